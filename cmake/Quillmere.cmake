@@ -1,0 +1,27 @@
+# What every target of the project has in common.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(quillmere_options INTERFACE)
+target_compile_options(quillmere_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2
+    -Wno-missing-field-initializers -Werror)
+if(QUILLMERE_SANITIZE)
+    target_compile_options(quillmere_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(quillmere_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# quillmere_library(NAME LINKS other folders and packages...): the sources of the calling folder as one target.
+# The link list is what keeps the arrows of the architecture pointing one way.
+function(quillmere_library name)
+    cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h *.S)
+    add_library(${name} STATIC ${sources})
+    set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE quillmere_options ${ARG_PRIVATE_LINKS})
+endfunction()

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <string_view>
+
+/// The constants of the edition for the tax year 2010-11: its dates, labels, file names and display formats. Nothing
+/// works one of them out from another or from the clock; for a new edition these are changed and the statutory tables
+/// beside this file are replaced.
+namespace quillmere::edition {
+
+/// First day of the tax year, two-digit form: lower bound of every range test, default start of a period.
+inline constexpr std::string_view TaxYearStartShort = "06/04/10";
+/// The same day in four-digit form: printed periods, car and loan screens.
+inline constexpr std::string_view TaxYearStart = "06/04/2010";
+/// Last day of the tax year: upper bound of every range test, default end of a period.
+inline constexpr std::string_view TaxYearEnd = "05/04/2011";
+/// First and last day of last tax year, read by the car notepad for a car carried over.
+inline constexpr std::string_view PriorYearStart = "06/04/2009";
+inline constexpr std::string_view PriorYearEnd = "05/04/2010";
+
+/// Wording for last year's end and this year's end on forms and declarations.
+inline constexpr std::string_view LongYearEndPrior = "5 April 2010";
+inline constexpr std::string_view LongYearEnd = "5 April 2011";
+/// The date by which the forms are due.
+inline constexpr std::string_view ReturnDueDate = "6 July 2011";
+
+/// Labels of last year, of this year, and the long one of the P11D(b).
+inline constexpr std::string_view YearLabelPrior = "2009-10";
+inline constexpr std::string_view YearLabel = "2010-11";
+inline constexpr std::string_view YearLabelLong = "2010-2011";
+/// The calendar years in which the tax year ends and begins.
+inline constexpr std::string_view YearEndYear = "2011";
+inline constexpr std::string_view YearStartYear = "2010";
+
+/// Title of every message box, first words of the main window's caption.
+inline constexpr std::string_view AppTitle = "2011 Quillmere";
+/// Product code: the name of the folder that holds the program; and last edition's.
+inline constexpr std::string_view ProductFolder = "Q1111";
+inline constexpr std::string_view PriorProductFolder = "Q1110";
+/// Product code and release; its first five characters stand in the first panel of the status bar.
+inline constexpr std::string_view ProductVersionLabel = "Q1111-12";
+/// The client database of a client folder, last year's, and the empty template in the program's own folder.
+inline constexpr std::string_view ClientDatabaseName = "ClientQuillmere11.mdb";
+inline constexpr std::string_view PriorClientDatabaseName = "ClientQuillmere10.mdb";
+inline constexpr std::string_view TemplateDatabaseName = "dClientQuillmere11.mdb";
+
+/// Every amount on the screens and every total that a notepad hands back: zero displays as nothing.
+inline constexpr std::string_view FormatMoneyBlankZero = "######0.00;(######0.00);#";
+/// Results where a computed zero must be seen.
+inline constexpr std::string_view FormatMoneyZero = "######0.00;(######0.00);0.00";
+/// Amounts of the section reports, with thousands separators.
+inline constexpr std::string_view FormatPrintMoneyBlankZero = "#,###,##0.00;(#,###,##0.00);#";
+/// Ten blanks: the width to which an amount is padded on the left.
+inline constexpr std::string_view AmountColumnWidth = "          ";
+
+/// What a section's description box reads when a line of its notepad has a description.
+inline constexpr std::string_view AsPerAttached = "As per attached";
+
+} // namespace quillmere::edition

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "frame/Dates.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillmere {
+
+enum class Icon { None, Information, Question, Exclamation, Critical };
+enum class Buttons { Ok, YesNo };
+enum class Answer { Ok, Yes, No, Cancel };
+
+/// A message box. `defaultAnswer` is the button that Enter presses, and Escape too where there is no other way out.
+struct Message {
+    std::string title;
+    std::string text;
+    Icon icon = Icon::None;
+    Buttons buttons = Buttons::Ok;
+    Answer defaultAnswer = Answer::Ok;
+};
+
+/// A dialog that asks where to save a file.
+struct SaveFileQuestion {
+    std::string title;
+    std::string proposedPath;
+    std::string filterName;       ///< "Marlbase databases"
+    std::string filterPattern;    ///< "*.mdb"
+    std::string defaultExtension; ///< without the point
+};
+
+/// Finished pages for a printer: the document as a PDF file whose pages stand in the order in which they are to come out.
+struct PrintRequest {
+    std::string printer;
+    std::string documentName;
+    std::string pdf;          ///< bytes of the file
+    std::vector<int> pages;   ///< the document's page numbers, from 1, in that order
+    int copies = 1;           ///< made by the spooler
+    int duplex = 0;           ///< 0 printer default (nothing is set), 1 single-sided, 2 double-sided
+};
+
+/// What a request to a printer ended in.
+enum class PrintOutcome { Sent, PrinterUnreachable };
+
+/// The one door to whatever is outside the program's own screens: message boxes, file and printer dialogs, printers, the
+/// desktop's document viewer, the clock, the pointer. The desktop answers it with dialogs, a test by script.
+class Platform {
+public:
+    Platform() = default;
+    Platform(const Platform&) = delete;
+    Platform& operator=(const Platform&) = delete;
+    virtual ~Platform() = default;
+
+    virtual Answer ShowMessage(const Message& message) = 0;
+    virtual void Beep() = 0;
+    /// The chosen path; nothing if the user pressed Cancel.
+    virtual std::optional<std::string> AskSaveFile(const SaveFileQuestion& question) = 0;
+    /// The system's printer dialog. True if the user confirmed it.
+    virtual bool ShowPrinterSetup() = 0;
+    /// Names of the printers, the default one first; empty with no printer.
+    virtual std::vector<std::string> Printers() = 0;
+    virtual PrintOutcome Print(const PrintRequest& request) = 0;
+    /// Asks the desktop to open a file with its viewer. The result is above 32 on success, else one of the codes of
+    /// `ShellOpen`.
+    virtual int OpenWithDesktop(const std::filesystem::path& file) = 0;
+    virtual Day Today() = 0;
+    virtual void SetBusyPointer(bool busy) = 0;
+    /// Shows how far a long work has come, in the status bar; `total` 0 takes the bar away.
+    virtual void ShowProgress(int done, int total) = 0;
+    /// Lets the windows repaint.
+    virtual void YieldToMessages() = 0;
+    /// The account's full name, or an empty text.
+    virtual std::string UserName() = 0;
+};
+
+} // namespace quillmere

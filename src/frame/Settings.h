@@ -1,0 +1,95 @@
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace quillmere {
+
+/// The settings record: every key of the settings file, in file order, named after its key. Slots of folders and mailboxes
+/// are counted from 1; slot 0 is not in use.
+struct Settings {
+    using Slots = std::array<std::string, 5>;
+
+    std::string user;
+    Slots folder, path;
+    int selectedFolder = 1;
+    std::array<Slots, 5> folderRecent;
+    bool viewPicToolbar = true, viewEditBar = false, viewStatusBar = true, viewTooltips = true;
+    bool applicationMaximised = true;
+    int applicationTop = 0, applicationLeft = 0, applicationHeight = 0, applicationWidth = 0;
+    int backgroundColour = 0;
+    std::string agentReference, agentTelephone, agentName;
+    std::array<std::string, 6> agentAddress;
+    std::string notepadName, notepadType, notepadIdentifier, notepadOccurrence;
+    bool calculationNext = false;
+    std::string reportCompiler, reportDate, reportMode, reportType;
+    int reportPage = 1;
+    std::string reportIdentifier, reportOccurrence;
+    bool reportLinked = false, reportShading = true;
+    int reportScale = 0;
+    std::string reportFont;
+    bool reportReverse = false;
+    std::string reportPrinter;
+    int reportTicks = 0;
+    int reportPreview = 0; ///< 0 preview on screen, 1 PDF file
+    int reportCalculation = 0;
+    bool reportPadding = false;
+    std::string pwTemplate, pwLeft, pwTop, pwWidth, pwHeight, pwResolution;
+    int pwSpacing = 0;
+    bool pwMixFonts = true;
+    std::string pwZoom;
+    int pwBlack = 0, pwDark = 200, pwLight = 225, pwWhite = 255, pwSection = 0;
+    std::string vsPrinter;
+    double vsLeft = 0, vsTop = 0, vsScale = 100; ///< mm, mm, percent
+    std::string vsPdfFolder;
+    int vsPdfFileOption = 0;
+    std::string vsPdfFileName;
+    double vsPdfLeft = 0, vsPdfTop = 0, vsPdfScale = 100; ///< mm, mm, percent
+    int vsBlack = 0, vsDark = 200, vsLight = 225, vsWhite = 255, vsSection = 0;
+    bool vsPreviewMaximised = true;
+    int vsPreviewTop = 0, vsPreviewLeft = 0, vsPreviewHeight = 0, vsPreviewWidth = 0;
+    int vsAlignTextMethod = 0;
+    double vsAlignTextX = 0, vsAlignTextY = 0;
+    int vsDuplexMode = 0; ///< 0 printer default, 1 single-sided, 2 double-sided
+    std::string elsMode, elsFolder;
+    Slots elsMailbox;
+    bool elsAdjust = false;
+    std::string accountsFormat, accountsFile;
+};
+
+/// What the defaults need to know of the machine.
+struct SettingsSurroundings {
+    std::filesystem::path programFolder; ///< holds the settings file
+    std::filesystem::path rootFolder;    ///< the folder above it, shared by the editions
+    std::string userName;                ///< empty: the default name
+    int screenHeight = 0, screenWidth = 0;
+};
+
+/// Name of the settings file.
+inline constexpr std::string_view SettingsFileName = "RETURN.INI";
+
+/// A value of the settings file that does not fit its key's kind; reading stops there, what stood before it stays.
+class SettingsValueError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The record with every key at its default.
+Settings SetDefaultConfiguration(const SettingsSurroundings& surroundings);
+
+/// Fills the record with the defaults, then from this year's file, or at the first start of a new year from last year's.
+/// Throws SettingsValueError, with `settings` holding all that was read before the bad line and made consistent.
+void ReadConfiguration(Settings& settings, const SettingsSurroundings& surroundings);
+
+/// Writes every key in order to the program folder's file. A file that cannot be written is left as it was, silently.
+void WriteConfiguration(const Settings& settings, const std::filesystem::path& programFolder);
+
+/// Path and display name of the folder selected in last year's settings file, found in `priorProgramFolder`;
+/// empty if there is no such file or entry.
+std::string LastYearSelectedPath(const std::filesystem::path& priorProgramFolder);
+std::string LastYearSelectedFolderName(const std::filesystem::path& priorProgramFolder);
+
+} // namespace quillmere

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+namespace quillmere {
+
+/// The text without its outer blanks. Only the blank character counts, no tabs or line ends.
+std::string Trim(std::string_view text);
+
+/// Upper case of ASCII and Latin-1 letters; everything else as it is. UTF-8 in and out.
+std::string UpperCase(std::string_view text);
+
+/// Number of characters (not bytes) of a UTF-8 text.
+std::size_t Length(std::string_view text);
+
+/// The first `count` characters of a UTF-8 text.
+std::string Left(std::string_view text, std::size_t count);
+
+/// A numbered name: stem and number joined with no padding, so "Description" and 7 give "Description7".
+std::string Numbered(std::string_view stem, int number);
+
+/// The names of a group: "DateFrom1" of van 2 is Numbered("DateFrom1", 2), "DateFrom12".
+/// Code points of a UTF-8 text; a byte that is no UTF-8 comes out as U+FFFD.
+std::u32string CodePoints(std::string_view text);
+
+/// UTF-8 of code points.
+std::string Utf8(std::u32string_view codePoints);
+
+} // namespace quillmere
