@@ -1,0 +1,241 @@
+#include "clientdb/Employees.h"
+
+#include "clientdb/TableLayouts.h"
+#include "frame/Text.h"
+
+#include <fmt/ranges.h>
+#include <utility>
+
+namespace quillmere {
+namespace {
+
+std::string NotMadeText(const StoreError& failure, std::string_view failedTable, const std::vector<std::string>& made)
+{
+    std::string text = fmt::format("{} (table {})", failure.what(), failedTable);
+    if (!made.empty())
+        text += fmt::format("\nRecords already made: {}", fmt::join(made, ", "));
+    return text;
+}
+
+void AddEmployeeRecord(Recordset& records, const TableLayout& table, const NewEmployee& employee, std::string_view name)
+{
+    records.AddNew();
+    records.SetField("EmployerName", employee.employer);
+    records.SetField("EmployeeName", name);
+    records.SetField("Name", JoinedName(employee.employer, name));
+    if (table.name == "P11D")
+        records.SetField("PAYEBox", employee.payeReference);
+    if (table.name == "P11D" || table.name == "ExtraCars") {
+        records.SetField("FirstName", employee.firstName);
+        records.SetField("Surname", employee.surname);
+    }
+    records.Update();
+}
+
+/// False if the employer has a record already.
+bool AddEmployerRecord(Recordset& records, const TableLayout& table, const NewEmployee& employee)
+{
+    records.Index("PrimaryKey");
+    records.Seek(employee.employer);
+    if (!records.NoMatch())
+        return false;
+    records.AddNew();
+    records.SetField("EmployerName", employee.employer);
+    if (table.name == "P11DB") {
+        records.SetField("EmployerReference", employee.payeReference);
+        records.SetField("EmployerAdd1", employee.employer);
+    }
+    records.Update();
+    return true;
+}
+
+/// Takes out of the list the tables in which there is no such record after all, because the batch could not be
+/// committed.
+void KeepStored(Database& database, std::vector<std::string>& made, std::string_view employer,
+                std::string_view employee)
+{
+    try {
+        std::erase_if(made, [&](const std::string& table) {
+            Recordset records = database.OpenRecordset(table);
+            if (FindTable(table).level == TableLevel::Employer) {
+                records.Index("PrimaryKey");
+                records.Seek(employer);
+            } else {
+                records.Index("IndKey");
+                records.Seek(employer, employee);
+            }
+            return records.NoMatch();
+        });
+    } catch (const StoreError&) {
+        // A store that cannot be read either: the list stays as the writes have reported it.
+    }
+}
+
+} // namespace
+
+std::string EmployeeName(std::string_view firstName, std::string_view surname)
+{
+    return Trim(std::string(firstName) + " " + std::string(surname));
+}
+
+std::string JoinedName(std::string_view employer, std::string_view employee)
+{
+    return std::string(employer) + " " + std::string(employee);
+}
+
+std::vector<std::string> ListEmployers(Database& database)
+{
+    std::vector<std::string> listed;
+    for (std::string& employer : database.EmployersInOrder("P11D")) {
+        if (employer.empty() || employer == SampleEmployer)
+            continue;
+        // Kept: the list has room for so many, and one more is a fault of the program and not a longer list.
+        if (listed.size() == EmployerNameSlots)
+            throw TooManyEmployers(fmt::format("There are more than {} employers", EmployerNameSlots));
+        listed.push_back(std::move(employer));
+    }
+    return listed;
+}
+
+std::vector<std::string> ListEmployees(Database& database, std::string_view employer)
+{
+    std::vector<std::string> names;
+    Recordset records = database.OpenRecordset("P11D");
+    for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext())
+        names.emplace_back(records.Field("EmployeeName"));
+    return names;
+}
+
+bool EmployerExists(Database& database, std::string_view employer)
+{
+    Recordset records = database.OpenRecordset("P11D");
+    records.MoveFirstOf(employer);
+    return !records.AtEnd();
+}
+
+bool EmployeeExists(Database& database, std::string_view employer, std::string_view employee)
+{
+    Recordset records = database.OpenRecordset("P11D");
+    records.Index("IndKey");
+    records.Seek(employer, employee);
+    return !records.NoMatch();
+}
+
+std::string FirstPayeReference(Database& database, std::string_view employer)
+{
+    Recordset records = database.OpenRecordset("P11D");
+    for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext())
+        if (const std::string_view reference = records.Field("PAYEBox"); !reference.empty())
+            return std::string(reference);
+    return {};
+}
+
+std::string PayeReferenceOfFirstEmployee(Database& database, std::string_view employer)
+{
+    Recordset records = database.OpenRecordset("P11D");
+    records.MoveFirstOf(employer);
+    return records.AtEnd() ? std::string() : std::string(records.Field("PAYEBox"));
+}
+
+RecordsNotMade::RecordsNotMade(const StoreError& failure, std::string_view failedTable,
+                               std::vector<std::string> madeBefore)
+    : StoreError(failure.Number(), NotMadeText(failure, failedTable, madeBefore), failure.Statement()),
+      made(std::move(madeBefore))
+{
+}
+
+void CreateEmployee(Database& database, const NewEmployee& employee)
+{
+    const std::string name = EmployeeName(employee.firstName, employee.surname);
+    std::vector<std::string> made;
+    std::string_view table;
+    try {
+        WriteBatch batch(database);
+        for (const TableLayout* const layout : NewEmployeeTables()) {
+            table = layout->name;
+            Recordset records = database.OpenRecordset(table);
+            bool isNew = true;
+            if (layout->level == TableLevel::Employer)
+                isNew = AddEmployerRecord(records, *layout, employee);
+            else
+                AddEmployeeRecord(records, *layout, employee, name);
+            if (isNew)
+                made.emplace_back(table);
+        }
+        batch.Commit();
+    } catch (const StoreError& failure) {
+        KeepStored(database, made, employee.employer, name);
+        throw RecordsNotMade(failure, table, std::move(made));
+    }
+}
+
+void DeleteEmployer(Database& database, std::string_view employer)
+{
+    WriteBatch batch(database);
+    for (const TableLayout* const layout : NewEmployeeTables()) {
+        Recordset records = database.OpenRecordset(layout->name);
+        for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext())
+            records.Delete();
+    }
+    batch.Commit();
+}
+
+void DeleteEmployee(Database& database, std::string_view employer, std::string_view employee)
+{
+    WriteBatch batch(database);
+    for (const TableLayout* const layout : NewEmployeeTables()) {
+        if (layout->level != TableLevel::Employee)
+            continue;
+        Recordset records = database.OpenRecordset(layout->name);
+        records.Index("IndKey");
+        records.Seek(employer, employee);
+        if (!records.NoMatch())
+            records.Delete();
+    }
+    batch.Commit();
+}
+
+void RenameEmployer(Database& database, std::string_view employer, std::string_view newName,
+                    std::string_view newPayeReference)
+{
+    WriteBatch batch(database);
+    for (const TableLayout* const layout : NewEmployeeTables()) {
+        Recordset records = database.OpenRecordset(layout->name);
+        for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext()) {
+            records.Edit();
+            records.SetField("EmployerName", newName);
+            if (layout->level == TableLevel::Employee)
+                records.SetField("Name", JoinedName(newName, records.Field("EmployeeName")));
+            if (layout->name == "P11D")
+                records.SetField("PAYEBox", newPayeReference);
+            if (layout->name == "P11DB") {
+                records.SetField("EmployerReference", newPayeReference);
+                records.SetField("EmployerAdd1", newName);
+            }
+            // Kept: a name that is taken is passed over; that record goes on under the old one.
+            (void)records.TryUpdate();
+        }
+    }
+    batch.Commit();
+}
+
+void RenameEmployee(Database& database, std::string_view employer, std::string_view employee, std::string_view newName)
+{
+    WriteBatch batch(database);
+    for (const TableLayout* const layout : NewEmployeeTables()) {
+        if (layout->level != TableLevel::Employee)
+            continue;
+        Recordset records = database.OpenRecordset(layout->name);
+        records.Index("IndKey");
+        records.Seek(employer, employee);
+        if (records.NoMatch())
+            continue;
+        records.Edit();
+        records.SetField("EmployeeName", newName);
+        records.SetField("Name", JoinedName(employer, newName));
+        records.Update();
+    }
+    batch.Commit();
+}
+
+} // namespace quillmere
