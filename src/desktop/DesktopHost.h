@@ -5,6 +5,7 @@
 #include <memory>
 #include <unordered_map>
 
+class QObject;
 class QWidget;
 
 namespace quillmere {
@@ -36,8 +37,12 @@ public:
     QWidget* FrontWindow() const;
 
 private:
+    using Windows = std::unordered_map<const Screen*, std::unique_ptr<ScreenWindow>>;
+    void CloseWindow(Windows::iterator position);
+
+    std::unique_ptr<QObject> context; ///< deferred work that is still waiting goes with it
     std::unique_ptr<MainWindow> mainWindow;
-    std::unordered_map<const Screen*, std::unique_ptr<ScreenWindow>> windows;
+    Windows windows;
     Screens* screens = nullptr;
 };
 
