@@ -3,8 +3,8 @@
 #include <string_view>
 
 /// The constants of the edition for the tax year 2010-11: its dates, labels, file names and display formats. Nothing
-/// works one of them out from another or from the clock; for a new edition these are changed and the statutory tables
-/// beside this file are replaced.
+/// works one of them out from another (the century limit apart) or from the clock; for a new edition these are changed
+/// and the statutory tables beside this file are replaced.
 namespace quillmere::edition {
 
 /// First day of the tax year, two-digit form: lower bound of every range test, default start of a period.
@@ -31,6 +31,16 @@ inline constexpr std::string_view YearLabelLong = "2010-2011";
 inline constexpr std::string_view YearEndYear = "2011";
 inline constexpr std::string_view YearStartYear = "2010";
 
+/// First two-digit year that belongs to the last century: the year in which the tax year ends, less 1995. 16 here, so
+/// that 00 to 15 are of this century and 16 to 99 of the last.
+constexpr int CenturyLimit()
+{
+    int year = 0;
+    for (const char digit : YearEndYear)
+        year = year * 10 + (digit - '0');
+    return year - 1995;
+}
+
 /// Title of every message box, first words of the main window's caption.
 inline constexpr std::string_view AppTitle = "2011 Quillmere";
 /// Product code: the name of the folder that holds the program; and last edition's.
@@ -42,6 +52,11 @@ inline constexpr std::string_view ProductVersionLabel = "Q1111-12";
 inline constexpr std::string_view ClientDatabaseName = "ClientQuillmere11.mdb";
 inline constexpr std::string_view PriorClientDatabaseName = "ClientQuillmere10.mdb";
 inline constexpr std::string_view TemplateDatabaseName = "dClientQuillmere11.mdb";
+/// Name that the settings propose for a PDF file, set afresh at the first start of a new edition.
+inline constexpr std::string_view DefaultPdfFileName = "2011 Quillmere";
+
+/// The fuel letters of a car on the form.
+inline constexpr std::string_view FuelLetters = "BCDEGHLP";
 
 /// Every amount on the screens and every total that a notepad hands back: zero displays as nothing.
 inline constexpr std::string_view FormatMoneyBlankZero = "######0.00;(######0.00);#";

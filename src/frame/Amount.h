@@ -47,13 +47,13 @@ private:
     std::int64_t units = 0;
 };
 
-/// The largest whole number of pounds not above `pounds`, plus `added` before the cut where a rule adds a fraction first:
-/// `Int(x + 0.001)` rounds down, `Int(x + 0.999)` rounds up unless the fraction is under a thousandth.
+/// The largest whole number of pounds not above `pounds`, plus `added` before the cut where a rule adds a fraction
+/// first: `Int(x + 0.001)` rounds down, `Int(x + 0.999)` rounds up unless the fraction is under a thousandth.
 Amount IntPounds(double pounds, double added = 0.0);
 
-/// Reads an amount from typed or stored text. Outer blanks are dropped; "(…)" and a leading "-" are negative; commas are
-/// ignored; reading stops at the first character that cannot belong to a number. Empty or unreadable text is 0.
-/// The decimal text is brought to four decimals, ties to the even digit.
+/// Reads an amount from typed or stored text. Outer blanks are dropped; "(…)" and a leading "-" are negative; commas
+/// are ignored; reading stops at the first character that cannot belong to a number. Empty or unreadable text is 0. The
+/// decimal text is brought to four decimals, ties to the even digit.
 Amount ReadAmount(std::string_view text);
 
 /// The longest numeric start of a text as a floating-point number (miles, percentages); 0 when there is none.

@@ -20,7 +20,7 @@ std::optional<Day> ReadDate(std::string_view text);
 std::string FormatDate(Day day);
 
 /// The same date in the form dd/mm/yyyy. A two-digit year below 16 is of this century, any other of the last (the limit
-/// moves with the edition). Empty for a text of under three characters.
+/// moves with the edition). Empty for a text of under three characters or one that is no date.
 std::string NormaliseDate(std::string_view text);
 
 /// What `IsNotAfterYearEnd` found, for its caller to report.
@@ -57,7 +57,7 @@ std::string StampToDate(std::string_view stamp);
 int DaysInYear(int year);
 
 /// The form of the National Insurance number: empty, or one of the three patterns of eight or nine characters.
-/// The text is tested as it stands, upper-cased and untrimmed.
+/// The text is tested as it stands: the box upper-cases it before and does not trim it.
 bool IsNationalInsuranceNumber(std::string_view text);
 
 } // namespace quillmere

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 namespace quillmere {
 
 /// What a key filter made of one key: the character that goes in (0: nothing), and whether a beep sounds.
@@ -40,7 +42,9 @@ KeyVerdict YesNoKeyFilter(char32_t key);
 /// The letters of the fuel list in either case and backspace; others are dropped without a beep.
 KeyVerdict FuelKeyFilter(char32_t key);
 
-/// True if the upper-cased text is found in the list of fuel letters; an empty text counts as found.
+/// True if the upper-cased text is found in the list of fuel letters; an empty text (key 0) counts as found, and so do
+/// letters that stand together in the list.
+bool IsFuelLetter(std::string_view text);
 bool IsFuelLetter(char32_t key);
 
 /// Refuses without a beep the control characters 1 to 7 and 10 to 31, the characters " * / < > ? | (but not the

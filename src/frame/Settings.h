@@ -8,8 +8,8 @@
 
 namespace quillmere {
 
-/// The settings record: every key of the settings file, in file order, named after its key. Slots of folders and mailboxes
-/// are counted from 1; slot 0 is not in use.
+/// The settings record: every key of the settings file, in file order, named after its key. Slots of folders and
+/// mailboxes are counted from 1; slot 0 is not in use.
 struct Settings {
     using Slots = std::array<std::string, 5>;
 
@@ -71,7 +71,8 @@ struct SettingsSurroundings {
 /// Name of the settings file.
 inline constexpr std::string_view SettingsFileName = "RETURN.INI";
 
-/// A value of the settings file that does not fit its key's kind; reading stops there, what stood before it stays.
+/// A value of the settings file that does not fit its key's kind; reading stops there, what stood before it stays. The
+/// text gives the number and the content of the line.
 class SettingsValueError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
@@ -80,15 +81,17 @@ public:
 /// The record with every key at its default.
 Settings SetDefaultConfiguration(const SettingsSurroundings& surroundings);
 
-/// Fills the record with the defaults, then from this year's file, or at the first start of a new year from last year's.
-/// Throws SettingsValueError, with `settings` holding all that was read before the bad line and made consistent.
+/// Fills the record with the defaults, then from this year's file, or at the first start of a new year from last
+/// year's. Throws SettingsValueError, or FileError for a file that cannot be read, with `settings` holding all that was
+/// read before and made consistent.
 void ReadConfiguration(Settings& settings, const SettingsSurroundings& surroundings);
 
-/// Writes every key in order to the program folder's file. A file that cannot be written is left as it was, silently.
+/// Writes every key in order to the program folder's file; a number outside its kind's range is held at the bound, so
+/// that the file can always be read back. A file that cannot be written is left as it was, silently.
 void WriteConfiguration(const Settings& settings, const std::filesystem::path& programFolder);
 
-/// Path and display name of the folder selected in last year's settings file, found in `priorProgramFolder`;
-/// empty if there is no such file or entry.
+/// Path and display name of the folder selected in last year's settings file, found in `priorProgramFolder`; with no
+/// selection in the file that of the first. Empty if there is no such file or entry.
 std::string LastYearSelectedPath(const std::filesystem::path& priorProgramFolder);
 std::string LastYearSelectedFolderName(const std::filesystem::path& priorProgramFolder);
 

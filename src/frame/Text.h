@@ -1,6 +1,6 @@
 #pragma once
 
-#include <initializer_list>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -18,10 +18,10 @@ std::size_t Length(std::string_view text);
 /// The first `count` characters of a UTF-8 text.
 std::string Left(std::string_view text, std::size_t count);
 
-/// A numbered name: stem and number joined with no padding, so "Description" and 7 give "Description7".
+/// A numbered name: stem and number joined with no padding. "Description" and 7 give "Description7", and "DateFrom1"
+/// (the first period) with 2 (of van 2) "DateFrom12".
 std::string Numbered(std::string_view stem, int number);
 
-/// The names of a group: "DateFrom1" of van 2 is Numbered("DateFrom1", 2), "DateFrom12".
 /// Code points of a UTF-8 text; a byte that is no UTF-8 comes out as U+FFFD.
 std::u32string CodePoints(std::string_view text);
 

@@ -1,0 +1,189 @@
+#include "frame/CheckedFile.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <optional>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace quillmere {
+
+namespace {
+
+/// A file descriptor that closes itself.
+class Descriptor {
+public:
+    explicit Descriptor(int opened) : number(opened) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept
+    {
+        std::swap(number, other.number);
+        return *this;
+    }
+    ~Descriptor() { Close(); }
+
+    bool IsOpen() const { return number >= 0; }
+    int Number() const { return number; }
+
+    /// 0, or what the system says of data that it could not store after all.
+    int Close()
+    {
+        const int closing = std::exchange(number, -1);
+        return closing >= 0 && ::close(closing) != 0 && errno != EINTR ? errno : 0;
+    }
+
+private:
+    int number;
+};
+
+Descriptor OpenForReading(const std::filesystem::path& file)
+{
+    Descriptor opened(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!opened.IsOpen())
+        throw FileError(file, errno);
+    return opened;
+}
+
+/// Reads the next piece into the buffer; 0 at the end of the file.
+std::size_t ReadPiece(const Descriptor& from, const std::filesystem::path& file, std::vector<char>& buffer)
+{
+    for (;;) {
+        const ssize_t count = ::read(from.Number(), buffer.data(), buffer.size());
+        if (count >= 0)
+            return static_cast<std::size_t>(count);
+        if (errno != EINTR)
+            throw FileError(file, errno);
+    }
+}
+
+/// The file that a name leads to, so that a link stays one and its target is what gets the new content.
+std::filesystem::path BehindLinks(const std::filesystem::path& file)
+{
+    std::error_code error;
+    if (!std::filesystem::is_symlink(file, error))
+        return file;
+    auto target = std::filesystem::weakly_canonical(file, error);
+    return error ? file : target;
+}
+
+/// The new content of a file, which takes the file's place when it is complete and vanishes when it is not.
+class Replacement {
+public:
+    explicit Replacement(const std::filesystem::path& named) : target(BehindLinks(named))
+    {
+        const std::optional<mode_t> kept = PermissionsOfTarget();
+        // A name may be taken by what a killed process of the same number left behind.
+        for (int attempt = 1; !descriptor.IsOpen(); ++attempt) {
+            temporary = target;
+            temporary += fmt::format(".{}-{}.tmp", ::getpid(), attempt);
+            descriptor = Descriptor(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+            if (!descriptor.IsOpen() && errno != EEXIST && errno != EINTR)
+                throw FileError(target, errno);
+        }
+        if (kept)
+            ::fchmod(descriptor.Number(), *kept); // A file system without permissions has none to keep.
+    }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+    ~Replacement()
+    {
+        if (!isInPlace)
+            ::unlink(temporary.c_str());
+    }
+
+    void Write(std::string_view content)
+    {
+        while (!content.empty()) {
+            const ssize_t count = ::write(descriptor.Number(), content.data(), content.size());
+            if (count > 0)
+                content.remove_prefix(static_cast<std::size_t>(count));
+            else if (count == 0 || errno != EINTR)
+                throw FileError(target, count == 0 ? ENOSPC : errno);
+        }
+    }
+
+    void TakePlace()
+    {
+        if (::fsync(descriptor.Number()) != 0)
+            throw FileError(target, errno);
+        if (const int error = descriptor.Close())
+            throw FileError(target, error);
+        if (::rename(temporary.c_str(), target.c_str()) != 0)
+            throw FileError(target, errno);
+        isInPlace = true;
+        SyncFolder();
+    }
+
+private:
+    /// Permissions of the file that is to be replaced, nothing if there is none. One that nobody may write is left
+    /// alone, although its folder would let it be replaced.
+    std::optional<mode_t> PermissionsOfTarget() const
+    {
+        struct stat found {};
+        if (::stat(target.c_str(), &found) != 0)
+            return std::nullopt;
+        if ((found.st_mode & 0222U) == 0 || ::access(target.c_str(), W_OK) != 0)
+            throw FileError(target, EACCES);
+        return found.st_mode & 0777U;
+    }
+
+    /// Makes the new name last. A file system that knows no such thing, or a folder that may be written but not read,
+    /// has nothing better to give.
+    void SyncFolder() const
+    {
+        const auto folder = target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+        const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        if (opened.IsOpen() && ::fsync(opened.Number()) != 0 && errno == EIO)
+            throw FileError(target, errno);
+    }
+
+    std::filesystem::path target, temporary;
+    Descriptor descriptor{-1};
+    bool isInPlace = false;
+};
+
+constexpr std::size_t PieceSize = 256 * 1024;
+
+} // namespace
+
+FileError::FileError(const std::filesystem::path& file, int errorNumber)
+    : std::runtime_error(fmt::format("{}: {}", file.string(), std::generic_category().message(errorNumber))),
+      number(errorNumber)
+{
+}
+
+void WriteFileChecked(const std::filesystem::path& file, std::string_view content)
+{
+    Replacement replacement(file);
+    replacement.Write(content);
+    replacement.TakePlace();
+}
+
+void CopyFileChecked(const std::filesystem::path& source, const std::filesystem::path& target)
+{
+    const Descriptor from = OpenForReading(source);
+    std::vector<char> buffer(PieceSize);
+    std::size_t count = ReadPiece(from, source, buffer);
+    Replacement replacement(target);
+    for (; count > 0; count = ReadPiece(from, source, buffer))
+        replacement.Write({buffer.data(), count});
+    replacement.TakePlace();
+}
+
+std::string ReadFile(const std::filesystem::path& file)
+{
+    const Descriptor from = OpenForReading(file);
+    std::vector<char> buffer(PieceSize);
+    std::string content;
+    while (const std::size_t count = ReadPiece(from, file, buffer))
+        content.append(buffer.data(), count);
+    return content;
+}
+
+} // namespace quillmere

@@ -1,0 +1,224 @@
+#include "frame/Dates.h"
+
+#include "edition/Edition.h"
+#include "frame/Amount.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace quillmere {
+
+namespace {
+
+constexpr Day ZeroDate{std::chrono::year{1899} / 12 / 30};
+
+/// Day, month and year as three pieces of a text.
+struct DatePieces {
+    std::string_view day, month, year;
+};
+
+constexpr bool IsDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
+
+constexpr bool IsCapital(char character)
+{
+    return character >= 'A' && character <= 'Z';
+}
+
+bool IsDigits(std::string_view text)
+{
+    return !text.empty() && std::ranges::all_of(text, IsDigit);
+}
+
+int ReadPiece(std::string_view piece)
+{
+    return ReadWholeNumber(piece);
+}
+
+/// Parts the text at its first two "/", if they stand where those of a date can.
+std::optional<DatePieces> PartDate(std::string_view text)
+{
+    // Places are counted from 1, and 0 is "not found".
+    const std::size_t length = text.size();
+    const std::size_t first = text.find('/') + 1;
+    const std::size_t second = first >= 1 && first <= length - 1 ? text.find('/', first) + 1 : 0;
+    const bool monthFits = second == first + 2 || second == first + 3;
+    const bool yearFits = second + 4 >= length && second + 1 <= length;
+    if (first < 2 || !monthFits || !yearFits)
+        return std::nullopt;
+    return DatePieces{text.substr(0, first - 1), text.substr(first, second - first - 1), text.substr(second)};
+}
+
+constexpr bool IsLeapYear(int year)
+{
+    return year == 0 || year % 400 == 0 || (year % 4 == 0 && year % 100 != 0);
+}
+
+constexpr int DaysInMonth(int month, int year)
+{
+    switch (month) {
+    case 2:
+        return IsLeapYear(year) ? 29 : 28;
+    case 4:
+    case 6:
+    case 9:
+    case 11:
+        return 30;
+    default:
+        return 31;
+    }
+}
+
+/// The calendar's own day, if there is one of that name.
+std::optional<Day> CalendarDay(int day, int month, int year)
+{
+    const std::chrono::year_month_day date{std::chrono::year{year}, std::chrono::month{static_cast<unsigned>(month)},
+                                           std::chrono::day{static_cast<unsigned>(day)}};
+    if (!date.ok())
+        return std::nullopt;
+    return Day{date};
+}
+
+/// Makes a one-digit year a two-digit one, and sets the century before a two-digit year.
+std::string WithCentury(std::string text)
+{
+    if (text[text.size() - 2] == '/')
+        text.insert(text.size() - 1, 1, '0');
+    if (text[text.size() - 3] == '/') {
+        const int year = ReadPiece(std::string_view(text).substr(text.size() - 2));
+        text.insert(text.size() - 2, edition::CenturyLimit() > year ? "20" : "19");
+    }
+    return text;
+}
+
+} // namespace
+
+bool IsDateText(std::string_view text)
+{
+    if (text.empty())
+        return true;
+    if (text.size() < 5 || text.size() > 10)
+        return false;
+    const auto pieces = PartDate(text);
+    if (!pieces)
+        return false;
+    if (!IsDigits(pieces->day) || !IsDigits(pieces->month) || !IsDigits(pieces->year))
+        return false;
+    const int day = ReadPiece(pieces->day);
+    const int month = ReadPiece(pieces->month);
+    const int year = ReadPiece(pieces->year);
+    if (month < 1 || month > 12 || day < 1 || day > DaysInMonth(month, year))
+        return false;
+    if (year == 0 && month == 2 && day == 29)
+        return true;
+    return CalendarDay(day, month, year).has_value();
+}
+
+std::optional<Day> ReadDate(std::string_view text)
+{
+    if (text.empty() || !IsDateText(text))
+        return std::nullopt;
+    const std::string full = WithCentury(std::string(text));
+    const auto pieces = PartDate(full);
+    if (!pieces)
+        return std::nullopt;
+    return CalendarDay(ReadPiece(pieces->day), ReadPiece(pieces->month), ReadPiece(pieces->year));
+}
+
+std::string FormatDate(Day day)
+{
+    const std::chrono::year_month_day date{day};
+    return fmt::format("{:02}/{:02}/{:04}", static_cast<unsigned>(date.day()), static_cast<unsigned>(date.month()),
+                       static_cast<int>(date.year()));
+}
+
+std::string NormaliseDate(std::string_view text)
+{
+    const auto day = ReadDate(text);
+    return day ? FormatDate(*day) : std::string();
+}
+
+YearEndTest TestYearEnd(std::string_view text)
+{
+    if (text.empty())
+        return YearEndTest::No;
+    const auto day = ReadDate(text);
+    if (!day)
+        return YearEndTest::Unreadable;
+    return *day <= *ReadDate(edition::TaxYearEnd) ? YearEndTest::Yes : YearEndTest::No;
+}
+
+bool IsNotBeforeYearStart(std::string_view text)
+{
+    const auto day = ReadDate(text);
+    return day && *day >= *ReadDate(edition::TaxYearStartShort);
+}
+
+bool IsNotTooEarly(std::string_view text)
+{
+    const auto day = ReadDate(text);
+    return day && *day >= ZeroDate;
+}
+
+bool IsDateBetween(std::string_view text, std::string_view start, std::string_view end)
+{
+    const auto day = ReadDate(text);
+    const auto first = ReadDate(start.empty() ? edition::TaxYearStartShort : start);
+    const auto last = ReadDate(end.empty() ? edition::TaxYearEnd : end);
+    return day && first && last && *first <= *day && *day <= *last;
+}
+
+int OverlapDays(std::string_view start1, std::string_view end1, std::string_view start2, std::string_view end2)
+{
+    const auto first1 = ReadDate(start1);
+    const auto last1 = ReadDate(end1);
+    const auto first2 = ReadDate(start2);
+    const auto last2 = ReadDate(end2);
+    if (!first1 || !last1 || !first2 || !last2)
+        return 0;
+    if (*last1 < *first2 || *first1 > *last2)
+        return 0;
+    // Kept: a period typed the wrong way round counts below zero; the screens' own checks are what keeps it out.
+    return DaysBetween(std::max(*first1, *first2), std::min(*last1, *last2)) + 1;
+}
+
+int DaysBetween(Day from, Day to)
+{
+    return static_cast<int>((to - from).count());
+}
+
+std::string TodayStamp(Day today)
+{
+    const std::chrono::year_month_day date{today};
+    return fmt::format("{:04}{:02}{:02}", static_cast<int>(date.year()), static_cast<unsigned>(date.month()),
+                       static_cast<unsigned>(date.day()));
+}
+
+std::string StampToDate(std::string_view stamp)
+{
+    const auto piece = [stamp](std::size_t from, std::size_t count) {
+        return from < stamp.size() ? stamp.substr(from, count) : std::string_view();
+    };
+    return fmt::format("{}/{}/{}", piece(6, 2), piece(4, 2), piece(0, 4));
+}
+
+int DaysInYear(int year)
+{
+    return std::chrono::year{year}.is_leap() ? 366 : 365;
+}
+
+bool IsNationalInsuranceNumber(std::string_view text)
+{
+    if (text.empty())
+        return true;
+    const auto lettersAndDigits = [text](std::string_view form) {
+        return std::ranges::equal(text, form, [](char character, char place) {
+            return place == 'A' ? IsCapital(character) : IsDigit(character);
+        });
+    };
+    return lettersAndDigits("AA999999A") || lettersAndDigits("AA999999") || lettersAndDigits("99A99999");
+}
+
+} // namespace quillmere

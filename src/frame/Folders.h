@@ -1,0 +1,23 @@
+#pragma once
+
+#include <filesystem>
+
+namespace quillmere {
+
+/// The folder above the program's own, shared by the editions: the program folder's path less as many characters as the
+/// product code and a separator have. Nothing checks that the path ends in the product code.
+std::filesystem::path RootFolderOf(const std::filesystem::path& programFolder);
+
+/// Last year's program folder, beside this year's.
+std::filesystem::path PriorProgramFolderOf(const std::filesystem::path& programFolder);
+
+/// The system's own folder: where it keeps its temporary folder.
+std::filesystem::path WindowsFolder();
+
+/// The folder "TEMP" of the program family: below the user's cache folder, or without one below `WindowsFolder`.
+std::filesystem::path TempFolder();
+
+/// Makes `TempFolder`; a failure is passed over, since the folder usually exists and nothing depends on it.
+void MakeTempFolder();
+
+} // namespace quillmere
