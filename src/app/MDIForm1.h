@@ -2,6 +2,7 @@
 
 #include "frame/Screen.h"
 
+#include <filesystem>
 #include <span>
 #include <string_view>
 
@@ -26,9 +27,6 @@ public:
     bool Load() override;
     void Unload() override;
 
-    /// True once the window has been closed.
-    bool Closed() const { return closed; }
-
     /// Fills the Folder menu from the four folder slots.
     void RebuildFolderMenu();
     /// Makes a file from the empty template if the target does not exist. False if it cannot be made.
@@ -39,15 +37,13 @@ private:
     void ReadSettings();
     void CommandNew();
     void CommandEmployerList(int mode, std::string_view caption);
-    void CommandRename(std::string_view button, bool employers);
+    void CommandRename();
     void CommandPrint();
     void CommandDeclaration();
     void CommandExit();
     void CommandOpenScreen(std::string_view screen);
     void ChooseFolder(int slot);
     void ToggleToolbar();
-
-    bool closed = false;
 };
 
 } // namespace quillmere

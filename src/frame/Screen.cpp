@@ -49,6 +49,11 @@ Box* Screen::FindBox(std::string_view boxName, int index)
     return found == byName.end() ? nullptr : found->second;
 }
 
+const Box* Screen::FindBox(std::string_view boxName, int index) const
+{
+    return const_cast<Screen*>(this)->FindBox(boxName, index);
+}
+
 Box& Screen::box(std::string_view boxName, int index)
 {
     if (Box* found = FindBox(boxName, index))

@@ -62,8 +62,28 @@ public:
     Box& box(std::string_view boxName, int index = Box::NoIndex);
     const Box& box(std::string_view boxName, int index = Box::NoIndex) const;
     Box* FindBox(std::string_view boxName, int index = Box::NoIndex);
+    const Box* FindBox(std::string_view boxName, int index = Box::NoIndex) const;
     /// All controls, in the order of their rows.
     const std::vector<std::unique_ptr<Box>>& Boxes() const { return boxes; }
+
+    // How a screen, or a part of one that is a class of its own, is put together.
+    using Operation = std::function<void(Box&)>;
+
+    /// Makes the controls of the rows, after those that are there.
+    void AddBoxes(std::span<const BoxRow> rows);
+    /// Makes one control whose name is worked out: the row gives all the rest.
+    Box& AddBox(const BoxRow& row, std::string boxName, int index = Box::NoIndex);
+
+    // What happens to a control (every member of a control array).
+    void OnLeave(std::string_view boxName, Operation operation);
+    void OnClick(std::string_view boxName, Operation operation);
+    void OnDoubleClick(std::string_view boxName, Operation operation);
+    void OnChoose(std::string_view boxName, Operation operation);
+    /// Looks at a key before the box's filter: false drops it, true lets it go on to the filter.
+    void OnKey(std::string_view boxName, std::function<bool(Box&, char32_t)> guard);
+
+    /// Moves the focus to a control.
+    void Focus(Box& box);
 
     // What the window tells. Failures that a handler lets through end in the general error box.
     /// Passes one typed or pasted character through the box's guard and filter. Sounds the beep of a refused one.
@@ -99,25 +119,10 @@ public:
     void SetView(ScreenView* newView) { view = newView; }
 
 protected:
-    using Operation = std::function<void(Box&)>;
-
-    /// Makes the controls of the rows, after those that are there.
-    void AddBoxes(std::span<const BoxRow> rows);
-    /// Makes one control whose name is worked out: the row gives all the rest.
-    Box& AddBox(const BoxRow& row, std::string boxName, int index = Box::NoIndex);
-
-    // What happens to a control (every member of a control array).
-    void OnLeave(std::string_view boxName, Operation operation);
-    void OnClick(std::string_view boxName, Operation operation);
-    void OnDoubleClick(std::string_view boxName, Operation operation);
-    void OnChoose(std::string_view boxName, Operation operation);
-    /// Looks at a key before the box's filter: false drops it, true lets it go on to the filter.
-    void OnKey(std::string_view boxName, std::function<bool(Box&, char32_t)> guard);
     virtual void CloseRequested();
     /// Names of the buttons that Escape and Enter press.
     void SetButtons(std::string_view cancel, std::string_view accept);
 
-    void Focus(Box& box);
     /// Reports a failure in the general error box, as the handler of an operation with no message of its own.
     void ReportError(std::string_view procedure, const std::exception& error);
 

@@ -21,6 +21,7 @@ struct Session {
     std::filesystem::path resourceFolder;  ///< holds the template and the reference database: the executable's folder
     std::filesystem::path RootFolder;      ///< the folder above the program folder, shared by the editions
     std::filesystem::path WindowsFolder;   ///< the platform's own folder for what is temporary
+    int screenHeight = 0, screenWidth = 0; ///< of the desktop: default size of the windows
 
     std::string CurrentEmployer; ///< key of the employer being worked on; empty before the first selection
     std::string CurrentEmployee; ///< key of the open employee; empty before the first selection
