@@ -1,30 +1,14 @@
 #pragma once
 
+#include "clientdb/StoreErrors.h"
+
 #include <filesystem>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillmere {
-
-/// A failure of the record store: the store's own words, its error number and the statement in hand.
-class StoreError : public std::runtime_error {
-public:
-    StoreError(int number, const std::string& text, std::string statement);
-    int Number() const { return number; }
-    const std::string& Statement() const { return statement; }
-
-private:
-    int number;
-    std::string statement;
-};
-
-/// A name that is in no table layout: a mistake in the program.
-class UnknownName : public std::logic_error {
-public:
-    using std::logic_error::logic_error;
-};
 
 class Recordset;
 
@@ -35,12 +19,21 @@ class Database {
 public:
     /// Throws StoreError if the file is missing, no database of this program, or locked past the time-out.
     static Database OpenDatabase(const std::filesystem::path& path, OpenMode mode = OpenMode::ReadWrite);
+    /// Opens the reference database of car models, whose tables are its own. Throws StoreError if the file is missing
+    /// or no database.
+    static Database OpenReferenceDatabase(const std::filesystem::path& path, OpenMode mode = OpenMode::ReadOnly);
     Database(Database&&) noexcept;
     Database& operator=(Database&&) noexcept;
     ~Database();
 
     /// A cursor in table mode over the named table (names regardless of case), standing before its first record.
     Recordset OpenRecordset(std::string_view table);
+
+    /// The different employers of a table, in the order in which a scan of it in the order of adding meets them.
+    /// Records with no employer are passed over.
+    std::vector<std::string> EmployersInOrder(std::string_view table);
+
+    /// Closes the file. Its cursors can do nothing any more but end.
     void Close();
 
     struct Connection;
@@ -60,21 +53,26 @@ public:
     Recordset& operator=(Recordset&&) noexcept;
     ~Recordset();
 
-    /// Names the index, "IndKey" or "PrimaryKey", for Seek and for the order of MoveFirst and MoveNext. Without an index
-    /// the order is that of adding; with one, that of the key by code point.
+    /// Names the index, "IndKey" or "PrimaryKey", for Seek and for the order of MoveFirst and MoveNext, and puts the
+    /// cursor before the first of all records. Without an index the order is that of adding; with one, that of the key
+    /// by code point, as it was when the cursor took it up: records added since are not met.
     void Index(std::string_view name);
-    /// Positions on the record whose key equals the parts.
+    /// Positions on the record whose key equals the parts. Throws std::logic_error if the index named has another
+    /// number of parts, or none is named.
     void Seek(std::string_view part1);
     void Seek(std::string_view part1, std::string_view part2);
     bool NoMatch() const;
 
     void MoveFirst();
+    /// From before the first record this is MoveFirst.
     void MoveNext();
+    /// True once there is no record to move on to.
     bool AtEnd() const;
     /// As MoveFirst, but MoveFirst and MoveNext then go through the records of one employer only, in the same order.
     void MoveFirstOf(std::string_view employer);
 
-    /// The field's text, empty for null. The view holds until the cursor moves or writes.
+    /// The field's text, empty for null. The view holds until the cursor moves or writes. Between Edit or AddNew and
+    /// Update, what was set is read. Throws StoreError if there is no current record.
     std::string_view Field(std::string_view name) const;
     bool IsNull(std::string_view name) const;
 
@@ -84,8 +82,11 @@ public:
     void AddNew();
     void SetField(std::string_view name, std::string_view text);
     void SetNull(std::string_view name);
-    /// Writes what was set since Edit or AddNew. After AddNew the cursor stands on the new record.
+    /// Writes what was set since Edit or AddNew, and nothing else of the record. After AddNew the cursor stands on the
+    /// new record. Throws StoreError if the record is gone, or if another record has the key.
     void Update();
+    /// As Update, but false, with the record left as it was, if another record has the key.
+    [[nodiscard]] bool TryUpdate();
     /// Deletes the current record; MoveNext then goes on to the one after it.
     void Delete();
 
@@ -98,11 +99,14 @@ private:
 };
 
 /// Gathers the single writes of one operation into one transaction of the store, so that they cost one sync. It is
-/// committed when the batch ends, and also when a write fails: what was written before a failure stays.
+/// committed when the batch ends, and also when a write fails: what was written before a failure stays. The store is
+/// locked to others from the first write to the commit, so all writes of the operation go through the one database.
+/// Batches may be nested; the outermost commits.
 class WriteBatch {
 public:
     explicit WriteBatch(Database& database);
-    /// Commits now; throws StoreError if the store cannot.
+    /// Commits now; throws StoreError if the store cannot, and then nothing of the batch since the last commit is
+    /// stored.
     void Commit();
     /// Commits what Commit has not, passing over a failure.
     ~WriteBatch();

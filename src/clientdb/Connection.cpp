@@ -1,0 +1,344 @@
+#include "clientdb/Connection.h"
+
+#include "clientdb/StoreFaults.h"
+
+#include <utility>
+
+namespace quillmere {
+namespace {
+
+/// How long a statement waits for another program's lock, in milliseconds.
+constexpr int BusyTimeout = 2000;
+
+StoreFaultHook& FaultHook()
+{
+    static StoreFaultHook hook;
+    return hook;
+}
+
+} // namespace
+
+StoreError::StoreError(int errorNumber, const std::string& text, std::string statementText)
+    : std::runtime_error(text), number(errorNumber), statement(std::move(statementText))
+{
+}
+
+void SetStoreFaultHook(StoreFaultHook hook)
+{
+    FaultHook() = std::move(hook);
+}
+
+int FaultOf(const char* statement)
+{
+    const StoreFaultHook& hook = FaultHook();
+    return hook ? hook(statement) : SQLITE_OK;
+}
+
+std::string Quoted(std::string_view name)
+{
+    return "[" + std::string(name) + "]";
+}
+
+std::string PathText(const std::filesystem::path& path)
+{
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+// ---- one run of a statement
+// ------------------------------------------------------------------------------------------
+
+Run::Run(Database::Connection& of, sqlite3_stmt* prepared) : connection(of), statement(prepared)
+{
+}
+
+Run& Run::Bind(std::string_view text)
+{
+    // A null pointer would bind null, and an empty text is not null.
+    sqlite3_bind_text64(statement, ++parameter, text.data() == nullptr ? "" : text.data(), text.size(), SQLITE_STATIC,
+                        SQLITE_UTF8);
+    return *this;
+}
+
+Run& Run::Bind(std::int64_t number)
+{
+    sqlite3_bind_int64(statement, ++parameter, number);
+    return *this;
+}
+
+Run& Run::BindNull()
+{
+    sqlite3_bind_null(statement, ++parameter);
+    return *this;
+}
+
+void Run::Again()
+{
+    sqlite3_reset(statement);
+    parameter = 0;
+}
+
+bool Run::Step()
+{
+    if (!started) {
+        started = true;
+        if (const int fault = FaultOf(sqlite3_sql(statement)); fault != SQLITE_OK)
+            throw StoreError(fault, sqlite3_errstr(fault), sqlite3_sql(statement));
+    }
+    const int result = sqlite3_step(statement);
+    if (result == SQLITE_ROW)
+        return true;
+    if (result != SQLITE_DONE)
+        Fail(result);
+    return false;
+}
+
+int Run::Change()
+{
+    Step();
+    return sqlite3_changes(connection.handle);
+}
+
+std::string_view Run::Text(int column) const
+{
+    const unsigned char* text = sqlite3_column_text(statement, column);
+    if (text == nullptr)
+        return {};
+    return {reinterpret_cast<const char*>(text), static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+}
+
+void Run::Fail(int result)
+{
+    const int extended = sqlite3_extended_errcode(connection.handle);
+    throw StoreError(extended != SQLITE_OK ? extended : result, sqlite3_errmsg(connection.handle),
+                     sqlite3_sql(statement));
+}
+
+// ---- the statements of a table
+// ---------------------------------------------------------------------------------------
+
+TableStatements::TableStatements(Database::Connection& of, const TableLayout& tableLayout)
+    : connection(of), layout(tableLayout), fields(FieldsOf(tableLayout)), table(Quoted(tableLayout.name))
+{
+}
+
+template<class MakeText>
+sqlite3_stmt* TableStatements::Shape(char kind, std::span<const std::uint16_t> columns, MakeText text)
+{
+    key.assign(1, kind);
+    if (!columns.empty())
+        key.append(reinterpret_cast<const char*>(columns.data()), columns.size_bytes());
+    const auto [found, isNew] = shapes.try_emplace(key, nullptr);
+    if (isNew)
+        try {
+            found->second = connection.Prepare(text());
+        } catch (...) {
+            shapes.erase(found);
+            throw;
+        }
+    return found->second;
+}
+
+std::string TableStatements::Columns(std::span<const std::uint16_t> columns, bool all, std::string_view between) const
+{
+    std::string text;
+    const std::size_t count = all ? fields.Count() : columns.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i > 0)
+            text += between;
+        text += Quoted(fields.All()[all ? i : columns[i]].name);
+    }
+    return text.empty() ? "NULL" : text;
+}
+
+sqlite3_stmt* TableStatements::Seek(const TableIndex& index)
+{
+    const bool twoParts = !index.part2.empty();
+    return Shape(twoParts ? 'K' : 'k', {}, [&] {
+        std::string text =
+            "SELECT rowid," + Columns({}, true, ",") + " FROM " + table + " WHERE " + Quoted(index.part1) + "=?";
+        if (twoParts)
+            text += " AND " + Quoted(index.part2) + "=?";
+        return text;
+    });
+}
+
+sqlite3_stmt* TableStatements::Read(std::span<const std::uint16_t> columns, bool all)
+{
+    return Shape(all ? 'R' : 'r', columns,
+                 [&] { return "SELECT " + Columns(columns, all, ",") + " FROM " + table + " WHERE rowid=?"; });
+}
+
+sqlite3_stmt* TableStatements::ReadAfter(std::span<const std::uint16_t> columns, bool all)
+{
+    return Shape(all ? 'A' : 'a', columns, [&] {
+        return "SELECT rowid," + Columns(columns, all, ",") + " FROM " + table + " WHERE rowid>? ORDER BY rowid";
+    });
+}
+
+sqlite3_stmt* TableStatements::Order(const TableIndex* index, bool ofEmployer)
+{
+    const char kind = static_cast<char>('0' +
+                                        (index == nullptr       ? 0
+                                         : index->part2.empty() ? 1
+                                                                : 2) +
+                                        (ofEmployer ? 3 : 0));
+    return Shape(kind, {}, [&] {
+        std::string text = "SELECT rowid FROM " + table;
+        if (ofEmployer)
+            text += " WHERE [EmployerName]=?";
+        if (index != nullptr) {
+            text += " ORDER BY " + Quoted(index->part1);
+            if (!index->part2.empty())
+                text += "," + Quoted(index->part2);
+        }
+        return text;
+    });
+}
+
+sqlite3_stmt* TableStatements::Exists()
+{
+    return Shape('e', {}, [&] { return "SELECT 1 FROM " + table + " WHERE rowid=?"; });
+}
+
+sqlite3_stmt* TableStatements::Insert(std::span<const std::uint16_t> columns)
+{
+    return Shape('i', columns, [&] {
+        if (columns.empty())
+            return "INSERT INTO " + table + " DEFAULT VALUES";
+        std::string places = "?";
+        for (std::size_t i = 1; i < columns.size(); ++i)
+            places += ",?";
+        return "INSERT INTO " + table + "(" + Columns(columns, false, ",") + ") VALUES(" + places + ")";
+    });
+}
+
+sqlite3_stmt* TableStatements::Update(std::span<const std::uint16_t> columns)
+{
+    return Shape('u', columns,
+                 [&] { return "UPDATE " + table + " SET " + Columns(columns, false, "=?,") + "=? WHERE rowid=?"; });
+}
+
+sqlite3_stmt* TableStatements::Delete()
+{
+    return Shape('d', {}, [&] { return "DELETE FROM " + table + " WHERE rowid=?"; });
+}
+
+sqlite3_stmt* TableStatements::Employers()
+{
+    return Shape('E', {}, [&] {
+        return "SELECT [EmployerName],min(rowid) FROM " + table +
+               " WHERE [EmployerName] IS NOT NULL GROUP BY [EmployerName] ORDER BY 2";
+    });
+}
+
+// ---- the connection
+// --------------------------------------------------------------------------------------------------
+
+Database::Connection::Connection(const std::filesystem::path& path, int flags)
+{
+    const int result =
+        sqlite3_open_v2(PathText(path).c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+    if (result != SQLITE_OK) {
+        const std::string words = handle != nullptr ? sqlite3_errmsg(handle) : sqlite3_errstr(result);
+        Close();
+        throw StoreError(result, PathText(path) + ": " + words, "");
+    }
+    sqlite3_busy_timeout(handle, BusyTimeout);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+}
+
+void Database::Connection::Close()
+{
+    for (const auto& [text, statement] : own)
+        sqlite3_finalize(statement);
+    own.clear();
+    for (sqlite3_stmt* statement = nullptr;
+         handle != nullptr && (statement = sqlite3_next_stmt(handle, nullptr)) != nullptr;)
+        sqlite3_finalize(statement);
+    tables.clear();
+    sqlite3_close(handle);
+    handle = nullptr;
+}
+
+void Database::Connection::RequireOpen() const
+{
+    if (handle == nullptr)
+        throw StoreError(SQLITE_MISUSE, "The database has been closed.", "");
+}
+
+TableStatements& Database::Connection::Statements(const TableLayout& layout)
+{
+    for (const auto& statements : tables)
+        if (&statements->Layout() == &layout)
+            return *statements;
+    return *tables.emplace_back(std::make_unique<TableStatements>(*this, layout));
+}
+
+sqlite3_stmt* Database::Connection::Prepare(const std::string& text)
+{
+    RequireOpen();
+    sqlite3_stmt* statement = nullptr;
+    const int result = sqlite3_prepare_v3(handle, text.c_str(), static_cast<int>(text.size()) + 1,
+                                          SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+    if (result != SQLITE_OK)
+        throw StoreError(result, sqlite3_errmsg(handle), text);
+    return statement;
+}
+
+void Database::Connection::Execute(const std::string& text)
+{
+    sqlite3_stmt*& statement = own[text];
+    if (statement == nullptr)
+        statement = Prepare(text);
+    Run run(*this, statement);
+    while (run.Step()) {
+    }
+}
+
+std::int64_t Database::Connection::Pragma(const std::string& text)
+{
+    sqlite3_stmt* statement = Prepare(text);
+    struct Finalizer {
+        sqlite3_stmt* of;
+        ~Finalizer() { sqlite3_finalize(of); }
+    } finalizer{statement};
+    Run run(*this, statement);
+    return run.Step() ? run.Number(0) : 0;
+}
+
+void Database::Connection::BeforeWrite()
+{
+    RequireOpen();
+    if (batches > 0 && !InTransaction())
+        Execute("BEGIN IMMEDIATE");
+}
+
+void Database::Connection::AfterFailedWrite() noexcept
+{
+    if (batches == 0)
+        return;
+    try {
+        Commit();
+    } catch (const StoreError&) {
+        // The failure of the write is the one that is told; Commit has left no transaction open.
+    }
+}
+
+void Database::Connection::Commit()
+{
+    if (handle == nullptr || !InTransaction())
+        return;
+    try {
+        Execute("COMMIT");
+    } catch (const StoreError&) {
+        if (InTransaction())
+            sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
+    }
+}
+
+} // namespace quillmere

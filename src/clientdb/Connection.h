@@ -1,0 +1,129 @@
+#pragma once
+
+#include "clientdb/Recordset.h"
+#include "clientdb/TableLayouts.h"
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+/// What stands behind Database and Recordset: the SQLite connection and its prepared statements.
+namespace quillmere {
+
+/// Marks a client database in its file header ("Qmre").
+inline constexpr std::int32_t ApplicationId = 0x516D7265;
+/// Version of the table layouts.
+inline constexpr std::int32_t LayoutVersion = 1;
+
+/// A prepared statement for the length of one run: it is reset at the end, which gives up its lock. The texts bound to
+/// it must outlive the run.
+class Run {
+public:
+    Run(Database::Connection& connection, sqlite3_stmt* statement);
+    ~Run() { sqlite3_reset(statement); }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+    Run& Bind(std::string_view text);
+    Run& Bind(std::int64_t number);
+    Run& BindNull();
+    /// Goes back to the start, for the next run with other values.
+    void Again();
+    /// True if there is a row. Throws StoreError.
+    bool Step();
+    /// Runs a statement that has no rows: the number of records changed.
+    int Change();
+    std::int64_t Number(int column) const { return sqlite3_column_int64(statement, column); }
+    std::string_view Text(int column) const;
+    sqlite3_stmt* Raw() const { return statement; }
+
+private:
+    [[noreturn]] void Fail(int result);
+
+    Database::Connection& connection;
+    sqlite3_stmt* statement;
+    int parameter = 0;
+    bool started = false;
+};
+
+/// Statements of one table, prepared once for each shape.
+class TableStatements {
+public:
+    TableStatements(Database::Connection& connection, const TableLayout& layout);
+
+    const TableLayout& Layout() const { return layout; }
+    const TableFields& Fields() const { return fields; }
+
+    /// SELECT of the rowid and all fields by the parts of an index.
+    sqlite3_stmt* Seek(const TableIndex& index);
+    /// SELECT of one field after the other by rowid; of all fields where `columns` is empty and `all` is set.
+    sqlite3_stmt* Read(std::span<const std::uint16_t> columns, bool all);
+    /// The same for every record after a rowid, in the order of adding, with the rowid in front.
+    sqlite3_stmt* ReadAfter(std::span<const std::uint16_t> columns, bool all);
+    /// SELECT of the rowids in the order of the index (nullptr: as they come), of one employer or of all.
+    sqlite3_stmt* Order(const TableIndex* index, bool ofEmployer);
+    sqlite3_stmt* Exists();
+    /// INSERT and UPDATE of the columns; the rowid is UPDATE's last parameter.
+    sqlite3_stmt* Insert(std::span<const std::uint16_t> columns);
+    sqlite3_stmt* Update(std::span<const std::uint16_t> columns);
+    sqlite3_stmt* Delete();
+    sqlite3_stmt* Employers();
+
+private:
+    template<class MakeText>
+    sqlite3_stmt* Shape(char kind, std::span<const std::uint16_t> columns, MakeText text);
+    std::string Columns(std::span<const std::uint16_t> columns, bool all, std::string_view between) const;
+
+    Database::Connection& connection;
+    const TableLayout& layout;
+    const TableFields& fields;
+    std::string table; ///< the quoted name
+    std::string key;   ///< of the shape looked for, kept for its storage
+    std::unordered_map<std::string, sqlite3_stmt*> shapes;
+};
+
+struct Database::Connection {
+    Connection(const std::filesystem::path& path, int flags);
+    ~Connection() { Close(); }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    void Close();
+    /// Throws StoreError unless the connection is open.
+    void RequireOpen() const;
+    TableStatements& Statements(const TableLayout& layout);
+    sqlite3_stmt* Prepare(const std::string& text);
+    /// Runs a statement of the connection itself, prepared once.
+    void Execute(const std::string& text);
+    std::int64_t Pragma(const std::string& text);
+    bool InTransaction() const { return sqlite3_get_autocommit(handle) == 0; }
+    /// Called before each write: inside a batch the first one begins the transaction.
+    void BeforeWrite();
+    /// Called when a write failed: commits what a batch has written before.
+    void AfterFailedWrite() noexcept;
+    /// Commits the transaction of the batch, if one was begun. Rolls it back and throws StoreError if the store cannot.
+    void Commit();
+
+    sqlite3* handle = nullptr;
+    bool reference = false;
+    int batches = 0;
+    std::vector<std::unique_ptr<TableStatements>> tables;
+    std::unordered_map<std::string, sqlite3_stmt*> own;
+};
+
+/// A name between square brackets.
+std::string Quoted(std::string_view name);
+
+/// A path as UTF-8.
+std::string PathText(const std::filesystem::path& path);
+
+/// The error number with which the hook of the tests lets the statement fail, or 0.
+int FaultOf(const char* statement);
+
+} // namespace quillmere

@@ -1,0 +1,63 @@
+#include "clientdb/Template.h"
+
+#include "clientdb/Connection.h"
+#include "edition/LoanRates.h"
+
+#include <fmt/format.h>
+
+namespace quillmere {
+namespace {
+
+std::string CreateTable(const TableLayout& table)
+{
+    std::string text = "CREATE TABLE " + Quoted(table.name) + "(";
+    for (const Field& field : FieldsOf(table).All())
+        text += Quoted(field.name) + " TEXT,";
+    text.back() = ')';
+    return text;
+}
+
+std::string CreateIndex(const TableLayout& table, const TableIndex& index)
+{
+    return fmt::format("CREATE UNIQUE INDEX [{}_{}] ON [{}]([{}]{})", table.name, index.name, table.name, index.part1,
+                       index.part2.empty() ? "" : fmt::format(",[{}]", index.part2));
+}
+
+void CreateFile(const std::filesystem::path& path, std::span<const TableLayout> tables, std::int32_t applicationId)
+{
+    std::error_code error;
+    if (std::filesystem::exists(path, error))
+        throw StoreError(SQLITE_CANTOPEN, "There is already a file " + PathText(path), "");
+    Database::Connection connection(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    connection.Pragma("PRAGMA encoding='UTF-8'");
+    connection.Pragma("PRAGMA synchronous=EXTRA");
+    connection.Execute("BEGIN");
+    connection.Pragma(fmt::format("PRAGMA application_id={}", applicationId));
+    connection.Pragma(fmt::format("PRAGMA user_version={}", LayoutVersion));
+    for (const TableLayout& table : tables) {
+        connection.Execute(CreateTable(table));
+        for (const TableIndex& index : table.indexes)
+            connection.Execute(CreateIndex(table, index));
+    }
+    connection.Execute("COMMIT");
+}
+
+} // namespace
+
+void CreateTables(const std::filesystem::path& path)
+{
+    CreateFile(path, ClientTables(), ApplicationId);
+    Database database = Database::OpenDatabase(path);
+    Recordset currencies = database.OpenRecordset("HNotepad2");
+    currencies.AddNew();
+    currencies.SetField("Currency1", edition::FirstCurrency);
+    currencies.SetField("Rate1", edition::OfficialRateOfInterest);
+    currencies.Update();
+}
+
+void CreateReferenceTables(const std::filesystem::path& path)
+{
+    CreateFile(path, ReferenceTables(), 0);
+}
+
+} // namespace quillmere

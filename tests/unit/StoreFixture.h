@@ -1,0 +1,74 @@
+#pragma once
+
+#include "clientdb/Recordset.h"
+#include "clientdb/Template.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+#include <vector>
+
+namespace quillmere::test {
+
+/// A folder of its own, gone with its end.
+class ScratchFolder {
+public:
+    ScratchFolder()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "quillmere-XXXXXX").string();
+        path = ::mkdtemp(pattern.data());
+    }
+    ~ScratchFolder()
+    {
+        std::error_code error;
+        std::filesystem::remove_all(path, error);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    std::filesystem::path path;
+};
+
+/// A test with an empty client database, copied from one template.
+class StoreFixture : public ::testing::Test {
+protected:
+    StoreFixture()
+    {
+        static const ScratchFolder templates;
+        const std::filesystem::path empty = templates.path / "template";
+        if (!std::filesystem::exists(empty))
+            CreateTables(empty);
+        file = folder.path / "clients";
+        std::filesystem::copy_file(empty, file);
+    }
+
+    Database Open(OpenMode mode = OpenMode::ReadWrite) const { return Database::OpenDatabase(file, mode); }
+
+    /// Adds a record with its keys.
+    static void Add(Database& database, std::string_view table, std::string_view employer, std::string_view employee)
+    {
+        Recordset records = database.OpenRecordset(table);
+        records.AddNew();
+        records.SetField("EmployerName", employer);
+        records.SetField("EmployeeName", employee);
+        records.SetField("Name", std::string(employer) + " " + std::string(employee));
+        records.Update();
+    }
+
+    /// One field of every record, in the order of the cursor.
+    static std::vector<std::string> All(Recordset& records, std::string_view field)
+    {
+        std::vector<std::string> texts;
+        for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
+            texts.emplace_back(records.Field(field));
+        return texts;
+    }
+
+    ScratchFolder folder;
+    std::filesystem::path file;
+};
+
+} // namespace quillmere::test
