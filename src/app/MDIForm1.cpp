@@ -1,0 +1,304 @@
+#include "app/MDIForm1.h"
+
+#include "app/Version.h"
+#include "edition/Edition.h"
+#include "frame/CheckedFile.h"
+#include "frame/CloseAll.h"
+#include "frame/Session.h"
+#include "frame/Settings.h"
+#include "screens/P11DPage.h"
+
+#include <array>
+#include <filesystem>
+#include <string>
+
+namespace quillmere {
+
+namespace {
+
+/// Entries of the menus and the toolbar. An entry whose screen is not there is disabled.
+constexpr auto Rows = std::to_array<BoxRow>({
+    {.name = "New", .kind = Kind::Menu, .text = "New"},
+    {.name = "Open", .kind = Kind::Menu, .text = "Open"},
+    {.name = "mnuTransfer", .kind = Kind::Menu, .text = "Transfer"},
+    {.name = "FileP11DB", .kind = Kind::Menu, .text = "P11D(b)"},
+    {.name = "FileDeleteEmployer", .kind = Kind::Menu, .text = "Delete Employer"},
+    {.name = "FileDeleteEmployee", .kind = Kind::Menu, .text = "Delete Employee"},
+    {.name = "FileRenameEmp", .kind = Kind::Menu, .text = "Rename Employer/PAYE"},
+    {.name = "FileRename", .kind = Kind::Menu, .text = "Rename Employee"},
+    {.name = "mnuPrint", .kind = Kind::Menu, .text = "Print "},
+    {.name = "mnuBatch", .kind = Kind::Menu, .text = "Employer Batch Print"},
+    {.name = "mnuPrintSetup", .kind = Kind::Menu, .text = "Print Setup..."},
+    {.name = "ExitOpt", .kind = Kind::Menu, .text = "Exit"},
+    {.name = "mnuAltFolder", .kind = Kind::Menu, .first = 1, .last = 4},
+    {.name = "mnuFolderManager", .kind = Kind::Menu, .text = "Manager..."},
+    {.name = "ToolbarOpt", .kind = Kind::Menu, .text = "Toolbar"},
+    {.name = "mnuSettingsReports", .kind = Kind::Menu, .text = "Reports"},
+    {.name = "picToolbar", .kind = Kind::Label},
+    {.name = "StatusBar1", .kind = Kind::Label, .first = 1, .last = 2},
+});
+
+/// The toolbar's buttons: the array cmdFile, and those beside it. Most of the family's buttons have no action in this
+/// program; they are part of the window but do not show.
+struct ToolRow {
+    std::string_view box;
+    int index;
+    std::string_view tip;
+    bool shown = false;
+};
+constexpr auto Tools = std::to_array<ToolRow>({
+    {"cmdFile", 0, "New File", true},
+    {"cmdFile", 1, "Transfer File"},
+    {"cmdFile", 2, "Copy File"},
+    {"cmdFile", 3, "Open File", true},
+    {"cmdFile", 4, "Close File", true},
+    {"cmdFile", 5, "Save File"},
+    {"cmdFile", 6, "Rename File"},
+    {"cmdFile", 7, "Delete File"},
+    {"cmdFile", 8, "Backup database", true},
+    {"cmdFile", 9, "Print", true},
+    {"cmdFile", 10, "Print Preview"},
+    {"cmdFile", 11, "Tax Return"},
+    {"cmdFile", 12, "Supplement Manager"},
+    {"cmdELS", Box::NoIndex, ""},
+    {"cmdSummary", Box::NoIndex, ""},
+    {"cmdValidate", Box::NoIndex, ""},
+    {"cmdExit", Box::NoIndex, "Exit", true},
+});
+
+constexpr auto Menus = std::to_array<MenuRow>({
+    {.menu = "File", .box = "New"},
+    {.menu = "File", .box = "Open"},
+    {.menu = "File", .box = "mnuTransfer"},
+    {.menu = "File", .box = "FileP11DB"},
+    {.menu = "File", .box = "FileDeleteEmployer", .separatorBefore = true},
+    {.menu = "File", .box = "FileDeleteEmployee"},
+    {.menu = "File", .box = "FileRenameEmp"},
+    {.menu = "File", .box = "FileRename"},
+    {.menu = "File", .box = "mnuPrint", .separatorBefore = true},
+    {.menu = "File", .box = "mnuBatch"},
+    {.menu = "File", .box = "mnuPrintSetup"},
+    {.menu = "File", .box = "ExitOpt", .separatorBefore = true},
+    {.menu = "Folder", .box = "mnuAltFolder", .index = 1},
+    {.menu = "Folder", .box = "mnuAltFolder", .index = 2},
+    {.menu = "Folder", .box = "mnuAltFolder", .index = 3},
+    {.menu = "Folder", .box = "mnuAltFolder", .index = 4},
+    {.menu = "Folder", .box = "mnuFolderManager", .separatorBefore = true},
+    {.menu = "View", .box = "ToolbarOpt"},
+    {.menu = "Settings", .box = "mnuSettingsReports"},
+});
+
+} // namespace
+
+std::span<const MenuRow> MenuRows()
+{
+    return Menus;
+}
+
+MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Main, edition::AppTitle)
+{
+    AddBoxes(Rows);
+    for (const ToolRow& tool : Tools)
+        AddBox({.kind = Kind::Button, .tip = tool.tip, .hidden = !tool.shown}, std::string(tool.box), tool.index);
+
+    const auto command = [this](std::string_view menuEntry, auto operation) {
+        OnClick(menuEntry, [operation](Box&) { operation(); });
+    };
+    const auto newFile = [this] { CommandNew(); };
+    const auto open = [this] { CommandEmployerList(0, "Select Employer"); };
+    const auto print = [this] { CommandPrint(); };
+    command("New", newFile);
+    command("Open", open);
+    command("mnuTransfer", [this] { CommandOpenScreen("TransferList"); });
+    command("FileP11DB", [this] { CommandDeclaration(); });
+    command("FileDeleteEmployer", [this] { CommandEmployerList(5, "Select Employer to delete"); });
+    command("FileDeleteEmployee", [this] { CommandEmployerList(2, "Select the Employee's Employer"); });
+    command("FileRenameEmp", [this] { CommandRename(); });
+    command("FileRename", [this] { CommandEmployerList(1, "Select Employer"); });
+    command("mnuPrint", print);
+    command("mnuBatch", [this] { CommandOpenScreen("PrePrint"); });
+    command("mnuPrintSetup", [this] { this->session.platform.ShowPrinterSetup(); });
+    command("ExitOpt", [this] { this->session.screens.Unload("MDIForm1"); });
+    command("mnuFolderManager", [this] { this->session.screens.Show("frmFolderManager"); });
+    command("ToolbarOpt", [this] { ToggleToolbar(); });
+    command("mnuSettingsReports", [this] { this->session.screens.Show("frmVSPrintSettings"); });
+    command("cmdExit", [this] { CommandExit(); });
+    OnClick("mnuAltFolder", [this](Box& entry) { ChooseFolder(entry.Index()); });
+    OnClick("cmdFile", [this, newFile, open, print](Box& button) {
+        switch (button.Index()) {
+        case 0:
+            return newFile();
+        case 3:
+            return open();
+        case 4:
+            return UnloadAllScreens(this->session);
+        case 8:
+            return CommandOpenScreen("frmBackup");
+        case 9:
+            return print();
+        default:
+            return; // the family's other buttons have no action here
+        }
+    });
+}
+
+bool MDIForm1::Load()
+{
+    ReadSettings();
+    const Settings& settings = session.settings;
+    SetPlacement({.maximised = settings.applicationMaximised,
+                  .top = settings.applicationTop,
+                  .left = settings.applicationLeft,
+                  .height = settings.applicationHeight,
+                  .width = settings.applicationWidth});
+    RebuildFolderMenu();
+    box("ToolbarOpt").SetTicked(settings.viewPicToolbar);
+    box("picToolbar").SetVisible(settings.viewPicToolbar);
+    EnableEmployeeCommands(session, false);
+    box("StatusBar1", 1).SetText(edition::ProductVersionLabel.substr(0, 5));
+    box("StatusBar1", 2).SetText(std::to_string(VersionMajor) + "." + std::to_string(VersionMinor) + "." +
+                                 std::to_string(VersionRevision));
+    const std::filesystem::path clientFolder = session.ClientDatabasePath().parent_path();
+    if (!CreateUserFile(session.resourceFolder, edition::TemplateDatabaseName, clientFolder, edition::ClientDatabaseName))
+        session.messages.Tell(edition::AppTitle,
+                              "The following client database could not be created:\n\n" +
+                                  (clientFolder / edition::ClientDatabaseName).string(),
+                              Icon::Critical);
+    return true;
+}
+
+void MDIForm1::ReadSettings()
+{
+    const SettingsSurroundings surroundings{.programFolder = session.programFolder,
+                                            .rootFolder = session.RootFolder,
+                                            .userName = session.platform.UserName(),
+                                            .screenHeight = session.screenHeight,
+                                            .screenWidth = session.screenWidth};
+    try {
+        ReadConfiguration(session.settings, surroundings);
+    } catch (const std::exception& error) {
+        ReportError("ReadConfiguration", error);
+    }
+}
+
+bool MDIForm1::CreateUserFile(const std::filesystem::path& templateFolder, std::string_view templateName,
+                              const std::filesystem::path& clientFolder, std::string_view databaseName)
+{
+    const std::filesystem::path target = clientFolder / databaseName;
+    std::error_code unreadable;
+    if (std::filesystem::exists(target, unreadable))
+        return true;
+    try {
+        CopyFileChecked(templateFolder / templateName, target);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+void MDIForm1::RebuildFolderMenu()
+{
+    int digit = 1;
+    for (int slot = 1; slot <= 4; ++slot) {
+        const std::string& name = session.settings.folder[static_cast<std::size_t>(slot)];
+        Box& entry = box("mnuAltFolder", slot);
+        entry.SetVisible(!name.empty());
+        if (name.empty())
+            continue;
+        entry.SetText("&" + std::to_string(digit++) + " " + name);
+        entry.SetTicked(slot == session.settings.selectedFolder);
+    }
+}
+
+void MDIForm1::ChooseFolder(int slot)
+{
+    if (slot == session.settings.selectedFolder)
+        return;
+    // The open employee belongs to the folder that is left: it is stored there first.
+    UnloadAllScreens(session);
+    session.settings.selectedFolder = slot;
+    RebuildFolderMenu();
+    session.messages.Tell("Quillmere Program Closing - Please restart from the desktop",
+                          "The Database folder has been updated.  The program will now exit to save changes",
+                          Icon::Critical);
+    session.screens.Unload(Name());
+}
+
+void MDIForm1::ToggleToolbar()
+{
+    bool& shown = session.settings.viewPicToolbar;
+    shown = !shown;
+    box("ToolbarOpt").SetTicked(shown);
+    box("picToolbar").SetVisible(shown);
+}
+
+void MDIForm1::CommandNew()
+{
+    UnloadAllScreens(session);
+    session.screens.Show("NewFileCheck");
+}
+
+void MDIForm1::CommandEmployerList(int mode, std::string_view caption)
+{
+    UnloadAllScreens(session);
+    session.EmployerListMode = mode;
+    if (Screen* list = session.screens.Load("EmployerList")) {
+        list->SetCaption(caption);
+        session.screens.Show("EmployerList");
+    }
+}
+
+void MDIForm1::CommandRename()
+{
+    UnloadAllScreens(session);
+    session.EmployerListMode = 0;
+    session.screens.Show("RenameEmp");
+}
+
+void MDIForm1::CommandOpenScreen(std::string_view screen)
+{
+    UnloadAllScreens(session);
+    session.screens.Show(screen);
+}
+
+void MDIForm1::CommandDeclaration()
+{
+    session.DeclarationFromMenu = true;
+    session.screens.Show("P11DDeclaration");
+}
+
+void MDIForm1::CommandPrint()
+{
+    for (const std::string_view page : {"Form3", "Side2Form1"}) {
+        if (!session.screens.IsShown(page))
+            continue;
+        auto& shown = static_cast<P11DPage&>(*session.screens.Find(page));
+        shown.SeekCurrent(shown.RefreshErrorTitle());
+    }
+}
+
+void MDIForm1::CommandExit()
+{
+    if (session.messages.Ask("End Program", "Quit " + std::string(edition::AppTitle), Icon::Critical))
+        session.screens.Unload(Name());
+}
+
+void MDIForm1::Unload()
+{
+    UnloadAllScreens(session);
+    for (Screen* screen : session.screens.Open())
+        session.screens.Unload(screen->Name());
+    if (const auto& placement = Placement()) {
+        Settings& settings = session.settings;
+        settings.applicationMaximised = placement->maximised;
+        if (!placement->minimised) {
+            settings.applicationTop = placement->top;
+            settings.applicationLeft = placement->left;
+            settings.applicationHeight = placement->height;
+            settings.applicationWidth = placement->width;
+        }
+    }
+    WriteConfiguration(session.settings, session.programFolder);
+}
+
+} // namespace quillmere

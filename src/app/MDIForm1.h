@@ -1,0 +1,49 @@
+#pragma once
+
+#include "frame/Screen.h"
+
+#include <filesystem>
+#include <span>
+#include <string_view>
+
+namespace quillmere {
+
+/// One entry of the main window's menus, in their order.
+struct MenuRow {
+    std::string_view menu; ///< "File", "Folder", "View", "Settings"
+    std::string_view box;
+    int index = Box::NoIndex;
+    bool separatorBefore = false;
+};
+
+/// The menu bar.
+std::span<const MenuRow> MenuRows();
+
+/// The main window: menus, toolbar, status bar, and the commands that tie the subsystems together.
+class MDIForm1 : public Screen {
+public:
+    explicit MDIForm1(Session& session);
+
+    bool Load() override;
+    void Unload() override;
+
+    /// Fills the Folder menu from the four folder slots.
+    void RebuildFolderMenu();
+    /// Makes a file from the empty template if the target does not exist. False if it cannot be made.
+    [[nodiscard]] static bool CreateUserFile(const std::filesystem::path& templateFolder, std::string_view templateName,
+                                             const std::filesystem::path& clientFolder, std::string_view databaseName);
+
+private:
+    void ReadSettings();
+    void CommandNew();
+    void CommandEmployerList(int mode, std::string_view caption);
+    void CommandRename();
+    void CommandPrint();
+    void CommandDeclaration();
+    void CommandExit();
+    void CommandOpenScreen(std::string_view screen);
+    void ChooseFolder(int slot);
+    void ToggleToolbar();
+};
+
+} // namespace quillmere

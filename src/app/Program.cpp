@@ -1,0 +1,56 @@
+#include "app/Program.h"
+
+#include "app/MDIForm1.h"
+#include "edition/Edition.h"
+#include "frame/Folders.h"
+
+namespace quillmere {
+
+Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
+    : session(platform), places(std::move(places))
+{
+    RegisterScreens(session.screens);
+    session.screens.SetHost(host);
+}
+
+Program::~Program()
+{
+    session.screens.Abandon();
+}
+
+bool Program::Main()
+{
+    instance.emplace(places.programFolder);
+    if (!instance->IsFirst()) {
+        session.platform.Beep();
+        session.messages.Tell(edition::AppTitle, std::string(edition::AppTitle) + " is already running");
+        return false;
+    }
+    session.WindowsFolder = WindowsFolder();
+    MakeTempFolder();
+    session.programFolder = places.programFolder;
+    session.resourceFolder = places.resourceFolder;
+    session.RootFolder = RootFolderOf(places.programFolder);
+    session.screenHeight = places.screenHeight;
+    session.screenWidth = places.screenWidth;
+    session.screens.Show("MDIForm1");
+    return true;
+}
+
+void Program::Close()
+{
+    if (Screen* main = session.screens.Find("MDIForm1"))
+        main->RequestClose();
+}
+
+bool Program::Ended() const
+{
+    return session.screens.Find("MDIForm1") == nullptr;
+}
+
+void RegisterScreens(Screens& screens)
+{
+    screens.Register("MDIForm1", [](Session& session) { return std::make_unique<MDIForm1>(session); });
+}
+
+} // namespace quillmere

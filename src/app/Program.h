@@ -1,0 +1,49 @@
+#pragma once
+
+#include "frame/Session.h"
+#include "frame/SingleInstance.h"
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+
+namespace quillmere {
+
+/// Where a run of the program finds its files.
+struct ProgramPlaces {
+    std::filesystem::path programFolder;  ///< holds settings and, at first, the client database
+    std::filesystem::path resourceFolder; ///< holds the template and the reference database
+    int screenHeight = 768, screenWidth = 1366;
+};
+
+/// The program between its start and its end, without any toolkit.
+class Program {
+public:
+    /// `host` may be null: then no window is seen.
+    Program(Platform& platform, ScreenHost* host, ProgramPlaces places);
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program();
+
+    /// The entry point: refuses a second instance, works out the folders and shows the main window.
+    /// False if the process is to end at once.
+    bool Main();
+
+    /// Closes the main window, as its close box does: stores what is open, writes the settings, ends.
+    void Close();
+
+    /// True once the main window has been closed: the process ends.
+    bool Ended() const;
+
+    Session& GetSession() { return session; }
+
+private:
+    Session session;
+    ProgramPlaces places;
+    std::optional<SingleInstance> instance;
+};
+
+/// Registers every screen of the program under its name.
+void RegisterScreens(Screens& screens);
+
+} // namespace quillmere

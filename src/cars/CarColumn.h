@@ -1,0 +1,74 @@
+#pragma once
+
+#include "cars/CarBenefit.h"
+#include "frame/Session.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace quillmere {
+
+/// One car's column of boxes: six cars, one design. It makes the boxes on its screen, holds what leaving each of them
+/// does, and runs `CarBenefitCompute`. Cars 1 and 2 stand on page 1, the others on the two screens for further cars.
+class CarColumn {
+public:
+    /// What follows a run of the routine: the totals of page 1, or nothing.
+    struct Totals {
+        std::function<void()> computeCash;
+        std::function<void()> computeFuel;
+    };
+
+    /// Makes the column's boxes on `screen`, at the end of those that are there.
+    CarColumn(Session& session, Screen& screen, int car, Totals totals);
+    CarColumn(const CarColumn&) = delete;
+    CarColumn& operator=(const CarColumn&) = delete;
+
+    /// Reads the whole column and rewrites its working boxes and its two results.
+    void CarBenefitCompute();
+    /// Empties every box, clears the ticks and makes the boxes writable.
+    void Empty();
+
+private:
+    Box& box(std::string_view stem) const;
+    Box& PeriodBox(std::string_view stem, int row) const;
+    void AddBoxes();
+    void BindEvents();
+    CarFacts Facts() const;
+    CarDateTexts DateTexts() const;
+
+    void SetStates();
+    void Compute();
+    void Write(const CarWorking& working);
+    void SetWithdrawnState(const CarFacts& facts);
+
+    void LeaveFuel();
+    void LeaveRegistrationDate();
+    void LeaveDateFrom();
+    void LeaveDateTo();
+    void LeavePeriod(Box& left, const CarDateOutcome& outcome);
+    void LeaveListPrice();
+    void LeaveAccessories();
+    void LeaveCapitalContribution();
+    void LeaveDateWithdrawn();
+    void ClickFuelTick();
+    void Tell(std::string_view title, std::string_view text) const;
+
+    Session& session;
+    Screen& screen;
+    int car;
+    Totals totals;
+};
+
+/// One of the two totals of section F: where its figures come from and what is said when they cannot be had.
+struct CarTotalKind {
+    std::string_view figure;     ///< stem of the six boxes and fields
+    std::string_view total;      ///< box on page 1
+    std::string_view errorTitle; ///< when the record of cars 3 to 6 is missing
+};
+
+/// Adds the six cars' figures into the total's box on page 1. Each figure is read from `screen` if that car stands there,
+/// for cars 1 and 2 else from page 1, and for the others from the stored record of cars 3 to 6.
+void ComputeCarTotal(Session& session, const Screen& screen, const CarTotalKind& kind);
+
+} // namespace quillmere

@@ -1,0 +1,117 @@
+#include "desktop/DesktopHost.h"
+
+#include "desktop/Look.h"
+#include "desktop/MainWindow.h"
+#include "desktop/ScreenWindow.h"
+
+#include <QApplication>
+#include <QTimer>
+
+namespace quillmere {
+
+DesktopHost::DesktopHost() : context(std::make_unique<QObject>())
+{
+    look::LoadFonts();
+}
+
+DesktopHost::~DesktopHost() = default;
+
+void DesktopHost::Show(Screen& screen)
+{
+    if (screen.Mode() == ShowMode::Main) {
+        if (mainWindow == nullptr)
+            mainWindow = std::make_unique<MainWindow>(screen);
+        mainWindow->show();
+        return;
+    }
+    std::unique_ptr<ScreenWindow>& window = windows[&screen];
+    const bool made = window == nullptr;
+    const bool page = screen.Mode() == ShowMode::Child && mainWindow != nullptr;
+    if (made)
+        window = std::make_unique<ScreenWindow>(screen, page ? mainWindow->Desk() : mainWindow.get());
+    if (page) {
+        mainWindow->ShowPage(*window);
+    } else {
+        if (made && mainWindow != nullptr) {
+            const QRect frame = mainWindow->geometry();
+            window->move(frame.center() - window->rect().center());
+        }
+        window->show();
+        window->raise();
+        window->activateWindow();
+    }
+    if (made)
+        window->FocusFirst();
+}
+
+void DesktopHost::Hide(Screen& screen)
+{
+    const auto found = windows.find(&screen);
+    if (found != windows.end())
+        found->second->hide();
+}
+
+void DesktopHost::Close(Screen& screen)
+{
+    if (screen.Mode() == ShowMode::Main) {
+        while (!windows.empty())
+            CloseWindow(windows.begin());
+        if (mainWindow != nullptr) {
+            mainWindow->Detach();
+            mainWindow->hide();
+            mainWindow.release()->deleteLater();
+        }
+        QCoreApplication::quit();
+    } else if (const auto found = windows.find(&screen); found != windows.end()) {
+        CloseWindow(found);
+    }
+}
+
+void DesktopHost::CloseWindow(Windows::iterator position)
+{
+    // The event that closes the window may be one of its own: it goes once that has ended.
+    ScreenWindow* window = position->second.release();
+    windows.erase(position);
+    window->Detach();
+    window->hide();
+    window->deleteLater();
+}
+
+void DesktopHost::WorkWaiting()
+{
+    QTimer::singleShot(0, context.get(), [this] {
+        if (screens != nullptr)
+            screens->RunDeferred();
+    });
+}
+
+QWidget* DesktopHost::WindowOf(const Screen& screen) const
+{
+    if (mainWindow != nullptr && &mainWindow->GetScreen() == &screen)
+        return mainWindow.get();
+    const auto found = windows.find(&screen);
+    return found == windows.end() ? nullptr : found->second.get();
+}
+
+QWidget* DesktopHost::WidgetOf(const Screen& screen, const Box& box) const
+{
+    if (mainWindow != nullptr && &mainWindow->GetScreen() == &screen)
+        return mainWindow->WidgetOf(box);
+    const auto found = windows.find(&screen);
+    return found == windows.end() ? nullptr : found->second->WidgetOf(box);
+}
+
+void DesktopHost::ShowProgress(int done, int total)
+{
+    if (mainWindow != nullptr)
+        mainWindow->ShowProgress(done, total);
+}
+
+QWidget* DesktopHost::FrontWindow() const
+{
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    return mainWindow.get();
+}
+
+} // namespace quillmere

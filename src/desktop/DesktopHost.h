@@ -1,0 +1,49 @@
+#pragma once
+
+#include "frame/Screens.h"
+
+#include <memory>
+#include <unordered_map>
+
+class QObject;
+class QWidget;
+
+namespace quillmere {
+
+class MainWindow;
+class ScreenWindow;
+
+/// Puts the program's screens on the desktop: one window for each, made from the screen's layout when it is first shown.
+class DesktopHost : public ScreenHost {
+public:
+    DesktopHost();
+    ~DesktopHost() override;
+
+    void Show(Screen& screen) override;
+    void Hide(Screen& screen) override;
+    void Close(Screen& screen) override;
+    void WorkWaiting() override;
+
+    /// The screens whose deferred work RunDeferred does; set once the program is made.
+    void SetScreens(Screens* newScreens) { screens = newScreens; }
+    /// The window of a screen, and the widget of one of its controls (object name "Screen.Control" or
+    /// "Screen.Control(3)"); nothing if there is none.
+    QWidget* WindowOf(const Screen& screen) const;
+    QWidget* WidgetOf(const Screen& screen, const Box& box) const;
+    MainWindow* Main() const { return mainWindow.get(); }
+    /// Shows how far a long work has come in the status bar; `total` 0 takes the bar away.
+    void ShowProgress(int done, int total);
+    /// Where message boxes and dialogs belong: the window in front.
+    QWidget* FrontWindow() const;
+
+private:
+    using Windows = std::unordered_map<const Screen*, std::unique_ptr<ScreenWindow>>;
+    void CloseWindow(Windows::iterator position);
+
+    std::unique_ptr<QObject> context; ///< deferred work that is still waiting goes with it
+    std::unique_ptr<MainWindow> mainWindow;
+    Windows windows;
+    Screens* screens = nullptr;
+};
+
+} // namespace quillmere

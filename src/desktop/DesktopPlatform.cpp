@@ -1,0 +1,149 @@
+#include "desktop/DesktopPlatform.h"
+
+#include "desktop/DesktopHost.h"
+#include "desktop/Look.h"
+
+#include <chrono>
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QUrl>
+
+namespace quillmere {
+
+namespace {
+
+/// Results of opening a file with the desktop's viewer, as `ShellErrorText` knows them.
+constexpr int Opened = 33;
+constexpr int FileNotFound = 2;
+constexpr int UnknownProgram = 14;
+
+QMessageBox::Icon IconOf(Icon icon)
+{
+    switch (icon) {
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Critical:
+        return QMessageBox::Critical;
+    case Icon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+Answer DesktopPlatform::ShowMessage(const Message& message)
+{
+    const bool wasBusy = busy;
+    SetBusyPointer(false);
+    QMessageBox box(IconOf(message.icon), look::Text(message.title), look::Text(message.text), QMessageBox::NoButton,
+                    host.FrontWindow());
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    if (message.buttons == Buttons::YesNo) {
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setDefaultButton(message.defaultAnswer == Answer::No ? QMessageBox::No : QMessageBox::Yes);
+        box.setEscapeButton(QMessageBox::No);
+    } else {
+        box.setStandardButtons(QMessageBox::Ok);
+    }
+    const int pressed = box.exec();
+    SetBusyPointer(wasBusy);
+    if (message.buttons == Buttons::Ok)
+        return Answer::Ok;
+    return pressed == QMessageBox::Yes ? Answer::Yes : Answer::No;
+}
+
+void DesktopPlatform::Beep()
+{
+    QApplication::beep();
+}
+
+std::optional<std::string> DesktopPlatform::AskSaveFile(const SaveFileQuestion& question)
+{
+    QFileDialog dialog(host.FrontWindow(), look::Text(question.title));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setNameFilter(look::Text(question.filterName + " (" + question.filterPattern + ")"));
+    dialog.setDefaultSuffix(look::Text(question.defaultExtension));
+    // The program asks for itself whether a file is to be replaced.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.selectFile(look::Text(question.proposedPath));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().front().toStdString();
+}
+
+bool DesktopPlatform::ShowPrinterSetup()
+{
+    return false;
+}
+
+std::vector<std::string> DesktopPlatform::Printers()
+{
+    return {};
+}
+
+PrintOutcome DesktopPlatform::Print(const PrintRequest&)
+{
+    return PrintOutcome::PrinterUnreachable;
+}
+
+int DesktopPlatform::OpenWithDesktop(const std::filesystem::path& file)
+{
+    if (!std::filesystem::exists(file))
+        return FileNotFound;
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(look::Text(file.string()))) ? Opened : UnknownProgram;
+}
+
+Day DesktopPlatform::Today()
+{
+    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+    std::tm local{};
+    localtime_r(&now, &local);
+    return std::chrono::sys_days(std::chrono::year(local.tm_year + 1900) / (local.tm_mon + 1) / local.tm_mday);
+}
+
+void DesktopPlatform::SetBusyPointer(bool newBusy)
+{
+    if (busy == newBusy)
+        return;
+    busy = newBusy;
+    if (busy)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+void DesktopPlatform::ShowProgress(int done, int total)
+{
+    host.ShowProgress(done, total);
+    YieldToMessages();
+}
+
+void DesktopPlatform::YieldToMessages()
+{
+    // Repainting only: what the user does meanwhile waits until the work is done.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+std::string DesktopPlatform::UserName()
+{
+    const passwd* account = getpwuid(getuid());
+    if (account == nullptr || account->pw_gecos == nullptr)
+        return {};
+    const std::string full(account->pw_gecos);
+    return full.substr(0, full.find(','));
+}
+
+} // namespace quillmere

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "frame/Platform.h"
+
+namespace quillmere {
+
+class DesktopHost;
+
+/// The door to the outside as a person meets it: message boxes and dialogs of the desktop, its viewer, its clock, and the
+/// printers of the print spooler.
+class DesktopPlatform : public Platform {
+public:
+    explicit DesktopPlatform(DesktopHost& host) : host(host) {}
+
+    Answer ShowMessage(const Message& message) override;
+    void Beep() override;
+    std::optional<std::string> AskSaveFile(const SaveFileQuestion& question) override;
+    bool ShowPrinterSetup() override;
+    std::vector<std::string> Printers() override;
+    PrintOutcome Print(const PrintRequest& request) override;
+    int OpenWithDesktop(const std::filesystem::path& file) override;
+    Day Today() override;
+    void SetBusyPointer(bool busy) override;
+    void ShowProgress(int done, int total) override;
+    void YieldToMessages() override;
+    std::string UserName() override;
+
+private:
+    DesktopHost& host;
+    bool busy = false;
+};
+
+} // namespace quillmere

@@ -1,0 +1,80 @@
+#include "desktop/Layout.h"
+
+#include <algorithm>
+
+namespace quillmere {
+
+void Layout::Panel(int x, int y, int w, int h)
+{
+    drawn.push_back({.what = Drawn::What::Panel, .x = x, .y = y, .width = w, .height = h});
+}
+
+void Layout::Frame(int x, int y, int w, int h, std::string_view title)
+{
+    drawn.push_back({.what = Drawn::What::Frame, .x = x, .y = y, .width = w, .height = h, .text = std::string(title)});
+}
+
+void Layout::Letter(int x, int y, std::string_view letter)
+{
+    drawn.push_back({.what = Drawn::What::Letter,
+                     .x = x,
+                     .y = y,
+                     .width = 22,
+                     .height = 22,
+                     .text = std::string(letter),
+                     .look = {.size = 15, .bold = true, .align = TextLook::Align::Centre}});
+}
+
+void Layout::Tag(int x, int y)
+{
+    drawn.push_back({.what = Drawn::What::Tag,
+                     .x = x,
+                     .y = y,
+                     .width = 24,
+                     .height = BoxHeight,
+                     .text = "1A",
+                     .look = {.size = 12, .bold = true, .align = TextLook::Align::Centre}});
+}
+
+void Layout::Text(int x, int y, int w, std::string_view text, TextLook look, int h)
+{
+    const auto lines = 1 + std::ranges::count(text, '\n');
+    const int textHeight = static_cast<int>(lines) * (look.size + 4);
+    drawn.push_back({.what = Drawn::What::Text,
+                     .x = x,
+                     .y = y,
+                     .width = w,
+                     .height = h > 0 ? h : textHeight,
+                     .text = std::string(text),
+                     .look = look});
+}
+
+void Layout::Line(int x, int y, int w, int h)
+{
+    drawn.push_back({.what = Drawn::What::Line, .x = x, .y = y, .width = w, .height = h});
+}
+
+void Layout::Place(std::string_view box, int x, int y, int w, int h, std::string_view spoken)
+{
+    PlaceAt(box, Box::NoIndex, x, y, w, h, spoken);
+}
+
+void Layout::PlaceAt(std::string_view box, int index, int x, int y, int w, int h, std::string_view spoken)
+{
+    placed.push_back({.box = std::string(box),
+                      .index = index,
+                      .x = x,
+                      .y = y,
+                      .width = w,
+                      .height = h,
+                      .spoken = std::string(spoken)});
+}
+
+void Layout::Line(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX,
+                  int boxWidth)
+{
+    Text(captionX, y + 3, captionWidth, caption);
+    Place(box, boxX, y, boxWidth, BoxHeight, caption);
+}
+
+} // namespace quillmere

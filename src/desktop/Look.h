@@ -1,0 +1,44 @@
+#pragma once
+
+#include "desktop/Layout.h"
+#include "frame/Box.h"
+
+#include <QColor>
+#include <QFont>
+#include <QIcon>
+#include <QPalette>
+#include <QString>
+
+class QPainter;
+
+namespace quillmere::look {
+
+/// Makes the built-in typefaces known to the toolkit; done once a process, before the first window.
+void LoadFonts();
+
+/// The face of captions, and the monospaced one of amounts, at a size in pixels.
+QFont CaptionFont(const TextLook& look = {});
+QFont AmountFont(int size = 13);
+
+inline const QColor Sheet(0xFF, 0xFF, 0xFF);
+inline const QColor PanelGrey(0xE9, 0xEB, 0xEE);
+inline const QColor Ink(0x1A, 0x1A, 0x1A);
+inline const QColor Desk(0xC9, 0xCE, 0xD4);
+inline const QColor Computed(0xE2, 0xE6, 0xDC); ///< behind what is not typed in
+inline const QColor Yellow(0xFF, 0xFF, 0x00);   ///< the current tab
+
+/// Palette of a text box by whether it can be typed in.
+const QPalette& EditPalette(bool writable);
+
+/// Draws one thing of a layout.
+void Draw(QPainter& painter, const Layout::Drawn& drawn);
+
+/// The picture of a toolbar or notepad button.
+QIcon Picture(const std::string& name);
+
+inline QString Text(const std::string& text)
+{
+    return QString::fromStdString(text);
+}
+
+} // namespace quillmere::look

@@ -1,0 +1,275 @@
+#include "desktop/MainWindow.h"
+
+#include "app/MDIForm1.h"
+#include "desktop/Look.h"
+#include "desktop/ScreenWindow.h"
+
+#include <algorithm>
+#include <map>
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPainter>
+#include <QProgressBar>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace quillmere {
+
+namespace {
+
+/// What lies behind the pages: says what to do when nothing is open.
+class DeskSurface : public QWidget {
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QPainter painter(this);
+        painter.fillRect(event->rect(), look::Desk);
+        painter.setPen(QColor(0x5A, 0x63, 0x6E));
+        painter.setFont(look::CaptionFont({.size = 14}));
+        painter.drawText(rect().adjusted(40, 40, -40, -40), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
+                         QStringLiteral("Choose Open in the File menu to open an employee, or New to add one."));
+    }
+};
+
+} // namespace
+
+MainWindow::MainWindow(Screen& screen) : screen(screen)
+{
+    setObjectName(look::Text(screen.Name()));
+    desk = new DeskSurface(this);
+    setCentralWidget(desk);
+    MakeMenus();
+    MakeToolbar();
+    MakeStatusBar();
+    setMinimumSize(640, 400);
+    CaptionChanged();
+    for (const auto& box : screen.Boxes())
+        BoxChanged(*box);
+    screen.SetView(this);
+
+    const auto& placement = screen.Placement();
+    if (!placement || placement->maximised || placement->width <= 0 || placement->height <= 0) {
+        setWindowState(Qt::WindowMaximized);
+    } else {
+        const QRect wanted(placement->left, placement->top, placement->width, placement->height);
+        const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+        // A window that was left on a screen that is gone comes back into sight.
+        setGeometry(room.intersects(wanted) ? wanted : QRect(room.topLeft(), wanted.size().boundedTo(room.size())));
+    }
+}
+
+MainWindow::~MainWindow()
+{
+    Detach();
+    delete takeCentralWidget(); // the pages, while the list of them still stands
+}
+
+void MainWindow::Detach()
+{
+    if (!detached)
+        screen.SetView(nullptr);
+    detached = true;
+}
+
+void MainWindow::MakeMenus()
+{
+    std::map<std::string_view, QMenu*> menus;
+    for (const MenuRow& row : MenuRows()) {
+        QMenu*& menu = menus[row.menu];
+        if (menu == nullptr) {
+            menu = menuBar()->addMenu("&" + look::Text(std::string(row.menu)));
+            menu->setToolTipsVisible(true);
+        }
+        if (row.separatorBefore)
+            menu->addSeparator();
+        Box& box = screen.box(row.box, row.index);
+        auto* action = new QAction(this);
+        action->setObjectName(look::Text(screen.Name() + "." + box.FullName()));
+        if (row.box == "New")
+            action->setShortcut(QKeySequence::New);
+        else if (row.box == "Open")
+            action->setShortcut(QKeySequence::Open);
+        else if (row.box == "mnuPrint")
+            action->setShortcut(QKeySequence::Print);
+        connect(action, &QAction::triggered, this, [this, &box] {
+            if (!detached)
+                screen.Click(box);
+        });
+        menu->addAction(action);
+        actions.emplace(&box, action);
+    }
+}
+
+void MainWindow::MakeToolbar()
+{
+    toolbar = addToolBar("Toolbar");
+    toolbar->setObjectName("MDIForm1.picToolbar");
+    toolbar->setMovable(false);
+    toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    toolbar->setIconSize(QSize(24, 24));
+    for (const auto& box : screen.Boxes()) {
+        if (box->GetKind() != Kind::Button)
+            continue;
+        auto* button = new QToolButton(toolbar);
+        button->setObjectName(look::Text(screen.Name() + "." + box->FullName()));
+        button->setIcon(look::Picture(box->Tip()));
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::TabFocus);
+        button->setAccessibleName(look::Text(box->Tip()));
+        Box& pressed = *box;
+        connect(button, &QToolButton::clicked, this, [this, &pressed] {
+            if (!detached)
+                screen.Click(pressed);
+        });
+        QAction* action = toolbar->addWidget(button);
+        action->setVisible(box->Visible());
+        widgets.emplace(box.get(), button);
+    }
+}
+
+void MainWindow::MakeStatusBar()
+{
+    for (const auto& box : screen.Boxes()) {
+        if (box->Name() != "StatusBar1")
+            continue;
+        auto* panel = new QLabel(this);
+        panel->setObjectName(look::Text(screen.Name() + "." + box->FullName()));
+        panel->setTextFormat(Qt::PlainText);
+        panel->setMargin(3);
+        statusBar()->addWidget(panel);
+        widgets.emplace(box.get(), panel);
+    }
+    progress = new QProgressBar(this);
+    progress->setMaximumWidth(240);
+    progress->hide();
+    statusBar()->addPermanentWidget(progress);
+}
+
+void MainWindow::ShowProgress(int done, int total)
+{
+    progress->setVisible(total > 0);
+    progress->setMaximum(std::max(total, 1));
+    progress->setValue(done);
+}
+
+void MainWindow::BoxChanged(const Box& box)
+{
+    if (const auto found = actions.find(&box); found != actions.end()) {
+        QAction* action = found->second;
+        action->setText(look::Text(box.Text()));
+        action->setToolTip(look::Text(box.Tip()));
+        action->setEnabled(box.Enabled());
+        action->setVisible(box.Visible());
+        if (box.Ticked() || action->isCheckable()) {
+            action->setCheckable(true);
+            action->setChecked(box.Ticked());
+        }
+    } else if (const auto made = widgets.find(&box); made != widgets.end()) {
+        made->second->setEnabled(box.Enabled());
+        made->second->setToolTip(look::Text(box.Tip()));
+        if (auto* label = qobject_cast<QLabel*>(made->second))
+            label->setText(look::Text(box.Text()));
+    } else if (box.Name() == "picToolbar" && toolbar != nullptr) {
+        toolbar->setVisible(box.Visible());
+    }
+}
+
+void MainWindow::CaptionChanged()
+{
+    setWindowTitle(look::Text(screen.Caption()));
+}
+
+void MainWindow::FocusOn(const Box& box)
+{
+    if (QWidget* widget = WidgetOf(box))
+        widget->setFocus();
+}
+
+QWidget* MainWindow::WidgetOf(const Box& box) const
+{
+    if (box.Name() == "picToolbar")
+        return toolbar;
+    const auto found = widgets.find(&box);
+    return found == widgets.end() ? nullptr : found->second;
+}
+
+QWidget* MainWindow::Desk() const
+{
+    return desk;
+}
+
+void MainWindow::ShowPage(ScreenWindow& page)
+{
+    if (std::ranges::find(pages, &page) == pages.end()) {
+        pages.push_back(&page);
+        connect(&page, &QObject::destroyed, this, [this, gone = &page] { std::erase(pages, gone); });
+    }
+    LayOutPages();
+    page.show();
+    page.raise();
+}
+
+void MainWindow::LayOutPages()
+{
+    for (ScreenWindow* page : pages) {
+        const int width = std::min(page->FormWidth(), desk->width());
+        page->setGeometry((desk->width() - width) / 2, 0, width, desk->height());
+    }
+}
+
+void MainWindow::TellPlacement()
+{
+    if (detached)
+        return;
+    WindowPlacement placement = screen.Placement().value_or(WindowPlacement{});
+    placement.maximised = isMaximized();
+    placement.minimised = isMinimized();
+    if (!placement.minimised) {
+        placement.top = geometry().top();
+        placement.left = geometry().left();
+        placement.width = geometry().width();
+        placement.height = geometry().height();
+    }
+    screen.SetPlacement(placement);
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        TellPlacement();
+}
+
+void MainWindow::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    if (isVisible())
+        TellPlacement();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    LayOutPages();
+    if (isVisible())
+        TellPlacement();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    if (!detached)
+        screen.RequestClose();
+}
+
+} // namespace quillmere

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "frame/Screen.h"
+
+#include <unordered_map>
+#include <vector>
+
+#include <QMainWindow>
+
+class QAction;
+class QLabel;
+class QProgressBar;
+class QToolBar;
+
+namespace quillmere {
+
+class MDIForm1;
+class ScreenWindow;
+
+/// The frame of the program: menus, toolbar, status bar, and the desk on which the pages lie.
+class MainWindow : public QMainWindow, public ScreenView {
+public:
+    explicit MainWindow(Screen& screen);
+    ~MainWindow() override;
+
+    void BoxChanged(const Box& box) override;
+    void CaptionChanged() override;
+    void FocusOn(const Box& box) override;
+
+    Screen& GetScreen() const { return screen; }
+    QWidget* WidgetOf(const Box& box) const;
+    /// The desk, parent of the pages.
+    QWidget* Desk() const;
+    /// Brings a page to the front of the desk.
+    void ShowPage(ScreenWindow& page);
+    void ShowProgress(int done, int total);
+    void Detach();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void MakeMenus();
+    void MakeToolbar();
+    void MakeStatusBar();
+    void TellPlacement();
+    void LayOutPages();
+
+    Screen& screen;
+    QWidget* desk = nullptr;
+    QToolBar* toolbar = nullptr;
+    QProgressBar* progress = nullptr;
+    std::unordered_map<const Box*, QAction*> actions;
+    std::unordered_map<const Box*, QWidget*> widgets;
+    std::vector<ScreenWindow*> pages;
+    bool detached = false;
+};
+
+} // namespace quillmere

@@ -1,0 +1,461 @@
+#include "desktop/ScreenWindow.h"
+
+#include "desktop/Look.h"
+#include "frame/Text.h"
+
+#include <algorithm>
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QToolButton>
+
+namespace quillmere {
+
+namespace {
+
+/// A part of a layout between two heights: draws what lies there, and is the parent of the controls.
+class Canvas : public QWidget {
+public:
+    Canvas(const Layout& layout, int top, int bottom, QWidget* parent) : QWidget(parent), layout(layout), top(top)
+    {
+        setFixedSize(layout.width, bottom - top);
+        setAutoFillBackground(false);
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        QPainter painter(this);
+        painter.fillRect(event->rect(), QColor(0xF7, 0xF8, 0xFA));
+        painter.translate(0, -top);
+        const QRect dirty = event->rect().translated(0, top).adjusted(-40, -40, 40, 40);
+        for (const Layout::Drawn& drawn : layout.drawn)
+            if (dirty.intersects(QRect(drawn.x, drawn.y, drawn.width, std::max(drawn.height, 1))))
+                look::Draw(painter, drawn);
+    }
+
+private:
+    const Layout& layout;
+    int top;
+};
+
+void SyncList(QListWidget& list, const Box& box)
+{
+    const auto& entries = box.Entries();
+    bool same = list.count() == static_cast<int>(entries.size());
+    for (int row = 0; same && row < list.count(); ++row)
+        same = list.item(row)->text() == look::Text(entries[static_cast<std::size_t>(row)]);
+    const QSignalBlocker quiet(list);
+    if (!same) {
+        list.clear();
+        for (const std::string& entry : entries)
+            list.addItem(look::Text(entry));
+    }
+    list.setCurrentRow(box.Selected());
+}
+
+void SyncDropDown(QComboBox& list, const Box& box)
+{
+    const auto& entries = box.Entries();
+    const QSignalBlocker quiet(list);
+    bool same = list.count() == static_cast<int>(entries.size());
+    for (int row = 0; same && row < list.count(); ++row)
+        same = list.itemText(row) == look::Text(entries[static_cast<std::size_t>(row)]);
+    if (!same) {
+        list.clear();
+        for (const std::string& entry : entries)
+            list.addItem(look::Text(entry));
+    }
+    list.setCurrentIndex(box.Selected());
+}
+
+} // namespace
+
+ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
+    : QWidget(parent), screen(screen), layout(LayoutOf(screen.Name()))
+{
+    setObjectName(look::Text(screen.Name()));
+    if (screen.Mode() != ShowMode::Child) {
+        setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                       Qt::WindowCloseButtonHint);
+        if (screen.Mode() == ShowMode::Modal)
+            setWindowModality(Qt::ApplicationModal);
+    }
+    if (layout.headerHeight > 0)
+        header = new Canvas(layout, 0, layout.headerHeight, this);
+    scroll = new QScrollArea(this);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    form = new Canvas(layout, layout.headerHeight, layout.height, nullptr);
+
+    for (const Layout::Placed& place : layout.placed) {
+        Box& box = screen.box(place.box, place.index);
+        QWidget* canvas = place.y < layout.headerHeight ? header : form;
+        QWidget* widget = MakeWidget(box, place, canvas);
+        widget->setObjectName(look::Text(screen.Name() + "." + box.FullName()));
+        widget->setGeometry(place.x, canvas == form ? place.y - layout.headerHeight : place.y, place.width, place.height);
+        const std::string& spoken = !place.spoken.empty() ? place.spoken : !box.Spoken().empty() ? box.Spoken() : box.Text();
+        widget->setAccessibleName(look::Text(spoken));
+        widget->installEventFilter(this);
+        widgets.emplace(&box, widget);
+        boxes.emplace(widget, &box);
+        BoxChanged(box);
+    }
+    scroll->setWidget(form);
+    FixTabOrder();
+    CaptionChanged();
+    screen.SetView(this);
+
+    const QSize wanted(layout.width, layout.height);
+    const QSize room = QGuiApplication::primaryScreen()->availableSize() - QSize(20, 60);
+    const bool tall = wanted.height() > room.height();
+    resize(std::min(wanted.width() + (tall ? scroll->verticalScrollBar()->sizeHint().width() : 0), room.width()),
+           std::min(wanted.height(), room.height()));
+}
+
+ScreenWindow::~ScreenWindow()
+{
+    Detach();
+}
+
+void ScreenWindow::Detach()
+{
+    if (detached)
+        return;
+    detached = true;
+    screen.SetView(nullptr);
+    for (const auto& [object, box] : boxes)
+        const_cast<QObject*>(object)->removeEventFilter(this);
+}
+
+int ScreenWindow::FormWidth() const
+{
+    return layout.width + scroll->verticalScrollBar()->sizeHint().width();
+}
+
+QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget* parent)
+{
+    switch (box.GetKind()) {
+    case Kind::Text:
+        return MakeEdit(box, parent);
+    case Kind::List:
+        return MakeList(box, parent);
+    case Kind::DropDown:
+        return MakeDropDown(box, parent);
+    case Kind::Label:
+        if (!screen.IsClickable(box)) {
+            auto* label = new QLabel(parent);
+            label->setFont(box.IsAmount() ? look::AmountFont() : look::CaptionFont());
+            label->setAlignment(box.IsAmount() ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignLeft | Qt::AlignVCenter);
+            label->setWordWrap(place.height > Layout::BoxHeight * 3 / 2);
+            label->setTextFormat(Qt::PlainText);
+            return label;
+        }
+        break;
+    default:
+        break;
+    }
+    return MakeButton(box, parent);
+}
+
+QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
+{
+    auto* edit = new QLineEdit(parent);
+    edit->setFont(box.IsAmount() ? look::AmountFont() : look::CaptionFont({.size = 13}));
+    if (box.IsAmount())
+        edit->setAlignment(Qt::AlignRight);
+    connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
+    return edit;
+}
+
+QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
+{
+    auto* list = new QListWidget(parent);
+    list->setFont(look::CaptionFont({.size = 13}));
+    list->setUniformItemSizes(true);
+    connect(list, &QListWidget::itemClicked, this, [this, &box, list](QListWidgetItem* item) {
+        if (!detached)
+            screen.Choose(box, list->row(item));
+    });
+    connect(list, &QListWidget::itemDoubleClicked, this, [this, &box, list](QListWidgetItem* item) {
+        if (detached)
+            return;
+        box.Select(list->row(item));
+        screen.DoubleClick(box);
+    });
+    connect(list, &QListWidget::currentRowChanged, this, [this, &box](int row) {
+        if (!detached)
+            box.Select(row);
+    });
+    return list;
+}
+
+QWidget* ScreenWindow::MakeDropDown(Box& box, QWidget* parent)
+{
+    auto* list = new QComboBox(parent);
+    list->setFont(look::CaptionFont({.size = 13}));
+    connect(list, &QComboBox::activated, this, [this, &box](int row) {
+        if (!detached)
+            screen.Choose(box, row);
+    });
+    return list;
+}
+
+QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
+{
+    QAbstractButton* button = nullptr;
+    switch (box.GetKind()) {
+    case Kind::Tick:
+        button = new QCheckBox(parent);
+        break;
+    case Kind::Option:
+        button = new QRadioButton(parent);
+        button->setAutoExclusive(false);
+        break;
+    case Kind::Picture: {
+        auto* picture = new QToolButton(parent);
+        picture->setIcon(look::Picture(box.Tip()));
+        picture->setIconSize(QSize(20, 20));
+        picture->setAutoRaise(true);
+        picture->setFocusPolicy(Qt::StrongFocus);
+        button = picture;
+        break;
+    }
+    default: {
+        auto* push = new QPushButton(parent);
+        push->setAutoDefault(false);
+        push->setFlat(false);
+        button = push;
+        break;
+    }
+    }
+    button->setFont(look::CaptionFont());
+    connect(button, &QAbstractButton::clicked, this, [this, &box] {
+        if (!detached)
+            screen.Click(box);
+    });
+    return button;
+}
+
+void ScreenWindow::BoxChanged(const Box& box)
+{
+    const auto found = widgets.find(&box);
+    if (found == widgets.end())
+        return;
+    QWidget* widget = found->second;
+    widget->setEnabled(box.Enabled());
+    widget->setVisible(box.Visible());
+    widget->setToolTip(look::Text(box.Tip()));
+    switch (box.GetKind()) {
+    case Kind::Text: {
+        auto* edit = static_cast<QLineEdit*>(widget);
+        if (const QString text = look::Text(box.Text()); edit->text() != text)
+            edit->setText(text);
+        edit->setReadOnly(box.ReadOnly());
+        edit->setPalette(look::EditPalette(!box.ReadOnly() && box.Enabled()));
+        break;
+    }
+    case Kind::Tick:
+    case Kind::Option: {
+        auto* button = static_cast<QAbstractButton*>(widget);
+        button->setCheckable(true);
+        button->setChecked(box.Ticked());
+        button->setText(look::Text(box.Text()));
+        break;
+    }
+    case Kind::List:
+        SyncList(*static_cast<QListWidget*>(widget), box);
+        break;
+    case Kind::DropDown:
+        SyncDropDown(*static_cast<QComboBox*>(widget), box);
+        break;
+    case Kind::Label:
+        if (auto* label = qobject_cast<QLabel*>(widget)) {
+            label->setText(look::Text(box.Text()));
+            break;
+        }
+        [[fallthrough]];
+    case Kind::Button: {
+        auto* button = static_cast<QPushButton*>(widget);
+        button->setText(look::Text(box.Text()));
+        QPalette palette;
+        if (box.GetPaint() == Paint::Yellow)
+            palette.setColor(QPalette::Button, look::Yellow);
+        button->setPalette(palette);
+        break;
+    }
+    case Kind::Picture:
+    case Kind::Menu:
+        break;
+    }
+}
+
+void ScreenWindow::CaptionChanged()
+{
+    setWindowTitle(look::Text(screen.Caption()));
+}
+
+void ScreenWindow::FocusOn(const Box& box)
+{
+    if (QWidget* widget = WidgetOf(box)) {
+        widget->setFocus(Qt::OtherFocusReason);
+        if (auto* edit = qobject_cast<QLineEdit*>(widget))
+            edit->selectAll();
+    }
+}
+
+QWidget* ScreenWindow::WidgetOf(const Box& box) const
+{
+    const auto found = widgets.find(&box);
+    return found == widgets.end() ? nullptr : found->second;
+}
+
+void ScreenWindow::FocusFirst()
+{
+    for (const auto& box : screen.Boxes()) {
+        QWidget* widget = WidgetOf(*box);
+        if (widget != nullptr && widget->isEnabled() && box->Visible() && !box->ReadOnly() &&
+            widget->focusPolicy() != Qt::NoFocus && qobject_cast<QLabel*>(widget) == nullptr) {
+            widget->setFocus(Qt::OtherFocusReason);
+            return;
+        }
+    }
+}
+
+void ScreenWindow::FixTabOrder()
+{
+    QWidget* last = nullptr;
+    for (const auto& box : screen.Boxes()) {
+        QWidget* widget = WidgetOf(*box);
+        if (widget == nullptr || widget->focusPolicy() == Qt::NoFocus)
+            continue;
+        if (last != nullptr)
+            setTabOrder(last, widget);
+        last = widget;
+    }
+}
+
+void ScreenWindow::Typed(Box& box, QLineEdit& edit)
+{
+    if (detached)
+        return;
+    const QString now = edit.text();
+    const QString before = look::Text(box.Text());
+    const auto end = static_cast<qsizetype>(edit.cursorPosition());
+    const QString tail = now.mid(end);
+    qsizetype start = 0;
+    if (before.endsWith(tail)) {
+        const qsizetype limit = std::min(end, before.size() - tail.size());
+        while (start < limit && now[start] == before[start])
+            ++start;
+    }
+    const QList<uint> typed = now.mid(start, end - start).toUcs4();
+    QString accepted;
+    for (const uint character : typed) {
+        const std::string held = box.Text();
+        const char32_t passed = screen.Key(box, character);
+        if (detached)
+            return;
+        if (box.Text() != held) // the screen has put something else into the box
+            return;
+        if (passed != 0)
+            accepted += QString::fromUcs4(&passed, 1);
+    }
+    const bool refused = !typed.isEmpty() && accepted.isEmpty();
+    const QString result = refused ? before : now.left(start) + accepted + tail;
+    if (result != now) {
+        edit.setText(result);
+        edit.setCursorPosition(static_cast<int>(refused ? std::min(start, result.size()) : start + accepted.size()));
+    }
+    box.AcceptTyped(result.toStdString());
+}
+
+bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (detached)
+        return false;
+    const auto found = boxes.find(watched);
+    if (found == boxes.end())
+        return false;
+    Box& box = *found->second;
+    auto* widget = static_cast<QWidget*>(watched);
+    if (event->type() == QEvent::FocusIn) {
+        if (widget->parentWidget() == form)
+            scroll->ensureWidgetVisible(widget, 20, 60);
+    } else if (event->type() == QEvent::FocusOut) {
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+            reason != Qt::MenuBarFocusReason)
+            screen.Leave(box);
+    } else if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        if (enter && box.GetKind() == Kind::List && box.Selected() >= 0) {
+            screen.DoubleClick(box);
+            return true;
+        }
+        if (enter && (box.GetKind() == Kind::Button || box.GetKind() == Kind::Picture ||
+                      (box.GetKind() == Kind::Label && screen.IsClickable(box)))) {
+            static_cast<QAbstractButton*>(watched)->click();
+            return true;
+        }
+    }
+    return false;
+}
+
+void ScreenWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore();
+    if (!detached)
+        screen.RequestClose();
+}
+
+void ScreenWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (detached)
+        return;
+    if (event->key() == Qt::Key_Escape && screen.Mode() != ShowMode::Child) {
+        screen.RequestClose();
+        return;
+    }
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        Box* button = screen.DefaultButton();
+        if (button == nullptr) {
+            focusNextChild();
+            return;
+        }
+        // The box in use is left first, so that what was typed counts.
+        if (QWidget* widget = WidgetOf(*button); widget != nullptr && widget->isEnabled() && widget->isVisible()) {
+            widget->setFocus(Qt::OtherFocusReason);
+            if (!detached && button->Enabled())
+                screen.Click(*button);
+        }
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void ScreenWindow::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const int top = layout.headerHeight;
+    if (header != nullptr)
+        header->move(0, 0);
+    scroll->setGeometry(0, top, width(), height() - top);
+}
+
+} // namespace quillmere

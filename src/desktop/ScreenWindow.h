@@ -1,0 +1,60 @@
+#pragma once
+
+#include "desktop/Layout.h"
+#include "frame/Screen.h"
+
+#include <unordered_map>
+
+#include <QWidget>
+
+class QScrollArea;
+class QLineEdit;
+
+namespace quillmere {
+
+/// The window of any screen: widgets made from the screen's controls at the places of its layout. Each widget follows its
+/// box, and tells the screen what the user does.
+class ScreenWindow : public QWidget, public ScreenView {
+public:
+    ScreenWindow(Screen& screen, QWidget* parent);
+    ~ScreenWindow() override;
+
+    void BoxChanged(const Box& box) override;
+    void CaptionChanged() override;
+    void FocusOn(const Box& box) override;
+
+    Screen& GetScreen() const { return screen; }
+    QWidget* WidgetOf(const Box& box) const;
+    /// Cuts the ties to the screen: nothing that the toolkit still sends reaches it.
+    void Detach();
+    /// Puts the focus in the first control that takes it.
+    void FocusFirst();
+    /// The width that the whole form needs, with a scroll bar.
+    int FormWidth() const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QWidget* MakeWidget(Box& box, const Layout::Placed& place, QWidget* parent);
+    QWidget* MakeEdit(Box& box, QWidget* parent);
+    QWidget* MakeList(Box& box, QWidget* parent);
+    QWidget* MakeDropDown(Box& box, QWidget* parent);
+    QWidget* MakeButton(Box& box, QWidget* parent);
+    void Typed(Box& box, QLineEdit& edit);
+    void FixTabOrder();
+
+    Screen& screen;
+    const Layout& layout;
+    QWidget* header = nullptr;
+    QWidget* form = nullptr;
+    QScrollArea* scroll = nullptr;
+    std::unordered_map<const Box*, QWidget*> widgets;
+    std::unordered_map<const QObject*, Box*> boxes;
+    bool detached = false;
+};
+
+} // namespace quillmere

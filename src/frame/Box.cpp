@@ -1,0 +1,105 @@
+#include "frame/Box.h"
+
+#include "frame/Screen.h"
+#include "frame/Text.h"
+
+#include <utility>
+
+namespace quillmere {
+
+Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
+    : screen(screen), name(std::move(name)), index(index), kind(row.kind), filter(row.filter), field(row.field),
+      text(row.text), spoken(row.spoken), tip(row.tip), enabled(!row.disabled), visible(!row.hidden),
+      readOnly(row.readOnly), amount(row.amount)
+{
+}
+
+std::string Box::FullName() const
+{
+    return index == NoIndex ? name : name + "(" + std::to_string(index) + ")";
+}
+
+void Box::Changed()
+{
+    screen.BoxChanged(*this);
+}
+
+void Box::SetText(std::string_view newText)
+{
+    if (text == newText)
+        return;
+    text = newText;
+    Changed();
+}
+
+const std::string& Box::TrimText()
+{
+    SetText(Trim(text));
+    return text;
+}
+
+void Box::SetTicked(bool newTicked)
+{
+    if (std::exchange(ticked, newTicked) != newTicked)
+        Changed();
+}
+
+void Box::SetEnabled(bool newEnabled)
+{
+    if (std::exchange(enabled, newEnabled) != newEnabled)
+        Changed();
+}
+
+void Box::SetVisible(bool newVisible)
+{
+    if (std::exchange(visible, newVisible) != newVisible)
+        Changed();
+}
+
+void Box::SetReadOnly(bool newReadOnly)
+{
+    if (std::exchange(readOnly, newReadOnly) != newReadOnly)
+        Changed();
+}
+
+void Box::SetPaint(Paint newPaint)
+{
+    if (std::exchange(paint, newPaint) != newPaint)
+        Changed();
+}
+
+void Box::SetTip(std::string_view newTip)
+{
+    tip = newTip;
+    Changed();
+}
+
+void Box::SetSpoken(std::string_view newSpoken)
+{
+    spoken = newSpoken;
+    Changed();
+}
+
+void Box::SetEntries(std::vector<std::string> newEntries)
+{
+    entries = std::move(newEntries);
+    selected = -1;
+    text.clear();
+    Changed();
+}
+
+void Box::AddEntry(std::string_view entry)
+{
+    entries.emplace_back(entry);
+    Changed();
+}
+
+void Box::Select(int position)
+{
+    const bool exists = position >= 0 && position < static_cast<int>(entries.size());
+    selected = exists ? position : -1;
+    text = exists ? entries[static_cast<std::size_t>(position)] : std::string();
+    Changed();
+}
+
+} // namespace quillmere

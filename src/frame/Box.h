@@ -1,0 +1,123 @@
+#pragma once
+
+#include "frame/KeyFilters.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillmere {
+
+class Screen;
+
+/// What a control of a screen is. All of them are boxes: things with a given name whose state a window follows.
+enum class Kind {
+    Text,     ///< a text box
+    Label,    ///< a caption that code changes, or one that is clicked like a tab or a link
+    Tick,     ///< a tick box
+    Option,   ///< one option of a group; the group's members share a name and differ by index
+    Button,   ///< a button with a caption
+    Picture,  ///< a picture that opens something
+    List,     ///< a list of entries
+    DropDown, ///< a list of entries of which one shows
+    Menu,     ///< an entry of the main window's menus
+};
+
+/// Colour of a label that acts as a tab.
+enum class Paint { Plain, Yellow };
+
+/// One row of a screen's table of controls. Rows stand in the order of the form, which is the order of the Tab key.
+struct BoxRow {
+    std::string_view name;               ///< the given name, shared by window, record, scenario and guide
+    Kind kind = Kind::Text;
+    std::string_view field = {};         ///< field of the bound record; empty: not bound
+    KeyFilter filter = nullptr;          ///< what typing and pasting let in; none: everything
+    std::string_view text = {};          ///< caption of a label, button, tick, option or menu entry
+    std::string_view spoken = {};        ///< what a screen reader says; empty: the caption
+    std::string_view tip = {};           ///< tooltip
+    int first = 0;                       ///< a control array runs from here …
+    int last = -1;                       ///< … to here; below `first`: no array
+    bool hidden = false;
+    bool readOnly = false;
+    bool disabled = false;
+    bool amount = false;                 ///< right-aligned in the monospaced face
+};
+
+/// A control of a screen: what it shows and whether it can be used. Setting anything tells the window that shows it.
+class Box {
+public:
+    /// A control that is not of an array has this index.
+    static constexpr int NoIndex = -1;
+
+    Box(Screen& screen, const BoxRow& row, std::string name, int index);
+    Box(const Box&) = delete;
+    Box& operator=(const Box&) = delete;
+
+    const std::string& Name() const { return name; }
+    int Index() const { return index; }
+    /// The name with the index of a control array behind it: "Tax(3)".
+    std::string FullName() const;
+    Kind GetKind() const { return kind; }
+    bool IsAmount() const { return amount; }
+    KeyFilter Filter() const { return filter; }
+    /// Field of the record that the box is bound to; empty if none.
+    const std::string& Field() const { return field; }
+    void SetField(std::string_view fieldName) { field = fieldName; }
+
+    /// A text box's text, a caption, the chosen entry of a list.
+    const std::string& Text() const { return text; }
+    void SetText(std::string_view newText);
+    void Clear() { SetText({}); }
+    bool Empty() const { return text.empty(); }
+    /// Drops the outer blanks of the text in place and gives what is left.
+    const std::string& TrimText();
+
+    bool Ticked() const { return ticked; }
+    void SetTicked(bool newTicked);
+    bool Enabled() const { return enabled; }
+    void SetEnabled(bool newEnabled);
+    bool Visible() const { return visible; }
+    void SetVisible(bool newVisible);
+    bool ReadOnly() const { return readOnly; }
+    void SetReadOnly(bool newReadOnly);
+    Paint GetPaint() const { return paint; }
+    void SetPaint(Paint newPaint);
+    const std::string& Tip() const { return tip; }
+    void SetTip(std::string_view newTip);
+    const std::string& Spoken() const { return spoken; }
+    void SetSpoken(std::string_view newSpoken);
+
+    /// Entries of a list, and the position of the chosen one, -1 for none.
+    const std::vector<std::string>& Entries() const { return entries; }
+    void SetEntries(std::vector<std::string> newEntries);
+    void AddEntry(std::string_view entry);
+    int Selected() const { return selected; }
+    /// Chooses an entry; out of range: none. The text becomes the entry's.
+    void Select(int position);
+
+    /// Takes what the window's own widget already shows: typed text, without telling the window again.
+    void AcceptTyped(std::string_view typed) { text = typed; }
+
+private:
+    void Changed();
+
+    Screen& screen;
+    std::string name;
+    int index;
+    Kind kind;
+    KeyFilter filter;
+    std::string field;
+    std::string text;
+    std::string spoken;
+    std::string tip;
+    std::vector<std::string> entries;
+    int selected = -1;
+    Paint paint = Paint::Plain;
+    bool ticked = false;
+    bool enabled = true;
+    bool visible = true;
+    bool readOnly = false;
+    bool amount = false;
+};
+
+} // namespace quillmere

@@ -1,0 +1,28 @@
+#include "frame/Messages.h"
+
+#include "edition/Edition.h"
+#include "frame/ErrorReport.h"
+
+namespace quillmere {
+
+void Messages::Tell(std::string_view title, std::string_view text, Icon icon)
+{
+    platform.ShowMessage({.title = std::string(title), .text = std::string(text), .icon = icon});
+}
+
+bool Messages::Ask(std::string_view title, std::string_view text, Icon icon, Answer defaultAnswer)
+{
+    return platform.ShowMessage({.title = std::string(title),
+                                 .text = std::string(text),
+                                 .icon = icon,
+                                 .buttons = Buttons::YesNo,
+                                 .defaultAnswer = defaultAnswer}) == Answer::Yes;
+}
+
+void Messages::ReportError(std::string_view procedure, long number, std::string_view text, std::string_view diagnostic)
+{
+    Tell(edition::AppTitle, ErrorReportText(procedure, static_cast<int>(number), text, diagnostic), Icon::Critical);
+    platform.SetBusyPointer(false);
+}
+
+} // namespace quillmere

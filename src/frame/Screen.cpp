@@ -1,0 +1,204 @@
+#include "frame/Screen.h"
+
+#include "frame/Failure.h"
+#include "frame/Session.h"
+
+#include <stdexcept>
+
+namespace quillmere {
+
+Screen::Screen(Session& session, std::string_view name, ShowMode mode, std::string_view caption)
+    : session(session), name(name), mode(mode), caption(caption)
+{
+}
+
+Screen::~Screen() = default;
+
+void Screen::SetCaption(std::string_view newCaption)
+{
+    caption = newCaption;
+    if (view != nullptr)
+        view->CaptionChanged();
+}
+
+void Screen::AddBoxes(std::span<const BoxRow> rows)
+{
+    for (const BoxRow& row : rows) {
+        if (row.last < row.first) {
+            AddBox(row, std::string(row.name));
+            continue;
+        }
+        for (int index = row.first; index <= row.last; ++index)
+            AddBox(row, std::string(row.name), index);
+    }
+}
+
+Box& Screen::AddBox(const BoxRow& row, std::string boxName, int index)
+{
+    auto made = std::make_unique<Box>(*this, row, std::move(boxName), index);
+    Box& added = *made;
+    if (!byName.emplace(std::pair(added.Name(), index), &added).second)
+        throw std::logic_error(name + ": two controls are named " + added.FullName());
+    boxes.push_back(std::move(made));
+    return added;
+}
+
+Box* Screen::FindBox(std::string_view boxName, int index)
+{
+    const auto found = byName.find(std::pair<std::string, int>(boxName, index));
+    return found == byName.end() ? nullptr : found->second;
+}
+
+const Box* Screen::FindBox(std::string_view boxName, int index) const
+{
+    return const_cast<Screen*>(this)->FindBox(boxName, index);
+}
+
+Box& Screen::box(std::string_view boxName, int index)
+{
+    if (Box* found = FindBox(boxName, index))
+        return *found;
+    throw std::logic_error(name + " has no control " + std::string(boxName) +
+                           (index == Box::NoIndex ? "" : "(" + std::to_string(index) + ")"));
+}
+
+const Box& Screen::box(std::string_view boxName, int index) const
+{
+    return const_cast<Screen*>(this)->box(boxName, index);
+}
+
+void Screen::OnLeave(std::string_view boxName, Operation operation)
+{
+    leaveOperations.insert_or_assign(std::string(boxName), std::move(operation));
+}
+
+void Screen::OnClick(std::string_view boxName, Operation operation)
+{
+    clickOperations.insert_or_assign(std::string(boxName), std::move(operation));
+}
+
+void Screen::OnDoubleClick(std::string_view boxName, Operation operation)
+{
+    doubleClickOperations.insert_or_assign(std::string(boxName), std::move(operation));
+}
+
+void Screen::OnChoose(std::string_view boxName, Operation operation)
+{
+    chooseOperations.insert_or_assign(std::string(boxName), std::move(operation));
+}
+
+void Screen::OnKey(std::string_view boxName, std::function<bool(Box&, char32_t)> guard)
+{
+    keyGuards.insert_or_assign(std::string(boxName), std::move(guard));
+}
+
+void Screen::Guarded(const std::function<void()>& operation, const Box* box, std::string_view event)
+{
+    const Screens::EventScope scope(session.screens);
+    try {
+        operation();
+    } catch (const std::exception& error) {
+        std::string procedure = name;
+        if (box != nullptr)
+            procedure += " - " + box->FullName();
+        procedure.append(" - ").append(event);
+        ReportError(procedure, error);
+    }
+}
+
+void Screen::ReportError(std::string_view procedure, const std::exception& error)
+{
+    const auto* failure = dynamic_cast<const Failure*>(&error);
+    session.messages.ReportError(procedure, failure != nullptr ? failure->Number() : 0, error.what());
+}
+
+void Screen::Run(const std::unordered_map<std::string, Operation>& operations, Box& box, std::string_view event)
+{
+    const auto found = operations.find(box.Name());
+    if (found != operations.end())
+        Guarded([&] { found->second(box); }, &box, event);
+}
+
+char32_t Screen::Key(Box& box, char32_t key)
+{
+    KeyVerdict verdict{.key = key};
+    const auto guard = keyGuards.find(box.Name());
+    if (guard != keyGuards.end()) {
+        bool passes = false;
+        Guarded([&] { passes = guard->second(box, key); }, &box, "KeyPress");
+        if (!passes)
+            return 0;
+    }
+    if (box.Filter() != nullptr)
+        verdict = box.Filter()(key);
+    if (verdict.beep)
+        session.platform.Beep();
+    return verdict.key;
+}
+
+void Screen::Leave(Box& box)
+{
+    Run(leaveOperations, box, "LostFocus");
+}
+
+void Screen::Click(Box& box)
+{
+    if (box.GetKind() == Kind::Tick)
+        box.SetTicked(!box.Ticked());
+    if (box.GetKind() == Kind::Option) {
+        for (const auto& other : boxes)
+            if (other->GetKind() == Kind::Option && other->Name() == box.Name())
+                other->SetTicked(other.get() == &box);
+    }
+    Run(clickOperations, box, "Click");
+}
+
+void Screen::DoubleClick(Box& box)
+{
+    Run(doubleClickOperations, box, "DblClick");
+}
+
+void Screen::Choose(Box& box, int position)
+{
+    box.Select(position);
+    Run(chooseOperations, box, "Click");
+}
+
+void Screen::SetButtons(std::string_view cancel, std::string_view accept)
+{
+    cancelButton = cancel;
+    defaultButton = accept;
+}
+
+Box* Screen::DefaultButton()
+{
+    return FindBox(defaultButton);
+}
+
+void Screen::RequestClose()
+{
+    Guarded([&] { CloseRequested(); }, nullptr, "Close");
+}
+
+void Screen::CloseRequested()
+{
+    Box* cancel = FindBox(cancelButton);
+    if (cancel != nullptr && cancel->Enabled())
+        Click(*cancel);
+    else
+        session.screens.Unload(name);
+}
+
+void Screen::Focus(Box& box)
+{
+    if (view != nullptr)
+        view->FocusOn(box);
+}
+
+void Screen::BoxChanged(const Box& box)
+{
+    if (view != nullptr)
+        view->BoxChanged(box);
+}
+
+} // namespace quillmere

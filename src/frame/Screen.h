@@ -1,0 +1,149 @@
+#pragma once
+
+#include "frame/Box.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace quillmere {
+
+struct Session;
+
+/// How a screen stands in front of the others.
+enum class ShowMode {
+    Main,   ///< the main window
+    Child,  ///< inside the main window
+    Window, ///< in front of the main window, which stays in use
+    Modal,  ///< in front of everything, which waits
+};
+
+/// Where a window stands, in the screen's own pixels.
+struct WindowPlacement {
+    bool maximised = false;
+    bool minimised = false;
+    int top = 0, left = 0, height = 0, width = 0;
+};
+
+/// What a window that shows a screen must follow. Made by the desktop; a screen without one works just the same.
+class ScreenView {
+public:
+    ScreenView() = default;
+    ScreenView(const ScreenView&) = delete;
+    ScreenView& operator=(const ScreenView&) = delete;
+    virtual ~ScreenView() = default;
+    virtual void BoxChanged(const Box& box) = 0;
+    virtual void CaptionChanged() = 0;
+    virtual void FocusOn(const Box& box) = 0;
+};
+
+/// A screen of the system without any toolkit: named boxes, a caption, and what happens when a key is pressed in a box,
+/// a box is left, something is clicked, the screen is loaded, activated or unloaded.
+class Screen {
+public:
+    Screen(Session& session, std::string_view name, ShowMode mode, std::string_view caption);
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+    virtual ~Screen();
+
+    const std::string& Name() const { return name; }
+    ShowMode Mode() const { return mode; }
+    const std::string& Caption() const { return caption; }
+    void SetCaption(std::string_view newCaption);
+
+    /// The control of that name, or of that name and index. An unknown one is a mistake in the program: std::logic_error.
+    Box& box(std::string_view boxName, int index = Box::NoIndex);
+    const Box& box(std::string_view boxName, int index = Box::NoIndex) const;
+    Box* FindBox(std::string_view boxName, int index = Box::NoIndex);
+    const Box* FindBox(std::string_view boxName, int index = Box::NoIndex) const;
+    /// All controls, in the order of their rows.
+    const std::vector<std::unique_ptr<Box>>& Boxes() const { return boxes; }
+
+    // How a screen, or a part of one that is a class of its own, is put together.
+    using Operation = std::function<void(Box&)>;
+
+    /// Makes the controls of the rows, after those that are there.
+    void AddBoxes(std::span<const BoxRow> rows);
+    /// Makes one control whose name is worked out: the row gives all the rest.
+    Box& AddBox(const BoxRow& row, std::string boxName, int index = Box::NoIndex);
+
+    // What happens to a control (every member of a control array).
+    void OnLeave(std::string_view boxName, Operation operation);
+    void OnClick(std::string_view boxName, Operation operation);
+    void OnDoubleClick(std::string_view boxName, Operation operation);
+    void OnChoose(std::string_view boxName, Operation operation);
+    /// Looks at a key before the box's filter: false drops it, true lets it go on to the filter.
+    void OnKey(std::string_view boxName, std::function<bool(Box&, char32_t)> guard);
+
+    /// Moves the focus to a control.
+    void Focus(Box& box);
+
+    // What the window tells. Failures that a handler lets through end in the general error box.
+    /// Passes one typed or pasted character through the box's guard and filter. Sounds the beep of a refused one.
+    /// Gives the character that goes in, 0 for none.
+    char32_t Key(Box& box, char32_t key);
+    void Leave(Box& box);
+    /// A click; a tick box or option changes its state first.
+    void Click(Box& box);
+    void DoubleClick(Box& box);
+    /// A click on an entry of a list, or a choice in a drop-down list.
+    void Choose(Box& box, int position);
+    /// The window's close box or Escape. Does what the screen's Cancel does, if it has one, else unloads it.
+    void RequestClose();
+    /// Deferred work of a timer, with the failures of an event.
+    void Perform(const std::function<void()>& work, std::string_view timer) { Guarded(work, nullptr, timer); }
+    /// The button that Enter presses where the control in use has no use for Enter; nothing if there is none.
+    Box* DefaultButton();
+
+    // What the registry of screens tells.
+    /// The load step; false if the screen decided not to be shown.
+    virtual bool Load() { return true; }
+    virtual void Activate() {}
+    virtual void Unload() {}
+
+    /// Where the window is to open, if the screen says; from then on where it stands.
+    const std::optional<WindowPlacement>& Placement() const { return placement; }
+    void SetPlacement(const WindowPlacement& newPlacement) { placement = newPlacement; }
+
+    /// True if a click on the control does something.
+    bool IsClickable(const Box& box) const { return clickOperations.contains(box.Name()); }
+
+    ScreenView* View() const { return view; }
+    void SetView(ScreenView* newView) { view = newView; }
+
+protected:
+    virtual void CloseRequested();
+    /// Names of the buttons that Escape and Enter press.
+    void SetButtons(std::string_view cancel, std::string_view accept);
+
+    /// Reports a failure in the general error box, as the handler of an operation with no message of its own.
+    void ReportError(std::string_view procedure, const std::exception& error);
+
+    Session& session;
+
+private:
+    friend class Box;
+    void Guarded(const std::function<void()>& operation, const Box* box, std::string_view event);
+    void BoxChanged(const Box& box);
+    void Run(const std::unordered_map<std::string, Operation>& operations, Box& box, std::string_view event);
+
+    std::string name;
+    ShowMode mode;
+    std::string caption;
+    std::string cancelButton, defaultButton;
+    std::vector<std::unique_ptr<Box>> boxes;
+    std::map<std::pair<std::string, int>, Box*, std::less<>> byName;
+    std::unordered_map<std::string, Operation> leaveOperations, clickOperations, doubleClickOperations, chooseOperations;
+    std::unordered_map<std::string, std::function<bool(Box&, char32_t)>> keyGuards;
+    std::optional<WindowPlacement> placement;
+    ScreenView* view = nullptr;
+};
+
+} // namespace quillmere

@@ -1,0 +1,184 @@
+#include "frame/Screens.h"
+
+#include "frame/Session.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace quillmere {
+
+Screens::~Screens()
+{
+    Abandon();
+}
+
+Screens::EventScope::~EventScope()
+{
+    if (--screens.depth == 0)
+        screens.unloaded.clear();
+}
+
+void Screens::Register(std::string_view name, Factory factory)
+{
+    factories.insert_or_assign(std::string(name), std::move(factory));
+}
+
+bool Screens::IsRegistered(std::string_view name) const
+{
+    return factories.contains(std::string(name));
+}
+
+Screens::Slot* Screens::FindSlot(std::string_view name)
+{
+    const auto found = std::ranges::find_if(open, [&](const Slot& slot) { return slot.screen->Name() == name; });
+    return found == open.end() ? nullptr : &*found;
+}
+
+const Screens::Slot* Screens::FindSlot(std::string_view name) const
+{
+    return const_cast<Screens*>(this)->FindSlot(name);
+}
+
+Screen* Screens::Find(std::string_view name) const
+{
+    const Slot* slot = FindSlot(name);
+    return slot == nullptr ? nullptr : slot->screen.get();
+}
+
+Box* Screens::FindBox(std::string_view screen, std::string_view box) const
+{
+    Screen* found = Find(screen);
+    return found == nullptr ? nullptr : found->FindBox(box);
+}
+
+Screen* Screens::Load(std::string_view name)
+{
+    if (Screen* loaded = Find(name))
+        return loaded;
+    const auto factory = factories.find(std::string(name));
+    if (factory == factories.end())
+        throw std::logic_error("no screen is named " + std::string(name));
+    const EventScope scope(*this);
+    open.push_back(Slot{.screen = factory->second(session)});
+    Screen* screen = open.back().screen.get();
+    bool wanted = false;
+    try {
+        wanted = screen->Load();
+    } catch (...) {
+        Drop(*screen);
+        throw;
+    }
+    if (!wanted)
+        Drop(*screen);
+    return Find(name);
+}
+
+void Screens::Drop(Screen& screen)
+{
+    std::erase_if(timers, [&](const Timer& timer) { return timer.screen == screen.Name(); });
+    const auto found = std::ranges::find_if(open, [&](const Slot& slot) { return slot.screen.get() == &screen; });
+    if (found == open.end())
+        return;
+    unloaded.push_back(std::move(found->screen));
+    open.erase(found);
+}
+
+Screen* Screens::Show(std::string_view name)
+{
+    const EventScope scope(*this);
+    Screen* screen = Load(name);
+    if (screen == nullptr)
+        return nullptr;
+    FindSlot(name)->shown = true;
+    if (host != nullptr)
+        host->Show(*screen);
+    screen->Activate();
+    return Find(name);
+}
+
+void Screens::Hide(std::string_view name)
+{
+    Slot* slot = FindSlot(name);
+    if (slot == nullptr || !slot->shown)
+        return;
+    slot->shown = false;
+    if (host != nullptr)
+        host->Hide(*slot->screen);
+}
+
+bool Screens::IsShown(std::string_view name) const
+{
+    const Slot* slot = FindSlot(name);
+    return slot != nullptr && slot->shown;
+}
+
+void Screens::Unload(std::string_view name)
+{
+    Slot* slot = FindSlot(name);
+    if (slot == nullptr || slot->unloading)
+        return;
+    slot->unloading = true;
+    const EventScope scope(*this);
+    Screen* screen = slot->screen.get();
+    screen->Unload();
+    if (host != nullptr)
+        host->Close(*screen);
+    const bool wasModal = screen->Mode() == ShowMode::Modal && IsShown(screen->Name());
+    Drop(*screen);
+    if (wasModal)
+        ActivateFront();
+}
+
+void Screens::ActivateFront()
+{
+    const auto front = std::find_if(open.rbegin(), open.rend(), [](const Slot& slot) {
+        return slot.shown && slot.screen->Mode() != ShowMode::Main;
+    });
+    if (front != open.rend() && !front->unloading)
+        front->screen->Activate();
+}
+
+void Screens::Abandon()
+{
+    timers.clear();
+    if (host != nullptr)
+        for (const Slot& slot : open)
+            host->Close(*slot.screen);
+    host = nullptr;
+    unloaded.clear();
+    open.clear();
+}
+
+std::vector<Screen*> Screens::Open() const
+{
+    std::vector<Screen*> screens;
+    for (const Slot& slot : open)
+        screens.push_back(slot.screen.get());
+    return screens;
+}
+
+void Screens::StartTimer(Screen& screen, std::string_view timer, std::function<void()> work)
+{
+    StopTimer(screen.Name(), timer);
+    timers.push_back({screen.Name(), std::string(timer), std::move(work)});
+    if (host != nullptr)
+        host->WorkWaiting();
+}
+
+void Screens::StopTimer(std::string_view screen, std::string_view timer)
+{
+    std::erase_if(timers, [&](const Timer& waiting) { return waiting.screen == screen && waiting.name == timer; });
+}
+
+void Screens::RunDeferred()
+{
+    const EventScope scope(*this);
+    while (!timers.empty()) {
+        const Timer timer = std::move(timers.front());
+        timers.pop_front();
+        if (Screen* screen = Find(timer.screen))
+            screen->Perform(timer.work, timer.name);
+    }
+}
+
+} // namespace quillmere

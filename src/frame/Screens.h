@@ -1,0 +1,107 @@
+#pragma once
+
+#include "frame/Screen.h"
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace quillmere {
+
+/// Puts screens on the desktop. Without one (in tests of a single screen) nothing is seen, all else is the same.
+class ScreenHost {
+public:
+    ScreenHost() = default;
+    ScreenHost(const ScreenHost&) = delete;
+    ScreenHost& operator=(const ScreenHost&) = delete;
+    virtual ~ScreenHost() = default;
+    /// Makes the window if there is none yet, and brings it to the front.
+    virtual void Show(Screen& screen) = 0;
+    virtual void Hide(Screen& screen) = 0;
+    virtual void Close(Screen& screen) = 0;
+    /// There is deferred work: call RunDeferred as soon as the windows are up.
+    virtual void WorkWaiting() = 0;
+};
+
+/// The screens that are open. They are made on demand by name, so that one screen can open another without knowing its
+/// class, and live until they are unloaded.
+class Screens {
+public:
+    using Factory = std::function<std::unique_ptr<Screen>(Session&)>;
+
+    explicit Screens(Session& session) : session(session) {}
+    Screens(const Screens&) = delete;
+    Screens& operator=(const Screens&) = delete;
+    ~Screens();
+
+    void Register(std::string_view name, Factory factory);
+    bool IsRegistered(std::string_view name) const;
+    void SetHost(ScreenHost* newHost) { host = newHost; }
+
+    /// The screen if it is loaded, else nothing.
+    Screen* Find(std::string_view name) const;
+    /// The box of a loaded screen, else nothing: how a notepad puts its result into the page.
+    Box* FindBox(std::string_view screen, std::string_view box) const;
+    /// The screen, made and run through its load step if it is not loaded yet, without showing it.
+    /// Nothing if its load step decided against it.
+    Screen* Load(std::string_view name);
+    /// Loads the screen if need be, shows it in front and runs its activate step.
+    Screen* Show(std::string_view name);
+    void Hide(std::string_view name);
+    bool IsShown(std::string_view name) const;
+    /// Runs the unload step and closes the screen; nothing happens if it is not loaded.
+    void Unload(std::string_view name);
+    /// Drops every screen without its unload step: the end of the process.
+    void Abandon();
+
+    /// Loaded screens in the order of loading.
+    std::vector<Screen*> Open() const;
+
+    /// A one-shot timer of a screen: its work is done once the windows are up. Starting it again before that changes nothing.
+    void StartTimer(Screen& screen, std::string_view timer, std::function<void()> work);
+    void StopTimer(std::string_view screen, std::string_view timer);
+    /// Does the deferred work that is waiting, in the order of starting.
+    void RunDeferred();
+    bool HasDeferred() const { return !timers.empty(); }
+
+    /// Held while an event of a screen runs: screens unloaded meanwhile live until the outermost event has ended.
+    class EventScope {
+    public:
+        explicit EventScope(Screens& screens) : screens(screens) { ++screens.depth; }
+        ~EventScope();
+        EventScope(const EventScope&) = delete;
+        EventScope& operator=(const EventScope&) = delete;
+
+    private:
+        Screens& screens;
+    };
+
+private:
+    struct Slot {
+        std::unique_ptr<Screen> screen;
+        bool shown = false;
+        bool unloading = false;
+    };
+    struct Timer {
+        std::string screen, name;
+        std::function<void()> work;
+    };
+    Slot* FindSlot(std::string_view name);
+    const Slot* FindSlot(std::string_view name) const;
+    void ActivateFront();
+    void Drop(Screen& screen);
+
+    Session& session;
+    ScreenHost* host = nullptr;
+    std::unordered_map<std::string, Factory> factories;
+    std::vector<Slot> open;
+    std::vector<std::unique_ptr<Screen>> unloaded;
+    std::deque<Timer> timers;
+    int depth = 0;
+};
+
+} // namespace quillmere

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "frame/Messages.h"
+#include "frame/Screens.h"
+#include "frame/Settings.h"
+
+#include <filesystem>
+#include <string>
+
+namespace quillmere {
+
+/// What the whole process shares, made once and handed down by reference.
+struct Session {
+    explicit Session(Platform& platform) : platform(platform), messages(platform), screens(*this) {}
+
+    Platform& platform;
+    Messages messages;
+    Settings settings;
+
+    std::filesystem::path programFolder;   ///< holds the settings file; its last component is the product's code
+    std::filesystem::path resourceFolder;  ///< holds the template and the reference database: the executable's folder
+    std::filesystem::path RootFolder;      ///< the folder above the program folder, shared by the editions
+    std::filesystem::path WindowsFolder;   ///< the platform's own folder for what is temporary
+    int screenHeight = 0, screenWidth = 0; ///< of the desktop: default size of the windows
+
+    std::string CurrentEmployer; ///< key of the employer being worked on; empty before the first selection
+    std::string CurrentEmployee; ///< key of the open employee; empty before the first selection
+    int EmployerListMode = 0;    ///< why the employer list is open
+    int CurrentPage = 1;         ///< which page shows, 1 or 2
+
+    bool EmployeeOpenFlag = false;      ///< an employee is being opened from the list
+    bool DeclarationOpen = false;       ///< the P11D(b) is being reached from the page
+    bool InDeclarationFromPage = false; ///< the P11D(b) was reached from the page
+    bool DeclarationFromMenu = false;   ///< the P11D(b) was reached from the File menu
+    std::string LastBadDate;            ///< the last date text that could not be compared
+
+    Screens screens; ///< last, so that screens go first
+
+    /// The client database of the selected folder.
+    std::filesystem::path ClientDatabasePath() const;
+};
+
+} // namespace quillmere

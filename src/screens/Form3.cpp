@@ -1,0 +1,179 @@
+#include "screens/Form3.h"
+
+#include "edition/Edition.h"
+#include "frame/CloseAll.h"
+#include "frame/Dates.h"
+#include "frame/Text.h"
+
+#include <array>
+#include <utility>
+
+namespace quillmere {
+
+namespace {
+
+constexpr auto Rows = std::to_array<BoxRow>({
+    {.name = "Page1", .kind = Kind::Label, .text = "Page 1", .spoken = "Page 1"},
+    {.name = "Page2", .kind = Kind::Label, .text = "Page 2", .spoken = "Page 2"},
+    {.name = "Label65", .kind = Kind::Label, .text = "Car 3 + 4"},
+    {.name = "Label66", .kind = Kind::Label, .text = "Car 5 + 6"},
+    {.name = "lblP11DB", .kind = Kind::Label, .text = "P11D (b)"},
+
+    {.name = "EmployerNameBox", .field = "EmployerName", .spoken = "Employer name", .readOnly = true},
+    {.name = "PAYEBox", .field = "PAYEBox", .spoken = "Employer PAYE reference"},
+    {.name = "EmployeeNameBox", .field = "Surname", .spoken = "Employee surname"},
+    {.name = "EmployeeNameBox2", .field = "FirstName", .spoken = "Employee first names"},
+    {.name = "DateofBirth", .field = "DOB", .filter = DateKeyFilter, .spoken = "Date of birth"},
+    {.name = "DirectorTick", .kind = Kind::Tick, .field = "DirectorTick", .spoken = "Director"},
+    {.name = "WorkNumberBox", .field = "WorkNumberBox", .spoken = "Works number or department"},
+    {.name = "NatIns", .field = "NatIns", .filter = NationalInsuranceKeyFilter, .spoken = "National Insurance number"},
+    {.name = "SexBox", .field = "SexTick", .filter = SexKeyFilter, .spoken = "Gender, M for male or F for female"},
+
+    {.name = "Image1", .kind = Kind::Picture, .spoken = "Assets transferred: list of items", .tip = "List of assets transferred"},
+    {.name = "ADescriptionAsset", .field = "ADescriptionAsset", .spoken = "A, description of asset"},
+    {.name = "ACostMarketBox", .field = "ACostMarketBox", .filter = MoneyKeyFilter, .spoken = "A, cost or market value", .amount = true},
+    {.name = "AAmountGood", .field = "AAmountGood", .filter = MoneyKeyFilter, .spoken = "A, amount made good or from which tax deducted", .amount = true},
+    {.name = "ACashEqu", .field = "ACashEqu", .filter = MoneyKeyFilter, .spoken = "A, cash equivalent, box 13", .amount = true},
+
+    {.name = "Image2", .kind = Kind::Picture, .spoken = "Payments made on behalf of employee: list of items", .tip = "List of payments made on behalf of employee"},
+    {.name = "BDescriptionPayment", .field = "BDescriptionPayment", .spoken = "B, description of payment"},
+    {.name = "B2", .field = "B2", .filter = MoneyKeyFilter, .spoken = "B, payment, box 15", .amount = true},
+    {.name = "BNotTax", .field = "BNotTax", .filter = MoneyKeyFilter, .spoken = "B, tax on notional payments, box 15", .amount = true},
+
+    {.name = "Image3", .kind = Kind::Picture, .spoken = "Vouchers and credit cards: list of items", .tip = "List of vouchers and credit cards"},
+    {.name = "CGrossAmount", .field = "CGrossAmount", .filter = MoneyKeyFilter, .spoken = "C, gross amount", .amount = true},
+    {.name = "CAmountGood", .field = "CAmountGood", .filter = MoneyKeyFilter, .spoken = "C, amount made good or from which tax deducted", .amount = true},
+    {.name = "CCashEqu", .field = "CCashEqu", .filter = MoneyKeyFilter, .spoken = "C, cash equivalent, box 12", .amount = true},
+
+    {.name = "Image4", .kind = Kind::Picture, .spoken = "Living accommodation: calculation", .tip = "Calculation of living accommodation"},
+    {.name = "DCashEqu", .field = "DCashEqu", .filter = MoneyKeyFilter, .spoken = "D, cash equivalent, box 14", .amount = true},
+
+    {.name = "Image5", .kind = Kind::Picture, .spoken = "Mileage allowance and passenger payments: calculation", .tip = "Calculation of mileage allowance and passenger payments"},
+    {.name = "ETaxAmount", .field = "ETaxAmount", .filter = MoneyKeyFilter, .spoken = "E, taxable amount, box 12", .amount = true},
+
+    {.name = "Image6", .kind = Kind::Picture, .spoken = "Cars and car fuel: sheet", .tip = "Car calculation", .hidden = true},
+});
+
+constexpr auto TotalRows = std::to_array<BoxRow>({
+    {.name = "FTotalCashCars", .field = "FTotalCashCars", .spoken = "F, total cash equivalent of all cars, box 9", .readOnly = true, .amount = true},
+    {.name = "FTotalCashFuel", .field = "FTotalCashFuel", .spoken = "F, total cash equivalent of fuel for all cars, box 10", .readOnly = true, .amount = true},
+});
+
+constexpr AmountTriple SectionA{"ACostMarketBox", "AAmountGood", "ACashEqu"};
+constexpr AmountTriple SectionC{"CGrossAmount", "CAmountGood", "CCashEqu"};
+
+constexpr CarTotalKind CashTotal{"FCashEqu", "FTotalCashCars", "Compute Cash error"};
+constexpr CarTotalKind FuelTotal{"FFuelEqu", "FTotalCashFuel", "Compute Fuel error"};
+
+/// No employee was born before this day.
+constexpr std::string_view EarliestBirth = "01/01/1905";
+
+} // namespace
+
+Form3::Form3(Session& session)
+    : P11DPage(session, "Form3", "P11D - Form 1",
+               {.loading = "P11D Page 1 - loading error", .refresh = "P11D Page 1 - Refresh after Print Error"})
+{
+    AddBoxes(Rows);
+    for (const int car : {1, 2})
+        cars.emplace_back(session, *this, car,
+                          CarColumn::Totals{.computeCash = [this] { ComputeCash(); },
+                                            .computeFuel = [this] { ComputeFuel(); }});
+    AddBoxes(TotalRows);
+    Bind();
+
+    OnLeaveTriple(SectionA);
+    OnLeaveTriple(SectionC);
+    for (const std::string_view single : {"B2", "BNotTax", "DCashEqu", "ETaxAmount"})
+        OnLeaveAmount(single);
+    OnLeave("SexBox", [](Box& sex) { sex.SetText(UpperCase(sex.Text())); });
+    OnLeave("NatIns", [this](Box&) { LeaveNationalInsurance(); });
+    OnLeave("DateofBirth", [this](Box&) { LeaveDateOfBirth(); });
+    OnClick("Page1", [](Box&) {});
+    OnClick("Page2", [this](Box&) { TurnTo("Side2Form1", "P11D Side 2 - loading error"); });
+    OnClick("lblP11DB", [this](Box&) { ClickDeclaration(); });
+    OpensScreen("Image1", "ANotepad");
+    OpensScreen("Image2", "BNotepad");
+    OpensScreen("Image3", "CNotepad");
+    OpensScreen("Image4", "DNotepad");
+    OpensScreen("Image5", "ENotepad");
+    OpensScreen("Image6", "FNotepad");
+    OpensScreen("Label65", "Form3_4");
+    OpensScreen("Label66", "Form5_6");
+    for (const auto& [label, screen] : {std::pair("Page2", "Side2Form1"), std::pair("lblP11DB", "P11DDeclaration")})
+        box(label).SetEnabled(session.screens.IsRegistered(screen));
+}
+
+bool Form3::Load()
+{
+    box("Page1").SetPaint(Paint::Yellow);
+    session.CurrentPage = 1;
+    return true;
+}
+
+void Form3::Activate()
+{
+    session.CurrentPage = 1;
+    if (std::exchange(computedOnce, true))
+        cars.back().CarBenefitCompute();
+    else
+        ComputeBothCars();
+}
+
+void Form3::ComputeBothCars()
+{
+    for (CarColumn& car : cars)
+        car.CarBenefitCompute();
+}
+
+void Form3::Unload()
+{
+    static_cast<void>(ReleaseRecord());
+    UnloadAllScreens(session);
+    SetMainCaption(session, edition::AppTitle);
+    EnableEmployeeCommands(session, false);
+}
+
+void Form3::ComputeCash()
+{
+    ComputeCarTotal(session, *this, CashTotal);
+}
+
+void Form3::ComputeFuel()
+{
+    ComputeCarTotal(session, *this, FuelTotal);
+}
+
+void Form3::LeaveNationalInsurance()
+{
+    Box& number = box("NatIns");
+    number.SetText(UpperCase(number.Text()));
+    if (IsNationalInsuranceNumber(number.Text()))
+        return;
+    session.messages.Tell("Invalid Entry", "Invalid National Insurance Number");
+    number.Clear();
+}
+
+void Form3::LeaveDateOfBirth()
+{
+    Box& birth = box("DateofBirth");
+    const std::string text = birth.TrimText();
+    if (text.empty())
+        return;
+    const auto day = ReadDate(text);
+    const bool valid = IsDateText(text) && TestYearEnd(text) == YearEndTest::Yes && day && *day >= *ReadDate(EarliestBirth);
+    birth.SetText(valid ? NormaliseDate(text) : std::string());
+}
+
+void Form3::ClickDeclaration()
+{
+    session.InDeclarationFromPage = true;
+    ComputeBothCars();
+    if (!SeekCurrent("Recovering Recordset after P11DB NICs"))
+        return;
+    session.DeclarationOpen = true;
+    session.EmployeeOpenFlag = false;
+    session.screens.Show("P11DDeclaration");
+}
+
+} // namespace quillmere

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "cars/CarColumn.h"
+#include "screens/P11DPage.h"
+
+#include <deque>
+
+namespace quillmere {
+
+/// Page 1: the first side of the form P11D for one employee, with the identity block and sections A to F.
+class Form3 : public P11DPage {
+public:
+    explicit Form3(Session& session);
+
+    bool Load() override;
+    void Activate() override;
+    void Unload() override;
+
+    /// The totals of section F over all six cars.
+    void ComputeCash();
+    void ComputeFuel();
+
+private:
+    void LeaveDateOfBirth();
+    void LeaveNationalInsurance();
+    void ClickDeclaration();
+    void ComputeBothCars();
+
+    std::deque<CarColumn> cars;
+    bool computedOnce = false; ///< both cars have been worked out for the record that was opened
+};
+
+} // namespace quillmere

@@ -1,0 +1,103 @@
+#include "screens/P11DPage.h"
+
+#include "clientdb/Recordset.h"
+#include "edition/Edition.h"
+#include "frame/Amount.h"
+
+namespace quillmere {
+
+void RewriteAmount(Box& box)
+{
+    if (!box.Empty())
+        box.SetText(AmountText(ReadAmount(box.Text()), edition::FormatMoneyBlankZero));
+}
+
+void RewriteTriple(Screen& screen, const AmountTriple& triple)
+{
+    Box& cost = screen.box(triple.cost);
+    Box& madeGood = screen.box(triple.madeGood);
+    Box& cashEquivalent = screen.box(triple.cashEquivalent);
+    cost.TrimText();
+    madeGood.TrimText();
+    cashEquivalent.TrimText();
+    if (cost.Empty())
+        madeGood.Clear();
+    if (!cost.Empty() || !madeGood.Empty()) {
+        Amount net = ReadAmount(cost.Text()) - ReadAmount(madeGood.Text());
+        if (net.IsNegative())
+            net = Amount();
+        cashEquivalent.SetText(AmountText(net, edition::FormatMoneyZero));
+    }
+    RewriteAmount(cost);
+    RewriteAmount(madeGood);
+    if (cost.Empty() && madeGood.Empty())
+        cashEquivalent.Clear();
+}
+
+P11DPage::P11DPage(Session& session, std::string_view name, std::string_view caption, const Titles& titles)
+    : Screen(session, name, ShowMode::Child, caption), titles(titles)
+{
+}
+
+void P11DPage::Bind()
+{
+    Clients.emplace(session, *this, "P11D");
+}
+
+bool P11DPage::SeekCurrent(std::string_view errorTitle)
+{
+    try {
+        if (Clients->Seek("IndKey", session.CurrentEmployer, session.CurrentEmployee))
+            return true;
+        session.messages.Tell(errorTitle, "Employee not found");
+    } catch (const StoreError& error) {
+        session.messages.Tell(Caption(), error.what());
+    }
+    return false;
+}
+
+bool P11DPage::ReleaseRecord()
+{
+    try {
+        Clients->Release();
+        return true;
+    } catch (const StoreError& error) {
+        session.messages.Tell(Caption(), error.what());
+        return false;
+    }
+}
+
+void P11DPage::OnLeaveTriple(const AmountTriple& triple)
+{
+    for (const std::string_view boxName : {triple.cost, triple.madeGood, triple.cashEquivalent})
+        OnLeave(boxName, [this, triple](Box&) { RewriteTriple(*this, triple); });
+}
+
+void P11DPage::OnLeaveAmount(std::string_view boxName)
+{
+    OnLeave(boxName, RewriteAmount);
+}
+
+void P11DPage::OpensScreen(std::string_view picture, std::string_view screen)
+{
+    if (!session.screens.IsRegistered(screen)) {
+        Box& unavailable = box(picture);
+        unavailable.SetEnabled(false);
+        unavailable.SetTip(unavailable.Tip() + " (not available in this version)");
+        return;
+    }
+    OnClick(picture, [this, screen](Box&) { session.screens.Show(screen); });
+}
+
+void P11DPage::TurnTo(std::string_view page, std::string_view errorTitle)
+{
+    if (!ReleaseRecord())
+        return;
+    auto* other = static_cast<P11DPage*>(session.screens.Load(page));
+    if (other == nullptr || !other->SeekCurrent(errorTitle))
+        return;
+    session.screens.Show(page);
+    session.screens.Hide(Name());
+}
+
+} // namespace quillmere

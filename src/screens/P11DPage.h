@@ -1,0 +1,60 @@
+#pragma once
+
+#include "clientdb/DataLink.h"
+#include "frame/Screen.h"
+
+#include <array>
+#include <string_view>
+
+namespace quillmere {
+
+/// Cost, what was made good, and the cash equivalent that follows from them: three boxes of one section.
+struct AmountTriple {
+    std::string_view cost, madeGood, cashEquivalent;
+};
+
+/// Rewrites a section's three boxes: the cash equivalent is the cost less what was made good, not below zero.
+void RewriteTriple(Screen& screen, const AmountTriple& triple);
+
+/// Puts an amount box in amount form; an empty one stays empty, a zero goes blank.
+void RewriteAmount(Box& box);
+
+/// What the two sides of the form have in common: boxes bound to the record of the open employee, and amounts that are
+/// rewritten when they are left. There is no Save: what is typed is stored when the cursor moves or the page closes.
+class P11DPage : public Screen {
+public:
+    /// Titles of the messages of one side.
+    struct Titles {
+        std::string_view loading;
+        std::string_view refresh; ///< after printing
+    };
+
+    P11DPage(Session& session, std::string_view name, std::string_view caption, const Titles& titles);
+
+    /// Stores what has changed and moves the cursor to the current employee. False, with "Employee not found" under
+    /// `errorTitle`, if there is no such record; false, with the store's own words, if the store fails.
+    [[nodiscard]] bool SeekCurrent(std::string_view errorTitle);
+    /// Takes the cursor off its record, storing what has changed. False if the store fails, with its words.
+    [[nodiscard]] bool ReleaseRecord();
+    std::string_view LoadingErrorTitle() const { return titles.loading; }
+    std::string_view RefreshErrorTitle() const { return titles.refresh; }
+
+protected:
+    /// Binds the boxes that name a field; called when all boxes are made.
+    void Bind();
+    /// Rewrites the triple when any of its boxes is left.
+    void OnLeaveTriple(const AmountTriple& triple);
+    /// Rewrites the box when it is left.
+    void OnLeaveAmount(std::string_view boxName);
+    /// A picture that opens a screen; disabled, with a tooltip that says so, if the program has no such screen.
+    void OpensScreen(std::string_view picture, std::string_view screen);
+    /// Goes to the other side of the form.
+    void TurnTo(std::string_view page, std::string_view errorTitle);
+
+    std::optional<DataLink> Clients;
+
+private:
+    Titles titles;
+};
+
+} // namespace quillmere
