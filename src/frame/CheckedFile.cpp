@@ -148,7 +148,7 @@ private:
     bool isInPlace = false;
 };
 
-constexpr std::size_t PieceSize = 256 * 1024;
+constexpr std::size_t PieceSize = 262'144;
 
 } // namespace
 
