@@ -9,7 +9,6 @@ namespace {
 
 constexpr TextLook Heading{.size = 13, .bold = true};
 constexpr TextLook Small{.size = 11};
-constexpr TextLook SmallRight{.size = 11, .align = TextLook::Align::Right};
 constexpr TextLook Italic{.size = 11, .italic = true};
 constexpr TextLook Sign{.size = 14, .bold = true, .align = TextLook::Align::Centre};
 
@@ -18,6 +17,7 @@ constexpr int SectionX = 10, SectionWidth = 960;
 constexpr int TextX = 44;
 constexpr int CostX = 490, GoodX = 634, CashTagX = 772, CashX = 798, MarkX = 922;
 constexpr int AmountWidth = 120;
+constexpr int CarsHeight = 610;
 
 /// A section's panel with its letter and heading, and the picture that opens its notepad below the letter.
 void Section(Layout& layout, int y, int height, std::string_view letter, std::string_view heading,
@@ -140,7 +140,7 @@ void CarsColumn(Layout& layout, int car, int x, int y)
 void Cars(Layout& layout, int y)
 {
     constexpr int Row = 27;
-    Section(layout, y, 540, "F", "Cars and car fuel", "Image6");
+    Section(layout, y, CarsHeight, "F", "Cars and car fuel", "Image6");
     layout.Text(180, y + 5, 560, "If more than two cars were made available, use Car 3 + 4 and Car 5 + 6", Italic);
     const int first = y + 50;
     int row = first;
@@ -150,7 +150,7 @@ void Cars(Layout& layout, int y)
     };
     caption("Make and Model");
     caption("Date first registered");
-    caption("Approved CO2 emissions figure, registered from 1 January 1998");
+    caption("Approved CO2 emissions figure (if registered from 1998)");
     caption("Engine size");
     caption("Type of fuel or power used (key letter, see P11D Guide)");
     caption("Dates car was available: From", Row + 4);
@@ -238,7 +238,7 @@ Layout Form3()
 
     y += 66;
     Cars(layout, y);
-    layout.height = y + 550;
+    layout.height = y + CarsHeight + 10;
     return layout;
 }
 
