@@ -273,7 +273,7 @@ void MDIForm1::CommandPrint()
         if (!session.screens.IsShown(page))
             continue;
         auto& shown = static_cast<P11DPage&>(*session.screens.Find(page));
-        shown.SeekCurrent(shown.RefreshErrorTitle());
+        static_cast<void>(shown.SeekCurrent(shown.RefreshErrorTitle()));
     }
 }
 

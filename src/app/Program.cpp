@@ -1,8 +1,12 @@
 #include "app/Program.h"
 
 #include "app/MDIForm1.h"
+#include "clientdb/EmployerScreens.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
+#include "screens/Form3.h"
+
+#include <memory>
 
 namespace quillmere {
 
@@ -48,9 +52,25 @@ bool Program::Ended() const
     return session.screens.Find("MDIForm1") == nullptr;
 }
 
+namespace {
+
+template<typename ScreenClass>
+void Register(Screens& screens, std::string_view name)
+{
+    screens.Register(name, [](Session& session) { return std::make_unique<ScreenClass>(session); });
+}
+
+} // namespace
+
 void RegisterScreens(Screens& screens)
 {
-    screens.Register("MDIForm1", [](Session& session) { return std::make_unique<MDIForm1>(session); });
+    Register<MDIForm1>(screens, "MDIForm1");
+    Register<NewFileCheck>(screens, "NewFileCheck");
+    Register<NewFile>(screens, "NewFile");
+    Register<EmployerList>(screens, "EmployerList");
+    Register<EmployeeList>(screens, "EmployeeList");
+    Register<RenameEmp>(screens, "RenameEmp");
+    Register<Form3>(screens, "Form3");
 }
 
 } // namespace quillmere

@@ -19,7 +19,7 @@ StoreFaultHook& FaultHook()
 } // namespace
 
 StoreError::StoreError(int errorNumber, const std::string& text, std::string statementText)
-    : std::runtime_error(text), number(errorNumber), statement(std::move(statementText))
+    : Failure(errorNumber, text), statement(std::move(statementText))
 {
 }
 

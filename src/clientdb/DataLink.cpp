@@ -28,10 +28,10 @@ std::string DataLink::Stored(const Box& box)
 bool DataLink::Position(Recordset& records) const
 {
     records.Index(index);
-    if (part2.empty())
-        records.Seek(part1);
-    else
+    if (index == "IndKey")
         records.Seek(part1, part2);
+    else
+        records.Seek(part1);
     return !records.NoMatch();
 }
 
@@ -53,8 +53,9 @@ bool DataLink::Seek(std::string_view newIndex, std::string_view newPart1, std::s
 {
     Store();
     hasRecord = false;
-    Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Recordset records = database.OpenRecordset(table);
+    database = session.ClientDatabasePath();
+    Database opened = Database::OpenDatabase(database);
+    Recordset records = opened.OpenRecordset(table);
     index = newIndex;
     part1 = newPart1;
     part2 = newPart2;
@@ -75,8 +76,8 @@ void DataLink::Store()
             changed.push_back(box);
     if (changed.empty())
         return;
-    Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Recordset records = database.OpenRecordset(table);
+    Database opened = Database::OpenDatabase(database);
+    Recordset records = opened.OpenRecordset(table);
     if (!Position(records))
         throw StoreError(3021, "No current record.", {});
     records.Edit();

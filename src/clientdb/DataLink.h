@@ -40,6 +40,7 @@ private:
     std::string table;
     std::vector<Box*> bound;
     std::unordered_map<const Box*, std::string> shown; ///< what each box held when the link arrived
+    std::filesystem::path database; ///< of the folder that was selected when the link moved
     std::string index, part1, part2;
     bool hasRecord = false;
     bool loading = false;

@@ -1,19 +1,19 @@
 #pragma once
 
+#include "frame/Failure.h"
+
 #include <stdexcept>
 #include <string>
 
 namespace quillmere {
 
 /// A failure of the record store: the store's own words, its error number and the statement in hand.
-class StoreError : public std::runtime_error {
+class StoreError : public Failure {
 public:
     StoreError(int number, const std::string& text, std::string statement);
-    int Number() const { return number; }
     const std::string& Statement() const { return statement; }
 
 private:
-    int number;
     std::string statement;
 };
 

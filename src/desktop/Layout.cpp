@@ -25,14 +25,14 @@ void Layout::Letter(int x, int y, std::string_view letter)
                      .look = {.size = 15, .bold = true, .align = TextLook::Align::Centre}});
 }
 
-void Layout::Tag(int x, int y)
+void Layout::Tag(int x, int y, std::string_view text)
 {
     drawn.push_back({.what = Drawn::What::Tag,
                      .x = x,
                      .y = y,
                      .width = 24,
                      .height = BoxHeight,
-                     .text = "1A",
+                     .text = std::string(text),
                      .look = {.size = 12, .bold = true, .align = TextLook::Align::Centre}});
 }
 

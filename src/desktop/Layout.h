@@ -2,7 +2,6 @@
 
 #include "frame/Box.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,8 +46,8 @@ struct Layout {
     void Frame(int x, int y, int w, int h, std::string_view title = {});
     /// A section's letter, white in a black square.
     void Letter(int x, int y, std::string_view letter);
-    /// The mark of a Class 1A box, white on black.
-    void Tag(int x, int y);
+    /// The mark of a Class 1A box, or the number of a box, white on black.
+    void Tag(int x, int y, std::string_view text = "1A");
     /// A text whose box is w wide (its alignment works in it) and one line high, or as high as its lines need.
     void Text(int x, int y, int w, std::string_view text, TextLook look = {}, int h = 0);
     void Line(int x, int y, int w, int h);
@@ -65,11 +64,6 @@ struct Layout {
 const Layout& LayoutOf(std::string_view screen);
 
 /// Names of all screens that have a layout.
-std::vector<std::string> ScreensWithLayout();
-
-namespace layouts {
-/// A function that writes a layout, in the list of Layouts.cpp.
-using Writer = Layout (*)();
-} // namespace layouts
+std::vector<std::string_view> ScreensWithLayout();
 
 } // namespace quillmere

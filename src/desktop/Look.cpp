@@ -1,7 +1,5 @@
 #include "desktop/Look.h"
 
-#include "printing/Fonts.h"
-
 #include <QFontDatabase>
 #include <QPainter>
 #include <QPainterPath>
@@ -14,11 +12,9 @@ namespace {
 constexpr auto CaptionFamily = "Liberation Sans";
 constexpr auto AmountFamily = "Liberation Mono";
 
-void AddFont(Face face)
+void AddFont(const char* face)
 {
-    const auto file = FontFile(face);
-    QFontDatabase::addApplicationFontFromData(
-        QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), static_cast<qsizetype>(file.size())));
+    QFontDatabase::addApplicationFont(QString("/usr/share/fonts/truetype/liberation2/Liberation%1.ttf").arg(face));
 }
 
 int FlagsOf(const TextLook& look)
@@ -99,7 +95,7 @@ void DrawPicture(QPainter& painter, const std::string& name)
 void LoadFonts()
 {
     static const bool loaded = [] {
-        for (const Face face : {Face::Sans, Face::SansBold, Face::SansItalic, Face::SansBoldItalic, Face::Mono})
+        for (const char* face : {"Sans-Regular", "Sans-Bold", "Sans-Italic", "Sans-BoldItalic", "Mono-Regular"})
             AddFont(face);
         return true;
     }();

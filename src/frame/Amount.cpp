@@ -292,7 +292,7 @@ std::string FormatAmount(Amount amount, std::string_view format)
 
 std::string PadAmount(std::string_view text)
 {
-    const std::string trimmed = Trim(text);
+    std::string trimmed = Trim(text);
     const std::size_t length = Length(trimmed);
     if (trimmed.empty() || length == ColumnWidth)
         return trimmed;

@@ -38,6 +38,7 @@ public:
     friend Amount operator-(Amount a, Amount b) { return a -= b; }
     friend Amount operator*(Amount a, std::int64_t times) { return a.Times(times); }
     friend Amount operator*(std::int64_t times, Amount a) { return a.Times(times); }
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check takes the 0 of a rewritten comparison for a null pointer.
     friend constexpr auto operator<=>(Amount, Amount) = default;
 
 private:

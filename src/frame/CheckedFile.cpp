@@ -148,13 +148,12 @@ private:
     bool isInPlace = false;
 };
 
-constexpr std::size_t PieceSize = 256 * 1024;
+constexpr std::size_t PieceSize = 262'144;
 
 } // namespace
 
 FileError::FileError(const std::filesystem::path& file, int errorNumber)
-    : std::runtime_error(fmt::format("{}: {}", file.string(), std::generic_category().message(errorNumber))),
-      number(errorNumber)
+    : Failure(errorNumber, fmt::format("{}: {}", file.string(), std::generic_category().message(errorNumber)))
 {
 }
 

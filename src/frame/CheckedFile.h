@@ -1,20 +1,17 @@
 #pragma once
 
+#include "frame/Failure.h"
+
 #include <filesystem>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace quillmere {
 
 /// A file that could not be read, written, copied or removed. The text names the file and says why.
-class FileError : public std::runtime_error {
+class FileError : public Failure {
 public:
     FileError(const std::filesystem::path& file, int errorNumber);
-    int Number() const { return number; }
-
-private:
-    int number;
 };
 
 /// Writes a whole file: a temporary file beside it, flushed and synced, then renamed over the old one, so that the old

@@ -51,9 +51,10 @@ std::optional<DatePieces> PartDate(std::string_view text)
     return DatePieces{text.substr(0, first - 1), text.substr(first, second - first - 1), text.substr(second)};
 }
 
+/// Of a year as typed: 0 stands for 2000 and is one.
 constexpr bool IsLeapYear(int year)
 {
-    return year == 0 || year % 400 == 0 || (year % 4 == 0 && year % 100 != 0);
+    return year % 400 == 0 || (year % 4 == 0 && year % 100 != 0);
 }
 
 constexpr int DaysInMonth(int month, int year)
@@ -111,8 +112,6 @@ bool IsDateText(std::string_view text)
     const int year = ReadPiece(pieces->year);
     if (month < 1 || month > 12 || day < 1 || day > DaysInMonth(month, year))
         return false;
-    if (year == 0 && month == 2 && day == 29)
-        return true;
     return CalendarDay(day, month, year).has_value();
 }
 

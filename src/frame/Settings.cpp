@@ -376,7 +376,7 @@ void ReadLines(Settings& settings, std::string_view content)
 std::filesystem::path FindSettingsFile(const std::filesystem::path& folder)
 {
     std::error_code ignored;
-    const std::filesystem::path exact = folder / SettingsFileName;
+    std::filesystem::path exact = folder / SettingsFileName;
     if (std::filesystem::is_regular_file(exact, ignored))
         return exact;
     std::filesystem::path found;

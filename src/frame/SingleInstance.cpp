@@ -4,7 +4,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <string>
+#include <fmt/format.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -24,7 +24,7 @@ bool Lock(int descriptor)
 
 std::filesystem::path LockFile(const std::filesystem::path& folder)
 {
-    return folder / ("." + std::string(edition::ProductFolder) + ".lock");
+    return folder / fmt::format(".{}.lock", edition::ProductFolder);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "screens/P11DPage.h"
 
-#include "clientdb/Recordset.h"
 #include "edition/Edition.h"
 #include "frame/Amount.h"
 
@@ -35,36 +34,8 @@ void RewriteTriple(Screen& screen, const AmountTriple& triple)
 }
 
 P11DPage::P11DPage(Session& session, std::string_view name, std::string_view caption, const Titles& titles)
-    : Screen(session, name, ShowMode::Child, caption), titles(titles)
+    : BoundScreen(session, name, ShowMode::Child, caption, {.table = "P11D", .index = "IndKey"}), titles(titles)
 {
-}
-
-void P11DPage::Bind()
-{
-    Clients.emplace(session, *this, "P11D");
-}
-
-bool P11DPage::SeekCurrent(std::string_view errorTitle)
-{
-    try {
-        if (Clients->Seek("IndKey", session.CurrentEmployer, session.CurrentEmployee))
-            return true;
-        session.messages.Tell(errorTitle, "Employee not found");
-    } catch (const StoreError& error) {
-        session.messages.Tell(Caption(), error.what());
-    }
-    return false;
-}
-
-bool P11DPage::ReleaseRecord()
-{
-    try {
-        Clients->Release();
-        return true;
-    } catch (const StoreError& error) {
-        session.messages.Tell(Caption(), error.what());
-        return false;
-    }
 }
 
 void P11DPage::OnLeaveTriple(const AmountTriple& triple)

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "clientdb/DataLink.h"
-#include "frame/Screen.h"
+#include "clientdb/BoundScreen.h"
 
-#include <array>
 #include <string_view>
 
 namespace quillmere {
@@ -21,7 +19,7 @@ void RewriteAmount(Box& box);
 
 /// What the two sides of the form have in common: boxes bound to the record of the open employee, and amounts that are
 /// rewritten when they are left. There is no Save: what is typed is stored when the cursor moves or the page closes.
-class P11DPage : public Screen {
+class P11DPage : public BoundScreen {
 public:
     /// Titles of the messages of one side.
     struct Titles {
@@ -31,17 +29,10 @@ public:
 
     P11DPage(Session& session, std::string_view name, std::string_view caption, const Titles& titles);
 
-    /// Stores what has changed and moves the cursor to the current employee. False, with "Employee not found" under
-    /// `errorTitle`, if there is no such record; false, with the store's own words, if the store fails.
-    [[nodiscard]] bool SeekCurrent(std::string_view errorTitle);
-    /// Takes the cursor off its record, storing what has changed. False if the store fails, with its words.
-    [[nodiscard]] bool ReleaseRecord();
     std::string_view LoadingErrorTitle() const { return titles.loading; }
     std::string_view RefreshErrorTitle() const { return titles.refresh; }
 
 protected:
-    /// Binds the boxes that name a field; called when all boxes are made.
-    void Bind();
     /// Rewrites the triple when any of its boxes is left.
     void OnLeaveTriple(const AmountTriple& triple);
     /// Rewrites the box when it is left.
@@ -50,8 +41,6 @@ protected:
     void OpensScreen(std::string_view picture, std::string_view screen);
     /// Goes to the other side of the form.
     void TurnTo(std::string_view page, std::string_view errorTitle);
-
-    std::optional<DataLink> Clients;
 
 private:
     Titles titles;

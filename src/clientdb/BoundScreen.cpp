@@ -1,0 +1,37 @@
+#include "clientdb/BoundScreen.h"
+
+#include "clientdb/Recordset.h"
+
+namespace quillmere {
+
+BoundScreen::BoundScreen(Session& session, std::string_view name, ShowMode mode, std::string_view caption,
+                         const Source& source)
+    : Screen(session, name, mode, caption), source(source)
+{
+}
+
+bool BoundScreen::SeekCurrent(std::string_view errorTitle)
+{
+    try {
+        const std::string_view employee = source.index == "IndKey" ? session.CurrentEmployee : std::string_view();
+        if (link->Seek(source.index, session.CurrentEmployer, employee))
+            return true;
+        session.messages.Tell(errorTitle, "Employee not found");
+    } catch (const StoreError& error) {
+        session.messages.Tell(Caption(), error.what());
+    }
+    return false;
+}
+
+bool BoundScreen::ReleaseRecord()
+{
+    try {
+        link->Release();
+        return true;
+    } catch (const StoreError& error) {
+        session.messages.Tell(Caption(), error.what());
+        return false;
+    }
+}
+
+} // namespace quillmere

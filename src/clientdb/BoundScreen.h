@@ -1,0 +1,37 @@
+#pragma once
+
+#include "clientdb/DataLink.h"
+#include "frame/Screen.h"
+
+#include <optional>
+#include <string_view>
+
+namespace quillmere {
+
+/// A screen whose boxes are bound to one record of the current employee or employer.
+class BoundScreen : public Screen {
+public:
+    struct Source {
+        std::string_view table;
+        std::string_view index; ///< "IndKey" seeks employer and employee, "PrimaryKey" the employer
+    };
+
+    BoundScreen(Session& session, std::string_view name, ShowMode mode, std::string_view caption, const Source& source);
+
+    /// Stores what has changed and moves to the current record. False, with "Employee not found" under `errorTitle`, if
+    /// there is none; false, with the store's own words under the screen's caption, if the store fails.
+    [[nodiscard]] bool SeekCurrent(std::string_view errorTitle);
+    /// Stores what has changed and takes the link off its record. False if the store fails, with its words.
+    [[nodiscard]] bool ReleaseRecord();
+
+protected:
+    /// Binds the boxes that name a field; called when all boxes are made.
+    void Bind() { link.emplace(session, *this, source.table); }
+    const DataLink& Link() const { return *link; }
+
+private:
+    Source source;
+    std::optional<DataLink> link;
+};
+
+} // namespace quillmere

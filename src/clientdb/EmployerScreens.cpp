@@ -1,0 +1,482 @@
+#include "clientdb/EmployerScreens.h"
+
+#include "clientdb/BoundScreen.h"
+#include "clientdb/Employees.h"
+#include "edition/Edition.h"
+#include "frame/CloseAll.h"
+#include "frame/Text.h"
+
+#include <array>
+
+namespace quillmere {
+
+namespace {
+
+constexpr std::string_view EmployerError = "Employer Error";
+constexpr std::string_view EmployeeError = "Employee Error";
+constexpr std::string_view NewEmployeeError = "New Employee Error";
+
+Database OpenClients(const Session& session)
+{
+    return Database::OpenDatabase(session.ClientDatabasePath());
+}
+
+/// A busy pointer for the length of a scan.
+class BusyPointer {
+public:
+    explicit BusyPointer(Platform& platform) : platform(platform) { platform.SetBusyPointer(true); }
+    ~BusyPointer() { platform.SetBusyPointer(false); }
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+
+private:
+    Platform& platform;
+};
+
+/// The employers for a list on the screen. With none: the message, and no list.
+bool FillEmployers(Session& session, Box& list)
+{
+    std::vector<std::string> employers;
+    {
+        const BusyPointer busy(session.platform);
+        Database database = OpenClients(session);
+        employers = ListEmployers(database);
+    }
+    if (employers.empty()) {
+        session.messages.Tell(edition::AppTitle, "There are no Employers to display");
+        return false;
+    }
+    list.SetEntries(std::move(employers));
+    return true;
+}
+
+void FillEmployees(Session& session, Box& list)
+{
+    const BusyPointer busy(session.platform);
+    Database database = OpenClients(session);
+    list.SetEntries(ListEmployees(database, session.CurrentEmployer));
+}
+
+} // namespace
+
+bool OpenPage1(Session& session, std::string_view errorTitle)
+{
+    session.screens.StopTimer("Form3", "OpenTimer");
+    session.EmployeeOpenFlag = true;
+    auto* page = static_cast<BoundScreen*>(session.screens.Load("Form3"));
+    const bool found = page->SeekCurrent(errorTitle);
+    session.screens.Show("Form3");
+    session.EmployeeOpenFlag = false;
+    EnableEmployeeCommands(session, true);
+    SetMainCaption(session, OpenEmployeeCaption(session));
+    return found;
+}
+
+// ---- NewFileCheck
+
+NewFileCheck::NewFileCheck(Session& session) : Screen(session, "NewFileCheck", ShowMode::Modal, "New File Options")
+{
+    static constexpr auto Rows = std::to_array<BoxRow>({
+        {.name = "Option1", .kind = Kind::Option, .text = "I would like to add a new Employee to an existing Employer  "},
+        {.name = "Option2", .kind = Kind::Option, .text = "I would like to create a new Employer and Employee"},
+        {.name = "NewFileOk", .kind = Kind::Button, .text = "&OK"},
+        {.name = "NewFileCancel", .kind = Kind::Button, .text = "&Cancel"},
+    });
+    AddBoxes(Rows);
+    SetButtons("NewFileCancel", "NewFileOk");
+    OnClick("Option1", [this](Box&) { box("Option2").SetTicked(false); });
+    OnClick("Option2", [this](Box&) { box("Option1").SetTicked(false); });
+    OnClick("NewFileOk", [this](Box&) { Accept(); });
+    OnClick("NewFileCancel", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+void NewFileCheck::Accept()
+{
+    const bool existing = box("Option1").Ticked();
+    if (!existing && !box("Option2").Ticked()) {
+        session.messages.Tell(edition::AppTitle, "You must choose one of the options");
+        return;
+    }
+    session.screens.Unload(Name());
+    if (existing) {
+        session.EmployerListMode = ChooseForNewEmployee;
+        session.screens.Show("EmployerList");
+    } else {
+        session.EmployerListMode = ChooseToOpen;
+        session.screens.Show("NewFile");
+    }
+}
+
+// ---- NewFile
+
+NewFile::NewFile(Session& session) : Screen(session, "NewFile", ShowMode::Window, "New File")
+{
+    static constexpr auto Rows = std::to_array<BoxRow>({
+        {.name = "NewEmployer", .kind = Kind::Label, .text = "Enter New Employer Name"},
+        {.name = "EmployerName", .spoken = "Employer name"},
+        {.name = "PAYE", .spoken = "PAYE Reference"},
+        {.name = "EmployeeName", .spoken = "Enter New Employee Firstname"},
+        {.name = "EmployeeSurname", .spoken = "Enter New Employee Surname"},
+        {.name = "OkEmp", .kind = Kind::Button, .text = "&OK"},
+        {.name = "OkEmp2", .kind = Kind::Button, .text = "&OK", .hidden = true},
+        {.name = "CancelEmp", .kind = Kind::Button, .text = "&Cancel"},
+    });
+    AddBoxes(Rows);
+    OnClick("OkEmp", [this](Box&) { AddEmployer(); });
+    OnClick("OkEmp2", [this](Box&) { AddEmployee(); });
+    OnClick("CancelEmp", [this](Box&) { Cancel(); });
+}
+
+bool NewFile::Load()
+{
+    const bool existing = session.EmployerListMode == ChooseForNewEmployee;
+    SetButtons("CancelEmp", existing ? "OkEmp2" : "OkEmp");
+    if (!existing)
+        return true;
+    Database database = OpenClients(session);
+    box("NewEmployer").SetText("Employer");
+    box("EmployerName").SetText(session.CurrentEmployer);
+    box("EmployerName").SetReadOnly(true);
+    box("PAYE").SetText(FirstPayeReference(database, session.CurrentEmployer));
+    box("OkEmp").SetVisible(false);
+    box("OkEmp2").SetVisible(true);
+    return true;
+}
+
+bool NewFile::Missing(std::string_view boxName, std::string_view title, std::string_view message)
+{
+    Box& required = box(boxName);
+    if (!Trim(required.Text()).empty())
+        return false;
+    session.messages.Tell(title, message);
+    Focus(required);
+    return true;
+}
+
+void NewFile::AddEmployer()
+{
+    if (Missing("EmployerName", edition::AppTitle, "You must enter an Employers Name") ||
+        Missing("EmployeeName", edition::AppTitle, "You must enter an Employee Name") ||
+        Missing("EmployeeSurname", edition::AppTitle, "You must enter an Employee Surname"))
+        return;
+    {
+        Database database = OpenClients(session);
+        if (EmployerExists(database, box("EmployerName").Text())) {
+            session.messages.Tell(EmployerError, "This Employer already exists.");
+            return;
+        }
+    }
+    CreateAndOpen();
+}
+
+void NewFile::AddEmployee()
+{
+    if (Missing("EmployeeName", NewEmployeeError, "You must enter a new Employee") ||
+        Missing("EmployeeSurname", NewEmployeeError, "You must enter an Employee Surname"))
+        return;
+    {
+        Database database = OpenClients(session);
+        const std::string name = quillmere::EmployeeName(box("EmployeeName").Text(), box("EmployeeSurname").Text());
+        if (EmployeeExists(database, box("EmployerName").Text(), name)) {
+            session.messages.Tell(EmployeeError, "This Employee name already exists.");
+            return;
+        }
+    }
+    CreateAndOpen();
+    // Kept: after a new employee the two captions stand the other way round.
+    if (Screen* page = session.screens.Find("Form3"))
+        page->SetCaption("P11D Form Page1 - " + session.CurrentEmployee + " (" + session.CurrentEmployer + ")");
+    SetMainCaption(session, "P11D");
+}
+
+void NewFile::CreateAndOpen()
+{
+    const NewEmployee employee{.employer = box("EmployerName").Text(),
+                               .firstName = box("EmployeeName").Text(),
+                               .surname = box("EmployeeSurname").Text(),
+                               .payeReference = box("PAYE").Text()};
+    Database database = OpenClients(session);
+    CreateEmployee(database, employee);
+    database.Close();
+    UnloadAllScreens(session);
+    session.CurrentEmployer = employee.employer;
+    session.CurrentEmployee = quillmere::EmployeeName(employee.firstName, employee.surname);
+    static_cast<void>(OpenPage1(session, "Add New Record"));
+}
+
+void NewFile::Cancel()
+{
+    session.screens.Unload(Name());
+    if (session.EmployerListMode == ChooseForNewEmployee)
+        session.screens.Unload("EmployerList");
+}
+
+// ---- EmployerList
+
+namespace {
+
+/// The buttons of the employer list, and in which modes each shows.
+struct ListButton {
+    std::string_view box, text;
+    std::array<bool, 6> shownInMode;
+};
+constexpr auto EmployerListButtons = std::to_array<ListButton>({
+    // mode                       0      1      2      3      4      5
+    {"EmpOpen", "&Open",       {true,  false, false, false, false, false}},
+    {"EmpOpen2", "&Open",      {false, false, false, false, true,  false}},
+    {"EmpSelect", "&Select",   {true,  false, true,  false, false, false}},
+    {"EmpSelect2", "&Select",  {false, true,  false, false, false, false}},
+    {"EmpDelete", "&Delete",   {false, false, false, false, false, true}},
+    {"EmpCancel", "&Cancel",   {true,  true,  true,  true,  true,  true}},
+});
+
+} // namespace
+
+EmployerList::EmployerList(Session& session) : Screen(session, "EmployerList", ShowMode::Window, "Select Employer")
+{
+    AddBox({.kind = Kind::List, .spoken = "Employers"}, "EmployerList");
+    for (const ListButton& button : EmployerListButtons) {
+        AddBox({.kind = Kind::Button, .text = button.text}, std::string(button.box));
+        OnClick(button.box, [this](Box&) { Proceed(); });
+    }
+    OnClick("EmpDelete", [this](Box&) { DeleteChosen(); });
+    OnClick("EmpCancel", [this](Box&) { this->session.screens.Unload(Name()); });
+    const auto choose = [this](Box&) {
+        if (this->session.EmployerListMode != ChooseToDelete)
+            Proceed();
+    };
+    OnChoose("EmployerList", choose);
+    OnDoubleClick("EmployerList", choose);
+}
+
+bool EmployerList::Load()
+{
+    const auto mode = static_cast<std::size_t>(session.EmployerListMode);
+    std::string_view accept;
+    for (const ListButton& button : EmployerListButtons) {
+        const bool shown = button.shownInMode.at(mode);
+        box(button.box).SetVisible(shown);
+        if (shown && accept.empty())
+            accept = button.box;
+    }
+    SetButtons("EmpCancel", accept);
+    return FillEmployers(session, box("EmployerList"));
+}
+
+void EmployerList::Proceed()
+{
+    const std::string& chosen = box("EmployerList").Text();
+    if (chosen.empty()) {
+        session.messages.Tell(edition::AppTitle, "You must choose an Employer");
+        return;
+    }
+    session.CurrentEmployer = chosen;
+    switch (session.EmployerListMode) {
+    case ChooseToRenameEmployee:
+        session.screens.Unload(Name());
+        session.screens.Show("RenameEmp");
+        return;
+    case ChooseForNewEmployee:
+        session.screens.Unload("NewFile");
+        session.screens.Show("NewFile");
+        return;
+    default:
+        session.screens.Unload("EmployeeList");
+        session.screens.Show("EmployeeList");
+        return;
+    }
+}
+
+void EmployerList::DeleteChosen()
+{
+    const std::string employer = box("EmployerList").Text();
+    if (employer.empty()) {
+        session.messages.Tell(EmployerError, "You must select an Employer to delete.");
+        return;
+    }
+    session.CurrentEmployer = employer;
+    if (!session.messages.Ask("Delete " + employer + "?",
+                              "Delete the Employer " + employer +
+                                  "? This will remove all emloyee records associated with " + employer + ".",
+                              Icon::Question, Answer::No))
+        return;
+    {
+        const BusyPointer busy(session.platform);
+        Database database = OpenClients(session);
+        DeleteEmployer(database, employer);
+    }
+    session.screens.Unload(Name());
+}
+
+// ---- EmployeeList
+
+EmployeeList::EmployeeList(Session& session) : Screen(session, "EmployeeList", ShowMode::Window, "Employee List")
+{
+    static constexpr auto Rows = std::to_array<BoxRow>({
+        {.name = "EmployeeList", .kind = Kind::List, .spoken = "Employees"},
+        {.name = "EmployeeOpen", .kind = Kind::Button, .text = "&Open"},
+        {.name = "EmpeDelete", .kind = Kind::Button, .text = "&Delete"},
+        {.name = "EmployeeCancel", .kind = Kind::Button, .text = "&Cancel"},
+    });
+    AddBoxes(Rows);
+    OnClick("EmployeeOpen", [this](Box&) { OpenChosen(); });
+    OnClick("EmpeDelete", [this](Box&) { DeleteChosen(); });
+    OnClick("EmployeeCancel", [this](Box&) { this->session.screens.Unload(Name()); });
+    OnDoubleClick("EmployeeList", [this](Box&) {
+        if (this->session.EmployerListMode == ChooseToDeleteEmployee)
+            DeleteChosen();
+        else
+            OpenChosen();
+    });
+}
+
+bool EmployeeList::Load()
+{
+    const bool deletes = session.EmployerListMode == ChooseToDeleteEmployee;
+    box("EmployeeOpen").SetVisible(!deletes);
+    box("EmpeDelete").SetVisible(deletes);
+    SetButtons("EmployeeCancel", deletes ? "EmpeDelete" : "EmployeeOpen");
+    FillEmployees(session, box("EmployeeList"));
+    return true;
+}
+
+void EmployeeList::OpenChosen()
+{
+    const std::string employee = box("EmployeeList").Text();
+    if (employee.empty()) {
+        session.messages.Tell(EmployeeError, "You must choose an Employee.  If there are no Employees for this Employer, "
+                                             "then add one by selecting 'New' from the File Menu.");
+        return;
+    }
+    session.CurrentEmployee = employee;
+    static_cast<void>(OpenPage1(session, "P11D Page 1 - loading error"));
+    if (Screen* page = session.screens.Find("Form3"))
+        page->SetCaption("P11D");
+    session.screens.Unload("EmployerList");
+    UnloadNotepads(session);
+    session.screens.Unload(Name());
+}
+
+void EmployeeList::DeleteChosen()
+{
+    const std::string employee = box("EmployeeList").Text();
+    if (employee.empty()) {
+        session.messages.Tell(edition::AppTitle, "You must select an Employee to delete");
+        return;
+    }
+    session.CurrentEmployee = employee;
+    if (!session.messages.Ask("Delete " + employee + "?", "Delete Employee " + employee + "?", Icon::Question, Answer::No))
+        return;
+    {
+        const BusyPointer busy(session.platform);
+        Database database = OpenClients(session);
+        DeleteEmployee(database, session.CurrentEmployer, employee);
+    }
+    session.screens.Unload("EmployerList");
+    session.screens.Unload(Name());
+}
+
+// ---- RenameEmp
+
+RenameEmp::RenameEmp(Session& session) : Screen(session, "RenameEmp", ShowMode::Window, "Rename Files")
+{
+    static constexpr auto Rows = std::to_array<BoxRow>({
+        {.name = "RenameE", .kind = Kind::List, .spoken = "Employers"},
+        {.name = "RenameEmployee", .kind = Kind::List, .spoken = "Employees"},
+        {.name = "NewName", .kind = Kind::Label, .text = "NEW NAME"},
+        {.name = "NewEmployer", .spoken = "New name"},
+        {.name = "NewReference", .kind = Kind::Label, .text = "NEW PAYE"},
+        {.name = "NewPAYE", .spoken = "New PAYE reference"},
+        {.name = "Rename", .kind = Kind::Button, .text = "&Rename"},
+        {.name = "Rename2", .kind = Kind::Button, .text = "&Rename"},
+        {.name = "Command1", .kind = Kind::Button, .text = "Close"},
+    });
+    AddBoxes(Rows);
+    OnChoose("RenameE", [this](Box&) { ChooseEmployer(); });
+    OnDoubleClick("RenameE", [this](Box&) { ChooseEmployer(); });
+    const auto chooseEmployee = [this](Box& list) { box("NewEmployer").SetText(list.Text()); };
+    OnChoose("RenameEmployee", chooseEmployee);
+    OnDoubleClick("RenameEmployee", chooseEmployee);
+    OnClick("Rename", [this](Box&) { RenameChosenEmployer(); });
+    OnClick("Rename2", [this](Box&) { RenameChosenEmployee(); });
+    OnClick("Command1", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+bool RenameEmp::Load()
+{
+    const bool employees = session.EmployerListMode == ChooseToRenameEmployee;
+    for (const std::string_view ofEmployer : {"RenameE", "Rename", "NewReference", "NewPAYE"})
+        box(ofEmployer).SetVisible(!employees);
+    for (const std::string_view ofEmployee : {"RenameEmployee", "Rename2"})
+        box(ofEmployee).SetVisible(employees);
+    SetButtons("Command1", employees ? "Rename2" : "Rename");
+    return FillList();
+}
+
+bool RenameEmp::FillList()
+{
+    box("NewEmployer").Clear();
+    box("NewPAYE").Clear();
+    if (session.EmployerListMode != ChooseToRenameEmployee)
+        return FillEmployers(session, box("RenameE"));
+    FillEmployees(session, box("RenameEmployee"));
+    return true;
+}
+
+void RenameEmp::ChooseEmployer()
+{
+    const std::string& employer = box("RenameE").Text();
+    Database database = OpenClients(session);
+    box("NewEmployer").SetText(employer);
+    box("NewPAYE").SetText(PayeReferenceOfFirstEmployee(database, employer));
+}
+
+void RenameEmp::RenameChosenEmployer()
+{
+    const std::string employer = box("RenameE").Text();
+    if (employer.empty()) {
+        session.messages.Tell(edition::AppTitle, "You must select an Employer in order to rename it.");
+        return;
+    }
+    const std::string& newName = box("NewEmployer").Text();
+    if (newName.empty()) {
+        session.messages.Tell(edition::AppTitle, "Please provide a new Employer name");
+        return;
+    }
+    {
+        const BusyPointer busy(session.platform);
+        Database database = OpenClients(session);
+        RenameEmployer(database, employer, newName, box("NewPAYE").Text());
+    }
+    if (!FillList())
+        session.screens.Unload(Name());
+}
+
+void RenameEmp::RenameChosenEmployee()
+{
+    const std::string employee = box("RenameEmployee").Text();
+    if (employee.empty()) {
+        session.messages.Tell(edition::AppTitle, "You must select an Employee in order to rename it.");
+        return;
+    }
+    // Kept: the test looks at the name that the employee has, not at the new one.
+    constexpr std::size_t LongestTogether = 49;
+    if (Length(Trim(session.CurrentEmployer + employee)) > LongestTogether) {
+        session.messages.Tell("Entries too long",
+                              "Employer Name and Employee Name must be no more than 49 characters combined");
+        return;
+    }
+    const std::string& newName = box("NewEmployer").Text();
+    if (newName.empty()) {
+        session.messages.Tell(edition::AppTitle, "Please provide an new Employee name");
+        return;
+    }
+    {
+        const BusyPointer busy(session.platform);
+        Database database = OpenClients(session);
+        RenameEmployee(database, session.CurrentEmployer, employee, newName);
+    }
+    static_cast<void>(FillList());
+}
+
+} // namespace quillmere

@@ -1,0 +1,47 @@
+#include "desktop/Layouts.h"
+
+#include <array>
+#include <map>
+#include <stdexcept>
+
+namespace quillmere {
+
+namespace {
+
+struct LayoutRow {
+    std::string_view screen;
+    Layout (*write)();
+};
+
+constexpr auto Rows = std::to_array<LayoutRow>({
+    {"NewFileCheck", layouts::NewFileCheck},
+    {"NewFile", layouts::NewFile},
+    {"EmployerList", layouts::EmployerList},
+    {"EmployeeList", layouts::EmployeeList},
+    {"RenameEmp", layouts::RenameEmp},
+    {"Form3", layouts::Form3},
+});
+
+} // namespace
+
+const Layout& LayoutOf(std::string_view screen)
+{
+    static std::map<std::string_view, Layout> written;
+    const auto found = written.find(screen);
+    if (found != written.end())
+        return found->second;
+    for (const LayoutRow& row : Rows)
+        if (row.screen == screen)
+            return written.emplace(row.screen, row.write()).first->second;
+    throw std::logic_error("no layout for the screen " + std::string(screen));
+}
+
+std::vector<std::string_view> ScreensWithLayout()
+{
+    std::vector<std::string_view> screens;
+    for (const LayoutRow& row : Rows)
+        screens.push_back(row.screen);
+    return screens;
+}
+
+} // namespace quillmere

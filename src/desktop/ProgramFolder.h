@@ -1,0 +1,11 @@
+#pragma once
+
+#include "app/Program.h"
+
+namespace quillmere {
+
+/// The folder of the executable, where it can be written; else the folder of the product's name in the user's own data
+/// folder, made at the first start, with template and reference database still beside the executable.
+ProgramPlaces FindPlaces(int screenHeight, int screenWidth);
+
+} // namespace quillmere

@@ -1,0 +1,25 @@
+#include "app/Program.h"
+#include "desktop/DesktopHost.h"
+#include "desktop/DesktopPlatform.h"
+#include "desktop/ProgramFolder.h"
+#include "edition/Edition.h"
+
+#include <QApplication>
+#include <QScreen>
+
+int main(int argumentCount, char** arguments)
+{
+    using namespace quillmere;
+    QApplication application(argumentCount, arguments);
+    QApplication::setApplicationName(QString::fromUtf8(edition::AppTitle.data(), edition::AppTitle.size()));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    DesktopHost host;
+    DesktopPlatform platform(host);
+    const QSize room = QGuiApplication::primaryScreen()->availableSize();
+    Program program(platform, &host, FindPlaces(room.height(), room.width()));
+    host.SetScreens(&program.GetSession().screens);
+    if (!program.Main())
+        return 1;
+    return program.Ended() ? 0 : QApplication::exec();
+}

@@ -1,0 +1,94 @@
+#include "frame/Folders.h"
+
+#include "TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <optional>
+
+namespace quillmere {
+namespace {
+
+/// Sets a variable of the environment for the length of a test.
+class Environment {
+public:
+    Environment(const char* variable, const char* value) : name(variable)
+    {
+        if (const char* old = std::getenv(variable))
+            before = old;
+        if (value != nullptr)
+            ::setenv(variable, value, 1);
+        else
+            ::unsetenv(variable);
+    }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+    ~Environment()
+    {
+        if (before)
+            ::setenv(name, before->c_str(), 1);
+        else
+            ::unsetenv(name);
+    }
+
+private:
+    const char* name;
+    std::optional<std::string> before;
+};
+
+TEST(Folders, TheRootIsAboveTheProgramFolder)
+{
+    EXPECT_EQ(RootFolderOf("/opt/family/Q1111"), "/opt/family");
+    EXPECT_EQ(RootFolderOf("/home/Jürgen/Q1111"), "/home/Jürgen");
+    EXPECT_EQ(PriorProgramFolderOf("/opt/family/Q1111"), "/opt/family/Q1110");
+}
+
+TEST(Folders, AProgramFolderOfAnotherNameGivesAWrongRootInSilence)
+{
+    EXPECT_EQ(RootFolderOf("/opt/quillmere"), "/opt/qui");
+    EXPECT_EQ(RootFolderOf("/opt/family/bin"), "/opt/fami");
+    EXPECT_EQ(RootFolderOf("/opt/ééééééé"), "/opt/é");
+    EXPECT_EQ(RootFolderOf("/Q1111"), "");
+    EXPECT_EQ(RootFolderOf("/bin"), "");
+    EXPECT_EQ(RootFolderOf(""), "");
+}
+
+TEST(Folders, TheSystemFolderIsAboveTheTemporaryOne)
+{
+    const test::TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "temporary");
+    {
+        const Environment temporary("TMPDIR", (folder / "temporary").c_str());
+        EXPECT_EQ(WindowsFolder(), folder.Path());
+    }
+    {
+        const Environment temporary("TMPDIR", (folder / "temporary/").c_str());
+        EXPECT_EQ(WindowsFolder(), folder.Path());
+    }
+    const Environment temporary("TMPDIR", (folder / "missing").c_str());
+    EXPECT_EQ(WindowsFolder(), "/");
+}
+
+TEST(Folders, TheTempFolderIsMadeInTheUsersCache)
+{
+    const test::TemporaryFolder folder;
+    const Environment cache("XDG_CACHE_HOME", folder.Path().c_str());
+    EXPECT_EQ(TempFolder(), folder / "TEMP");
+    MakeTempFolder();
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "TEMP"));
+    EXPECT_NO_THROW(MakeTempFolder()) << "it usually exists";
+}
+
+TEST(Folders, ATempFolderThatCannotBeMadeIsPassedOver)
+{
+    const test::TemporaryFolder folder;
+    const Environment cache("XDG_CACHE_HOME", nullptr);
+    const Environment home("HOME", (folder / "missing").c_str());
+    EXPECT_EQ(TempFolder(), folder / "missing/.cache/TEMP");
+    EXPECT_NO_THROW(MakeTempFolder());
+    EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
+}
+
+} // namespace
+} // namespace quillmere
