@@ -11,7 +11,9 @@ namespace {
 
 std::string NotMadeText(const StoreError& failure, std::string_view failedTable, const std::vector<std::string>& made)
 {
-    std::string text = fmt::format("{} (table {})", failure.what(), failedTable);
+    std::string text = failure.what();
+    if (!failedTable.empty())
+        text += fmt::format(" (table {})", failedTable);
     if (!made.empty())
         text += fmt::format("\nRecords already made: {}", fmt::join(made, ", "));
     return text;
@@ -162,6 +164,7 @@ void CreateEmployee(Database& database, const NewEmployee& employee)
             if (isNew)
                 made.emplace_back(table);
         }
+        table = {};
         batch.Commit();
     } catch (const StoreError& failure) {
         KeepStored(database, made, employee.employer, name);

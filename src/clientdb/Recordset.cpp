@@ -114,6 +114,9 @@ Database Database::OpenDatabase(const std::filesystem::path& path, OpenMode mode
             throw StoreError(SQLITE_NOTADB, "it is not a client database", "");
         if (connection->Pragma("PRAGMA user_version") != LayoutVersion)
             throw StoreError(SQLITE_NOTADB, "its tables are those of another version", "");
+        // The store itself reads a page that was cut off as if zeros followed.
+        if (std::filesystem::file_size(path) % static_cast<std::uintmax_t>(connection->Pragma("PRAGMA page_size")) != 0)
+            throw StoreError(SQLITE_CORRUPT, "its end is missing", "");
         if (mode == OpenMode::ReadWrite) {
             connection->Pragma("PRAGMA journal_mode=DELETE");
             connection->Pragma("PRAGMA synchronous=EXTRA");

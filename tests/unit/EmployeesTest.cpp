@@ -1,6 +1,6 @@
 #include "clientdb/Employees.h"
 
-#include "StoreFixture.h"
+#include "support/StoreFixture.h"
 #include "clientdb/StoreFaults.h"
 #include "clientdb/TableLayouts.h"
 

@@ -1,0 +1,260 @@
+#include "clientdb/Employees.h"
+#include "clientdb/TableLayouts.h"
+#include "support/StoreFixture.h"
+#include "support/SyncCounter.h"
+
+#include <sqlite3.h>
+
+#include <csignal>
+#include <fmt/format.h>
+#include <fstream>
+#include <random>
+#include <sys/resource.h>
+
+namespace quillmere::test {
+namespace {
+
+std::string Bytes(const std::filesystem::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+void Put(const std::filesystem::path& path, std::string_view bytes)
+{
+    std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+class Damaged : public StoreFixture {
+protected:
+    Damaged()
+    {
+        Database database = Open();
+        WriteBatch batch(database);
+        for (int i = 0; i < 30; ++i)
+            CreateEmployee(database,
+                           {fmt::format("Employer {}", i % 4), "Jane", fmt::format("Smith {}", i), "123/A456"});
+        batch.Commit();
+    }
+
+    /// Reads every field of every record, in every order.
+    static void ReadAll(Database& database)
+    {
+        for (const TableLayout& table : ClientTables()) {
+            Recordset records = database.OpenRecordset(table.name);
+            for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
+                for (const Field& field : FieldsOf(table).All())
+                    records.Field(field.name);
+            for (const TableIndex& index : table.indexes) {
+                records.Index(index.name);
+                for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
+                    records.Field(index.part1);
+            }
+        }
+    }
+
+    /// Expects opening or reading to fail with words, and the file to stay as it was.
+    void ExpectFailure(const std::filesystem::path& path)
+    {
+        const bool isFile = std::filesystem::is_regular_file(path);
+        const std::string before = isFile ? Bytes(path) : "";
+        for (const OpenMode mode : {OpenMode::ReadWrite, OpenMode::ReadOnly})
+            try {
+                Database database = Database::OpenDatabase(path, mode);
+                ReadAll(database);
+                ADD_FAILURE() << path << " was read";
+            } catch (const StoreError& failure) {
+                EXPECT_NE(failure.what(), std::string()) << path;
+                EXPECT_NE(failure.Number(), 0) << path;
+            }
+        if (isFile)
+            EXPECT_EQ(Bytes(path), before) << path << " was written over";
+        std::size_t files = 0;
+        for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.path))
+            ++files;
+        EXPECT_LE(files, 2u) << "something was left beside " << path;
+    }
+};
+
+TEST_F(Damaged, AnEmptyFileIsToldAndNotFilled)
+{
+    Put(folder.path / "other", "");
+    ExpectFailure(folder.path / "other");
+}
+
+TEST_F(Damaged, RandomBytesAreTold)
+{
+    std::mt19937 random(7);
+    for (const std::size_t size : {1u, 15u, 16u, 99u, 100u, 512u, 4096u, 100000u}) {
+        std::string bytes(size, '\0');
+        for (char& byte : bytes)
+            byte = static_cast<char>(random());
+        Put(folder.path / "other", bytes);
+        ExpectFailure(folder.path / "other");
+    }
+}
+
+TEST_F(Damaged, AFileCutOffAnywhereIsTold)
+{
+    const std::string whole = Bytes(file);
+    for (const std::size_t size : {std::size_t{20}, std::size_t{100}, std::size_t{4096}, whole.size() / 2,
+                                   whole.size() - 4096, whole.size() - 1}) {
+        Put(folder.path / "other", std::string_view(whole).substr(0, size));
+        ExpectFailure(folder.path / "other");
+    }
+}
+
+TEST_F(Damaged, AFolderOfThatNameIsTold)
+{
+    std::filesystem::create_directory(folder.path / "other");
+    ExpectFailure(folder.path / "other");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path / "other"));
+}
+
+TEST_F(Damaged, AnotherProgramsDatabaseIsToldAndNotTouched)
+{
+    for (const char* setUp : {"CREATE TABLE P11D(a)", "CREATE TABLE x(a);PRAGMA application_id=1366127205",
+                              "PRAGMA journal_mode=WAL;CREATE TABLE x(a)"}) {
+        std::filesystem::remove(folder.path / "other");
+        sqlite3* handle = nullptr;
+        ASSERT_EQ(sqlite3_open((folder.path / "other").c_str(), &handle), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(handle, setUp, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(handle);
+        ExpectFailure(folder.path / "other");
+    }
+}
+
+TEST_F(Damaged, ADatabaseThatLacksATableIsTold)
+{
+    std::filesystem::copy_file(file, folder.path / "other");
+    sqlite3* handle = nullptr;
+    ASSERT_EQ(sqlite3_open((folder.path / "other").c_str(), &handle), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(handle, "DROP TABLE HNotepad", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(handle);
+    ExpectFailure(folder.path / "other");
+}
+
+TEST_F(Damaged, ADatabaseOfAnotherVersionIsTold)
+{
+    std::filesystem::copy_file(file, folder.path / "other");
+    sqlite3* handle = nullptr;
+    ASSERT_EQ(sqlite3_open((folder.path / "other").c_str(), &handle), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(handle, "PRAGMA user_version=77", nullptr, nullptr, nullptr), SQLITE_OK);
+    sqlite3_close(handle);
+    ExpectFailure(folder.path / "other");
+}
+
+TEST_F(Damaged, SpoiltBytesInsideNeverEndTheProgram)
+{
+    const std::string whole = Bytes(file);
+    std::mt19937 random(11);
+    std::uniform_int_distribution<std::size_t> place(100, whole.size() - 65);
+    for (int round = 0; round < 150; ++round) {
+        std::string spoilt = whole;
+        for (int hit = 0; hit < 1 + round / 10; ++hit)
+            for (std::size_t at = place(random), end = at + 1 + round % 64; at < end; ++at)
+                spoilt[at] = static_cast<char>(random());
+        Put(folder.path / "other", spoilt);
+        try {
+            Database database = Database::OpenDatabase(folder.path / "other");
+            ReadAll(database);
+            CreateEmployee(database, {"New", "Max", "Moritz", ""});
+            RenameEmployer(database, "Employer 1", "Employer 9", "x");
+            DeleteEmployer(database, "Employer 2");
+        } catch (const StoreError& failure) {
+            EXPECT_NE(failure.what(), std::string());
+        }
+    }
+}
+
+TEST_F(Damaged, AFullDiskIsToldAndCostsNothingOfWhatWasStored)
+{
+    // Files of this process may not grow any more, as on a full disk.
+    struct NoGrowth {
+        explicit NoGrowth(std::uintmax_t size)
+        {
+            ::getrlimit(RLIMIT_FSIZE, &before);
+            const rlimit now = {size, before.rlim_max};
+            ::setrlimit(RLIMIT_FSIZE, &now);
+            handler = std::signal(SIGXFSZ, SIG_IGN);
+        }
+        ~NoGrowth()
+        {
+            ::setrlimit(RLIMIT_FSIZE, &before);
+            std::signal(SIGXFSZ, handler);
+        }
+        rlimit before{};
+        void (*handler)(int) = SIG_DFL;
+    };
+    int failed = 0;
+    for (int room = 0; room < 40; ++room) {
+        const std::string employer = fmt::format("Full {}", room);
+        try {
+            const NoGrowth limit(room < 20
+                                     ? 512u * static_cast<unsigned>(room)
+                                     : std::filesystem::file_size(file) + 16384u * static_cast<unsigned>(room - 20));
+            Database database = Open();
+            CreateEmployee(database, {employer, "Jane", "Smith", ""});
+        } catch (const RecordsNotMade& failure) {
+            ++failed;
+            Database database = Open();
+            std::size_t stored = 0;
+            for (const TableLayout* table : NewEmployeeTables()) {
+                Recordset records = database.OpenRecordset(table->name);
+                records.MoveFirstOf(employer);
+                stored += !records.AtEnd();
+            }
+            EXPECT_EQ(stored, failure.Made().size()) << "the message tells what is there";
+        }
+        Database database = Open();
+        ReadAll(database);
+        EXPECT_EQ(ListEmployees(database, "Employer 1").size(), 8u);
+    }
+    EXPECT_GT(failed, 10);
+    EXPECT_LT(failed, 40);
+}
+
+// ---- syncs
+// -----------------------------------------------------------------------------------------------------------
+
+TEST_F(StoreFixture, ABatchCostsAsManySyncsForAHundredWritesAsForOne)
+{
+    {
+        Database database = Open();
+        CreateEmployee(database, {"Acme", "Jane", "Smith", ""});
+    }
+    SyncCounter syncs;
+    Database database = Open();
+    EXPECT_EQ(syncs.Count(), 0);
+    int costs[2] = {};
+    for (const int lines : {1, 20}) {
+        syncs.Reset();
+        WriteBatch batch(database);
+        Recordset records = database.OpenRecordset("ANotepad");
+        records.Index("IndKey");
+        records.Seek("Acme", "Jane Smith");
+        for (int line = 1; line <= lines; ++line)
+            for (const char* stem : {"Description", "CostMarket", "Tax", "CashEq"}) {
+                records.Edit();
+                records.SetField(stem + std::to_string(line), "     12.00");
+                records.Update();
+            }
+        Recordset page = database.OpenRecordset("P11D");
+        page.Index("IndKey");
+        page.Seek("Acme", "Jane Smith");
+        for (const char* field : {"ACostMarketBox", "AAmountGood", "ACashEqu"}) {
+            page.Edit();
+            page.SetField(field, "    240.00");
+            page.Update();
+        }
+        EXPECT_EQ(syncs.Count(), 0) << "before the commit";
+        batch.Commit();
+        costs[lines == 20] = syncs.Count();
+    }
+    EXPECT_GE(costs[0], 2) << "the writes must reach the disk";
+    EXPECT_LE(costs[0], 5);
+    EXPECT_EQ(costs[0], costs[1]);
+}
+
+} // namespace
+} // namespace quillmere::test

@@ -1,0 +1,212 @@
+#include "clientdb/Employees.h"
+#include "clientdb/TableLayouts.h"
+#include "support/StoreFixture.h"
+
+#include <sqlite3.h>
+
+#include <charconv>
+#include <chrono>
+#include <csignal>
+#include <fmt/format.h>
+#include <map>
+#include <random>
+#include <set>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace quillmere::test {
+namespace {
+
+/// What the process that is to be killed does, step after step: creates employees, rewrites a schedule in one batch as
+/// a notepad's Ok does, writes single fields, deletes employees. It tells each step through the pipe once it has
+/// returned.
+class Writer {
+public:
+    Writer(const std::filesystem::path& file, int pipe) : database(Database::OpenDatabase(file)), reports(pipe) {}
+
+    void Run(int first)
+    {
+        Report("open\n");
+        for (int step = first;; ++step) {
+            switch (step % 4) {
+            case 0:
+                CreateEmployee(database, {"Acme", "Jane", fmt::format("Smith {}", step), "123/A456"});
+                break;
+            case 1:
+                RewriteSchedule(step);
+                break;
+            case 2:
+                WriteSingleField(step);
+                break;
+            default:
+                if (step > 40)
+                    DeleteEmployee(database, "Acme", fmt::format("Jane Smith {}", step - 43));
+            }
+            Report(fmt::format("{}\n", step));
+        }
+    }
+
+private:
+    void Report(std::string_view text) const
+    {
+        if (::write(reports, text.data(), text.size()) < 0)
+            ::_exit(3);
+    }
+
+    void RewriteSchedule(int step)
+    {
+        WriteBatch batch(database);
+        Recordset records = database.OpenRecordset("KNotepad");
+        records.Index("IndKey");
+        records.Seek("Acme", "Fixed");
+        for (int line = 1; line <= 20; ++line)
+            for (const char* stem : {"Description", "Cost", "AmountGood", "CashEq"}) {
+                records.Edit();
+                records.SetField(stem + std::to_string(line), std::to_string(step));
+                records.Update();
+            }
+        batch.Commit();
+    }
+
+    void WriteSingleField(int step)
+    {
+        Recordset records = database.OpenRecordset("P11D");
+        records.Index("IndKey");
+        records.Seek("Acme", "Fixed");
+        records.Edit();
+        records.SetField("ACashEqu", std::to_string(step));
+        records.Update();
+    }
+
+    Database database;
+    int reports;
+};
+
+class Kill : public StoreFixture {
+protected:
+    /// Lets a writer work for so long, kills it, and returns the last step that it has told.
+    int WriteAndKill(int first, std::chrono::microseconds after)
+    {
+        int ends[2];
+        if (::pipe(ends) != 0)
+            throw std::runtime_error("no pipe");
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::close(ends[0]);
+            try {
+                Writer(file, ends[1]).Run(first);
+            } catch (...) {
+                ::_exit(2);
+            }
+            ::_exit(0);
+        }
+        ::close(ends[1]);
+        std::string told;
+        char piece[4096];
+        if (const ssize_t size = ::read(ends[0], piece, sizeof piece); size > 0)
+            told.assign(piece, static_cast<std::size_t>(size));
+        std::this_thread::sleep_for(after);
+        ::kill(child, SIGKILL);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFSIGNALED(status)) << "the writer failed by itself: " << WEXITSTATUS(status);
+        for (ssize_t size; (size = ::read(ends[0], piece, sizeof piece)) > 0;)
+            told.append(piece, static_cast<std::size_t>(size));
+        ::close(ends[0]);
+        int last = first - 1;
+        for (std::size_t at = 0, end; (end = told.find('\n', at)) != std::string::npos; at = end + 1)
+            std::from_chars(told.data() + at, told.data() + end, last);
+        return last;
+    }
+
+    std::string Integrity() const
+    {
+        sqlite3* handle = nullptr;
+        sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+        sqlite3_stmt* statement = nullptr;
+        sqlite3_prepare_v2(handle, "PRAGMA integrity_check", -1, &statement, nullptr);
+        std::string result = "no answer";
+        if (sqlite3_step(statement) == SQLITE_ROW)
+            result = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
+        sqlite3_finalize(statement);
+        sqlite3_close(handle);
+        return result;
+    }
+
+    /// How many of the tables have a record of each employee.
+    static std::map<std::string, std::size_t> RecordsOfEach(Database& database)
+    {
+        std::map<std::string, std::size_t> records;
+        for (const TableLayout* table : NewEmployeeTables())
+            if (table->level == TableLevel::Employee)
+                for (Recordset at = database.OpenRecordset(table->name); at.MoveNext(), !at.AtEnd();)
+                    ++records[std::string(at.Field("EmployeeName"))];
+        return records;
+    }
+};
+
+TEST_F(Kill, AtAnyMomentLeavesADatabaseThatOpensWithAllEarlierWrites)
+{
+    constexpr int Kills = 210;
+    std::mt19937 random(20110405);
+    std::uniform_int_distribution<int> microseconds(0, 30000);
+    {
+        Database database = Open();
+        CreateEmployee(database, {"Acme", "", "Fixed", ""});
+    }
+    int last = -1;
+    int steps = 0;
+    for (int kill = 0; kill < Kills; ++kill) {
+        const int first = last + 1;
+        last = WriteAndKill(first, std::chrono::microseconds(microseconds(random)));
+        steps += last - first + 1;
+
+        Database database = Open();
+        std::set<int> numbers;
+        for (const std::string& employee : ListEmployees(database, "Acme"))
+            if (employee != "Fixed")
+                numbers.insert(std::stoi(employee.substr(employee.rfind(' '))));
+        if (kill % 5 == 4) {
+            ASSERT_EQ(Integrity(), "ok") << "kill " << kill;
+            const auto records = RecordsOfEach(database);
+            ASSERT_EQ(records.size(), numbers.size() + 1);
+            for (const auto& [employee, count] : records)
+                ASSERT_EQ(count, 24u) << employee << " is not whole";
+        }
+        // What was told is there; the step on its way may be, too.
+        for (int step = 0; step <= last; step += 4) {
+            const int deletedBy = step + 43;
+            if (deletedBy <= last)
+                ASSERT_FALSE(numbers.contains(step)) << step << " of " << last;
+            else if (deletedBy != last + 1)
+                ASSERT_TRUE(numbers.contains(step)) << step << " of " << last;
+        }
+        // Where the step on its way was stored, it is not done again.
+        if ((last + 1) % 4 == 0 && numbers.contains(last + 1))
+            ++last;
+
+        Recordset schedule = database.OpenRecordset("KNotepad");
+        schedule.Index("IndKey");
+        schedule.Seek("Acme", "Fixed");
+        ASSERT_FALSE(schedule.NoMatch());
+        std::set<std::string> values;
+        for (int line = 1; line <= 20; ++line)
+            for (const char* stem : {"Description", "Cost", "AmountGood", "CashEq"})
+                values.emplace(schedule.Field(stem + std::to_string(line)));
+        ASSERT_EQ(values.size(), 1u) << "a schedule was torn";
+        const auto lastOf = [&](int remainder) { return last - ((last - remainder) % 4 + 4) % 4; };
+        if (lastOf(1) > 0)
+            ASSERT_GE(std::stoi(*values.begin()), lastOf(1));
+        Recordset page = database.OpenRecordset("P11D");
+        page.Index("IndKey");
+        page.Seek("Acme", "Fixed");
+        if (lastOf(2) > 0)
+            ASSERT_GE(std::stoi(std::string(page.Field("ACashEqu"))), lastOf(2));
+    }
+    EXPECT_GT(steps, Kills / 4) << "the writer hardly came to write";
+    EXPECT_EQ(Integrity(), "ok");
+}
+
+} // namespace
+} // namespace quillmere::test
