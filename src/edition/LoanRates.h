@@ -9,10 +9,9 @@
 /// s.191, and the authority's booklet 480, chapter 17.
 namespace quillmere::edition {
 
-/// Official rate of interest in per cent, ITEPA s.181, SI 2010/415: what the row "Sterling" of a new client database
-/// reads. The loans take their rate from that row, not from here.
-inline constexpr std::string_view OfficialRate = "4.00";
-
+/// Official rate of interest, percent a year, as the list of currencies of a new client database holds it. ITEPA s.181;
+/// Taxes (Interest Rate) Regulations 1989 reg. 5. The loans take their rate from that list, not from here.
+inline constexpr std::string_view OfficialRateOfInterest = "4.00";
 /// The currency to which that rate belongs: the first of the list.
 inline constexpr std::string_view FirstCurrency = "Sterling";
 

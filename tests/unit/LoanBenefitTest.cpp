@@ -15,7 +15,7 @@ namespace {
 /// A loan of 10,000 all through the year at the official rate.
 LoanFacts PlainLoan()
 {
-    return {.ABox = "10000", .BBox = "10000", .interestRate = std::string(edition::OfficialRate)};
+    return {.ABox = "10000", .BBox = "10000", .interestRate = std::string(edition::OfficialRateOfInterest)};
 }
 
 TEST(LoanBenefit, ALoanOfTheWholeYear)
