@@ -51,7 +51,7 @@ void CreateTables(const std::filesystem::path& path)
     Recordset currencies = database.OpenRecordset("HNotepad2");
     currencies.AddNew();
     currencies.SetField("Currency1", edition::FirstCurrency);
-    currencies.SetField("Rate1", edition::OfficialRateOfInterest);
+    currencies.SetField("Rate1", edition::OfficialRate);
     currencies.Update();
 }
 
