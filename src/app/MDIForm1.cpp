@@ -156,10 +156,12 @@ bool MDIForm1::Load()
     box("picToolbar").SetVisible(settings.viewPicToolbar);
     EnableEmployeeCommands(session, false);
     box("StatusBar1", 1).SetText(edition::ProductVersionLabel.substr(0, 5));
-    box("StatusBar1", 2).SetText(std::to_string(VersionMajor) + "." + std::to_string(VersionMinor) + "." +
-                                 std::to_string(VersionRevision));
+    box("StatusBar1", 2)
+        .SetText(std::to_string(VersionMajor) + "." + std::to_string(VersionMinor) + "." +
+                 std::to_string(VersionRevision));
     const std::filesystem::path clientFolder = session.ClientDatabasePath().parent_path();
-    if (!CreateUserFile(session.resourceFolder, edition::TemplateDatabaseName, clientFolder, edition::ClientDatabaseName))
+    if (!CreateUserFile(session.resourceFolder, edition::TemplateDatabaseName, clientFolder,
+                        edition::ClientDatabaseName))
         session.messages.Tell(edition::AppTitle,
                               "The following client database could not be created:\n\n" +
                                   (clientFolder / edition::ClientDatabaseName).string(),

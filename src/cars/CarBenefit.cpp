@@ -1,24 +1,15 @@
 #include "cars/CarBenefit.h"
 
 #include "cars/CO2Calculations.h"
+#include "cars/WholeNumbers.h"
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
 
 #include <algorithm>
-#include <limits>
-#include <stdexcept>
 
 namespace quillmere {
 
 namespace {
-
-/// A whole number of the working paper; the paper's own are held in 16 bits.
-std::int16_t Short(std::int64_t number)
-{
-    if (number < std::numeric_limits<std::int16_t>::min() || number > std::numeric_limits<std::int16_t>::max())
-        throw std::overflow_error("Overflow");
-    return static_cast<std::int16_t>(number);
-}
 
 std::string_view DateFrom(const CarFacts& facts)
 {
@@ -30,25 +21,18 @@ std::string_view DateTo(const CarFacts& facts)
     return facts.dateTo.empty() ? edition::TaxYearEnd : std::string_view(facts.dateTo);
 }
 
-/// The largest multiple of five that is not above the figure.
-int RoundedDown(int co2)
-{
-    const int rest = co2 % 5;
-    return co2 - (rest < 0 ? rest + 5 : rest);
-}
-
 CarPercentages ByCO2(const CarFacts& facts)
 {
     CarPercentages result;
-    const std::int16_t entered = Short(ReadWholeNumber(facts.co2));
+    const std::int16_t entered = ShortNumber(ReadWholeNumber(facts.co2));
     const bool low = entered < edition::LowBandBelow;
-    result.G = Short(RoundedDown(entered));
+    result.G = ShortNumber(FloorQuotient(entered, 5) * 5);
     result.H = GetCO2Percentage(result.G, facts.fuel, facts.registrationDate, low);
     if (!low) {
         result.J = GetFuelReduction(facts.fuel);
         result.M = result.J;
     }
-    result.N = Short(result.H - result.M);
+    result.N = ShortNumber(result.H - result.M);
     return result;
 }
 
@@ -57,7 +41,7 @@ CarPercentages ByEngine(const CarFacts& facts)
     CarPercentages result;
     result.H = GetEnginePercentage(ReadWholeNumber(facts.engine), facts.fuel, facts.registrationDate);
     result.J = GetFuelReduction(facts.fuel);
-    result.N = Short(result.H - result.J);
+    result.N = ShortNumber(result.H - result.J);
     return result;
 }
 
@@ -93,7 +77,7 @@ std::int16_t UnavailableDays(const CarFacts& facts)
     for (const UnavailablePeriod& period : facts.periods)
         if (!period.first.empty() && !period.last.empty())
             days += DaysBetween(DateOf(period.first), DateOf(period.last)) + 1;
-    return Short(days);
+    return ShortNumber(days);
 }
 
 Amount DeductionForDays(Amount fullYear, std::int16_t days)
@@ -116,7 +100,7 @@ FuelDays DaysWithoutFuel(const CarFacts& facts, std::int16_t unavailable)
     // Kept: a withdrawal after the car's last day takes the unavailable days out of X as well.
     if (days < 0)
         return {};
-    return {.W = Short(days), .X = Short(unavailable + days)};
+    return {.W = ShortNumber(days), .X = ShortNumber(unavailable + days)};
 }
 
 CarWorking CarBenefit(const CarFacts& facts)
@@ -143,7 +127,7 @@ CarWorking CarBenefit(const CarFacts& facts)
     working.V = Amount::WholePounds(std::int64_t{working.percentages.N} * edition::CarFuelMultiplier / 100);
     working.fuelDays = DaysWithoutFuel(facts, working.Q);
     working.Y = DeductionForDays(working.V, working.fuelDays.X);
-    working.fuelEquivalent = Short((working.V - working.Y).Units() / Amount::WholePounds(1).Units());
+    working.fuelEquivalent = ShortNumber((working.V - working.Y).Units() / Amount::WholePounds(1).Units());
     return working;
 }
 

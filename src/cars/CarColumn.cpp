@@ -40,7 +40,10 @@ constexpr auto LowerRows = std::to_array<ColumnRow>({
     {.stem = "FListPrice", .spoken = "List price of car", .filter = MoneyKeyFilter, .amount = true},
     {.stem = "FAccessories", .spoken = "Accessories", .filter = MoneyKeyFilter, .amount = true},
     {.stem = "FCaptContr", .spoken = "Capital contributions", .filter = MoneyKeyFilter, .amount = true},
-    {.stem = "FPrivateUse", .spoken = "Amount paid by employee for private use", .filter = MoneyKeyFilter, .amount = true},
+    {.stem = "FPrivateUse",
+     .spoken = "Amount paid by employee for private use",
+     .filter = MoneyKeyFilter,
+     .amount = true},
     {.stem = "FuelTick", .spoken = "Fuel Benefit Required?", .kind = Kind::Tick, .field = "FFuelTick"},
     {.stem = "FDateWithdrawn", .spoken = "Date the fuel was withdrawn", .filter = DateKeyFilter},
     {.stem = "FWithdrawnTick", .spoken = "Fuel was reinstated later", .kind = Kind::Tick},
@@ -49,9 +52,9 @@ constexpr auto LowerRows = std::to_array<ColumnRow>({
     {.stem = "Discount", .spoken = "Full discount", .kind = Kind::Tick, .field = "FFullDisc", .hidden = true},
 });
 /// The working boxes, which do not show; their fields have an F in front.
-constexpr auto WorkingBoxes = std::to_array<std::string_view>(
-    {"CBox", "EBox", "GBox", "HBox", "JBox", "MBox", "NBox", "PBox", "QBox", "RBox", "SBox", "UBox", "VBox", "WBox", "XBox",
-     "YBox"});
+constexpr auto WorkingBoxes =
+    std::to_array<std::string_view>({"CBox", "EBox", "GBox", "HBox", "JBox", "MBox", "NBox", "PBox", "QBox", "RBox",
+                                     "SBox", "UBox", "VBox", "WBox", "XBox", "YBox"});
 
 constexpr int PeriodRows = 4;
 
@@ -71,7 +74,8 @@ std::string AvailabilityMessage(int car)
     // Kept: only the first car's message follows the year.
     const std::string_view date = car == 1 ? edition::TaxYearStart : edition::OldAvailabilityDate;
     return "Car availability 'Date From' is default " + std::string(date) +
-           " - before entered Car Registration date.  Ignore this message if you have not yet entered a 'Date From' date";
+           " - before entered Car Registration date.  Ignore this message if you have not yet entered a 'Date From' "
+           "date";
 }
 
 } // namespace
@@ -109,7 +113,8 @@ void CarColumn::AddBoxes()
         add(row);
     for (int row = 1; row <= PeriodRows; ++row) {
         for (const std::string_view end : {"First", "Last"}) {
-            Box& added = screen.AddBox({.filter = DateKeyFilter}, Numbered("txtUnavailable" + std::string(end), car), row);
+            Box& added =
+                screen.AddBox({.filter = DateKeyFilter}, Numbered("txtUnavailable" + std::string(end), car), row);
             added.SetField(Numbered("FUnavailable" + std::string(end) + std::to_string(row), car));
             added.SetSpoken("Period unavailable " + std::to_string(row) + ", " + (end == "First" ? "first" : "last") +
                             " date" + ofCar);
@@ -162,7 +167,7 @@ CarDateTexts CarColumn::DateTexts() const
     CarDateTexts texts{.dateFrom = box("FDateFrom").Text(), .dateTo = box("FDateTo").Text(), .periods = {}};
     for (int row = 1; row <= PeriodRows; ++row)
         texts.periods[static_cast<std::size_t>(row - 1)] = {PeriodBox("txtUnavailableFirst", row).Text(),
-                                                           PeriodBox("txtUnavailableLast", row).Text()};
+                                                            PeriodBox("txtUnavailableLast", row).Text()};
     return texts;
 }
 
@@ -301,8 +306,9 @@ void CarColumn::Write(const CarWorking& working)
     amount("SBox", working.S);
     amount("FPrivateUse", working.T);
     amount("UBox", working.U);
-    box("FCashEqu").SetText(AmountText(working.cashEquivalent, box("FFuel").Empty() ? edition::FormatMoneyBlankZero
-                                                                                   : edition::FormatMoneyZero));
+    box("FCashEqu")
+        .SetText(AmountText(working.cashEquivalent,
+                            box("FFuel").Empty() ? edition::FormatMoneyBlankZero : edition::FormatMoneyZero));
     amount("VBox", working.V);
     numberBlankZero("WBox", working.fuelDays.W);
     numberBlankZero("XBox", working.fuelDays.X);

@@ -67,8 +67,8 @@ struct CarTotalKind {
     std::string_view errorTitle; ///< when the record of cars 3 to 6 is missing
 };
 
-/// Adds the six cars' figures into the total's box on page 1. Each figure is read from `screen` if that car stands there,
-/// for cars 1 and 2 else from page 1, and for the others from the stored record of cars 3 to 6.
+/// Adds the six cars' figures into the total's box on page 1. Each figure is read from `screen` if that car stands
+/// there, for cars 1 and 2 else from page 1, and for the others from the stored record of cars 3 to 6.
 void ComputeCarTotal(Session& session, const Screen& screen, const CarTotalKind& kind);
 
 } // namespace quillmere

@@ -11,17 +11,17 @@ namespace quillmere {
 
 class Recordset;
 
-/// The data link of a screen: its boxes bound to the fields of one record. A box shows its field when the link arrives at
-/// a record; a box whose text has changed is written when the link moves or the screen closes. There is no other saving.
-/// Every operation opens the client database and closes it again; what the store refuses comes out as StoreError, with
-/// the changed boxes still waiting to be written.
+/// The data link of a screen: its boxes bound to the fields of one record. A box shows its field when the link arrives
+/// at a record; a box whose text has changed is written when the link moves or the screen closes. There is no other
+/// saving. Every operation opens the client database and closes it again; what the store refuses comes out as
+/// StoreError, with the changed boxes still waiting to be written.
 class DataLink {
 public:
     /// Binds every box of the screen that names a field.
     DataLink(Session& session, Screen& screen, std::string_view table);
 
-    /// Writes what has changed, then moves to the record of the key and shows it. On no match the boxes stay as they are
-    /// and the link holds no record.
+    /// Writes what has changed, then moves to the record of the key and shows it. On no match the boxes stay as they
+    /// are and the link holds no record.
     [[nodiscard]] bool Seek(std::string_view index, std::string_view part1, std::string_view part2 = {});
     /// Writes the changed boxes of the record that the link stands on.
     void Store();
@@ -40,7 +40,7 @@ private:
     std::string table;
     std::vector<Box*> bound;
     std::unordered_map<const Box*, std::string> shown; ///< what each box held when the link arrived
-    std::filesystem::path database; ///< of the folder that was selected when the link moved
+    std::filesystem::path database;                    ///< of the folder that was selected when the link moved
     std::string index, part1, part2;
     bool hasRecord = false;
     bool loading = false;

@@ -77,7 +77,9 @@ bool OpenPage1(Session& session, std::string_view errorTitle)
 NewFileCheck::NewFileCheck(Session& session) : Screen(session, "NewFileCheck", ShowMode::Modal, "New File Options")
 {
     static constexpr auto Rows = std::to_array<BoxRow>({
-        {.name = "Option1", .kind = Kind::Option, .text = "I would like to add a new Employee to an existing Employer  "},
+        {.name = "Option1",
+         .kind = Kind::Option,
+         .text = "I would like to add a new Employee to an existing Employer  "},
         {.name = "Option2", .kind = Kind::Option, .text = "I would like to create a new Employer and Employee"},
         {.name = "NewFileOk", .kind = Kind::Button, .text = "&OK"},
         {.name = "NewFileCancel", .kind = Kind::Button, .text = "&Cancel"},
@@ -220,6 +222,7 @@ struct ListButton {
     std::string_view box, text;
     std::array<bool, 6> shownInMode;
 };
+// clang-format off
 constexpr auto EmployerListButtons = std::to_array<ListButton>({
     // mode                       0      1      2      3      4      5
     {"EmpOpen", "&Open",       {true,  false, false, false, false, false}},
@@ -229,6 +232,7 @@ constexpr auto EmployerListButtons = std::to_array<ListButton>({
     {"EmpDelete", "&Delete",   {false, false, false, false, false, true}},
     {"EmpCancel", "&Cancel",   {true,  true,  true,  true,  true,  true}},
 });
+// clang-format on
 
 } // namespace
 
@@ -344,8 +348,9 @@ void EmployeeList::OpenChosen()
 {
     const std::string employee = box("EmployeeList").Text();
     if (employee.empty()) {
-        session.messages.Tell(EmployeeError, "You must choose an Employee.  If there are no Employees for this Employer, "
-                                             "then add one by selecting 'New' from the File Menu.");
+        session.messages.Tell(EmployeeError,
+                              "You must choose an Employee.  If there are no Employees for this Employer, "
+                              "then add one by selecting 'New' from the File Menu.");
         return;
     }
     session.CurrentEmployee = employee;
@@ -365,7 +370,8 @@ void EmployeeList::DeleteChosen()
         return;
     }
     session.CurrentEmployee = employee;
-    if (!session.messages.Ask("Delete " + employee + "?", "Delete Employee " + employee + "?", Icon::Question, Answer::No))
+    if (!session.messages.Ask("Delete " + employee + "?", "Delete Employee " + employee + "?", Icon::Question,
+                              Answer::No))
         return;
     {
         const BusyPointer busy(session.platform);

@@ -13,7 +13,8 @@ namespace quillmere {
 class MainWindow;
 class ScreenWindow;
 
-/// Puts the program's screens on the desktop: one window for each, made from the screen's layout when it is first shown.
+/// Puts the program's screens on the desktop: one window for each, made from the screen's layout when it is first
+/// shown.
 class DesktopHost : public ScreenHost {
 public:
     DesktopHost();

@@ -3,16 +3,15 @@
 #include "desktop/DesktopHost.h"
 #include "desktop/Look.h"
 
-#include <chrono>
-
-#include <pwd.h>
-#include <unistd.h>
-
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QUrl>
+
+#include <chrono>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace quillmere {
 

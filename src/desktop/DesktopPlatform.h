@@ -6,8 +6,8 @@ namespace quillmere {
 
 class DesktopHost;
 
-/// The door to the outside as a person meets it: message boxes and dialogs of the desktop, its viewer, its clock, and the
-/// printers of the print spooler.
+/// The door to the outside as a person meets it: message boxes and dialogs of the desktop, its viewer, its clock, and
+/// the printers of the print spooler.
 class DesktopPlatform : public Platform {
 public:
     explicit DesktopPlatform(DesktopHost& host) : host(host) {}

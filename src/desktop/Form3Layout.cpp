@@ -1,5 +1,4 @@
 #include "desktop/Layouts.h"
-
 #include "edition/Edition.h"
 #include "frame/Text.h"
 
@@ -173,7 +172,8 @@ void Cars(Layout& layout, int y)
                 "Total cash equivalent of all cars made available in " + std::string(edition::YearLabel), Heading);
     Single(layout, row, "FTotalCashCars", "9", true);
     layout.Text(TextX, row + Row + 3, 600,
-                "Total cash equivalent of fuel for all cars made available in " + std::string(edition::YearLabel), Heading);
+                "Total cash equivalent of fuel for all cars made available in " + std::string(edition::YearLabel),
+                Heading);
     Single(layout, row + Row, "FTotalCashFuel", "10", true);
 }
 
@@ -224,7 +224,8 @@ Layout Form3()
 
     y += 72;
     Section(layout, y, 56, "D", "Living accommodation", "Image4");
-    layout.Text(TextX, y + 31, 720, "Cash equivalent of accommodation provided for employee, or his/her family or household");
+    layout.Text(TextX, y + 31, 720,
+                "Cash equivalent of accommodation provided for employee, or his/her family or household");
     layout.Text(CashTagX, y + 8, 150, "Cash equivalent", Small);
     Single(layout, y + 28, "DCashEqu", "14", true);
 

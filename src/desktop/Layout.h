@@ -57,7 +57,8 @@ struct Layout {
     /// A control of an array.
     void PlaceAt(std::string_view box, int index, int x, int y, int w, int h = BoxHeight, std::string_view spoken = {});
     /// A caption with its box to the right of it: the usual line of a dialog.
-    void Line(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX, int boxWidth);
+    void Line(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX,
+              int boxWidth);
 };
 
 /// The layout of a screen by its name. An unknown name is a mistake in the program: std::logic_error.

@@ -4,9 +4,6 @@
 #include "desktop/Look.h"
 #include "desktop/ScreenWindow.h"
 
-#include <algorithm>
-#include <map>
-
 #include <QAction>
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -18,6 +15,9 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+
+#include <algorithm>
+#include <map>
 
 namespace quillmere {
 

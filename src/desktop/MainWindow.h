@@ -2,10 +2,10 @@
 
 #include "frame/Screen.h"
 
+#include <QMainWindow>
+
 #include <unordered_map>
 #include <vector>
-
-#include <QMainWindow>
 
 class QAction;
 class QLabel;

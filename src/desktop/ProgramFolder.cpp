@@ -2,10 +2,10 @@
 
 #include "edition/Edition.h"
 
-#include <unistd.h>
-
 #include <QCoreApplication>
 #include <QStandardPaths>
+
+#include <unistd.h>
 
 namespace quillmere {
 

@@ -3,8 +3,6 @@
 #include "desktop/Look.h"
 #include "frame/Text.h"
 
-#include <algorithm>
-
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -21,6 +19,8 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace quillmere {
 
@@ -107,8 +107,11 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
         QWidget* canvas = place.y < layout.headerHeight ? header : form;
         QWidget* widget = MakeWidget(box, place, canvas);
         widget->setObjectName(look::Text(screen.Name() + "." + box.FullName()));
-        widget->setGeometry(place.x, canvas == form ? place.y - layout.headerHeight : place.y, place.width, place.height);
-        const std::string& spoken = !place.spoken.empty() ? place.spoken : !box.Spoken().empty() ? box.Spoken() : box.Text();
+        widget->setGeometry(place.x, canvas == form ? place.y - layout.headerHeight : place.y, place.width,
+                            place.height);
+        const std::string& spoken = !place.spoken.empty()   ? place.spoken
+                                    : !box.Spoken().empty() ? box.Spoken()
+                                                            : box.Text();
         widget->setAccessibleName(look::Text(spoken));
         widget->installEventFilter(this);
         widgets.emplace(&box, widget);
@@ -398,8 +401,7 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             scroll->ensureWidgetVisible(widget, 20, 60);
     } else if (event->type() == QEvent::FocusOut) {
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
-            reason != Qt::MenuBarFocusReason)
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason)
             screen.Leave(box);
     } else if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);

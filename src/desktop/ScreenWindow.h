@@ -3,17 +3,17 @@
 #include "desktop/Layout.h"
 #include "frame/Screen.h"
 
-#include <unordered_map>
-
 #include <QWidget>
+
+#include <unordered_map>
 
 class QScrollArea;
 class QLineEdit;
 
 namespace quillmere {
 
-/// The window of any screen: widgets made from the screen's controls at the places of its layout. Each widget follows its
-/// box, and tells the screen what the user does.
+/// The window of any screen: widgets made from the screen's controls at the places of its layout. Each widget follows
+/// its box, and tells the screen what the user does.
 class ScreenWindow : public QWidget, public ScreenView {
 public:
     ScreenWindow(Screen& screen, QWidget* parent);

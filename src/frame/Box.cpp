@@ -8,9 +8,19 @@
 namespace quillmere {
 
 Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
-    : screen(screen), name(std::move(name)), index(index), kind(row.kind), filter(row.filter), field(row.field),
-      text(row.text), spoken(row.spoken), tip(row.tip), enabled(!row.disabled), visible(!row.hidden),
-      readOnly(row.readOnly), amount(row.amount)
+    : screen(screen),
+      name(std::move(name)),
+      index(index),
+      kind(row.kind),
+      filter(row.filter),
+      field(row.field),
+      text(row.text),
+      spoken(row.spoken),
+      tip(row.tip),
+      enabled(!row.disabled),
+      visible(!row.hidden),
+      readOnly(row.readOnly),
+      amount(row.amount)
 {
 }
 

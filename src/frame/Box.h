@@ -28,20 +28,32 @@ enum class Paint { Plain, Yellow };
 
 /// One row of a screen's table of controls. Rows stand in the order of the form, which is the order of the Tab key.
 struct BoxRow {
-    std::string_view name;               ///< the given name, shared by window, record, scenario and guide
+    std::string_view name; ///< the given name, shared by window, record, scenario and guide
     Kind kind = Kind::Text;
-    std::string_view field = {};         ///< field of the bound record; empty: not bound
-    KeyFilter filter = nullptr;          ///< what typing and pasting let in; none: everything
-    std::string_view text = {};          ///< caption of a label, button, tick, option or menu entry
-    std::string_view spoken = {};        ///< what a screen reader says; empty: the caption
-    std::string_view tip = {};           ///< tooltip
-    int first = 0;                       ///< a control array runs from here …
-    int last = -1;                       ///< … to here; below `first`: no array
+    std::string_view field = {};  ///< field of the bound record; empty: not bound
+    KeyFilter filter = nullptr;   ///< what typing and pasting let in; none: everything
+    std::string_view text = {};   ///< caption of a label, button, tick, option or menu entry
+    std::string_view spoken = {}; ///< what a screen reader says; empty: the caption
+    std::string_view tip = {};    ///< tooltip
+    int first = 0;                ///< a control array runs from here …
+    int last = -1;                ///< … to here; below `first`: no array
     bool hidden = false;
     bool readOnly = false;
     bool disabled = false;
-    bool amount = false;                 ///< right-aligned in the monospaced face
+    bool amount = false; ///< right-aligned in the monospaced face
 };
+
+/// The row of an amount box of a page, bound to the field of its own name.
+constexpr BoxRow AmountRow(std::string_view name, std::string_view spoken, KeyFilter filter = MoneyKeyFilter)
+{
+    return {.name = name, .field = name, .filter = filter, .spoken = spoken, .amount = true};
+}
+
+/// The row of a picture that opens another screen; the tooltip is spoken too.
+constexpr BoxRow PictureRow(std::string_view name, std::string_view tip)
+{
+    return {.name = name, .kind = Kind::Picture, .spoken = tip, .tip = tip};
+}
 
 /// A control of a screen: what it shows and whether it can be used. Setting anything tells the window that shows it.
 class Box {

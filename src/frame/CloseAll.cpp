@@ -14,6 +14,7 @@ struct ClosingRow {
 };
 
 /// The order of closing.
+// clang-format off
 constexpr auto ClosingOrder = std::to_array<ClosingRow>({
     {"Side2Form1", true},  {"Form3"},
     {"ANotepad", true},    {"BNotepad", true},    {"CNotepad", true},    {"DNotepad", true},
@@ -26,6 +27,7 @@ constexpr auto ClosingOrder = std::to_array<ClosingRow>({
     {"NewFile"},           {"NewFileCheck"},      {"RenameEmp"},         {"P11DDeclaration"},
     {"P11DBNotepad1"},     {"P11DBNotepad2"},     {"PrePrint"},          {"TransferList"},
 });
+// clang-format on
 
 } // namespace
 

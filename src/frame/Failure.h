@@ -5,7 +5,8 @@
 
 namespace quillmere {
 
-/// A failure of the outside (store, file, printer) or of a calculation, with the number that the general error box shows.
+/// A failure of the outside (store, file, printer) or of a calculation, with the number that the general error box
+/// shows.
 class Failure : public std::runtime_error {
 public:
     Failure(long number, const std::string& text) : std::runtime_error(text), number(number) {}

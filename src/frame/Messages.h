@@ -16,7 +16,8 @@ public:
     /// A box with Yes and No. True for Yes.
     [[nodiscard]] bool Ask(std::string_view title, std::string_view text, Icon icon = Icon::Question,
                            Answer defaultAnswer = Answer::Yes);
-    /// The general error box, which every operation with no message of its own ends in. The pointer goes back to normal.
+    /// The general error box, which every operation with no message of its own ends in. The pointer goes back to
+    /// normal.
     void ReportError(std::string_view procedure, long number, std::string_view text, std::string_view diagnostic = {});
 
 private:

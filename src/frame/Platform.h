@@ -31,21 +31,22 @@ struct SaveFileQuestion {
     std::string defaultExtension; ///< without the point
 };
 
-/// Finished pages for a printer: the document as a PDF file whose pages stand in the order in which they are to come out.
+/// Finished pages for a printer: the document as a PDF file whose pages stand in the order in which they are to come
+/// out.
 struct PrintRequest {
     std::string printer;
     std::string documentName;
-    std::string pdf;          ///< bytes of the file
-    std::vector<int> pages;   ///< the document's page numbers, from 1, in that order
-    int copies = 1;           ///< made by the spooler
-    int duplex = 0;           ///< 0 printer default (nothing is set), 1 single-sided, 2 double-sided
+    std::string pdf;        ///< bytes of the file
+    std::vector<int> pages; ///< the document's page numbers, from 1, in that order
+    int copies = 1;         ///< made by the spooler
+    int duplex = 0;         ///< 0 printer default (nothing is set), 1 single-sided, 2 double-sided
 };
 
 /// What a request to a printer ended in.
 enum class PrintOutcome { Sent, PrinterUnreachable };
 
-/// The one door to whatever is outside the program's own screens: message boxes, file and printer dialogs, printers, the
-/// desktop's document viewer, the clock, the pointer. The desktop answers it with dialogs, a test by script.
+/// The one door to whatever is outside the program's own screens: message boxes, file and printer dialogs, printers,
+/// the desktop's document viewer, the clock, the pointer. The desktop answers it with dialogs, a test by script.
 class Platform {
 public:
     Platform() = default;

@@ -58,7 +58,8 @@ public:
     const std::string& Caption() const { return caption; }
     void SetCaption(std::string_view newCaption);
 
-    /// The control of that name, or of that name and index. An unknown one is a mistake in the program: std::logic_error.
+    /// The control of that name, or of that name and index. An unknown one is a mistake in the program:
+    /// std::logic_error.
     Box& box(std::string_view boxName, int index = Box::NoIndex);
     const Box& box(std::string_view boxName, int index = Box::NoIndex) const;
     Box* FindBox(std::string_view boxName, int index = Box::NoIndex);
@@ -140,7 +141,8 @@ private:
     std::string cancelButton, defaultButton;
     std::vector<std::unique_ptr<Box>> boxes;
     std::map<std::pair<std::string, int>, Box*, std::less<>> byName;
-    std::unordered_map<std::string, Operation> leaveOperations, clickOperations, doubleClickOperations, chooseOperations;
+    std::unordered_map<std::string, Operation> leaveOperations, clickOperations, doubleClickOperations,
+        chooseOperations;
     std::unordered_map<std::string, std::function<bool(Box&, char32_t)>> keyGuards;
     std::optional<WindowPlacement> placement;
     ScreenView* view = nullptr;

@@ -61,7 +61,8 @@ public:
     /// Loaded screens in the order of loading.
     std::vector<Screen*> Open() const;
 
-    /// A one-shot timer of a screen: its work is done once the windows are up. Starting it again before that changes nothing.
+    /// A one-shot timer of a screen: its work is done once the windows are up. Starting it again before that changes
+    /// nothing.
     void StartTimer(Screen& screen, std::string_view timer, std::function<void()> work);
     void StopTimer(std::string_view screen, std::string_view timer);
     /// Does the deferred work that is waiting, in the order of starting.

@@ -29,34 +29,42 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "NatIns", .field = "NatIns", .filter = NationalInsuranceKeyFilter, .spoken = "National Insurance number"},
     {.name = "SexBox", .field = "SexTick", .filter = SexKeyFilter, .spoken = "Gender, M for male or F for female"},
 
-    {.name = "Image1", .kind = Kind::Picture, .spoken = "Assets transferred: list of items", .tip = "List of assets transferred"},
+    PictureRow("Image1", "Assets transferred: list of items"),
     {.name = "ADescriptionAsset", .field = "ADescriptionAsset", .spoken = "A, description of asset"},
-    {.name = "ACostMarketBox", .field = "ACostMarketBox", .filter = MoneyKeyFilter, .spoken = "A, cost or market value", .amount = true},
-    {.name = "AAmountGood", .field = "AAmountGood", .filter = MoneyKeyFilter, .spoken = "A, amount made good or from which tax deducted", .amount = true},
-    {.name = "ACashEqu", .field = "ACashEqu", .filter = MoneyKeyFilter, .spoken = "A, cash equivalent, box 13", .amount = true},
+    AmountRow("ACostMarketBox", "A, cost or market value"),
+    AmountRow("AAmountGood", "A, amount made good or from which tax deducted"),
+    AmountRow("ACashEqu", "A, cash equivalent, box 13"),
 
-    {.name = "Image2", .kind = Kind::Picture, .spoken = "Payments made on behalf of employee: list of items", .tip = "List of payments made on behalf of employee"},
+    PictureRow("Image2", "Payments made on behalf of employee: list of items"),
     {.name = "BDescriptionPayment", .field = "BDescriptionPayment", .spoken = "B, description of payment"},
-    {.name = "B2", .field = "B2", .filter = MoneyKeyFilter, .spoken = "B, payment, box 15", .amount = true},
-    {.name = "BNotTax", .field = "BNotTax", .filter = MoneyKeyFilter, .spoken = "B, tax on notional payments, box 15", .amount = true},
+    AmountRow("B2", "B, payment, box 15"),
+    AmountRow("BNotTax", "B, tax on notional payments, box 15"),
 
-    {.name = "Image3", .kind = Kind::Picture, .spoken = "Vouchers and credit cards: list of items", .tip = "List of vouchers and credit cards"},
-    {.name = "CGrossAmount", .field = "CGrossAmount", .filter = MoneyKeyFilter, .spoken = "C, gross amount", .amount = true},
-    {.name = "CAmountGood", .field = "CAmountGood", .filter = MoneyKeyFilter, .spoken = "C, amount made good or from which tax deducted", .amount = true},
-    {.name = "CCashEqu", .field = "CCashEqu", .filter = MoneyKeyFilter, .spoken = "C, cash equivalent, box 12", .amount = true},
+    PictureRow("Image3", "Vouchers and credit cards: list of items"),
+    AmountRow("CGrossAmount", "C, gross amount"),
+    AmountRow("CAmountGood", "C, amount made good or from which tax deducted"),
+    AmountRow("CCashEqu", "C, cash equivalent, box 12"),
 
-    {.name = "Image4", .kind = Kind::Picture, .spoken = "Living accommodation: calculation", .tip = "Calculation of living accommodation"},
-    {.name = "DCashEqu", .field = "DCashEqu", .filter = MoneyKeyFilter, .spoken = "D, cash equivalent, box 14", .amount = true},
+    PictureRow("Image4", "Living accommodation: calculation"),
+    AmountRow("DCashEqu", "D, cash equivalent, box 14"),
 
-    {.name = "Image5", .kind = Kind::Picture, .spoken = "Mileage allowance and passenger payments: calculation", .tip = "Calculation of mileage allowance and passenger payments"},
-    {.name = "ETaxAmount", .field = "ETaxAmount", .filter = MoneyKeyFilter, .spoken = "E, taxable amount, box 12", .amount = true},
+    PictureRow("Image5", "Mileage allowance and passenger payments: calculation"),
+    AmountRow("ETaxAmount", "E, taxable amount, box 12"),
 
-    {.name = "Image6", .kind = Kind::Picture, .spoken = "Cars and car fuel: sheet", .tip = "Car calculation", .hidden = true},
+    {.name = "Image6", .kind = Kind::Picture, .spoken = "Cars and car fuel: sheet", .tip = "Car sheet", .hidden = true},
 });
 
 constexpr auto TotalRows = std::to_array<BoxRow>({
-    {.name = "FTotalCashCars", .field = "FTotalCashCars", .spoken = "F, total cash equivalent of all cars, box 9", .readOnly = true, .amount = true},
-    {.name = "FTotalCashFuel", .field = "FTotalCashFuel", .spoken = "F, total cash equivalent of fuel for all cars, box 10", .readOnly = true, .amount = true},
+    {.name = "FTotalCashCars",
+     .field = "FTotalCashCars",
+     .spoken = "F, total cash equivalent of all cars, box 9",
+     .readOnly = true,
+     .amount = true},
+    {.name = "FTotalCashFuel",
+     .field = "FTotalCashFuel",
+     .spoken = "F, total cash equivalent of fuel for all cars, box 10",
+     .readOnly = true,
+     .amount = true},
 });
 
 constexpr AmountTriple SectionA{"ACostMarketBox", "AAmountGood", "ACashEqu"};
@@ -76,9 +84,9 @@ Form3::Form3(Session& session)
 {
     AddBoxes(Rows);
     for (const int car : {1, 2})
-        cars.emplace_back(session, *this, car,
-                          CarColumn::Totals{.computeCash = [this] { ComputeCash(); },
-                                            .computeFuel = [this] { ComputeFuel(); }});
+        cars.emplace_back(
+            session, *this, car,
+            CarColumn::Totals{.computeCash = [this] { ComputeCash(); }, .computeFuel = [this] { ComputeFuel(); }});
     AddBoxes(TotalRows);
     Bind();
 
@@ -161,7 +169,8 @@ void Form3::LeaveDateOfBirth()
     if (text.empty())
         return;
     const auto day = ReadDate(text);
-    const bool valid = IsDateText(text) && TestYearEnd(text) == YearEndTest::Yes && day && *day >= *ReadDate(EarliestBirth);
+    const bool valid =
+        IsDateText(text) && TestYearEnd(text) == YearEndTest::Yes && day && *day >= *ReadDate(EarliestBirth);
     birth.SetText(valid ? NormaliseDate(text) : std::string());
 }
 

@@ -1,0 +1,284 @@
+#include "calculators/VanBenefit.h"
+
+#include "edition/Edition.h"
+#include "frame/Dates.h"
+#include "frame/Text.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace quillmere {
+
+namespace {
+
+using enum VanDate;
+
+constexpr auto FirstPair = std::to_array({From1, To1});
+constexpr std::int64_t UnitsOfAPound = 10000;
+
+/// The day in a box; nothing for a blank one.
+std::optional<Day> DayIn(const VanDates& dates, VanDate box)
+{
+    return ReadDate(dates[box]);
+}
+
+/// The day in a box of the first pair, or the bound of the year for a blank one.
+Day FirstDay(const VanDates& dates)
+{
+    return DayIn(dates, From1).value_or(*ReadDate(edition::TaxYearStartShort));
+}
+Day LastDay(const VanDates& dates)
+{
+    return DayIn(dates, To1).value_or(*ReadDate(edition::TaxYearEnd));
+}
+
+/// A further period of unavailability with both its dates.
+struct Period {
+    Day first, last;
+};
+
+std::optional<Period> CompletePeriod(const VanDates& dates, VanDate from, VanDate to)
+{
+    const auto first = DayIn(dates, from);
+    const auto last = DayIn(dates, to);
+    if (!first || !last)
+        return std::nullopt;
+    return Period{*first, *last};
+}
+
+/// Days of a further period, both ends counted; one that is too short counts nothing.
+int DaysOf(const std::optional<Period>& period, const edition::VanRates& rates)
+{
+    const int days = period ? DaysBetween(period->first, period->last) + 1 : 0;
+    return days < rates.shortestPeriod ? 0 : days;
+}
+
+/// Whole pounds times a percentage; exact, since a percentage has no more than four decimals.
+Amount TimesPercentage(Amount wholePounds, Amount percentage)
+{
+    return percentage * (wholePounds.Units() / UnitsOfAPound);
+}
+
+/// The days that a rule compares. A blank box of the first pair is the bound of the year unless the rule says
+/// otherwise.
+std::optional<Day> RuleDay(const VanDates& dates, VanDate box, VanBlankBound blank)
+{
+    if (const auto day = DayIn(dates, box); day || blank == VanBlankBound::SkipsTheRule)
+        return day;
+    if (box == From1)
+        return FirstDay(dates);
+    if (box == To1)
+        return LastDay(dates);
+    return std::nullopt;
+}
+
+bool Holds(const VanDateRule& rule, const VanDates& dates)
+{
+    if (rule.test == VanDateTest::EitherFilled)
+        return !dates[rule.from].empty() || !dates[rule.to].empty();
+    if (rule.test == VanDateTest::NotBeforeTheYear)
+        return IsNotBeforeYearStart(dates[rule.to]);
+    const auto from = RuleDay(dates, rule.from, rule.blank);
+    const auto to = RuleDay(dates, rule.to, rule.blank);
+    if (!from || !to)
+        return true;
+    const int days = DaysBetween(*from, *to);
+    switch (rule.test) {
+    case VanDateTest::Above0:
+        return days > 0;
+    case VanDateTest::NotBelow0:
+        return days >= 0;
+    case VanDateTest::APeriodLong:
+        return days >= edition::Vans.shortestPeriod - 1;
+    case VanDateTest::NotAbove0:
+        return days <= 0;
+    case VanDateTest::EitherFilled:
+    case VanDateTest::NotBeforeTheYear:
+        break;
+    }
+    return true;
+}
+
+void EmptyPeriod(VanDates& dates, VanDate from, VanDate to)
+{
+    dates[from].clear();
+    dates[to].clear();
+}
+
+/// Runs the rules of a box that is filled in, until it is emptied.
+void RunRules(VanDates& dates, VanDate left)
+{
+    for (const VanDateRule& rule : VanDateRules) {
+        if (rule.left != left || dates[left].empty() || Holds(rule, dates))
+            continue;
+        if (rule.loss == VanDateLoss::ThirdPeriod)
+            EmptyPeriod(dates, From3, To3);
+        else
+            dates[left].clear();
+    }
+}
+
+/// Runs the rules of a later period as a whole: a period that does not fit loses both dates, half filled or not.
+void RunPeriod(VanDates& dates, VanDate from, VanDate to)
+{
+    for (const VanDate box : {from, to}) {
+        const bool wasFilled = !dates[box].empty();
+        RunRules(dates, box);
+        if (wasFilled && dates[box].empty())
+            EmptyPeriod(dates, from, to);
+    }
+}
+
+/// The entry tests of a date box: the standard form, or an empty text.
+std::string EnteredDate(std::string_view text)
+{
+    const std::string trimmed = Trim(text);
+    if (trimmed.empty() || !IsDateText(trimmed) || TestYearEnd(trimmed) == YearEndTest::No ||
+        !IsNotBeforeYearStart(trimmed))
+        return {};
+    return NormaliseDate(trimmed);
+}
+
+/// A row of the grid as its total takes it.
+Amount RowValue(std::string_view text)
+{
+    // Kept: a row in parentheses counts nothing, so that a negative fuel charge does not lower the total.
+    const std::string trimmed = Trim(text);
+    return trimmed.starts_with('(') ? Amount() : ReadAmount(trimmed);
+}
+
+std::string TotalText(const std::array<std::string, 3>& rows)
+{
+    Amount total;
+    for (const std::string& row : rows)
+        total += RowValue(row);
+    return AmountText(total, edition::FormatMoneyBlankZero);
+}
+
+void WorkOutFuel(VanWorking& working, const edition::VanRates& rates, int daysInYear)
+{
+    working.P = Amount::WholePounds(rates.fuelCharge);
+    working.R = DaysAfterFuelWithdrawn(working.dates);
+    working.S = working.E + working.R;
+    working.T = RoundUpToPounds(Amount::FromDouble((working.P * working.S).Pounds() / daysInYear));
+    working.V = working.P - working.T;
+    // Kept: here the percentage is divided first and then multiplied, unlike the reduction of the van itself.
+    working.W = RoundUpToPounds(Amount::FromDouble(working.V.Pounds() * (working.H.Pounds() / 100)));
+    working.X = working.V - working.W;
+}
+
+} // namespace
+
+Amount RoundUpToPounds(Amount amount)
+{
+    const Amount cut = IntPounds(amount.Pounds());
+    return cut == amount ? cut : cut + Amount::WholePounds(1);
+}
+
+VanWorking VanBenefit(const VanFacts& facts, const edition::VanRates& rates)
+{
+    VanWorking working;
+    working.dates = facts.dates;
+    if (facts.registrationNumber.empty()) {
+        for (const VanDate box : {From1, To1, From2, To2, From3, To3})
+            working.dates[box].clear();
+        return working;
+    }
+
+    const VanDates& dates = working.dates;
+    const int daysInYear = DaysInYear(ReadWholeNumber(edition::YearEndYear));
+    working.A = Amount::WholePounds(rates.charge);
+    working.B = DaysBetween(*ReadDate(edition::TaxYearStartShort), FirstDay(dates)) +
+                DaysBetween(LastDay(dates), *ReadDate(edition::TaxYearEnd));
+    working.C = DaysOf(CompletePeriod(dates, From2, To2), rates);
+    working.D = DaysOf(CompletePeriod(dates, From3, To3), rates);
+    working.E = working.B + working.C + working.D;
+    working.F = RoundUpToPounds(Amount::FromDouble((working.A * working.E).Pounds() / daysInYear));
+    working.G = working.A - working.F;
+    working.H = ReadAmount(facts.percentage);
+    working.J = RoundUpToPounds(Amount::FromDouble(TimesPercentage(working.G, working.H).Pounds() / 100));
+    working.K = working.G - working.J;
+    working.L = ReadAmount(facts.payments);
+    working.M = working.L > working.K ? Amount() : working.K - working.L;
+    if (!facts.fuelTick)
+        return working;
+
+    switch (CheckVanWithdrawn(dates)) {
+    case VanWithdrawnCheck::EmptiedAndRestart: {
+        VanFacts again = facts;
+        again.dates[Withdrawn].clear();
+        return VanBenefit(again, rates);
+    }
+    case VanWithdrawnCheck::Emptied:
+        working.dates[Withdrawn].clear();
+        break;
+    case VanWithdrawnCheck::Stands:
+        break;
+    }
+    WorkOutFuel(working, rates, daysInYear);
+    return working;
+}
+
+int DaysAfterFuelWithdrawn(const VanDates& dates)
+{
+    const auto withdrawn = DayIn(dates, Withdrawn);
+    if (!withdrawn)
+        return 0;
+    const auto daysUpTo = [](Day from, Day to) { return DaysBetween(from, to) - 1; };
+    const auto toTheEnd = [&](Day from) { return DaysBetween(from, LastDay(dates)); };
+    const auto second = CompletePeriod(dates, From2, To2);
+    const auto third = CompletePeriod(dates, From3, To3);
+
+    int g = 0;
+    if (second && *withdrawn < second->first) {
+        g = daysUpTo(*withdrawn, second->first);
+        g += third ? daysUpTo(second->last, third->first) + toTheEnd(third->last) : toTheEnd(second->last);
+    } else if (second && third && *withdrawn > second->last && *withdrawn < third->first) {
+        g = daysUpTo(*withdrawn, third->first) + toTheEnd(third->last);
+    }
+    // Kept: a count that is truly nought falls back to all days to the end, unavailable ones included.
+    return g != 0 ? g : toTheEnd(*withdrawn);
+}
+
+VanWithdrawnCheck CheckVanWithdrawn(const VanDates& dates)
+{
+    const std::string& withdrawn = dates[Withdrawn];
+    if (withdrawn.empty())
+        return VanWithdrawnCheck::Stands;
+    const auto day = ReadDate(withdrawn);
+    if (!day || *day == LastDay(dates) || !IsDateBetween(withdrawn, dates[From1], dates[To1]))
+        return VanWithdrawnCheck::EmptiedAndRestart;
+    for (const auto& period : {CompletePeriod(dates, From2, To2), CompletePeriod(dates, From3, To3)})
+        if (period && *day >= period->first && *day <= period->last)
+            return VanWithdrawnCheck::Emptied;
+    return VanWithdrawnCheck::Stands;
+}
+
+VanDates LeaveVanDate(const VanDates& before, const VanDates& now, VanDate left)
+{
+    VanDates dates = now;
+    const bool wasFilled = !Trim(now[left]).empty();
+    dates[left] = EnteredDate(now[left]);
+    RunRules(dates, left);
+
+    const bool emptied = wasFilled && dates[left].empty();
+    const bool isFirstPair = std::ranges::find(FirstPair, left) != FirstPair.end();
+    if (isFirstPair && (emptied || dates[left] != before[left])) {
+        RunPeriod(dates, From2, To2);
+        RunPeriod(dates, From3, To3);
+    }
+    return dates;
+}
+
+VanTotals TotalOfVans(const std::array<std::string, 3>& charges, const std::array<std::string, 3>& fuelCharges)
+{
+    VanTotals totals{.van = TotalText(charges), .fuel = TotalText(fuelCharges)};
+    // Kept: van 1 alone decides whether the totals are stored.
+    if (!charges[0].empty())
+        totals.storedVan = totals.van;
+    if (!fuelCharges[0].empty())
+        totals.storedFuel = totals.fuel;
+    return totals;
+}
+
+} // namespace quillmere

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "edition/Class1ARates.h"
+#include "frame/Amount.h"
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// Class 1A National Insurance contributions of an employer: the employees' benefits, sections 1 and 4 of the P11D(b),
+/// and its two schedules. Social Security Contributions and Benefits Act 1992, s.10.
+namespace quillmere {
+
+/// The fields of `P11D` that make up the total, all of them marked 1A on the form, in the order of the sum.
+inline constexpr auto Class1AFields = std::to_array<std::string_view>({
+    "ACashEqu",
+    "DCashEqu",
+    "FTotalCashCars",
+    "FTotalCashFuel",
+    "GVan",
+    "GVanFuel",
+    "HLoanCashEqu1",
+    "HLoanCashEqu2",
+    "ICashEqu",
+    "JRelocationExp",
+    "KCashEqu",
+    "LCashEqu",
+    "NCashEqu1",
+});
+
+/// What one employee adds to the employer's total, given the texts of `Class1AFields` in their order. A word counts
+/// nothing: neither "Nil" nor the "See Attach" in `HLoanCashEqu2`, where `HLoanCashEqu1` holds the sum of all loans
+/// already.
+Amount Class1ABenefits(std::span<const std::string_view, Class1AFields.size()> texts);
+
+/// Contributions on benefits, at four decimals.
+Amount Class1AContributions(Amount benefits, double rate = edition::Class1ARate);
+
+/// Section 1: A the benefits, C the contributions.
+struct Section1 {
+    Amount A, C;
+
+    friend bool operator==(const Section1&, const Section1&) = default;
+};
+Section1 ComputeSection1(Amount benefits, double rate = edition::Class1ARate);
+
+/// Section 4: A the benefits of section 1, B added, C deducted, D the sum, F the contributions. D and F may be
+/// negative.
+struct Section4 {
+    Amount A, B, C, D, F;
+
+    friend bool operator==(const Section4&, const Section4&) = default;
+};
+Section4 ComputeSection4(Amount benefits, Amount added, Amount deducted, double rate = edition::Class1ARate);
+
+/// Lines of a schedule of the P11D(b).
+inline constexpr int LinesOfAdjustments = 20;
+
+/// Total of a schedule's amount boxes as its box reads; blank for nought.
+std::string AdjustmentTotalText(std::span<const std::string, LinesOfAdjustments> amounts);
+
+/// What the target's description on the declaration reads for a schedule's descriptions.
+std::string AdjustmentDescription(std::span<const std::string, LinesOfAdjustments> descriptions);
+
+} // namespace quillmere
