@@ -5,6 +5,7 @@
 #include "edition/Edition.h"
 #include "frame/Folders.h"
 #include "screens/Form3.h"
+#include "screens/ScheduleNotepad.h"
 
 #include <memory>
 
@@ -71,6 +72,9 @@ void RegisterScreens(Screens& screens)
     Register<EmployeeList>(screens, "EmployeeList");
     Register<RenameEmp>(screens, "RenameEmp");
     Register<Form3>(screens, "Form3");
+    for (const NotepadMember& member : Notepads())
+        screens.Register(member.name,
+                         [&member](Session& session) { return std::make_unique<ScheduleNotepad>(session, member); });
 }
 
 } // namespace quillmere

@@ -166,6 +166,12 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
             label->setAlignment(box.IsAmount() ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignLeft | Qt::AlignVCenter);
             label->setWordWrap(place.height > Layout::BoxHeight * 3 / 2);
             label->setTextFormat(Qt::PlainText);
+            if (box.IsAmount()) {
+                label->setFrameShape(QFrame::StyledPanel);
+                label->setMargin(1);
+                label->setAutoFillBackground(true);
+                label->setPalette(look::FigurePalette());
+            }
             return label;
         }
         break;
@@ -178,7 +184,7 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
 QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 {
     auto* edit = new QLineEdit(parent);
-    edit->setFont(box.IsAmount() ? look::AmountFont() : look::CaptionFont({.size = 13}));
+    edit->setFont(box.IsMonospaced() ? look::AmountFont() : look::CaptionFont({.size = 13}));
     if (box.IsAmount())
         edit->setAlignment(Qt::AlignRight);
     connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
@@ -329,14 +335,22 @@ QWidget* ScreenWindow::WidgetOf(const Box& box) const
 
 void ScreenWindow::FocusFirst()
 {
+    QWidget* first = nullptr;
     for (const auto& box : screen.Boxes()) {
         QWidget* widget = WidgetOf(*box);
-        if (widget != nullptr && widget->isEnabled() && box->Visible() && !box->ReadOnly() &&
-            widget->focusPolicy() != Qt::NoFocus && qobject_cast<QLabel*>(widget) == nullptr) {
-            widget->setFocus(Qt::OtherFocusReason);
-            return;
-        }
+        if (widget == nullptr || !widget->isEnabled() || !box->Visible() || box->ReadOnly() ||
+            widget->focusPolicy() == Qt::NoFocus)
+            continue;
+        // What leads elsewhere waits until there is nothing to fill in.
+        const Kind kind = box->GetKind();
+        const bool leadsOn = kind == Kind::Label || kind == Kind::Picture || kind == Kind::Button;
+        if (first == nullptr || !leadsOn)
+            first = widget;
+        if (!leadsOn)
+            break;
     }
+    if (first != nullptr)
+        first->setFocus(Qt::OtherFocusReason);
 }
 
 void ScreenWindow::FixTabOrder()
@@ -405,6 +419,8 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             screen.Leave(box);
     } else if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Up || key->key() == Qt::Key_Down)
+            return MoveBetweenLines(box, key->key() == Qt::Key_Up ? -1 : 1);
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
         if (enter && box.GetKind() == Kind::List && box.Selected() >= 0) {
             screen.DoubleClick(box);
@@ -417,6 +433,19 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
         }
     }
     return false;
+}
+
+/// Up and Down go to the same column of the line before or after; false where there is none.
+bool ScreenWindow::MoveBetweenLines(const Box& box, int lines)
+{
+    if (box.GetKind() != Kind::Text || box.Index() == Box::NoIndex)
+        return false;
+    const Box* next = screen.FindBox(box.Name(), box.Index() + lines);
+    QWidget* widget = next == nullptr ? nullptr : WidgetOf(*next);
+    if (widget == nullptr || !widget->isEnabled() || !widget->isVisible())
+        return false;
+    FocusOn(*next);
+    return true;
 }
 
 void ScreenWindow::closeEvent(QCloseEvent* event)
