@@ -6,6 +6,7 @@
 #include "frame/Folders.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
+#include "screens/Side2Form1.h"
 
 #include <memory>
 
@@ -72,6 +73,7 @@ void RegisterScreens(Screens& screens)
     Register<EmployeeList>(screens, "EmployeeList");
     Register<RenameEmp>(screens, "RenameEmp");
     Register<Form3>(screens, "Form3");
+    Register<Side2Form1>(screens, "Side2Form1");
     for (const NotepadMember& member : Notepads())
         screens.Register(member.name,
                          [&member](Session& session) { return std::make_unique<ScheduleNotepad>(session, member); });

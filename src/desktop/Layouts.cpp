@@ -20,6 +20,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"EmployeeList", layouts::EmployeeList},
     {"RenameEmp", layouts::RenameEmp},
     {"Form3", layouts::Form3},
+    {"Side2Form1", layouts::Side2Form1},
 });
 
 } // namespace
