@@ -1,0 +1,305 @@
+#include "Hands.h"
+
+#include "World.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QKeySequence>
+#include <QListWidget>
+#include <QPointer>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QTest>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace quillmere::scenario::hands {
+
+namespace {
+
+/// Milliseconds between two clicks that are no double-click, and between those that are.
+constexpr int LongPause = 2000;
+constexpr int ShortPause = 20;
+
+/// The window system's clock for mouse events.
+int mouseTime = 0;
+
+void ClosePopups()
+{
+    while (QWidget* popup = QApplication::activePopupWidget()) {
+        popup->close();
+        QCoreApplication::processEvents();
+        if (QApplication::activePopupWidget() == popup)
+            return;
+    }
+}
+
+void Activate(QWidget& window)
+{
+    if (QApplication::activeWindow() == &window)
+        return;
+    window.raise();
+    window.activateWindow();
+    QCoreApplication::processEvents();
+    // Without a window manager nobody may answer.
+    if (QApplication::activeWindow() != &window)
+        QApplication::setActiveWindow(&window);
+    QCoreApplication::processEvents();
+}
+
+void RequireNotBlocked(const QWidget& widget, const std::string& name)
+{
+    QWidget* modal = QApplication::activeModalWidget();
+    if (modal != nullptr && widget.window() != modal && !modal->isAncestorOf(widget.window()))
+        throw StepFailure("expected " + name + " to be within reach, found it waiting behind " +
+                          modal->objectName().toStdString());
+}
+
+/// Turns every tab strip and stack in which the widget stands to its page.
+void TurnToPage(QWidget& widget)
+{
+    for (QWidget* child = &widget; child->parentWidget() != nullptr && !child->isWindow();
+         child = child->parentWidget()) {
+        auto* stack = qobject_cast<QStackedWidget*>(child->parentWidget());
+        if (stack == nullptr || stack->currentWidget() == child)
+            continue;
+        if (auto* tabs = qobject_cast<QTabWidget*>(stack->parentWidget()))
+            tabs->setCurrentWidget(child);
+        else
+            stack->setCurrentWidget(child);
+    }
+}
+
+void ScrollTo(QWidget& widget)
+{
+    for (QWidget* parent = widget.parentWidget(); parent != nullptr; parent = parent->parentWidget())
+        if (auto* area = qobject_cast<QScrollArea*>(parent);
+            area != nullptr && area->widget() != nullptr && area->widget()->isAncestorOf(&widget))
+            area->ensureWidgetVisible(&widget, 4, 4);
+}
+
+void RequireUsable(const QWidget& widget, const std::string& name)
+{
+    if (!widget.isVisible())
+        throw StepFailure("expected " + name + " to be within reach, found it hidden");
+    if (!widget.isEnabled())
+        throw StepFailure("expected " + name + " to be within reach, found it disabled");
+}
+
+/// A mouse event at a point of a widget, if it is that widget which a user would hit there.
+void SendMouse(QWidget& widget, QPoint point, QEvent::Type type, const std::string& name)
+{
+    QWidget* window = widget.window();
+    const QPoint at = widget.mapTo(window, point);
+    QWidget* hit = window->childAt(at);
+    if (hit == nullptr)
+        hit = window;
+    if (!window->rect().contains(at))
+        throw StepFailure("expected " + name + " to be within reach, found it outside its window");
+    if (hit != &widget && !widget.isAncestorOf(hit))
+        throw StepFailure(
+            "expected " + name + " to be within reach, found it covered by " +
+            (hit->objectName().isEmpty() ? QString(hit->metaObject()->className()) : hit->objectName()).toStdString());
+    const bool press = type == QEvent::MouseButtonPress;
+    QTestPrivate::qtestMouseButtons.setFlag(Qt::LeftButton, press);
+    QWindow* handle = window->windowHandle();
+    qt_handleMouseEvent(handle, at, handle->mapToGlobal(at), QTestPrivate::qtestMouseButtons, Qt::LeftButton, type,
+                        Qt::NoModifier, mouseTime);
+    QCoreApplication::processEvents();
+}
+
+/// Presses and releases at a point; the widget may be gone after either.
+void ClickAt(QWidget& widget, QPoint point, int pause, const std::string& name)
+{
+    const QPointer<QWidget> alive(&widget);
+    mouseTime += pause;
+    SendMouse(widget, point, QEvent::MouseButtonPress, name);
+    if (alive.isNull() || !alive->isVisible()) {
+        QTestPrivate::qtestMouseButtons = Qt::NoButton;
+        return;
+    }
+    SendMouse(widget, point, QEvent::MouseButtonRelease, name);
+}
+
+void DoubleClickAt(QWidget& widget, QPoint point, const std::string& name)
+{
+    const QPointer<QWidget> alive(&widget);
+    ClickAt(widget, point, LongPause, name);
+    Settle();
+    QWidget* modal = QApplication::activeModalWidget();
+    // The first click may have led on to another window, which then gets the second.
+    if (alive.isNull() || !alive->isVisible() || !alive->isEnabled() ||
+        (modal != nullptr && modal != alive->window() && !modal->isAncestorOf(alive->window())))
+        return;
+    ClickAt(*alive, point, ShortPause, name);
+}
+
+QWindow* FocusedWindow()
+{
+    if (QWidget* popup = QApplication::activePopupWidget(); popup != nullptr && popup->windowHandle() != nullptr)
+        return popup->windowHandle();
+    if (QWidget* active = QApplication::activeWindow(); active != nullptr && active->windowHandle() != nullptr)
+        return active->windowHandle();
+    if (QWindow* window = QGuiApplication::focusWindow())
+        return window;
+    throw StepFailure("expected a window with the focus, found none");
+}
+
+void SendKey(Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers)
+{
+    QTest::sendKeyEvent(QTest::Click, FocusedWindow(), key, text, modifiers);
+    QCoreApplication::processEvents();
+}
+
+QListWidgetItem& FindEntry(QListWidget& list, const std::string& entry, const std::string& name)
+{
+    for (int row = 0; row < list.count(); ++row)
+        if (list.item(row)->text().toStdString() == entry)
+            return *list.item(row);
+    throw StepFailure("expected an entry " + Shown(entry) + " in " + name + ", found none among " +
+                      std::to_string(list.count()));
+}
+
+} // namespace
+
+void Settle()
+{
+    for (int round = 0; round < 3; ++round) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+void Reach(QWidget& widget, const std::string& name)
+{
+    ClosePopups();
+    RequireNotBlocked(widget, name);
+    TurnToPage(widget);
+    RequireUsable(widget, name);
+    ScrollTo(widget);
+    Activate(*widget.window());
+    RequireUsable(widget, name);
+}
+
+void Click(QWidget& widget, const std::string& name)
+{
+    Reach(widget, name);
+    QPoint point = widget.rect().center();
+    // A tick box or option answers at its mark, wherever its caption ends.
+    if (widget.inherits("QCheckBox") || widget.inherits("QRadioButton"))
+        point.setX(std::min(point.x(), 8));
+    ClickAt(widget, point, LongPause, name);
+}
+
+void DoubleClick(QWidget& widget, const std::string& name)
+{
+    Reach(widget, name);
+    DoubleClickAt(widget, widget.rect().center(), name);
+}
+
+void ClickEntry(QListWidget& list, const std::string& entry, bool twice, const std::string& name)
+{
+    Reach(list, name);
+    QListWidgetItem& item = FindEntry(list, entry, name);
+    list.scrollToItem(&item);
+    QCoreApplication::processEvents();
+    const QRect place = list.visualItemRect(&item);
+    const QPoint point(std::min(place.left() + 8, place.right()), place.center().y());
+    if (twice)
+        DoubleClickAt(*list.viewport(), point, name);
+    else
+        ClickAt(*list.viewport(), point, LongPause, name);
+}
+
+void ChooseEntry(QComboBox& list, const std::string& entry, const std::string& name)
+{
+    Reach(list, name);
+    const int row = list.findText(QString::fromStdString(entry), Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (row < 0)
+        throw StepFailure("expected an entry " + Shown(entry) + " in " + name + ", found none among " +
+                          std::to_string(list.count()));
+    ClickAt(list, list.rect().center(), LongPause, name);
+    if (!list.view()->isVisible())
+        throw StepFailure("expected " + name + " to drop down, found it closed");
+    SendKey(Qt::Key_Home, {}, Qt::NoModifier);
+    for (int step = 0; step < list.count() && list.view()->currentIndex().row() != row; ++step)
+        SendKey(Qt::Key_Down, {}, Qt::NoModifier);
+    SendKey(Qt::Key_Return, "\r", Qt::NoModifier);
+}
+
+void PutFocus(QWidget& widget, const std::string& name)
+{
+    Reach(widget, name);
+    const QPointer<QWidget> alive(&widget);
+    widget.setFocus(Qt::MouseFocusReason);
+    Settle();
+    if (alive.isNull())
+        throw StepFailure("expected " + name + " to have the focus, found its window closed");
+    if (QApplication::focusWidget() != alive) {
+        const QWidget* other = QApplication::focusWidget();
+        throw StepFailure("expected " + name + " to have the focus, found it in " +
+                          (other == nullptr ? "nothing" : other->objectName().toStdString()));
+    }
+}
+
+void TakeFocus()
+{
+    if (QWidget* widget = QApplication::focusWidget())
+        widget->clearFocus();
+}
+
+void Type(const std::string& text)
+{
+    for (const char32_t character : QString::fromStdString(text).toStdU32String()) {
+        const QString typed = QString::fromUcs4(&character, 1);
+        if (character == U'\t') {
+            SendKey(Qt::Key_Tab, typed, Qt::NoModifier);
+        } else if (character == U'\n') {
+            SendKey(Qt::Key_Return, "\r", Qt::NoModifier);
+        } else {
+            const bool plain = character > 0x20 && character < 0x7F;
+            const auto key = plain               ? static_cast<Qt::Key>(typed.toUpper().front().unicode())
+                             : character == 0x20 ? Qt::Key_Space
+                                                 : Qt::Key_unknown;
+            SendKey(key, typed, character >= U'A' && character <= U'Z' ? Qt::ShiftModifier : Qt::NoModifier);
+        }
+    }
+}
+
+void Press(const std::string& keys)
+{
+    const QKeySequence sequence = QKeySequence::fromString(QString::fromStdString(keys), QKeySequence::PortableText);
+    if (sequence.count() != 1 || sequence[0].key() == Qt::Key_unknown)
+        throw StepFailure("there is no key " + Shown(keys));
+    Qt::Key key = sequence[0].key();
+    const Qt::KeyboardModifiers modifiers = sequence[0].keyboardModifiers();
+    QString text;
+    if (key == Qt::Key_Enter) {
+        key = Qt::Key_Return;
+        text = "\r";
+    } else if (key == Qt::Key_Tab) {
+        text = "\t";
+    } else if (key == Qt::Key_Backspace) {
+        text = "\b";
+    } else if (key >= Qt::Key_Space && key <= Qt::Key_AsciiTilde && (modifiers & ~Qt::ShiftModifier) == 0) {
+        text = QChar(static_cast<char16_t>(key));
+        if ((modifiers & Qt::ShiftModifier) == 0)
+            text = text.toLower();
+    }
+    if (key == Qt::Key_Tab && (modifiers & Qt::ShiftModifier) != 0)
+        key = Qt::Key_Backtab;
+    SendKey(key, text, modifiers);
+}
+
+void Paste(const std::string& text)
+{
+    QApplication::clipboard()->setText(QString::fromStdString(text));
+    SendKey(Qt::Key_V, {}, Qt::ControlModifier);
+}
+
+} // namespace quillmere::scenario::hands

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QPoint>
+
+#include <string>
+
+class QAbstractItemView;
+class QComboBox;
+class QListWidget;
+class QWidget;
+class QWindow;
+
+namespace quillmere::scenario {
+
+/// What a user does with mouse and keyboard, sent to the windows as the window system sends it: it reaches what stands
+/// under the pointer or has the focus, if anything. Each operation throws StepFailure where a user could not do it.
+namespace hands {
+
+/// Lets the windows work off what waits, and deletes what has been closed.
+void Settle();
+
+/// Brings a control into reach: closes open menus, turns to its page of a tab strip, scrolls to it, activates its
+/// window. `name` is the control's, for the failure.
+void Reach(QWidget& widget, const std::string& name);
+
+void Click(QWidget& widget, const std::string& name);
+void DoubleClick(QWidget& widget, const std::string& name);
+
+/// Clicks, or double-clicks, the entry of a list.
+void ClickEntry(QListWidget& list, const std::string& entry, bool twice, const std::string& name);
+/// Opens a drop-down list and goes to the entry with the keyboard.
+void ChooseEntry(QComboBox& list, const std::string& entry, const std::string& name);
+
+/// Puts the focus in a box; the one that had it is left.
+void PutFocus(QWidget& widget, const std::string& name);
+/// Takes the focus off the box that has it and gives it to no other.
+void TakeFocus();
+
+/// Types characters one by one into whatever has the focus.
+void Type(const std::string& text);
+/// Presses keys: "Tab", "Enter", "Escape", "Alt+F", "Ctrl+P".
+void Press(const std::string& keys);
+/// Puts a text on the clipboard and pastes it.
+void Paste(const std::string& text);
+
+} // namespace hands
+
+} // namespace quillmere::scenario

@@ -1,0 +1,179 @@
+#include "Faults.h"
+#include "Player.h"
+
+#include <QApplication>
+#include <QStringList>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fmt/format.h>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using namespace quillmere::scenario;
+
+constexpr auto Usage = "scenario_player [--pictures DIR] FILE...\n"
+                       "Plays scenarios against the windows of the program. A folder stands for all scenarios in it.\n";
+
+/// A file that plays longer than this hangs.
+constexpr unsigned SecondsForOneFile = 120;
+
+struct Arguments {
+    std::filesystem::path pictures;
+    std::vector<std::string> files;
+    bool wrong = false;
+};
+
+/// Every *.scenario of a folder and those below it, by name; a file is itself.
+void AddFiles(const std::string& name, std::vector<std::string>& files)
+{
+    if (!std::filesystem::is_directory(name)) {
+        files.push_back(name);
+        return;
+    }
+    std::vector<std::string> found;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(name))
+        if (entry.is_regular_file() && entry.path().extension() == ".scenario")
+            found.push_back(entry.path().string());
+    std::ranges::sort(found);
+    files.insert(files.end(), found.begin(), found.end());
+}
+
+Arguments ReadArguments(int count, char** words)
+{
+    Arguments arguments;
+    for (int place = 1; place < count; ++place) {
+        const std::string word = words[place];
+        if (word == "--pictures" && place + 1 < count)
+            arguments.pictures = words[++place];
+        else if (word.starts_with("--"))
+            arguments.wrong = true;
+        else
+            AddFiles(word, arguments.files);
+    }
+    arguments.wrong = arguments.wrong || arguments.files.empty();
+    return arguments;
+}
+
+std::optional<std::string> ReadWhole(const std::string& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    std::string text((std::istreambuf_iterator<char>(stream)), std::istreambuf_iterator<char>());
+    if (!stream || std::filesystem::is_directory(file))
+        return std::nullopt;
+    return text;
+}
+
+bool PlayFile(const std::string& file, const std::filesystem::path& pictures)
+{
+    const std::optional<std::string> text = ReadWhole(file);
+    if (!text) {
+        fmt::print("{}: cannot be read\n", file);
+        return false;
+    }
+    try {
+        return Player(file, QUILLMERE_RESOURCES, pictures).Play(*text);
+    } catch (const std::exception& error) {
+        fmt::print("{}: {}\n", file, error.what());
+        return false;
+    }
+}
+
+/// Makes the toolkit's screen the size for which the windows are laid out, where there is no display to be seen.
+std::string OffscreenPlatform(const std::filesystem::path& folder)
+{
+    const std::filesystem::path file = folder / "screen.json";
+    std::ofstream(file)
+        << R"({"synchronousWindowSystemEvents":true,"windowFrameMargins":false,"screens":[{"name":"screen",)"
+           R"("x":0,"y":0,"width":1366,"height":768,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})";
+    return "offscreen:configfile=" + file.string();
+}
+
+/// Plays files from the given one on and writes one byte for each into the pipe: 1 for a file that passed.
+[[noreturn]] void Work(const Arguments& arguments, std::size_t first, int pipe)
+{
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / fmt::format("quillmere-player-{}", ::getpid());
+    std::filesystem::create_directory(folder);
+    const bool display = std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr;
+    if (!display && std::getenv("QT_QPA_PLATFORM") == nullptr)
+        ::setenv("QT_QPA_PLATFORM", OffscreenPlatform(folder).c_str(), 1);
+    {
+        int count = 1;
+        std::string name = "scenario_player";
+        std::vector<char*> words{name.data(), nullptr};
+        QApplication application(count, words.data());
+        std::filesystem::remove_all(folder);
+        QApplication::setQuitOnLastWindowClosed(false);
+        QApplication::setCursorFlashTime(0);
+        QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
+        QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
+        DoNotWaitForLocks();
+        for (std::size_t place = first; place < arguments.files.size(); ++place) {
+            ::alarm(SecondsForOneFile);
+            const bool passed = PlayFile(arguments.files[place], arguments.pictures);
+            fmt::print("{} {}\n", passed ? "ok" : "FAILED", arguments.files[place]);
+            std::fflush(stdout);
+            const char result = passed ? 1 : 0;
+            if (::write(pipe, &result, 1) != 1)
+                break;
+        }
+    }
+    std::exit(0);
+}
+
+/// Plays the files in a second process, and in another one from there on if a file makes it crash.
+std::vector<bool> PlayAll(const Arguments& arguments)
+{
+    std::vector<bool> results;
+    while (results.size() < arguments.files.size()) {
+        std::fflush(stdout);
+        int ends[2];
+        if (::pipe(ends) != 0)
+            std::exit(2);
+        const pid_t worker = ::fork();
+        if (worker == 0) {
+            ::close(ends[0]);
+            Work(arguments, results.size(), ends[1]);
+        }
+        ::close(ends[1]);
+        for (char result = 0; ::read(ends[0], &result, 1) == 1;)
+            results.push_back(result == 1);
+        ::close(ends[0]);
+        int status = 0;
+        ::waitpid(worker, &status, 0);
+        if (results.size() < arguments.files.size()) {
+            const std::string& file = arguments.files[results.size()];
+            fmt::print("{}: the program {}\nFAILED {}\n", file,
+                       WIFSIGNALED(status) && WTERMSIG(status) == SIGALRM ? "hangs" : "has crashed", file);
+            results.push_back(false);
+        } else if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+            fmt::print("the program has crashed at its end\n");
+            results.back() = false;
+        }
+    }
+    return results;
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    const Arguments arguments = ReadArguments(count, words);
+    if (arguments.wrong) {
+        fmt::print(stderr, "{}", Usage);
+        return 2;
+    }
+    const std::vector<bool> results = PlayAll(arguments);
+    const auto passed = std::ranges::count(results, true);
+    fmt::print("{} passed, {} failed\n", passed, static_cast<std::ptrdiff_t>(results.size()) - passed);
+    return passed == static_cast<std::ptrdiff_t>(results.size()) ? 0 : 1;
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Scenarios as text: words, steps, and which words a step takes.
+namespace quillmere::scenario {
+
+/// One word of a step. Quotes matter: `null` without them is no text at all.
+struct Word {
+    std::string text;
+    bool quoted = false;
+    /// What stands before the "=" of a word like `FirstName="Jane"`, whose text is then what stands behind it.
+    std::string column;
+    bool isAssignment = false;
+};
+
+/// One step: its own word, the words behind it, and the lines of a step that ends with `end`.
+struct Step {
+    int line = 0;       ///< in the file, from 1
+    std::string source; ///< the line as it stands there, without outer blanks
+    std::string name;
+    std::vector<Word> words;
+    std::vector<std::string> lines;
+};
+
+/// Something in a file that is no scenario.
+struct ScriptError {
+    int line = 0;
+    std::string text;
+};
+
+struct Script {
+    std::vector<Step> steps;
+    std::vector<ScriptError> errors;
+};
+
+/// What a word of a step must be.
+enum class Argument {
+    Text,       ///< any word
+    Value,      ///< any word; `null` without quotes is null
+    Name,       ///< a word that is not empty
+    Control,    ///< `Screen.Control`, `Screen.Control(3)`, or an entry of the main window by its own name alone
+    Number,     ///< a whole number, not negative
+    Date,       ///< yyyy-mm-dd
+    Choice,     ///< one of the words listed
+    Assignment, ///< COLUMN="TEXT"
+};
+
+/// What a step takes.
+struct Grammar {
+    std::string_view step;
+    std::vector<Argument> arguments;
+    std::vector<std::string_view> choices = {}; ///< of the arguments that are a Choice
+    std::size_t optional = 0;                   ///< so many arguments at the end may be left out
+    bool repeats = false;                       ///< the last argument may be given any number of times
+    bool block = false;                         ///< lines follow, up to `end`
+};
+
+/// Every step that there is.
+std::span<const Grammar> Steps();
+
+/// Reads a scenario. Whatever is wrong stands among the errors with its line; the steps are those that are right.
+Script ParseScript(std::string_view text);
+
+/// The words of one line. Throws std::invalid_argument with what is wrong.
+std::vector<Word> ParseWords(std::string_view line);
+
+/// A control's name taken apart.
+struct ControlName {
+    static constexpr int NoIndex = -1;
+    std::string screen;
+    std::string box;
+    int index = NoIndex;
+
+    friend bool operator==(const ControlName&, const ControlName&) = default;
+};
+
+/// Throws std::invalid_argument with what is wrong.
+ControlName ParseControl(std::string_view name);
+
+} // namespace quillmere::scenario

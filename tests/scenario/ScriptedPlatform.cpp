@@ -1,0 +1,104 @@
+#include "ScriptedPlatform.h"
+
+#include "Compare.h"
+#include "desktop/DesktopHost.h"
+
+#include <QApplication>
+
+#include <algorithm>
+
+namespace quillmere::scenario {
+
+namespace {
+
+/// What the desktop answers when it has opened a file.
+constexpr int Opened = 33;
+
+} // namespace
+
+std::string ScriptedPlatform::Answered(const std::string& title, const std::vector<std::string>& words,
+                                       const std::string& standard, bool takesPath, bool& isPath)
+{
+    isPath = false;
+    if (answers.empty())
+        return standard;
+    const ScriptedAnswer answer = answers.front();
+    answers.pop_front();
+    isPath = answer.isPath;
+    if (answer.isPath ? takesPath : std::ranges::find(words, answer.text) != words.end())
+        return answer.text;
+    isPath = false;
+    misfits.push_back("the box " + Shown(title) + " cannot be answered with " +
+                      (answer.isPath ? "the path " + Shown(answer.text) : answer.text) + " (from line " +
+                      std::to_string(answer.line) + ")");
+    return standard;
+}
+
+Answer ScriptedPlatform::ShowMessage(const Message& message)
+{
+    unseen.push_back({message.title, message.text, line});
+    bool isPath = false;
+    if (message.buttons == Buttons::Ok) {
+        Answered(message.title, {"ok"}, "ok", false, isPath);
+        return Answer::Ok;
+    }
+    const std::string standard = message.defaultAnswer == Answer::No ? "no" : "yes";
+    return Answered(message.title, {"yes", "no"}, standard, false, isPath) == "yes" ? Answer::Yes : Answer::No;
+}
+
+std::optional<std::string> ScriptedPlatform::AskSaveFile(const SaveFileQuestion& question)
+{
+    unseen.push_back({question.title, question.proposedPath, line});
+    bool isPath = false;
+    const std::string answer = Answered(question.title, {"ok", "cancel"}, "ok", true, isPath);
+    if (isPath)
+        return (programFolder / answer).lexically_normal().string();
+    if (answer == "cancel")
+        return std::nullopt;
+    return question.proposedPath;
+}
+
+bool ScriptedPlatform::ShowPrinterSetup()
+{
+    unseen.push_back({PrinterSetupTitle, "", line});
+    bool isPath = false;
+    return Answered(PrinterSetupTitle, {"ok", "cancel"}, "ok", false, isPath) == "ok";
+}
+
+PrintOutcome ScriptedPlatform::Print(const PrintRequest& request)
+{
+    if (std::ranges::find(printers, request.printer) == printers.end())
+        return PrintOutcome::PrinterUnreachable;
+    printed.push_back(request);
+    return PrintOutcome::Sent;
+}
+
+int ScriptedPlatform::OpenWithDesktop(const std::filesystem::path& file)
+{
+    opened.push_back(file);
+    return Opened;
+}
+
+void ScriptedPlatform::SetBusyPointer(bool busy)
+{
+    if (busyPointer == busy)
+        return;
+    busyPointer = busy;
+    if (busy)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+void ScriptedPlatform::ShowProgress(int done, int total)
+{
+    if (host != nullptr)
+        host->ShowProgress(done, total);
+}
+
+void ScriptedPlatform::YieldToMessages()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+} // namespace quillmere::scenario

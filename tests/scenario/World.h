@@ -1,0 +1,88 @@
+#pragma once
+
+#include "Compare.h"
+#include "Faults.h"
+#include "Script.h"
+#include "clientdb/Recordset.h"
+#include "frame/Session.h"
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace quillmere::scenario {
+
+/// A step that did not hold or could not be done. The text says what was expected and what was found.
+class StepFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Which database a step speaks of.
+enum class Store { ThisYear, LastYear, Reference };
+
+/// The files that a scenario plays with: a family root of its own with this year's program folder in it.
+class World {
+public:
+    /// `resources` holds the empty client database and the reference database that are copied into the program folder.
+    explicit World(const std::filesystem::path& resources);
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+    ~World();
+
+    const std::filesystem::path& Program() const { return program; }
+    /// While the program is up its own settings say where the client folder is, else the settings file does.
+    void SetSession(const Session* running) { session = running; }
+    Places GetPlaces() const;
+    /// A name of a step as a path: one that does not begin at the top begins in the program folder.
+    std::filesystem::path File(std::string_view name) const;
+
+    void WriteLines(const std::filesystem::path& file, const std::vector<std::string>& lines) const;
+    std::vector<std::string> ReadLines(const std::filesystem::path& file) const;
+
+    using Change = std::function<void(Database&)>;
+    /// Writes into a database: later, together with what else is given before the start, or at once.
+    void Later(Store store, const Step& step, Change change);
+    void Now(Store store, const Change& change);
+    /// Writes what was given; tells of what failed by the step that gave it.
+    void WriteGiven(const std::function<void(const Step&, const std::exception&)>& failed);
+
+    /// Opens the database for looking into it.
+    void Look(Store store, const std::function<void(Database&)>& look);
+
+    Faults& GetFaults() { return faults; }
+
+private:
+    std::filesystem::path DatabaseFile(Store store) const;
+    Database Open(Store store, OpenMode mode) const;
+    /// Makes the database, and last year's settings file, if they are not there.
+    void Provide(Store store) const;
+    std::filesystem::path ClientFolder() const;
+
+    struct Given {
+        Store store;
+        const Step* step;
+        Change change;
+    };
+    std::filesystem::path resources;
+    std::filesystem::path root, program;
+    const Session* session = nullptr;
+    std::vector<Given> given;
+    Faults faults;
+};
+
+/// Takes "CarC02:Figures" apart.
+struct TableName {
+    Store store = Store::ThisYear;
+    std::string table;
+};
+TableName ParseTable(const std::string& name, Store store);
+
+/// Puts a cursor on the record of an employer or employee. Throws StepFailure if there is none.
+void Position(Recordset& records, const std::string& table, const std::string& employer, const std::string& employee);
+/// The same, but false if there is none.
+[[nodiscard]] bool TryPosition(Recordset& records, const std::string& table, const std::string& employer,
+                               const std::string& employee);
+
+} // namespace quillmere::scenario
