@@ -2,6 +2,7 @@
 
 #include "clientdb/StoreFaults.h"
 
+#include <fmt/format.h>
 #include <utility>
 
 namespace quillmere {
@@ -36,7 +37,7 @@ int FaultOf(const char* statement)
 
 std::string Quoted(std::string_view name)
 {
-    return "[" + std::string(name) + "]";
+    return fmt::format("[{}]", name);
 }
 
 std::string PathText(const std::filesystem::path& path)
