@@ -73,8 +73,10 @@ std::optional<std::string> ShownText(const QWidget& widget)
         return Utf8(edit->text());
     if (const auto* label = qobject_cast<const QLabel*>(&widget))
         return Utf8(label->text());
-    if (const auto* list = qobject_cast<const QListWidget*>(&widget))
-        return list->currentItem() == nullptr ? "" : Utf8(list->currentItem()->text());
+    if (const auto* list = qobject_cast<const QListWidget*>(&widget)) {
+        const QList<QListWidgetItem*> chosen = list->selectedItems();
+        return chosen.isEmpty() ? "" : Utf8(chosen.front()->text());
+    }
     if (const auto* list = qobject_cast<const QComboBox*>(&widget))
         return list->currentIndex() < 0 ? "" : Utf8(list->currentText());
     if (qobject_cast<const QPushButton*>(&widget) != nullptr || qobject_cast<const QCheckBox*>(&widget) != nullptr ||
