@@ -202,9 +202,11 @@ QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
         box.Select(list->row(item));
         screen.DoubleClick(box);
     });
-    connect(list, &QListWidget::currentRowChanged, this, [this, &box](int row) {
+    // Not the current row: the toolkit gives a list one when it gets the focus, and nobody has chosen it.
+    connect(list, &QListWidget::itemSelectionChanged, this, [this, &box, list] {
+        const QList<QListWidgetItem*> chosen = list->selectedItems();
         if (!detached)
-            box.Select(row);
+            box.Select(chosen.isEmpty() ? -1 : list->row(chosen.front()));
     });
     return list;
 }
@@ -410,6 +412,13 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
     } else if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        if (auto* list = qobject_cast<QListWidget*>(widget);
+            list != nullptr && box.Selected() < 0 && list->count() > 0 &&
+            (key->key() == Qt::Key_Down || key->key() == Qt::Key_Up)) {
+            // With nothing chosen the first step chooses the end at which it begins.
+            list->setCurrentRow(key->key() == Qt::Key_Down ? 0 : list->count() - 1);
+            return true;
+        }
         if (enter && box.GetKind() == Kind::List && box.Selected() >= 0) {
             screen.DoubleClick(box);
             return true;
