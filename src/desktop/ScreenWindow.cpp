@@ -120,6 +120,9 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
         BoxChanged(box);
     }
     scroll->setWidget(form);
+    if (header != nullptr)
+        connect(scroll->horizontalScrollBar(), &QScrollBar::valueChanged, this,
+                [this](int left) { header->move(-left, 0); });
     FixTabOrder();
     CaptionChanged();
     screen.SetView(this);
@@ -468,8 +471,6 @@ void ScreenWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     const int top = layout.headerHeight;
-    if (header != nullptr)
-        header->move(0, 0);
     scroll->setGeometry(0, top, width(), height() - top);
 }
 
