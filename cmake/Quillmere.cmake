@@ -7,9 +7,9 @@ endif()
 
 add_library(quillmere_options INTERFACE)
 target_compile_options(quillmere_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2
+    -Wall -Wextra -Wpedantic $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow> -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2
     -Wno-missing-field-initializers -Werror
-    # GCC 12 takes the joining of a literal and a string for an overlapping copy.
+    # GCC 12 warns of overlapping copies in its own std::string where there are none.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(QUILLMERE_SANITIZE)
     target_compile_options(quillmere_options INTERFACE
