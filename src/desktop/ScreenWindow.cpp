@@ -89,6 +89,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
     : QWidget(parent), screen(screen), layout(LayoutOf(screen.Name()))
 {
     setObjectName(look::Text(screen.Name()));
+    setFont(look::CaptionFont({.size = 13}));
     if (screen.Mode() != ShowMode::Child) {
         setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                        Qt::WindowCloseButtonHint);
@@ -162,7 +163,8 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
     case Kind::Label:
         if (!screen.IsClickable(box)) {
             auto* label = new QLabel(parent);
-            label->setFont(box.IsAmount() ? look::AmountFont() : look::CaptionFont());
+            if (box.IsAmount())
+                label->setFont(look::AmountFont());
             label->setAlignment(box.IsAmount() ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignLeft | Qt::AlignVCenter);
             label->setWordWrap(place.height > Layout::BoxHeight * 3 / 2);
             label->setTextFormat(Qt::PlainText);
@@ -178,9 +180,10 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
 QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 {
     auto* edit = new QLineEdit(parent);
-    edit->setFont(box.IsAmount() ? look::AmountFont() : look::CaptionFont({.size = 13}));
-    if (box.IsAmount())
+    if (box.IsAmount()) {
+        edit->setFont(look::AmountFont());
         edit->setAlignment(Qt::AlignRight);
+    }
     connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
     return edit;
 }
@@ -188,7 +191,6 @@ QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
 {
     auto* list = new QListWidget(parent);
-    list->setFont(look::CaptionFont({.size = 13}));
     list->setUniformItemSizes(true);
     connect(list, &QListWidget::itemClicked, this, [this, &box, list](QListWidgetItem* item) {
         if (!detached)
@@ -212,7 +214,6 @@ QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
 QWidget* ScreenWindow::MakeDropDown(Box& box, QWidget* parent)
 {
     auto* list = new QComboBox(parent);
-    list->setFont(look::CaptionFont({.size = 13}));
     connect(list, &QComboBox::activated, this, [this, &box](int row) {
         if (!detached)
             screen.Choose(box, row);
@@ -248,7 +249,6 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
         break;
     }
     }
-    button->setFont(look::CaptionFont());
     connect(button, &QAbstractButton::clicked, this, [this, &box] {
         if (!detached)
             screen.Click(box);
@@ -264,14 +264,18 @@ void ScreenWindow::BoxChanged(const Box& box)
     QWidget* widget = found->second;
     widget->setEnabled(box.Enabled());
     widget->setVisible(box.Visible());
-    widget->setToolTip(look::Text(box.Tip()));
+    if (widget->toolTip().isEmpty() != box.Tip().empty() || !box.Tip().empty())
+        widget->setToolTip(look::Text(box.Tip()));
     switch (box.GetKind()) {
     case Kind::Text: {
         auto* edit = static_cast<QLineEdit*>(widget);
         if (const QString text = look::Text(box.Text()); edit->text() != text)
             edit->setText(text);
         edit->setReadOnly(box.ReadOnly());
-        edit->setPalette(look::EditPalette(!box.ReadOnly() && box.Enabled()));
+        // Setting a palette is dear, even the same one.
+        const QPalette& palette = look::EditPalette(!box.ReadOnly() && box.Enabled());
+        if (edit->palette().color(QPalette::Active, QPalette::Base) != palette.color(QPalette::Active, QPalette::Base))
+            edit->setPalette(palette);
         break;
     }
     case Kind::Tick:
