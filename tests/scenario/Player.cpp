@@ -92,8 +92,8 @@ void AddState(std::vector<std::string>& states, bool state, const char* yes, con
 
 } // namespace
 
-Player::Player(std::string fileName, const std::filesystem::path& resourceFolder, std::filesystem::path pictureFolder)
-    : file(std::move(fileName)), resources(resourceFolder), pictures(std::move(pictureFolder)), world(resourceFolder)
+Player::Player(std::string fileName, const Folders& folders)
+    : file(std::move(fileName)), pictures(folders.pictures), world(folders.resources, folders.root)
 {
     platform.today = StandardDay;
     platform.programFolder = world.Program();
