@@ -95,7 +95,8 @@ std::span<const MenuRow> MenuRows()
     return Menus;
 }
 
-MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Main, edition::AppTitle)
+MDIForm1::MDIForm1(Session& session, PrintSystem& printing)
+    : Screen(session, "MDIForm1", ShowMode::Main, edition::AppTitle), printing(printing)
 {
     AddBoxes(Rows);
     for (const ToolRow& tool : Tools)

@@ -11,9 +11,9 @@
 namespace quillmere {
 
 Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
-    : session(platform), places(std::move(places))
+    : session(platform), printing(session), places(std::move(places))
 {
-    RegisterScreens(session.screens);
+    RegisterScreens(session.screens, printing);
     session.screens.SetHost(host);
 }
 
@@ -62,9 +62,10 @@ void Register(Screens& screens, std::string_view name)
 
 } // namespace
 
-void RegisterScreens(Screens& screens)
+void RegisterScreens(Screens& screens, PrintSystem& printing)
 {
-    Register<MDIForm1>(screens, "MDIForm1");
+    screens.Register("MDIForm1",
+                     [&printing](Session& session) { return std::make_unique<MDIForm1>(session, printing); });
     Register<NewFileCheck>(screens, "NewFileCheck");
     Register<NewFile>(screens, "NewFile");
     Register<EmployerList>(screens, "EmployerList");
