@@ -77,8 +77,8 @@ private:
     std::vector<std::string> Texts(const Step& step, std::size_t from) const;
     std::string TextOf(const Control& control);
     std::vector<std::string> EntriesOf(const Control& control);
-    const WitnessedDocument& Document() const;
-    const WitnessedPage& Page(const Word& number) const;
+    const Document& LastDocument() const;
+    std::vector<DrawnText> PageTexts(const Word& number) const;
 
     // What steps have in common
     void RequireSame(const std::string& found, const std::string& expected) const;
