@@ -97,15 +97,25 @@ std::string OffscreenPlatform(const std::filesystem::path& folder)
     return "offscreen:configfile=" + file.string();
 }
 
+/// Passes on what the toolkit has to say, but for what the platform without a display cannot do.
+void TellToolkitMessage(QtMsgType, const QMessageLogContext&, const QString& text)
+{
+    if (!text.startsWith("This plugin does not support"))
+        fmt::print(stderr, "{}\n", text.toStdString());
+}
+
 /// Plays files from the given one on and writes one byte for each into the pipe: 1 for a file that passed.
 [[noreturn]] void Work(const Arguments& arguments, std::size_t first, int pipe)
 {
     const std::filesystem::path folder =
         std::filesystem::temp_directory_path() / fmt::format("quillmere-player-{}", ::getpid());
     std::filesystem::create_directory(folder);
+    std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
     const bool display = std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr;
     if (!display && std::getenv("QT_QPA_PLATFORM") == nullptr)
         ::setenv("QT_QPA_PLATFORM", OffscreenPlatform(folder).c_str(), 1);
+    ::setenv("XDG_RUNTIME_DIR", folder.c_str(), 0);
+    qInstallMessageHandler(TellToolkitMessage);
     {
         int count = 1;
         std::string name = "scenario_player";

@@ -58,6 +58,8 @@ private:
     void DropProgram();
     Session& Running();
     void RunOut();
+    /// Gives the focus to the window in front, as a window manager does when the one that had it has gone.
+    void ActivateFront();
 
     // Finding
     Screen& FindScreen(const std::string& name);
