@@ -2,6 +2,8 @@
 
 #include "app/MDIForm1.h"
 #include "clientdb/EmployerScreens.h"
+#include "declaration/AdjustmentNotepad.h"
+#include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
 #include "screens/Form3.h"
@@ -72,6 +74,11 @@ void RegisterScreens(Screens& screens, PrintSystem& printing)
     Register<EmployeeList>(screens, "EmployeeList");
     Register<RenameEmp>(screens, "RenameEmp");
     Register<Form3>(screens, "Form3");
+    Register<P11DDeclaration>(screens, "P11DDeclaration");
+    for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
+        screens.Register(schedule.name, [&schedule](Session& session) {
+            return std::make_unique<AdjustmentNotepad>(session, schedule);
+        });
 }
 
 } // namespace quillmere

@@ -20,6 +20,9 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"EmployeeList", layouts::EmployeeList},
     {"RenameEmp", layouts::RenameEmp},
     {"Form3", layouts::Form3},
+    {"P11DDeclaration", layouts::P11DDeclaration},
+    {"P11DBNotepad1", layouts::P11DBNotepad1},
+    {"P11DBNotepad2", layouts::P11DBNotepad2},
 });
 
 } // namespace
