@@ -2,9 +2,11 @@
 
 #include "app/MDIForm1.h"
 #include "clientdb/EmployerScreens.h"
+#include "clientdb/FolderScreens.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
 #include "screens/Form3.h"
+#include "transfer/TransferList.h"
 
 #include <memory>
 
@@ -70,6 +72,9 @@ void RegisterScreens(Screens& screens)
     Register<EmployerList>(screens, "EmployerList");
     Register<EmployeeList>(screens, "EmployeeList");
     Register<RenameEmp>(screens, "RenameEmp");
+    Register<frmFolderManager>(screens, "frmFolderManager");
+    Register<frmBackup>(screens, "frmBackup");
+    Register<TransferList>(screens, "TransferList");
     Register<Form3>(screens, "Form3");
 }
 

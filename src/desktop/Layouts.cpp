@@ -19,6 +19,9 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"EmployerList", layouts::EmployerList},
     {"EmployeeList", layouts::EmployeeList},
     {"RenameEmp", layouts::RenameEmp},
+    {"frmFolderManager", layouts::frmFolderManager},
+    {"frmBackup", layouts::frmBackup},
+    {"TransferList", layouts::TransferList},
     {"Form3", layouts::Form3},
 });
 

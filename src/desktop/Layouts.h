@@ -10,6 +10,9 @@ Layout NewFile();
 Layout EmployerList();
 Layout EmployeeList();
 Layout RenameEmp();
+Layout frmFolderManager();
+Layout frmBackup();
+Layout TransferList();
 Layout Form3();
 
 /// The fixed strip above a page, with its two tabs on the left.
