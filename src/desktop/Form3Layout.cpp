@@ -16,7 +16,7 @@ constexpr int SectionX = 10, SectionWidth = 960;
 constexpr int TextX = 44;
 constexpr int CostX = 490, GoodX = 634, CashTagX = 772, CashX = 798, MarkX = 922;
 constexpr int AmountWidth = 120;
-constexpr int CarsHeight = 610;
+constexpr int CarsHeight = 610, CarRow = 27;
 
 /// A section's panel with its letter and heading, and the picture that opens its notepad below the letter.
 void Section(Layout& layout, int y, int height, std::string_view letter, std::string_view heading,
@@ -103,47 +103,45 @@ void CarsColumn(Layout& layout, int car, int x, int y)
         layout.Text(x - 12, top + 3, 12, "£");
         layout.Place(name(stem), x, top, AmountWidth);
     };
-    constexpr int Row = 27;
     layout.Text(x, y, 100, "Car " + std::to_string(car), Heading);
     y += 22;
     layout.Place(name("FMakeModel"), x, y, 262);
-    layout.Place(name("FRegDate"), x, y += Row, 100);
-    layout.Place(name("FC02"), x, y += Row, 60);
+    layout.Place(name("FRegDate"), x, y += CarRow, 100);
+    layout.Place(name("FC02"), x, y += CarRow, 60);
     layout.Text(x + 66, y + 3, 40, "g/km", Small);
     layout.Place(name("FNoC02"), x + 116, y, 22);
     layout.Text(x + 138, y + 4, 130, "no approved CO2 figure", Small);
-    layout.Place(name("FEngine"), x, y += Row, 60);
+    layout.Place(name("FEngine"), x, y += CarRow, 60);
     layout.Text(x + 66, y + 3, 40, "cc", Small);
-    layout.Place(name("FFuel"), x, y += Row, 40);
-    layout.Place(name("FDateFrom"), x, y += Row, 100);
+    layout.Place(name("FFuel"), x, y += CarRow, 40);
+    layout.Place(name("FDateFrom"), x, y += CarRow, 100);
     layout.Text(x + 102, y + 3, 28, "to", {.size = 11, .align = TextLook::Align::Centre});
     layout.Place(name("FDateTo"), x + 132, y, 100);
     for (int period = 1; period <= 4; ++period) {
-        y += period == 1 ? Row + 4 : Layout::BoxHeight + 1;
+        y += period == 1 ? CarRow + 4 : Layout::BoxHeight + 1;
         layout.PlaceAt(name("txtUnavailableFirst"), period, x, y, 100);
         layout.Text(x + 102, y + 3, 28, "to", {.size = 11, .align = TextLook::Align::Centre});
         layout.PlaceAt(name("txtUnavailableLast"), period, x + 132, y, 100);
     }
-    pound("FListPrice", y += Row + 4);
-    pound("FAccessories", y += Row);
-    pound("FCaptContr", y += Row);
-    pound("FPrivateUse", y += Row);
-    layout.Place(name("FuelTick"), x, y += Row, 22);
-    layout.Place(name("FDateWithdrawn"), x, y += Row, 100);
+    pound("FListPrice", y += CarRow + 4);
+    pound("FAccessories", y += CarRow);
+    pound("FCaptContr", y += CarRow);
+    pound("FPrivateUse", y += CarRow);
+    layout.Place(name("FuelTick"), x, y += CarRow, 22);
+    layout.Place(name("FDateWithdrawn"), x, y += CarRow, 100);
     layout.Place(name("FWithdrawnTick"), x + 132, y, 22);
     layout.Text(x + 154, y + 4, 110, "reinstated in year", Small);
-    pound("FCashEqu", y += Row + 6);
-    pound("FFuelEqu", y + Row);
+    pound("FCashEqu", y += CarRow + 6);
+    pound("FFuelEqu", y + CarRow);
 }
 
 void Cars(Layout& layout, int y)
 {
-    constexpr int Row = 27;
     Section(layout, y, CarsHeight, "F", "Cars and car fuel", "Image6");
     layout.Text(180, y + 5, 560, "If more than two cars were made available, use Car 3 + 4 and Car 5 + 6", Italic);
     const int first = y + 50;
     int row = first;
-    const auto caption = [&](std::string_view text, int step = Row) {
+    const auto caption = [&](std::string_view text, int step = CarRow) {
         layout.Text(TextX, row + 3, 320, text);
         row += step;
     };
@@ -152,16 +150,16 @@ void Cars(Layout& layout, int y)
     caption("Approved CO2 emissions figure (if registered from 1998)");
     caption("Engine size");
     caption("Type of fuel or power used (key letter, see P11D Guide)");
-    caption("Dates car was available: From", Row + 4);
+    caption("Dates car was available: From", CarRow + 4);
     layout.Text(TextX, row + 3, 320, "Periods when the car was not available");
     layout.Text(TextX, row + 20, 320, "only enter periods of 30 days or more", Italic);
-    row += 3 * (Layout::BoxHeight + 1) + Row + 4;
+    row += 3 * (Layout::BoxHeight + 1) + CarRow + 4;
     caption("List price of car");
     caption("Accessories");
     caption("Capital contributions (maximum £5,000)");
     caption("Amount paid by employee for private use of the car");
     caption("Fuel Benefit Required?");
-    caption("Date free fuel was withdrawn", Row + 6);
+    caption("Date free fuel was withdrawn", CarRow + 6);
     caption("Cash equivalent of each car");
     caption("Cash equivalent of fuel for each car");
     CarsColumn(layout, 1, 400, first - 22);
@@ -171,10 +169,10 @@ void Cars(Layout& layout, int y)
     layout.Text(TextX, row + 3, 600,
                 "Total cash equivalent of all cars made available in " + std::string(edition::YearLabel), Heading);
     Single(layout, row, "FTotalCashCars", "9", true);
-    layout.Text(TextX, row + Row + 3, 600,
+    layout.Text(TextX, row + CarRow + 3, 600,
                 "Total cash equivalent of fuel for all cars made available in " + std::string(edition::YearLabel),
                 Heading);
-    Single(layout, row + Row, "FTotalCashFuel", "10", true);
+    Single(layout, row + CarRow, "FTotalCashFuel", "10", true);
 }
 
 } // namespace

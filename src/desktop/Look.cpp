@@ -1,9 +1,12 @@
 #include "desktop/Look.h"
 
+#include <QApplication>
 #include <QFontDatabase>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+
+#include <map>
 
 namespace quillmere::look {
 
@@ -173,19 +176,20 @@ void Draw(QPainter& painter, const Layout::Drawn& drawn)
 
 QIcon Picture(const std::string& name)
 {
-    QIcon icon;
-    for (const double scale : {1.0, 1.5, 2.0}) {
-        const int size = static_cast<int>(24 * scale);
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(scale, scale);
-        DrawPicture(painter, name);
-        painter.end();
-        icon.addPixmap(pixmap);
-    }
-    return icon;
+    static std::map<std::string, QIcon> drawn;
+    const auto found = drawn.find(name);
+    if (found != drawn.end())
+        return found->second;
+    constexpr int Size = 24;
+    const double scale = qApp->devicePixelRatio();
+    QPixmap pixmap(QSizeF(Size * scale, Size * scale).toSize());
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    DrawPicture(painter, name);
+    painter.end();
+    return drawn.emplace(name, QIcon(pixmap)).first->second;
 }
 
 } // namespace quillmere::look

@@ -1,7 +1,6 @@
 #include "frame/Dates.h"
 
 #include "edition/Edition.h"
-#include "frame/Amount.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -32,9 +31,13 @@ bool IsDigits(std::string_view text)
     return !text.empty() && std::ranges::all_of(text, IsDigit);
 }
 
+/// The value of a piece, which is digits only and no longer than a date text.
 int ReadPiece(std::string_view piece)
 {
-    return ReadWholeNumber(piece);
+    int value = 0;
+    for (const char digit : piece)
+        value = value * 10 + (digit - '0');
+    return value;
 }
 
 /// Parts the text at its first two "/", if they stand where those of a date can.

@@ -70,8 +70,11 @@ constexpr auto TotalRows = std::to_array<BoxRow>({
 constexpr AmountTriple SectionA{"ACostMarketBox", "AAmountGood", "ACashEqu"};
 constexpr AmountTriple SectionC{"CGrossAmount", "CAmountGood", "CCashEqu"};
 
-constexpr CarTotalKind CashTotal{"FCashEqu", "FTotalCashCars", "Compute Cash error"};
-constexpr CarTotalKind FuelTotal{"FFuelEqu", "FTotalCashFuel", "Compute Fuel error"};
+/// `ComputeCash` and `ComputeFuel`.
+constexpr auto Totals = std::to_array<CarTotalKind>({
+    {"FCashEqu", "FTotalCashCars", "Compute Cash error"},
+    {"FFuelEqu", "FTotalCashFuel", "Compute Fuel error"},
+});
 
 /// No employee was born before this day.
 constexpr std::string_view EarliestBirth = "01/01/1905";
@@ -84,9 +87,9 @@ Form3::Form3(Session& session)
 {
     AddBoxes(Rows);
     for (const int car : {1, 2})
-        cars.emplace_back(
-            session, *this, car,
-            CarColumn::Totals{.computeCash = [this] { ComputeCash(); }, .computeFuel = [this] { ComputeFuel(); }});
+        cars.emplace_back(session, *this, car,
+                          CarColumn::Totals{.computeBoth = [this] { ComputeCashAndFuel(); },
+                                            .computeFuel = [this] { ComputeFuel(); }});
     AddBoxes(TotalRows);
     Bind();
 
@@ -130,8 +133,10 @@ void Form3::Activate()
 
 void Form3::ComputeBothCars()
 {
-    for (CarColumn& car : cars)
-        car.CarBenefitCompute();
+    totalsWait = true;
+    cars.front().CarBenefitCompute();
+    totalsWait = false;
+    cars.back().CarBenefitCompute();
 }
 
 void Form3::Unload()
@@ -142,14 +147,15 @@ void Form3::Unload()
     EnableEmployeeCommands(session, false);
 }
 
-void Form3::ComputeCash()
+void Form3::ComputeCashAndFuel()
 {
-    ComputeCarTotal(session, *this, CashTotal);
+    if (!totalsWait)
+        ComputeCarTotals(session, *this, Totals);
 }
 
 void Form3::ComputeFuel()
 {
-    ComputeCarTotal(session, *this, FuelTotal);
+    ComputeCarTotals(session, *this, std::span(Totals).last(1));
 }
 
 void Form3::LeaveNationalInsurance()

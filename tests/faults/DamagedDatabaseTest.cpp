@@ -214,8 +214,7 @@ TEST_F(Damaged, AFullDiskIsToldAndCostsNothingOfWhatWasStored)
     EXPECT_LT(failed, 40);
 }
 
-// ---- syncs
-// -----------------------------------------------------------------------------------------------------------
+// ---- syncs --------------------------------------------------------------------------------------
 
 TEST_F(StoreFixture, ABatchCostsAsManySyncsForAHundredWritesAsForOne)
 {

@@ -39,19 +39,6 @@ void ClosePopups()
     }
 }
 
-void Activate(QWidget& window)
-{
-    if (QApplication::activeWindow() == &window)
-        return;
-    window.raise();
-    window.activateWindow();
-    QCoreApplication::processEvents();
-    // Without a window manager nobody may answer.
-    if (QApplication::activeWindow() != &window)
-        QApplication::setActiveWindow(&window);
-    QCoreApplication::processEvents();
-}
-
 void RequireNotBlocked(const QWidget& widget, const std::string& name)
 {
     QWidget* modal = QApplication::activeModalWidget();
@@ -173,6 +160,18 @@ void Settle()
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+}
+
+void Activate(QWidget& window)
+{
+    if (QApplication::activeWindow() == &window)
+        return;
+    window.activateWindow();
+    QCoreApplication::processEvents();
+    // Without a window manager nobody may answer.
+    if (QApplication::activeWindow() != &window)
+        QApplication::setActiveWindow(&window);
+    QCoreApplication::processEvents();
 }
 
 void Reach(QWidget& widget, const std::string& name)

@@ -73,8 +73,10 @@ std::optional<std::string> ShownText(const QWidget& widget)
         return Utf8(edit->text());
     if (const auto* label = qobject_cast<const QLabel*>(&widget))
         return Utf8(label->text());
-    if (const auto* list = qobject_cast<const QListWidget*>(&widget))
-        return list->currentItem() == nullptr ? "" : Utf8(list->currentItem()->text());
+    if (const auto* list = qobject_cast<const QListWidget*>(&widget)) {
+        const QList<QListWidgetItem*> chosen = list->selectedItems();
+        return chosen.isEmpty() ? "" : Utf8(chosen.front()->text());
+    }
     if (const auto* list = qobject_cast<const QComboBox*>(&widget))
         return list->currentIndex() < 0 ? "" : Utf8(list->currentText());
     if (qobject_cast<const QPushButton*>(&widget) != nullptr || qobject_cast<const QCheckBox*>(&widget) != nullptr ||
@@ -90,8 +92,8 @@ void AddState(std::vector<std::string>& states, bool state, const char* yes, con
 
 } // namespace
 
-Player::Player(std::string fileName, const std::filesystem::path& resourceFolder, std::filesystem::path pictureFolder)
-    : file(std::move(fileName)), resources(resourceFolder), pictures(std::move(pictureFolder)), world(resourceFolder)
+Player::Player(std::string fileName, const Folders& folders)
+    : file(std::move(fileName)), pictures(folders.pictures), world(folders.resources, folders.root)
 {
     platform.today = StandardDay;
     platform.programFolder = world.Program();
@@ -258,6 +260,19 @@ void Player::RunOut()
     }
     if (program != nullptr && program->Ended())
         DropProgram();
+    if (program != nullptr && QApplication::activeWindow() == nullptr)
+        ActivateFront();
+}
+
+void Player::ActivateFront()
+{
+    const std::vector<Screen*> open = program->GetSession().screens.Open();
+    const auto front = std::find_if(open.rbegin(), open.rend(), [this](const Screen* screen) {
+        const QWidget* window = host->WindowOf(*screen);
+        return window != nullptr && window->isWindow() && window->isVisible();
+    });
+    if (front != open.rend())
+        hands::Activate(*host->WindowOf(**front));
 }
 
 void Player::StartProgram()
@@ -285,10 +300,6 @@ void Player::StartProgram()
     }
     world.SetSession(&program->GetSession());
     RunOut();
-    if (program != nullptr && host->Main() != nullptr) {
-        host->Main()->activateWindow();
-        hands::Settle();
-    }
 }
 
 void Player::DropProgram()
@@ -703,7 +714,8 @@ void Player::ExpectState(const Step& step)
     AddState(held, box.ReadOnly(), "readonly", "writable");
     AddState(held, box.Ticked(), "ticked", "unticked");
     if (control.action != nullptr) {
-        AddState(shown, control.action->isEnabled(), "enabled", "disabled");
+        if (control.action->isVisible()) // the toolkit disables what it hides
+            AddState(shown, control.action->isEnabled(), "enabled", "disabled");
         AddState(shown, control.action->isVisible(), "visible", "hidden");
         AddState(shown, control.action->isChecked(), "ticked", "unticked");
     } else if (control.widget != nullptr) {

@@ -25,8 +25,15 @@ namespace quillmere::scenario {
 /// Plays one scenario in a world of its own, against the real windows.
 class Player {
 public:
-    /// `file` is the name under which failures are told; relative pictures go to `pictures` if it is not empty.
-    Player(std::string file, const std::filesystem::path& resources, std::filesystem::path pictures);
+    /// Where a player finds and leaves its files.
+    struct Folders {
+        std::filesystem::path resources; ///< has the empty client database and the reference database
+        std::filesystem::path root;      ///< the family root of the world, made for this one scenario
+        std::filesystem::path pictures;  ///< relative pictures go here; empty: to where the caller stands
+    };
+
+    /// `file` is the name under which failures are told.
+    Player(std::string file, const Folders& folders);
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
     ~Player();
@@ -58,6 +65,8 @@ private:
     void DropProgram();
     Session& Running();
     void RunOut();
+    /// Gives the focus to the window in front, as a window manager does when the one that had it has gone.
+    void ActivateFront();
 
     // Finding
     Screen& FindScreen(const std::string& name);
@@ -157,7 +166,7 @@ private:
     void Note(const Step& step);
 
     std::string file;
-    std::filesystem::path resources, pictures;
+    std::filesystem::path pictures;
     World world;
     ScriptedPlatform platform;
     DocumentWitness witness;

@@ -174,6 +174,7 @@ TEST(CarBenefit, DeductionsAreRoundedUpFromAThousandthOn)
 {
     EXPECT_EQ(DeductionForDays(Pounds(3650), 30), Pounds(300));
     EXPECT_EQ(DeductionForDays(Pounds(1000), 30), Pounds(83));
+    EXPECT_EQ(DeductionForDays(Pounds(366), 1), Pounds(2)) << "the least fraction there is, a day's pound";
     EXPECT_EQ(DeductionForDays(Pounds(2700), 30), Pounds(222));
     EXPECT_EQ(DeductionForDays(Pounds(2700), 0), Amount());
     EXPECT_EQ(DeductionForDays(Pounds(-360), 10), Pounds(-9));

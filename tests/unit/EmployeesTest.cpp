@@ -193,8 +193,7 @@ TEST_F(Employees, ACreationThatCannotBeCommittedNamesNoRecord)
     EXPECT_EQ(Keys("P11D"), Texts{});
 }
 
-// ---- lists
-// -----------------------------------------------------------------------------------------------------------
+// ---- lists --------------------------------------------------------------------------------------
 
 TEST_F(Employees, EmployersAreListedAsTheyAreFirstMet)
 {
@@ -294,8 +293,7 @@ TEST_F(Employees, ANewEmployeeBeginsWithTheFirstReferenceThereIs)
     EXPECT_EQ(FirstPayeReference(database, "Acme"), "third");
 }
 
-// ---- deletion
-// --------------------------------------------------------------------------------------------------------
+// ---- deletion -----------------------------------------------------------------------------------
 
 TEST_F(Employees, DeletingTheLastEmployeeLeavesTheEmployersRecords)
 {
@@ -350,8 +348,7 @@ TEST_F(Employees, ADeletionThatFailsOnItsWayKeepsWhatItHasDone)
     EXPECT_EQ(Keys("CNotepad"), Texts{"Acme|Jane Smith"});
 }
 
-// ---- renaming
-// --------------------------------------------------------------------------------------------------------
+// ---- renaming -----------------------------------------------------------------------------------
 
 TEST_F(Employees, RenamingAnEmployerRewritesEveryKeyAndBothReferences)
 {

@@ -1,0 +1,478 @@
+#include "clientdb/Employees.h"
+#include "clientdb/TableLayouts.h"
+#include "clientdb/Template.h"
+
+#include <benchmark/benchmark.h>
+#include <sqlite3.h>
+
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fmt/format.h>
+#include <map>
+#include <random>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+#include <vector>
+
+// Each pair "what/store" and "what/bare" does the same with the record store and with the C interface of SQLite.
+namespace quillmere {
+namespace {
+
+// ---- the bare side ------------------------------------------------------------------------------
+
+void Require(bool holds, const char* what)
+{
+    if (!holds) {
+        std::fprintf(stderr, "store_bench: %s\n", what);
+        std::abort();
+    }
+}
+
+/// A connection with the settings of the record store.
+class Bare {
+public:
+    explicit Bare(const std::filesystem::path& path)
+    {
+        Require(sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) ==
+                    SQLITE_OK,
+                "cannot open");
+        Execute("PRAGMA synchronous=EXTRA");
+    }
+    ~Bare()
+    {
+        for (const auto& [text, statement] : statements)
+            sqlite3_finalize(statement);
+        sqlite3_close(handle);
+    }
+    Bare(const Bare&) = delete;
+    Bare& operator=(const Bare&) = delete;
+
+    void Execute(const std::string& text)
+    {
+        Require(sqlite3_exec(handle, text.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK, text.c_str());
+    }
+
+    /// Prepared once.
+    sqlite3_stmt* Prepared(const std::string& text)
+    {
+        sqlite3_stmt*& statement = statements[text];
+        if (statement == nullptr)
+            Require(sqlite3_prepare_v2(handle, text.c_str(), -1, &statement, nullptr) == SQLITE_OK, text.c_str());
+        return statement;
+    }
+
+    static void Bind(sqlite3_stmt* statement, int parameter, std::string_view text)
+    {
+        sqlite3_bind_text(statement, parameter, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
+    }
+
+    static void Run(sqlite3_stmt* statement)
+    {
+        const int result = sqlite3_step(statement);
+        Require(result == SQLITE_DONE, sqlite3_errstr(result));
+        sqlite3_reset(statement);
+    }
+
+    void Run(const std::string& text, std::initializer_list<std::string_view> values)
+    {
+        sqlite3_stmt* const statement = Prepared(text);
+        int parameter = 0;
+        for (const std::string_view value : values)
+            Bind(statement, ++parameter, value);
+        Run(statement);
+    }
+
+private:
+    sqlite3* handle = nullptr;
+    std::map<std::string, sqlite3_stmt*> statements;
+};
+
+// ---- the data -----------------------------------------------------------------------------------
+
+class BenchFolder {
+public:
+    BenchFolder()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "quillmere-bench-XXXXXX").string();
+        path = ::mkdtemp(pattern.data());
+    }
+    ~BenchFolder()
+    {
+        std::error_code error;
+        std::filesystem::remove_all(path, error);
+    }
+    BenchFolder(const BenchFolder&) = delete;
+    BenchFolder& operator=(const BenchFolder&) = delete;
+    std::filesystem::path path;
+};
+
+const std::filesystem::path& Folder()
+{
+    static const BenchFolder folder;
+    return folder.path;
+}
+
+/// The fields of a record that somebody has filled in: every third of them.
+void AddFilledRecord(Recordset& records, std::span<const Field> fields, const std::string& employer,
+                     const std::string& employee, int seed)
+{
+    records.AddNew();
+    records.SetField("EmployerName", employer);
+    records.SetField("EmployeeName", employee);
+    records.SetField("Name", JoinedName(employer, employee));
+    for (std::size_t i = 4; i < fields.size(); i += 3)
+        records.SetField(fields[i].name,
+                         fmt::format("{:>10}", fmt::format("{}.00", seed % 9000 + static_cast<int>(i))));
+    records.Update();
+}
+
+/// P11D of 10,000 employees of 200 employers, in turn.
+const std::filesystem::path& TenThousand()
+{
+    static const std::filesystem::path file = [] {
+        const auto path = Folder() / "ten-thousand";
+        CreateTables(path);
+        Database database = Database::OpenDatabase(path);
+        WriteBatch batch(database);
+        Recordset records = database.OpenRecordset("P11D");
+        const auto fields = FieldsOf(FindTable("P11D")).All();
+        for (int i = 0; i < 10000; ++i)
+            AddFilledRecord(records, fields, fmt::format("Employer {:03}", i % 200),
+                            fmt::format("First Surname {:05}", i), i);
+        batch.Commit();
+        return path;
+    }();
+    return file;
+}
+
+/// One employer of 1,000 employees among 2,000 others, with all their records.
+const std::filesystem::path& OneThousand()
+{
+    static const std::filesystem::path file = [] {
+        const auto path = Folder() / "one-thousand";
+        CreateTables(path);
+        Database database = Database::OpenDatabase(path);
+        WriteBatch batch(database);
+        for (const TableLayout* table : NewEmployeeTables()) {
+            Recordset records = database.OpenRecordset(table->name);
+            const auto fields = FieldsOf(*table).All();
+            if (table->level == TableLevel::Employer) {
+                for (const char* employer : {"Big", "Other"}) {
+                    records.AddNew();
+                    records.SetField("EmployerName", employer);
+                    records.Update();
+                }
+                continue;
+            }
+            for (int i = 0; i < 3000; ++i)
+                AddFilledRecord(records, fields, i % 3 == 0 ? "Big" : "Other", fmt::format("First Surname {:05}", i),
+                                i);
+        }
+        batch.Commit();
+        return path;
+    }();
+    return file;
+}
+
+std::string EmployerOf(int i)
+{
+    return fmt::format("Employer {:03}", i % 200);
+}
+
+std::string EmployeeOf(int i)
+{
+    return fmt::format("First Surname {:05}", i);
+}
+
+// ---- seek and read a whole record ---------------------------------------------------------------
+
+void SeekAndReadStore(benchmark::State& state)
+{
+    Database database = Database::OpenDatabase(TenThousand());
+    Recordset records = database.OpenRecordset("P11D");
+    records.Index("IndKey");
+    const auto fields = FieldsOf(FindTable("P11D")).All();
+    std::minstd_rand random(1);
+    for (auto _ : state) {
+        const int i = static_cast<int>(random() % 10000);
+        records.Seek(EmployerOf(i), EmployeeOf(i));
+        std::size_t bytes = 0;
+        for (const Field& field : fields)
+            bytes += records.Field(field.name).size();
+        benchmark::DoNotOptimize(bytes);
+    }
+}
+
+void SeekAndReadBare(benchmark::State& state)
+{
+    Bare bare(TenThousand());
+    sqlite3_stmt* const seek = bare.Prepared("SELECT * FROM P11D WHERE EmployerName=? AND EmployeeName=?");
+    std::minstd_rand random(1);
+    for (auto _ : state) {
+        const int i = static_cast<int>(random() % 10000);
+        const std::string employer = EmployerOf(i);
+        const std::string employee = EmployeeOf(i);
+        Bare::Bind(seek, 1, employer);
+        Bare::Bind(seek, 2, employee);
+        Require(sqlite3_step(seek) == SQLITE_ROW, "no record");
+        std::size_t bytes = 0;
+        const int columns = sqlite3_column_count(seek);
+        for (int column = 0; column < columns; ++column)
+            if (const unsigned char* text = sqlite3_column_text(seek, column)) {
+                benchmark::DoNotOptimize(text);
+                bytes += static_cast<std::size_t>(sqlite3_column_bytes(seek, column));
+            }
+        benchmark::DoNotOptimize(bytes);
+        sqlite3_reset(seek);
+    }
+}
+
+// ---- thirteen fields of all employees of one employer -------------------------------------------
+
+constexpr std::array<std::string_view, 13> Totalled = {
+    "ACashEqu",      "DCashEqu", "FTotalCashCars", "FTotalCashFuel", "GVan",     "GVanFuel", "HLoanCashEqu1",
+    "HLoanCashEqu2", "ICashEqu", "JRelocationExp", "KCashEqu",       "LCashEqu", "NCashEqu1"};
+
+void ScanStore(benchmark::State& state)
+{
+    for (auto _ : state) {
+        Database database = Database::OpenDatabase(OneThousand());
+        Recordset records = database.OpenRecordset("P11D");
+        std::size_t bytes = 0;
+        for (records.MoveFirstOf("Big"); !records.AtEnd(); records.MoveNext())
+            for (const std::string_view field : Totalled)
+                bytes += records.Field(field).size();
+        benchmark::DoNotOptimize(bytes);
+    }
+}
+
+void ScanBare(benchmark::State& state)
+{
+    for (auto _ : state) {
+        Bare bare(OneThousand());
+        sqlite3_stmt* const rows =
+            bare.Prepared(fmt::format("SELECT {} FROM P11D WHERE EmployerName='Big'", fmt::join(Totalled, ",")));
+        std::size_t bytes = 0;
+        while (sqlite3_step(rows) == SQLITE_ROW)
+            for (int column = 0; column < 13; ++column)
+                if (const unsigned char* text = sqlite3_column_text(rows, column)) {
+                    benchmark::DoNotOptimize(text);
+                    bytes += static_cast<std::size_t>(sqlite3_column_bytes(rows, column));
+                }
+        benchmark::DoNotOptimize(bytes);
+    }
+}
+
+// ---- listing employers --------------------------------------------------------------------------
+
+void ListStore(benchmark::State& state)
+{
+    for (auto _ : state) {
+        Database database = Database::OpenDatabase(TenThousand());
+        Require(ListEmployers(database).size() == 200, "not all employers");
+    }
+}
+
+void ListBare(benchmark::State& state)
+{
+    for (auto _ : state) {
+        Bare bare(TenThousand());
+        sqlite3_stmt* const rows = bare.Prepared("SELECT DISTINCT EmployerName FROM P11D");
+        std::vector<std::string> names;
+        while (sqlite3_step(rows) == SQLITE_ROW)
+            names.emplace_back(reinterpret_cast<const char*>(sqlite3_column_text(rows, 0)));
+        Require(names.size() == 200, "not all employers");
+    }
+}
+
+// ---- creating an employee -----------------------------------------------------------------------
+
+/// A copy of a database for writing, gone with its end.
+class Copy {
+public:
+    explicit Copy(const std::filesystem::path& of) : path(Folder() / "copy")
+    {
+        std::filesystem::copy_file(of, path, std::filesystem::copy_options::overwrite_existing);
+    }
+    ~Copy() { std::filesystem::remove(path); }
+    Copy(const Copy&) = delete;
+    Copy& operator=(const Copy&) = delete;
+    std::filesystem::path path;
+};
+
+void CreateStore(benchmark::State& state)
+{
+    const Copy copy(TenThousand());
+    int i = 0;
+    for (auto _ : state) {
+        Database database = Database::OpenDatabase(copy.path);
+        CreateEmployee(database, {"New employer", "First", fmt::format("New {}", ++i), "123/A456"});
+    }
+}
+
+void CreateBare(benchmark::State& state)
+{
+    const Copy copy(TenThousand());
+    int i = 0;
+    for (auto _ : state) {
+        Bare bare(copy.path);
+        const std::string employee = fmt::format("First New {}", ++i);
+        const std::string name = "New employer " + employee;
+        bare.Execute("BEGIN IMMEDIATE");
+        for (const TableLayout* table : NewEmployeeTables()) {
+            const std::string into = "INSERT INTO " + std::string(table->name);
+            if (table->level == TableLevel::Employer) {
+                if (i == 1)
+                    bare.Run(into + "(EmployerName) VALUES(?)", {"New employer"});
+            } else if (table->name == "P11D") {
+                bare.Run(into + "(EmployerName,EmployeeName,Name,FirstName,Surname,PAYEBox) VALUES(?,?,?,?,?,?)",
+                         {"New employer", employee, name, "First", "New", "123/A456"});
+            } else if (table->name == "ExtraCars") {
+                bare.Run(into + "(EmployerName,EmployeeName,Name,FirstName,Surname) VALUES(?,?,?,?,?)",
+                         {"New employer", employee, name, "First", "New"});
+            } else {
+                bare.Run(into + "(EmployerName,EmployeeName,Name) VALUES(?,?,?)", {"New employer", employee, name});
+            }
+        }
+        bare.Execute("COMMIT");
+    }
+}
+
+// ---- a notepad's Ok -----------------------------------------------------------------------------
+
+constexpr std::array<std::string_view, 4> LineStems = {"Description", "Cost", "AmountGood", "CashEq"};
+constexpr std::array<std::string_view, 3> PageTotals = {"KCostYou", "KAmountGood", "KCashEqu"};
+
+void OkStore(benchmark::State& state)
+{
+    const Copy copy(OneThousand());
+    Database database = Database::OpenDatabase(copy.path);
+    int round = 0;
+    for (auto _ : state) {
+        const std::string text = fmt::format("{:>10}", ++round);
+        WriteBatch batch(database);
+        Recordset lines = database.OpenRecordset("KNotepad");
+        lines.Index("IndKey");
+        lines.Seek("Big", EmployeeOf(0));
+        for (int line = 1; line <= 20; ++line)
+            for (const std::string_view stem : LineStems) {
+                lines.Edit();
+                lines.SetField(fmt::format("{}{}", stem, line), text);
+                lines.Update();
+            }
+        Recordset page = database.OpenRecordset("P11D");
+        page.Index("IndKey");
+        page.Seek("Big", EmployeeOf(0));
+        for (const std::string_view total : PageTotals) {
+            page.Edit();
+            page.SetField(total, text);
+            page.Update();
+        }
+        batch.Commit();
+    }
+}
+
+void OkBare(benchmark::State& state)
+{
+    const Copy copy(OneThousand());
+    Bare bare(copy.path);
+    int round = 0;
+    for (auto _ : state) {
+        const std::string text = fmt::format("{:>10}", ++round);
+        const std::string employee = EmployeeOf(0);
+        bare.Execute("BEGIN IMMEDIATE");
+        for (int line = 1; line <= 20; ++line)
+            for (const std::string_view stem : LineStems)
+                bare.Run(fmt::format("UPDATE KNotepad SET {}{}=? WHERE EmployerName=? AND EmployeeName=?", stem, line),
+                         {text, "Big", employee});
+        for (const std::string_view total : PageTotals)
+            bare.Run(fmt::format("UPDATE P11D SET {}=? WHERE EmployerName=? AND EmployeeName=?", total),
+                     {text, "Big", employee});
+        bare.Execute("COMMIT");
+    }
+}
+
+// ---- renaming and deleting an employer of 1,000 -------------------------------------------------
+
+template<class Work>
+void OnFreshCopies(benchmark::State& state, Work work)
+{
+    for (auto _ : state) {
+        const Copy copy(OneThousand());
+        const auto begin = std::chrono::steady_clock::now();
+        work(copy.path);
+        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+    }
+}
+
+void RenameStore(benchmark::State& state)
+{
+    OnFreshCopies(state, [](const std::filesystem::path& path) {
+        Database database = Database::OpenDatabase(path);
+        RenameEmployer(database, "Big", "Bigger", "999/Z");
+    });
+}
+
+void RenameBare(benchmark::State& state)
+{
+    OnFreshCopies(state, [](const std::filesystem::path& path) {
+        Bare bare(path);
+        bare.Execute("BEGIN IMMEDIATE");
+        for (const TableLayout* table : NewEmployeeTables()) {
+            const std::string update = "UPDATE " + std::string(table->name) + " SET EmployerName='Bigger'";
+            if (table->name == "P11D")
+                bare.Execute(update + ",Name='Bigger '||EmployeeName,PAYEBox='999/Z' WHERE EmployerName='Big'");
+            else if (table->name == "P11DB")
+                bare.Execute(update + ",EmployerReference='999/Z',EmployerAdd1='Bigger' WHERE EmployerName='Big'");
+            else if (table->level == TableLevel::Employee)
+                bare.Execute(update + ",Name='Bigger '||EmployeeName WHERE EmployerName='Big'");
+            else
+                bare.Execute(update + " WHERE EmployerName='Big'");
+        }
+        bare.Execute("COMMIT");
+    });
+}
+
+void DeleteStore(benchmark::State& state)
+{
+    OnFreshCopies(state, [](const std::filesystem::path& path) {
+        Database database = Database::OpenDatabase(path);
+        DeleteEmployer(database, "Big");
+    });
+}
+
+void DeleteBare(benchmark::State& state)
+{
+    OnFreshCopies(state, [](const std::filesystem::path& path) {
+        Bare bare(path);
+        bare.Execute("BEGIN IMMEDIATE");
+        for (const TableLayout* table : NewEmployeeTables())
+            bare.Execute("DELETE FROM " + std::string(table->name) + " WHERE EmployerName='Big'");
+        bare.Execute("COMMIT");
+    });
+}
+
+BENCHMARK(SeekAndReadStore)->Name("seek and read a record/store");
+BENCHMARK(SeekAndReadBare)->Name("seek and read a record/bare");
+BENCHMARK(ScanStore)->Name("13 fields of 1,000 employees/store")->Unit(benchmark::kMicrosecond);
+BENCHMARK(ScanBare)->Name("13 fields of 1,000 employees/bare")->Unit(benchmark::kMicrosecond);
+BENCHMARK(ListStore)->Name("list the employers of 10,000/store")->Unit(benchmark::kMicrosecond);
+BENCHMARK(ListBare)->Name("list the employers of 10,000/bare")->Unit(benchmark::kMicrosecond);
+BENCHMARK(CreateStore)->Name("create an employee/store")->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(CreateBare)->Name("create an employee/bare")->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(OkStore)->Name("a notepad's Ok/store")->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(OkBare)->Name("a notepad's Ok/bare")->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(RenameStore)->Name("rename an employer of 1,000/store")->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(RenameBare)->Name("rename an employer of 1,000/bare")->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(DeleteStore)->Name("delete an employer of 1,000/store")->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(DeleteBare)->Name("delete an employer of 1,000/bare")->Unit(benchmark::kMillisecond)->UseManualTime();
+
+} // namespace
+} // namespace quillmere
+
+BENCHMARK_MAIN();

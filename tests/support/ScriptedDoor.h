@@ -1,0 +1,73 @@
+#pragma once
+
+#include "frame/Platform.h"
+#include "frame/Session.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace quillmere::testing {
+
+/// The door to the outside for tests without windows: keeps what is shown and answers from a queue.
+class ScriptedDoor : public Platform {
+public:
+    Answer ShowMessage(const Message& message) override
+    {
+        messages.push_back(message);
+        if (message.buttons == Buttons::Ok)
+            return Answer::Ok;
+        if (answers.empty())
+            return message.defaultAnswer;
+        const Answer answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    void Beep() override { ++beeps; }
+    std::optional<std::string> AskSaveFile(const SaveFileQuestion&) override { return savePath; }
+    bool ShowPrinterSetup() override { return false; }
+    std::vector<std::string> Printers() override { return printers; }
+    PrintOutcome Print(const PrintRequest& request) override
+    {
+        printed.push_back(request);
+        return printOutcome;
+    }
+    int OpenWithDesktop(const std::filesystem::path& file) override
+    {
+        opened.push_back(file);
+        return openResult;
+    }
+    Day Today() override { return today; }
+    void SetBusyPointer(bool newBusy) override { busy = newBusy; }
+    void ShowProgress(int done, int total) override { progress.emplace_back(done, total); }
+    void YieldToMessages() override { ++yields; }
+    std::string UserName() override { return {}; }
+
+    /// The last message's text, taken away; an empty text if there is none.
+    std::string TakeText()
+    {
+        if (messages.empty())
+            return {};
+        std::string text = messages.back().text;
+        messages.pop_back();
+        return text;
+    }
+
+    std::vector<Message> messages;
+    std::deque<Answer> answers;
+    std::optional<std::string> savePath;
+    std::vector<std::string> printers;
+    std::vector<PrintRequest> printed;
+    PrintOutcome printOutcome = PrintOutcome::Sent;
+    std::vector<std::filesystem::path> opened;
+    int openResult = 33;
+    Day today = std::chrono::sys_days(std::chrono::year(2011) / 6 / 30);
+    bool busy = false;
+    int beeps = 0;
+    int yields = 0;
+    std::vector<std::pair<int, int>> progress;
+};
+
+} // namespace quillmere::testing

@@ -1,0 +1,177 @@
+// The form kit: boxes, screens and the registry that opens them.
+#include "../support/ScriptedDoor.h"
+#include "frame/Screens.h"
+#include "frame/Session.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace quillmere {
+namespace {
+
+using testing::ScriptedDoor;
+
+std::vector<std::string>& Diary()
+{
+    static std::vector<std::string> diary;
+    return diary;
+}
+
+class Sheet : public Screen {
+public:
+    Sheet(Session& session, std::string_view name, ShowMode mode) : Screen(session, name, mode, "Sheet")
+    {
+        static constexpr auto Rows = std::to_array<BoxRow>({
+            {.name = "Price", .filter = MoneyKeyFilter},
+            {.name = "Line", .first = 1, .last = 3},
+            {.name = "Tick", .kind = Kind::Tick},
+            {.name = "Choice", .kind = Kind::Option, .first = 0, .last = 2},
+            {.name = "Ok", .kind = Kind::Button, .text = "&OK"},
+            {.name = "Cancel", .kind = Kind::Button, .text = "&Cancel"},
+        });
+        AddBoxes(Rows);
+        SetButtons("Cancel", "Ok");
+        OnLeave("Line", [](Box& box) { Diary().push_back("left " + box.FullName()); });
+        OnClick("Ok", [](Box&) { throw std::runtime_error("no ink"); });
+        OnClick("Cancel", [this](Box& box) {
+            this->session.screens.Unload(Name());
+            Diary().push_back("still here: " + box.Text()); // the screen lives until its own event has ended
+        });
+        OnKey("Line", [](Box&, char32_t key) { return key != U'x'; });
+    }
+    bool Load() override
+    {
+        Diary().push_back("load " + Name());
+        return Name() != "Refused";
+    }
+    void Activate() override { Diary().push_back("activate " + Name()); }
+    void Unload() override { Diary().push_back("unload " + Name()); }
+};
+
+class ScreenTest : public ::testing::Test {
+protected:
+    ScreenTest()
+    {
+        Diary().clear();
+        for (const std::string_view name : {"Page", "Refused"})
+            session.screens.Register(
+                name, [name](Session& with) { return std::make_unique<Sheet>(with, name, ShowMode::Child); });
+        session.screens.Register(
+            "Notepad", [](Session& with) { return std::make_unique<Sheet>(with, "Notepad", ShowMode::Modal); });
+        session.screens.Register("Broken",
+                                 [](Session&) -> std::unique_ptr<Screen> { throw std::runtime_error("no paper"); });
+    }
+
+    ScriptedDoor door;
+    Session session{door};
+};
+
+TEST_F(ScreenTest, LoadsOnceShowsAndActivatesEachTime)
+{
+    Screen* first = session.screens.Show("Page");
+    EXPECT_EQ(session.screens.Show("Page"), first);
+    EXPECT_EQ(Diary(), (std::vector<std::string>{"load Page", "activate Page", "activate Page"}));
+    EXPECT_TRUE(session.screens.IsShown("Page"));
+}
+
+TEST_F(ScreenTest, DropsAScreenWhoseLoadDecidesAgainstIt)
+{
+    EXPECT_EQ(session.screens.Show("Refused"), nullptr);
+    EXPECT_EQ(session.screens.Find("Refused"), nullptr);
+    EXPECT_EQ(Diary(), std::vector<std::string>{"load Refused"});
+}
+
+TEST_F(ScreenTest, ActivatesWhatComesToTheFrontWhenAModalScreenCloses)
+{
+    session.screens.Show("Page");
+    session.screens.Show("Notepad");
+    Diary().clear();
+    session.screens.Unload("Notepad");
+    EXPECT_EQ(Diary(), (std::vector<std::string>{"unload Notepad", "activate Page"}));
+}
+
+TEST_F(ScreenTest, LivesUntilTheEventThatUnloadedItHasEnded)
+{
+    Screen* page = session.screens.Show("Page");
+    Diary().clear();
+    page->RequestClose();
+    EXPECT_EQ(Diary(), (std::vector<std::string>{"unload Page", "still here: &Cancel"}));
+    EXPECT_EQ(session.screens.Find("Page"), nullptr);
+}
+
+TEST_F(ScreenTest, ReportsAFailureThatAnOperationLetsThrough)
+{
+    Screen* page = session.screens.Show("Page");
+    page->Click(page->box("Ok"));
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].title, "2011 Quillmere");
+    EXPECT_EQ(door.messages[0].text, "Procedure: Page - Ok - Click\nError 0:  no ink");
+    EXPECT_EQ(door.messages[0].icon, Icon::Critical);
+}
+
+TEST_F(ScreenTest, FiltersEachKeyAndBeepsForARefusedOne)
+{
+    Screen* page = session.screens.Show("Page");
+    EXPECT_EQ(page->Key(page->box("Price"), U'7'), U'7');
+    EXPECT_EQ(door.beeps, 0);
+    EXPECT_EQ(page->Key(page->box("Price"), U'-'), U'\0');
+    EXPECT_EQ(door.beeps, 1);
+    EXPECT_EQ(page->Key(page->box("Line", 2), U'x'), U'\0'); // the guard drops it without a beep
+    EXPECT_EQ(page->Key(page->box("Line", 2), U'y'), U'y');
+    EXPECT_EQ(door.beeps, 1);
+}
+
+TEST_F(ScreenTest, RunsTheOperationOfAControlArrayForEachMember)
+{
+    Screen* page = session.screens.Show("Page");
+    Diary().clear();
+    page->Leave(page->box("Line", 3));
+    EXPECT_EQ(Diary(), std::vector<std::string>{"left Line(3)"});
+}
+
+TEST_F(ScreenTest, TurnsATickOverAndHoldsOneOptionOfAGroup)
+{
+    Screen* page = session.screens.Show("Page");
+    page->Click(page->box("Tick"));
+    EXPECT_TRUE(page->box("Tick").Ticked());
+    page->Click(page->box("Tick"));
+    EXPECT_FALSE(page->box("Tick").Ticked());
+    page->Click(page->box("Choice", 1));
+    page->Click(page->box("Choice", 2));
+    EXPECT_FALSE(page->box("Choice", 1).Ticked());
+    EXPECT_TRUE(page->box("Choice", 2).Ticked());
+}
+
+TEST_F(ScreenTest, TreatsAnUnknownControlAsAMistakeInTheProgram)
+{
+    Screen* page = session.screens.Show("Page");
+    EXPECT_THROW(page->box("Nowhere"), std::logic_error);
+    EXPECT_THROW(page->box("Line"), std::logic_error);
+    EXPECT_EQ(page->FindBox("Line", 4), nullptr);
+    EXPECT_THROW(session.screens.Show("Nowhere"), std::logic_error);
+}
+
+TEST_F(ScreenTest, RunsDeferredWorkOnceAndDropsThatOfAnUnloadedScreen)
+{
+    Screen* page = session.screens.Show("Page");
+    int runs = 0;
+    session.screens.StartTimer(*page, "OpenTimer", [&] { ++runs; });
+    session.screens.StartTimer(*page, "OpenTimer", [&] { runs += 10; });
+    session.screens.RunDeferred();
+    session.screens.RunDeferred();
+    EXPECT_EQ(runs, 10);
+    session.screens.StartTimer(*page, "OpenTimer", [&] { ++runs; });
+    session.screens.Unload("Page");
+    session.screens.RunDeferred();
+    EXPECT_EQ(runs, 10);
+}
+
+TEST_F(ScreenTest, LeavesNothingHalfOpenWhenAScreenCannotBeMade)
+{
+    EXPECT_THROW(session.screens.Show("Broken"), std::runtime_error);
+    EXPECT_TRUE(session.screens.Open().empty());
+}
+
+} // namespace
+} // namespace quillmere
