@@ -2,11 +2,13 @@
 
 #include "app/MDIForm1.h"
 #include "clientdb/EmployerScreens.h"
+#include "clientdb/FolderScreens.h"
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
 #include "screens/Form3.h"
+#include "transfer/TransferList.h"
 
 #include <memory>
 
@@ -73,6 +75,9 @@ void RegisterScreens(Screens& screens, PrintSystem& printing)
     Register<EmployerList>(screens, "EmployerList");
     Register<EmployeeList>(screens, "EmployeeList");
     Register<RenameEmp>(screens, "RenameEmp");
+    Register<frmFolderManager>(screens, "frmFolderManager");
+    Register<frmBackup>(screens, "frmBackup");
+    Register<TransferList>(screens, "TransferList");
     Register<Form3>(screens, "Form3");
     Register<P11DDeclaration>(screens, "P11DDeclaration");
     for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
