@@ -10,7 +10,13 @@ Layout NewFile();
 Layout EmployerList();
 Layout EmployeeList();
 Layout RenameEmp();
+Layout frmFolderManager();
+Layout frmBackup();
+Layout TransferList();
 Layout Form3();
+Layout P11DDeclaration();
+Layout P11DBNotepad1();
+Layout P11DBNotepad2();
 
 /// The fixed strip above a page, with its two tabs on the left.
 void PageHeader(Layout& layout);
