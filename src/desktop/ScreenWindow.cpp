@@ -439,7 +439,7 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             list->setCurrentRow(key->key() == Qt::Key_Down ? 0 : list->count() - 1);
             return true;
         }
-        if (enter && box.GetKind() == Kind::List && box.Selected() >= 0) {
+        if (enter && screen.IsDoubleClickable(box) && box.Selected() >= 0) {
             screen.DoubleClick(box);
             return true;
         }
