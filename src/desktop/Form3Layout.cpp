@@ -1,6 +1,6 @@
 #include "desktop/Layouts.h"
 #include "desktop/PageParts.h"
-#include "edition/Edition.h"
+#include "edition/FormWords.h"
 
 namespace quillmere::layouts {
 
@@ -10,7 +10,7 @@ constexpr int CarsHeight = 610;
 
 void Identity(Layout& layout, int y)
 {
-    layout.Text(560, y, 410, "P11D Expenses and benefits " + std::string(edition::YearLabel),
+    layout.Text(560, y, 410, edition::P11DHeading,
                 {.size = 18, .bold = true, .italic = true, .align = TextLook::Align::Right});
     layout.Text(SectionX, y, 300, "Employer name");
     layout.Place("EmployerNameBox", SectionX, y + 16, 380);
@@ -50,14 +50,11 @@ void Cars(Layout& layout, int y)
     Section(layout, y, CarsHeight, "F", "Cars and car fuel", "Image6");
     layout.Text(180, y + 5, 560, "If more than two cars were made available, use Car 3 + 4 and Car 5 + 6", Italic);
     const int row = CarRows(layout, y + 28, 1) + 8;
-    const int fuelRow = row + 27;
+    const int fuelRow = row + CarRow;
     layout.Line(TextX, row - 4, SectionX + SectionWidth - TextX, 1);
-    layout.Text(TextX, row + 3, 600,
-                "Total cash equivalent of all cars made available in " + std::string(edition::YearLabel), Heading);
+    layout.Text(TextX, row + 3, 600, edition::TotalOfCars, Heading);
     Single(layout, row, "FTotalCashCars", "9", Liability::Class1A);
-    layout.Text(TextX, fuelRow + 3, 600,
-                "Total cash equivalent of fuel for all cars made available in " + std::string(edition::YearLabel),
-                Heading);
+    layout.Text(TextX, fuelRow + 3, 600, edition::TotalOfCarFuel, Heading);
     Single(layout, fuelRow, "FTotalCashFuel", "10", Liability::Class1A);
 }
 
@@ -93,8 +90,8 @@ Layout Form3()
     Section(layout, y, 66, "C", "Vouchers and credit cards", "Image3");
     TripleCaptions(layout, y + 2, "Gross amount");
     layout.Text(TextX, y + 28, 440,
-                "Value of vouchers and payments made using credit cards or tokens\n(for qualifying childcare vouchers "
-                "the excess over £55 a week)");
+                "Value of vouchers and payments made using credit cards or tokens\n" +
+                    std::string(edition::ChildcareVouchers));
     Triple(layout, y + 36, {"CGrossAmount", "CAmountGood", "CCashEqu"}, "12", Liability::None);
 
     y += 72;

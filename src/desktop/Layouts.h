@@ -15,8 +15,14 @@ Layout NewFile();
 Layout EmployerList();
 Layout EmployeeList();
 Layout RenameEmp();
+Layout frmFolderManager();
+Layout frmBackup();
+Layout TransferList();
 Layout Form3();
 Layout Side2Form1();
+Layout P11DDeclaration();
+Layout P11DBNotepad1();
+Layout P11DBNotepad2();
 
 /// A schedule notepad of the pages.
 Layout ScheduleNotepad(const NotepadMember& member);

@@ -1,5 +1,6 @@
 #include "desktop/PageParts.h"
 
+#include "edition/FormWords.h"
 #include "frame/Text.h"
 
 namespace quillmere::layouts {
@@ -55,8 +56,6 @@ void Single(Layout& layout, int y, std::string_view box, std::string_view number
 
 namespace {
 
-constexpr int Row = 27;
-
 void CarsColumn(Layout& layout, int car, int x, int y)
 {
     const auto name = [car](std::string_view stem) { return Numbered(stem, car); };
@@ -67,33 +66,33 @@ void CarsColumn(Layout& layout, int car, int x, int y)
     layout.Text(x, y, 100, "Car " + std::to_string(car), Heading);
     y += 22;
     layout.Place(name("FMakeModel"), x, y, 262);
-    layout.Place(name("FRegDate"), x, y += Row, 100);
-    layout.Place(name("FC02"), x, y += Row, 60);
+    layout.Place(name("FRegDate"), x, y += CarRow, 100);
+    layout.Place(name("FC02"), x, y += CarRow, 60);
     layout.Text(x + 66, y + 3, 40, "g/km", Small);
     layout.Place(name("FNoC02"), x + 116, y, 22);
     layout.Text(x + 138, y + 4, 130, "no approved CO2 figure", Small);
-    layout.Place(name("FEngine"), x, y += Row, 60);
+    layout.Place(name("FEngine"), x, y += CarRow, 60);
     layout.Text(x + 66, y + 3, 40, "cc", Small);
-    layout.Place(name("FFuel"), x, y += Row, 40);
-    layout.Place(name("FDateFrom"), x, y += Row, 100);
+    layout.Place(name("FFuel"), x, y += CarRow, 40);
+    layout.Place(name("FDateFrom"), x, y += CarRow, 100);
     layout.Text(x + 102, y + 3, 28, "to", {.size = 11, .align = TextLook::Align::Centre});
     layout.Place(name("FDateTo"), x + 132, y, 100);
     for (int period = 1; period <= 4; ++period) {
-        y += period == 1 ? Row + 4 : Layout::BoxHeight + 1;
+        y += period == 1 ? CarRow + 4 : Layout::BoxHeight + 1;
         layout.PlaceAt(name("txtUnavailableFirst"), period, x, y, 100);
         layout.Text(x + 102, y + 3, 28, "to", {.size = 11, .align = TextLook::Align::Centre});
         layout.PlaceAt(name("txtUnavailableLast"), period, x + 132, y, 100);
     }
-    pound("FListPrice", y += Row + 4);
-    pound("FAccessories", y += Row);
-    pound("FCaptContr", y += Row);
-    pound("FPrivateUse", y += Row);
-    layout.Place(name("FuelTick"), x, y += Row, 22);
-    layout.Place(name("FDateWithdrawn"), x, y += Row, 100);
+    pound("FListPrice", y += CarRow + 4);
+    pound("FAccessories", y += CarRow);
+    pound("FCaptContr", y += CarRow);
+    pound("FPrivateUse", y += CarRow);
+    layout.Place(name("FuelTick"), x, y += CarRow, 22);
+    layout.Place(name("FDateWithdrawn"), x, y += CarRow, 100);
     layout.Place(name("FWithdrawnTick"), x + 132, y, 22);
     layout.Text(x + 154, y + 4, 110, "reinstated in year", Small);
-    pound("FCashEqu", y += Row + 6);
-    pound("FFuelEqu", y + Row);
+    pound("FCashEqu", y += CarRow + 6);
+    pound("FFuelEqu", y + CarRow);
 }
 
 } // namespace
@@ -102,7 +101,7 @@ int CarRows(Layout& layout, int y, int firstCar)
 {
     const int first = y + 22;
     int row = first;
-    const auto caption = [&](std::string_view text, int step = Row) {
+    const auto caption = [&](std::string_view text, int step = CarRow) {
         layout.Text(TextX, row + 3, 320, text);
         row += step;
     };
@@ -111,18 +110,18 @@ int CarRows(Layout& layout, int y, int firstCar)
     caption("Approved CO2 emissions figure (if registered from 1998)");
     caption("Engine size");
     layout.Text(TextX, row - 2, 330, "Type of fuel or power used.  Please use the key letter shown in the P11D Guide",
-                Small, Row);
-    row += Row;
-    caption("Dates car was available: From", Row + 4);
+                Small, CarRow);
+    row += CarRow;
+    caption("Dates car was available: From", CarRow + 4);
     layout.Text(TextX, row + 3, 320, "Periods when the car was not available");
     layout.Text(TextX, row + 20, 320, "only enter periods of 30 days or more", Italic);
-    row += 3 * (Layout::BoxHeight + 1) + Row + 4;
+    row += 3 * (Layout::BoxHeight + 1) + CarRow + 4;
     caption("List price of car");
     caption("Accessories");
-    caption("Capital contributions (maximum £5,000)");
+    caption(edition::CapitalContributions);
     caption("Amount paid by employee for private use of the car");
     caption("Fuel Benefit Required?");
-    caption("Date free fuel was withdrawn", Row + 6);
+    caption("Date free fuel was withdrawn", CarRow + 6);
     caption("Cash equivalent of each car");
     caption("Cash equivalent of fuel for each car");
     CarsColumn(layout, firstCar, 400, first - 22);

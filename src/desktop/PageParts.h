@@ -20,6 +20,7 @@ inline constexpr int SectionX = 10, SectionWidth = 960;
 inline constexpr int TextX = 44;
 inline constexpr int CostX = 490, GoodX = 634, CashTagX = 772, CashX = 798, MarkX = 922;
 inline constexpr int AmountWidth = 120;
+inline constexpr int CarRow = 27; ///< height of one row of the cars
 
 /// Whether the employer owes Class 1A contributions on a box's amount: it then carries the mark.
 enum class Liability { None, Class1A };

@@ -1,6 +1,6 @@
 #include "desktop/Layouts.h"
 #include "desktop/PageParts.h"
-#include "edition/Edition.h"
+#include "edition/FormWords.h"
 #include "frame/Text.h"
 
 namespace quillmere::layouts {
@@ -13,22 +13,17 @@ constexpr int LoanRow = 27;
 
 void Vans(Layout& layout, int y)
 {
-    const std::string year(edition::YearLabel);
     Section(layout, y, 84, "G", "Vans and van fuel", "Image1");
-    layout.Text(TextX, y + 29, 700, "Total cash equivalent of all vans made available in " + year);
+    layout.Text(TextX, y + 29, 700, edition::TotalOfVans);
     Single(layout, y + 26, "GVan", "9", Liability::Class1A);
-    layout.Text(TextX, y + 57, 700, "Total cash equivalent of fuel for all vans made available in " + year);
+    layout.Text(TextX, y + 57, 700, edition::TotalOfVanFuel);
     Single(layout, y + 54, "GVanFuel", "10", Liability::Class1A);
 }
 
 void Loans(Layout& layout, int y)
 {
-    const std::string year(edition::YearLabel);
     Section(layout, y, 282, "H", "Interest-free and low interest loans", "Image12");
-    layout.Text(TextX, y + 24, 520,
-                "If the total amount outstanding on all loans does not exceed £5,000 at any time in the year, there is "
-                "no need to complete this section.",
-                Italic, 30);
+    layout.Text(TextX, y + 24, 520, edition::SmallLoans, Italic, 30);
     for (const int loan : {1, 2})
         layout.Text(LoanX[loan - 1], y + 34, AmountWidth, Numbered("Loan ", loan), Heading);
     int row = y + 56;
@@ -42,15 +37,12 @@ void Loans(Layout& layout, int y)
         row += LoanRow;
     };
     line("Number of joint borrowers", "HJointBorrow", 50, "(if applicable)", 196);
-    line("Amount outstanding at " + std::string(edition::LongYearEndPrior) + " or at date loan was made if later",
-         "HOutstand", AmountWidth);
-    line("Amount outstanding at " + std::string(edition::LongYearEnd) + " or at date loan was discharged if earlier",
-         "HOutsand2003", AmountWidth);
+    line(edition::LoanAtStart, "HOutstand", AmountWidth);
+    line(edition::LoanAtEnd, "HOutsand2003", AmountWidth);
     line("Maximum amount outstanding at any time in the year", "HMaxLoan", AmountWidth);
-    line("Total amount of interest paid by the borrower in " + year, "HLoanInterest", AmountWidth,
-         "- enter \"NIL\" if none was paid", 364);
-    line("Date loan was made in " + year + " if applicable", "HLoanDate", 100);
-    line("Date loan was discharged in " + year + " if applicable", "HLoanDischarge", 100);
+    line(edition::LoanInterestPaid, "HLoanInterest", AmountWidth, "- enter \"NIL\" if none was paid", 364);
+    line(edition::LoanMade, "HLoanDate", 100);
+    line(edition::LoanDischarged, "HLoanDischarge", 100);
     for (const int loan : {1, 2}) {
         layout.Tag(LoanX[loan - 1] - 26, row, "15");
         layout.Tag(LoanX[loan - 1] + AmountWidth + 4, row);
@@ -141,8 +133,7 @@ Layout Side2Form1()
     y += 68;
     Section(layout, y, 66, "J", "Qualifying relocation expenses payments and benefits", "Image11");
     layout.Text(TextX, y + 22, 600, "Non-qualifying benefits and expenses go in sections N and O below", Italic);
-    layout.Text(TextX, y + 41, 720,
-                "Excess over £8,000 of all qualifying relocation expenses payments and benefits for each move");
+    layout.Text(TextX, y + 41, 720, edition::RelocationExcess);
     Single(layout, y + 38, "JRelocation", "15", Liability::Class1A);
     y += 72;
     OneTriple(layout, y, "K", "Services supplied", "Image3", "Services supplied to the employee",

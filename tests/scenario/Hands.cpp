@@ -39,19 +39,6 @@ void ClosePopups()
     }
 }
 
-void Activate(QWidget& window)
-{
-    if (QApplication::activeWindow() == &window)
-        return;
-    window.raise();
-    window.activateWindow();
-    QCoreApplication::processEvents();
-    // Without a window manager nobody may answer.
-    if (QApplication::activeWindow() != &window)
-        QApplication::setActiveWindow(&window);
-    QCoreApplication::processEvents();
-}
-
 void RequireNotBlocked(const QWidget& widget, const std::string& name)
 {
     QWidget* modal = QApplication::activeModalWidget();
@@ -150,6 +137,15 @@ QWindow* FocusedWindow()
     throw StepFailure("expected a window with the focus, found none");
 }
 
+bool AnyButtonDown()
+{
+    const QWidget* window = QApplication::activeWindow();
+    if (window == nullptr)
+        return false;
+    const QList<QAbstractButton*> buttons = window->findChildren<QAbstractButton*>();
+    return std::ranges::any_of(buttons, [](const QAbstractButton* button) { return button->isDown(); });
+}
+
 void SendKey(Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers)
 {
     QTest::sendKeyEvent(QTest::Click, FocusedWindow(), key, text, modifiers);
@@ -173,6 +169,18 @@ void Settle()
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+}
+
+void Activate(QWidget& window)
+{
+    if (QApplication::activeWindow() == &window)
+        return;
+    window.activateWindow();
+    QCoreApplication::processEvents();
+    // Without a window manager nobody may answer.
+    if (QApplication::activeWindow() != &window)
+        QApplication::setActiveWindow(&window);
+    QCoreApplication::processEvents();
 }
 
 void Reach(QWidget& widget, const std::string& name)
@@ -294,6 +302,9 @@ void Press(const std::string& keys)
     if (key == Qt::Key_Tab && (modifiers & Qt::ShiftModifier) != 0)
         key = Qt::Key_Backtab;
     SendKey(key, text, modifiers);
+    // A button pressed by its letter is let go a tenth of a second later, and does its work only then.
+    constexpr int longest = 1000;
+    static_cast<void>(QTest::qWaitFor([] { return !AnyButtonDown(); }, longest));
 }
 
 void Paste(const std::string& text)
