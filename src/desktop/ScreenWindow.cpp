@@ -338,14 +338,21 @@ QWidget* ScreenWindow::WidgetOf(const Box& box) const
 
 void ScreenWindow::FocusFirst()
 {
-    for (const auto& box : screen.Boxes()) {
-        QWidget* widget = WidgetOf(*box);
-        if (widget != nullptr && widget->isEnabled() && box->Visible() && !box->ReadOnly() &&
-            widget->focusPolicy() != Qt::NoFocus && qobject_cast<QLabel*>(widget) == nullptr) {
-            widget->setFocus(Qt::OtherFocusReason);
-            return;
-        }
-    }
+    const auto takesFocus = [this](const Box& box) {
+        const QWidget* widget = WidgetOf(box);
+        return widget != nullptr && widget->isEnabled() && box.Visible() && !box.ReadOnly() &&
+               widget->focusPolicy() != Qt::NoFocus && qobject_cast<const QLabel*>(widget) == nullptr;
+    };
+    const auto isFilledIn = [&](const Box& box) {
+        const Kind kind = box.GetKind();
+        return takesFocus(box) && kind != Kind::Button && kind != Kind::Picture && kind != Kind::Label;
+    };
+    const auto& all = screen.Boxes();
+    auto first = std::ranges::find_if(all, [&](const auto& box) { return isFilledIn(*box); });
+    if (first == all.end())
+        first = std::ranges::find_if(all, [&](const auto& box) { return takesFocus(*box); });
+    if (first != all.end())
+        WidgetOf(**first)->setFocus(Qt::OtherFocusReason);
 }
 
 void ScreenWindow::FixTabOrder()
