@@ -8,6 +8,7 @@
 #include "edition/Edition.h"
 #include "frame/Folders.h"
 #include "screens/Form3.h"
+#include "screens/ScheduleNotepad.h"
 #include "transfer/TransferList.h"
 
 #include <memory>
@@ -84,6 +85,9 @@ void RegisterScreens(Screens& screens, PrintSystem& printing)
         screens.Register(schedule.name, [&schedule](Session& session) {
             return std::make_unique<AdjustmentNotepad>(session, schedule);
         });
+    for (const NotepadMember& member : Notepads())
+        screens.Register(member.name,
+                         [&member](Session& session) { return std::make_unique<ScheduleNotepad>(session, member); });
 }
 
 } // namespace quillmere
