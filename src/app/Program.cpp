@@ -7,6 +7,7 @@
 #include "edition/Edition.h"
 #include "frame/Folders.h"
 #include "screens/Form3.h"
+#include "screens/ScheduleNotepad.h"
 
 #include <memory>
 
@@ -78,6 +79,9 @@ void RegisterScreens(Screens& screens)
         screens.Register(schedule.name, [&schedule](Session& session) {
             return std::make_unique<AdjustmentNotepad>(session, schedule);
         });
+    for (const NotepadMember& member : Notepads())
+        screens.Register(member.name,
+                         [&member](Session& session) { return std::make_unique<ScheduleNotepad>(session, member); });
 }
 
 } // namespace quillmere

@@ -36,6 +36,9 @@ const Layout& LayoutOf(std::string_view screen)
     for (const LayoutRow& row : Rows)
         if (row.screen == screen)
             return written.emplace(row.screen, row.write()).first->second;
+    for (const NotepadMember& member : Notepads())
+        if (member.name == screen)
+            return written.emplace(member.name, layouts::ScheduleNotepad(member)).first->second;
     throw std::logic_error("no layout for the screen " + std::string(screen));
 }
 
@@ -44,6 +47,8 @@ std::vector<std::string_view> ScreensWithLayout()
     std::vector<std::string_view> screens;
     for (const LayoutRow& row : Rows)
         screens.push_back(row.screen);
+    for (const NotepadMember& member : Notepads())
+        screens.push_back(member.name);
     return screens;
 }
 
