@@ -9,6 +9,7 @@
 #include "frame/Folders.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
+#include "screens/Side2Form1.h"
 #include "transfer/TransferList.h"
 
 #include <memory>
@@ -80,6 +81,7 @@ void RegisterScreens(Screens& screens, PrintSystem& printing)
     Register<frmBackup>(screens, "frmBackup");
     Register<TransferList>(screens, "TransferList");
     Register<Form3>(screens, "Form3");
+    Register<Side2Form1>(screens, "Side2Form1");
     Register<P11DDeclaration>(screens, "P11DDeclaration");
     for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
         screens.Register(schedule.name, [&schedule](Session& session) {

@@ -23,6 +23,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},
     {"Form3", layouts::Form3},
+    {"Side2Form1", layouts::Side2Form1},
     {"P11DDeclaration", layouts::P11DDeclaration},
     {"P11DBNotepad1", layouts::P11DBNotepad1},
     {"P11DBNotepad2", layouts::P11DBNotepad2},
