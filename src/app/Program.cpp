@@ -1,6 +1,7 @@
 #include "app/Program.h"
 
 #include "app/MDIForm1.h"
+#include "cars/ExtraCarsScreen.h"
 #include "clientdb/EmployerScreens.h"
 #include "clientdb/FolderScreens.h"
 #include "declaration/AdjustmentNotepad.h"
@@ -82,6 +83,9 @@ void RegisterScreens(Screens& screens, PrintSystem& printing)
     Register<TransferList>(screens, "TransferList");
     Register<Form3>(screens, "Form3");
     Register<Side2Form1>(screens, "Side2Form1");
+    for (const ExtraCars& cars : ExtraCarsScreens)
+        screens.Register(cars.name,
+                         [&cars](Session& session) { return std::make_unique<ExtraCarsScreen>(session, cars); });
     Register<P11DDeclaration>(screens, "P11DDeclaration");
     for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
         screens.Register(schedule.name, [&schedule](Session& session) {
