@@ -1,6 +1,7 @@
 #include "app/MDIForm1.h"
 
 #include "app/Version.h"
+#include "clientdb/FolderScreens.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"
@@ -30,7 +31,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "mnuBatch", .kind = Kind::Menu, .text = "Employer Batch Print"},
     {.name = "mnuPrintSetup", .kind = Kind::Menu, .text = "Print Setup..."},
     {.name = "ExitOpt", .kind = Kind::Menu, .text = "Exit"},
-    {.name = "mnuAltFolder", .kind = Kind::Menu, .first = 1, .last = 4},
+    {.name = "mnuAltFolder", .kind = Kind::Menu, .first = 1, .last = FolderSlots},
     {.name = "mnuFolderManager", .kind = Kind::Menu, .text = "Manager..."},
     {.name = "ToolbarOpt", .kind = Kind::Menu, .text = "Toolbar"},
     {.name = "mnuSettingsReports", .kind = Kind::Menu, .text = "Reports"},
@@ -95,7 +96,8 @@ std::span<const MenuRow> MenuRows()
     return Menus;
 }
 
-MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Main, edition::AppTitle)
+MDIForm1::MDIForm1(Session& session, PrintSystem& printing)
+    : Screen(session, "MDIForm1", ShowMode::Main, edition::AppTitle), printing(printing)
 {
     AddBoxes(Rows);
     for (const ToolRow& tool : Tools)
@@ -151,7 +153,7 @@ bool MDIForm1::Load()
                   .left = settings.applicationLeft,
                   .height = settings.applicationHeight,
                   .width = settings.applicationWidth});
-    RebuildFolderMenu();
+    RebuildFolderMenu(session);
     box("ToolbarOpt").SetTicked(settings.viewPicToolbar);
     box("picToolbar").SetVisible(settings.viewPicToolbar);
     EnableEmployeeCommands(session, false);
@@ -198,28 +200,14 @@ bool MDIForm1::CreateUserFile(const std::filesystem::path& templateFolder, std::
     }
 }
 
-void MDIForm1::RebuildFolderMenu()
-{
-    int digit = 1;
-    for (int slot = 1; slot <= 4; ++slot) {
-        const std::string& name = session.settings.folder[static_cast<std::size_t>(slot)];
-        Box& entry = box("mnuAltFolder", slot);
-        entry.SetVisible(!name.empty());
-        if (name.empty())
-            continue;
-        entry.SetText("&" + std::to_string(digit++) + " " + name);
-        entry.SetTicked(slot == session.settings.selectedFolder);
-    }
-}
-
 void MDIForm1::ChooseFolder(int slot)
 {
     if (slot == session.settings.selectedFolder)
         return;
-    // The open employee belongs to the folder that is left: it is stored there first.
-    UnloadAllScreens(session);
+    // What is open is stored in the folder that it was opened from: a data link keeps to its own.
     session.settings.selectedFolder = slot;
-    RebuildFolderMenu();
+    RebuildFolderMenu(session);
+    UnloadAllScreens(session);
     session.messages.Tell("Quillmere Program Closing - Please restart from the desktop",
                           "The Database folder has been updated.  The program will now exit to save changes",
                           Icon::Critical);

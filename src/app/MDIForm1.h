@@ -8,6 +8,8 @@
 
 namespace quillmere {
 
+struct PrintSystem;
+
 /// One entry of the main window's menus, in their order.
 struct MenuRow {
     std::string_view menu; ///< "File", "Folder", "View", "Settings"
@@ -22,13 +24,11 @@ std::span<const MenuRow> MenuRows();
 /// The main window: menus, toolbar, status bar, and the commands that tie the subsystems together.
 class MDIForm1 : public Screen {
 public:
-    explicit MDIForm1(Session& session);
+    MDIForm1(Session& session, PrintSystem& printing);
 
     bool Load() override;
     void Unload() override;
 
-    /// Fills the Folder menu from the four folder slots.
-    void RebuildFolderMenu();
     /// Makes a file from the empty template if the target does not exist. False if it cannot be made.
     [[nodiscard]] static bool CreateUserFile(const std::filesystem::path& templateFolder, std::string_view templateName,
                                              const std::filesystem::path& clientFolder, std::string_view databaseName);
@@ -44,6 +44,8 @@ private:
     void CommandOpenScreen(std::string_view screen);
     void ChooseFolder(int slot);
     void ToggleToolbar();
+
+    PrintSystem& printing;
 };
 
 } // namespace quillmere

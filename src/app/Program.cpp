@@ -2,21 +2,24 @@
 
 #include "app/MDIForm1.h"
 #include "clientdb/EmployerScreens.h"
+#include "clientdb/FolderScreens.h"
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
+#include "screens/Side2Form1.h"
+#include "transfer/TransferList.h"
 
 #include <memory>
 
 namespace quillmere {
 
 Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
-    : session(platform), places(std::move(places))
+    : session(platform), printing(session), places(std::move(places))
 {
-    RegisterScreens(session.screens);
+    RegisterScreens(session.screens, printing);
     session.screens.SetHost(host);
 }
 
@@ -65,15 +68,20 @@ void Register(Screens& screens, std::string_view name)
 
 } // namespace
 
-void RegisterScreens(Screens& screens)
+void RegisterScreens(Screens& screens, PrintSystem& printing)
 {
-    Register<MDIForm1>(screens, "MDIForm1");
+    screens.Register("MDIForm1",
+                     [&printing](Session& session) { return std::make_unique<MDIForm1>(session, printing); });
     Register<NewFileCheck>(screens, "NewFileCheck");
     Register<NewFile>(screens, "NewFile");
     Register<EmployerList>(screens, "EmployerList");
     Register<EmployeeList>(screens, "EmployeeList");
     Register<RenameEmp>(screens, "RenameEmp");
+    Register<frmFolderManager>(screens, "frmFolderManager");
+    Register<frmBackup>(screens, "frmBackup");
+    Register<TransferList>(screens, "TransferList");
     Register<Form3>(screens, "Form3");
+    Register<Side2Form1>(screens, "Side2Form1");
     Register<P11DDeclaration>(screens, "P11DDeclaration");
     for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
         screens.Register(schedule.name, [&schedule](Session& session) {

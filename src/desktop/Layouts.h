@@ -15,7 +15,11 @@ Layout NewFile();
 Layout EmployerList();
 Layout EmployeeList();
 Layout RenameEmp();
+Layout frmFolderManager();
+Layout frmBackup();
+Layout TransferList();
 Layout Form3();
+Layout Side2Form1();
 Layout P11DDeclaration();
 Layout P11DBNotepad1();
 Layout P11DBNotepad2();
@@ -25,8 +29,5 @@ Layout ScheduleNotepad(const NotepadMember& member);
 /// The window of any schedule: a heading, twenty lines under their captions, the totals, and the buttons in a row.
 Layout ScheduleWindow(std::string_view heading, std::span<const ScheduleColumn> columns,
                       std::span<const std::string_view> buttons);
-
-/// The fixed strip above a page, with its two tabs on the left.
-void PageHeader(Layout& layout);
 
 } // namespace quillmere::layouts

@@ -120,6 +120,9 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
         BoxChanged(box);
     }
     scroll->setWidget(form);
+    if (header != nullptr)
+        connect(scroll->horizontalScrollBar(), &QScrollBar::valueChanged, this,
+                [this](int left) { header->move(-left, 0); });
     FixTabOrder();
     CaptionChanged();
     screen.SetView(this);
@@ -429,14 +432,14 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             MoveBetweenLines(box, key->key() == Qt::Key_Up ? -1 : 1))
             return true;
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-        if (auto* list = qobject_cast<QListWidget*>(widget);
-            list != nullptr && box.Selected() < 0 && list->count() > 0 &&
-            (key->key() == Qt::Key_Down || key->key() == Qt::Key_Up)) {
+        if (auto* list = qobject_cast<QListWidget*>(widget); list != nullptr && box.Selected() < 0 &&
+                                                             list->count() > 0 &&
+                                                             (key->key() == Qt::Key_Down || key->key() == Qt::Key_Up)) {
             // With nothing chosen the first step chooses the end at which it begins.
             list->setCurrentRow(key->key() == Qt::Key_Down ? 0 : list->count() - 1);
             return true;
         }
-        if (enter && box.GetKind() == Kind::List && box.Selected() >= 0) {
+        if (enter && screen.IsDoubleClickable(box) && box.Selected() >= 0) {
             screen.DoubleClick(box);
             return true;
         }
@@ -498,8 +501,6 @@ void ScreenWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     const int top = layout.headerHeight;
-    if (header != nullptr)
-        header->move(0, 0);
     scroll->setGeometry(0, top, width(), height() - top);
 }
 

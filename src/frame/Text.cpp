@@ -132,12 +132,16 @@ std::u32string CodePoints(std::string_view text)
 {
     std::u32string codePoints;
     codePoints.reserve(text.size());
-    while (!text.empty()) {
-        const Decoded first = DecodeFirst(text);
-        codePoints.push_back(first.codePoint);
-        text.remove_prefix(first.bytes);
-    }
+    while (!text.empty())
+        codePoints.push_back(TakeCodePoint(text));
     return codePoints;
+}
+
+char32_t TakeCodePoint(std::string_view& text)
+{
+    const Decoded first = DecodeFirst(text);
+    text.remove_prefix(first.bytes);
+    return first.codePoint;
 }
 
 std::string Utf8(std::u32string_view codePoints)

@@ -25,6 +25,9 @@ std::string Numbered(std::string_view stem, int number);
 /// Code points of a UTF-8 text; a byte that is no UTF-8 comes out as U+FFFD.
 std::u32string CodePoints(std::string_view text);
 
+/// Takes the first character off a text that is not empty; U+FFFD for a byte that is no UTF-8.
+char32_t TakeCodePoint(std::string_view& text);
+
 /// UTF-8 of code points.
 std::string Utf8(std::u32string_view codePoints);
 

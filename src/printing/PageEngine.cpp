@@ -1,0 +1,156 @@
+#include "printing/PageEngine.h"
+
+#include "frame/CheckedFile.h"
+#include "printing/PageList.h"
+
+#include <algorithm>
+#include <charconv>
+#include <numeric>
+#include <utility>
+
+namespace quillmere {
+
+void PageEngine::Device(std::string_view name)
+{
+    if (name.empty()) {
+        devices = platform.Printers();
+        device = devices.empty() ? std::string() : devices.front();
+        duplex = 0;
+    } else if (std::ranges::find(devices, name) != devices.end()) {
+        device = name;
+        duplex = 0;
+    }
+}
+
+void PageEngine::StartDoc()
+{
+    ended.reset();
+    open = std::make_unique<Document>();
+    open->name = documentName;
+    open->subject = documentSubject;
+    open->AddPage();
+}
+
+PrintResult PageEngine::EndDoc()
+{
+    if (!open)
+        return PrintResult::NothingToPrint;
+    open->ShrinkToFit();
+    ended = std::exchange(open, nullptr);
+    if (documentEnded)
+        documentEnded(ended);
+    return isPreview ? PrintResult::NothingToPrint : PrintDoc(1);
+}
+
+void PageEngine::NewPage()
+{
+    if (open)
+        open->AddPage();
+}
+
+void PageEngine::Clear()
+{
+    open.reset();
+    ended.reset();
+}
+
+void PageEngine::DrawLine(double x1, double y1, double x2, double y2)
+{
+    if (open)
+        open->AddLine(shape, x1, y1, x2, y2);
+}
+
+void PageEngine::DrawRectangle(double x1, double y1, double x2, double y2)
+{
+    if (open)
+        open->AddRectangle(shape, x1, y1, x2, y2);
+}
+
+void PageEngine::DrawCircle(double x, double y, double radius)
+{
+    if (open)
+        open->AddCircle(shape, x, y, radius);
+}
+
+void PageEngine::Polygon(std::string_view corners)
+{
+    if (!open)
+        return;
+    std::vector<double> points;
+    const char* at = corners.data();
+    const char* const end = at + corners.size();
+    while (at < end) {
+        int position = 0;
+        const auto read = std::from_chars(at, end, position);
+        if (read.ec == std::errc())
+            points.push_back(position);
+        at = read.ec == std::errc::invalid_argument ? at + 1 : read.ptr;
+    }
+    ShapeStyle filled = shape;
+    filled.filled = true;
+    open->AddPolygon(filled, points);
+}
+
+void PageEngine::Text(std::string_view text)
+{
+    if (open && !text.empty())
+        open->AddText({.face = CurrentFace(), .colour = textColour, .size = fontSize}, textAlignment,
+                      currentX + marginLeft + indentLeft + indentFirst, currentY + marginTop, text);
+    textAlignment = Alignment::Left;
+}
+
+double PageEngine::TextHeight(std::string_view) const
+{
+    return quillmere::TextHeight(CurrentFace(), fontSize);
+}
+
+void PageEngine::Bookmark(std::string_view title, int level, double y)
+{
+    if (open)
+        open->bookmarks.push_back({std::string(title), open->PageCount(), level, y});
+}
+
+int PageEngine::PageCount() const
+{
+    return open ? open->PageCount() : ended ? ended->PageCount() : 0;
+}
+
+PrintResult PageEngine::PrintDoc(int copies)
+{
+    std::vector<int> pages(ended ? static_cast<std::size_t>(ended->PageCount()) : 0);
+    std::iota(pages.begin(), pages.end(), 1);
+    return PrintDoc(copies, pages);
+}
+
+PrintResult PageEngine::PrintDoc(int copies, std::string_view pageList)
+{
+    return PrintDoc(copies, ReadPageList(pageList, ended ? ended->PageCount() : 0));
+}
+
+PrintResult PageEngine::PrintDoc(int copies, const std::vector<int>& pages)
+{
+    if (!ended || pages.empty() || copies < 1)
+        return PrintResult::NothingToPrint;
+    if (device.empty())
+        return PrintResult::PrinterUnreachable;
+    const auto outcome = platform.Print({.printer = device,
+                                         .documentName = ended->name,
+                                         .pdf = writer.Write(*ended, pages),
+                                         .pages = pages,
+                                         .copies = copies,
+                                         .duplex = duplex});
+    return outcome == PrintOutcome::Sent ? PrintResult::Sent : PrintResult::PrinterUnreachable;
+}
+
+std::string PageEngine::Pdf()
+{
+    return ended ? writer.Write(*ended) : std::string();
+}
+
+void PdfConverter::ConvertDocument(PageEngine& engine, const std::filesystem::path& path)
+{
+    if (engine.Ended())
+        WriteFileChecked(path, engine.Pdf());
+}
+
+} // namespace quillmere
