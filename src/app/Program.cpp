@@ -9,6 +9,8 @@
 #include "frame/Folders.h"
 #include "printing/PrintJobs.h"
 #include "screens/Form3.h"
+#include "screens/ScheduleNotepad.h"
+#include "screens/Side2Form1.h"
 #include "transfer/TransferList.h"
 
 #include <memory>
@@ -82,11 +84,15 @@ void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
     Register<frmBackup>(screens, "frmBackup");
     Register<TransferList>(screens, "TransferList");
     Register<Form3>(screens, "Form3");
+    Register<Side2Form1>(screens, "Side2Form1");
     Register<P11DDeclaration>(screens, "P11DDeclaration");
     for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
         screens.Register(schedule.name, [&schedule](Session& session) {
             return std::make_unique<AdjustmentNotepad>(session, schedule);
         });
+    for (const NotepadMember& member : Notepads())
+        screens.Register(member.name,
+                         [&member](Session& session) { return std::make_unique<ScheduleNotepad>(session, member); });
 }
 
 } // namespace quillmere

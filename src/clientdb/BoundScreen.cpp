@@ -24,6 +24,19 @@ BoundScreen::Sought BoundScreen::SeekRecord(std::string_view errorTitle)
     }
 }
 
+bool BoundScreen::StoreRecord()
+{
+    try {
+        link->Store();
+    } catch (const RecordGone&) {
+        return true;
+    } catch (const StoreError& error) {
+        session.messages.Tell(Caption(), error.what());
+        return false;
+    }
+    return true;
+}
+
 bool BoundScreen::ReleaseRecord()
 {
     try {

@@ -16,10 +16,10 @@ constexpr TextLook Small{.size = 11};
 constexpr TextLook Italic{.size = 11, .italic = true};
 
 // Columns of both sides, as on the form.
-constexpr int SectionX = 10, SectionWidth = 960;
-constexpr int TextX = 44, TextWidth = 640;
+constexpr int SectionX = 10, SectionWidth = 856;
+constexpr int TextX = 44, TextWidth = 596;
 constexpr int TickX = 40, TickTextX = 68;
-constexpr int LetterX = 756, AmountX = 796, AmountWidth = 120, MarkX = 922;
+constexpr int LetterX = 652, AmountX = 692, AmountWidth = 120, MarkX = 820;
 constexpr int Row = 27;
 
 void Section(Layout& layout, int y, int height, std::string_view number, std::string_view heading)
@@ -46,18 +46,19 @@ void LetteredRate(Layout& layout, int y, std::string_view letter, std::string_vi
     layout.Place(box, AmountX, y, AmountWidth);
 }
 
+constexpr int AddressWidth = 380;
 void Address(Layout& layout, int x, int y, std::string_view caption, std::string_view stem)
 {
-    layout.Text(x, y, 400, caption, Bold);
+    layout.Text(x, y, AddressWidth, caption, Bold);
     for (int line = 1; line <= 6; ++line)
-        layout.Place(Numbered(stem, line), x, y + 18 + (line - 1) * 25, 400);
+        layout.Place(Numbered(stem, line), x, y + 18 + (line - 1) * 25, AddressWidth);
 }
 
 void Heads(Layout& layout, int y)
 {
     layout.Text(SectionX, y, SectionWidth, words::Class1AReturn, {.size = 17, .bold = true});
     layout.Text(SectionX, y + 22, SectionWidth, words::ExpensesReturn, {.size = 17, .bold = true});
-    layout.Text(560, y + 2, 410, words::YearEnded(),
+    layout.Text(SectionX + SectionWidth - 300, y + 2, 300, words::YearEnded(),
                 {.size = 16, .bold = true, .italic = true, .align = TextLook::Align::Right});
     y += 54;
     layout.Text(SectionX, y + 3, 200, "Employer PAYE reference");
@@ -65,7 +66,7 @@ void Heads(Layout& layout, int y)
     layout.Text(SectionX, y + Row + 3, 200, "Accounts office reference");
     layout.Place("AccOfficeRef", 200, y + Row, 250);
     Address(layout, SectionX, y + 66, "Employer name and address", "EmployerAdd");
-    Address(layout, 570, y + 66, "Return Address for form", "ReturnAdd");
+    Address(layout, SectionX + SectionWidth - AddressWidth, y + 66, "Return Address for form", "ReturnAdd");
     y += 246;
     layout.Text(SectionX, y, SectionWidth,
                 "If this return replaces one that was issued automatically, some of your details may be missing above. "
@@ -88,11 +89,11 @@ void Section1(Layout& layout, int y)
     layout.Text(TextX, y + 99, TextWidth, words::MultiplyByRate);
     LetteredRate(layout, y + 96, "B", "Section1BoxB");
     layout.Text(TextX, y + 129, 300, words::NICsPayable, Bold);
-    layout.Text(500, y + 130, LetterX - 512, "box A * rate in box B", {.size = 11, .align = TextLook::Align::Right});
+    layout.Text(LetterX - 212, y + 130, 200, "box A * rate in box B", {.size = 11, .align = TextLook::Align::Right});
     LetteredAmount(layout, y + 126, "C", "Section1BoxC", true);
 }
 
-constexpr int Section2Height = 244;
+constexpr int Section2Height = 226;
 void Section2(Layout& layout, int y)
 {
     Section(layout, y, Section2Height, "2", "Employer declaration");
@@ -103,10 +104,10 @@ void Section2(Layout& layout, int y)
     layout.Place("DeclarationTick", TickX, y + 88, 22);
     layout.Text(TickTextX, y + 90, Wide, words::FormsEnclosed(), {}, 48);
     layout.Place("Check4", TickX, y + 142, 22);
-    layout.Text(TickTextX, y + 144, 300, words::FormsSent());
-    layout.Place("InlRevOffice", 370, y + 141, 260);
-    layout.Text(640, y + 144, 200, words::OfficeOn);
-    layout.Place("SentDate", 838, y + 141, 110);
+    layout.Text(TickTextX, y + 144, 316, words::FormsSent());
+    layout.Place("InlRevOffice", 378, y + 141, 190);
+    layout.Text(574, y + 144, 190, words::OfficeOn);
+    layout.Place("SentDate", 764, y + 141, 94);
     layout.Text(
         TickX, y + 178, SectionWidth - 60,
         "I declare that all the details on this form are fully and truly stated to the best of my knowledge and "
@@ -119,7 +120,7 @@ void Section2(Layout& layout, int y)
         Italic, 32);
 }
 
-constexpr int Section3Height = 300;
+constexpr int Section3Height = 262;
 void Section3(Layout& layout, int y)
 {
     Section(layout, y, Section3Height, "3", "Notes for employer");
@@ -154,7 +155,7 @@ void Section4(Layout& layout, int y)
         layout.Text(LetterX, top, 200, amountWords, Small);
         layout.Place(picture, TextX - 6, top + 19, 26, 26);
         layout.Text(TextX + 26, top + 24, 110, words::BriefDescription, Small);
-        layout.Place(description, 186, top + 21, 480);
+        layout.Place(description, 186, top + 21, 450);
         LetteredAmount(layout, top + 21, letter, amount, class1A);
     };
     layout.Line(TextX, y + 90, SectionX + SectionWidth - TextX - 10, 1);
@@ -170,12 +171,12 @@ void Section4(Layout& layout, int y)
         LetteredAmount(layout, top, letter, box, true);
     };
     result(y + 254, words::TotalDue, "D", "Section4BoxD");
-    layout.Text(460, y + 258, LetterX - 472, "box A + box B minus box C",
+    layout.Text(LetterX - 212, y + 258, 200, "box A + box B minus box C",
                 {.size = 11, .align = TextLook::Align::Right});
     layout.Text(TextX, y + 295, TextWidth, words::MultiplyByRate);
     LetteredRate(layout, y + 292, "E", "Section4BoxE");
     result(y + 328, words::NICsPayable, "F", "Section4BoxF");
-    layout.Text(460, y + 332, LetterX - 472, "box D x box E", {.size = 11, .align = TextLook::Align::Right});
+    layout.Text(LetterX - 212, y + 332, 200, "box D x box E", {.size = 11, .align = TextLook::Align::Right});
 }
 
 Layout Schedule(const AdjustmentSchedule& schedule, std::string_view heading)
@@ -213,13 +214,13 @@ Layout Schedule(const AdjustmentSchedule& schedule, std::string_view heading)
 
 Layout P11DDeclaration()
 {
-    Layout layout{.width = 980};
+    Layout layout{.width = 2 * SectionX + SectionWidth};
     layout.headerHeight = 42;
     layout.Panel(0, 0, layout.width, 41);
     layout.Line(0, 41, layout.width, 1);
     layout.Text(SectionX, 12, 500, "P11D(b)  " + std::string(edition::YearLabelLong), {.size = 16, .bold = true});
-    layout.Place("Print", 770, 7, 96, 28);
-    layout.Place("Cancel", 872, 7, 96, 28);
+    layout.Place("Print", SectionX + SectionWidth - 198, 7, 96, 28);
+    layout.Place("Cancel", SectionX + SectionWidth - 96, 7, 96, 28);
 
     int y = 54;
     Heads(layout, y);

@@ -140,6 +140,17 @@ const QPalette& EditPalette(bool writable)
     return writable ? typed : computed;
 }
 
+const QPalette& FigurePalette()
+{
+    static const QPalette palette = [] {
+        QPalette made;
+        made.setColor(QPalette::Window, Computed);
+        made.setColor(QPalette::WindowText, Ink);
+        return made;
+    }();
+    return palette;
+}
+
 void Draw(QPainter& painter, const Layout::Drawn& drawn)
 {
     using What = Layout::Drawn::What;

@@ -137,6 +137,15 @@ QWindow* FocusedWindow()
     throw StepFailure("expected a window with the focus, found none");
 }
 
+bool AnyButtonDown()
+{
+    const QWidget* window = QApplication::activeWindow();
+    if (window == nullptr)
+        return false;
+    const QList<QAbstractButton*> buttons = window->findChildren<QAbstractButton*>();
+    return std::ranges::any_of(buttons, [](const QAbstractButton* button) { return button->isDown(); });
+}
+
 void SendKey(Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers)
 {
     QTest::sendKeyEvent(QTest::Click, FocusedWindow(), key, text, modifiers);
@@ -293,6 +302,9 @@ void Press(const std::string& keys)
     if (key == Qt::Key_Tab && (modifiers & Qt::ShiftModifier) != 0)
         key = Qt::Key_Backtab;
     SendKey(key, text, modifiers);
+    // A button pressed by its letter is let go a tenth of a second later, and does its work only then.
+    constexpr int longest = 1000;
+    static_cast<void>(QTest::qWaitFor([] { return !AnyButtonDown(); }, longest));
 }
 
 void Paste(const std::string& text)
