@@ -8,6 +8,7 @@
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
+#include "printing/PrintJobs.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -21,6 +22,9 @@ Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
     : session(platform), printing(session), places(std::move(places))
 {
     RegisterScreens(session.screens, printing);
+    session.printJob = [this](PrintedDocument document) {
+        PrintEmployeeJob(session, printing, session.CurrentEmployer, session.CurrentEmployee, document);
+    };
     session.screens.SetHost(host);
 }
 
@@ -69,10 +73,9 @@ void Register(Screens& screens, std::string_view name)
 
 } // namespace
 
-void RegisterScreens(Screens& screens, PrintSystem& printing)
+void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
 {
-    screens.Register("MDIForm1",
-                     [&printing](Session& session) { return std::make_unique<MDIForm1>(session, printing); });
+    Register<MDIForm1>(screens, "MDIForm1");
     Register<NewFileCheck>(screens, "NewFileCheck");
     Register<NewFile>(screens, "NewFile");
     Register<EmployerList>(screens, "EmployerList");
