@@ -23,8 +23,7 @@
 namespace quillmere {
 namespace {
 
-// ---- the bare side
-// ---------------------------------------------------------------------------------------------------
+// ---- the bare side ------------------------------------------------------------------------------
 
 void Require(bool holds, const char* what)
 {
@@ -93,8 +92,7 @@ private:
     std::map<std::string, sqlite3_stmt*> statements;
 };
 
-// ---- the data
-// --------------------------------------------------------------------------------------------------------
+// ---- the data -----------------------------------------------------------------------------------
 
 class BenchFolder {
 public:
@@ -191,8 +189,7 @@ std::string EmployeeOf(int i)
     return fmt::format("First Surname {:05}", i);
 }
 
-// ---- seek and read a whole record
-// ------------------------------------------------------------------------------------
+// ---- seek and read a whole record ---------------------------------------------------------------
 
 void SeekAndReadStore(benchmark::State& state)
 {
@@ -235,8 +232,7 @@ void SeekAndReadBare(benchmark::State& state)
     }
 }
 
-// ---- thirteen fields of all employees of one employer
-// ----------------------------------------------------------------
+// ---- thirteen fields of all employees of one employer -------------------------------------------
 
 constexpr std::array<std::string_view, 13> Totalled = {
     "ACashEqu",      "DCashEqu", "FTotalCashCars", "FTotalCashFuel", "GVan",     "GVanFuel", "HLoanCashEqu1",
@@ -272,8 +268,7 @@ void ScanBare(benchmark::State& state)
     }
 }
 
-// ---- listing employers
-// -----------------------------------------------------------------------------------------------
+// ---- listing employers --------------------------------------------------------------------------
 
 void ListStore(benchmark::State& state)
 {
@@ -295,8 +290,7 @@ void ListBare(benchmark::State& state)
     }
 }
 
-// ---- creating an employee
-// --------------------------------------------------------------------------------------------
+// ---- creating an employee -----------------------------------------------------------------------
 
 /// A copy of a database for writing, gone with its end.
 class Copy {
@@ -349,8 +343,7 @@ void CreateBare(benchmark::State& state)
     }
 }
 
-// ---- a notepad's Ok
-// --------------------------------------------------------------------------------------------------
+// ---- a notepad's Ok -----------------------------------------------------------------------------
 
 constexpr std::array<std::string_view, 4> LineStems = {"Description", "Cost", "AmountGood", "CashEq"};
 constexpr std::array<std::string_view, 3> PageTotals = {"KCostYou", "KAmountGood", "KCashEqu"};
@@ -404,8 +397,7 @@ void OkBare(benchmark::State& state)
     }
 }
 
-// ---- renaming and deleting an employer of 1,000
-// ----------------------------------------------------------------------
+// ---- renaming and deleting an employer of 1,000 -------------------------------------------------
 
 template<class Work>
 void OnFreshCopies(benchmark::State& state, Work work)

@@ -7,8 +7,10 @@ endif()
 
 add_library(quillmere_options INTERFACE)
 target_compile_options(quillmere_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2
-    -Wno-missing-field-initializers -Werror)
+    -Wall -Wextra -Wpedantic $<IF:$<CXX_COMPILER_ID:GNU>,-Wshadow=local,-Wshadow> -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2
+    -Wno-missing-field-initializers -Werror
+    # GCC 12 warns of overlapping copies in its own std::string where there are none.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(QUILLMERE_SANITIZE)
     target_compile_options(quillmere_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -1,6 +1,7 @@
 #include "app/MDIForm1.h"
 
 #include "app/Version.h"
+#include "clientdb/FolderScreens.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"
@@ -30,7 +31,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "mnuBatch", .kind = Kind::Menu, .text = "Employer Batch Print"},
     {.name = "mnuPrintSetup", .kind = Kind::Menu, .text = "Print Setup..."},
     {.name = "ExitOpt", .kind = Kind::Menu, .text = "Exit"},
-    {.name = "mnuAltFolder", .kind = Kind::Menu, .first = 1, .last = 4},
+    {.name = "mnuAltFolder", .kind = Kind::Menu, .first = 1, .last = FolderSlots},
     {.name = "mnuFolderManager", .kind = Kind::Menu, .text = "Manager..."},
     {.name = "ToolbarOpt", .kind = Kind::Menu, .text = "Toolbar"},
     {.name = "mnuSettingsReports", .kind = Kind::Menu, .text = "Reports"},
@@ -151,7 +152,7 @@ bool MDIForm1::Load()
                   .left = settings.applicationLeft,
                   .height = settings.applicationHeight,
                   .width = settings.applicationWidth});
-    RebuildFolderMenu();
+    RebuildFolderMenu(session);
     box("ToolbarOpt").SetTicked(settings.viewPicToolbar);
     box("picToolbar").SetVisible(settings.viewPicToolbar);
     EnableEmployeeCommands(session, false);
@@ -198,28 +199,14 @@ bool MDIForm1::CreateUserFile(const std::filesystem::path& templateFolder, std::
     }
 }
 
-void MDIForm1::RebuildFolderMenu()
-{
-    int digit = 1;
-    for (int slot = 1; slot <= 4; ++slot) {
-        const std::string& name = session.settings.folder[static_cast<std::size_t>(slot)];
-        Box& entry = box("mnuAltFolder", slot);
-        entry.SetVisible(!name.empty());
-        if (name.empty())
-            continue;
-        entry.SetText("&" + std::to_string(digit++) + " " + name);
-        entry.SetTicked(slot == session.settings.selectedFolder);
-    }
-}
-
 void MDIForm1::ChooseFolder(int slot)
 {
     if (slot == session.settings.selectedFolder)
         return;
-    // The open employee belongs to the folder that is left: it is stored there first.
-    UnloadAllScreens(session);
+    // What is open is stored in the folder that it was opened from: a data link keeps to its own.
     session.settings.selectedFolder = slot;
-    RebuildFolderMenu();
+    RebuildFolderMenu(session);
+    UnloadAllScreens(session);
     session.messages.Tell("Quillmere Program Closing - Please restart from the desktop",
                           "The Database folder has been updated.  The program will now exit to save changes",
                           Icon::Critical);
@@ -275,8 +262,11 @@ void MDIForm1::CommandPrint()
         if (!session.screens.IsShown(page))
             continue;
         auto& shown = static_cast<P11DPage&>(*session.screens.Find(page));
-        static_cast<void>(shown.SeekCurrent(shown.RefreshErrorTitle()));
+        // What the store has not taken would be missing on the paper.
+        if (shown.SeekRecord(shown.RefreshErrorTitle()) == BoundScreen::Sought::Failed)
+            return;
     }
+    session.printJob(PrintedDocument::Employee);
 }
 
 void MDIForm1::CommandExit()

@@ -27,8 +27,6 @@ public:
     bool Load() override;
     void Unload() override;
 
-    /// Fills the Folder menu from the four folder slots.
-    void RebuildFolderMenu();
     /// Makes a file from the empty template if the target does not exist. False if it cannot be made.
     [[nodiscard]] static bool CreateUserFile(const std::filesystem::path& templateFolder, std::string_view templateName,
                                              const std::filesystem::path& clientFolder, std::string_view databaseName);

@@ -211,10 +211,8 @@ void CarColumn::Compute()
     const CarWorking working = CarBenefit(facts);
     SetWithdrawnState(facts);
     Write(working);
-    if (totals.computeCash)
-        totals.computeCash();
-    if (totals.computeFuel)
-        totals.computeFuel();
+    if (totals.computeBoth)
+        totals.computeBoth();
 }
 
 /// What has been entered decides which boxes can be used, and empties some.
@@ -467,29 +465,30 @@ void CarColumn::Empty()
         empty(box(working));
 }
 
-void ComputeCarTotal(Session& session, const Screen& screen, const CarTotalKind& kind)
+void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds)
 {
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
     Recordset extraCars = database.OpenRecordset("ExtraCars");
     extraCars.Index("IndKey");
     extraCars.Seek(session.CurrentEmployer, session.CurrentEmployee);
-    if (extraCars.NoMatch())
-        session.messages.Tell(kind.errorTitle, "Employee not found");
-
     const Screen* page = session.screens.Find("Form3");
-    std::array<std::string, 6> figures;
-    for (int car = 1; car <= 6; ++car) {
-        const std::string name = Numbered(kind.figure, car);
-        std::string& figure = figures[static_cast<std::size_t>(car - 1)];
-        if (const Box* here = screen.FindBox(name))
-            figure = here->Text();
-        else if (const Box* onPage = page != nullptr ? page->FindBox(name) : nullptr)
-            figure = onPage->Text();
-        else if (car > 2 && !extraCars.NoMatch())
-            figure = extraCars.Field(name);
+    for (const CarTotalKind& kind : kinds) {
+        if (extraCars.NoMatch())
+            session.messages.Tell(kind.errorTitle, "Employee not found");
+        std::array<std::string, 6> figures;
+        for (int car = 1; car <= 6; ++car) {
+            const std::string name = Numbered(kind.figure, car);
+            std::string& figure = figures[static_cast<std::size_t>(car - 1)];
+            if (const Box* here = screen.FindBox(name))
+                figure = here->Text();
+            else if (const Box* onPage = page != nullptr ? page->FindBox(name) : nullptr)
+                figure = onPage->Text();
+            else if (car > 2 && !extraCars.NoMatch())
+                figure = extraCars.Field(name);
+        }
+        if (Box* total = session.screens.FindBox("Form3", kind.total))
+            total->SetText(TotalOfCars(figures).Text());
     }
-    if (Box* total = session.screens.FindBox("Form3", kind.total))
-        total->SetText(TotalOfCars(figures).Text());
 }
 
 } // namespace quillmere

@@ -4,6 +4,7 @@
 #include "frame/Session.h"
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,7 @@ class CarColumn {
 public:
     /// What follows a run of the routine: the totals of page 1, or nothing.
     struct Totals {
-        std::function<void()> computeCash;
+        std::function<void()> computeBoth;
         std::function<void()> computeFuel;
     };
 
@@ -67,8 +68,9 @@ struct CarTotalKind {
     std::string_view errorTitle; ///< when the record of cars 3 to 6 is missing
 };
 
-/// Adds the six cars' figures into the total's box on page 1. Each figure is read from `screen` if that car stands
-/// there, for cars 1 and 2 else from page 1, and for the others from the stored record of cars 3 to 6.
-void ComputeCarTotal(Session& session, const Screen& screen, const CarTotalKind& kind);
+/// Adds the six cars' figures into each total's box on page 1, with one look at the store. A figure is read from
+/// `screen` if that car stands there, for cars 1 and 2 else from page 1, and for the others from the stored record of
+/// cars 3 to 6.
+void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds);
 
 } // namespace quillmere

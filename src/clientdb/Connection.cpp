@@ -46,8 +46,7 @@ std::string PathText(const std::filesystem::path& path)
     return {text.begin(), text.end()};
 }
 
-// ---- one run of a statement
-// ------------------------------------------------------------------------------------------
+// ---- one run of a statement ---------------------------------------------------------------------
 
 Run::Run(Database::Connection& of, sqlite3_stmt* prepared) : connection(of), statement(prepared)
 {
@@ -71,12 +70,6 @@ Run& Run::BindNull()
 {
     sqlite3_bind_null(statement, ++parameter);
     return *this;
-}
-
-void Run::Again()
-{
-    sqlite3_reset(statement);
-    parameter = 0;
 }
 
 bool Run::Step()
@@ -115,8 +108,7 @@ void Run::Fail(int result)
                      sqlite3_sql(statement));
 }
 
-// ---- the statements of a table
-// ---------------------------------------------------------------------------------------
+// ---- the statements of a table ------------------------------------------------------------------
 
 TableStatements::TableStatements(Database::Connection& of, const TableLayout& tableLayout)
     : connection(of), layout(tableLayout), fields(FieldsOf(tableLayout)), table(Quoted(tableLayout.name))
@@ -156,85 +148,82 @@ sqlite3_stmt* TableStatements::Seek(const TableIndex& index)
 {
     const bool twoParts = !index.part2.empty();
     return Shape(twoParts ? 'K' : 'k', {}, [&] {
-        std::string text =
-            "SELECT rowid," + Columns({}, true, ",") + " FROM " + table + " WHERE " + Quoted(index.part1) + "=?";
-        if (twoParts)
-            text += " AND " + Quoted(index.part2) + "=?";
-        return text;
+        const std::string text =
+            fmt::format("SELECT rowid,{} FROM {} WHERE [{}]=?", Columns({}, true, ","), table, index.part1);
+        return twoParts ? fmt::format("{} AND [{}]=?", text, index.part2) : text;
     });
 }
 
 sqlite3_stmt* TableStatements::Read(std::span<const std::uint16_t> columns, bool all)
 {
     return Shape(all ? 'R' : 'r', columns,
-                 [&] { return "SELECT " + Columns(columns, all, ",") + " FROM " + table + " WHERE rowid=?"; });
+                 [&] { return fmt::format("SELECT {} FROM {} WHERE rowid=?", Columns(columns, all, ","), table); });
+}
+
+sqlite3_stmt* TableStatements::ReadList(std::span<const std::uint16_t> columns, bool all)
+{
+    // A cross join is never turned round, so the rows come in the order of the list.
+    return Shape(all ? 'L' : 'l', columns, [&] {
+        return fmt::format("SELECT {0}.rowid,{1} FROM json_each(?) AS rowids CROSS JOIN {0} ON {0}.rowid=rowids.value",
+                           table, Columns(columns, all, ","));
+    });
 }
 
 sqlite3_stmt* TableStatements::ReadAfter(std::span<const std::uint16_t> columns, bool all)
 {
     return Shape(all ? 'A' : 'a', columns, [&] {
-        return "SELECT rowid," + Columns(columns, all, ",") + " FROM " + table + " WHERE rowid>? ORDER BY rowid";
+        return fmt::format("SELECT rowid,{} FROM {} WHERE rowid>? ORDER BY rowid", Columns(columns, all, ","), table);
     });
 }
 
 sqlite3_stmt* TableStatements::Order(const TableIndex* index, bool ofEmployer)
 {
-    const char kind = static_cast<char>('0' +
-                                        (index == nullptr       ? 0
-                                         : index->part2.empty() ? 1
-                                                                : 2) +
-                                        (ofEmployer ? 3 : 0));
-    return Shape(kind, {}, [&] {
-        std::string text = "SELECT rowid FROM " + table;
-        if (ofEmployer)
-            text += " WHERE [EmployerName]=?";
-        if (index != nullptr) {
-            text += " ORDER BY " + Quoted(index->part1);
-            if (!index->part2.empty())
-                text += "," + Quoted(index->part2);
-        }
-        return text;
+    const int parts = index == nullptr ? 0 : index->part2.empty() ? 1 : 2;
+    return Shape(static_cast<char>('0' + parts + (ofEmployer ? 3 : 0)), {}, [&] {
+        return fmt::format("SELECT rowid FROM {}{}{}{}", table, ofEmployer ? " WHERE [EmployerName]=?" : "",
+                           parts > 0 ? fmt::format(" ORDER BY [{}]", index->part1) : "",
+                           parts > 1 ? fmt::format(",[{}]", index->part2) : "");
     });
 }
 
 sqlite3_stmt* TableStatements::Exists()
 {
-    return Shape('e', {}, [&] { return "SELECT 1 FROM " + table + " WHERE rowid=?"; });
+    return Shape('e', {}, [&] { return fmt::format("SELECT 1 FROM {} WHERE rowid=?", table); });
 }
 
 sqlite3_stmt* TableStatements::Insert(std::span<const std::uint16_t> columns)
 {
     return Shape('i', columns, [&] {
         if (columns.empty())
-            return "INSERT INTO " + table + " DEFAULT VALUES";
-        std::string places = "?";
-        for (std::size_t i = 1; i < columns.size(); ++i)
-            places += ",?";
-        return "INSERT INTO " + table + "(" + Columns(columns, false, ",") + ") VALUES(" + places + ")";
+            return fmt::format("INSERT INTO {} DEFAULT VALUES", table);
+        const std::vector<std::string_view> places(columns.size(), "?");
+        return fmt::format("INSERT INTO {}({}) VALUES({})", table, Columns(columns, false, ","),
+                           fmt::join(places, ","));
     });
 }
 
 sqlite3_stmt* TableStatements::Update(std::span<const std::uint16_t> columns)
 {
-    return Shape('u', columns,
-                 [&] { return "UPDATE " + table + " SET " + Columns(columns, false, "=?,") + "=? WHERE rowid=?"; });
+    return Shape('u', columns, [&] {
+        return fmt::format("UPDATE {} SET {}=? WHERE rowid=?", table, Columns(columns, false, "=?,"));
+    });
 }
 
 sqlite3_stmt* TableStatements::Delete()
 {
-    return Shape('d', {}, [&] { return "DELETE FROM " + table + " WHERE rowid=?"; });
+    return Shape('d', {}, [&] { return fmt::format("DELETE FROM {} WHERE rowid=?", table); });
 }
 
 sqlite3_stmt* TableStatements::Employers()
 {
     return Shape('E', {}, [&] {
-        return "SELECT [EmployerName],min(rowid) FROM " + table +
-               " WHERE [EmployerName] IS NOT NULL GROUP BY [EmployerName] ORDER BY 2";
+        return fmt::format("SELECT [EmployerName],min(rowid) FROM {} WHERE [EmployerName] IS NOT NULL "
+                           "GROUP BY [EmployerName] ORDER BY 2",
+                           table);
     });
 }
 
-// ---- the connection
-// --------------------------------------------------------------------------------------------------
+// ---- the connection -----------------------------------------------------------------------------
 
 Database::Connection::Connection(const std::filesystem::path& path, int flags)
 {

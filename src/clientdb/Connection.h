@@ -33,8 +33,6 @@ public:
     Run& Bind(std::string_view text);
     Run& Bind(std::int64_t number);
     Run& BindNull();
-    /// Goes back to the start, for the next run with other values.
-    void Again();
     /// True if there is a row. Throws StoreError.
     bool Step();
     /// Runs a statement that has no rows: the number of records changed.
@@ -64,6 +62,8 @@ public:
     sqlite3_stmt* Seek(const TableIndex& index);
     /// SELECT of one field after the other by rowid; of all fields where `columns` is empty and `all` is set.
     sqlite3_stmt* Read(std::span<const std::uint16_t> columns, bool all);
+    /// The same for each rowid of a list, "[1,2,...]", in its order, with the rowid in front.
+    sqlite3_stmt* ReadList(std::span<const std::uint16_t> columns, bool all);
     /// The same for every record after a rowid, in the order of adding, with the rowid in front.
     sqlite3_stmt* ReadAfter(std::span<const std::uint16_t> columns, bool all);
     /// SELECT of the rowids in the order of the index (nullptr: as they come), of one employer or of all.

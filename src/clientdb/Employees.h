@@ -19,8 +19,7 @@ std::string EmployeeName(std::string_view firstName, std::string_view surname);
 /// The joined key: the employer's name, one blank and the employee's.
 std::string JoinedName(std::string_view employer, std::string_view employee);
 
-// ---- lists
-// -----------------------------------------------------------------------------------------------------------
+// ---- lists --------------------------------------------------------------------------------------
 
 /// So many different employers fit in a list.
 inline constexpr std::size_t EmployerNameSlots = 751;
@@ -50,8 +49,7 @@ std::string FirstPayeReference(Database& database, std::string_view employer);
 /// The PAYE reference that is offered when the employer is renamed: that of the first employee, empty or not.
 std::string PayeReferenceOfFirstEmployee(Database& database, std::string_view employer);
 
-// ---- creation
-// --------------------------------------------------------------------------------------------------------
+// ---- creation -----------------------------------------------------------------------------------
 
 struct NewEmployee {
     std::string employer;
@@ -75,8 +73,7 @@ private:
 /// null; the employer's own three only if they are not there yet. Throws RecordsNotMade.
 void CreateEmployee(Database& database, const NewEmployee& employee);
 
-// ---- renaming and deletion
-// -------------------------------------------------------------------------------------------
+// ---- renaming and deletion ----------------------------------------------------------------------
 
 /// Deletes every record of the employer, table by table.
 void DeleteEmployer(Database& database, std::string_view employer);

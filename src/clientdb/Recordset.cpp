@@ -3,6 +3,7 @@
 #include "clientdb/Connection.h"
 
 #include <algorithm>
+#include <fmt/ranges.h>
 #include <limits>
 #include <numeric>
 #include <optional>
@@ -13,7 +14,7 @@ namespace {
 
 /// A scan reads so many records ahead, and then gives up its lock until they are used up.
 constexpr std::size_t MostRecordsAhead = 128;
-constexpr std::size_t MostBytesAhead = 256 * 1024;
+constexpr std::size_t MostBytesAhead = 262144;
 /// A scan that looks at more fields than this reads whole records.
 constexpr std::size_t MostFieldsApart = 24;
 
@@ -95,8 +96,7 @@ std::shared_ptr<Database::Connection> OpenFile(const std::filesystem::path& path
 
 } // namespace
 
-// ---- database
-// --------------------------------------------------------------------------------------------------------
+// ---- database -----------------------------------------------------------------------------------
 
 Database::Database(std::shared_ptr<Connection> opened) : connection(std::move(opened))
 {
@@ -146,15 +146,15 @@ void Database::Close()
     connection->Close();
 }
 
-// ---- cursor
-// ----------------------------------------------------------------------------------------------------------
+// ---- cursor -------------------------------------------------------------------------------------
 
 struct Recordset::State {
     State(std::shared_ptr<Database::Connection> of, const TableLayout& layout)
         : connection(std::move(of)),
           statements(connection->Statements(layout)),
           fields(statements.Fields()),
-          placeInRow(fields.Count(), NotRead)
+          placeInRow(fields.Count(), NotRead),
+          columnAfter(fields.Count())
     {
     }
 
@@ -214,7 +214,8 @@ struct Recordset::State {
     Cells whole;
     bool wholeRead = false;
 
-    std::size_t likelyColumn = 0; ///< the one after the last that was asked for
+    std::vector<std::uint16_t> columnAfter; ///< which field was last asked for after each
+    std::size_t lastColumn = 0;
 
     Writing writing = Writing::Nothing;
     std::vector<Change> changes;
@@ -222,13 +223,16 @@ struct Recordset::State {
 
 std::size_t Recordset::State::Column(std::string_view name)
 {
-    if (likelyColumn >= fields.Count() || fields.All()[likelyColumn].name != name) {
-        likelyColumn = fields.Find(name);
-        if (likelyColumn == TableFields::None)
-            throw UnknownName("There is no field " + std::string(name) + " in table " +
-                              std::string(statements.Layout().name));
+    // Fields are mostly asked for in the same order for each record.
+    std::size_t column = columnAfter[lastColumn];
+    if (fields.All()[column].name != name) {
+        column = fields.Find(name);
+        if (column == TableFields::None)
+            throw UnknownName(fmt::format("There is no field {} in table {}", name, statements.Layout().name));
+        columnAfter[lastColumn] = static_cast<std::uint16_t>(column);
     }
-    return likelyColumn++;
+    lastColumn = column;
+    return column;
 }
 
 void Recordset::State::RequireRecord() const
@@ -319,32 +323,30 @@ bool Recordset::State::ReadAheadOfList()
 {
     if (!listed)
         ListRecords();
-    // One transaction around the many small reads spares each of them the lock of its own.
-    struct Bracket {
-        Bracket(Database::Connection& of, bool open) : connection(of), isOpen(open)
-        {
-            if (isOpen)
-                sqlite3_exec(connection.handle, "BEGIN", nullptr, nullptr, nullptr);
+    while (aheadRows.empty() && listRead < list.size()) {
+        if (aheadGoal == 1) {
+            Run run(*connection, statements.Read(columns, allColumns));
+            if (run.Bind(list[listRead]).Step()) {
+                aheadRows.push_back({list[listRead], listRead});
+                ahead.Take(run, 0, rowWidth);
+            }
+            ++listRead;
+            continue;
         }
-        ~Bracket()
-        {
-            if (isOpen)
-                sqlite3_exec(connection.handle, "END", nullptr, nullptr, nullptr);
+        const std::size_t end = std::min(list.size(), listRead + aheadGoal);
+        const std::string rowids = fmt::format("[{}]", fmt::join(list.begin() + static_cast<std::ptrdiff_t>(listRead),
+                                                                 list.begin() + static_cast<std::ptrdiff_t>(end), ","));
+        Run run(*connection, statements.ReadList(columns, allColumns));
+        run.Bind(rowids);
+        for (; ahead.Bytes() < MostBytesAhead && run.Step(); ++listRead) {
+            const std::int64_t read = run.Number(0);
+            while (list[listRead] != read)
+                ++listRead;
+            aheadRows.push_back({read, listRead});
+            ahead.Take(run, 1, rowWidth);
         }
-        Bracket(const Bracket&) = delete;
-        Bracket& operator=(const Bracket&) = delete;
-        Database::Connection& connection;
-        bool isOpen;
-    } bracket(*connection, aheadGoal > 1 && !connection->InTransaction());
-    Run run(*connection, statements.Read(columns, allColumns));
-    while (aheadRows.size() < aheadGoal && ahead.Bytes() < MostBytesAhead && listRead < list.size()) {
-        run.Again();
-        run.Bind(list[listRead]);
-        if (run.Step()) {
-            aheadRows.push_back({list[listRead], listRead});
-            ahead.Take(run, 0, rowWidth);
-        }
-        ++listRead;
+        if (ahead.Bytes() < MostBytesAhead)
+            listRead = end;
     }
     return !aheadRows.empty();
 }
@@ -474,6 +476,7 @@ void Recordset::State::WriteNow()
     for (const Change& change : changes)
         written.push_back(change.column);
     connection->BeforeWrite();
+    const bool aheadIsRight = changesSeen == sqlite3_total_changes64(connection->handle);
     Run run(*connection, writing == Writing::NewRecord ? statements.Insert(written) : statements.Update(written));
     for (const Change& change : changes)
         if (change.isNull)
@@ -487,6 +490,8 @@ void Recordset::State::WriteNow()
         place = Place::OnDeleted;
         RequireRecord();
     }
+    if (aheadIsRight)
+        changesSeen = sqlite3_total_changes64(connection->handle);
 }
 
 /// False if the store refused the key, where that is allowed.
@@ -508,8 +513,7 @@ bool Recordset::State::Write(bool mayRefuse)
     return true;
 }
 
-// ---- the cursor's operations
-// -----------------------------------------------------------------------------------------
+// ---- the cursor's operations --------------------------------------------------------------------
 
 Recordset Database::OpenRecordset(std::string_view table)
 {
@@ -660,7 +664,10 @@ void Recordset::Delete()
     state->RequireRecord();
     try {
         state->connection->BeforeWrite();
+        const bool aheadIsRight = state->changesSeen == sqlite3_total_changes64(state->connection->handle);
         const int deleted = Run(*state->connection, state->statements.Delete()).Bind(state->rowid).Change();
+        if (aheadIsRight)
+            state->changesSeen = sqlite3_total_changes64(state->connection->handle);
         state->place = State::Place::OnDeleted;
         state->Forget();
         if (deleted == 0)
@@ -671,8 +678,7 @@ void Recordset::Delete()
     }
 }
 
-// ---- batch
-// -----------------------------------------------------------------------------------------------------------
+// ---- batch --------------------------------------------------------------------------------------
 
 WriteBatch::WriteBatch(Database& database) : connection(database.connection)
 {

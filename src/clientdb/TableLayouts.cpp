@@ -12,8 +12,7 @@ namespace {
 
 using enum FieldKind;
 
-// ---- keys
-// ------------------------------------------------------------------------------------------------------------
+// ---- keys ---------------------------------------------------------------------------------------
 
 constexpr auto EmployeeKeys = std::to_array<FieldStem>({{"EmployerName"}, {"EmployeeName"}, {"Name"}});
 constexpr auto EmployerKeys = std::to_array<FieldStem>({{"EmployerName"}});
@@ -24,8 +23,7 @@ constexpr auto EmployeeIndexes = std::to_array<TableIndex>({
 });
 constexpr auto EmployerIndexes = std::to_array<TableIndex>({{.name = "PrimaryKey", .part1 = "EmployerName"}});
 
-// ---- P11D
-// ------------------------------------------------------------------------------------------------------------
+// ---- P11D ---------------------------------------------------------------------------------------
 
 constexpr auto Identity = std::to_array<FieldStem>({
     {"FirstName"},
@@ -174,14 +172,12 @@ constexpr auto P11DGroups = std::to_array<FieldGroup>({
     {EndOfSectionO},
 });
 
-// ---- cars 3 to 6
-// -----------------------------------------------------------------------------------------------------
+// ---- cars 3 to 6 --------------------------------------------------------------------------------
 
 constexpr auto TwoNames = std::to_array<FieldStem>({{"FirstName"}, {"Surname"}});
 constexpr auto ExtraCarsGroups = std::to_array<FieldGroup>({{EmployeeKeys}, {TwoNames}, {FurtherCar, 3, 6}});
 
-// ---- schedules of twenty lines
-// ---------------------------------------------------------------------------------------
+// ---- schedules of twenty lines ------------------------------------------------------------------
 
 constexpr auto AssetLine =
     std::to_array<FieldStem>({{"Description"}, {"CostMarket", Amount}, {"Tax", Amount}, {"CashEq", Amount}});
@@ -205,8 +201,7 @@ constexpr auto TaxSchedule = std::to_array<FieldGroup>({{EmployeeKeys}, {TaxLine
 constexpr auto AddedSchedule = std::to_array<FieldGroup>({{EmployerKeys}, {AddedLine, 1, 20}});
 constexpr auto DeductedSchedule = std::to_array<FieldGroup>({{EmployerKeys}, {DeductedLine, 1, 20}});
 
-// ---- workings
-// --------------------------------------------------------------------------------------------------------
+// ---- workings -----------------------------------------------------------------------------------
 
 constexpr auto Address = std::to_array<FieldStem>({{"Address"}});
 constexpr auto Accommodation = std::to_array<FieldStem>({
@@ -352,8 +347,7 @@ constexpr auto JNotepadGroups = std::to_array<FieldGroup>({{EmployeeKeys}, {Relo
 
 constexpr auto KeysOnly = std::to_array<FieldGroup>({{EmployeeKeys}});
 
-// ---- the declaration
-// -------------------------------------------------------------------------------------------------
+// ---- the declaration ----------------------------------------------------------------------------
 
 constexpr auto References = std::to_array<FieldStem>({{"EmployerReference"}, {"AccountsOffReference"}});
 constexpr auto EmployerAddress = std::to_array<FieldStem>({{"EmployerAdd"}});
@@ -378,8 +372,7 @@ constexpr auto Declaration = std::to_array<FieldStem>({
 constexpr auto P11DBGroups = std::to_array<FieldGroup>(
     {{EmployerKeys}, {References}, {EmployerAddress, 1, 6}, {ReturnAddress, 1, 6}, {Declaration}});
 
-// ---- the tables
-// ------------------------------------------------------------------------------------------------------
+// ---- the tables ---------------------------------------------------------------------------------
 
 constexpr TableLayout OfEmployee(std::string_view name, std::span<const FieldGroup> groups)
 {
@@ -422,8 +415,7 @@ constexpr auto Tables = std::to_array<TableLayout>({
     OfEmployee("SpareTable", KeysOnly),
 });
 
-// ---- the reference database of car models
-// ----------------------------------------------------------------------------
+// ---- the reference database of car models -------------------------------------------------------
 
 constexpr auto Manufacturer = std::to_array<FieldStem>({{"Manufacturer"}});
 constexpr auto Figure = std::to_array<FieldStem>({
@@ -459,8 +451,7 @@ constexpr auto TablesOfNewEmployee = [] {
 }();
 static_assert(TablesOfNewEmployee.size() == 27 && TablesOfNewEmployee.back() != nullptr);
 
-// ---- finding a name
-// --------------------------------------------------------------------------------------------------
+// ---- finding a name -----------------------------------------------------------------------------
 
 constexpr char LowerCase(char c)
 {

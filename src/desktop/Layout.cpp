@@ -73,7 +73,7 @@ void Layout::PlaceAt(std::string_view box, int index, int x, int y, int w, int h
 void Layout::Line(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX,
                   int boxWidth)
 {
-    Text(captionX, y + 3, captionWidth, caption);
+    Text(captionX, y + 3, captionWidth, caption, {.size = 13});
     Place(box, boxX, y, boxWidth, BoxHeight, caption);
 }
 

@@ -1,9 +1,14 @@
 #include "desktop/Look.h"
 
+#include "printing/Fonts.h"
+
+#include <QApplication>
 #include <QFontDatabase>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+
+#include <map>
 
 namespace quillmere::look {
 
@@ -12,9 +17,11 @@ namespace {
 constexpr auto CaptionFamily = "Liberation Sans";
 constexpr auto AmountFamily = "Liberation Mono";
 
-void AddFont(const char* face)
+void AddFont(Face face)
 {
-    QFontDatabase::addApplicationFont(QString("/usr/share/fonts/truetype/liberation2/Liberation%1.ttf").arg(face));
+    const auto file = FontFile(face);
+    QFontDatabase::addApplicationFontFromData(
+        QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), static_cast<qsizetype>(file.size())));
 }
 
 int FlagsOf(const TextLook& look)
@@ -95,7 +102,8 @@ void DrawPicture(QPainter& painter, const std::string& name)
 void LoadFonts()
 {
     static const bool loaded = [] {
-        for (const char* face : {"Sans-Regular", "Sans-Bold", "Sans-Italic", "Sans-BoldItalic", "Mono-Regular"})
+        for (const Face face :
+             {Face::SansRegular, Face::SansBold, Face::SansItalic, Face::SansBoldItalic, Face::MonoRegular})
             AddFont(face);
         return true;
     }();
@@ -130,6 +138,17 @@ const QPalette& EditPalette(bool writable)
     static const QPalette typed = make(Sheet);
     static const QPalette computed = make(Computed);
     return writable ? typed : computed;
+}
+
+const QPalette& FigurePalette()
+{
+    static const QPalette palette = [] {
+        QPalette made;
+        made.setColor(QPalette::Window, Computed);
+        made.setColor(QPalette::WindowText, Ink);
+        return made;
+    }();
+    return palette;
 }
 
 void Draw(QPainter& painter, const Layout::Drawn& drawn)
@@ -173,19 +192,20 @@ void Draw(QPainter& painter, const Layout::Drawn& drawn)
 
 QIcon Picture(const std::string& name)
 {
-    QIcon icon;
-    for (const double scale : {1.0, 1.5, 2.0}) {
-        const int size = static_cast<int>(24 * scale);
-        QPixmap pixmap(size, size);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(scale, scale);
-        DrawPicture(painter, name);
-        painter.end();
-        icon.addPixmap(pixmap);
-    }
-    return icon;
+    static std::map<std::string, QIcon> drawn;
+    const auto found = drawn.find(name);
+    if (found != drawn.end())
+        return found->second;
+    constexpr int Size = 24;
+    const double scale = qApp->devicePixelRatio();
+    QPixmap pixmap(QSizeF(Size * scale, Size * scale).toSize());
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    DrawPicture(painter, name);
+    painter.end();
+    return drawn.emplace(name, QIcon(pixmap)).first->second;
 }
 
 } // namespace quillmere::look

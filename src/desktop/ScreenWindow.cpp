@@ -89,6 +89,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
     : QWidget(parent), screen(screen), layout(LayoutOf(screen.Name()))
 {
     setObjectName(look::Text(screen.Name()));
+    setFont(look::CaptionFont({.size = 13}));
     if (screen.Mode() != ShowMode::Child) {
         setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                        Qt::WindowCloseButtonHint);
@@ -119,6 +120,9 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
         BoxChanged(box);
     }
     scroll->setWidget(form);
+    if (header != nullptr)
+        connect(scroll->horizontalScrollBar(), &QScrollBar::valueChanged, this,
+                [this](int left) { header->move(-left, 0); });
     FixTabOrder();
     CaptionChanged();
     screen.SetView(this);
@@ -162,10 +166,17 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
     case Kind::Label:
         if (!screen.IsClickable(box)) {
             auto* label = new QLabel(parent);
-            label->setFont(box.IsAmount() ? look::AmountFont() : look::CaptionFont());
+            if (box.IsAmount())
+                label->setFont(look::AmountFont());
             label->setAlignment(box.IsAmount() ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignLeft | Qt::AlignVCenter);
             label->setWordWrap(place.height > Layout::BoxHeight * 3 / 2);
             label->setTextFormat(Qt::PlainText);
+            if (box.IsAmount()) {
+                label->setFrameShape(QFrame::StyledPanel);
+                label->setMargin(1);
+                label->setAutoFillBackground(true);
+                label->setPalette(look::FigurePalette());
+            }
             return label;
         }
         break;
@@ -178,7 +189,8 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
 QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 {
     auto* edit = new QLineEdit(parent);
-    edit->setFont(box.IsAmount() ? look::AmountFont() : look::CaptionFont({.size = 13}));
+    if (box.IsMonospaced())
+        edit->setFont(look::AmountFont());
     if (box.IsAmount())
         edit->setAlignment(Qt::AlignRight);
     connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
@@ -188,7 +200,6 @@ QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
 {
     auto* list = new QListWidget(parent);
-    list->setFont(look::CaptionFont({.size = 13}));
     list->setUniformItemSizes(true);
     connect(list, &QListWidget::itemClicked, this, [this, &box, list](QListWidgetItem* item) {
         if (!detached)
@@ -200,9 +211,11 @@ QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
         box.Select(list->row(item));
         screen.DoubleClick(box);
     });
-    connect(list, &QListWidget::currentRowChanged, this, [this, &box](int row) {
+    // Not the current row: the toolkit gives a list one when it gets the focus, and nobody has chosen it.
+    connect(list, &QListWidget::itemSelectionChanged, this, [this, &box, list] {
+        const QList<QListWidgetItem*> chosen = list->selectedItems();
         if (!detached)
-            box.Select(row);
+            box.Select(chosen.isEmpty() ? -1 : list->row(chosen.front()));
     });
     return list;
 }
@@ -210,7 +223,6 @@ QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
 QWidget* ScreenWindow::MakeDropDown(Box& box, QWidget* parent)
 {
     auto* list = new QComboBox(parent);
-    list->setFont(look::CaptionFont({.size = 13}));
     connect(list, &QComboBox::activated, this, [this, &box](int row) {
         if (!detached)
             screen.Choose(box, row);
@@ -246,7 +258,6 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
         break;
     }
     }
-    button->setFont(look::CaptionFont());
     connect(button, &QAbstractButton::clicked, this, [this, &box] {
         if (!detached)
             screen.Click(box);
@@ -262,14 +273,18 @@ void ScreenWindow::BoxChanged(const Box& box)
     QWidget* widget = found->second;
     widget->setEnabled(box.Enabled());
     widget->setVisible(box.Visible());
-    widget->setToolTip(look::Text(box.Tip()));
+    if (widget->toolTip().isEmpty() != box.Tip().empty() || !box.Tip().empty())
+        widget->setToolTip(look::Text(box.Tip()));
     switch (box.GetKind()) {
     case Kind::Text: {
         auto* edit = static_cast<QLineEdit*>(widget);
         if (const QString text = look::Text(box.Text()); edit->text() != text)
             edit->setText(text);
         edit->setReadOnly(box.ReadOnly());
-        edit->setPalette(look::EditPalette(!box.ReadOnly() && box.Enabled()));
+        // Setting a palette is dear, even the same one.
+        const QPalette& palette = look::EditPalette(!box.ReadOnly() && box.Enabled());
+        if (edit->palette().color(QPalette::Active, QPalette::Base) != palette.color(QPalette::Active, QPalette::Base))
+            edit->setPalette(palette);
         break;
     }
     case Kind::Tick:
@@ -329,14 +344,22 @@ QWidget* ScreenWindow::WidgetOf(const Box& box) const
 
 void ScreenWindow::FocusFirst()
 {
+    QWidget* first = nullptr;
     for (const auto& box : screen.Boxes()) {
         QWidget* widget = WidgetOf(*box);
-        if (widget != nullptr && widget->isEnabled() && box->Visible() && !box->ReadOnly() &&
-            widget->focusPolicy() != Qt::NoFocus && qobject_cast<QLabel*>(widget) == nullptr) {
-            widget->setFocus(Qt::OtherFocusReason);
-            return;
-        }
+        if (widget == nullptr || !widget->isEnabled() || !box->Visible() || box->ReadOnly() ||
+            widget->focusPolicy() == Qt::NoFocus)
+            continue;
+        // What leads elsewhere waits until there is nothing to fill in.
+        const Kind kind = box->GetKind();
+        const bool leadsOn = kind == Kind::Label || kind == Kind::Picture || kind == Kind::Button;
+        if (first == nullptr || !leadsOn)
+            first = widget;
+        if (!leadsOn)
+            break;
     }
+    if (first != nullptr)
+        first->setFocus(Qt::OtherFocusReason);
 }
 
 void ScreenWindow::FixTabOrder()
@@ -405,8 +428,18 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             screen.Leave(box);
     } else if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Up || key->key() == Qt::Key_Down) &&
+            MoveBetweenLines(box, key->key() == Qt::Key_Up ? -1 : 1))
+            return true;
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-        if (enter && box.GetKind() == Kind::List && box.Selected() >= 0) {
+        if (auto* list = qobject_cast<QListWidget*>(widget); list != nullptr && box.Selected() < 0 &&
+                                                             list->count() > 0 &&
+                                                             (key->key() == Qt::Key_Down || key->key() == Qt::Key_Up)) {
+            // With nothing chosen the first step chooses the end at which it begins.
+            list->setCurrentRow(key->key() == Qt::Key_Down ? 0 : list->count() - 1);
+            return true;
+        }
+        if (enter && screen.IsDoubleClickable(box) && box.Selected() >= 0) {
             screen.DoubleClick(box);
             return true;
         }
@@ -417,6 +450,19 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
         }
     }
     return false;
+}
+
+/// Up and Down go to the same column of the line before or after; false where there is none.
+bool ScreenWindow::MoveBetweenLines(const Box& box, int lines)
+{
+    if (box.GetKind() != Kind::Text || box.Index() == Box::NoIndex)
+        return false;
+    const Box* next = screen.FindBox(box.Name(), box.Index() + lines);
+    QWidget* widget = next == nullptr ? nullptr : WidgetOf(*next);
+    if (widget == nullptr || !widget->isEnabled() || !widget->isVisible())
+        return false;
+    FocusOn(*next);
+    return true;
 }
 
 void ScreenWindow::closeEvent(QCloseEvent* event)
@@ -455,8 +501,6 @@ void ScreenWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     const int top = layout.headerHeight;
-    if (header != nullptr)
-        header->move(0, 0);
     scroll->setGeometry(0, top, width(), height() - top);
 }
 

@@ -16,6 +16,11 @@ inline constexpr std::string_view OldAvailabilityDate = "06/04/2003";
 /// The earliest loan and discharge date that page 2 takes in its own boxes.
 inline constexpr std::string_view EarliestLoanDate = "06/04/2002";
 
+/// The last days with which a car of last year still counts as running on when the years change, cars 1 to 6. No date
+/// that is entered comes to them; they are compared as they stand.
+inline constexpr std::array<std::string_view, 6> RunningOnDates = {"05/04/2003", "05/04/2003", "05/04/3004",
+                                                                   "05/04/4004", "05/05/5005", "06/06/6006"};
+
 // The car notepad, which keeps the rules and the captions of 2003-04. It is out of ordinary use and nothing reads it.
 
 /// Fuel letters that the sheet takes; others are refused.

@@ -108,12 +108,14 @@ public:
         }
     }
 
-    void TakePlace()
+    void TakePlace(const FileCheck& check = {})
     {
         if (::fsync(descriptor.Number()) != 0)
             throw FileError(target, errno);
         if (const int error = descriptor.Close())
             throw FileError(target, error);
+        if (check)
+            check(temporary);
         if (::rename(temporary.c_str(), target.c_str()) != 0)
             throw FileError(target, errno);
         isInPlace = true;
@@ -164,7 +166,7 @@ void WriteFileChecked(const std::filesystem::path& file, std::string_view conten
     replacement.TakePlace();
 }
 
-void CopyFileChecked(const std::filesystem::path& source, const std::filesystem::path& target)
+void CopyFileChecked(const std::filesystem::path& source, const std::filesystem::path& target, const FileCheck& check)
 {
     const Descriptor from = OpenForReading(source);
     std::vector<char> buffer(PieceSize);
@@ -172,7 +174,7 @@ void CopyFileChecked(const std::filesystem::path& source, const std::filesystem:
     Replacement replacement(target);
     for (; count > 0; count = ReadPiece(from, source, buffer))
         replacement.Write({buffer.data(), count});
-    replacement.TakePlace();
+    replacement.TakePlace(check);
 }
 
 std::string ReadFile(const std::filesystem::path& file)

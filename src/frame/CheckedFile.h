@@ -3,6 +3,7 @@
 #include "frame/Failure.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -18,8 +19,12 @@ public:
 /// content stays whole if anything fails. Throws FileError.
 void WriteFileChecked(const std::filesystem::path& file, std::string_view content);
 
-/// Copies a file byte for byte in the same way, read in pieces. Throws FileError.
-void CopyFileChecked(const std::filesystem::path& source, const std::filesystem::path& target);
+/// Looks at a file that is complete but has not taken its place yet; what it throws leaves the old one as it was.
+using FileCheck = std::function<void(const std::filesystem::path& complete)>;
+
+/// Copies a file byte for byte in the same way, read in pieces. Throws FileError, and what the check throws.
+void CopyFileChecked(const std::filesystem::path& source, const std::filesystem::path& target,
+                     const FileCheck& check = {});
 
 /// The whole content of a file. Throws FileError.
 std::string ReadFile(const std::filesystem::path& file);

@@ -115,6 +115,8 @@ public:
 
     /// True if a click on the control does something.
     bool IsClickable(const Box& box) const { return clickOperations.contains(box.Name()); }
+    /// The same for a double click.
+    bool IsDoubleClickable(const Box& box) const { return doubleClickOperations.contains(box.Name()); }
 
     ScreenView* View() const { return view; }
     void SetView(ScreenView* newView) { view = newView; }

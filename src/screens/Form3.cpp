@@ -70,8 +70,11 @@ constexpr auto TotalRows = std::to_array<BoxRow>({
 constexpr AmountTriple SectionA{"ACostMarketBox", "AAmountGood", "ACashEqu"};
 constexpr AmountTriple SectionC{"CGrossAmount", "CAmountGood", "CCashEqu"};
 
-constexpr CarTotalKind CashTotal{"FCashEqu", "FTotalCashCars", "Compute Cash error"};
-constexpr CarTotalKind FuelTotal{"FFuelEqu", "FTotalCashFuel", "Compute Fuel error"};
+/// `ComputeCash` and `ComputeFuel`.
+constexpr auto Totals = std::to_array<CarTotalKind>({
+    {"FCashEqu", "FTotalCashCars", "Compute Cash error"},
+    {"FFuelEqu", "FTotalCashFuel", "Compute Fuel error"},
+});
 
 /// No employee was born before this day.
 constexpr std::string_view EarliestBirth = "01/01/1905";
@@ -84,9 +87,9 @@ Form3::Form3(Session& session)
 {
     AddBoxes(Rows);
     for (const int car : {1, 2})
-        cars.emplace_back(
-            session, *this, car,
-            CarColumn::Totals{.computeCash = [this] { ComputeCash(); }, .computeFuel = [this] { ComputeFuel(); }});
+        cars.emplace_back(session, *this, car,
+                          CarColumn::Totals{.computeBoth = [this] { ComputeCashAndFuel(); },
+                                            .computeFuel = [this] { ComputeFuel(); }});
     AddBoxes(TotalRows);
     Bind();
 
@@ -122,6 +125,7 @@ bool Form3::Load()
 void Form3::Activate()
 {
     session.CurrentPage = 1;
+    box("lblP11DB").SetPaint(Paint::Plain);
     if (std::exchange(computedOnce, true))
         cars.back().CarBenefitCompute();
     else
@@ -130,8 +134,10 @@ void Form3::Activate()
 
 void Form3::ComputeBothCars()
 {
-    for (CarColumn& car : cars)
-        car.CarBenefitCompute();
+    totalsWait = true;
+    cars.front().CarBenefitCompute();
+    totalsWait = false;
+    cars.back().CarBenefitCompute();
 }
 
 void Form3::Unload()
@@ -142,14 +148,15 @@ void Form3::Unload()
     EnableEmployeeCommands(session, false);
 }
 
-void Form3::ComputeCash()
+void Form3::ComputeCashAndFuel()
 {
-    ComputeCarTotal(session, *this, CashTotal);
+    if (!totalsWait)
+        ComputeCarTotals(session, *this, Totals);
 }
 
 void Form3::ComputeFuel()
 {
-    ComputeCarTotal(session, *this, FuelTotal);
+    ComputeCarTotals(session, *this, std::span(Totals).last(1));
 }
 
 void Form3::LeaveNationalInsurance()
@@ -176,13 +183,19 @@ void Form3::LeaveDateOfBirth()
 
 void Form3::ClickDeclaration()
 {
+    box("lblP11DB").SetPaint(Paint::Yellow);
     session.InDeclarationFromPage = true;
     ComputeBothCars();
-    if (!SeekCurrent("Recovering Recordset after P11DB NICs"))
+    // An employee whom somebody has deleted is told of and is no bar; a page that the store has not taken is.
+    if (SeekRecord("Recovering Recordset after P11DB NICs") == Sought::Failed) {
+        session.InDeclarationFromPage = false;
+        box("lblP11DB").SetPaint(Paint::Plain);
         return;
+    }
     session.DeclarationOpen = true;
     session.EmployeeOpenFlag = false;
-    session.screens.Show("P11DDeclaration");
+    if (session.screens.Show("P11DDeclaration") == nullptr)
+        box("lblP11DB").SetPaint(Paint::Plain);
 }
 
 } // namespace quillmere

@@ -16,8 +16,8 @@ public:
     void Activate() override;
     void Unload() override;
 
-    /// The totals of section F over all six cars.
-    void ComputeCash();
+    /// The totals of section F over all six cars: both of them, or the fuel's alone.
+    void ComputeCashAndFuel();
     void ComputeFuel();
 
 private:
@@ -27,6 +27,7 @@ private:
     void ComputeBothCars();
 
     std::deque<CarColumn> cars;
+    bool totalsWait = false;   ///< the totals follow once both cars have been worked out
     bool computedOnce = false; ///< both cars have been worked out for the record that was opened
 };
 

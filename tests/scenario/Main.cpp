@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
@@ -13,6 +14,7 @@
 #include <optional>
 #include <string>
 #include <sys/wait.h>
+#include <system_error>
 #include <unistd.h>
 #include <vector>
 
@@ -31,6 +33,19 @@ struct Arguments {
     std::vector<std::string> files;
     bool wrong = false;
 };
+
+/// A folder for the worlds of this run, in memory where there is such a place: the store syncs each operation.
+std::filesystem::path NewFolder()
+{
+    std::filesystem::path parent = "/dev/shm";
+    if (std::getenv("TMPDIR") != nullptr || ::access(parent.c_str(), W_OK | X_OK) != 0)
+        parent = std::filesystem::temp_directory_path();
+    std::string name = (parent / "quillmere-scenario-XXXXXX").string();
+    if (::mkdtemp(name.data()) == nullptr)
+        throw std::filesystem::filesystem_error("cannot make a folder", name,
+                                                std::error_code(errno, std::generic_category()));
+    return name;
+}
 
 /// Every *.scenario of a folder and those below it, by name; a file is itself.
 void AddFiles(const std::string& name, std::vector<std::string>& files)
@@ -72,7 +87,7 @@ std::optional<std::string> ReadWhole(const std::string& file)
     return text;
 }
 
-bool PlayFile(const std::string& file, const std::filesystem::path& pictures)
+bool PlayFile(const std::string& file, const Player::Folders& folders)
 {
     const std::optional<std::string> text = ReadWhole(file);
     if (!text) {
@@ -80,7 +95,7 @@ bool PlayFile(const std::string& file, const std::filesystem::path& pictures)
         return false;
     }
     try {
-        return Player(file, QUILLMERE_RESOURCES, pictures).Play(*text);
+        return Player(file, folders).Play(*text);
     } catch (const std::exception& error) {
         fmt::print("{}: {}\n", file, error.what());
         return false;
@@ -97,21 +112,26 @@ std::string OffscreenPlatform(const std::filesystem::path& folder)
     return "offscreen:configfile=" + file.string();
 }
 
-/// Plays files from the given one on and writes one byte for each into the pipe: 1 for a file that passed.
-[[noreturn]] void Work(const Arguments& arguments, std::size_t first, int pipe)
+/// Passes on what the toolkit has to say, but for what the platform without a display cannot do.
+void TellToolkitMessage(QtMsgType, const QMessageLogContext&, const QString& text)
 {
-    const std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / fmt::format("quillmere-player-{}", ::getpid());
-    std::filesystem::create_directory(folder);
+    if (!text.startsWith("This plugin does not support"))
+        fmt::print(stderr, "{}\n", text.toStdString());
+}
+
+/// Plays files from the given one on and writes one byte for each into the pipe: 1 for a file that passed.
+[[noreturn]] void Work(const Arguments& arguments, std::size_t first, const std::filesystem::path& folder, int pipe)
+{
     const bool display = std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr;
     if (!display && std::getenv("QT_QPA_PLATFORM") == nullptr)
         ::setenv("QT_QPA_PLATFORM", OffscreenPlatform(folder).c_str(), 1);
+    ::setenv("XDG_RUNTIME_DIR", folder.c_str(), 0);
+    qInstallMessageHandler(TellToolkitMessage);
     {
         int count = 1;
         std::string name = "scenario_player";
         std::vector<char*> words{name.data(), nullptr};
         QApplication application(count, words.data());
-        std::filesystem::remove_all(folder);
         QApplication::setQuitOnLastWindowClosed(false);
         QApplication::setCursorFlashTime(0);
         QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
@@ -119,7 +139,9 @@ std::string OffscreenPlatform(const std::filesystem::path& folder)
         DoNotWaitForLocks();
         for (std::size_t place = first; place < arguments.files.size(); ++place) {
             ::alarm(SecondsForOneFile);
-            const bool passed = PlayFile(arguments.files[place], arguments.pictures);
+            const bool passed = PlayFile(arguments.files[place], {.resources = QUILLMERE_RESOURCES,
+                                                                  .root = folder / std::to_string(place + 1),
+                                                                  .pictures = arguments.pictures});
             fmt::print("{} {}\n", passed ? "ok" : "FAILED", arguments.files[place]);
             std::fflush(stdout);
             const char result = passed ? 1 : 0;
@@ -127,11 +149,13 @@ std::string OffscreenPlatform(const std::filesystem::path& folder)
                 break;
         }
     }
+    if (display)
+        std::_Exit(0); // what the display's own libraries leave behind is no leak of the program
     std::exit(0);
 }
 
 /// Plays the files in a second process, and in another one from there on if a file makes it crash.
-std::vector<bool> PlayAll(const Arguments& arguments)
+std::vector<bool> PlayAll(const Arguments& arguments, const std::filesystem::path& folder)
 {
     std::vector<bool> results;
     while (results.size() < arguments.files.size()) {
@@ -142,7 +166,7 @@ std::vector<bool> PlayAll(const Arguments& arguments)
         const pid_t worker = ::fork();
         if (worker == 0) {
             ::close(ends[0]);
-            Work(arguments, results.size(), ends[1]);
+            Work(arguments, results.size(), folder, ends[1]);
         }
         ::close(ends[1]);
         for (char result = 0; ::read(ends[0], &result, 1) == 1;)
@@ -172,7 +196,10 @@ int main(int count, char** words)
         fmt::print(stderr, "{}", Usage);
         return 2;
     }
-    const std::vector<bool> results = PlayAll(arguments);
+    const std::filesystem::path folder = NewFolder();
+    const std::vector<bool> results = PlayAll(arguments, folder);
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
     const auto passed = std::ranges::count(results, true);
     fmt::print("{} passed, {} failed\n", passed, static_cast<std::ptrdiff_t>(results.size()) - passed);
     return passed == static_cast<std::ptrdiff_t>(results.size()) ? 0 : 1;

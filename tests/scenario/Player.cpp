@@ -6,6 +6,7 @@
 #include "desktop/DesktopHost.h"
 #include "desktop/MainWindow.h"
 #include "frame/Text.h"
+#include "printing/PdfWriter.h"
 
 #include <QAction>
 #include <QApplication>
@@ -73,8 +74,10 @@ std::optional<std::string> ShownText(const QWidget& widget)
         return Utf8(edit->text());
     if (const auto* label = qobject_cast<const QLabel*>(&widget))
         return Utf8(label->text());
-    if (const auto* list = qobject_cast<const QListWidget*>(&widget))
-        return list->currentItem() == nullptr ? "" : Utf8(list->currentItem()->text());
+    if (const auto* list = qobject_cast<const QListWidget*>(&widget)) {
+        const QList<QListWidgetItem*> chosen = list->selectedItems();
+        return chosen.isEmpty() ? "" : Utf8(chosen.front()->text());
+    }
     if (const auto* list = qobject_cast<const QComboBox*>(&widget))
         return list->currentIndex() < 0 ? "" : Utf8(list->currentText());
     if (qobject_cast<const QPushButton*>(&widget) != nullptr || qobject_cast<const QCheckBox*>(&widget) != nullptr ||
@@ -90,8 +93,8 @@ void AddState(std::vector<std::string>& states, bool state, const char* yes, con
 
 } // namespace
 
-Player::Player(std::string fileName, const std::filesystem::path& resourceFolder, std::filesystem::path pictureFolder)
-    : file(std::move(fileName)), resources(resourceFolder), pictures(std::move(pictureFolder)), world(resourceFolder)
+Player::Player(std::string fileName, const Folders& folders)
+    : file(std::move(fileName)), pictures(folders.pictures), world(folders.resources, folders.root)
 {
     platform.today = StandardDay;
     platform.programFolder = world.Program();
@@ -258,6 +261,19 @@ void Player::RunOut()
     }
     if (program != nullptr && program->Ended())
         DropProgram();
+    if (program != nullptr && QApplication::activeWindow() == nullptr)
+        ActivateFront();
+}
+
+void Player::ActivateFront()
+{
+    const std::vector<Screen*> open = program->GetSession().screens.Open();
+    const auto front = std::find_if(open.rbegin(), open.rend(), [this](const Screen* screen) {
+        const QWidget* window = host->WindowOf(*screen);
+        return window != nullptr && window->isWindow() && window->isVisible();
+    });
+    if (front != open.rend())
+        hands::Activate(*host->WindowOf(**front));
 }
 
 void Player::StartProgram()
@@ -272,6 +288,9 @@ void Player::StartProgram()
                                                                  .screenHeight = ScreenHeight,
                                                                  .screenWidth = ScreenWidth});
     host->SetScreens(&program->GetSession().screens);
+    program->Printing().engine.documentEnded = [this](std::shared_ptr<const Document> document) {
+        witness.Finished(std::move(document));
+    };
     bool started = false;
     try {
         started = program->Main();
@@ -285,10 +304,8 @@ void Player::StartProgram()
     }
     world.SetSession(&program->GetSession());
     RunOut();
-    if (program != nullptr && host->Main() != nullptr) {
-        host->Main()->activateWindow();
-        hands::Settle();
-    }
+    if (program != nullptr && program->GetSession().settings.applicationMaximised)
+        hands::FillScreen(*host->Main());
 }
 
 void Player::DropProgram()
@@ -420,20 +437,19 @@ std::vector<std::string> Player::EntriesOf(const Control& control)
     return held;
 }
 
-const WitnessedDocument& Player::Document() const
+const Document& Player::LastDocument() const
 {
-    if (!witness.last)
+    if (witness.last == nullptr)
         throw StepFailure("nothing has been printed");
     return *witness.last;
 }
 
-const WitnessedPage& Player::Page(const Word& number) const
+std::vector<DrawnText> Player::PageTexts(const Word& number) const
 {
-    const auto& pages = Document().pages;
-    const int page = Number(number);
-    if (page < 1 || page > static_cast<int>(pages.size()))
-        throw StepFailure(fmt::format("expected a page {}, found {} pages", page, pages.size()));
-    return pages[static_cast<std::size_t>(page) - 1];
+    const int page = Number(number), count = LastDocument().PageCount();
+    if (page < 1 || page > count)
+        throw StepFailure(fmt::format("expected a page {}, found {} pages", page, count));
+    return TextsOf(LastDocument(), page);
 }
 
 void Player::RequireSame(const std::string& found, const std::string& expected) const
@@ -703,7 +719,8 @@ void Player::ExpectState(const Step& step)
     AddState(held, box.ReadOnly(), "readonly", "writable");
     AddState(held, box.Ticked(), "ticked", "unticked");
     if (control.action != nullptr) {
-        AddState(shown, control.action->isEnabled(), "enabled", "disabled");
+        if (control.action->isVisible()) // the toolkit disables what it hides
+            AddState(shown, control.action->isEnabled(), "enabled", "disabled");
         AddState(shown, control.action->isVisible(), "visible", "hidden");
         AddState(shown, control.action->isChecked(), "ticked", "unticked");
     } else if (control.widget != nullptr) {
@@ -931,7 +948,7 @@ void Player::ExpectColour(const Step& step)
 
 void Player::ExpectPages(const Step& step)
 {
-    const auto count = static_cast<int>(Document().pages.size());
+    const int count = LastDocument().PageCount();
     if (count != Number(step.words[0]))
         throw StepFailure(fmt::format("expected {} pages, found {}", Number(step.words[0]), count));
 }
@@ -939,20 +956,20 @@ void Player::ExpectPages(const Step& step)
 void Player::ExpectPage(const Step& step)
 {
     const std::string text = Text(step.words[1]);
-    if (!PageHolds(Page(step.words[0]).texts, text))
+    if (!PageHolds(PageTexts(step.words[0]), text))
         throw StepFailure("expected " + Shown(text) + " on the page, found it nowhere");
 }
 
 void Player::ExpectPageNot(const Step& step)
 {
     const std::string text = Text(step.words[1]);
-    if (PageHolds(Page(step.words[0]).texts, text))
+    if (PageHolds(PageTexts(step.words[0]), text))
         throw StepFailure("expected " + Shown(text) + " nowhere on the page, found it");
 }
 
 void Player::ExpectJob(const Step& step)
 {
-    RequireSame(Document().name, Text(step.words[0]));
+    RequireSame(LastDocument().name, Text(step.words[0]));
     witness.namesSince.clear();
 }
 
@@ -1000,14 +1017,8 @@ void Player::ShowField(const Step& step)
 
 void Player::ShowDocument(const Step&)
 {
-    const WitnessedDocument& document = Document();
-    fmt::print("document {}\n", Shown(document.name));
-    int number = 0;
-    for (const WitnessedPage& page : document.pages) {
-        fmt::print("page {}\n", ++number);
-        for (const std::string& line : page.listing)
-            fmt::print("{}\n", line);
-    }
+    const Document& document = LastDocument();
+    fmt::print("document {}\n{}", Shown(document.name), Listing(document));
 }
 
 void Player::Picture(const Step& step)
@@ -1026,7 +1037,7 @@ void Player::SavePdf(const Step& step)
 {
     const std::filesystem::path target = Text(step.words[0]);
     std::ofstream stream(target, std::ios::binary | std::ios::trunc);
-    stream << Document().pdf();
+    stream << PdfWriter().Write(LastDocument());
     if (!stream.flush())
         throw StepFailure("cannot write " + target.string());
 }

@@ -25,8 +25,15 @@ namespace quillmere::scenario {
 /// Plays one scenario in a world of its own, against the real windows.
 class Player {
 public:
-    /// `file` is the name under which failures are told; relative pictures go to `pictures` if it is not empty.
-    Player(std::string file, const std::filesystem::path& resources, std::filesystem::path pictures);
+    /// Where a player finds and leaves its files.
+    struct Folders {
+        std::filesystem::path resources; ///< has the empty client database and the reference database
+        std::filesystem::path root;      ///< the family root of the world, made for this one scenario
+        std::filesystem::path pictures;  ///< relative pictures go here; empty: to where the caller stands
+    };
+
+    /// `file` is the name under which failures are told.
+    Player(std::string file, const Folders& folders);
     Player(const Player&) = delete;
     Player& operator=(const Player&) = delete;
     ~Player();
@@ -58,6 +65,8 @@ private:
     void DropProgram();
     Session& Running();
     void RunOut();
+    /// Gives the focus to the window in front, as a window manager does when the one that had it has gone.
+    void ActivateFront();
 
     // Finding
     Screen& FindScreen(const std::string& name);
@@ -68,8 +77,8 @@ private:
     std::vector<std::string> Texts(const Step& step, std::size_t from) const;
     std::string TextOf(const Control& control);
     std::vector<std::string> EntriesOf(const Control& control);
-    const WitnessedDocument& Document() const;
-    const WitnessedPage& Page(const Word& number) const;
+    const Document& LastDocument() const;
+    std::vector<DrawnText> PageTexts(const Word& number) const;
 
     // What steps have in common
     void RequireSame(const std::string& found, const std::string& expected) const;
@@ -157,7 +166,7 @@ private:
     void Note(const Step& step);
 
     std::string file;
-    std::filesystem::path resources, pictures;
+    std::filesystem::path pictures;
     World world;
     ScriptedPlatform platform;
     DocumentWitness witness;

@@ -1,6 +1,7 @@
 #include "World.h"
 
 #include "clientdb/TableLayouts.h"
+#include "clientdb/Template.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
 #include "frame/Folders.h"
@@ -17,21 +18,6 @@ namespace {
 constexpr std::string_view ReferenceDatabaseName = "CarC02";
 constexpr std::string_view ReferencePrefix = "CarC02:";
 
-/// A new folder, in memory where there is such a place: the store syncs each operation.
-std::filesystem::path NewFolder()
-{
-    std::filesystem::path parent = "/dev/shm";
-    std::error_code error;
-    if (std::getenv("TMPDIR") != nullptr || !std::filesystem::is_directory(parent, error) ||
-        ::access(parent.c_str(), W_OK) != 0)
-        parent = std::filesystem::temp_directory_path();
-    std::string name = (parent / "quillmere-scenario-XXXXXX").string();
-    if (::mkdtemp(name.data()) == nullptr)
-        throw std::filesystem::filesystem_error("cannot make a folder", name,
-                                                std::error_code(errno, std::generic_category()));
-    return name;
-}
-
 std::string WithoutEnd(std::string path)
 {
     while (path.size() > 1 && path.ends_with(std::filesystem::path::preferred_separator))
@@ -41,10 +27,10 @@ std::string WithoutEnd(std::string path)
 
 } // namespace
 
-World::World(const std::filesystem::path& resourceFolder)
-    : resources(resourceFolder), root(NewFolder()), program(root / edition::ProductFolder), faults(program)
+World::World(const std::filesystem::path& resourceFolder, const std::filesystem::path& rootFolder)
+    : resources(resourceFolder), root(rootFolder), program(root / edition::ProductFolder), faults(program)
 {
-    std::filesystem::create_directory(program);
+    std::filesystem::create_directories(program);
     for (const std::string_view name : {edition::TemplateDatabaseName, ReferenceDatabaseName})
         if (std::filesystem::exists(resources / name))
             std::filesystem::copy_file(resources / name, program / name);
@@ -142,8 +128,10 @@ void World::Provide(Store store) const
         store == Store::LastYear && !std::filesystem::exists(settings))
         WriteLines(settings, {"FOLDER 1=Clients", "PATH 1=" + priorFolder.string(), "SELECTED FOLDER=1"});
     const std::filesystem::path file = DatabaseFile(store);
-    if (store == Store::Reference || std::filesystem::exists(file))
+    if (std::filesystem::exists(file))
         return;
+    if (store == Store::Reference)
+        return CreateReferenceTables(file);
     std::filesystem::create_directories(file.parent_path());
     std::filesystem::copy_file(resources / edition::TemplateDatabaseName, file);
 }

@@ -25,8 +25,9 @@ enum class Store { ThisYear, LastYear, Reference };
 /// The files that a scenario plays with: a family root of its own with this year's program folder in it.
 class World {
 public:
-    /// `resources` holds the empty client database and the reference database that are copied into the program folder.
-    explicit World(const std::filesystem::path& resources);
+    /// `resources` holds the empty client database and the reference database that are copied into the program folder;
+    /// `root` is made, and goes with the world.
+    World(const std::filesystem::path& resources, const std::filesystem::path& root);
     World(const World&) = delete;
     World& operator=(const World&) = delete;
     ~World();

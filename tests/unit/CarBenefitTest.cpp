@@ -1,6 +1,7 @@
 #include "cars/CarBenefit.h"
 
 #include "edition/Edition.h"
+#include "frame/Failure.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -174,6 +175,7 @@ TEST(CarBenefit, DeductionsAreRoundedUpFromAThousandthOn)
 {
     EXPECT_EQ(DeductionForDays(Pounds(3650), 30), Pounds(300));
     EXPECT_EQ(DeductionForDays(Pounds(1000), 30), Pounds(83));
+    EXPECT_EQ(DeductionForDays(Pounds(366), 1), Pounds(2)) << "the least fraction there is, a day's pound";
     EXPECT_EQ(DeductionForDays(Pounds(2700), 30), Pounds(222));
     EXPECT_EQ(DeductionForDays(Pounds(2700), 0), Amount());
     EXPECT_EQ(DeductionForDays(Pounds(-360), 10), Pounds(-9));
@@ -353,8 +355,8 @@ TEST(CarBenefit, WholeNumbersThatLeave16BitsAreARuntimeFailure)
     const auto overflows = [](const std::function<void(CarFacts&)>& change) {
         try {
             CarBenefit(With(change));
-        } catch (const std::overflow_error& failure) {
-            return std::string(failure.what()) == "Overflow";
+        } catch (const Failure& failure) {
+            return failure.Number() == 6 && std::string(failure.what()) == "Overflow";
         }
         return false;
     };
@@ -367,8 +369,8 @@ TEST(CarBenefit, WholeNumbersThatLeave16BitsAreARuntimeFailure)
 
 TEST(CarBenefit, ATextThatIsNoDateIsARuntimeFailure)
 {
-    EXPECT_THROW(CarBenefit(With([](CarFacts& f) { f.registrationDate = "99/99/2008"; })), std::invalid_argument);
-    EXPECT_THROW(CarBenefit(With([](CarFacts& f) { f.dateWithdrawn = "soon"; })), std::invalid_argument);
+    EXPECT_THROW(CarBenefit(With([](CarFacts& f) { f.registrationDate = "99/99/2008"; })), Failure);
+    EXPECT_THROW(CarBenefit(With([](CarFacts& f) { f.dateWithdrawn = "soon"; })), Failure);
 }
 
 TEST(CarTotals, SixEmptyCarsGiveAnEmptyTotal)

@@ -1,5 +1,7 @@
 #include "cars/CarSheet.h"
 
+#include "frame/Failure.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -56,6 +58,7 @@ TEST(CarSheet, TheFuelDeductionIsDividedBy366AndTheCarsBy365)
                                              NoLookUp);
     EXPECT_EQ(working.Q, 30);
     EXPECT_EQ(working.R, ReadAmount("246.5753")) << "3000 x 30 / 365";
+    EXPECT_EQ(working.S, ReadAmount("2753.4247"));
     EXPECT_EQ(working.Y, ReadAmount("177.0492")) << "2160 x 30 / 366";
     EXPECT_EQ(working.Z, ReadAmount("1982.9508"));
 }
@@ -130,7 +133,7 @@ TEST(CarSheet, FiguresAreRoundedByTheirLastDigit)
     for (const Case& c : {Case{"160", 160}, Case{"161", 160}, Case{"164", 160}, Case{"165", 165}, Case{"166", 165},
                           Case{"169", 165}, Case{"", 0}})
         EXPECT_EQ(SheetFigure(c.text), c.figure) << c.text;
-    EXPECT_THROW(SheetFigure("99995"), std::overflow_error);
+    EXPECT_THROW(SheetFigure("99995"), Failure);
 }
 
 TEST(CarSheet, AFigureOfTwoDigitsGainsOne)
@@ -191,6 +194,7 @@ TEST(CarSheet, PricesAreHeldAsOnTheColumns)
         CarSheet(With([](CarSheetFacts& f) { f.car.listPrice = "90000", f.car.contribution = "4000"; }), NoLookUp).E,
         Pounds(80000));
     EXPECT_EQ(CarSheet(With([](CarSheetFacts& f) { f.car.contribution = "20001"; }), NoLookUp).E, Amount());
+    EXPECT_EQ(CarSheet(With([](CarSheetFacts& f) { f.car.accessories = "1000"; }), NoLookUp).total, Pounds(21000));
 }
 
 TEST(CarSheet, WithoutTheTickThereIsNoFuel)

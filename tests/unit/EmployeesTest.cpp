@@ -1,8 +1,8 @@
 #include "clientdb/Employees.h"
 
-#include "support/StoreFixture.h"
 #include "clientdb/StoreFaults.h"
 #include "clientdb/TableLayouts.h"
+#include "support/StoreFixture.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -193,8 +193,7 @@ TEST_F(Employees, ACreationThatCannotBeCommittedNamesNoRecord)
     EXPECT_EQ(Keys("P11D"), Texts{});
 }
 
-// ---- lists
-// -----------------------------------------------------------------------------------------------------------
+// ---- lists --------------------------------------------------------------------------------------
 
 TEST_F(Employees, EmployersAreListedAsTheyAreFirstMet)
 {
@@ -294,8 +293,7 @@ TEST_F(Employees, ANewEmployeeBeginsWithTheFirstReferenceThereIs)
     EXPECT_EQ(FirstPayeReference(database, "Acme"), "third");
 }
 
-// ---- deletion
-// --------------------------------------------------------------------------------------------------------
+// ---- deletion -----------------------------------------------------------------------------------
 
 TEST_F(Employees, DeletingTheLastEmployeeLeavesTheEmployersRecords)
 {
@@ -316,8 +314,9 @@ TEST_F(Employees, DeletingAnEmployeeTouchesNobodyElse)
     Create("Beta", "Jane", "Smith");
     DeleteEmployee(database, "Acme", "Jane Smith");
     for (const TableLayout* table : NewEmployeeTables())
-        if (table->level == TableLevel::Employee)
+        if (table->level == TableLevel::Employee) {
             EXPECT_EQ(Keys(table->name), (Texts{"Acme|John Smith", "Beta|Jane Smith"})) << table->name;
+        }
 }
 
 TEST_F(Employees, DeletingAnEmployerEmptiesAllHisTables)
@@ -350,8 +349,7 @@ TEST_F(Employees, ADeletionThatFailsOnItsWayKeepsWhatItHasDone)
     EXPECT_EQ(Keys("CNotepad"), Texts{"Acme|Jane Smith"});
 }
 
-// ---- renaming
-// --------------------------------------------------------------------------------------------------------
+// ---- renaming -----------------------------------------------------------------------------------
 
 TEST_F(Employees, RenamingAnEmployerRewritesEveryKeyAndBothReferences)
 {

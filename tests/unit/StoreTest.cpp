@@ -1,5 +1,5 @@
-#include "support/StoreFixture.h"
 #include "clientdb/StoreFaults.h"
+#include "support/StoreFixture.h"
 
 #include <fstream>
 #include <random>
@@ -20,8 +20,7 @@ protected:
     }
 };
 
-// ---- finding and reading
-// ---------------------------------------------------------------------------------------------
+// ---- finding and reading ------------------------------------------------------------------------
 
 TEST_F(Store, FindsARecordByBothPartsOfItsKey)
 {
@@ -169,8 +168,7 @@ TEST_F(Store, ACursorWithNoRecordCannotBeRead)
     EXPECT_TRUE(records.AtEnd());
 }
 
-// ---- order of going through
-// ------------------------------------------------------------------------------------------
+// ---- order of going through ---------------------------------------------------------------------
 
 class Scan : public Store {
 protected:
@@ -383,8 +381,7 @@ TEST_F(Scan, AnIdleCursorLeavesTheDatabaseFreeForOthers)
     EXPECT_NO_THROW(Add(second, "P11D", "Gamma", "Guy"));
 }
 
-// ---- writing
-// ---------------------------------------------------------------------------------------------------------
+// ---- writing ------------------------------------------------------------------------------------
 
 TEST_F(Store, WritesOnlyWhatWasSet)
 {
@@ -524,8 +521,7 @@ TEST_F(Store, AClosedDatabaseAnswersNothing)
     database.Close();
 }
 
-// ---- batches and failures
-// --------------------------------------------------------------------------------------------
+// ---- batches and failures -----------------------------------------------------------------------
 
 TEST_F(Store, ABatchSeesItsOwnWritesAndOthersDoNotYet)
 {
@@ -679,8 +675,7 @@ TEST_F(Store, EveryStatementCanBeMadeToFail)
     EXPECT_FALSE(records.NoMatch());
 }
 
-// ---- files
-// -----------------------------------------------------------------------------------------------------------
+// ---- files --------------------------------------------------------------------------------------
 
 TEST_F(Store, OpensNoFileThatIsNotThereAndMakesNone)
 {

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "frame/Dates.h"
+
+#include <filesystem>
+#include <string>
+
+/// The copy of a client database that serves as its backup.
+namespace quillmere {
+
+/// The name that is proposed for a day's backup: the database's own without its ending, and the day as
+/// "-2011-06-30". It has no ending; the dialog gives it one.
+std::string ProposedBackupName(const std::filesystem::path& database, Day today);
+
+/// True if the folder has something of that name, in upper or lower case.
+bool NameIsTaken(const std::filesystem::path& file);
+
+/// True if both paths lead to one file.
+bool IsSameFile(const std::filesystem::path& first, const std::filesystem::path& second);
+
+/// Copies the database byte for byte while nobody may write to it. The copy takes the place of an older one only when
+/// it is on the disk and opens as a client database; until then, and if anything fails, the older one stays as it was.
+/// Throws StoreError and FileError.
+void BackUpDatabase(const std::filesystem::path& database, const std::filesystem::path& copy);
+
+} // namespace quillmere

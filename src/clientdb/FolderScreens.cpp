@@ -1,0 +1,153 @@
+#include "clientdb/FolderScreens.h"
+
+#include "clientdb/Backup.h"
+#include "clientdb/StoreErrors.h"
+#include "edition/Edition.h"
+#include "frame/BusyPointer.h"
+#include "frame/Session.h"
+
+#include <fmt/format.h>
+#include <optional>
+
+namespace quillmere {
+
+namespace {
+
+std::size_t Slot(int number)
+{
+    return static_cast<std::size_t>(number);
+}
+
+} // namespace
+
+void RebuildFolderMenu(Session& session)
+{
+    Screen* const main = session.screens.Find("MDIForm1");
+    if (main == nullptr)
+        return;
+    int digit = 1;
+    for (int slot = 1; slot <= FolderSlots; ++slot) {
+        const std::string& name = session.settings.folder[Slot(slot)];
+        Box& entry = main->box("mnuAltFolder", slot);
+        entry.SetVisible(!name.empty());
+        if (name.empty())
+            continue;
+        entry.SetText("&" + std::to_string(digit++) + " " + name);
+        entry.SetTicked(slot == session.settings.selectedFolder);
+    }
+}
+
+// ---- frmFolderManager -----------------------------------------------------------------------------
+
+frmFolderManager::frmFolderManager(Session& session)
+    : Screen(session, "frmFolderManager", ShowMode::Modal, "Folder Manager")
+{
+    for (int slot = 1; slot <= FolderSlots; ++slot) {
+        const std::string number = std::to_string(slot);
+        AddBox({.spoken = "Folder Name " + number}, "txtName", slot);
+        AddBox({.filter = PathKeyFilter, .spoken = "Directory Path " + number}, "txtPath", slot);
+    }
+    AddBox({.kind = Kind::Button, .text = "&OK"}, "cmdOK");
+    AddBox({.kind = Kind::Button, .text = "&Cancel"}, "cmdCancel");
+    SetButtons("cmdCancel", "cmdOK");
+    OnClick("cmdOK", [this](Box&) { Accept(); });
+    OnClick("cmdCancel", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+bool frmFolderManager::Load()
+{
+    for (int slot = 1; slot <= FolderSlots; ++slot) {
+        box("txtName", slot).SetText(session.settings.folder[Slot(slot)]);
+        box("txtPath", slot).SetText(session.settings.path[Slot(slot)]);
+    }
+    return true;
+}
+
+void frmFolderManager::Activate()
+{
+    if (Box* name = FindBox("txtName", session.settings.selectedFolder))
+        Focus(*name);
+}
+
+void frmFolderManager::Accept()
+{
+    for (int slot = 1; slot <= FolderSlots; ++slot) {
+        session.settings.folder[Slot(slot)] = box("txtName", slot).Text();
+        session.settings.path[Slot(slot)] = box("txtPath", slot).Text();
+    }
+    RebuildFolderMenu(session);
+    WriteConfiguration(session.settings, session.programFolder);
+    session.screens.Unload(Name());
+}
+
+// ---- frmBackup ------------------------------------------------------------------------------------
+
+frmBackup::frmBackup(Session& session) : Screen(session, "frmBackup", ShowMode::Modal, "Backup")
+{
+    AddBox({.kind = Kind::Label}, "lblSource");
+    AddBox({.kind = Kind::Button, .text = "&Save"}, "cmdSave");
+    AddBox({.kind = Kind::Button, .text = "&Cancel"}, "cmdCancel");
+    SetButtons("cmdCancel", "cmdSave");
+    OnClick("cmdSave", [this](Box&) { Save(); });
+    OnClick("cmdCancel", [this](Box&) {
+        TellNotSaved();
+        this->session.screens.Unload(Name());
+    });
+}
+
+bool frmBackup::Load()
+{
+    box("lblSource").SetText(session.ClientDatabasePath().string());
+    return true;
+}
+
+void frmBackup::Save()
+{
+    std::string path;
+    if (!SaveCopy(path)) {
+        TellNotSaved();
+        return;
+    }
+    session.messages.Tell(
+        edition::AppTitle,
+        fmt::format("A backup copy of your client database has been saved in the following file:\n\n{}", path),
+        Icon::Information);
+    session.screens.Unload(Name());
+}
+
+bool frmBackup::SaveCopy(std::string& path)
+{
+    const std::filesystem::path source = session.ClientDatabasePath();
+    const SaveFileQuestion question{.title = "Backup client database",
+                                    .proposedPath = ProposedBackupName(source, session.platform.Today()),
+                                    .filterName = "Marlbase databases",
+                                    .filterPattern = "*.mdb",
+                                    .defaultExtension = "mdb"};
+    const std::optional<std::string> chosen = session.platform.AskSaveFile(question);
+    if (!chosen)
+        return false;
+    std::filesystem::path target = *chosen;
+    if (!target.has_extension())
+        target += "." + question.defaultExtension;
+    path = target.string();
+    if (IsSameFile(source, target))
+        return false;
+    if (NameIsTaken(target) &&
+        !session.messages.Ask(edition::AppTitle,
+                              fmt::format("The file:\n\n{}\n\nalready exits. Do you wish to replace it?", path)))
+        return false;
+    try {
+        const BusyPointer busy(session.platform);
+        BackUpDatabase(source, target);
+        return true;
+    } catch (const Failure&) {
+        return false;
+    }
+}
+
+void frmBackup::TellNotSaved()
+{
+    session.messages.Tell(edition::AppTitle, "The client database backup file was not saved", Icon::Information);
+}
+
+} // namespace quillmere

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "frame/Screen.h"
+
+namespace quillmere {
+
+/// So many client folders can be named.
+inline constexpr int FolderSlots = 4;
+
+/// Fills the main window's Folder menu from the four folder slots.
+void RebuildFolderMenu(Session& session);
+
+/// "Folder Manager": names and paths of the four client folders.
+class frmFolderManager : public Screen {
+public:
+    explicit frmFolderManager(Session& session);
+    bool Load() override;
+    void Activate() override;
+
+private:
+    void Accept();
+};
+
+/// "Backup": a copy of the client database.
+class frmBackup : public Screen {
+public:
+    explicit frmBackup(Session& session);
+    bool Load() override;
+
+private:
+    void Save();
+    /// Asks where to and copies. False if there is no backup; it is then told so.
+    [[nodiscard]] bool SaveCopy(std::string& path);
+    void TellNotSaved();
+};
+
+} // namespace quillmere

@@ -1,0 +1,52 @@
+#include "clientdb/FolderScreens.h"
+#include "desktop/Layouts.h"
+
+namespace quillmere::layouts {
+
+namespace {
+
+constexpr int ButtonWidth = 96;
+constexpr int ButtonHeight = 28;
+
+} // namespace
+
+Layout frmFolderManager()
+{
+    constexpr int line = 30;
+    Layout layout{.width = 660, .height = 90 + FolderSlots * line};
+    layout.Text(44, 16, 180, "Folder Name", {.bold = true});
+    layout.Text(236, 16, 400, "Directory Path", {.bold = true});
+    for (int slot = 1; slot <= FolderSlots; ++slot) {
+        const int y = 38 + (slot - 1) * line;
+        layout.Text(16, y + 3, 20, std::to_string(slot), {.align = TextLook::Align::Right});
+        layout.PlaceAt("txtName", slot, 44, y, 180);
+        layout.PlaceAt("txtPath", slot, 236, y, 408);
+    }
+    layout.Place("cmdOK", 444, layout.height - 44, ButtonWidth, ButtonHeight);
+    layout.Place("cmdCancel", 548, layout.height - 44, ButtonWidth, ButtonHeight);
+    return layout;
+}
+
+Layout frmBackup()
+{
+    Layout layout{.width = 620, .height = 150};
+    layout.Text(16, 18, 590, "Click on the 'Save' button to save a backup copy of your client database file:");
+    layout.Place("lblSource", 16, 44, 588, 40, "Client database");
+    layout.Place("cmdSave", 404, 106, ButtonWidth, ButtonHeight);
+    layout.Place("cmdCancel", 508, 106, ButtonWidth, ButtonHeight);
+    return layout;
+}
+
+Layout TransferList()
+{
+    Layout layout{.width = 520, .height = 460};
+    layout.Place("lblLegend", 16, 14, 200, 20);
+    layout.Place("lblFolderName", 220, 14, 284, 20, "Last year's folder");
+    layout.Place("TransferListbox", 16, 40, 488, 362);
+    layout.Place("Transfer", 184, 416, 100, ButtonHeight);
+    layout.Place("TransferAll", 292, 416, 108, ButtonHeight);
+    layout.Place("Cancel", 408, 416, ButtonWidth, ButtonHeight);
+    return layout;
+}
+
+} // namespace quillmere::layouts

@@ -1,0 +1,179 @@
+#include "transfer/TransferList.h"
+
+#include "edition/Edition.h"
+#include "frame/BusyPointer.h"
+#include "frame/CheckedFile.h"
+#include "frame/Folders.h"
+#include "frame/Session.h"
+
+#include <array>
+#include <cerrno>
+#include <fmt/format.h>
+
+namespace quillmere {
+
+namespace {
+
+constexpr auto Rows = std::to_array<BoxRow>({
+    {.name = "lblLegend", .kind = Kind::Label, .text = "Clients in %LTY% Database:"},
+    {.name = "lblFolderName", .kind = Kind::Label},
+    {.name = "TransferListbox", .kind = Kind::List, .spoken = "Clients in last year's database"},
+    {.name = "Transfer", .kind = Kind::Button, .text = "Transfer"},
+    // Kept: the tooltip is older than the button's work.
+    {.name = "TransferAll",
+     .kind = Kind::Button,
+     .text = "Transfer All",
+     .tip = "The Transfer All function will be available in a later version"},
+    {.name = "Cancel", .kind = Kind::Button, .text = "Cancel"},
+});
+
+constexpr std::string_view YearMark = "%LTY%";
+
+constexpr std::string_view SingleQuestion =
+    "If this file does not already exist in the destination folder it will be transferred.";
+constexpr std::string_view AllQuestion =
+    "All files that do not already exist in the destination folder will be transferred.";
+constexpr std::string_view RestOfQuestion =
+    "Existing files in the destination folder will not be overwritten but you should backup all files in the "
+    "destination folder\n"
+    "before proceeding.\n"
+    "\n"
+    "You must ensure that no other attempts to access any files in the source or destination folders during the\n"
+    "transfer process.\n"
+    "\n"
+    "Do you wish to proceed?";
+
+/// The bar that shows how far the run has come. It moves by whole percents, and the windows repaint each time.
+class Progress {
+public:
+    Progress(Platform& platform, std::size_t total) : platform(platform), total(static_cast<int>(total)) { Show(); }
+    ~Progress() { platform.ShowProgress(0, 0); }
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    void Advance()
+    {
+        const int before = Percent();
+        ++done;
+        if (Percent() != before)
+            Show();
+    }
+
+private:
+    int Percent() const { return total > 0 ? static_cast<int>(100L * done / total) : 0; }
+    void Show()
+    {
+        platform.ShowProgress(done, total);
+        platform.YieldToMessages();
+    }
+
+    Platform& platform;
+    int total;
+    int done = 0;
+};
+
+} // namespace
+
+TransferList::TransferList(Session& session) : Screen(session, "TransferList", ShowMode::Modal, TransferTitle)
+{
+    AddBoxes(Rows);
+    SetButtons("Cancel", "Transfer");
+    OnClick("Transfer", [this](Box&) {
+        if (box("TransferListbox").Empty())
+            this->session.messages.Tell(edition::AppTitle, "You must select a Client to transfer", Icon::Critical);
+        else if (Confirmed("Transfer", SingleQuestion))
+            TransferSelected();
+    });
+    OnClick("TransferAll", [this](Box&) {
+        if (Confirmed("Transfer All", AllQuestion))
+            TransferAll();
+    });
+    OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+bool TransferList::ShowLastYearClients()
+{
+    const BusyPointer busy(session.platform);
+    Box& legend = box("lblLegend");
+    std::string text = legend.Text();
+    if (const std::size_t mark = text.find(YearMark); mark != std::string::npos)
+        legend.SetText(text.replace(mark, YearMark.size(), edition::YearLabelPrior));
+    try {
+        std::vector<std::string> clients = ReadLastYearClients();
+        if (clients.empty()) {
+            session.messages.Tell(edition::AppTitle, "There are no Employers to display");
+            return false;
+        }
+        box("TransferListbox").SetEntries(std::move(clients));
+        return true;
+    } catch (const Failure&) {
+        session.messages.Tell(edition::AppTitle, "No previous year data found");
+        return false;
+    }
+}
+
+std::vector<std::string> TransferList::ReadLastYearClients()
+{
+    const std::filesystem::path priorFolder = PriorProgramFolderOf(session.programFolder);
+    const std::string clientFolder = LastYearSelectedPath(priorFolder);
+    if (clientFolder.empty())
+        throw FileError(priorFolder / SettingsFileName, ENOENT);
+    box("lblFolderName").SetText(LastYearSelectedFolderName(priorFolder));
+    lastYearDatabase = std::filesystem::path(clientFolder) / edition::PriorClientDatabaseName;
+    Database database = Database::OpenDatabase(lastYearDatabase, OpenMode::ReadOnly);
+    std::vector<std::string> clients;
+    for (const LastYearEmployee& employee : ListLastYearEmployees(database))
+        clients.push_back(ListText(employee));
+    return clients;
+}
+
+bool TransferList::Confirmed(std::string_view title, std::string_view first)
+{
+    return session.messages.Ask(title, fmt::format("{}\n{}", first, RestOfQuestion));
+}
+
+void TransferList::TransferSelected()
+{
+    Run(ParseListText(box("TransferListbox").Text()));
+}
+
+void TransferList::TransferAll()
+{
+    Run(std::nullopt);
+}
+
+void TransferList::Run(const std::optional<LastYearEmployee>& selected)
+{
+    const TransferMode mode = selected ? TransferMode::Single : TransferMode::All;
+    std::vector<TransferNotice> notices;
+    std::string at;
+    try {
+        const BusyPointer busy(session.platform);
+        YearTransfer transfer(session.ClientDatabasePath(), lastYearDatabase);
+        const auto employees = selected ? std::vector{*selected} : transfer.LastYearEmployees();
+        Progress progress(session.platform, employees.size());
+        for (const LastYearEmployee& employee : employees) {
+            at = ListText(employee);
+            transfer.Transfer(employee, mode, notices);
+            Tell(notices);
+            progress.Advance();
+        }
+        transfer.Commit();
+    } catch (const StoreError& failure) {
+        Tell(notices);
+        session.messages.Tell(Caption(),
+                              at.empty() ? std::string(failure.what())
+                                         : fmt::format("{}\n\nThe transfer has stopped at {}.", failure.what(), at));
+        return;
+    }
+    session.messages.Tell("Transfer", "Transfer Complete", Icon::Information);
+}
+
+void TransferList::Tell(std::vector<TransferNotice>& notices)
+{
+    for (const TransferNotice& notice : notices)
+        session.messages.Tell(notice.title, notice.text);
+    notices.clear();
+}
+
+} // namespace quillmere

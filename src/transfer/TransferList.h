@@ -1,0 +1,34 @@
+#pragma once
+
+#include "frame/Screen.h"
+#include "transfer/YearTransfer.h"
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+namespace quillmere {
+
+/// "Transfer Selected Employees": the employees of last year's database, to be taken over one by one or all of them.
+class TransferList : public Screen {
+public:
+    explicit TransferList(Session& session);
+
+    /// The screen is not shown if there is nobody to transfer.
+    bool Load() override { return ShowLastYearClients(); }
+
+private:
+    /// Finds last year's folder and fills the list. False, after a message, if there is nobody in it.
+    [[nodiscard]] bool ShowLastYearClients();
+    std::vector<std::string> ReadLastYearClients();
+    [[nodiscard]] bool Confirmed(std::string_view title, std::string_view first);
+    void TransferSelected();
+    void TransferAll();
+    /// Transfers the one employee, or with none all of them.
+    void Run(const std::optional<LastYearEmployee>& selected);
+    void Tell(std::vector<TransferNotice>& notices);
+
+    std::filesystem::path lastYearDatabase;
+};
+
+} // namespace quillmere

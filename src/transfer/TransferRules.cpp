@@ -1,0 +1,228 @@
+#include "transfer/TransferRules.h"
+
+#include "clientdb/DataLink.h"
+#include "edition/LeftOvers.h"
+#include "edition/LoanRates.h"
+#include "frame/Text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int DescriptionLines = 20;
+constexpr int AddressLines = 5;
+constexpr int EmployerAddressLines = 6;
+constexpr int Vans = 3;
+constexpr int Loans = 5;
+constexpr int Cars = 6;
+/// Cars up to this one stand in P11D, the others in ExtraCars.
+constexpr int CarsInP11D = 2;
+
+std::string SetTick(bool set)
+{
+    return set ? "1" : "";
+}
+
+void CarryNumbered(CarriedFields& carried, const LastYearRecord& lastYear, std::string_view stem, int last)
+{
+    for (int number = 1; number <= last; ++number) {
+        std::string field = Numbered(stem, number);
+        std::string text(lastYear(field));
+        carried.push_back({std::move(field), std::move(text)});
+    }
+}
+
+void CarryNamed(CarriedFields& carried, const LastYearRecord& lastYear, std::string_view field)
+{
+    carried.push_back({std::string(field), std::string(lastYear(field))});
+}
+
+// ---- cars -----------------------------------------------------------------------------------------
+
+/// What a car takes along, apart from its two ticks.
+constexpr auto CarStems = std::to_array<std::string_view>(
+    {"FMakeModel", "FRegDate", "FC02", "FEngine", "FListPrice", "FAccessories", "FFuel", "FCaptContr", "FPrivateUse"});
+
+struct Car {
+    std::array<std::string, CarStems.size()> texts;
+    bool noC02 = false;
+    bool fuel = false;
+};
+
+bool CarRunsOn(const LastYearRecord& lastYear, int car)
+{
+    const std::string_view last = lastYear(Numbered("FDateTo", car));
+    // Kept: the fixed date is no date of any year; it stands for a car that was never given back.
+    if (!last.empty() && last != edition::RunningOnDates.at(static_cast<std::size_t>(car - 1)))
+        return false;
+    // Kept: a car that had no cash equivalent last year is left behind with those that lack price or registration.
+    for (const std::string_view required : {"FListPrice", "FRegDate", "FCashEqu"})
+        if (lastYear(Numbered(required, car)).empty())
+            return false;
+    return true;
+}
+
+/// Fuel goes on unless it was withdrawn and not reinstated.
+bool FuelRunsOn(const LastYearRecord& lastYear, int car)
+{
+    const std::string_view reinstated = car <= CarsInP11D ? "FDateWithdrawnTick" : "FWithdrawnTick";
+    return IsSet(lastYear(Numbered("FFuelTick", car))) &&
+           (lastYear(Numbered("FDateWithdrawn", car)).empty() || IsSet(lastYear(Numbered(reinstated, car))));
+}
+
+Car ReadCar(const LastYearRecord& lastYear, int number)
+{
+    Car car;
+    for (std::size_t i = 0; i < CarStems.size(); ++i)
+        car.texts[i] = lastYear(Numbered(CarStems[i], number));
+    car.noC02 = IsSet(lastYear(Numbered("FNoC02", number)));
+    car.fuel = FuelRunsOn(lastYear, number);
+    return car;
+}
+
+} // namespace
+
+Amount CurrencyRates::RateOf(std::string_view currency) const
+{
+    const auto row = std::ranges::find(rows, currency, &Row::currency);
+    return row == rows.end() ? Amount() : row->rate;
+}
+
+CurrencyRates ReadCurrencyRates(const LastYearRecord& currencies)
+{
+    CurrencyRates rates;
+    rates.firstRate = currencies("Rate1");
+    int number = 0;
+    for (CurrencyRates::Row& row : rates.rows) {
+        row.currency = currencies(Numbered("Currency", ++number));
+        row.rate = ReadAmount(currencies(Numbered("Rate", number)));
+    }
+    return rates;
+}
+
+CarriedFields CarryDescriptions(const LastYearRecord& lastYear)
+{
+    CarriedFields carried;
+    carried.reserve(DescriptionLines);
+    CarryNumbered(carried, lastYear, "Description", DescriptionLines);
+    return carried;
+}
+
+CarriedFields CarryAddress(const LastYearRecord& lastYear)
+{
+    CarriedFields carried;
+    CarryNumbered(carried, lastYear, "Address", AddressLines);
+    CarryNamed(carried, lastYear, "Postcode");
+    return carried;
+}
+
+CarriedFields CarryVans(const LastYearRecord& lastYear)
+{
+    std::vector<int> runOn;
+    for (int van = 1; van <= Vans; ++van)
+        if (!lastYear(Numbered("RegNumber", van)).empty() && lastYear(Numbered("DateTo1", van)).empty())
+            runOn.push_back(van);
+    CarriedFields carried;
+    for (int slot = 1; slot <= Vans; ++slot) {
+        CarriedField number{Numbered("RegNumber", slot), {}};
+        CarriedField beforeApril{Numbered("BeforeApril", slot), {}};
+        if (slot <= static_cast<int>(runOn.size())) {
+            const int van = runOn[static_cast<std::size_t>(slot - 1)];
+            number.text = lastYear(Numbered("RegNumber", van));
+            beforeApril.text = SetTick(IsSet(lastYear(Numbered("BeforeApril", van))));
+        }
+        carried.push_back(std::move(number));
+        carried.push_back(std::move(beforeApril));
+    }
+    return carried;
+}
+
+CarriedFields CarryLoans(const LastYearRecord& lastYear, const CurrencyRates& rates)
+{
+    CarriedFields carried;
+    std::vector<std::string> balances;
+    for (int loan = 1; loan <= Loans; ++loan) {
+        const std::string currency(lastYear(Numbered("Currency", loan)));
+        // A loan that ended has its currency too: what is left empty would be taken for a currency without a rate.
+        if (rates.RateOf(currency) <= Amount()) {
+            carried.push_back({Numbered("Currency", loan), std::string(edition::FirstCurrency)});
+            carried.push_back({Numbered("Index", loan), "1"});
+            carried.push_back({Numbered("InterestRate", loan), rates.firstRate});
+        } else {
+            // Kept: rate and place in the list are last year's, even where this year's list has others.
+            for (const std::string_view stem : {"Currency", "Index", "InterestRate"})
+                CarryNamed(carried, lastYear, Numbered(stem, loan));
+        }
+        const std::string_view balance = lastYear(Numbered("MaxBalanceEarlier", loan));
+        if (lastYear(Numbered("DateTo", loan)).empty() && !balance.empty())
+            balances.emplace_back(balance);
+    }
+    // Kept: balances are packed from the first loan on and change their column, while currency and rate stay with the
+    // number of their loan.
+    balances.resize(Loans);
+    for (int loan = 1; loan <= Loans; ++loan)
+        carried.push_back({Numbered("MaxBalanceLater", loan), std::move(balances[static_cast<std::size_t>(loan - 1)])});
+    return carried;
+}
+
+CarriedFields Carry(Carries rule, const LastYearRecord& lastYear, const CurrencyRates& rates)
+{
+    switch (rule) {
+    case Carries::Descriptions:
+        return CarryDescriptions(lastYear);
+    case Carries::Address:
+        return CarryAddress(lastYear);
+    case Carries::Vans:
+        return CarryVans(lastYear);
+    case Carries::Loans:
+        return CarryLoans(lastYear, rates);
+    case Carries::KeysOnly:
+        break;
+    }
+    return {};
+}
+
+CarriedCars CarryCars(const LastYearRecord* p11d, const LastYearRecord* extraCars)
+{
+    std::vector<Car> runOn;
+    for (int car = 1; car <= Cars; ++car) {
+        const LastYearRecord* const lastYear = car <= CarsInP11D ? p11d : extraCars;
+        if (lastYear != nullptr && CarRunsOn(*lastYear, car))
+            runOn.push_back(ReadCar(*lastYear, car));
+    }
+    runOn.resize(Cars);
+    CarriedCars carried;
+    for (int slot = 1; slot <= Cars; ++slot) {
+        CarriedFields& record = slot <= CarsInP11D ? carried.p11d : carried.extraCars;
+        Car& car = runOn[static_cast<std::size_t>(slot - 1)];
+        for (std::size_t i = 0; i < CarStems.size(); ++i)
+            record.push_back({Numbered(CarStems[i], slot), std::move(car.texts[i])});
+        record.push_back({Numbered("FNoC02", slot), SetTick(car.noC02)});
+        record.push_back({Numbered("FFuelTick", slot), SetTick(car.fuel)});
+    }
+    return carried;
+}
+
+CarriedFields CarryIdentity(const LastYearRecord& p11d)
+{
+    CarriedFields carried;
+    for (const std::string_view field : {"DOB", "SexTick", "PAYEBox", "WorkNumberBox", "NatIns"})
+        CarryNamed(carried, p11d, field);
+    carried.push_back({"DirectorTick", SetTick(IsSet(p11d("DirectorTick")))});
+    return carried;
+}
+
+CarriedFields CarryEmployer(const LastYearRecord& p11db)
+{
+    CarriedFields carried;
+    CarryNamed(carried, p11db, "EmployerReference");
+    CarryNamed(carried, p11db, "AccountsOffReference");
+    CarryNumbered(carried, p11db, "EmployerAdd", EmployerAddressLines);
+    CarryNumbered(carried, p11db, "ReturnAdd", EmployerAddressLines);
+    return carried;
+}
+
+} // namespace quillmere

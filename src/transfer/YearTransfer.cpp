@@ -1,0 +1,268 @@
+#include "transfer/YearTransfer.h"
+
+#include "clientdb/Employees.h"
+#include "clientdb/TableLayouts.h"
+#include "frame/Text.h"
+
+#include <fmt/format.h>
+#include <utility>
+
+namespace quillmere {
+
+namespace {
+
+constexpr std::string_view BeforeEmployee = " - (";
+
+constexpr std::string_view SingleClientError = "P11D Single Client - File Transfer error";
+constexpr std::string_view ExtraCarsError = "Notepad Extra Cars - File Transfer error";
+constexpr std::string_view EmployerError = "P11DB Single Client - File Transfer error";
+
+constexpr std::string_view EmployeeNotFound = "Employee not found";
+constexpr std::string_view EmployerNotFound = "Employer not found";
+
+/// So many employees are stored with one sync.
+constexpr std::size_t EmployeesOfOneSync = 100;
+
+/// Puts the cursor on the record with the key. False if there is none.
+bool Find(Recordset& records, std::string_view key)
+{
+    records.Seek(key);
+    return !records.NoMatch();
+}
+
+LastYearRecord ReaderOf(const Recordset& records)
+{
+    return [&records](std::string_view field) { return records.Field(field); };
+}
+
+void Write(Recordset& records, const CarriedFields& carried)
+{
+    for (const CarriedField& field : carried)
+        if (field.text.empty())
+            records.SetNull(field.field);
+        else
+            records.SetField(field.field, field.text);
+}
+
+/// Ends the adding of a record. One that is there already stays as it is, and is told.
+void Add(Recordset& records, std::string_view table, std::string_view title, std::vector<TransferNotice>& notices)
+{
+    if (!records.TryUpdate())
+        notices.push_back({std::string(title.empty() ? TransferTitle : title),
+                           fmt::format("There is a record in table {} already. It has been left as it is.", table)});
+}
+
+} // namespace
+
+std::vector<LastYearEmployee> ListLastYearEmployees(Database& lastYear)
+{
+    std::vector<LastYearEmployee> employees;
+    Recordset records = lastYear.OpenRecordset("P11D");
+    for (records.MoveFirst(); !records.AtEnd(); records.MoveNext()) {
+        LastYearEmployee listed;
+        listed.employer = records.Field("EmployerName");
+        if (listed.employer.empty() || listed.employer == SampleEmployer)
+            continue;
+        listed.employee = records.Field("EmployeeName");
+        listed.firstName = records.Field("FirstName");
+        listed.surname = records.Field("Surname");
+        employees.push_back(std::move(listed));
+    }
+    return employees;
+}
+
+std::string ListText(const LastYearEmployee& employee)
+{
+    return employee.employer + std::string(BeforeEmployee) + employee.employee + ")";
+}
+
+LastYearEmployee ParseListText(std::string_view text)
+{
+    // Kept: the first " - (" parts the two names, also where it belongs to the employer's own.
+    const std::size_t end = text.find(BeforeEmployee);
+    if (end == std::string_view::npos)
+        return {};
+    LastYearEmployee parsed;
+    parsed.employer = text.substr(0, end);
+    std::string_view employee = text.substr(end + BeforeEmployee.size());
+    if (!employee.empty())
+        employee.remove_suffix(1);
+    parsed.employee = employee;
+    const std::size_t blank = employee.rfind(' ');
+    if (blank == std::string_view::npos) {
+        parsed.surname = employee;
+    } else {
+        parsed.surname = Trim(employee.substr(blank + 1));
+        parsed.firstName = employee.substr(0, blank);
+    }
+    return parsed;
+}
+
+// ---- who is there this year -----------------------------------------------------------------------
+
+std::string ExistingEmployees::Key(std::string_view employer, std::string_view employee)
+{
+    std::string key(employer);
+    key += '\0';
+    key += employee;
+    return key;
+}
+
+void ExistingEmployees::Add(std::string_view employer, std::string_view employee)
+{
+    if (count == Room)
+        throw TooManyEmployees(fmt::format("There are more than {} employees", Room));
+    // Kept: the look-up ends before the last place of the list.
+    if (count++ < Searched)
+        found.insert(Key(employer, employee));
+}
+
+bool ExistingEmployees::Contains(std::string_view employer, std::string_view employee) const
+{
+    return found.contains(Key(employer, employee));
+}
+
+// ---- the run --------------------------------------------------------------------------------------
+
+YearTransfer::YearTransfer(const std::filesystem::path& thisYearFile, const std::filesystem::path& lastYearFile)
+    : thisYear(Database::OpenDatabase(thisYearFile)),
+      lastYear(Database::OpenDatabase(lastYearFile, OpenMode::ReadOnly)),
+      p11d(Open("P11D")),
+      extraCars(Open("ExtraCars")),
+      p11db(Open("P11DB")),
+      addedSchedule(thisYear.OpenRecordset("P11DBNotepad1")),
+      deductedSchedule(thisYear.OpenRecordset("P11DBNotepad2")),
+      batch(thisYear)
+{
+    notepads.reserve(TransferTables.size());
+    for (const TransferTable& row : TransferTables)
+        notepads.push_back(Open(row.table));
+    for (Recordset* ofEmployer : {&p11db.thisYear, &addedSchedule, &deductedSchedule})
+        ofEmployer->Index("PrimaryKey");
+    Recordset& records = p11d.thisYear;
+    for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
+        if (const std::string_view employer = records.Field("EmployerName");
+            !employer.empty() && employer != SampleEmployer)
+            existing.Add(employer, records.Field("EmployeeName"));
+}
+
+YearTransfer::Tables YearTransfer::Open(std::string_view table)
+{
+    Tables opened{.thisYear = thisYear.OpenRecordset(table), .lastYear = lastYear.OpenRecordset(table)};
+    opened.lastYear.Index("PrimaryKey");
+    return opened;
+}
+
+bool YearTransfer::EmployeeExists(std::string_view employer, std::string_view employee) const
+{
+    return existing.Contains(employer, employee);
+}
+
+void YearTransfer::Transfer(const LastYearEmployee& employee, TransferMode mode, std::vector<TransferNotice>& notices)
+{
+    if (EmployeeExists(employee.employer, employee.employee))
+        return;
+    const Keys keys{.employer = employee.employer,
+                    .employee = employee.employee,
+                    .name = JoinedName(employee.employer, employee.employee)};
+    for (std::size_t i = 0; i < TransferTables.size(); ++i)
+        AddRecord(TransferTables[i], notepads[i], keys, notices);
+    AddEmployeeAndCars(employee, keys, mode, notices);
+    AddEmployer(keys, notices);
+    AddEmployerSchedule(addedSchedule, keys, notices);
+    AddEmployerSchedule(deductedSchedule, keys, notices);
+    // A box may stand for an hour: nobody is to wait for the store meanwhile.
+    if (++notStored == EmployeesOfOneSync || !notices.empty())
+        Commit();
+}
+
+void YearTransfer::Commit()
+{
+    notStored = 0;
+    batch.Commit();
+}
+
+void YearTransfer::AddRecord(const TransferTable& row, Tables& tables, const Keys& keys,
+                             std::vector<TransferNotice>& notices)
+{
+    if (!row.errorTitle.empty() && !Find(tables.lastYear, keys.name)) {
+        notices.push_back({std::string(row.errorTitle), std::string(EmployeeNotFound)});
+        return;
+    }
+    CarriedFields carried;
+    if (row.carries != Carries::KeysOnly)
+        carried = Carry(row.carries, ReaderOf(tables.lastYear), Rates());
+    Recordset& records = tables.thisYear;
+    records.AddNew();
+    records.SetField("EmployerName", keys.employer);
+    records.SetField("EmployeeName", keys.employee);
+    records.SetField("Name", keys.name);
+    Write(records, carried);
+    Add(records, row.table, row.errorTitle, notices);
+}
+
+void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode,
+                                      std::vector<TransferNotice>& notices)
+{
+    const LastYearRecord pageRecord = ReaderOf(p11d.lastYear);
+    const LastYearRecord extraRecord = ReaderOf(extraCars.lastYear);
+    const bool inP11D = Find(p11d.lastYear, keys.name);
+    if (!inP11D && mode == TransferMode::Single)
+        notices.push_back({std::string(SingleClientError), std::string(EmployeeNotFound)});
+    const bool inExtraCars = Find(extraCars.lastYear, keys.name);
+    if (!inExtraCars)
+        notices.push_back({std::string(ExtraCarsError), std::string(EmployeeNotFound)});
+    const CarriedCars cars = CarryCars(inP11D ? &pageRecord : nullptr, inExtraCars ? &extraRecord : nullptr);
+
+    // Kept: the employee is made even if last year's database does not have him.
+    for (Recordset* records : {&p11d.thisYear, &extraCars.thisYear}) {
+        records->AddNew();
+        records->SetField("EmployerName", keys.employer);
+        records->SetField("EmployeeName", keys.employee);
+        records->SetField("Name", keys.name);
+    }
+    Write(p11d.thisYear, {{"FirstName", employee.firstName}, {"Surname", employee.surname}});
+    Write(p11d.thisYear, cars.p11d);
+    if (inP11D)
+        Write(p11d.thisYear, CarryIdentity(pageRecord));
+    Write(extraCars.thisYear, cars.extraCars);
+    Add(p11d.thisYear, "P11D", mode == TransferMode::Single ? SingleClientError : std::string_view(), notices);
+    Add(extraCars.thisYear, "ExtraCars", ExtraCarsError, notices);
+}
+
+void YearTransfer::AddEmployer(const Keys& keys, std::vector<TransferNotice>& notices)
+{
+    if (Find(p11db.thisYear, keys.employer))
+        return;
+    if (!Find(p11db.lastYear, keys.employer)) {
+        notices.push_back({std::string(EmployerError), std::string(EmployerNotFound)});
+        return;
+    }
+    Recordset& records = p11db.thisYear;
+    records.AddNew();
+    records.SetField("EmployerName", keys.employer);
+    Write(records, CarryEmployer(ReaderOf(p11db.lastYear)));
+    Add(records, "P11DB", EmployerError, notices);
+}
+
+void YearTransfer::AddEmployerSchedule(Recordset& schedule, const Keys& keys, std::vector<TransferNotice>& notices)
+{
+    if (Find(schedule, keys.employer))
+        return;
+    schedule.AddNew();
+    schedule.SetField("EmployerName", keys.employer);
+    Add(schedule, "P11DBNotepad1 or P11DBNotepad2", {}, notices);
+}
+
+/// This year's currencies, read when the first loan needs them.
+const CurrencyRates& YearTransfer::Rates()
+{
+    if (!rates) {
+        Recordset currencies = thisYear.OpenRecordset("HNotepad2");
+        currencies.MoveFirst();
+        rates = currencies.AtEnd() ? CurrencyRates{} : ReadCurrencyRates(ReaderOf(currencies));
+    }
+    return *rates;
+}
+
+} // namespace quillmere

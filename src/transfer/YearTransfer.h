@@ -1,0 +1,118 @@
+#pragma once
+
+#include "clientdb/Recordset.h"
+#include "transfer/TransferRules.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+/// The transfer itself, without any screen: last year's database, this year's, and the records that go from the one
+/// into the other. It adds records and never changes one.
+namespace quillmere {
+
+/// Title of the transfer's screen, and of its boxes that have none of their own.
+inline constexpr std::string_view TransferTitle = "Transfer Selected Employees ";
+
+/// An employee of last year's database.
+struct LastYearEmployee {
+    std::string employer;
+    std::string employee;
+    std::string firstName;
+    std::string surname;
+};
+
+/// Everybody in last year's database but the sample, in the order in which the records were added.
+std::vector<LastYearEmployee> ListLastYearEmployees(Database& lastYear);
+
+/// An employee as the list shows him: "Acme Ltd - (Jane Smith)".
+std::string ListText(const LastYearEmployee& employee);
+/// Reads that text back: the employer stands before the first " - (", and the surname is the employee's last word.
+LastYearEmployee ParseListText(std::string_view text);
+
+/// More employees than the list of those who are there this year has room for.
+class TooManyEmployees : public std::out_of_range {
+public:
+    using std::out_of_range::out_of_range;
+};
+
+/// The employees whom this year's database has already, in a list of fixed size.
+class ExistingEmployees {
+public:
+    static constexpr std::size_t Room = 3001;
+    /// A look-up goes no further than this; whoever stands behind is not found.
+    static constexpr std::size_t Searched = 3000;
+
+    /// Throws TooManyEmployees.
+    void Add(std::string_view employer, std::string_view employee);
+    bool Contains(std::string_view employer, std::string_view employee) const;
+
+private:
+    static std::string Key(std::string_view employer, std::string_view employee);
+
+    std::size_t count = 0;
+    std::unordered_set<std::string> found;
+};
+
+enum class TransferMode { Single, All };
+
+/// What a box says of a record that was not made.
+struct TransferNotice {
+    std::string title;
+    std::string text;
+
+    friend bool operator==(const TransferNotice&, const TransferNotice&) = default;
+};
+
+/// One run of the transfer. Both databases stay open for its length. The records of an employee are stored together,
+/// and those of many employees with one sync, so that whatever stops the run leaves no employee half transferred.
+class YearTransfer {
+public:
+    /// Opens both databases and lists who is there this year. Throws StoreError and TooManyEmployees.
+    YearTransfer(const std::filesystem::path& thisYear, const std::filesystem::path& lastYear);
+
+    std::vector<LastYearEmployee> LastYearEmployees() { return ListLastYearEmployees(lastYear); }
+    /// True if this year's database had the employee when the run began.
+    bool EmployeeExists(std::string_view employer, std::string_view employee) const;
+
+    /// Makes the employee's records unless he is there already. What last year's tables lack, and what the store
+    /// refuses because it has it, is added to the notices, in order; the rest goes on. Throws StoreError if the store
+    /// fails.
+    void Transfer(const LastYearEmployee& employee, TransferMode mode, std::vector<TransferNotice>& notices);
+    /// Stores what has not been stored yet. Throws StoreError; then none of that is stored.
+    void Commit();
+
+private:
+    /// A table of both databases.
+    struct Tables {
+        Recordset thisYear, lastYear;
+    };
+    struct Keys {
+        std::string_view employer, employee;
+        std::string name;
+    };
+
+    Tables Open(std::string_view table);
+    void AddRecord(const TransferTable& row, Tables& tables, const Keys& keys, std::vector<TransferNotice>& notices);
+    void AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode,
+                            std::vector<TransferNotice>& notices);
+    void AddEmployer(const Keys& keys, std::vector<TransferNotice>& notices);
+    void AddEmployerSchedule(Recordset& schedule, const Keys& keys, std::vector<TransferNotice>& notices);
+    const CurrencyRates& Rates();
+
+    Database thisYear, lastYear;
+    std::vector<Tables> notepads; ///< in the order of TransferTables
+    Tables p11d, extraCars, p11db;
+    Recordset addedSchedule, deductedSchedule;
+    ExistingEmployees existing;
+    std::optional<CurrencyRates> rates;
+    std::size_t notStored = 0; ///< employees since the last sync
+    WriteBatch batch;          ///< last, so that it ends while the database is open
+};
+
+} // namespace quillmere
