@@ -52,6 +52,7 @@ const Layout& LayoutOf(std::string_view screen)
 std::vector<std::string_view> ScreensWithLayout()
 {
     std::vector<std::string_view> screens;
+    screens.reserve(std::size(Rows) + std::size(Notepads()) + std::size(ExtraCarsScreens));
     for (const LayoutRow& row : Rows)
         screens.push_back(row.screen);
     for (const ExtraCars& cars : ExtraCarsScreens)
