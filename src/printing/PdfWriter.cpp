@@ -40,7 +40,7 @@ std::string TextObject(std::string_view text)
     return object + '>';
 }
 
-/// Widths of the codes, from each range's first one on; exact, since a reader places each glyph by those before it.
+/// Widths of the codes, from each range's first one on.
 std::string WidthsOf(Face face, const PdfFont& font)
 {
     const FaceMetrics& metrics = MetricsOf(face);
@@ -48,8 +48,7 @@ std::string WidthsOf(Face face, const PdfFont& font)
     for (const CharacterRange range : font.characters) {
         fmt::format_to(std::back_inserter(widths), "{} [", static_cast<std::uint32_t>(range.first));
         for (char32_t character = range.first; character <= range.last; ++character)
-            fmt::format_to(std::back_inserter(widths), "{:.8g} ",
-                           metrics.AdvanceOf(character) * 1000.0 / metrics.UnitsPerEm());
+            fmt::format_to(std::back_inserter(widths), "{} ", PdfWidth(metrics, character));
         widths += "] ";
     }
     return widths;
@@ -208,7 +207,7 @@ std::string PdfWriter::Write(const Document& document, std::span<const int> page
 
     AddOutline(file, OutlineOf(document, pageReferences));
     file.SetInCatalogue("/Pages", tree);
-    file.SetInCatalogue("/Lang", TextObject(document.language));
+    file.SetInCatalogue("/Lang", fmt::format("({})", document.language));
     file.SetInCatalogue("/ViewerPreferences", "<< /DisplayDocTitle true >>");
     file.SetInTrailer("/Info",
                       file.Add(fmt::format("<< /Title {} /Subject {} /Creator {} >>", TextObject(document.name),
