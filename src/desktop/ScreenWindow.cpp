@@ -258,8 +258,11 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
         break;
     }
     }
-    connect(button, &QAbstractButton::clicked, this, [this, &box] {
-        if (!detached)
+    connect(button, &QAbstractButton::clicked, this, [this, &box, button] {
+        // A key that presses the button from elsewhere leaves the box in use first, so that what was typed counts.
+        if (!detached && !button->hasFocus() && button->focusPolicy() != Qt::NoFocus)
+            button->setFocus(Qt::ShortcutFocusReason);
+        if (!detached && box.Enabled())
             screen.Click(box);
     });
     return button;
