@@ -1,12 +1,14 @@
 #include "app/Program.h"
 
 #include "app/MDIForm1.h"
+#include "cars/ExtraCarsScreen.h"
 #include "clientdb/EmployerScreens.h"
 #include "clientdb/FolderScreens.h"
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
+#include "printing/PrintJobs.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -20,6 +22,9 @@ Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
     : session(platform), printing(session), places(std::move(places))
 {
     RegisterScreens(session.screens, printing);
+    session.printJob = [this](PrintedDocument document) {
+        PrintEmployeeJob(session, printing, session.CurrentEmployer, session.CurrentEmployee, document);
+    };
     session.screens.SetHost(host);
 }
 
@@ -68,10 +73,9 @@ void Register(Screens& screens, std::string_view name)
 
 } // namespace
 
-void RegisterScreens(Screens& screens, PrintSystem& printing)
+void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
 {
-    screens.Register("MDIForm1",
-                     [&printing](Session& session) { return std::make_unique<MDIForm1>(session, printing); });
+    Register<MDIForm1>(screens, "MDIForm1");
     Register<NewFileCheck>(screens, "NewFileCheck");
     Register<NewFile>(screens, "NewFile");
     Register<EmployerList>(screens, "EmployerList");
@@ -82,6 +86,9 @@ void RegisterScreens(Screens& screens, PrintSystem& printing)
     Register<TransferList>(screens, "TransferList");
     Register<Form3>(screens, "Form3");
     Register<Side2Form1>(screens, "Side2Form1");
+    for (const ExtraCars& cars : ExtraCarsScreens)
+        screens.Register(cars.name,
+                         [&cars](Session& session) { return std::make_unique<ExtraCarsScreen>(session, cars); });
     Register<P11DDeclaration>(screens, "P11DDeclaration");
     for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
         screens.Register(schedule.name, [&schedule](Session& session) {

@@ -40,6 +40,9 @@ const Layout& LayoutOf(std::string_view screen)
     for (const LayoutRow& row : Rows)
         if (row.screen == screen)
             return written.emplace(row.screen, row.write()).first->second;
+    for (const ExtraCars& cars : ExtraCarsScreens)
+        if (cars.name == screen)
+            return written.emplace(cars.name, layouts::ExtraCarsScreen(cars)).first->second;
     for (const NotepadMember& member : Notepads())
         if (member.name == screen)
             return written.emplace(member.name, layouts::ScheduleNotepad(member)).first->second;
@@ -51,6 +54,8 @@ std::vector<std::string_view> ScreensWithLayout()
     std::vector<std::string_view> screens;
     for (const LayoutRow& row : Rows)
         screens.push_back(row.screen);
+    for (const ExtraCars& cars : ExtraCarsScreens)
+        screens.push_back(cars.name);
     for (const NotepadMember& member : Notepads())
         screens.push_back(member.name);
     return screens;

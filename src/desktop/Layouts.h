@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cars/ExtraCarsScreen.h"
 #include "clientdb/Schedule.h"
 #include "desktop/Layout.h"
 #include "screens/ScheduleNotepad.h"
@@ -24,6 +25,8 @@ Layout P11DDeclaration();
 Layout P11DBNotepad1();
 Layout P11DBNotepad2();
 
+/// A screen for two further cars.
+Layout ExtraCarsScreen(const ExtraCars& which);
 /// A schedule notepad of the pages.
 Layout ScheduleNotepad(const NotepadMember& member);
 /// The window of any schedule: a heading, twenty lines under their captions, the totals, and the buttons in a row.

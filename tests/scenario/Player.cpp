@@ -288,6 +288,9 @@ void Player::StartProgram()
                                                                  .screenHeight = ScreenHeight,
                                                                  .screenWidth = ScreenWidth});
     host->SetScreens(&program->GetSession().screens);
+    program->Printing().engine.documentEnded = [this](std::shared_ptr<const Document> document) {
+        witness.Finished(std::move(document));
+    };
     bool started = false;
     try {
         started = program->Main();
@@ -301,6 +304,8 @@ void Player::StartProgram()
     }
     world.SetSession(&program->GetSession());
     RunOut();
+    if (program != nullptr && program->GetSession().settings.applicationMaximised)
+        hands::FillScreen(*host->Main());
 }
 
 void Player::DropProgram()
