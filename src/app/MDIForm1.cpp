@@ -262,8 +262,11 @@ void MDIForm1::CommandPrint()
         if (!session.screens.IsShown(page))
             continue;
         auto& shown = static_cast<P11DPage&>(*session.screens.Find(page));
-        static_cast<void>(shown.SeekCurrent(shown.RefreshErrorTitle()));
+        // What the store has not taken would be missing on the paper.
+        if (shown.SeekRecord(shown.RefreshErrorTitle()) == BoundScreen::Sought::Failed)
+            return;
     }
+    session.printJob(PrintedDocument::Employee);
 }
 
 void MDIForm1::CommandExit()

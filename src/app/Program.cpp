@@ -1,11 +1,17 @@
 #include "app/Program.h"
 
 #include "app/MDIForm1.h"
+#include "cars/ExtraCarsScreen.h"
 #include "clientdb/EmployerScreens.h"
 #include "clientdb/FolderScreens.h"
+#include "declaration/AdjustmentNotepad.h"
+#include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
+#include "printing/PrintJobs.h"
 #include "screens/Form3.h"
+#include "screens/ScheduleNotepad.h"
+#include "screens/Side2Form1.h"
 #include "transfer/TransferList.h"
 
 #include <memory>
@@ -13,9 +19,12 @@
 namespace quillmere {
 
 Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
-    : session(platform), places(std::move(places))
+    : session(platform), printing(session), places(std::move(places))
 {
-    RegisterScreens(session.screens);
+    RegisterScreens(session.screens, printing);
+    session.printJob = [this](PrintedDocument document) {
+        PrintEmployeeJob(session, printing, session.CurrentEmployer, session.CurrentEmployee, document);
+    };
     session.screens.SetHost(host);
 }
 
@@ -64,7 +73,7 @@ void Register(Screens& screens, std::string_view name)
 
 } // namespace
 
-void RegisterScreens(Screens& screens)
+void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
 {
     Register<MDIForm1>(screens, "MDIForm1");
     Register<NewFileCheck>(screens, "NewFileCheck");
@@ -76,6 +85,18 @@ void RegisterScreens(Screens& screens)
     Register<frmBackup>(screens, "frmBackup");
     Register<TransferList>(screens, "TransferList");
     Register<Form3>(screens, "Form3");
+    Register<Side2Form1>(screens, "Side2Form1");
+    for (const ExtraCars& cars : ExtraCarsScreens)
+        screens.Register(cars.name,
+                         [&cars](Session& session) { return std::make_unique<ExtraCarsScreen>(session, cars); });
+    Register<P11DDeclaration>(screens, "P11DDeclaration");
+    for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
+        screens.Register(schedule.name, [&schedule](Session& session) {
+            return std::make_unique<AdjustmentNotepad>(session, schedule);
+        });
+    for (const NotepadMember& member : Notepads())
+        screens.Register(member.name,
+                         [&member](Session& session) { return std::make_unique<ScheduleNotepad>(session, member); });
 }
 
 } // namespace quillmere

@@ -2,6 +2,7 @@
 
 #include "frame/Session.h"
 #include "frame/SingleInstance.h"
+#include "printing/PrintSystem.h"
 
 #include <filesystem>
 #include <functional>
@@ -36,14 +37,16 @@ public:
     bool Ended() const;
 
     Session& GetSession() { return session; }
+    PrintSystem& Printing() { return printing; }
 
 private:
     Session session;
+    PrintSystem printing;
     ProgramPlaces places;
     std::optional<SingleInstance> instance;
 };
 
 /// Registers every screen of the program under its name.
-void RegisterScreens(Screens& screens);
+void RegisterScreens(Screens& screens, PrintSystem& printing);
 
 } // namespace quillmere

@@ -71,14 +71,14 @@ struct CarWorking {
 Amount CarPrice(Amount total, Amount contribution);
 
 /// Percentages of a car whose date of registration and fuel letter are known.
-/// Throws std::overflow_error for a CO2 figure beyond 16 bits, std::invalid_argument for a text that is no date.
+/// Throws Failure for a CO2 figure beyond 16 bits and for a text that is no date.
 CarPercentages PercentagesOf(const CarFacts& facts);
 
 /// Full-year benefit (box P) in whole pounds. The thousandth that is added before the cut keeps 3199.9995 at 3200.
 Amount FullYearBenefit(Amount price, std::int16_t percentage);
 
 /// Days on which the car was unavailable (box Q): before `dateFrom`, after `dateTo`, and the four periods as they
-/// stand. Throws std::overflow_error for a count beyond 16 bits, std::invalid_argument for a text that is no date.
+/// stand. Throws Failure for a count beyond 16 bits and for a text that is no date.
 std::int16_t UnavailableDays(const CarFacts& facts);
 
 /// Deduction for `days` of `fullYear` (boxes R and Y) in whole pounds, rounded up from a thousandth on.
@@ -89,8 +89,8 @@ FuelDays DaysWithoutFuel(const CarFacts& facts, std::int16_t unavailable);
 
 /// Works out one car, box by box (`CarBenefitCompute`). A car without a date of registration or a fuel letter has its
 /// prices C and E and nothing else; T is 0 there too.
-/// Throws std::overflow_error with "Overflow" where a whole number leaves 16 bits, and std::invalid_argument with
-/// "Type mismatch" for a text that is no date.
+/// Throws Failure with "Overflow" where a whole number leaves 16 bits, and with "Type mismatch" for a text that is no
+/// date.
 CarWorking CarBenefit(const CarFacts& facts);
 
 /// A total of the six cars (`ComputeCash`, `ComputeFuel`).

@@ -1,11 +1,11 @@
 #include "cars/CarDates.h"
 
+#include "cars/WholeNumbers.h"
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
 #include "frame/Text.h"
 
 #include <optional>
-#include <stdexcept>
 #include <utility>
 
 namespace quillmere {
@@ -98,7 +98,7 @@ Day DateOf(std::string_view text)
 {
     if (const auto day = ReadDate(text))
         return *day;
-    throw std::invalid_argument("Type mismatch");
+    throw Failure(TypeMismatchNumber, "Type mismatch");
 }
 
 std::string FirstDateChecker(std::string_view text)

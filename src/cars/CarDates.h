@@ -26,7 +26,7 @@ struct CarDateTexts {
     UnavailablePeriods periods;
 };
 
-/// The day that a text names. Throws std::invalid_argument for an empty text or one that is no date.
+/// The day that a text names. Throws Failure for an empty text or one that is no date.
 Day DateOf(std::string_view text);
 
 /// The date in the standard form if it is one and not before the first day of the tax year, else an empty text.
@@ -75,7 +75,7 @@ std::string CheckWithdrawnDate(std::string_view text, std::string_view dateFrom,
 
 /// True if a first day of availability has been entered that lies before the date of registration: the car is then not
 /// worked out. An empty text of either date is never before.
-/// Throws std::invalid_argument for a text that is no date.
+/// Throws Failure for a text that is no date.
 bool IsAvailableBeforeRegistered(std::string_view dateFrom, std::string_view registrationDate);
 
 } // namespace quillmere

@@ -49,7 +49,7 @@ struct CarSheetWorking {
 CarSheetWorking CarSheet(const CarSheetFacts& facts, const SheetLookUp& lookUp);
 
 /// The CO2 figure as the sheet rounds it: a last digit of 6 to 9 becomes 5 and one of 1 to 4 becomes 0, behind the
-/// first two characters of the text; any other text is read as it stands. Throws std::overflow_error for a figure
+/// first two characters of the text; any other text is read as it stands. Throws Failure for a figure
 /// beyond 16 bits.
 std::int16_t SheetFigure(std::string_view co2);
 

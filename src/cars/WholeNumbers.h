@@ -1,17 +1,22 @@
 #pragma once
 
+#include "frame/Failure.h"
+
 #include <cstdint>
 #include <limits>
-#include <stdexcept>
 
 namespace quillmere {
 
+/// Numbers of the run-time failures of a calculation, as the general error box shows them.
+inline constexpr long OverflowNumber = 6;
+inline constexpr long TypeMismatchNumber = 13;
+
 /// A whole number of a car's working paper, where percentages, days and CO2 figures are held in 16 bits.
-/// Throws std::overflow_error with "Overflow" for a number that does not fit.
+/// Throws Failure with "Overflow" for a number that does not fit.
 inline std::int16_t ShortNumber(std::int64_t number)
 {
     if (number < std::numeric_limits<std::int16_t>::min() || number > std::numeric_limits<std::int16_t>::max())
-        throw std::overflow_error("Overflow");
+        throw Failure(OverflowNumber, "Overflow");
     return static_cast<std::int16_t>(number);
 }
 

@@ -10,17 +10,31 @@ BoundScreen::BoundScreen(Session& session, std::string_view name, ShowMode mode,
 {
 }
 
-bool BoundScreen::SeekCurrent(std::string_view errorTitle)
+BoundScreen::Sought BoundScreen::SeekRecord(std::string_view errorTitle)
 {
     try {
         const std::string_view employee = source.index == "IndKey" ? session.CurrentEmployee : std::string_view();
         if (link->Seek(source.index, session.CurrentEmployer, employee))
-            return true;
+            return Sought::Found;
         session.messages.Tell(errorTitle, "Employee not found");
+        return Sought::NotFound;
     } catch (const StoreError& error) {
         session.messages.Tell(Caption(), error.what());
+        return Sought::Failed;
     }
-    return false;
+}
+
+bool BoundScreen::StoreRecord()
+{
+    try {
+        link->Store();
+    } catch (const RecordGone&) {
+        return true;
+    } catch (const StoreError& error) {
+        session.messages.Tell(Caption(), error.what());
+        return false;
+    }
+    return true;
 }
 
 bool BoundScreen::ReleaseRecord()

@@ -18,9 +18,20 @@ public:
 
     BoundScreen(Session& session, std::string_view name, ShowMode mode, std::string_view caption, const Source& source);
 
-    /// Stores what has changed and moves to the current record. False, with "Employee not found" under `errorTitle`, if
-    /// there is none; false, with the store's own words under the screen's caption, if the store fails.
-    [[nodiscard]] bool SeekCurrent(std::string_view errorTitle);
+    enum class Sought {
+        Found,
+        NotFound,
+        Failed, ///< the store could not write or read
+    };
+
+    /// Stores what has changed and moves to the current record. Says "Employee not found" under `errorTitle` if there
+    /// is none, and the store's own words under the screen's caption if the store fails.
+    [[nodiscard]] Sought SeekRecord(std::string_view errorTitle);
+    /// The same; true if the record was found.
+    [[nodiscard]] bool SeekCurrent(std::string_view errorTitle) { return SeekRecord(errorTitle) == Sought::Found; }
+    /// Stores what has changed before the same record is shown elsewhere. False if the store fails, with its words; of
+    /// a record that is gone whoever seeks it next will tell.
+    [[nodiscard]] bool StoreRecord();
     /// Stores what has changed and takes the link off its record. False if the store fails, with its words.
     [[nodiscard]] bool ReleaseRecord();
 

@@ -25,13 +25,13 @@ std::string DataLink::Stored(const Box& box)
     return box.Text();
 }
 
-bool DataLink::Position(Recordset& records) const
+bool DataLink::Position(Recordset& records, const Key& to)
 {
-    records.Index(index);
-    if (index == "IndKey")
-        records.Seek(part1, part2);
+    records.Index(to.index);
+    if (to.index == "IndKey")
+        records.Seek(to.part1, to.part2);
     else
-        records.Seek(part1);
+        records.Seek(to.part1);
     return !records.NoMatch();
 }
 
@@ -49,21 +49,27 @@ void DataLink::Show(Recordset& records)
     loading = false;
 }
 
-bool DataLink::Seek(std::string_view newIndex, std::string_view newPart1, std::string_view newPart2)
+bool DataLink::Seek(std::string_view index, std::string_view part1, std::string_view part2)
 {
-    Store();
-    hasRecord = false;
-    database = session.ClientDatabasePath();
-    Database opened = Database::OpenDatabase(database);
+    Key to{.database = session.ClientDatabasePath(),
+           .index = std::string(index),
+           .part1 = std::string(part1),
+           .part2 = std::string(part2)};
+    try {
+        Store();
+    } catch (const RecordGone&) {
+        // Whoever looks for the very record that is gone is told so by not finding it.
+        if (to != key)
+            throw;
+    }
+    // Until the store has answered, the link stands where it stood: what is typed meanwhile is not lost.
+    Database opened = Database::OpenDatabase(to.database);
     Recordset records = opened.OpenRecordset(table);
-    index = newIndex;
-    part1 = newPart1;
-    part2 = newPart2;
-    if (!Position(records))
-        return false;
-    hasRecord = true;
-    Show(records);
-    return true;
+    hasRecord = Position(records, to);
+    key = std::move(to);
+    if (hasRecord)
+        Show(records);
+    return hasRecord;
 }
 
 void DataLink::Store()
@@ -76,10 +82,12 @@ void DataLink::Store()
             changed.push_back(box);
     if (changed.empty())
         return;
-    Database opened = Database::OpenDatabase(database);
+    Database opened = Database::OpenDatabase(key.database);
     Recordset records = opened.OpenRecordset(table);
-    if (!Position(records))
-        throw StoreError(3021, "No current record.", {});
+    if (!Position(records, key)) {
+        hasRecord = false;
+        throw RecordGone();
+    }
     records.Edit();
     for (const Box* box : changed)
         records.SetField(box->Field(), Stored(*box));

@@ -21,9 +21,10 @@ public:
     DataLink(Session& session, Screen& screen, std::string_view table);
 
     /// Writes what has changed, then moves to the record of the key and shows it. On no match the boxes stay as they
-    /// are and the link holds no record.
+    /// are and the link holds no record; so it is, too, if the record that it stood on and is to go to again is gone.
     [[nodiscard]] bool Seek(std::string_view index, std::string_view part1, std::string_view part2 = {});
-    /// Writes the changed boxes of the record that the link stands on.
+    /// Writes the changed boxes of the record that the link stands on. Throws RecordGone, and holds no record any more,
+    /// if somebody has deleted it meanwhile.
     void Store();
     /// Writes what has changed and takes the link off its record.
     void Release();
@@ -32,16 +33,23 @@ public:
     bool Loading() const { return loading; }
 
 private:
+    /// Where a link stands: a record of the folder that was selected when it went there.
+    struct Key {
+        std::filesystem::path database;
+        std::string index, part1, part2;
+
+        friend bool operator==(const Key&, const Key&) = default;
+    };
+
     void Show(Recordset& records);
-    bool Position(Recordset& records) const;
+    static bool Position(Recordset& records, const Key& to);
     static std::string Stored(const Box& box);
 
     Session& session;
     std::string table;
     std::vector<Box*> bound;
     std::unordered_map<const Box*, std::string> shown; ///< what each box held when the link arrived
-    std::filesystem::path database;                    ///< of the folder that was selected when the link moved
-    std::string index, part1, part2;
+    Key key;
     bool hasRecord = false;
     bool loading = false;
 };

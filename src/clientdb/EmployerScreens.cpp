@@ -3,6 +3,7 @@
 #include "clientdb/BoundScreen.h"
 #include "clientdb/Employees.h"
 #include "edition/Edition.h"
+#include "frame/BusyPointer.h"
 #include "frame/CloseAll.h"
 #include "frame/Text.h"
 
@@ -20,18 +21,6 @@ Database OpenClients(const Session& session)
 {
     return Database::OpenDatabase(session.ClientDatabasePath());
 }
-
-/// A busy pointer for the length of a scan.
-class BusyPointer {
-public:
-    explicit BusyPointer(Platform& platform) : platform(platform) { platform.SetBusyPointer(true); }
-    ~BusyPointer() { platform.SetBusyPointer(false); }
-    BusyPointer(const BusyPointer&) = delete;
-    BusyPointer& operator=(const BusyPointer&) = delete;
-
-private:
-    Platform& platform;
-};
 
 /// The employers for a list on the screen. With none: the message, and no list.
 bool FillEmployers(Session& session, Box& list)

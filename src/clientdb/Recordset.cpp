@@ -14,7 +14,7 @@ namespace {
 
 /// A scan reads so many records ahead, and then gives up its lock until they are used up.
 constexpr std::size_t MostRecordsAhead = 128;
-constexpr std::size_t MostBytesAhead = 256 * 1024;
+constexpr std::size_t MostBytesAhead = 262144;
 /// A scan that looks at more fields than this reads whole records.
 constexpr std::size_t MostFieldsApart = 24;
 

@@ -17,6 +17,12 @@ private:
     std::string statement;
 };
 
+/// The record that a data link stands on has been deleted by somebody else: what was changed in its boxes has no place.
+class RecordGone : public StoreError {
+public:
+    RecordGone() : StoreError(3021, "No current record.", {}) {}
+};
+
 /// A name that is in no table layout: a mistake in the program.
 class UnknownName : public std::logic_error {
 public:

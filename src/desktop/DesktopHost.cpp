@@ -72,9 +72,25 @@ void DesktopHost::CloseWindow(Windows::iterator position)
     // The event that closes the window may be one of its own: it goes once that has ended.
     ScreenWindow* window = position->second.release();
     windows.erase(position);
+    const bool hadFocus = window->isActiveWindow();
     window->Detach();
     window->hide();
     window->deleteLater();
+    if (hadFocus)
+        ActivateNext();
+}
+
+/// What a window leaves behind when it goes: a modal one, else another one in front, else the main window.
+void DesktopHost::ActivateNext()
+{
+    QWidget* next = QApplication::activeModalWidget();
+    for (const auto& [screen, window] : windows)
+        if (next == nullptr && window->isWindow() && window->isVisible())
+            next = window.get();
+    if (next == nullptr)
+        next = mainWindow.get();
+    if (next != nullptr && next->isVisible())
+        next->activateWindow();
 }
 
 void DesktopHost::WorkWaiting()

@@ -39,6 +39,7 @@ public:
 
 private:
     using Windows = std::unordered_map<const Screen*, std::unique_ptr<ScreenWindow>>;
+    void ActivateNext();
     void CloseWindow(Windows::iterator position);
 
     std::unique_ptr<QObject> context; ///< deferred work that is still waiting goes with it

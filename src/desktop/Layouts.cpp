@@ -23,6 +23,10 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},
     {"Form3", layouts::Form3},
+    {"Side2Form1", layouts::Side2Form1},
+    {"P11DDeclaration", layouts::P11DDeclaration},
+    {"P11DBNotepad1", layouts::P11DBNotepad1},
+    {"P11DBNotepad2", layouts::P11DBNotepad2},
 });
 
 } // namespace
@@ -36,6 +40,12 @@ const Layout& LayoutOf(std::string_view screen)
     for (const LayoutRow& row : Rows)
         if (row.screen == screen)
             return written.emplace(row.screen, row.write()).first->second;
+    for (const ExtraCars& cars : ExtraCarsScreens)
+        if (cars.name == screen)
+            return written.emplace(cars.name, layouts::ExtraCarsScreen(cars)).first->second;
+    for (const NotepadMember& member : Notepads())
+        if (member.name == screen)
+            return written.emplace(member.name, layouts::ScheduleNotepad(member)).first->second;
     throw std::logic_error("no layout for the screen " + std::string(screen));
 }
 
@@ -44,6 +54,10 @@ std::vector<std::string_view> ScreensWithLayout()
     std::vector<std::string_view> screens;
     for (const LayoutRow& row : Rows)
         screens.push_back(row.screen);
+    for (const ExtraCars& cars : ExtraCarsScreens)
+        screens.push_back(cars.name);
+    for (const NotepadMember& member : Notepads())
+        screens.push_back(member.name);
     return screens;
 }
 

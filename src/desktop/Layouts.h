@@ -1,6 +1,12 @@
 #pragma once
 
+#include "cars/ExtraCarsScreen.h"
+#include "clientdb/Schedule.h"
 #include "desktop/Layout.h"
+#include "screens/ScheduleNotepad.h"
+
+#include <span>
+#include <string_view>
 
 /// One function for each layout; Layouts.cpp has the list.
 namespace quillmere::layouts {
@@ -14,8 +20,17 @@ Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
 Layout Form3();
+Layout Side2Form1();
+Layout P11DDeclaration();
+Layout P11DBNotepad1();
+Layout P11DBNotepad2();
 
-/// The fixed strip above a page, with its two tabs on the left.
-void PageHeader(Layout& layout);
+/// A screen for two further cars.
+Layout ExtraCarsScreen(const ExtraCars& which);
+/// A schedule notepad of the pages.
+Layout ScheduleNotepad(const NotepadMember& member);
+/// The window of any schedule: a heading, twenty lines under their captions, the totals, and the buttons in a row.
+Layout ScheduleWindow(std::string_view heading, std::span<const ScheduleColumn> columns,
+                      std::span<const std::string_view> buttons);
 
 } // namespace quillmere::layouts

@@ -1,5 +1,7 @@
 #include "desktop/Look.h"
 
+#include "printing/Fonts.h"
+
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPainter>
@@ -15,9 +17,11 @@ namespace {
 constexpr auto CaptionFamily = "Liberation Sans";
 constexpr auto AmountFamily = "Liberation Mono";
 
-void AddFont(const char* face)
+void AddFont(Face face)
 {
-    QFontDatabase::addApplicationFont(QString("/usr/share/fonts/truetype/liberation2/Liberation%1.ttf").arg(face));
+    const auto file = FontFile(face);
+    QFontDatabase::addApplicationFontFromData(
+        QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()), static_cast<qsizetype>(file.size())));
 }
 
 int FlagsOf(const TextLook& look)
@@ -98,7 +102,8 @@ void DrawPicture(QPainter& painter, const std::string& name)
 void LoadFonts()
 {
     static const bool loaded = [] {
-        for (const char* face : {"Sans-Regular", "Sans-Bold", "Sans-Italic", "Sans-BoldItalic", "Mono-Regular"})
+        for (const Face face :
+             {Face::SansRegular, Face::SansBold, Face::SansItalic, Face::SansBoldItalic, Face::MonoRegular})
             AddFont(face);
         return true;
     }();
@@ -133,6 +138,17 @@ const QPalette& EditPalette(bool writable)
     static const QPalette typed = make(Sheet);
     static const QPalette computed = make(Computed);
     return writable ? typed : computed;
+}
+
+const QPalette& FigurePalette()
+{
+    static const QPalette palette = [] {
+        QPalette made;
+        made.setColor(QPalette::Window, Computed);
+        made.setColor(QPalette::WindowText, Ink);
+        return made;
+    }();
+    return palette;
 }
 
 void Draw(QPainter& painter, const Layout::Drawn& drawn)

@@ -30,6 +30,9 @@ inline const QColor Yellow(0xFF, 0xFF, 0x00);   ///< the current tab
 /// Palette of a text box by whether it can be typed in.
 const QPalette& EditPalette(bool writable);
 
+/// Palette of a label that shows a figure.
+const QPalette& FigurePalette();
+
 /// Draws one thing of a layout.
 void Draw(QPainter& painter, const Layout::Drawn& drawn);
 

@@ -181,6 +181,7 @@ void MainWindow::BoxChanged(const Box& box)
             label->setText(look::Text(box.Text()));
     } else if (box.Name() == "picToolbar" && toolbar != nullptr) {
         toolbar->setVisible(box.Visible());
+        toolbar->setEnabled(box.Enabled());
     }
 }
 

@@ -171,6 +171,12 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
             label->setAlignment(box.IsAmount() ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignLeft | Qt::AlignVCenter);
             label->setWordWrap(place.height > Layout::BoxHeight * 3 / 2);
             label->setTextFormat(Qt::PlainText);
+            if (box.IsAmount()) {
+                label->setFrameShape(QFrame::StyledPanel);
+                label->setMargin(1);
+                label->setAutoFillBackground(true);
+                label->setPalette(look::FigurePalette());
+            }
             return label;
         }
         break;
@@ -183,10 +189,10 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
 QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 {
     auto* edit = new QLineEdit(parent);
-    if (box.IsAmount()) {
+    if (box.IsMonospaced())
         edit->setFont(look::AmountFont());
+    if (box.IsAmount())
         edit->setAlignment(Qt::AlignRight);
-    }
     connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
     return edit;
 }
@@ -338,14 +344,22 @@ QWidget* ScreenWindow::WidgetOf(const Box& box) const
 
 void ScreenWindow::FocusFirst()
 {
+    QWidget* first = nullptr;
     for (const auto& box : screen.Boxes()) {
         QWidget* widget = WidgetOf(*box);
-        if (widget != nullptr && widget->isEnabled() && box->Visible() && !box->ReadOnly() &&
-            widget->focusPolicy() != Qt::NoFocus && qobject_cast<QLabel*>(widget) == nullptr) {
-            widget->setFocus(Qt::OtherFocusReason);
-            return;
-        }
+        if (widget == nullptr || !widget->isEnabled() || !box->Visible() || box->ReadOnly() ||
+            widget->focusPolicy() == Qt::NoFocus)
+            continue;
+        // What leads elsewhere waits until there is nothing to fill in.
+        const Kind kind = box->GetKind();
+        const bool leadsOn = kind == Kind::Label || kind == Kind::Picture || kind == Kind::Button;
+        if (first == nullptr || !leadsOn)
+            first = widget;
+        if (!leadsOn)
+            break;
     }
+    if (first != nullptr)
+        first->setFocus(Qt::OtherFocusReason);
 }
 
 void ScreenWindow::FixTabOrder()
@@ -414,10 +428,13 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             screen.Leave(box);
     } else if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Up || key->key() == Qt::Key_Down) &&
+            MoveBetweenLines(box, key->key() == Qt::Key_Up ? -1 : 1))
+            return true;
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-        if (auto* list = qobject_cast<QListWidget*>(widget);
-            list != nullptr && box.Selected() < 0 && list->count() > 0 &&
-            (key->key() == Qt::Key_Down || key->key() == Qt::Key_Up)) {
+        if (auto* list = qobject_cast<QListWidget*>(widget); list != nullptr && box.Selected() < 0 &&
+                                                             list->count() > 0 &&
+                                                             (key->key() == Qt::Key_Down || key->key() == Qt::Key_Up)) {
             // With nothing chosen the first step chooses the end at which it begins.
             list->setCurrentRow(key->key() == Qt::Key_Down ? 0 : list->count() - 1);
             return true;
@@ -433,6 +450,19 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
         }
     }
     return false;
+}
+
+/// Up and Down go to the same column of the line before or after; false where there is none.
+bool ScreenWindow::MoveBetweenLines(const Box& box, int lines)
+{
+    if (box.GetKind() != Kind::Text || box.Index() == Box::NoIndex)
+        return false;
+    const Box* next = screen.FindBox(box.Name(), box.Index() + lines);
+    QWidget* widget = next == nullptr ? nullptr : WidgetOf(*next);
+    if (widget == nullptr || !widget->isEnabled() || !widget->isVisible())
+        return false;
+    FocusOn(*next);
+    return true;
 }
 
 void ScreenWindow::closeEvent(QCloseEvent* event)

@@ -45,6 +45,7 @@ private:
     QWidget* MakeDropDown(Box& box, QWidget* parent);
     QWidget* MakeButton(Box& box, QWidget* parent);
     void Typed(Box& box, QLineEdit& edit);
+    bool MoveBetweenLines(const Box& box, int lines);
     void FixTabOrder();
 
     Screen& screen;

@@ -11,6 +11,11 @@ inline constexpr double Class1ARate = 12.8;
 /// The same rate as the boxes read.
 inline constexpr std::string_view Class1ARateText = "12.8%";
 
+/// The days of the year in which the returns and the payments are due, as the notes of the form name them.
+inline constexpr std::string_view ReturnDueDay = "6 July";
+inline constexpr std::string_view PostedPaymentDueDay = "19 July";
+inline constexpr std::string_view ElectronicPaymentDueDay = "22 July";
+
 /// The authority's page on paying Class 1A contributions.
 inline constexpr std::string_view Class1APaymentPage = "www.hmrc.gov.uk/payinghmrc/class1a.htm";
 

@@ -20,7 +20,8 @@ Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
       enabled(!row.disabled),
       visible(!row.hidden),
       readOnly(row.readOnly),
-      amount(row.amount)
+      amount(row.amount),
+      monospaced(row.monospaced)
 {
 }
 

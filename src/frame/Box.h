@@ -40,7 +40,8 @@ struct BoxRow {
     bool hidden = false;
     bool readOnly = false;
     bool disabled = false;
-    bool amount = false; ///< right-aligned in the monospaced face
+    bool amount = false;     ///< right-aligned in the monospaced face
+    bool monospaced = false; ///< in the monospaced face, aligned as other texts are
 };
 
 /// The row of an amount box of a page, bound to the field of its own name.
@@ -71,6 +72,7 @@ public:
     std::string FullName() const;
     Kind GetKind() const { return kind; }
     bool IsAmount() const { return amount; }
+    bool IsMonospaced() const { return amount || monospaced; }
     KeyFilter Filter() const { return filter; }
     /// Field of the record that the box is bound to; empty if none.
     const std::string& Field() const { return field; }
@@ -130,6 +132,7 @@ private:
     bool visible = true;
     bool readOnly = false;
     bool amount = false;
+    bool monospaced = false;
 };
 
 } // namespace quillmere

@@ -5,9 +5,13 @@
 #include "frame/Settings.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 namespace quillmere {
+
+/// Which document a print command of one employee or employer asks for.
+enum class PrintedDocument { Employee, Declaration };
 
 /// What the whole process shares, made once and handed down by reference.
 struct Session {
@@ -33,6 +37,9 @@ struct Session {
     bool InDeclarationFromPage = false; ///< the P11D(b) was reached from the page
     bool DeclarationFromMenu = false;   ///< the P11D(b) was reached from the File menu
     std::string LastBadDate;            ///< the last date text that could not be compared
+
+    /// Draws a document of the current employer and employee and shows it. Empty in a program that draws none.
+    std::function<void(PrintedDocument)> printJob;
 
     Screens screens; ///< last, so that screens go first
 

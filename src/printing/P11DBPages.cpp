@@ -46,7 +46,7 @@ const VariantRow& RowOf(DeclarationVariant variant)
     return Variants.at(static_cast<std::size_t>(variant));
 }
 
-constexpr Type BandType{7, Letter::Bold};
+constexpr Type BandType{7};
 
 /// A black band with words in white.
 void DrawBand(PageLayer& page, const Panel& band, std::span<const Label> words)
@@ -287,7 +287,7 @@ constexpr auto Section4Boxes = std::to_array<FormBox>({
 constexpr Panel TotalBand{156.5, 223, 189, 225.5};
 constexpr auto TotalBandWords = std::to_array<Label>({
     {BandType, At::Left, 158, 225, "box A + box B"},
-    {{7, Letter::BoldItalic}, At::Left, 174, 225, "minus"},
+    {{7, Letter::Italic}, At::Left, 174, 225, "minus"},
     {BandType, At::Left, 181, 225, "box C"},
 });
 constexpr Panel PayableBand{156.5, 260, 189, 262.5};

@@ -1,6 +1,7 @@
 #include "printing/PageLayer.h"
 
 #include "edition/Edition.h"
+#include "edition/FormWords.h"
 #include "frame/CheckedFile.h"
 #include "frame/ShellOpen.h"
 #include "printing/HeldFile.h"
@@ -236,6 +237,7 @@ bool PageLayer::StartDocument()
 bool PageLayer::OpenPrintJob(std::string_view documentName)
 {
     vsDocName(documentName);
+    vp->Subject(edition::DocumentSubject);
     if (route == Route::Printer)
         vsPreviewOff();
     else

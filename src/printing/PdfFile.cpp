@@ -10,7 +10,13 @@ namespace quillmere {
 struct PdfFile::State {
     QPDF file;
 
-    QPDFObjectHandle Parse(const std::string& object) { return QPDFObjectHandle::parse(&file, object); }
+    QPDFObjectHandle Parse(const std::string& object)
+    {
+        // libqpdf takes a reference within an object only.
+        if (object.size() > 4 && object.compare(object.size() - 4, 4, " 0 R") == 0 && object.front() != '<')
+            return file.getObjectByID(std::stoi(object), 0);
+        return QPDFObjectHandle::parse(&file, object);
+    }
     static std::string ReferenceTo(const QPDFObjectHandle& object)
     {
         return std::to_string(object.getObjectID()) + " 0 R";

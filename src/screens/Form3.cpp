@@ -125,6 +125,7 @@ bool Form3::Load()
 void Form3::Activate()
 {
     session.CurrentPage = 1;
+    box("lblP11DB").SetPaint(Paint::Plain);
     if (std::exchange(computedOnce, true))
         cars.back().CarBenefitCompute();
     else
@@ -182,13 +183,19 @@ void Form3::LeaveDateOfBirth()
 
 void Form3::ClickDeclaration()
 {
+    box("lblP11DB").SetPaint(Paint::Yellow);
     session.InDeclarationFromPage = true;
     ComputeBothCars();
-    if (!SeekCurrent("Recovering Recordset after P11DB NICs"))
+    // An employee whom somebody has deleted is told of and is no bar; a page that the store has not taken is.
+    if (SeekRecord("Recovering Recordset after P11DB NICs") == Sought::Failed) {
+        session.InDeclarationFromPage = false;
+        box("lblP11DB").SetPaint(Paint::Plain);
         return;
+    }
     session.DeclarationOpen = true;
     session.EmployeeOpenFlag = false;
-    session.screens.Show("P11DDeclaration");
+    if (session.screens.Show("P11DDeclaration") == nullptr)
+        box("lblP11DB").SetPaint(Paint::Plain);
 }
 
 } // namespace quillmere

@@ -62,11 +62,15 @@ void P11DPage::OpensScreen(std::string_view picture, std::string_view screen)
 
 void P11DPage::TurnTo(std::string_view page, std::string_view errorTitle)
 {
-    if (!ReleaseRecord())
+    if (!StoreRecord())
         return;
+    const int currentPage = session.CurrentPage;
     auto* other = static_cast<P11DPage*>(session.screens.Load(page));
-    if (other == nullptr || !other->SeekCurrent(errorTitle))
+    if (other == nullptr || other->SeekRecord(errorTitle) == Sought::Failed) {
+        session.CurrentPage = currentPage;
         return;
+    }
+    static_cast<void>(ReleaseRecord());
     session.screens.Show(page);
     session.screens.Hide(Name());
 }

@@ -39,7 +39,8 @@ protected:
     void OnLeaveAmount(std::string_view boxName);
     /// A picture that opens a screen; disabled, with a tooltip that says so, if the program has no such screen.
     void OpensScreen(std::string_view picture, std::string_view screen);
-    /// Goes to the other side of the form.
+    /// Goes to the other side of the form, which opens with what it showed before if the employee's record is gone. If
+    /// the store fails the page stays.
     void TurnTo(std::string_view page, std::string_view errorTitle);
 
 private:

@@ -67,8 +67,9 @@ protected:
                 EXPECT_NE(failure.what(), std::string()) << path;
                 EXPECT_NE(failure.Number(), 0) << path;
             }
-        if (isFile)
+        if (isFile) {
             EXPECT_EQ(Bytes(path), before) << path << " was written over";
+        }
         std::size_t files = 0;
         for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.path))
             ++files;

@@ -1,38 +1,28 @@
 #pragma once
 
 #include "Compare.h"
+#include "printing/Document.h"
 
-#include <functional>
-#include <optional>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace quillmere::scenario {
 
-/// One finished page: its texts, and every drawing operation as a line of text in millimetres.
-struct WitnessedPage {
-    std::vector<DrawnText> texts;
-    std::vector<std::string> listing;
-};
-
-/// A finished document, whatever is done with it then.
-struct WitnessedDocument {
-    std::string name;
-    std::vector<WitnessedPage> pages;
-    std::function<std::string()> pdf; ///< makes the bytes of its PDF file
-};
-
-/// Is told of every document that the program finishes.
+/// Is told of every document that the program finishes, whatever is done with it then.
 class DocumentWitness {
 public:
-    void Finished(WitnessedDocument document)
+    void Finished(std::shared_ptr<const Document> document)
     {
-        namesSince.push_back(document.name);
+        namesSince.push_back(document->name);
         last = std::move(document);
     }
 
-    std::optional<WitnessedDocument> last;
-    std::vector<std::string> namesSince; ///< since the scenario last asked for them
+    std::shared_ptr<const Document> last; ///< null before the first
+    std::vector<std::string> namesSince;  ///< since the scenario last asked for them
 };
+
+/// The texts of a page, counted from 1, each with the left end of the line on which it stands, in millimetres.
+std::vector<DrawnText> TextsOf(const Document& document, int page);
 
 } // namespace quillmere::scenario

@@ -10,7 +10,9 @@
 #include <QKeySequence>
 #include <QListWidget>
 #include <QPointer>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTest>
@@ -62,12 +64,29 @@ void TurnToPage(QWidget& widget)
     }
 }
 
+/// What a window does not scroll itself may move with a frame beside it: the head of a page goes sideways with the
+/// form.
+void ScrollSideways(QWidget& widget, const QWidget& parent)
+{
+    for (auto* area : parent.findChildren<QScrollArea*>(QString(), Qt::FindDirectChildrenOnly)) {
+        const int left = widget.mapTo(&parent, QPoint(0, 0)).x();
+        const int beyond = left + widget.width() - parent.width();
+        QScrollBar* bar = area->horizontalScrollBar();
+        if (left < 0)
+            bar->setValue(bar->value() + left);
+        else if (beyond > 0)
+            bar->setValue(bar->value() + beyond);
+    }
+}
+
 void ScrollTo(QWidget& widget)
 {
-    for (QWidget* parent = widget.parentWidget(); parent != nullptr; parent = parent->parentWidget())
+    for (QWidget* parent = widget.parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
         if (auto* area = qobject_cast<QScrollArea*>(parent);
             area != nullptr && area->widget() != nullptr && area->widget()->isAncestorOf(&widget))
             area->ensureWidgetVisible(&widget, 4, 4);
+        ScrollSideways(widget, *parent);
+    }
 }
 
 void RequireUsable(const QWidget& widget, const std::string& name)
@@ -137,6 +156,15 @@ QWindow* FocusedWindow()
     throw StepFailure("expected a window with the focus, found none");
 }
 
+bool AnyButtonDown()
+{
+    const QWidget* window = QApplication::activeWindow();
+    if (window == nullptr)
+        return false;
+    const QList<QAbstractButton*> buttons = window->findChildren<QAbstractButton*>();
+    return std::ranges::any_of(buttons, [](const QAbstractButton* button) { return button->isDown(); });
+}
+
 void SendKey(Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers)
 {
     QTest::sendKeyEvent(QTest::Click, FocusedWindow(), key, text, modifiers);
@@ -172,6 +200,15 @@ void Activate(QWidget& window)
     if (QApplication::activeWindow() != &window)
         QApplication::setActiveWindow(&window);
     QCoreApplication::processEvents();
+}
+
+void FillScreen(QWidget& window)
+{
+    const QRect room = window.screen()->availableGeometry();
+    if (window.width() >= room.width() * 9 / 10)
+        return;
+    window.setGeometry(room);
+    Settle();
 }
 
 void Reach(QWidget& widget, const std::string& name)
@@ -293,6 +330,9 @@ void Press(const std::string& keys)
     if (key == Qt::Key_Tab && (modifiers & Qt::ShiftModifier) != 0)
         key = Qt::Key_Backtab;
     SendKey(key, text, modifiers);
+    // A button pressed by its letter is let go a tenth of a second later, and does its work only then.
+    constexpr int longest = 1000;
+    static_cast<void>(QTest::qWaitFor([] { return !AnyButtonDown(); }, longest));
 }
 
 void Paste(const std::string& text)

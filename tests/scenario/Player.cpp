@@ -6,6 +6,7 @@
 #include "desktop/DesktopHost.h"
 #include "desktop/MainWindow.h"
 #include "frame/Text.h"
+#include "printing/PdfWriter.h"
 
 #include <QAction>
 #include <QApplication>
@@ -93,7 +94,10 @@ void AddState(std::vector<std::string>& states, bool state, const char* yes, con
 } // namespace
 
 Player::Player(std::string fileName, const Folders& folders)
-    : file(std::move(fileName)), pictures(folders.pictures), world(folders.resources, folders.root)
+    : file(std::move(fileName)),
+      pictures(folders.pictures),
+      tellSteps(folders.tellSteps),
+      world(folders.resources, folders.root)
 {
     platform.today = StandardDay;
     platform.programFolder = world.Program();
@@ -200,6 +204,8 @@ bool Player::Play(std::string_view text)
 void Player::Perform(const Step& step)
 {
     platform.line = step.line;
+    if (tellSteps && step.name != "note")
+        fmt::print("    {}\n", step.source);
     try {
         if (!GivesRecords(step))
             world.WriteGiven([this](const Step& given, const std::exception& error) { FailStep(given, error.what()); });
@@ -287,6 +293,9 @@ void Player::StartProgram()
                                                                  .screenHeight = ScreenHeight,
                                                                  .screenWidth = ScreenWidth});
     host->SetScreens(&program->GetSession().screens);
+    program->Printing().engine.documentEnded = [this](std::shared_ptr<const Document> document) {
+        witness.Finished(std::move(document));
+    };
     bool started = false;
     try {
         started = program->Main();
@@ -300,6 +309,8 @@ void Player::StartProgram()
     }
     world.SetSession(&program->GetSession());
     RunOut();
+    if (program != nullptr && program->GetSession().settings.applicationMaximised)
+        hands::FillScreen(*host->Main());
 }
 
 void Player::DropProgram()
@@ -431,20 +442,19 @@ std::vector<std::string> Player::EntriesOf(const Control& control)
     return held;
 }
 
-const WitnessedDocument& Player::Document() const
+const Document& Player::LastDocument() const
 {
-    if (!witness.last)
+    if (witness.last == nullptr)
         throw StepFailure("nothing has been printed");
     return *witness.last;
 }
 
-const WitnessedPage& Player::Page(const Word& number) const
+std::vector<DrawnText> Player::PageTexts(const Word& number) const
 {
-    const auto& pages = Document().pages;
-    const int page = Number(number);
-    if (page < 1 || page > static_cast<int>(pages.size()))
-        throw StepFailure(fmt::format("expected a page {}, found {} pages", page, pages.size()));
-    return pages[static_cast<std::size_t>(page) - 1];
+    const int page = Number(number), count = LastDocument().PageCount();
+    if (page < 1 || page > count)
+        throw StepFailure(fmt::format("expected a page {}, found {} pages", page, count));
+    return TextsOf(LastDocument(), page);
 }
 
 void Player::RequireSame(const std::string& found, const std::string& expected) const
@@ -943,7 +953,7 @@ void Player::ExpectColour(const Step& step)
 
 void Player::ExpectPages(const Step& step)
 {
-    const auto count = static_cast<int>(Document().pages.size());
+    const int count = LastDocument().PageCount();
     if (count != Number(step.words[0]))
         throw StepFailure(fmt::format("expected {} pages, found {}", Number(step.words[0]), count));
 }
@@ -951,20 +961,20 @@ void Player::ExpectPages(const Step& step)
 void Player::ExpectPage(const Step& step)
 {
     const std::string text = Text(step.words[1]);
-    if (!PageHolds(Page(step.words[0]).texts, text))
+    if (!PageHolds(PageTexts(step.words[0]), text))
         throw StepFailure("expected " + Shown(text) + " on the page, found it nowhere");
 }
 
 void Player::ExpectPageNot(const Step& step)
 {
     const std::string text = Text(step.words[1]);
-    if (PageHolds(Page(step.words[0]).texts, text))
+    if (PageHolds(PageTexts(step.words[0]), text))
         throw StepFailure("expected " + Shown(text) + " nowhere on the page, found it");
 }
 
 void Player::ExpectJob(const Step& step)
 {
-    RequireSame(Document().name, Text(step.words[0]));
+    RequireSame(LastDocument().name, Text(step.words[0]));
     witness.namesSince.clear();
 }
 
@@ -1012,14 +1022,8 @@ void Player::ShowField(const Step& step)
 
 void Player::ShowDocument(const Step&)
 {
-    const WitnessedDocument& document = Document();
-    fmt::print("document {}\n", Shown(document.name));
-    int number = 0;
-    for (const WitnessedPage& page : document.pages) {
-        fmt::print("page {}\n", ++number);
-        for (const std::string& line : page.listing)
-            fmt::print("{}\n", line);
-    }
+    const Document& document = LastDocument();
+    fmt::print("document {}\n{}", Shown(document.name), Listing(document));
 }
 
 void Player::Picture(const Step& step)
@@ -1036,9 +1040,11 @@ void Player::Picture(const Step& step)
 
 void Player::SavePdf(const Step& step)
 {
-    const std::filesystem::path target = Text(step.words[0]);
+    const std::filesystem::path target = pictures / Text(step.words[0]);
+    if (target.has_parent_path())
+        std::filesystem::create_directories(target.parent_path());
     std::ofstream stream(target, std::ios::binary | std::ios::trunc);
-    stream << Document().pdf();
+    stream << PdfWriter().Write(LastDocument());
     if (!stream.flush())
         throw StepFailure("cannot write " + target.string());
 }

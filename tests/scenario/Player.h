@@ -29,7 +29,8 @@ public:
     struct Folders {
         std::filesystem::path resources; ///< has the empty client database and the reference database
         std::filesystem::path root;      ///< the family root of the world, made for this one scenario
-        std::filesystem::path pictures;  ///< relative pictures go here; empty: to where the caller stands
+        std::filesystem::path pictures;  ///< relative pictures and PDF files go here; empty: to where the caller stands
+        bool tellSteps = false;          ///< prints each step as it is played
     };
 
     /// `file` is the name under which failures are told.
@@ -77,8 +78,8 @@ private:
     std::vector<std::string> Texts(const Step& step, std::size_t from) const;
     std::string TextOf(const Control& control);
     std::vector<std::string> EntriesOf(const Control& control);
-    const WitnessedDocument& Document() const;
-    const WitnessedPage& Page(const Word& number) const;
+    const Document& LastDocument() const;
+    std::vector<DrawnText> PageTexts(const Word& number) const;
 
     // What steps have in common
     void RequireSame(const std::string& found, const std::string& expected) const;
@@ -167,6 +168,7 @@ private:
 
     std::string file;
     std::filesystem::path pictures;
+    bool tellSteps;
     World world;
     ScriptedPlatform platform;
     DocumentWitness witness;

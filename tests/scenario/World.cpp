@@ -1,6 +1,7 @@
 #include "World.h"
 
 #include "clientdb/TableLayouts.h"
+#include "clientdb/Template.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
 #include "frame/Folders.h"
@@ -127,8 +128,10 @@ void World::Provide(Store store) const
         store == Store::LastYear && !std::filesystem::exists(settings))
         WriteLines(settings, {"FOLDER 1=Clients", "PATH 1=" + priorFolder.string(), "SELECTED FOLDER=1"});
     const std::filesystem::path file = DatabaseFile(store);
-    if (store == Store::Reference || std::filesystem::exists(file))
+    if (std::filesystem::exists(file))
         return;
+    if (store == Store::Reference)
+        return CreateReferenceTables(file);
     std::filesystem::create_directories(file.parent_path());
     std::filesystem::copy_file(resources / edition::TemplateDatabaseName, file);
 }

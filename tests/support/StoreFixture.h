@@ -16,9 +16,9 @@ namespace quillmere::test {
 /// A folder of its own, gone with its end.
 class ScratchFolder {
 public:
-    ScratchFolder()
+    explicit ScratchFolder(const std::filesystem::path& in = std::filesystem::temp_directory_path())
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "quillmere-XXXXXX").string();
+        std::string pattern = (in / "quillmere-XXXXXX").string();
         path = ::mkdtemp(pattern.data());
     }
     ~ScratchFolder()
@@ -35,7 +35,7 @@ public:
 /// A test with an empty client database, copied from one template.
 class StoreFixture : public ::testing::Test {
 protected:
-    StoreFixture()
+    explicit StoreFixture(const std::filesystem::path& in = std::filesystem::temp_directory_path()) : folder(in)
     {
         static const ScratchFolder templates;
         const std::filesystem::path empty = templates.path / "template";

@@ -1,6 +1,7 @@
 #include "cars/CO2Calculations.h"
 
 #include "edition/CarRates.h"
+#include "frame/Failure.h"
 
 #include <gtest/gtest.h>
 
@@ -106,8 +107,8 @@ TEST(CO2Calculations, OnlyThreeLettersAreReduced)
 
 TEST(CO2Calculations, ADateThatCannotBeReadIsARuntimeFailure)
 {
-    EXPECT_THROW(GetEnginePercentage(1800, "P", "31/31/2008"), std::invalid_argument);
-    EXPECT_THROW(GetCO2Percentage(150, "L", "", false), std::invalid_argument);
+    EXPECT_THROW(GetEnginePercentage(1800, "P", "31/31/2008"), Failure);
+    EXPECT_THROW(GetCO2Percentage(150, "L", "", false), Failure);
 }
 
 } // namespace

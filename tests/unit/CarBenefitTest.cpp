@@ -1,6 +1,7 @@
 #include "cars/CarBenefit.h"
 
 #include "edition/Edition.h"
+#include "frame/Failure.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -354,8 +355,8 @@ TEST(CarBenefit, WholeNumbersThatLeave16BitsAreARuntimeFailure)
     const auto overflows = [](const std::function<void(CarFacts&)>& change) {
         try {
             CarBenefit(With(change));
-        } catch (const std::overflow_error& failure) {
-            return std::string(failure.what()) == "Overflow";
+        } catch (const Failure& failure) {
+            return failure.Number() == 6 && std::string(failure.what()) == "Overflow";
         }
         return false;
     };
@@ -368,8 +369,8 @@ TEST(CarBenefit, WholeNumbersThatLeave16BitsAreARuntimeFailure)
 
 TEST(CarBenefit, ATextThatIsNoDateIsARuntimeFailure)
 {
-    EXPECT_THROW(CarBenefit(With([](CarFacts& f) { f.registrationDate = "99/99/2008"; })), std::invalid_argument);
-    EXPECT_THROW(CarBenefit(With([](CarFacts& f) { f.dateWithdrawn = "soon"; })), std::invalid_argument);
+    EXPECT_THROW(CarBenefit(With([](CarFacts& f) { f.registrationDate = "99/99/2008"; })), Failure);
+    EXPECT_THROW(CarBenefit(With([](CarFacts& f) { f.dateWithdrawn = "soon"; })), Failure);
 }
 
 TEST(CarTotals, SixEmptyCarsGiveAnEmptyTotal)

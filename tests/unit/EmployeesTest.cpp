@@ -1,8 +1,8 @@
 #include "clientdb/Employees.h"
 
-#include "support/StoreFixture.h"
 #include "clientdb/StoreFaults.h"
 #include "clientdb/TableLayouts.h"
+#include "support/StoreFixture.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -314,8 +314,9 @@ TEST_F(Employees, DeletingAnEmployeeTouchesNobodyElse)
     Create("Beta", "Jane", "Smith");
     DeleteEmployee(database, "Acme", "Jane Smith");
     for (const TableLayout* table : NewEmployeeTables())
-        if (table->level == TableLevel::Employee)
+        if (table->level == TableLevel::Employee) {
             EXPECT_EQ(Keys(table->name), (Texts{"Acme|John Smith", "Beta|Jane Smith"})) << table->name;
+        }
 }
 
 TEST_F(Employees, DeletingAnEmployerEmptiesAllHisTables)

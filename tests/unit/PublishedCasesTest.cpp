@@ -47,7 +47,7 @@ Figures ReadFigures(const std::string& text)
 /// The facts of a case. What the rule has not asked for at the end is a fact that it does not know.
 class Facts {
 public:
-    explicit Facts(Figures texts) : texts(std::move(texts)) {}
+    explicit Facts(Figures figures) : texts(std::move(figures)) {}
 
     std::string operator[](const std::string& name)
     {

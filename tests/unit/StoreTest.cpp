@@ -1,5 +1,5 @@
-#include "support/StoreFixture.h"
 #include "clientdb/StoreFaults.h"
+#include "support/StoreFixture.h"
 
 #include <fstream>
 #include <random>

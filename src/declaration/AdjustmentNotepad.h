@@ -1,0 +1,71 @@
+#pragma once
+
+#include "clientdb/Schedule.h"
+#include "frame/Screen.h"
+
+#include <array>
+#include <string_view>
+
+namespace quillmere {
+
+/// One of the two schedules behind section 4 of the declaration: what is particular to it.
+struct AdjustmentSchedule {
+    std::string_view name; ///< of the screen and of its table
+    std::string_view caption;
+    std::string_view timer;
+    std::array<ScheduleColumn, 2> columns; ///< the description and the amount
+    std::string_view target;               ///< boxes of the declaration that take the result
+    std::string_view targetDescription;
+    std::string_view loadingError;
+
+    constexpr const ScheduleColumn& AmountColumn() const { return columns[1]; }
+};
+
+inline constexpr ScheduleColumn AdjustmentDescription{
+    .box = "Description", .field = "Description", .caption = "Description", .use = ScheduleColumn::Use::Description};
+
+inline constexpr auto AdjustmentSchedules = std::to_array<AdjustmentSchedule>({
+    {.name = "P11DBNotepad1",
+     .caption = "P11D (B) Notepad 1",
+     .timer = "BNotepad1",
+     .columns =
+         {AdjustmentDescription,
+          {.box = "AmountAdded", .field = "AmountAdded", .caption = "Amount to be added", .total = "AmountAddedTotal"}},
+     .target = "Section4BoxB",
+     .targetDescription = "Section4DescriptionB",
+     .loadingError = "P11D(B) Notepad 1 - loading error"},
+    {.name = "P11DBNotepad2",
+     .caption = "P11D (B) Notepad 2",
+     .timer = "BNotepad2",
+     .columns = {AdjustmentDescription,
+                 {.box = "AmountDeducted",
+                  .field = "AmountDeducted",
+                  .caption = "Amount to be deducted",
+                  .total = "AmountDeductedTotal"}},
+     .target = "Section4BoxC",
+     .targetDescription = "Section4DescriptionC",
+     .loadingError = "P11D(B) Notepad 2 - loading error"},
+});
+
+/// A schedule of up to twenty lines, each a description and an amount. Its total and whether there is any description
+/// go to the declaration.
+class AdjustmentNotepad : public Screen {
+public:
+    AdjustmentNotepad(Session& session, const AdjustmentSchedule& schedule);
+
+    bool Load() override;
+
+private:
+    Box& Total() { return box(schedule.AmountColumn().total); }
+    void LoadLines();
+    void Recalculate();
+    void Ok();
+    void StoreLines();
+    void HandBack();
+    void Delete();
+
+    const AdjustmentSchedule& schedule;
+    Schedule lines;
+};
+
+} // namespace quillmere

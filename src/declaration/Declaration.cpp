@@ -1,0 +1,72 @@
+#include "declaration/Declaration.h"
+
+#include "clientdb/DataLink.h"
+#include "declaration/Class1A.h"
+#include "edition/Edition.h"
+#include "frame/Text.h"
+
+namespace quillmere {
+
+namespace {
+
+std::string BoxText(Amount amount)
+{
+    return AmountText(amount, edition::FormatMoneyBlankZero);
+}
+
+} // namespace
+
+Amount EmployerTotal(Database& database, std::string_view employer)
+{
+    Amount total;
+    std::array<std::string_view, Class1AFields.size()> texts;
+    Recordset records = database.OpenRecordset("P11D");
+    for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext()) {
+        for (std::size_t i = 0; i < Class1AFields.size(); ++i)
+            texts[i] = records.Field(Class1AFields[i]);
+        total += Class1ABenefits(texts);
+    }
+    return total;
+}
+
+DeclarationTotals ComputeDeclarationTotals(Database& database, std::string_view employer)
+{
+    DeclarationTotals totals;
+    const Amount benefits = EmployerTotal(database, employer);
+    totals.section1ABox = BoxText(benefits);
+
+    Recordset records = database.OpenRecordset("P11DB");
+    records.MoveFirstOf(employer);
+    const auto field = [&records](std::string_view name) {
+        return records.AtEnd() ? std::string() : std::string(records.Field(name));
+    };
+    totals.employerReference = field("EmployerReference");
+    totals.accountsOffReference = field("AccountsOffReference");
+    for (std::size_t line = 0; line < AddressLines; ++line) {
+        totals.employerAdd[line] = field(Numbered("EmployerAdd", static_cast<int>(line) + 1));
+        totals.returnAdd[line] = field(Numbered("ReturnAdd", static_cast<int>(line) + 1));
+    }
+    totals.sentToBox = field("SentToBox");
+    totals.sentToDate = field("SentToDate");
+    totals.section1Tick = IsSet(field("Section1Tick"));
+    totals.section2Tick1 = IsSet(field("Section2Tick1"));
+    totals.section2Tick2 = IsSet(field("Section2Tick2"));
+    totals.section2Tick3 = IsSet(field("Section2Tick3"));
+
+    if (!totals.section1Tick) {
+        totals.section1CBox = BoxText(ComputeSection1(benefits).C);
+        return totals;
+    }
+    totals.section4BBox = field("Section4BBox");
+    totals.section4BDesc = field("Section4BDesc");
+    totals.section4CBox = field("Section4CBox");
+    totals.section4CDesc = field("Section4CDesc");
+    const Section4 section =
+        ComputeSection4(benefits, ReadAmount(totals.section4BBox), ReadAmount(totals.section4CBox));
+    totals.section4ABox = BoxText(section.A);
+    totals.section4DBox = BoxText(section.D);
+    totals.section4FBox = BoxText(section.F);
+    return totals;
+}
+
+} // namespace quillmere

@@ -1,0 +1,184 @@
+#include "screens/ScheduleNotepad.h"
+
+#include "clientdb/Recordset.h"
+#include "edition/Edition.h"
+#include "frame/Session.h"
+
+#include <string>
+#include <vector>
+
+namespace quillmere {
+
+namespace {
+
+/// Puts a cursor on the open employee's record; NoMatch if there is none.
+void SeekCurrent(Recordset& records, const Session& session)
+{
+    records.Index("IndKey");
+    records.Seek(session.CurrentEmployer, session.CurrentEmployee);
+}
+
+/// Where a total stands among the fields of its member.
+constexpr std::size_t CostTotal = 0, TaxTotal = 1, CashTotal = 2;
+
+} // namespace
+
+ScheduleNotepad::ScheduleNotepad(Session& session, const NotepadMember& member)
+    : Screen(session, member.name, ShowMode::Modal,
+             std::string(member.section) + session.CurrentEmployee + " (" + session.CurrentEmployer + ")"),
+      member(member),
+      schedule(*this, member.columns)
+{
+    for (const ScheduleColumn& column : member.columns)
+        if (!column.total.empty())
+            AddBox({.kind = Kind::Label, .amount = true}, std::string(column.total));
+    AddBox({.kind = Kind::Button, .text = "&OK"}, "cmdOK");
+    AddBox({.kind = Kind::Button, .text = "&Delete"}, "cmdDelete");
+    AddBox({.kind = Kind::Button, .text = "&Cancel"}, "cmdCancel");
+    SetButtons("cmdCancel", {});
+
+    schedule.OnLeaveAmount([this](Box&) { Recalculate(); });
+    OnClick("cmdOK", [this](Box&) { Ok(); });
+    OnClick("cmdDelete", [this](Box&) { Delete(); });
+    OnClick("cmdCancel", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+bool ScheduleNotepad::Load()
+{
+    try {
+        LoadLines();
+        return true;
+    } catch (const StoreError& error) {
+        session.messages.Tell(Caption(), error.what());
+        return false;
+    }
+}
+
+void ScheduleNotepad::LoadLines()
+{
+    Database database = Database::OpenDatabase(session.ClientDatabasePath());
+    Recordset own = database.OpenRecordset(member.name);
+    SeekCurrent(own, session);
+    if (own.NoMatch())
+        session.messages.Tell(member.loadingTitle, "Employee not found");
+    else
+        schedule.Load(own);
+
+    Recordset page = database.OpenRecordset("P11D");
+    SeekCurrent(page, session);
+    if (page.NoMatch()) {
+        session.messages.Tell(member.loadingTitle, "Employee not found");
+        return;
+    }
+    for (std::size_t which = 0; which < member.totalFields.size(); ++which)
+        if (const std::string_view field = member.totalFields[which]; !field.empty())
+            box(member.columns[which + 1].total).SetText(page.Field(field));
+}
+
+void ScheduleNotepad::Activate()
+{
+    Recalculate();
+}
+
+void ScheduleNotepad::Recalculate()
+{
+    const auto text = [this](const ScheduleColumn& column, int line) {
+        return column.Exists() ? schedule.At(column, line).Text() : std::string();
+    };
+    const auto put = [this](const ScheduleColumn& column, int line, const std::string& shown) {
+        if (column.Exists())
+            schedule.At(column, line).SetText(shown);
+    };
+    const ScheduleColumn& description = member.columns.front();
+    std::vector<ScheduleLine> lines;
+    for (int line = 1; line <= LinesOfASchedule; ++line) {
+        schedule.At(description, line).TrimText();
+        lines.push_back({text(member.Cost(), line), text(member.Tax(), line), text(member.Cash(), line)});
+    }
+    const ScheduleTotals totals = RecalculateSchedule(lines, member.kind);
+    int number = 0;
+    for (const ScheduleLine& line : lines) {
+        ++number;
+        put(member.Cost(), number, line.cost);
+        put(member.Tax(), number, line.tax);
+        put(member.Cash(), number, line.cash);
+    }
+    const auto show = [this](const ScheduleColumn& column, const std::string& total) {
+        if (column.Exists())
+            box(column.total).SetText(total);
+    };
+    show(member.Cost(), totals.cost);
+    show(member.Tax(), totals.tax);
+    show(member.Cash(), totals.cash);
+}
+
+/// A line whose tax exceeds its cost is told of; an empty box counts as nothing.
+bool ScheduleNotepad::TaxIsWithinCost()
+{
+    if (member.inputTitle.empty())
+        return true;
+    for (int line = 1; line <= LinesOfASchedule; ++line) {
+        if (ReadAmount(schedule.At(member.Tax(), line).Text()) <= ReadAmount(schedule.At(member.Cost(), line).Text()))
+            continue;
+        session.messages.Tell(member.inputTitle, "Tax is greater than the Cost on line: " + std::to_string(line));
+        return false;
+    }
+    return true;
+}
+
+void ScheduleNotepad::Ok()
+{
+    if (!TaxIsWithinCost())
+        return;
+    try {
+        Store();
+    } catch (const StoreError&) {
+        session.messages.Tell(member.okTitle, "Unable to update database");
+        return;
+    }
+    if (!member.describedBox.empty())
+        PutOnPage(member.describedBox, schedule.HasDescription() ? edition::AsPerAttached : std::string_view());
+    session.screens.Unload(Name());
+}
+
+void ScheduleNotepad::Store()
+{
+    Database database = Database::OpenDatabase(session.ClientDatabasePath());
+    Recordset own = database.OpenRecordset(member.name);
+    SeekCurrent(own, session);
+    Recordset page = database.OpenRecordset("P11D");
+    SeekCurrent(page, session);
+    WriteBatch batch(database);
+    schedule.Store(own);
+    for (const std::size_t which : {CostTotal, TaxTotal, CashTotal})
+        if (!member.totalFields[which].empty())
+            StoreTotal(page, which);
+    batch.Commit();
+}
+
+/// Writes one total to the employee's record, and puts the same text on the page.
+void ScheduleNotepad::StoreTotal(Recordset& records, std::size_t which)
+{
+    const std::string& total = box(member.columns[which + 1].total).Text();
+    const std::string_view own = member.totalFields[which];
+    records.Edit();
+    records.SetField(total.empty() && !member.emptiedInstead.empty() ? member.emptiedInstead : own, total);
+    PutOnPage(own, total);
+    records.Update();
+}
+
+void ScheduleNotepad::Delete()
+{
+    schedule.Clear();
+    for (const ScheduleColumn& column : member.columns)
+        if (!column.total.empty())
+            box(column.total).Clear();
+}
+
+void ScheduleNotepad::PutOnPage(std::string_view boxName, std::string_view text)
+{
+    if (Box* onPage = session.screens.FindBox(member.page, boxName))
+        onPage->SetText(text);
+}
+
+} // namespace quillmere
