@@ -1,6 +1,13 @@
 #include "app/Program.h"
 
 #include "app/MDIForm1.h"
+#include "calculators/D2Notepad.h"
+#include "calculators/DNotepad.h"
+#include "calculators/ENotepad.h"
+#include "calculators/GNotepad.h"
+#include "calculators/HNotepad.h"
+#include "calculators/HNotepad2.h"
+#include "calculators/JNotepad.h"
 #include "cars/ExtraCarsScreen.h"
 #include "clientdb/EmployerScreens.h"
 #include "clientdb/FolderScreens.h"
@@ -97,6 +104,14 @@ void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
     for (const NotepadMember& member : Notepads())
         screens.Register(member.name,
                          [&member](Session& session) { return std::make_unique<ScheduleNotepad>(session, member); });
+    Register<DNotepad>(screens, "DNotepad");
+    Register<D2Notepad>(screens, "D2Notepad");
+    Register<D2InfoNotepad>(screens, "D2InfoNotepad");
+    Register<ENotepad>(screens, "ENotepad");
+    Register<GNotepad>(screens, "GNotepad");
+    Register<HNotepad>(screens, "HNotepad");
+    Register<HNotepad2>(screens, "HNotepad2");
+    Register<JNotepad>(screens, "JNotepad");
 }
 
 } // namespace quillmere

@@ -29,8 +29,8 @@ public:
     [[nodiscard]] Sought SeekRecord(std::string_view errorTitle);
     /// The same; true if the record was found.
     [[nodiscard]] bool SeekCurrent(std::string_view errorTitle) { return SeekRecord(errorTitle) == Sought::Found; }
-    /// Stores what has changed before the same record is shown elsewhere. False if the store fails, with its words; of a
-    /// record that is gone whoever seeks it next will tell.
+    /// Stores what has changed before the same record is shown elsewhere. False if the store fails, with its words; of
+    /// a record that is gone whoever seeks it next will tell.
     [[nodiscard]] bool StoreRecord();
     /// Stores what has changed and takes the link off its record. False if the store fails, with its words.
     [[nodiscard]] bool ReleaseRecord();

@@ -24,6 +24,14 @@ Layout Side2Form1();
 Layout P11DDeclaration();
 Layout P11DBNotepad1();
 Layout P11DBNotepad2();
+Layout DNotepad();
+Layout D2Notepad();
+Layout D2InfoNotepad();
+Layout ENotepad();
+Layout GNotepad();
+Layout HNotepad();
+Layout HNotepad2();
+Layout JNotepad();
 
 /// A screen for two further cars.
 Layout ExtraCarsScreen(const ExtraCars& which);
