@@ -15,6 +15,7 @@
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
+#include "printing/PrePrint.h"
 #include "printing/PrintJobs.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
@@ -80,7 +81,7 @@ void Register(Screens& screens, std::string_view name)
 
 } // namespace
 
-void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
+void RegisterScreens(Screens& screens, PrintSystem& printing)
 {
     Register<MDIForm1>(screens, "MDIForm1");
     Register<NewFileCheck>(screens, "NewFileCheck");
@@ -91,6 +92,8 @@ void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
     Register<frmFolderManager>(screens, "frmFolderManager");
     Register<frmBackup>(screens, "frmBackup");
     Register<TransferList>(screens, "TransferList");
+    screens.Register("PrePrint",
+                     [&printing](Session& session) { return std::make_unique<PrePrint>(session, printing); });
     Register<Form3>(screens, "Form3");
     Register<Side2Form1>(screens, "Side2Form1");
     for (const ExtraCars& cars : ExtraCarsScreens)

@@ -22,6 +22,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},
+    {"PrePrint", layouts::PrePrint},
     {"Form3", layouts::Form3},
     {"Side2Form1", layouts::Side2Form1},
     {"P11DDeclaration", layouts::P11DDeclaration},

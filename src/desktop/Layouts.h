@@ -19,6 +19,7 @@ Layout RenameEmp();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
+Layout PrePrint();
 Layout Form3();
 Layout Side2Form1();
 Layout P11DDeclaration();
