@@ -4,25 +4,19 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <string_view>
 
-/// make_template client|reference FILE: makes an empty client database, or an empty reference database, in place of any
-/// file of that name.
+/// make_template FILE: makes an empty client database in place of any file of that name.
 int main(int argc, char** argv)
 try {
-    const std::string_view kind = argc == 3 ? argv[1] : "";
-    if (kind != "client" && kind != "reference") {
-        std::fputs("make_template client|reference FILE\n", stderr);
+    if (argc != 2) {
+        std::fputs("make_template FILE\n", stderr);
         return 2;
     }
-    const std::filesystem::path target = argv[2];
+    const std::filesystem::path target = argv[1];
     std::filesystem::path part = target;
     part += ".part";
     std::filesystem::remove(part);
-    if (kind == "client")
-        quillmere::CreateTables(part);
-    else
-        quillmere::CreateReferenceTables(part);
+    quillmere::CreateTables(part);
     std::filesystem::rename(part, target);
     return 0;
 } catch (const std::exception& failure) {

@@ -25,6 +25,9 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"Form3", layouts::Form3},
     {"Side2Form1", layouts::Side2Form1},
     {"P11DDeclaration", layouts::P11DDeclaration},
+    {"FNotepad", layouts::FNotepad},
+    {"Form1", layouts::Form1},
+    {"GNotepad2", layouts::GNotepad2},
     {"P11DBNotepad1", layouts::P11DBNotepad1},
     {"P11DBNotepad2", layouts::P11DBNotepad2},
 });

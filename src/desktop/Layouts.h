@@ -22,6 +22,9 @@ Layout TransferList();
 Layout Form3();
 Layout Side2Form1();
 Layout P11DDeclaration();
+Layout FNotepad();
+Layout Form1();
+Layout GNotepad2();
 Layout P11DBNotepad1();
 Layout P11DBNotepad2();
 
