@@ -5,10 +5,13 @@
 #include "calculators/DNotepad.h"
 #include "calculators/ENotepad.h"
 #include "calculators/GNotepad.h"
+#include "calculators/GNotepad2.h"
 #include "calculators/HNotepad.h"
 #include "calculators/HNotepad2.h"
 #include "calculators/JNotepad.h"
 #include "cars/ExtraCarsScreen.h"
+#include "cars/FNotepad.h"
+#include "cars/Form1.h"
 #include "clientdb/EmployerScreens.h"
 #include "clientdb/FolderScreens.h"
 #include "declaration/AdjustmentNotepad.h"
@@ -100,6 +103,9 @@ void RegisterScreens(Screens& screens, PrintSystem& printing)
         screens.Register(cars.name,
                          [&cars](Session& session) { return std::make_unique<ExtraCarsScreen>(session, cars); });
     Register<P11DDeclaration>(screens, "P11DDeclaration");
+    Register<FNotepad>(screens, "FNotepad");
+    Register<Form1>(screens, "Form1");
+    Register<GNotepad2>(screens, "GNotepad2");
     for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
         screens.Register(schedule.name, [&schedule](Session& session) {
             return std::make_unique<AdjustmentNotepad>(session, schedule);
