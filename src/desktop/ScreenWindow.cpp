@@ -285,7 +285,7 @@ void ScreenWindow::BoxChanged(const Box& box)
             edit->setText(text);
         edit->setReadOnly(box.ReadOnly());
         // Setting a palette is dear, even the same one.
-        const QPalette& palette = look::EditPalette(!box.ReadOnly() && box.Enabled());
+        const QPalette& palette = look::EditPalette(!box.ReadOnly() && box.Enabled() && !box.IsComputed());
         if (edit->palette().color(QPalette::Active, QPalette::Base) != palette.color(QPalette::Active, QPalette::Base))
             edit->setPalette(palette);
         break;
