@@ -1,6 +1,6 @@
 #include "calculators/CalculatorNotepad.h"
 
-#include "clientdb/DataLink.h"
+#include "clientdb/BoundScreen.h"
 #include "edition/Edition.h"
 
 #include <array>
@@ -95,6 +95,13 @@ void CalculatorNotepad::PutOnPage(std::string_view page, std::string_view boxNam
 {
     if (Box* onPage = session.screens.FindBox(page, boxName))
         onPage->SetText(text);
+}
+
+void CalculatorNotepad::PutOnPage(std::string_view page, std::string_view boxName, std::string_view text,
+                                  std::string_view stored)
+{
+    if (auto* bound = static_cast<BoundScreen*>(session.screens.Find(page)))
+        bound->TakeResult(boxName, text, stored);
 }
 
 std::string NotepadCaption(std::string_view words, const Session& session)

@@ -53,7 +53,10 @@ protected:
     /// Puts a plain number into a box; 0 is blank.
     void SetNumber(std::string_view boxName, double number);
     void ClearBoxes(std::span<const std::string_view> boxNames);
+    /// Puts a result into a page's box if the page is open.
     void PutOnPage(std::string_view page, std::string_view boxName, std::string_view text);
+    /// The same for a field that was written with another text, which holds until the page is stored.
+    void PutOnPage(std::string_view page, std::string_view boxName, std::string_view text, std::string_view stored);
     const std::string& TextOf(std::string_view boxName) const { return box(boxName).Text(); }
 
     Titles titles;

@@ -118,7 +118,7 @@ void DNotepad::Ok()
     });
     if (!stored)
         return;
-    PutOnPage("Form3", "DCashEqu", total);
+    PutOnPage("Form3", "DCashEqu", total, TextOf("BasicChargeE"));
     session.screens.Unload(Name());
 }
 

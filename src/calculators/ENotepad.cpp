@@ -91,7 +91,7 @@ void ENotepad::Ok()
     });
     if (!stored)
         return;
-    PutOnPage("Form3", "ETaxAmount", total.box);
+    PutOnPage("Form3", "ETaxAmount", total.box, total.stored);
     session.screens.Unload(Name());
 }
 

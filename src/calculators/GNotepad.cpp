@@ -221,8 +221,8 @@ void GNotepad::Ok()
     });
     if (!stored)
         return;
-    PutOnPage("Side2Form1", "GVan", totals.van);
-    PutOnPage("Side2Form1", "GVanFuel", totals.fuel);
+    PutOnPage("Side2Form1", "GVan", totals.van, totals.storedVan);
+    PutOnPage("Side2Form1", "GVanFuel", totals.fuel, totals.storedFuel);
     session.screens.Unload(Name());
 }
 
