@@ -5,15 +5,14 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <string_view>
 
-/// make_template client|reference|last-year FILE: makes an empty client database, an empty reference database, or the
-/// sample of last year's client database, in place of any file of that name.
+/// make_template client|last-year FILE: makes an empty client database, or the sample of last year's, in place of any
+/// file of that name.
 int main(int argc, char** argv)
 try {
     const std::string_view kind = argc == 3 ? argv[1] : "";
-    if (kind != "client" && kind != "reference" && kind != "last-year") {
-        std::fputs("make_template client|reference|last-year FILE\n", stderr);
+    if (kind != "client" && kind != "last-year") {
+        std::fputs("make_template client|last-year FILE\n", stderr);
         return 2;
     }
     const std::filesystem::path target = argv[2];
@@ -22,8 +21,6 @@ try {
     std::filesystem::remove(part);
     if (kind == "client")
         quillmere::CreateTables(part);
-    else if (kind == "reference")
-        quillmere::CreateReferenceTables(part);
     else
         quillmere::sample::CreateLastYear(part);
     std::filesystem::rename(part, target);

@@ -34,6 +34,8 @@ public:
     [[nodiscard]] bool StoreRecord();
     /// Stores what has changed and takes the link off its record. False if the store fails, with its words.
     [[nodiscard]] bool ReleaseRecord();
+    /// A notepad hands a result over: what the box is to read, and what the notepad has written to its field.
+    void TakeResult(std::string_view boxName, std::string_view text, std::string_view stored);
 
 protected:
     /// Binds the boxes that name a field; called when all boxes are made.

@@ -677,8 +677,15 @@ void Player::OpenUnreached(const Step& step)
     Screens& screens = Running().screens;
     if (!screens.IsRegistered(name))
         throw StepFailure("there is no screen " + name);
-    if (step.words.size() > 1)
+    constexpr std::string_view ofVan = "GNotepad2";
+    if (step.words.size() > 1 && name != ofVan)
         throw StepFailure(name + " is one screen: it takes no number");
+    if (name == ofVan) {
+        const int van = step.words.size() > 1 ? std::stoi(step.words[1].text) : 1;
+        if (van < 1 || van > 3)
+            throw StepFailure("there is no van " + step.words[1].text);
+        Running().VanOfHistory = van;
+    }
     if (screens.Show(name) == nullptr)
         throw StepFailure("expected " + name + " to open, found it closed");
 }

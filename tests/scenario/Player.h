@@ -27,7 +27,7 @@ class Player {
 public:
     /// Where a player finds and leaves its files.
     struct Folders {
-        std::filesystem::path resources; ///< has the empty client database and the reference database
+        std::filesystem::path resources; ///< has the empty client database
         std::filesystem::path root;      ///< the family root of the world, made for this one scenario
         std::filesystem::path pictures;  ///< relative pictures and PDF files go here; empty: to where the caller stands
         bool tellSteps = false;          ///< prints each step as it is played
