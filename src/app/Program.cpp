@@ -7,6 +7,9 @@
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
+#include "printing/frmVSPrint.h"
+#include "printing/frmVSPrintDialog.h"
+#include "printing/frmVSPrintSettings.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -66,12 +69,21 @@ void Register(Screens& screens, std::string_view name)
     screens.Register(name, [](Session& session) { return std::make_unique<ScreenClass>(session); });
 }
 
+/// A screen that prints or shows what has been drawn.
+template<typename ScreenClass>
+void Register(Screens& screens, std::string_view name, PrintSystem& printing)
+{
+    screens.Register(name, [&printing](Session& session) { return std::make_unique<ScreenClass>(session, printing); });
+}
+
 } // namespace
 
 void RegisterScreens(Screens& screens, PrintSystem& printing)
 {
-    screens.Register("MDIForm1",
-                     [&printing](Session& session) { return std::make_unique<MDIForm1>(session, printing); });
+    Register<MDIForm1>(screens, "MDIForm1", printing);
+    Register<frmVSPrintSettings>(screens, "frmVSPrintSettings", printing);
+    Register<frmVSPrint>(screens, "frmVSPrint", printing);
+    Register<frmVSPrintDialog>(screens, "frmVSPrintDialog", printing);
     Register<NewFileCheck>(screens, "NewFileCheck");
     Register<NewFile>(screens, "NewFile");
     Register<EmployerList>(screens, "EmployerList");
