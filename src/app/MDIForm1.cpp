@@ -96,8 +96,7 @@ std::span<const MenuRow> MenuRows()
     return Menus;
 }
 
-MDIForm1::MDIForm1(Session& session, PrintSystem& printing)
-    : Screen(session, "MDIForm1", ShowMode::Main, edition::AppTitle), printing(printing)
+MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Main, edition::AppTitle)
 {
     AddBoxes(Rows);
     for (const ToolRow& tool : Tools)
@@ -263,8 +262,11 @@ void MDIForm1::CommandPrint()
         if (!session.screens.IsShown(page))
             continue;
         auto& shown = static_cast<P11DPage&>(*session.screens.Find(page));
-        static_cast<void>(shown.SeekCurrent(shown.RefreshErrorTitle()));
+        // What the store has not taken would be missing on the paper.
+        if (shown.SeekRecord(shown.RefreshErrorTitle()) == BoundScreen::Sought::Failed)
+            return;
     }
+    session.printJob(PrintedDocument::Employee);
 }
 
 void MDIForm1::CommandExit()

@@ -8,8 +8,6 @@
 
 namespace quillmere {
 
-struct PrintSystem;
-
 /// One entry of the main window's menus, in their order.
 struct MenuRow {
     std::string_view menu; ///< "File", "Folder", "View", "Settings"
@@ -24,7 +22,7 @@ std::span<const MenuRow> MenuRows();
 /// The main window: menus, toolbar, status bar, and the commands that tie the subsystems together.
 class MDIForm1 : public Screen {
 public:
-    MDIForm1(Session& session, PrintSystem& printing);
+    explicit MDIForm1(Session& session);
 
     bool Load() override;
     void Unload() override;
@@ -44,8 +42,6 @@ private:
     void CommandOpenScreen(std::string_view screen);
     void ChooseFolder(int slot);
     void ToggleToolbar();
-
-    PrintSystem& printing;
 };
 
 } // namespace quillmere

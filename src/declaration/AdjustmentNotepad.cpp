@@ -1,32 +1,26 @@
 #include "declaration/AdjustmentNotepad.h"
 
 #include "clientdb/Recordset.h"
-#include "declaration/Class1A.h"
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Session.h"
-#include "frame/Text.h"
 
 #include <string>
 
 namespace quillmere {
 
 AdjustmentNotepad::AdjustmentNotepad(Session& session, const AdjustmentSchedule& schedule)
-    : Screen(session, schedule.name, ShowMode::Modal, schedule.caption), schedule(schedule)
+    : Screen(session, schedule.name, ShowMode::Modal, schedule.caption),
+      schedule(schedule),
+      lines(*this, schedule.columns)
 {
-    for (int line = 1; line <= LinesOfAdjustments; ++line) {
-        const std::string description = "Description, line " + std::to_string(line);
-        const std::string amount = std::string(schedule.amountCaption) + ", line " + std::to_string(line);
-        AddBox({.spoken = description}, "Description", line);
-        AddBox({.filter = SignedMoneyKeyFilter, .spoken = amount, .amount = true}, std::string(schedule.amount), line);
-    }
-    AddBox({.spoken = "Total", .readOnly = true, .amount = true}, std::string(schedule.total));
+    AddBox({.readOnly = true, .amount = true}, std::string(schedule.AmountColumn().total));
     AddBox({.kind = Kind::Button, .text = "&OK"}, "Ok");
     AddBox({.kind = Kind::Button, .text = "&Delete"}, "Delete");
     AddBox({.kind = Kind::Button, .text = "&Cancel"}, "Cancel");
     SetButtons("Cancel", {});
 
-    OnLeave(schedule.amount, [this](Box&) { Recalculate(); });
+    lines.OnLeaveAmount([this](Box&) { Recalculate(); });
     OnClick("Ok", [this](Box&) { Ok(); });
     OnClick("Delete", [this](Box&) { Delete(); });
     OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
@@ -38,6 +32,7 @@ bool AdjustmentNotepad::Load()
         LoadLines();
     } catch (const StoreError& error) {
         session.messages.Tell(Caption(), error.what());
+        return false;
     }
     session.screens.StartTimer(*this, schedule.timer, [this] { Recalculate(); });
     return true;
@@ -49,27 +44,22 @@ void AdjustmentNotepad::LoadLines()
     Recordset records = database.OpenRecordset(schedule.name);
     records.Index("PrimaryKey");
     records.Seek(session.CurrentEmployer);
-    if (records.NoMatch()) {
-        database.Close();
+    if (records.NoMatch())
         session.messages.Tell(schedule.loadingError, "Employee not found");
-        return;
-    }
-    for (int line = 1; line <= LinesOfAdjustments; ++line) {
-        Description(line).SetText(records.Field(Numbered("Description", line)));
-        AmountOf(line).SetText(records.Field(Numbered(schedule.amount, line)));
-    }
+    else
+        lines.Load(records);
 }
 
 void AdjustmentNotepad::Recalculate()
 {
-    std::array<std::string, LinesOfAdjustments> amounts;
-    for (int line = 1; line <= LinesOfAdjustments; ++line) {
-        Box& amount = AmountOf(line);
-        amounts[static_cast<std::size_t>(line - 1)] = amount.Text();
-        if (!amount.Empty())
-            amount.SetText(AmountText(ReadAmount(amount.Text()), edition::FormatMoneyBlankZero));
+    Amount total;
+    for (int line = 1; line <= LinesOfASchedule; ++line) {
+        Box& amount = lines.At(schedule.AmountColumn(), line);
+        std::string text = amount.Text();
+        RewriteAndAdd(text, total);
+        amount.SetText(text);
     }
-    box(schedule.total).SetText(AdjustmentTotalText(amounts));
+    Total().SetText(AmountText(total, edition::FormatMoneyBlankZero));
 }
 
 void AdjustmentNotepad::Ok()
@@ -92,15 +82,7 @@ void AdjustmentNotepad::StoreLines()
     Recordset records = database.OpenRecordset(schedule.name);
     records.Index("PrimaryKey");
     records.Seek(session.CurrentEmployer);
-    const auto store = [&records](std::string_view stem, int line, const Box& from) {
-        records.Edit();
-        records.SetField(Numbered(stem, line), from.Text());
-        records.Update();
-    };
-    for (int line = 1; line <= LinesOfAdjustments; ++line) {
-        store("Description", line, Description(line));
-        store(schedule.amount, line, AmountOf(line));
-    }
+    lines.Store(records);
     batch.Commit();
 }
 
@@ -110,21 +92,17 @@ void AdjustmentNotepad::HandBack()
     auto* declaration = dynamic_cast<P11DDeclaration*>(session.screens.Find("P11DDeclaration"));
     if (declaration == nullptr)
         return;
-    std::array<std::string, LinesOfAdjustments> descriptions;
-    for (int line = 1; line <= LinesOfAdjustments; ++line)
-        descriptions[static_cast<std::size_t>(line - 1)] = Description(line).Text();
-    declaration->box(schedule.target).SetText(box(schedule.total).Text());
-    declaration->box(schedule.targetDescription).SetText(AdjustmentDescription(descriptions));
+    declaration->box(schedule.target).SetText(Total().Text());
+    // Kept: one line or twenty, the declaration never shows a line's own description.
+    declaration->box(schedule.targetDescription)
+        .SetText(lines.HasDescription() ? edition::AsPerAttached : std::string_view());
     declaration->StartP11DBTimer();
 }
 
 void AdjustmentNotepad::Delete()
 {
-    for (int line = 1; line <= LinesOfAdjustments; ++line) {
-        Description(line).Clear();
-        AmountOf(line).Clear();
-    }
-    box(schedule.total).Clear();
+    lines.Clear();
+    Total().Clear();
 }
 
 } // namespace quillmere

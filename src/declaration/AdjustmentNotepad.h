@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/Schedule.h"
 #include "frame/Screen.h"
 
 #include <array>
@@ -7,37 +8,40 @@
 
 namespace quillmere {
 
-class Recordset;
-
 /// One of the two schedules behind section 4 of the declaration: what is particular to it.
 struct AdjustmentSchedule {
     std::string_view name; ///< of the screen and of its table
     std::string_view caption;
     std::string_view timer;
-    std::string_view amount; ///< stem of the boxes and of the fields
-    std::string_view amountCaption;
-    std::string_view total;
-    std::string_view target; ///< boxes of the declaration that take the result
+    std::array<ScheduleColumn, 2> columns; ///< the description and the amount
+    std::string_view target;               ///< boxes of the declaration that take the result
     std::string_view targetDescription;
     std::string_view loadingError;
+
+    constexpr const ScheduleColumn& AmountColumn() const { return columns[1]; }
 };
+
+inline constexpr ScheduleColumn AdjustmentDescription{
+    .box = "Description", .field = "Description", .caption = "Description", .use = ScheduleColumn::Use::Description};
 
 inline constexpr auto AdjustmentSchedules = std::to_array<AdjustmentSchedule>({
     {.name = "P11DBNotepad1",
      .caption = "P11D (B) Notepad 1",
      .timer = "BNotepad1",
-     .amount = "AmountAdded",
-     .amountCaption = "Amount to be added",
-     .total = "AmountAddedTotal",
+     .columns =
+         {AdjustmentDescription,
+          {.box = "AmountAdded", .field = "AmountAdded", .caption = "Amount to be added", .total = "AmountAddedTotal"}},
      .target = "Section4BoxB",
      .targetDescription = "Section4DescriptionB",
      .loadingError = "P11D(B) Notepad 1 - loading error"},
     {.name = "P11DBNotepad2",
      .caption = "P11D (B) Notepad 2",
      .timer = "BNotepad2",
-     .amount = "AmountDeducted",
-     .amountCaption = "Amount to be deducted",
-     .total = "AmountDeductedTotal",
+     .columns = {AdjustmentDescription,
+                 {.box = "AmountDeducted",
+                  .field = "AmountDeducted",
+                  .caption = "Amount to be deducted",
+                  .total = "AmountDeductedTotal"}},
      .target = "Section4BoxC",
      .targetDescription = "Section4DescriptionC",
      .loadingError = "P11D(B) Notepad 2 - loading error"},
@@ -52,8 +56,7 @@ public:
     bool Load() override;
 
 private:
-    Box& Description(int line) { return box("Description", line); }
-    Box& AmountOf(int line) { return box(schedule.amount, line); }
+    Box& Total() { return box(schedule.AmountColumn().total); }
     void LoadLines();
     void Recalculate();
     void Ok();
@@ -62,6 +65,7 @@ private:
     void Delete();
 
     const AdjustmentSchedule& schedule;
+    Schedule lines;
 };
 
 } // namespace quillmere

@@ -1,9 +1,5 @@
 #include "declaration/Class1A.h"
 
-#include "edition/Edition.h"
-
-#include <algorithm>
-
 namespace quillmere {
 
 Amount Class1ABenefits(std::span<const std::string_view, Class1AFields.size()> texts)
@@ -33,21 +29,6 @@ Section4 ComputeSection4(Amount benefits, Amount added, Amount deducted, double 
     section.D = benefits + added - deducted;
     section.F = Class1AContributions(section.D, rate);
     return section;
-}
-
-std::string AdjustmentTotalText(std::span<const std::string, LinesOfAdjustments> amounts)
-{
-    Amount total;
-    for (const std::string& amount : amounts)
-        total += ReadAmount(amount);
-    return AmountText(total, edition::FormatMoneyBlankZero);
-}
-
-std::string AdjustmentDescription(std::span<const std::string, LinesOfAdjustments> descriptions)
-{
-    // Kept: one line or twenty, the declaration never shows a line's own description.
-    const bool any = std::ranges::any_of(descriptions, [](const std::string& text) { return !text.empty(); });
-    return any ? std::string(edition::AsPerAttached) : std::string();
 }
 
 } // namespace quillmere

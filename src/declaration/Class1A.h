@@ -5,11 +5,10 @@
 
 #include <array>
 #include <span>
-#include <string>
 #include <string_view>
 
-/// Class 1A National Insurance contributions of an employer: the employees' benefits, sections 1 and 4 of the P11D(b),
-/// and its two schedules. Social Security Contributions and Benefits Act 1992, s.10.
+/// Class 1A National Insurance contributions of an employer: the employees' benefits, and sections 1 and 4 of the
+/// P11D(b). Social Security Contributions and Benefits Act 1992, s.10.
 namespace quillmere {
 
 /// The fields of `P11D` that make up the total, all of them marked 1A on the form, in the order of the sum.
@@ -53,14 +52,5 @@ struct Section4 {
     friend bool operator==(const Section4&, const Section4&) = default;
 };
 Section4 ComputeSection4(Amount benefits, Amount added, Amount deducted, double rate = edition::Class1ARate);
-
-/// Lines of a schedule of the P11D(b).
-inline constexpr int LinesOfAdjustments = 20;
-
-/// Total of a schedule's amount boxes as its box reads; blank for nought.
-std::string AdjustmentTotalText(std::span<const std::string, LinesOfAdjustments> amounts);
-
-/// What the target's description on the declaration reads for a schedule's descriptions.
-std::string AdjustmentDescription(std::span<const std::string, LinesOfAdjustments> descriptions);
 
 } // namespace quillmere

@@ -152,8 +152,13 @@ P11DDeclaration::P11DDeclaration(Session& session)
 
 bool P11DDeclaration::Load()
 {
+    // With no record the screen opens all the same. Where the store cannot be read it does not: nothing that is typed
+    // would be kept.
+    if (SeekEmployer("P11D(B) - loading error") == Sought::Failed) {
+        ForgetWayIn();
+        return false;
+    }
     EnableToolbar(session, false);
-    SeekEmployer("P11D(B) - loading error");
     StartP11DBTimer();
     return true;
 }
@@ -161,17 +166,22 @@ bool P11DDeclaration::Load()
 void P11DDeclaration::Unload()
 {
     static_cast<void>(ReleaseRecord());
-    session.DeclarationOpen = false;
-    session.InDeclarationFromPage = false;
-    session.DeclarationFromMenu = false;
+    ForgetWayIn();
     EnableToolbar(session, true);
 }
 
-void P11DDeclaration::SeekEmployer(std::string_view errorTitle)
+void P11DDeclaration::ForgetWayIn()
 {
-    // With no record, or none that can be read, the screen stands open all the same.
-    static_cast<void>(SeekCurrent(errorTitle));
+    session.DeclarationOpen = false;
+    session.InDeclarationFromPage = false;
+    session.DeclarationFromMenu = false;
+}
+
+P11DDeclaration::Sought P11DDeclaration::SeekEmployer(std::string_view errorTitle)
+{
+    const Sought sought = SeekRecord(errorTitle);
     OpenAdjustments();
+    return sought;
 }
 
 void P11DDeclaration::StartP11DBTimer()
@@ -260,10 +270,8 @@ void P11DDeclaration::OpenAdjustments()
 
 void P11DDeclaration::PrintDeclaration()
 {
-    const Sought sought = SeekRecord("P11D(B) - Refresh error");
-    OpenAdjustments();
     // What the store has not taken would be missing on the paper.
-    if (sought != Sought::Failed)
+    if (SeekEmployer("P11D(B) - Refresh error") != Sought::Failed)
         session.printJob(PrintedDocument::Declaration);
 }
 

@@ -17,7 +17,8 @@ public:
     void StartP11DBTimer();
 
 private:
-    void SeekEmployer(std::string_view errorTitle);
+    Sought SeekEmployer(std::string_view errorTitle);
+    void ForgetWayIn();
     void P11DBTimer();
     void SeekPageAgain();
     void Refresh();

@@ -1,10 +1,11 @@
 #include "declaration/AdjustmentNotepad.h"
-#include "declaration/Class1A.h"
 #include "declaration/DeclarationWords.h"
 #include "desktop/Layouts.h"
 #include "edition/Class1ARates.h"
 #include "edition/Edition.h"
 #include "frame/Text.h"
+
+#include <array>
 
 namespace quillmere::layouts {
 
@@ -103,24 +104,24 @@ void Section2(Layout& layout, int y)
     layout.Text(TickTextX, y + 50, Wide, words::NoBenefits(), {}, 32);
     layout.Place("DeclarationTick", TickX, y + 88, 22);
     layout.Text(TickTextX, y + 90, Wide, words::FormsEnclosed(), {}, 48);
-    layout.Place("Check4", TickX, y + 142, 22);
-    layout.Text(TickTextX, y + 144, 316, words::FormsSent());
-    layout.Place("InlRevOffice", 378, y + 141, 190);
-    layout.Text(574, y + 144, 190, words::OfficeOn);
-    layout.Place("SentDate", 764, y + 141, 94);
+    layout.Place("Check4", TickX, y + 134, 22);
+    layout.Text(TickTextX, y + 136, 316, words::FormsSent());
+    layout.Place("InlRevOffice", 378, y + 133, 190);
+    layout.Text(574, y + 136, 190, words::OfficeOn);
+    layout.Place("SentDate", 764, y + 133, 94);
     layout.Text(
-        TickX, y + 178, SectionWidth - 60,
+        TickX, y + 170, SectionWidth - 60,
         "I declare that all the details on this form are fully and truly stated to the best of my knowledge and "
         "belief.",
         Bold);
     layout.Text(
-        TickX, y + 200, SectionWidth - 60,
+        TickX, y + 190, SectionWidth - 60,
         "The printed return has room for the signature of the employer, or of any person authorised to sign for "
         "the employer, for the date and for the capacity in which it is signed.",
         Italic, 32);
 }
 
-constexpr int Section3Height = 262;
+constexpr int Section3Height = 270;
 void Section3(Layout& layout, int y)
 {
     Section(layout, y, Section3Height, "3", "Notes for employer");
@@ -179,35 +180,10 @@ void Section4(Layout& layout, int y)
     layout.Text(LetterX - 212, y + 332, 200, "box D x box E", {.size = 11, .align = TextLook::Align::Right});
 }
 
-Layout Schedule(const AdjustmentSchedule& schedule, std::string_view heading)
+Layout AdjustmentWindow(std::string_view heading, const AdjustmentSchedule& schedule)
 {
-    constexpr int Left = 14, Number = 24, Wide = 400, Gap = 10, Line = 23;
-    constexpr int Amounts = Left + Number + Wide + Gap;
-    Layout layout{.width = Amounts + AmountWidth + 24};
-    layout.Text(Left, 10, layout.width - 2 * Left, heading, Bold, 34);
-    int y = 48;
-    layout.Text(Left + Number, y, Wide, "Description", Bold);
-    layout.Text(Amounts - 20, y, AmountWidth + 20, schedule.amountCaption,
-                {.size = 11, .bold = true, .align = TextLook::Align::Right});
-    y += 20;
-    for (int line = 1; line <= LinesOfAdjustments; ++line) {
-        layout.Text(Left, y + 3, Number - 6, std::to_string(line), {.size = 11, .align = TextLook::Align::Right});
-        layout.PlaceAt("Description", line, Left + Number, y, Wide);
-        layout.PlaceAt(schedule.amount, line, Amounts, y, AmountWidth);
-        y += Line;
-    }
-    y += 6;
-    layout.Line(Left, y - 4, layout.width - 2 * Left, 1);
-    layout.Text(Left + Number, y + 3, Wide - 6, "TOTAL", {.size = 12, .bold = true, .align = TextLook::Align::Right});
-    layout.Place(schedule.total, Amounts, y, AmountWidth);
-    y += Row + 10;
-    int x = layout.width - Left - 3 * 96 + 6;
-    for (const std::string_view button : {"Ok", "Delete", "Cancel"}) {
-        layout.Place(button, x, y, 90, 28);
-        x += 96;
-    }
-    layout.height = y + 40;
-    return layout;
+    constexpr auto Buttons = std::to_array<std::string_view>({"Ok", "Delete", "Cancel"});
+    return ScheduleWindow(heading, schedule.columns, Buttons);
 }
 
 } // namespace
@@ -241,12 +217,12 @@ Layout P11DDeclaration()
 
 Layout P11DBNotepad1()
 {
-    return Schedule(AdjustmentSchedules[0], words::AddAmounts);
+    return AdjustmentWindow(words::AddAmounts, AdjustmentSchedules[0]);
 }
 
 Layout P11DBNotepad2()
 {
-    return Schedule(AdjustmentSchedules[1], words::DeductAmounts);
+    return AdjustmentWindow(words::DeductAmounts, AdjustmentSchedules[1]);
 }
 
 } // namespace quillmere::layouts

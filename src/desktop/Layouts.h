@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cars/ExtraCarsScreen.h"
 #include "clientdb/Schedule.h"
 #include "desktop/Layout.h"
 #include "screens/ScheduleNotepad.h"
@@ -21,12 +22,26 @@ Layout TransferList();
 Layout frmVSPrintSettings();
 Layout frmVSPrint();
 Layout frmVSPrintDialog();
+Layout PrePrint();
 Layout Form3();
 Layout Side2Form1();
 Layout P11DDeclaration();
+Layout FNotepad();
+Layout Form1();
+Layout GNotepad2();
 Layout P11DBNotepad1();
 Layout P11DBNotepad2();
+Layout DNotepad();
+Layout D2Notepad();
+Layout D2InfoNotepad();
+Layout ENotepad();
+Layout GNotepad();
+Layout HNotepad();
+Layout HNotepad2();
+Layout JNotepad();
 
+/// A screen for two further cars.
+Layout ExtraCarsScreen(const ExtraCars& which);
 /// A schedule notepad of the pages.
 Layout ScheduleNotepad(const NotepadMember& member);
 /// The window of any schedule: a heading, twenty lines under their captions, the totals, and the buttons in a row.

@@ -305,8 +305,11 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
         break;
     }
     }
-    connect(button, &QAbstractButton::clicked, this, [this, &box] {
-        if (!detached)
+    connect(button, &QAbstractButton::clicked, this, [this, &box, button] {
+        // A key that presses the button from elsewhere leaves the box in use first, so that what was typed counts.
+        if (!detached && !button->hasFocus() && button->focusPolicy() != Qt::NoFocus)
+            button->setFocus(Qt::ShortcutFocusReason);
+        if (!detached && box.Enabled())
             screen.Click(box);
     });
     return button;
@@ -347,7 +350,7 @@ void ScreenWindow::BoxChanged(const Box& box)
             edit->setText(text);
         edit->setReadOnly(box.ReadOnly());
         // Setting a palette is dear, even the same one.
-        const QPalette& palette = look::EditPalette(!box.ReadOnly() && box.Enabled());
+        const QPalette& palette = look::EditPalette(!box.ReadOnly() && box.Enabled() && !box.IsComputed());
         if (edit->palette().color(QPalette::Active, QPalette::Base) != palette.color(QPalette::Active, QPalette::Base))
             edit->setPalette(palette);
         break;

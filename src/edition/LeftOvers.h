@@ -21,6 +21,11 @@ inline constexpr std::string_view EarliestLoanDate = "06/04/2002";
 inline constexpr std::array<std::string_view, 6> RunningOnDates = {"05/04/2003", "05/04/2003", "05/04/3004",
                                                                    "05/04/4004", "05/05/5005", "06/06/6006"};
 
+/// Labels of the accommodation report, with the rate of an older year: the figures beside them are worked out at the
+/// rate of this one. The second follows the days.
+inline constexpr std::string_view ReportAdditionalCharge = "Excess of cost multiplied by 5%";
+inline constexpr std::string_view ReportAdditionalChargeOfDays = ") x (Excess of cost x 5%)";
+
 // The car notepad, which keeps the rules and the captions of 2003-04. It is out of ordinary use and nothing reads it.
 
 /// Fuel letters that the sheet takes; others are refused.
@@ -85,5 +90,14 @@ inline constexpr std::string_view SheetFuelResultCaption = "Car fuel benefit cha
 inline constexpr std::string_view SheetCarDeductionCaption = "(P * Q) / 366";
 inline constexpr std::string_view SheetFuelCaption = "£14,400 * N";
 inline constexpr std::string_view SheetFuelDeductionCaption = "(V * X) / 366";
+
+// The van history, an earlier method of charging vans. Nothing leads to it and nothing reads what it stores.
+
+/// Its caption before a van is chosen, and the year that its rows of use run through.
+inline constexpr std::string_view VanHistoryCaption = "Van Record 2009-2010";
+inline constexpr std::string_view VanHistoryStart = "06/04/2009";
+inline constexpr std::string_view VanHistoryEnd = "05/04/2010";
+/// A period of the shorter type of unavailability has fewer days than this, one of the longer type at least so many.
+inline constexpr int VanHistoryLongPeriod = 30;
 
 } // namespace quillmere::edition

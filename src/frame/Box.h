@@ -45,6 +45,7 @@ struct BoxRow {
     bool disabled = false;
     bool amount = false;     ///< right-aligned in the monospaced face
     bool monospaced = false; ///< in the monospaced face, aligned as other texts are
+    bool computed = false;   ///< looks worked out although it can be typed in: what is typed is overwritten
 };
 
 /// The row of an amount box of a page, bound to the field of its own name.
@@ -82,6 +83,7 @@ public:
     Kind GetKind() const { return kind; }
     bool IsAmount() const { return amount; }
     bool IsMonospaced() const { return amount || monospaced; }
+    bool IsComputed() const { return computed; }
     KeyFilter Filter() const { return filter; }
     /// Field of the record that the box is bound to; empty if none.
     const std::string& Field() const { return field; }
@@ -142,6 +144,7 @@ private:
     bool readOnly = false;
     bool amount = false;
     bool monospaced = false;
+    bool computed = false;
 };
 
 } // namespace quillmere

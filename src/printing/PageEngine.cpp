@@ -104,6 +104,12 @@ double PageEngine::TextHeight(std::string_view) const
     return quillmere::TextHeight(CurrentFace(), fontSize);
 }
 
+void PageEngine::FixedPart(bool isFixed)
+{
+    if (open)
+        open->BeginPart(isFixed);
+}
+
 void PageEngine::Bookmark(std::string_view title, int level, double y)
 {
     if (open)

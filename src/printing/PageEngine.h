@@ -92,6 +92,9 @@ public:
     double TextWidth(std::string_view text) const { return quillmere::TextWidth(CurrentFace(), fontSize, text); }
     double TextHeight(std::string_view text) const;
 
+    /// Says whether what comes now is the same on every page of its form (see PagePart).
+    void FixedPart(bool isFixed);
+
     /// Notes a place of the page in hand for the document's bookmarks; y in twips.
     void Bookmark(std::string_view title, int level, double y);
 

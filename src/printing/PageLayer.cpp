@@ -198,6 +198,11 @@ void PageLayer::vsTextRun(std::string_view text)
     DrawText(text, Alignment::Run);
 }
 
+double PageLayer::vsTextWidth(std::string_view text) const
+{
+    return scaledUnit > 0 ? vp->TextWidth(text) / scaledUnit : 0;
+}
+
 void PageLayer::DrawText(std::string_view text, Alignment alignment)
 {
     const double height = vp->TextHeight(text);

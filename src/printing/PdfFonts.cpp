@@ -25,7 +25,7 @@ constexpr char32_t PoundSign = 0xA3;
 constexpr std::size_t KeptFonts = 96;
 
 /// Subsets are made once and stand in every file.
-constexpr int FontEffort = 9;
+constexpr int FontEffort = 12;
 
 bool IsInEverySubset(char32_t character)
 {

@@ -35,6 +35,13 @@ constexpr char16_t PdfCode(char32_t character)
     return character > 0xFFFF ? u'\uFFFD' : static_cast<char16_t>(character);
 }
 
+/// The character's width in the fonts of a PDF file: thousandths of an em, rounded.
+inline int PdfWidth(const FaceMetrics& metrics, char32_t character)
+{
+    const int unitsPerEm = metrics.UnitsPerEm();
+    return (metrics.AdvanceOf(character) * 1000 + unitsPerEm / 2) / unitsPerEm;
+}
+
 /// A face's subset as it stands in a PDF file; streams are compressed.
 struct PdfFont {
     std::string name;          ///< with the six-letter tag of a subset

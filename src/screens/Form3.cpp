@@ -194,7 +194,8 @@ void Form3::ClickDeclaration()
     }
     session.DeclarationOpen = true;
     session.EmployeeOpenFlag = false;
-    session.screens.Show("P11DDeclaration");
+    if (session.screens.Show("P11DDeclaration") == nullptr)
+        box("lblP11DB").SetPaint(Paint::Plain);
 }
 
 } // namespace quillmere

@@ -10,7 +10,9 @@
 #include <QKeySequence>
 #include <QListWidget>
 #include <QPointer>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTest>
@@ -62,12 +64,29 @@ void TurnToPage(QWidget& widget)
     }
 }
 
+/// What a window does not scroll itself may move with a frame beside it: the head of a page goes sideways with the
+/// form.
+void ScrollSideways(QWidget& widget, const QWidget& parent)
+{
+    for (auto* area : parent.findChildren<QScrollArea*>(QString(), Qt::FindDirectChildrenOnly)) {
+        const int left = widget.mapTo(&parent, QPoint(0, 0)).x();
+        const int beyond = left + widget.width() - parent.width();
+        QScrollBar* bar = area->horizontalScrollBar();
+        if (left < 0)
+            bar->setValue(bar->value() + left);
+        else if (beyond > 0)
+            bar->setValue(bar->value() + beyond);
+    }
+}
+
 void ScrollTo(QWidget& widget)
 {
-    for (QWidget* parent = widget.parentWidget(); parent != nullptr; parent = parent->parentWidget())
+    for (QWidget* parent = widget.parentWidget(); parent != nullptr; parent = parent->parentWidget()) {
         if (auto* area = qobject_cast<QScrollArea*>(parent);
             area != nullptr && area->widget() != nullptr && area->widget()->isAncestorOf(&widget))
             area->ensureWidgetVisible(&widget, 4, 4);
+        ScrollSideways(widget, *parent);
+    }
 }
 
 void RequireUsable(const QWidget& widget, const std::string& name)
@@ -181,6 +200,15 @@ void Activate(QWidget& window)
     if (QApplication::activeWindow() != &window)
         QApplication::setActiveWindow(&window);
     QCoreApplication::processEvents();
+}
+
+void FillScreen(QWidget& window)
+{
+    const QRect room = window.screen()->availableGeometry();
+    if (window.width() >= room.width() * 9 / 10)
+        return;
+    window.setGeometry(room);
+    Settle();
 }
 
 void Reach(QWidget& widget, const std::string& name)

@@ -22,6 +22,9 @@ void Settle();
 /// Gives the focus to a window.
 void Activate(QWidget& window);
 
+/// Gives a window that is to be maximised the size of the screen where no window manager does.
+void FillScreen(QWidget& window);
+
 /// Brings a control into reach: closes open menus, turns to its page of a tab strip, scrolls to it, activates its
 /// window. `name` is the control's, for the failure.
 void Reach(QWidget& widget, const std::string& name);

@@ -95,23 +95,5 @@ TEST(Class1A, WithoutBenefitsNothingIsAdjusted)
     EXPECT_EQ(section, (Section4{.B = Amount::WholePounds(100), .C = Amount::WholePounds(300)}));
 }
 
-TEST(Class1ASchedule, LinesAreAddedWithTheirSigns)
-{
-    std::array<std::string, LinesOfAdjustments> amounts;
-    amounts[0] = "    100.00";
-    amounts[19] = "50.50";
-    EXPECT_EQ(AdjustmentTotalText(amounts), "    150.50");
-    amounts[7] = "  (150.50)";
-    EXPECT_EQ(AdjustmentTotalText(amounts), "");
-}
-
-TEST(Class1ASchedule, OneLineOrTwentyItIsAsPerAttached)
-{
-    std::array<std::string, LinesOfAdjustments> descriptions;
-    EXPECT_EQ(AdjustmentDescription(descriptions), "");
-    descriptions[19] = "Late car";
-    EXPECT_EQ(AdjustmentDescription(descriptions), "As per attached");
-}
-
 } // namespace
 } // namespace quillmere

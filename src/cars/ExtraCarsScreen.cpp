@@ -1,0 +1,110 @@
+#include "cars/ExtraCarsScreen.h"
+
+#include "clientdb/DataLink.h"
+#include "clientdb/Recordset.h"
+#include "frame/Session.h"
+
+#include <string>
+
+namespace quillmere {
+
+namespace {
+
+constexpr std::string_view Table = "ExtraCars";
+
+/// Cash and fuel, as the two totals of page 1.
+constexpr auto Totals = std::to_array<CarTotalKind>({
+    {"FCashEqu", "FTotalCashCars", "Compute Extra Cars Cash error"},
+    {"FFuelEqu", "FTotalCashFuel", "Compute Extra Car Fuel error"},
+});
+
+/// Puts a cursor on the open employee's record; NoMatch if there is none.
+void SeekCurrent(Recordset& records, const Session& session)
+{
+    records.Index("IndKey");
+    records.Seek(session.CurrentEmployer, session.CurrentEmployee);
+}
+
+} // namespace
+
+ExtraCarsScreen::ExtraCarsScreen(Session& session, const ExtraCars& which)
+    : Screen(session, which.name, ShowMode::Modal, which.caption), which(which)
+{
+    for (const int car : which.cars)
+        columns.emplace_back(session, *this, car, CarColumn::Totals{});
+    AddBox({.kind = Kind::Button, .text = "&OK"}, "Ok");
+    AddBox({.kind = Kind::Button, .text = "&Delete"}, "Delete");
+    AddBox({.kind = Kind::Button, .text = "&Cancel"}, "Cancel");
+    SetButtons("Cancel", {});
+    OnClick("Ok", [this](Box&) { Ok(); });
+    OnClick("Delete", [this](Box&) { Delete(); });
+    OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+bool ExtraCarsScreen::Load()
+{
+    try {
+        LoadCars();
+        return true;
+    } catch (const StoreError& error) {
+        session.messages.Tell(Caption(), error.what());
+        return false;
+    }
+}
+
+void ExtraCarsScreen::LoadCars()
+{
+    Database database = Database::OpenDatabase(session.ClientDatabasePath());
+    Recordset records = database.OpenRecordset(Table);
+    SeekCurrent(records, session);
+    if (records.NoMatch()) {
+        session.messages.Tell(which.loadingTitle, "Employee not found");
+        return;
+    }
+    for (const auto& control : Boxes()) {
+        if (control->Field().empty())
+            continue;
+        const std::string_view stored = records.Field(control->Field());
+        if (stored.empty())
+            continue;
+        if (control->GetKind() == Kind::Tick)
+            control->SetTicked(IsSet(stored));
+        else
+            control->SetText(stored);
+    }
+}
+
+void ExtraCarsScreen::Ok()
+{
+    try {
+        Store();
+        ComputeCarTotals(session, *this, Totals);
+    } catch (const StoreError& error) {
+        session.messages.Tell(Caption(), error.what());
+        return;
+    }
+    session.screens.Unload(Name());
+}
+
+void ExtraCarsScreen::Store()
+{
+    Database database = Database::OpenDatabase(session.ClientDatabasePath());
+    Recordset records = database.OpenRecordset(Table);
+    SeekCurrent(records, session);
+    records.Edit();
+    for (const auto& control : Boxes()) {
+        if (control->Field().empty())
+            continue;
+        const bool tick = control->GetKind() == Kind::Tick;
+        records.SetField(control->Field(), tick ? (control->Ticked() ? "1" : "0") : control->Text());
+    }
+    records.Update();
+}
+
+void ExtraCarsScreen::Delete()
+{
+    for (CarColumn& column : columns)
+        column.Empty();
+}
+
+} // namespace quillmere

@@ -1,0 +1,71 @@
+#include "printing/ExtraCarSheets.h"
+
+#include "edition/Edition.h"
+#include "edition/FormWords.h"
+#include "frame/Amount.h"
+#include "frame/Text.h"
+#include "printing/CarSection.h"
+
+namespace quillmere {
+
+namespace {
+
+/// The sum of a numbered field of the sheet's two cars, as its box reads.
+std::string TotalOf(const Recordset& cars, std::string_view stem, int firstCar)
+{
+    const Amount total =
+        ReadAmount(cars.Field(Numbered(stem, firstCar))) + ReadAmount(cars.Field(Numbered(stem, firstCar + 1)));
+    return AmountText(total, edition::FormatMoneyBlankZero);
+}
+
+} // namespace
+
+bool ExtraCarsHaveData(PrintJob& job, std::string_view table, int firstCar, int lastCar)
+{
+    if (!job.SeekEmployee(table)) {
+        job.session.messages.Tell("Extra Cars check for data error", "Employee not found");
+        return false;
+    }
+    const Recordset& cars = job.Table(table);
+    for (int car = firstCar; car <= lastCar; ++car)
+        if (!cars.Field(Numbered("FCashEqu", car)).empty() || !cars.Field(Numbered("FFuelEqu", car)).empty())
+            return true;
+    return false;
+}
+
+void PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet)
+{
+    PageLayer& page = job.page;
+    if (!job.SeekEmployee("ExtraCars")) {
+        job.session.messages.Tell(sheet.loadingError, "Employee not found");
+        return;
+    }
+    const Recordset& cars = job.Table("ExtraCars");
+    const FieldReader read = [&](std::string_view field) {
+        if (field == "FTotalCashCars")
+            return TotalOf(cars, "FCashEqu", sheet.firstCar);
+        if (field == "FTotalCashFuel")
+            return TotalOf(cars, "FFuelEqu", sheet.firstCar);
+        // The tick beside the date of withdrawal has a name of its own in this table.
+        if (field.starts_with("FDateWithdrawnTick"))
+            return std::string(cars.Field(Numbered("FWithdrawnTick", field.back() - '0')));
+        return std::string(cars.Field(field));
+    };
+
+    page.vsBookmark(sheet.bookmark);
+    if (page.HasShading())
+        DrawPanels(page, std::span(&CarPanel, 1), page.ColLight);
+    page.vsFontName("Arial");
+    page.vsTextColor(page.ColBlack);
+    page.vsFont(9, true, true);
+    page.vsTextRight(193, 1, job.nationalInsurance);
+    DrawSectionMarks(page, std::span(&CarMark, 1));
+    DrawCarBoxes(page);
+    DrawCarLabels(page, sheet.firstCar,
+                  {.totalOfCars = edition::TotalOfExtraCars, .totalOfFuel = edition::TotalOfExtraCarFuel});
+    DrawIdentifier(page, 276, edition::P11DIdentifier);
+    BeginValues(page);
+    DrawCarValues(page, sheet.firstCar, read);
+}
+
+} // namespace quillmere

@@ -1,0 +1,152 @@
+// The data link: boxes bound to the fields of one record.
+#include "../support/ScriptedDoor.h"
+#include "../support/StoreFixture.h"
+#include "clientdb/BoundScreen.h"
+#include "clientdb/StoreFaults.h"
+#include "edition/Edition.h"
+
+#include <gtest/gtest.h>
+
+namespace quillmere {
+namespace {
+
+constexpr int BusyError = 5;
+
+class Sheet : public BoundScreen {
+public:
+    explicit Sheet(Session& session)
+        : BoundScreen(session, "Sheet", ShowMode::Child, "The sheet", {.table = "P11DB", .index = "PrimaryKey"})
+    {
+        static constexpr auto Rows = std::to_array<BoxRow>({
+            {.name = "Reference", .field = "EmployerReference"},
+            {.name = "Adjusted", .kind = Kind::Tick, .field = "Section1Tick"},
+        });
+        AddBoxes(Rows);
+        Bind();
+    }
+    bool HasRecord() const { return Link().HasRecord(); }
+};
+
+class DataLinkTest : public test::StoreFixture {
+protected:
+    DataLinkTest()
+    {
+        file = folder.path / edition::ClientDatabaseName;
+        std::filesystem::rename(folder.path / "clients", file);
+        session.settings.path[1] = folder.path.string();
+        session.settings.selectedFolder = 1;
+        session.CurrentEmployer = "Acme Ltd";
+        for (const std::string_view employer : {"Acme Ltd", "Other Ltd"}) {
+            Database database = Open();
+            Recordset records = database.OpenRecordset("P11DB");
+            records.AddNew();
+            records.SetField("EmployerName", employer);
+            records.SetField("EmployerReference", "123/A");
+            records.Update();
+        }
+    }
+    ~DataLinkTest() override { SetStoreFaultHook({}); }
+
+    std::string Stored(std::string_view employer)
+    {
+        Database database = Open();
+        Recordset records = database.OpenRecordset("P11DB");
+        records.Index("PrimaryKey");
+        records.Seek(employer);
+        return records.NoMatch() ? "no record" : std::string(records.Field("EmployerReference"));
+    }
+
+    void DeleteRecord(std::string_view employer)
+    {
+        Database database = Open();
+        Recordset records = database.OpenRecordset("P11DB");
+        records.Index("PrimaryKey");
+        records.Seek(employer);
+        records.Delete();
+    }
+
+    testing::ScriptedDoor door;
+    Session session{door};
+    Sheet sheet{session};
+    using Sought = BoundScreen::Sought;
+};
+
+TEST_F(DataLinkTest, AChangedBoxIsStoredWhenTheLinkMovesAndWhenItIsReleased)
+{
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    sheet.box("Reference").SetText("456/B");
+    EXPECT_EQ(Stored("Acme Ltd"), "123/A");
+    session.CurrentEmployer = "Other Ltd";
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    EXPECT_EQ(Stored("Acme Ltd"), "456/B");
+    EXPECT_EQ(sheet.box("Reference").Text(), "123/A");
+    sheet.box("Reference").SetText("789/C");
+    EXPECT_TRUE(sheet.ReleaseRecord());
+    EXPECT_EQ(Stored("Other Ltd"), "789/C");
+    EXPECT_TRUE(door.messages.empty());
+}
+
+TEST_F(DataLinkTest, ARecordThatIsGoneIsNotFoundByItsOwnSeek)
+{
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    sheet.box("Reference").SetText("456/B");
+    DeleteRecord("Acme Ltd");
+    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::NotFound);
+    ASSERT_EQ(door.messages.size(), 1U);
+    EXPECT_EQ(door.messages[0].title, "Again");
+    EXPECT_EQ(door.messages[0].text, "Employee not found");
+    EXPECT_EQ(sheet.box("Reference").Text(), "456/B");
+    EXPECT_FALSE(sheet.HasRecord());
+}
+
+TEST_F(DataLinkTest, ARecordThatIsGoneIsToldOfOnceByMovingOn)
+{
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    sheet.box("Reference").SetText("456/B");
+    DeleteRecord("Acme Ltd");
+    session.CurrentEmployer = "Other Ltd";
+    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::Failed);
+    EXPECT_EQ(door.TakeText(), "No current record.");
+    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::Found);
+    EXPECT_TRUE(door.messages.empty());
+}
+
+TEST_F(DataLinkTest, ARecordThatIsGoneIsToldOfByReleasingIt)
+{
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    sheet.box("Adjusted").SetTicked(true);
+    DeleteRecord("Acme Ltd");
+    EXPECT_FALSE(sheet.ReleaseRecord());
+    ASSERT_EQ(door.messages.size(), 1U);
+    EXPECT_EQ(door.messages[0].title, "The sheet");
+    EXPECT_EQ(door.messages[0].text, "No current record.");
+}
+
+TEST_F(DataLinkTest, WhatIsTypedWhileTheStoreIsHeldIsStoredLater)
+{
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    // Nothing has changed yet, so it is the reading that fails.
+    SetStoreFaultHook([](std::string_view) { return BusyError; });
+    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::Failed);
+    EXPECT_NE(door.TakeText(), "Employee not found");
+    SetStoreFaultHook({});
+    sheet.box("Reference").SetText("456/B");
+    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::Found);
+    EXPECT_EQ(Stored("Acme Ltd"), "456/B");
+    EXPECT_EQ(sheet.box("Reference").Text(), "456/B");
+}
+
+TEST_F(DataLinkTest, WhatTheStoreRefusesWaitsInItsBox)
+{
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    sheet.box("Reference").SetText("456/B");
+    SetStoreFaultHook([](std::string_view statement) { return statement.starts_with("UPDATE") ? BusyError : 0; });
+    EXPECT_FALSE(sheet.ReleaseRecord());
+    SetStoreFaultHook({});
+    EXPECT_EQ(Stored("Acme Ltd"), "123/A");
+    EXPECT_TRUE(sheet.ReleaseRecord());
+    EXPECT_EQ(Stored("Acme Ltd"), "456/B");
+}
+
+} // namespace
+} // namespace quillmere
