@@ -12,8 +12,7 @@ int main(int argc, char** argv)
 try {
     const std::string_view kind = argc == 3 ? argv[1] : "";
     if (kind != "client" && kind != "last-year") {
-        std::fputs("make_template client|last-year FILE
-", stderr);
+        std::fputs("make_template client|last-year FILE\n", stderr);
         return 2;
     }
     const std::filesystem::path target = argv[2];
