@@ -102,9 +102,13 @@ private:
     }
 
     /// An upright line with its ends, as thick as half the pen's width beyond them, for a shape drawn with it.
-    void Upright(const QColor& colour, double width, QPointF from, QPointF to)
+    void Upright(QColor colour, double width, QPointF from, QPointF to)
     {
         const double reach = width / 2;
+        // Where a line is much thinner than a pixel it is paler instead, so that a small page does not turn black.
+        constexpr double faint = 0.5;
+        if (const double pixels = width * std::min(across.scale, down.scale); width > 0 && pixels < faint)
+            colour.setAlphaF(static_cast<float>(pixels / faint));
         if (from.y() == to.y()) {
             const double thick = down.Thick(width);
             const double top = std::round(from.y() * down.scale + down.offset - thick / 2);

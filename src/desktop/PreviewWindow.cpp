@@ -18,9 +18,13 @@ namespace {
 
 /// The room around the strip and the surface: 60 twips.
 constexpr int Margin = 4;
-/// The strip's controls up to the Close button.
-constexpr int LeastWidth = 900;
+constexpr int LeastWidth = 360;
 constexpr int LeastHeight = 320;
+
+/// Between neighbours of the strip, and between its groups and around it.
+constexpr int Near = 4;
+constexpr int Apart = 14;
+constexpr int StripPadding = 6;
 
 struct KeyRow {
     Qt::Key key;
@@ -52,8 +56,7 @@ PreviewWindow::PreviewWindow(frmVSPrint& preview, QWidget* parent) : ScreenWindo
     surface = new PreviewSurface(preview, this);
     Adopt(preview.box("vp"), *surface);
     setTabOrder(surface, WidgetOf(preview.box("cmbPrint")));
-    if (auto* page = qobject_cast<QLabel*>(WidgetOf(preview.box("lblPage"))))
-        page->setAlignment(Qt::AlignCenter);
+    MakeStrip();
     PlaceWindow();
     surface->Follow();
 }
@@ -67,6 +70,48 @@ void PreviewWindow::Detach()
 {
     surface->Detach();
     ScreenWindow::Detach();
+}
+
+void PreviewWindow::MakeStrip()
+{
+    const auto widget = [this](const char* box) { return WidgetOf(preview.box(box)); };
+    const auto caption = [this](const char* text, QWidget* buddy) {
+        auto* label = new QLabel(QString::fromLatin1(text), Header());
+        label->setBuddy(buddy);
+        label->resize(label->sizeHint().width() + 2 * Near, buddy->height());
+        return label;
+    };
+    QWidget* order = widget("cmbPrint");
+    QWidget* mode = widget("cmbZoomMode");
+    strip = {{caption("Page Order", order), order},
+             {widget("cmdFirst"), widget("cmdPrevious"), widget("lblPage"), widget("cmdNext"), widget("cmdLast")},
+             {caption("Zoom", mode), mode, widget("cmbPercent")},
+             {widget("cmdPrint"), widget("cmdClose")}};
+    if (auto* page = qobject_cast<QLabel*>(widget("lblPage")))
+        page->setAlignment(Qt::AlignCenter);
+}
+
+int PreviewWindow::LayOutStrip(int width)
+{
+    int x = Apart, y = StripPadding;
+    const int line = strip.front().back()->height();
+    for (const std::vector<QWidget*>& group : strip) {
+        int needed = -Near;
+        for (const QWidget* widget : group)
+            needed += widget->width() + Near;
+        if (x + needed > width && x > Apart) {
+            x = Apart;
+            y += line + StripPadding;
+        }
+        for (QWidget* widget : group) {
+            widget->move(x, y);
+            x += widget->width() + Near;
+        }
+        x += Apart - Near;
+    }
+    // The document's name has what is left of the line.
+    WidgetOf(preview.box("lblDocument"))->setGeometry(x, y, std::max(0, width - x - Near), line);
+    return y + line + StripPadding;
 }
 
 void PreviewWindow::PlaceWindow()
@@ -146,14 +191,14 @@ void PreviewWindow::moveEvent(QMoveEvent* event)
 
 void PreviewWindow::resizeEvent(QResizeEvent*)
 {
-    const int strip = Header()->height();
+    if (surface == nullptr)
+        return;
     const int inside = width() - 2 * Margin;
-    Header()->setFixedWidth(inside);
+    const int height = LayOutStrip(inside);
+    Header()->setFixedSize(inside, height);
     Header()->move(Margin, Margin);
-    QWidget* title = WidgetOf(preview.box("lblDocument"));
-    title->resize(std::max(0, inside - title->x() - Margin), title->height());
-    const int top = Margin + strip + Margin;
-    surface->setGeometry(Margin, top, inside, std::max(0, height() - top - Margin));
+    const int top = Margin + height + Margin;
+    surface->setGeometry(Margin, top, inside, std::max(0, this->height() - top - Margin));
     TellPlacement();
 }
 

@@ -26,11 +26,15 @@ protected:
 
 private:
     bool Obey(const QKeyEvent& event);
+    void MakeStrip();
+    /// Places the strip's controls, in as many lines as the window's width needs; gives its height.
+    int LayOutStrip(int width);
     void PlaceWindow();
     void TellPlacement();
 
     frmVSPrint& preview;
     PreviewSurface* surface = nullptr;
+    std::vector<std::vector<QWidget*>> strip; ///< the controls that stay together in a line
 };
 
 } // namespace quillmere

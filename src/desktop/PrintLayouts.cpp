@@ -90,20 +90,18 @@ Layout frmVSPrintSettings()
     return layout;
 }
 
-/// The strip at the top; the rest of the window shows the document.
+/// The strip at the top, in one line; its window breaks it where that has less room. The rest shows the document.
 Layout frmVSPrint()
 {
     constexpr int strip = 40, y = 6, height = 28;
     Layout layout{.width = 1350, .height = strip, .headerHeight = strip};
-    layout.Panel(0, 0, 4000, strip);
-    layout.Text(10, y + 6, 74, "Page Order", {.size = 13});
+    layout.Panel(0, 0, 4000, 4 * strip);
     layout.Place("cmbPrint", 84, y, 92, height);
     layout.Place("cmdFirst", 192, y, 36, height);
     layout.Place("cmdPrevious", 230, y, 36, height);
     layout.Place("lblPage", 270, y, 92, height);
     layout.Place("cmdNext", 366, y, 36, height);
     layout.Place("cmdLast", 404, y, 36, height);
-    layout.Text(458, y + 6, 40, "Zoom", {.size = 13});
     layout.Place("cmbZoomMode", 498, y, 116, height);
     layout.Place("cmbPercent", 620, y, 80, height);
     layout.Place("cmdPrint", 716, y, 84, height);

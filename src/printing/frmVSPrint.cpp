@@ -61,6 +61,7 @@ bool frmVSPrint::Load()
     const Settings& settings = session.settings;
     document = printing.engine.Ended();
     box("lblDocument").SetText(document ? document->name : std::string());
+    box("lblDocument").SetTip(box("lblDocument").Text());
     box("cmbPercent").Select(PercentAtStart);
     box("cmbZoomMode").Select(static_cast<int>(ZoomMode::PageWidth));
     ZoomModeChosen();
