@@ -386,6 +386,9 @@ void PrintAddress(PrintJob& job, const WorkingReader& read)
 void PrintRow(PrintJob& job, const WorkingReport& report, const WorkingRow& row, const WorkingReader& read)
 {
     PageLayer& page = job.page;
+    const bool goesOn = row.label.empty() && row.label2 == nullptr; // with what the line above began
+    if (goesOn && TextOr(read, row.field, row.otherwise).empty() && TextOr(read, row.field2, row.otherwise2).empty())
+        return;
     const bool isTitle = row.show == Title || row.show == Address;
     job.position += report.pitch + (isTitle ? BeforeTitle : 0);
     if (isTitle)
