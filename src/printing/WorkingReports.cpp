@@ -351,7 +351,6 @@ constexpr auto Reports = std::to_array<WorkingReport>({
 });
 
 constexpr double LabelLeft = 12;
-constexpr double LineStep = 4;
 constexpr double BeforeTitle = 1.5; ///< additional room above a title
 
 /// Prints a label; in a report whose labels end at the first column, at the left where it is too long for that.
@@ -377,7 +376,7 @@ void PrintAddress(PrintJob& job, const WorkingReader& read)
         if (line.empty())
             continue;
         if (!first)
-            job.position += LineStep;
+            job.position += ReportLine;
         job.page.vsTextRight(ReportColumn3, job.position, line);
         first = false;
     }

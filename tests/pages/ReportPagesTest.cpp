@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <ostream>
 
 namespace quillmere::pages {
@@ -170,24 +171,75 @@ TEST_P(ReportPages, TellOfAMissingRecord)
     }
 }
 
-TEST_P(ReportPages, KeepLongTextsOnTheSheet)
+/// The texts that lie over each other on a page.
+std::string Overlap(const Document& document, int page)
+{
+    std::vector<Operation> texts;
+    for (const Operation& operation : document.Page(page))
+        if (operation.kind == OperationKind::Text)
+            texts.push_back(operation);
+    for (std::size_t one = 0; one < texts.size(); ++one)
+        for (std::size_t other = one + 1; other < texts.size(); ++other)
+            if (std::abs(PlaceOf(document, texts[one]).y - PlaceOf(document, texts[other]).y) <
+                    3 * UnitsPerMillimetre &&
+                texts[one].x1 < texts[other].x1 + texts[other].x2 && texts[other].x1 < texts[one].x1 + texts[one].x2)
+                return std::string(document.TextOf(texts[one])) + " | " + std::string(document.TextOf(texts[other]));
+    return {};
+}
+
+TEST_P(ReportPages, KeepLongTextsOnTheSheetAndApart)
 {
     desk.Fill(GetParam().table, Employer, Employee);
-    if (GetParam().schedule != nullptr)
-        for (const int line : {1, 8, 20})
+    if (GetParam().schedule != nullptr) {
+        for (const int line : {1, 3, 8, 20})
             Set(quillmere::Numbered("Description", line),
                 "A company car with all its accessories, two sets of tyres and a roof rack, transferred to the "
                 "employee "
                 "at the end of the lease for less than the market value that two dealers had named");
+        for (const int line : {2, 9, 19})
+            Set(quillmere::Numbered("Description", line), "Company car sold below its market value in July");
+    }
     for (const std::string_view font : {"Arial", "Times New Roman"}) {
         desk.session.settings.reportFont = font;
         const Document& document = Print();
-        for (int page = 2; page <= document.PageCount(); ++page)
-            EXPECT_EQ(TextOutsideTheSheet(document, page), "");
+        EXPECT_EQ(document.PageCount(), 2);
+        EXPECT_EQ(TextOutsideTheSheet(document, 2), "");
+        EXPECT_EQ(Overlap(document, 2), "");
     }
 }
 
+class SchedulePages : public ReportPages {};
+
+TEST_P(SchedulePages, GoOnToAFurtherPageWhereLongTextsFillOne)
+{
+    for (int line = 1; line <= 20; ++line) {
+        std::string description;
+        for (int word = 1; word <= 60; ++word)
+            description += fmt::format("word{} ", word);
+        Set(quillmere::Numbered("Description", line), description);
+        Set(quillmere::Numbered(GetParam().schedule->columns.front().field, line), "      1.00");
+    }
+    const Document& document = Print();
+    EXPECT_GT(document.PageCount(), 2);
+    EXPECT_EQ(job.pageNumber, document.PageCount() - 1);
+    for (int page = 2; page <= document.PageCount(); ++page) {
+        EXPECT_EQ(TextOutsideTheSheet(document, page), "");
+        EXPECT_EQ(Overlap(document, page), "");
+    }
+    const std::vector<std::string> last = TextsOf(document, document.PageCount());
+    EXPECT_EQ(std::ranges::count(last, "20.00"), 1);
+}
+
+std::vector<ReportCase> AllSchedules()
+{
+    std::vector<ReportCase> cases = AllReports();
+    std::erase_if(cases, [](const ReportCase& one) { return one.schedule == nullptr; });
+    return cases;
+}
+
 INSTANTIATE_TEST_SUITE_P(All, ReportPages, ::testing::ValuesIn(AllReports()),
+                         [](const auto& info) { return info.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, SchedulePages, ::testing::ValuesIn(AllSchedules()),
                          [](const auto& info) { return info.param.name; });
 
 // ---- sheets for further cars --------------------------------------------------------------------
