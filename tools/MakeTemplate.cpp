@@ -1,18 +1,18 @@
+#include "LastYearSample.h"
 #include "clientdb/StoreErrors.h"
 #include "clientdb/Template.h"
 
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <string_view>
 
-/// make_template client|reference FILE: makes an empty client database, or an empty reference database, in place of any
+/// make_template client|last-year FILE: makes an empty client database, or the sample of last year's, in place of any
 /// file of that name.
 int main(int argc, char** argv)
 try {
     const std::string_view kind = argc == 3 ? argv[1] : "";
-    if (kind != "client" && kind != "reference") {
-        std::fputs("make_template client|reference FILE\n", stderr);
+    if (kind != "client" && kind != "last-year") {
+        std::fputs("make_template client|last-year FILE\n", stderr);
         return 2;
     }
     const std::filesystem::path target = argv[2];
@@ -22,7 +22,7 @@ try {
     if (kind == "client")
         quillmere::CreateTables(part);
     else
-        quillmere::CreateReferenceTables(part);
+        quillmere::sample::CreateLastYear(part);
     std::filesystem::rename(part, target);
     return 0;
 } catch (const std::exception& failure) {

@@ -1,6 +1,7 @@
 #include "cars/CarColumn.h"
 
 #include "cars/CO2Calculations.h"
+#include "cars/CarMessages.h"
 #include "clientdb/Recordset.h"
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
@@ -60,22 +61,17 @@ constexpr int PeriodRows = 4;
 
 const Amount HighestPrice = Amount::WholePounds(edition::MaximumCarPrice);
 
-constexpr std::string_view ExcessiveValue = "Excessive Value Entered";
-
 std::string_view SumMessage(int car)
 {
     // Kept: the second car's message leaves a word out.
-    return car == 2 ? "Listprice and Accessories cannot exceed £80,000"
-                    : "Listprice and Accessories combined cannot exceed £80,000";
+    return car == 2 ? "Listprice and Accessories cannot exceed £80,000" : carwords::BothTooHigh;
 }
 
-std::string AvailabilityMessage(int car)
+/// The first day of the year in the message about a car available before it was registered.
+std::string_view DefaultFirstDay(int car)
 {
     // Kept: only the first car's message follows the year.
-    const std::string_view date = car == 1 ? edition::TaxYearStart : edition::OldAvailabilityDate;
-    return "Car availability 'Date From' is default " + std::string(date) +
-           " - before entered Car Registration date.  Ignore this message if you have not yet entered a 'Date From' "
-           "date";
+    return car == 1 ? edition::TaxYearStart : edition::OldAvailabilityDate;
 }
 
 } // namespace
@@ -204,7 +200,7 @@ void CarColumn::Compute()
     SetStates();
     const CarFacts facts = Facts();
     if (IsAvailableBeforeRegistered(facts.dateFrom, facts.registrationDate)) {
-        Tell("Invalid Date", AvailabilityMessage(car));
+        Tell(carwords::InvalidDate, carwords::AvailabilityMessage(DefaultFirstDay(car)));
         box("FDateFrom").Clear();
         return;
     }
@@ -321,7 +317,7 @@ void CarColumn::LeaveFuel()
     fuel.SetText(UpperCase(fuel.Text()));
     if (!IsFuelLetter(fuel.Text())) {
         fuel.Clear();
-        Tell(edition::AppTitle, "Invalid Fuel Character");
+        Tell(edition::AppTitle, carwords::InvalidFuel);
         return;
     }
     CarBenefitCompute();
@@ -332,18 +328,10 @@ void CarColumn::LeaveRegistrationDate()
     Box& registered = box("FRegDate");
     const RegistrationOutcome outcome = quillmere::LeaveRegistrationDate(registered.Text());
     registered.SetText(outcome.text);
-    switch (outcome.check) {
-    case RegistrationCheck::Empty:
+    if (const std::string_view refusal = carwords::RegistrationMessage(outcome.check); !refusal.empty())
+        return Tell(edition::AppTitle, refusal);
+    if (outcome.check == RegistrationCheck::Empty)
         return;
-    case RegistrationCheck::BadForm:
-        return Tell(edition::AppTitle, "Invalid Date Format - Please Re-enter");
-    case RegistrationCheck::AfterYearEnd:
-        return Tell(edition::AppTitle, "Invalid Date - Please Re-enter");
-    case RegistrationCheck::TooEarly:
-        return Tell(edition::AppTitle, "Date too Early - Please Reenter");
-    case RegistrationCheck::Good:
-        break;
-    }
     // Kept: the first car's check leaves the tick as the user set it.
     if (car > 1) {
         const bool early = IsBeforeCO2Regime(outcome.text);
@@ -361,7 +349,7 @@ void CarColumn::LeaveDateFrom()
     const CarDateOutcome outcome = quillmere::LeaveDateFrom(from.Text(), box("FRegDate").Text());
     from.SetText(outcome.text);
     if (outcome.beforeRegistration)
-        Tell(edition::AppTitle, "You must enter a first date after/on registered date");
+        Tell(edition::AppTitle, carwords::FirstDateTooEarly);
     if (outcome.compute)
         CarBenefitCompute();
 }
@@ -387,10 +375,10 @@ void CarColumn::LeaveListPrice()
     Box& price = box("FListPrice");
     const Amount listPrice = ReadAmount(price.Text());
     if (listPrice > HighestPrice) {
-        Tell(ExcessiveValue, "Listprice value cannot exceed £80,000");
+        Tell(carwords::ExcessiveValue, carwords::ListPriceTooHigh);
         price.Clear();
     } else if (listPrice + ReadAmount(box("FAccessories").Text()) > HighestPrice) {
-        Tell(ExcessiveValue, SumMessage(car));
+        Tell(carwords::ExcessiveValue, SumMessage(car));
         price.Clear();
     }
     CarBenefitCompute();
@@ -400,7 +388,7 @@ void CarColumn::LeaveAccessories()
 {
     Box& accessories = box("FAccessories");
     if (ReadAmount(accessories.Text()) > HighestPrice) {
-        Tell(ExcessiveValue, "Accessories value cannot exceed £80,000");
+        Tell(carwords::ExcessiveValue, carwords::AccessoriesTooHigh);
         accessories.Clear();
     }
     CarBenefitCompute();
@@ -410,7 +398,7 @@ void CarColumn::LeaveCapitalContribution()
 {
     Box& contribution = box("FCaptContr");
     if (ReadAmount(contribution.Text()) > Amount::WholePounds(edition::MaximumCapitalContribution)) {
-        Tell("Capital Contribution Error", "Capital Contribution cannot be over £5000");
+        Tell(carwords::ContributionError, carwords::ContributionTooHigh);
         contribution.Clear();
         screen.Focus(contribution);
         return;

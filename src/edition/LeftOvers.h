@@ -91,4 +91,13 @@ inline constexpr std::string_view SheetCarDeductionCaption = "(P * Q) / 366";
 inline constexpr std::string_view SheetFuelCaption = "£14,400 * N";
 inline constexpr std::string_view SheetFuelDeductionCaption = "(V * X) / 366";
 
+// The van history, an earlier method of charging vans. Nothing leads to it and nothing reads what it stores.
+
+/// Its caption before a van is chosen, and the year that its rows of use run through.
+inline constexpr std::string_view VanHistoryCaption = "Van Record 2009-2010";
+inline constexpr std::string_view VanHistoryStart = "06/04/2009";
+inline constexpr std::string_view VanHistoryEnd = "05/04/2010";
+/// A period of the shorter type of unavailability has fewer days than this, one of the longer type at least so many.
+inline constexpr int VanHistoryLongPeriod = 30;
+
 } // namespace quillmere::edition

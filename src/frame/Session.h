@@ -31,6 +31,7 @@ struct Session {
     std::string CurrentEmployee; ///< key of the open employee; empty before the first selection
     int EmployerListMode = 0;    ///< why the employer list is open
     int CurrentPage = 1;         ///< which page shows, 1 or 2
+    int VanOfHistory = 1;        ///< whose history the van record opens, van 1 to 3
 
     bool EmployeeOpenFlag = false;      ///< an employee is being opened from the list
     bool DeclarationOpen = false;       ///< the P11D(b) is being reached from the page

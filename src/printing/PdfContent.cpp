@@ -24,9 +24,10 @@ constexpr double Farthest = 3'000'000.0;
 
 class ContentStream {
 public:
-    explicit ContentStream(const Document& document) : document(document)
+    ContentStream(const Document& recorded, std::size_t operations) : document(recorded)
     {
-        content.reserve(std::size_t{64} * 1024);
+        constexpr std::size_t BytesOfAnOperation = 80;
+        content.reserve(operations * BytesOfAnOperation);
         content += "1 J\n"; // Round ends: a line of no length is a dot.
     }
 
@@ -267,10 +268,10 @@ private:
 
 } // namespace
 
-std::string PdfContent(const Document& document, int page)
+std::string PdfContent(const Document& document, std::span<const Operation> operations)
 {
-    ContentStream stream(document);
-    for (const Operation& operation : document.Page(page))
+    ContentStream stream(document, operations.size());
+    for (const Operation& operation : operations)
         stream.Draw(operation);
     return stream.Take();
 }

@@ -174,8 +174,9 @@ TEST_P(FormPages, LeaveNoTextCovered)
         const double x = text.x1 + text.x2 / 2;
         const double y = text.y1 + TextHeight(style.face, style.size) / 2;
         for (const Operation& later : operations.subspan(at))
-            if (later.kind == OperationKind::Rectangle && document.ShapeStyleOf(later).filled)
+            if (later.kind == OperationKind::Rectangle && document.ShapeStyleOf(later).filled) {
                 EXPECT_FALSE(x > later.x1 && x < later.x2 && y > later.y1 && y < later.y2) << document.TextOf(text);
+            }
     }
 }
 

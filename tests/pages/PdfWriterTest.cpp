@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 
 namespace quillmere::pages {
 namespace {
@@ -110,6 +111,36 @@ TEST_F(PdfWriterTest, WritesTheChosenPagesInTheGivenOrder)
     EXPECT_EQ(TextOf(Written(document, std::array{3, 1, 3})), "three\n\fone\n\fthree\n\f");
     EXPECT_THROW(writer.Write(document, std::array{4}), std::out_of_range);
     EXPECT_EQ(RunProgram({"qpdf", "--check", Written(document, std::array{2, 2}).string()}).status, 0);
+}
+
+TEST_F(PdfWriterTest, HoldsWhatIsFixedOnceForAllPages)
+{
+    const auto form = [](int pages, const std::function<std::string(int)>& label) {
+        Document document;
+        for (int page = 1; page <= pages; ++page) {
+            document.AddPage();
+            document.AddText({.size = 8}, Alignment::Left, 1000, 1000, "value " + std::to_string(page));
+            document.BeginPart(true);
+            for (int line = 1; line <= 100; ++line)
+                document.AddText({.face = Face::SansBold, .size = 9}, Alignment::Left, 1000, 1000 + line * 100,
+                                 label(page) + std::to_string(line * line * 7919));
+            document.BeginPart(false);
+            document.AddText({.size = 8}, Alignment::Left, 1000, 12000, "end " + std::to_string(page));
+        }
+        return document;
+    };
+    const auto same = [](int) { return std::string("label "); };
+    const std::size_t one = writer.Write(form(1, same)).size();
+    const std::size_t twenty = writer.Write(form(20, same)).size();
+    EXPECT_LT(twenty - one, 19 * 600U);
+    const auto other = [](int page) { return "label of " + std::to_string(page) + " "; };
+    EXPECT_GT(writer.Write(form(20, other)).size(), twenty + 19 * 600U) << "what differs is not shared";
+
+    const std::filesystem::path file = Written(form(3, other));
+    EXPECT_EQ(RunProgram({"qpdf", "--check", file.string()}).status, 0);
+    const std::string text = TextOf(file);
+    for (const char* piece : {"value 1\nlabel of 1 7919\n", "value 3\nlabel of 3 7919\n", "\nend 3\n"})
+        EXPECT_NE(text.find(piece), std::string::npos) << piece;
 }
 
 TEST_F(PdfWriterTest, HangsBookmarksOfSectionsUnderTheirPage)

@@ -94,7 +94,10 @@ void AddState(std::vector<std::string>& states, bool state, const char* yes, con
 } // namespace
 
 Player::Player(std::string fileName, const Folders& folders)
-    : file(std::move(fileName)), pictures(folders.pictures), world(folders.resources, folders.root)
+    : file(std::move(fileName)),
+      pictures(folders.pictures),
+      tellSteps(folders.tellSteps),
+      world(folders.resources, folders.root)
 {
     platform.today = StandardDay;
     platform.programFolder = world.Program();
@@ -201,6 +204,8 @@ bool Player::Play(std::string_view text)
 void Player::Perform(const Step& step)
 {
     platform.line = step.line;
+    if (tellSteps && step.name != "note")
+        fmt::print("    {}\n", step.source);
     try {
         if (!GivesRecords(step))
             world.WriteGiven([this](const Step& given, const std::exception& error) { FailStep(given, error.what()); });
@@ -672,8 +677,15 @@ void Player::OpenUnreached(const Step& step)
     Screens& screens = Running().screens;
     if (!screens.IsRegistered(name))
         throw StepFailure("there is no screen " + name);
-    if (step.words.size() > 1)
+    constexpr std::string_view ofVan = "GNotepad2";
+    if (step.words.size() > 1 && name != ofVan)
         throw StepFailure(name + " is one screen: it takes no number");
+    if (name == ofVan) {
+        const int van = step.words.size() > 1 ? std::stoi(step.words[1].text) : 1;
+        if (van < 1 || van > 3)
+            throw StepFailure("there is no van " + step.words[1].text);
+        Running().VanOfHistory = van;
+    }
     if (screens.Show(name) == nullptr)
         throw StepFailure("expected " + name + " to open, found it closed");
 }
@@ -1035,7 +1047,9 @@ void Player::Picture(const Step& step)
 
 void Player::SavePdf(const Step& step)
 {
-    const std::filesystem::path target = Text(step.words[0]);
+    const std::filesystem::path target = pictures / Text(step.words[0]);
+    if (target.has_parent_path())
+        std::filesystem::create_directories(target.parent_path());
     std::ofstream stream(target, std::ios::binary | std::ios::trunc);
     stream << PdfWriter().Write(LastDocument());
     if (!stream.flush())

@@ -1,5 +1,6 @@
 #include "World.h"
 
+#include "cars/CarReference.h"
 #include "clientdb/TableLayouts.h"
 #include "clientdb/Template.h"
 #include "edition/Edition.h"
@@ -15,7 +16,6 @@ namespace quillmere::scenario {
 
 namespace {
 
-constexpr std::string_view ReferenceDatabaseName = "CarC02";
 constexpr std::string_view ReferencePrefix = "CarC02:";
 
 std::string WithoutEnd(std::string path)
@@ -31,9 +31,10 @@ World::World(const std::filesystem::path& resourceFolder, const std::filesystem:
     : resources(resourceFolder), root(rootFolder), program(root / edition::ProductFolder), faults(program)
 {
     std::filesystem::create_directories(program);
-    for (const std::string_view name : {edition::TemplateDatabaseName, ReferenceDatabaseName})
-        if (std::filesystem::exists(resources / name))
-            std::filesystem::copy_file(resources / name, program / name);
+    if (std::filesystem::exists(resources / edition::TemplateDatabaseName))
+        std::filesystem::copy_file(resources / edition::TemplateDatabaseName, program / edition::TemplateDatabaseName);
+    // Not the one that goes with the program: what a scenario finds in it is what the scenario has put there.
+    CreateReferenceTables(program / CarReferenceName);
     // What belongs to the user's account lies here as well.
     ::setenv("HOME", (root / "Home").c_str(), 1);
     ::setenv("XDG_CACHE_HOME", (root / "Home" / "Cache").c_str(), 1);
@@ -112,7 +113,7 @@ std::filesystem::path World::DatabaseFile(Store store) const
     case Store::Reference:
         break;
     }
-    return program / ReferenceDatabaseName;
+    return program / CarReferenceName;
 }
 
 Database World::Open(Store store, OpenMode mode) const

@@ -25,8 +25,8 @@ enum class Store { ThisYear, LastYear, Reference };
 /// The files that a scenario plays with: a family root of its own with this year's program folder in it.
 class World {
 public:
-    /// `resources` holds the empty client database and the reference database that are copied into the program folder;
-    /// `root` is made, and goes with the world.
+    /// `resources` holds the empty client database that is copied into the program folder, beside an empty reference
+    /// database; `root` is made, and goes with the world.
     World(const std::filesystem::path& resources, const std::filesystem::path& root);
     World(const World&) = delete;
     World& operator=(const World&) = delete;

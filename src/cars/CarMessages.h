@@ -1,0 +1,50 @@
+#pragma once
+
+#include "cars/CarDates.h"
+
+#include <string>
+#include <string_view>
+
+/// What the columns of the six cars, the car notepad and its dialog say about what was entered.
+namespace quillmere::carwords {
+
+inline constexpr std::string_view InvalidFuel = "Invalid Fuel Character";
+
+inline constexpr std::string_view ExcessiveValue = "Excessive Value Entered";
+inline constexpr std::string_view ListPriceTooHigh = "Listprice value cannot exceed £80,000";
+inline constexpr std::string_view AccessoriesTooHigh = "Accessories value cannot exceed £80,000";
+inline constexpr std::string_view BothTooHigh = "Listprice and Accessories combined cannot exceed £80,000";
+
+inline constexpr std::string_view ContributionError = "Capital Contribution Error";
+inline constexpr std::string_view ContributionTooHigh = "Capital Contribution cannot be over £5000";
+
+inline constexpr std::string_view FirstDateTooEarly = "You must enter a first date after/on registered date";
+
+/// What is said of a date of registration that was refused; nothing of one that is good, or of no date.
+constexpr std::string_view RegistrationMessage(RegistrationCheck check)
+{
+    switch (check) {
+    case RegistrationCheck::BadForm:
+        return "Invalid Date Format - Please Re-enter";
+    case RegistrationCheck::AfterYearEnd:
+        return "Invalid Date - Please Re-enter";
+    case RegistrationCheck::TooEarly:
+        return "Date too Early - Please Reenter";
+    case RegistrationCheck::Empty:
+    case RegistrationCheck::Good:
+        break;
+    }
+    return {};
+}
+
+/// Title and text about a car that is available before it was registered; `date` is the first day that stands where
+/// none is entered.
+inline constexpr std::string_view InvalidDate = "Invalid Date";
+inline std::string AvailabilityMessage(std::string_view date)
+{
+    return "Car availability 'Date From' is default " + std::string(date) +
+           " - before entered Car Registration date.  Ignore this message if you have not yet entered a 'Date From' "
+           "date";
+}
+
+} // namespace quillmere::carwords
