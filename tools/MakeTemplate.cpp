@@ -1,3 +1,4 @@
+#include "LastYearSample.h"
 #include "clientdb/StoreErrors.h"
 #include "clientdb/Template.h"
 
@@ -5,18 +6,23 @@
 #include <exception>
 #include <filesystem>
 
-/// make_template FILE: makes an empty client database in place of any file of that name.
+/// make_template client|last-year FILE: makes an empty client database, or the sample of last year's, in place of any
+/// file of that name.
 int main(int argc, char** argv)
 try {
-    if (argc != 2) {
-        std::fputs("make_template FILE\n", stderr);
+    const std::string_view kind = argc == 3 ? argv[1] : "";
+    if (kind != "client" && kind != "last-year") {
+        std::fputs("make_template client|last-year FILE\n", stderr);
         return 2;
     }
-    const std::filesystem::path target = argv[1];
+    const std::filesystem::path target = argv[2];
     std::filesystem::path part = target;
     part += ".part";
     std::filesystem::remove(part);
-    quillmere::CreateTables(part);
+    if (kind == "client")
+        quillmere::CreateTables(part);
+    else
+        quillmere::sample::CreateLastYear(part);
     std::filesystem::rename(part, target);
     return 0;
 } catch (const std::exception& failure) {

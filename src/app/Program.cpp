@@ -1,7 +1,14 @@
 #include "app/Program.h"
 
 #include "app/MDIForm1.h"
+#include "calculators/D2Notepad.h"
+#include "calculators/DNotepad.h"
+#include "calculators/ENotepad.h"
+#include "calculators/GNotepad.h"
 #include "calculators/GNotepad2.h"
+#include "calculators/HNotepad.h"
+#include "calculators/HNotepad2.h"
+#include "calculators/JNotepad.h"
 #include "cars/ExtraCarsScreen.h"
 #include "cars/FNotepad.h"
 #include "cars/Form1.h"
@@ -11,7 +18,11 @@
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
+#include "printing/PrePrint.h"
 #include "printing/PrintJobs.h"
+#include "printing/frmVSPrint.h"
+#include "printing/frmVSPrintDialog.h"
+#include "printing/frmVSPrintSettings.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -74,9 +85,16 @@ void Register(Screens& screens, std::string_view name)
     screens.Register(name, [](Session& session) { return std::make_unique<ScreenClass>(session); });
 }
 
+/// A screen that prints or shows what has been drawn.
+template<typename ScreenClass>
+void Register(Screens& screens, std::string_view name, PrintSystem& printing)
+{
+    screens.Register(name, [&printing](Session& session) { return std::make_unique<ScreenClass>(session, printing); });
+}
+
 } // namespace
 
-void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
+void RegisterScreens(Screens& screens, PrintSystem& printing)
 {
     Register<MDIForm1>(screens, "MDIForm1");
     Register<NewFileCheck>(screens, "NewFileCheck");
@@ -87,6 +105,10 @@ void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
     Register<frmFolderManager>(screens, "frmFolderManager");
     Register<frmBackup>(screens, "frmBackup");
     Register<TransferList>(screens, "TransferList");
+    Register<PrePrint>(screens, "PrePrint", printing);
+    Register<frmVSPrintSettings>(screens, "frmVSPrintSettings", printing);
+    Register<frmVSPrint>(screens, "frmVSPrint", printing);
+    Register<frmVSPrintDialog>(screens, "frmVSPrintDialog", printing);
     Register<Form3>(screens, "Form3");
     Register<Side2Form1>(screens, "Side2Form1");
     for (const ExtraCars& cars : ExtraCarsScreens)
@@ -103,6 +125,14 @@ void RegisterScreens(Screens& screens, [[maybe_unused]] PrintSystem& printing)
     for (const NotepadMember& member : Notepads())
         screens.Register(member.name,
                          [&member](Session& session) { return std::make_unique<ScheduleNotepad>(session, member); });
+    Register<DNotepad>(screens, "DNotepad");
+    Register<D2Notepad>(screens, "D2Notepad");
+    Register<D2InfoNotepad>(screens, "D2InfoNotepad");
+    Register<ENotepad>(screens, "ENotepad");
+    Register<GNotepad>(screens, "GNotepad");
+    Register<HNotepad>(screens, "HNotepad");
+    Register<HNotepad2>(screens, "HNotepad2");
+    Register<JNotepad>(screens, "JNotepad");
 }
 
 } // namespace quillmere

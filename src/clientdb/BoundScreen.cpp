@@ -37,6 +37,13 @@ bool BoundScreen::StoreRecord()
     return true;
 }
 
+void BoundScreen::TakeResult(std::string_view boxName, std::string_view text, std::string_view stored)
+{
+    Box& result = box(boxName);
+    result.SetText(text);
+    link->NoteStored(result, stored);
+}
+
 bool BoundScreen::ReleaseRecord()
 {
     try {

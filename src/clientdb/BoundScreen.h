@@ -29,11 +29,13 @@ public:
     [[nodiscard]] Sought SeekRecord(std::string_view errorTitle);
     /// The same; true if the record was found.
     [[nodiscard]] bool SeekCurrent(std::string_view errorTitle) { return SeekRecord(errorTitle) == Sought::Found; }
-    /// Stores what has changed before the same record is shown elsewhere. False if the store fails, with its words; of a
-    /// record that is gone whoever seeks it next will tell.
+    /// Stores what has changed before the same record is shown elsewhere. False if the store fails, with its words; of
+    /// a record that is gone whoever seeks it next will tell.
     [[nodiscard]] bool StoreRecord();
     /// Stores what has changed and takes the link off its record. False if the store fails, with its words.
     [[nodiscard]] bool ReleaseRecord();
+    /// A notepad hands a result over: what the box is to read, and what the notepad has written to its field.
+    void TakeResult(std::string_view boxName, std::string_view text, std::string_view stored);
 
 protected:
     /// Binds the boxes that name a field; called when all boxes are made.

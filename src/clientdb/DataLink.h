@@ -28,6 +28,8 @@ public:
     void Store();
     /// Writes what has changed and takes the link off its record.
     void Release();
+    /// Another screen has written the box's field: what it holds now. The box is written, too, if it reads otherwise.
+    void NoteStored(const Box& box, std::string_view text) { shown[&box] = text; }
     bool HasRecord() const { return hasRecord; }
     /// True while the boxes are being filled from a record.
     bool Loading() const { return loading; }

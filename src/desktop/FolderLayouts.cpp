@@ -29,23 +29,23 @@ Layout frmFolderManager()
 
 Layout frmBackup()
 {
-    Layout layout{.width = 620, .height = 150};
+    Layout layout{.width = 620, .height = 136};
     layout.Text(16, 18, 590, "Click on the 'Save' button to save a backup copy of your client database file:");
-    layout.Place("lblSource", 16, 44, 588, 40, "Client database");
-    layout.Place("cmdSave", 404, 106, ButtonWidth, ButtonHeight);
-    layout.Place("cmdCancel", 508, 106, ButtonWidth, ButtonHeight);
+    layout.Place("lblSource", 16, 36, 588, 40, "Client database");
+    layout.Place("cmdSave", 404, 92, ButtonWidth, ButtonHeight);
+    layout.Place("cmdCancel", 508, 92, ButtonWidth, ButtonHeight);
     return layout;
 }
 
 Layout TransferList()
 {
-    Layout layout{.width = 520, .height = 460};
-    layout.Place("lblLegend", 16, 14, 200, 20);
-    layout.Place("lblFolderName", 220, 14, 284, 20, "Last year's folder");
-    layout.Place("TransferListbox", 16, 40, 488, 362);
-    layout.Place("Transfer", 184, 416, 100, ButtonHeight);
-    layout.Place("TransferAll", 292, 416, 108, ButtonHeight);
-    layout.Place("Cancel", 408, 416, ButtonWidth, ButtonHeight);
+    Layout layout{.width = 520, .height = 440};
+    layout.Place("lblLegend", 16, 14, 180, 20);
+    layout.Place("lblFolderName", 200, 14, 304, 20, "Last year's folder");
+    layout.Place("TransferListbox", 16, 40, 488, 342);
+    layout.Place("Transfer", 184, 396, 100, ButtonHeight);
+    layout.Place("TransferAll", 292, 396, 108, ButtonHeight);
+    layout.Place("Cancel", 408, 396, ButtonWidth, ButtonHeight);
     return layout;
 }
 

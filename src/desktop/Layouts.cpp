@@ -22,6 +22,10 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},
+    {"frmVSPrintSettings", layouts::frmVSPrintSettings},
+    {"frmVSPrint", layouts::frmVSPrint},
+    {"frmVSPrintDialog", layouts::frmVSPrintDialog},
+    {"PrePrint", layouts::PrePrint},
     {"Form3", layouts::Form3},
     {"Side2Form1", layouts::Side2Form1},
     {"P11DDeclaration", layouts::P11DDeclaration},
@@ -30,6 +34,14 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"GNotepad2", layouts::GNotepad2},
     {"P11DBNotepad1", layouts::P11DBNotepad1},
     {"P11DBNotepad2", layouts::P11DBNotepad2},
+    {"DNotepad", layouts::DNotepad},
+    {"D2Notepad", layouts::D2Notepad},
+    {"D2InfoNotepad", layouts::D2InfoNotepad},
+    {"ENotepad", layouts::ENotepad},
+    {"GNotepad", layouts::GNotepad},
+    {"HNotepad", layouts::HNotepad},
+    {"HNotepad2", layouts::HNotepad2},
+    {"JNotepad", layouts::JNotepad},
 });
 
 } // namespace
@@ -55,6 +67,7 @@ const Layout& LayoutOf(std::string_view screen)
 std::vector<std::string_view> ScreensWithLayout()
 {
     std::vector<std::string_view> screens;
+    screens.reserve(std::size(Rows) + std::size(Notepads()) + std::size(ExtraCarsScreens));
     for (const LayoutRow& row : Rows)
         screens.push_back(row.screen);
     for (const ExtraCars& cars : ExtraCarsScreens)

@@ -19,6 +19,10 @@ Layout RenameEmp();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
+Layout frmVSPrintSettings();
+Layout frmVSPrint();
+Layout frmVSPrintDialog();
+Layout PrePrint();
 Layout Form3();
 Layout Side2Form1();
 Layout P11DDeclaration();
@@ -27,6 +31,14 @@ Layout Form1();
 Layout GNotepad2();
 Layout P11DBNotepad1();
 Layout P11DBNotepad2();
+Layout DNotepad();
+Layout D2Notepad();
+Layout D2InfoNotepad();
+Layout ENotepad();
+Layout GNotepad();
+Layout HNotepad();
+Layout HNotepad2();
+Layout JNotepad();
 
 /// A screen for two further cars.
 Layout ExtraCarsScreen(const ExtraCars& which);

@@ -21,7 +21,8 @@ Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
       visible(!row.hidden),
       readOnly(row.readOnly),
       amount(row.amount),
-      monospaced(row.monospaced)
+      monospaced(row.monospaced),
+      computed(row.computed)
 {
 }
 

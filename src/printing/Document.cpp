@@ -130,9 +130,33 @@ std::span<const Operation> Document::Page(int page) const
     return std::span(operations).subspan(start, end - start);
 }
 
+std::vector<Document::Part> Document::Parts(int page) const
+{
+    const std::span<const Operation> all = Page(page);
+    const auto start = static_cast<std::size_t>(all.data() - operations.data());
+    std::vector<Part> found;
+    auto part = std::ranges::lower_bound(parts, start, {}, &PagePart::first);
+    for (; part != parts.end() && part->first < start + all.size(); ++part) {
+        const auto next = std::next(part);
+        const std::size_t end = next == parts.end() ? start + all.size() : std::min(next->first, start + all.size());
+        if (end > part->first)
+            found.push_back({all.subspan(part->first - start, end - part->first), part->isFixed});
+    }
+    return found;
+}
+
 void Document::AddPage()
 {
     pageStarts.push_back(operations.size());
+    BeginPart(false);
+}
+
+void Document::BeginPart(bool isFixed)
+{
+    if (!parts.empty() && parts.back().first == operations.size())
+        parts.back().isFixed = isFixed;
+    else
+        parts.push_back({operations.size(), isFixed});
 }
 
 void Document::AddShape(OperationKind kind, const ShapeStyle& style, double x1, double y1, double x2, double y2)
@@ -184,6 +208,7 @@ void Document::AddText(const TextStyle& style, Alignment alignment, double left,
 void Document::ShrinkToFit()
 {
     operations.shrink_to_fit();
+    parts.shrink_to_fit();
     texts.shrink_to_fit();
     corners.shrink_to_fit();
     shapeStyles.shrink_to_fit();

@@ -70,6 +70,13 @@ struct Operation {
     double x2 = 0, y2 = 0; ///< end or opposite corner; of a circle x2 is the radius, of a text the width
 };
 
+/// A stretch of a page's operations. A fixed one is the same on every page of its form, whatever the record: its
+/// panels, boxes and labels. What is made of it can be kept and shared.
+struct PagePart {
+    std::size_t first = 0; ///< operation of the document
+    bool isFixed = false;
+};
+
 /// A place in the document that a reader can jump to.
 struct Bookmark {
     std::string title;
@@ -91,6 +98,13 @@ public:
     /// The operations of a page, counted from 1; throws std::out_of_range.
     std::span<const Operation> Page(int page) const;
 
+    /// The page's operations part by part; no part is empty.
+    struct Part {
+        std::span<const Operation> operations;
+        bool isFixed = false;
+    };
+    std::vector<Part> Parts(int page) const;
+
     const ShapeStyle& ShapeStyleOf(const Operation& operation) const { return shapeStyles[operation.style]; }
     const TextStyle& TextStyleOf(const Operation& operation) const { return textStyles[operation.style]; }
     std::string_view TextOf(const Operation& operation) const
@@ -104,6 +118,8 @@ public:
     }
 
     void AddPage();
+    /// What is added from now on, to the end of the page or the next call, is a part of its own.
+    void BeginPart(bool isFixed);
     void AddLine(const ShapeStyle& style, double x1, double y1, double x2, double y2);
     void AddRectangle(const ShapeStyle& style, double x1, double y1, double x2, double y2);
     void AddCircle(const ShapeStyle& style, double x, double y, double radius);
@@ -116,6 +132,7 @@ private:
     void AddShape(OperationKind kind, const ShapeStyle& style, double x1, double y1, double x2, double y2);
 
     std::vector<std::size_t> pageStarts;
+    std::vector<PagePart> parts;
     std::vector<Operation> operations;
     std::vector<ShapeStyle> shapeStyles;
     std::vector<TextStyle> textStyles;

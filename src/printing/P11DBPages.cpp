@@ -450,6 +450,7 @@ void PrintP11DBDeclaration(PageLayer& page, DeclarationVariant variant, const Fi
 {
     const VariantRow& row = RowOf(variant);
     page.vsBookmark("P11D(b) declaration");
+    page.BeginFixedPart();
 
     DrawLabels(page, Headings);
     page.vsBox(FormLine, 35, 17, 90, 25);
@@ -482,6 +483,7 @@ void PrintP11DBDeclaration(PageLayer& page, DeclarationVariant variant, const Fi
     DrawLabel(page, {{10, Letter::Bold}, At::Left, 15, 167, row.heading});
     DrawLabels(page, Section2Labels);
 
+    page.EndFixedPart();
     BeginValues(page);
     DrawValues(page, Values, read);
     DrawTotal(page, row, 120, read("Section1ABox"));
@@ -498,6 +500,7 @@ void PrintP11DBNotes(PageLayer& page, DeclarationVariant variant, const FieldRea
 {
     const VariantRow& row = RowOf(variant);
     page.vsBookmark("P11D(b) notes and adjustments");
+    page.BeginFixedPart();
 
     if (page.HasShading()) {
         DrawPanels(page, NotesDarkPanels, page.ColDark);
@@ -521,6 +524,7 @@ void PrintP11DBNotes(PageLayer& page, DeclarationVariant variant, const FieldRea
     for (const Bullet& bullet : Bullets)
         page.vsCircle(BulletColour, bullet.x, bullet.y, BulletRadius);
 
+    page.EndFixedPart();
     BeginValues(page);
     DrawValues(page, Section4Values, read);
     page.vsTextRight(180, 246.5, edition::Class1ARateText);

@@ -179,6 +179,7 @@ void PrintP11D1(PageLayer& page, const FieldReader& read)
     page.vsFont(9, true, true);
     page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
 
+    page.BeginFixedPart();
     DrawLabels(page, Headings);
     DrawSectionMarks(page, Sections);
     DrawBoxes(page, Boxes);
@@ -192,6 +193,8 @@ void PrintP11D1(PageLayer& page, const FieldReader& read)
     DrawLabels(page, Labels);
     DrawCarLabels(page, 1, {.totalOfCars = edition::TotalOfCars, .totalOfFuel = edition::TotalOfCarFuel});
     DrawIdentifier(page, 276, edition::P11DIdentifier);
+
+    page.EndFixedPart();
 
     BeginValues(page);
     DrawValues(page, Values, read);

@@ -255,19 +255,23 @@ void DrawEntertainmentMark(PageLayer& page, std::string_view value)
 void PrintP11D2(PageLayer& page, const FieldReader& read)
 {
     page.vsBookmark("P11D page 2");
+    page.BeginFixedPart();
     if (page.HasShading())
         DrawPanels(page, Panels, page.ColLight);
     DrawSectionMarks(page, Sections);
     page.vsFontName("Arial");
     DrawBoxes(page, Boxes);
+    page.EndFixedPart();
 
     // Each side of the form carries the number.
     page.vsTextColor(page.ColBlack);
     page.vsFont(9, true, true);
     page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
 
+    page.BeginFixedPart();
     DrawLabels(page, Labels);
     DrawIdentifier(page, 276, edition::P11DIdentifier);
+    page.EndFixedPart();
 
     BeginValues(page);
     DrawValues(page, ValuesToLoans, read);

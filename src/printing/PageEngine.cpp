@@ -104,6 +104,12 @@ double PageEngine::TextHeight(std::string_view) const
     return quillmere::TextHeight(CurrentFace(), fontSize);
 }
 
+void PageEngine::FixedPart(bool isFixed)
+{
+    if (open)
+        open->BeginPart(isFixed);
+}
+
 void PageEngine::Bookmark(std::string_view title, int level, double y)
 {
     if (open)
@@ -139,7 +145,15 @@ PrintResult PageEngine::PrintDoc(int copies, const std::vector<int>& pages)
                                          .pages = pages,
                                          .copies = copies,
                                          .duplex = duplex});
-    return outcome == PrintOutcome::Sent ? PrintResult::Sent : PrintResult::PrinterUnreachable;
+    switch (outcome) {
+    case PrintOutcome::Sent:
+        return PrintResult::Sent;
+    case PrintOutcome::NotReady:
+        return PrintResult::NotReady;
+    case PrintOutcome::PrinterUnreachable:
+        break;
+    }
+    return PrintResult::PrinterUnreachable;
 }
 
 std::string PageEngine::Pdf()

@@ -13,7 +13,7 @@
 namespace quillmere {
 
 /// What became of pages that were to go to the printer.
-enum class PrintResult { Sent, NothingToPrint, PrinterUnreachable };
+enum class PrintResult { Sent, NothingToPrint, PrinterUnreachable, NotReady };
 
 /// The page-drawing engine `vp`. It records what is drawn as a Document, in twips with y downwards, and keeps the ended
 /// document until the next one is opened. Pen, brush, font and position stay as set until they are set again, across
@@ -91,6 +91,9 @@ public:
     void Text(std::string_view text);
     double TextWidth(std::string_view text) const { return quillmere::TextWidth(CurrentFace(), fontSize, text); }
     double TextHeight(std::string_view text) const;
+
+    /// Says whether what comes now is the same on every page of its form (see PagePart).
+    void FixedPart(bool isFixed);
 
     /// Notes a place of the page in hand for the document's bookmarks; y in twips.
     void Bookmark(std::string_view title, int level, double y);

@@ -82,9 +82,13 @@ void PageLayer::vsSetScale(double left, double top, double percent)
 
 void PageLayer::vsEndDoc()
 {
-    if (vp->EndDoc() != PrintResult::PrinterUnreachable)
-        return;
-    const std::string& device = vp->Device();
+    const PrintResult result = vp->EndDoc();
+    if (result == PrintResult::PrinterUnreachable || result == PrintResult::NotReady)
+        TellPrinterError(messages, vp->Device());
+}
+
+void TellPrinterError(Messages& messages, std::string_view device)
+{
     if (device.empty())
         messages.Tell(edition::AppTitle, "There is no printer available", Icon::Critical);
     else
@@ -192,6 +196,11 @@ void PageLayer::vsTextDecimal(double x, double y, std::string_view text)
 void PageLayer::vsTextRun(std::string_view text)
 {
     DrawText(text, Alignment::Run);
+}
+
+double PageLayer::vsTextWidth(std::string_view text) const
+{
+    return scaledUnit > 0 ? vp->TextWidth(text) / scaledUnit : 0;
 }
 
 void PageLayer::DrawText(std::string_view text, Alignment alignment)

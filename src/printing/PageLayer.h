@@ -16,6 +16,9 @@ enum class Route { Screen = 1, Printer = 2, File = 3 };
 /// Width of the lines of the forms, mm.
 inline constexpr double FormLine = 0.2;
 
+/// Says that a printer cannot be reached, or with no name that there is none.
+void TellPrinterError(Messages& messages, std::string_view device);
+
 /// The thin layer between the drawing routines and the engine: positions in millimetres on an A4 sheet, from its top
 /// left corner, become engine units with the user's offsets and scale. It alone knows the engine's units. The y of a
 /// text is the line on which it stands.
@@ -75,6 +78,12 @@ public:
     void vsTextMoney(double x, double y, std::string_view text) { vsTextDecimal(x - 4.0, y, text); }
     /// Goes on where the last text ended.
     void vsTextRun(std::string_view text);
+    /// Width of a text in the font in force, in mm before the scale.
+    double vsTextWidth(std::string_view text) const;
+
+    /// Says that what is drawn from here on is the same on every page of its form, until it is not.
+    void BeginFixedPart() { vp->FixedPart(true); }
+    void EndFixedPart() { vp->FixedPart(false); }
 
     /// Notes the page in hand (level 1) or a section on it (level 2, with its y in mm) for the document's bookmarks.
     void vsBookmark(std::string_view title, int level = 1, double y = 0);

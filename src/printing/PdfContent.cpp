@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <optional>
 
 namespace quillmere {
@@ -23,9 +24,10 @@ constexpr double Farthest = 3'000'000.0;
 
 class ContentStream {
 public:
-    explicit ContentStream(const Document& document) : document(document)
+    ContentStream(const Document& recorded, std::size_t operations) : document(recorded)
     {
-        content.reserve(std::size_t{64} * 1024);
+        constexpr std::size_t BytesOfAnOperation = 80;
+        content.reserve(operations * BytesOfAnOperation);
         content += "1 J\n"; // Round ends: a line of no length is a dot.
     }
 
@@ -117,10 +119,36 @@ private:
             content += "Tf ";
         }
         Coordinates(operation.x1, operation.y1 + TextAscent(style.face, style.size));
-        content += "Td (";
-        for (std::string_view rest = document.TextOf(operation); !rest.empty();)
-            Character(PdfCode(TakeCodePoint(rest)));
-        content += ")Tj ET\n";
+        content += "Td ";
+        Characters(style.face, document.TextOf(operation));
+        content += " ET\n";
+    }
+
+    /// Readers place each character by the widths of those before it and know these as whole thousandths of an em only.
+    /// What that leaves out is put in where it has grown to one thousandth.
+    void Characters(Face face, std::string_view text)
+    {
+        const FaceMetrics& metrics = MetricsOf(face);
+        const int unitsPerEm = metrics.UnitsPerEm();
+        const std::size_t start = content.size();
+        content += "[(";
+        int behind = 0; // thousandths of a unit
+        bool isAdjusted = false;
+        while (!text.empty()) {
+            if (std::abs(behind) >= unitsPerEm) {
+                content += ')';
+                content += std::to_string(-(behind / unitsPerEm));
+                content += '(';
+                behind %= unitsPerEm;
+                isAdjusted = true;
+            }
+            const char32_t character = TakeCodePoint(text);
+            behind += metrics.AdvanceOf(character) * 1000 - PdfWidth(metrics, character) * unitsPerEm;
+            Character(PdfCode(character));
+        }
+        content += isAdjusted ? ")]TJ" : ")Tj";
+        if (!isAdjusted)
+            content.erase(start, 1);
     }
 
     void Character(char16_t code)
@@ -240,10 +268,10 @@ private:
 
 } // namespace
 
-std::string PdfContent(const Document& document, int page)
+std::string PdfContent(const Document& document, std::span<const Operation> operations)
 {
-    ContentStream stream(document);
-    for (const Operation& operation : document.Page(page))
+    ContentStream stream(document, operations.size());
+    for (const Operation& operation : operations)
         stream.Draw(operation);
     return stream.Take();
 }

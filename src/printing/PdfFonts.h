@@ -2,7 +2,6 @@
 
 #include "printing/Fonts.h"
 
-#include <compare>
 #include <map>
 #include <string>
 #include <vector>
@@ -22,7 +21,8 @@ public:
     void Add(char32_t character);
     /// In ascending order, neighbours joined.
     std::vector<CharacterRange> Ranges() const;
-    friend auto operator<=>(const CharacterGroups&, const CharacterGroups&) = default;
+    /// Any order, for a place in a map.
+    friend bool operator<(const CharacterGroups& a, const CharacterGroups& b) { return a.groups < b.groups; }
 
 private:
     std::vector<std::uint16_t> groups; ///< beyond those that every subset has, ascending
@@ -33,6 +33,13 @@ private:
 constexpr char16_t PdfCode(char32_t character)
 {
     return character > 0xFFFF ? u'\uFFFD' : static_cast<char16_t>(character);
+}
+
+/// The character's width in the fonts of a PDF file: thousandths of an em, rounded.
+inline int PdfWidth(const FaceMetrics& metrics, char32_t character)
+{
+    const int unitsPerEm = metrics.UnitsPerEm();
+    return (metrics.AdvanceOf(character) * 1000 + unitsPerEm / 2) / unitsPerEm;
 }
 
 /// A face's subset as it stands in a PDF file; streams are compressed.

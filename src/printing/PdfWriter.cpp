@@ -14,6 +14,7 @@
 #include <map>
 #include <numeric>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace quillmere {
@@ -23,9 +24,14 @@ namespace {
 /// Contents are made for every document: the quickest level is also near the smallest.
 constexpr int ContentEffort = 1;
 
-/// A text of the document's properties or bookmarks: UTF-16 with its mark, in hexadecimal.
+/// Fixed parts of pages that are kept deflated at most; a form with its settings needs one or two a page.
+constexpr std::size_t KeptParts = 32;
+
+/// A text of the document's properties or bookmarks: as it is if it is plain, else UTF-16 with its mark in hexadecimal.
 std::string TextObject(std::string_view text)
 {
+    if (std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~' && c != '(' && c != ')' && c != '\\'; }))
+        return fmt::format("({})", text);
     std::string object = "<FEFF";
     const auto append = [&object](std::uint32_t unit) { fmt::format_to(std::back_inserter(object), "{:04X}", unit); };
     while (!text.empty()) {
@@ -40,7 +46,7 @@ std::string TextObject(std::string_view text)
     return object + '>';
 }
 
-/// Widths of the codes, from each range's first one on; exact, since a reader places each glyph by those before it.
+/// Widths of the codes, from each range's first one on.
 std::string WidthsOf(Face face, const PdfFont& font)
 {
     const FaceMetrics& metrics = MetricsOf(face);
@@ -48,8 +54,7 @@ std::string WidthsOf(Face face, const PdfFont& font)
     for (const CharacterRange range : font.characters) {
         fmt::format_to(std::back_inserter(widths), "{} [", static_cast<std::uint32_t>(range.first));
         for (char32_t character = range.first; character <= range.last; ++character)
-            fmt::format_to(std::back_inserter(widths), "{:.8g} ",
-                           metrics.AdvanceOf(character) * 1000.0 / metrics.UnitsPerEm());
+            fmt::format_to(std::back_inserter(widths), "{} ", PdfWidth(metrics, character));
         widths += "] ";
     }
     return widths;
@@ -96,72 +101,77 @@ std::array<std::optional<CharacterGroups>, FaceCount> CharactersOf(const Documen
     return characters;
 }
 
-/// A bookmark on its way into the file.
-struct OutlineItem {
-    std::string reference, title, place;
-    std::size_t parent = 0; ///< item, counted from 1; 0 is the root
-    std::vector<std::size_t> children;
-};
-
-/// Bookmarks of the pages that are in the file; each points at its page's first copy. The first item is the root.
-std::vector<OutlineItem> OutlineOf(const Document& document, const std::map<int, std::string>& pageReferences)
+/// Bookmarks of the pages that are in the file; each points at its page's first copy.
+std::vector<PdfOutlineItem> OutlineOf(const Document& document, const std::map<int, std::string>& pageReferences)
 {
-    std::vector<OutlineItem> items(1);
-    std::size_t page = 0;
-    for (const Bookmark& bookmark : document.bookmarks) {
-        const auto found = pageReferences.find(bookmark.page);
-        if (found == pageReferences.end())
-            continue;
-        const std::size_t parent = bookmark.level > 1 ? page : 0;
-        if (bookmark.level <= 1)
-            page = items.size();
-        items[parent].children.push_back(items.size());
-        items.push_back({.reference = {},
-                         .title = bookmark.title,
-                         .place = fmt::format("[{} /XYZ null {:.2f} null]", found->second,
-                                              (SheetHeight - bookmark.y) / TwipsPerPoint),
-                         .parent = parent,
-                         .children = {}});
-    }
+    std::vector<PdfOutlineItem> items;
+    for (const Bookmark& bookmark : document.bookmarks)
+        if (const auto found = pageReferences.find(bookmark.page); found != pageReferences.end())
+            items.push_back({.title = bookmark.title,
+                             .level = bookmark.level,
+                             .page = found->second,
+                             .y = (SheetHeight - bookmark.y) / TwipsPerPoint});
     return items;
 }
 
-void AddOutline(PdfFile& file, std::vector<OutlineItem> items)
+/// True if two stretches of one document draw the same.
+bool AreSame(const Document& document, std::span<const Operation> one, std::span<const Operation> other)
 {
-    if (items.size() == 1)
-        return;
-    for (OutlineItem& item : items)
-        item.reference = file.Reserve();
-    for (std::size_t at = 0; at < items.size(); ++at) {
-        const OutlineItem& item = items[at];
-        std::string object = "<< ";
-        if (at == 0) {
-            object += fmt::format("/Type /Outlines /Count {} ", items.size() - 1);
-        } else {
-            object += fmt::format("/Title {} /Dest {} /Parent {} ", TextObject(item.title), item.place,
-                                  items[item.parent].reference);
-            const auto& siblings = items[item.parent].children;
-            const auto own = std::find(siblings.begin(), siblings.end(), at);
-            if (own != siblings.begin())
-                object += fmt::format("/Prev {} ", items[*std::prev(own)].reference);
-            if (std::next(own) != siblings.end())
-                object += fmt::format("/Next {} ", items[*std::next(own)].reference);
-            if (!item.children.empty())
-                object += fmt::format("/Count {} ", item.children.size());
-        }
-        if (!item.children.empty())
-            object += fmt::format("/First {} /Last {} ", items[item.children.front()].reference,
-                                  items[item.children.back()].reference);
-        file.Replace(item.reference, object + ">>");
-    }
-    file.SetInCatalogue("/Outlines", items.front().reference);
+    const auto same = [&document](const Operation& a, const Operation& b) {
+        if (a.kind != b.kind || a.style != b.style || a.x1 != b.x1 || a.y1 != b.y1 || a.x2 != b.x2 || a.y2 != b.y2)
+            return false;
+        if (a.kind == OperationKind::Text)
+            return document.TextOf(a) == document.TextOf(b);
+        return a.kind != OperationKind::Polygon || std::ranges::equal(document.CornersOf(a), document.CornersOf(b));
+    };
+    return one.size() == other.size() && std::equal(one.begin(), one.end(), other.begin(), same);
 }
+
+/// A fixed part of a page that is in the file, and its stream.
+struct FixedStream {
+    std::span<const Operation> operations;
+    std::string reference;
+};
 
 } // namespace
 
 struct PdfWriter::State {
+    /// A fixed part of a page as deflated content, made once for many documents.
+    const std::string& DeflatedOnce(const std::string& content)
+    {
+        const auto kept = fixedParts.find(content);
+        if (kept != fixedParts.end())
+            return kept->second;
+        if (fixedParts.size() >= KeptParts)
+            fixedParts.clear();
+        return fixedParts.emplace(content, deflate.Compress(content)).first->second;
+    }
+
+    /// Puts a page's content into the file and gives the references of its streams. `fixed` has the streams of fixed
+    /// parts that are in the file already.
+    std::string AddContent(PdfFile& file, const Document& document, int page, std::vector<FixedStream>& fixed)
+    {
+        std::string references;
+        for (const Document::Part& part : document.Parts(page)) {
+            const auto found = std::ranges::find_if(fixed, [&](const FixedStream& stream) {
+                return part.isFixed && AreSame(document, stream.operations, part.operations);
+            });
+            if (found != fixed.end()) {
+                references += found->reference + ' ';
+                continue;
+            }
+            const std::string content = PdfContent(document, part.operations);
+            const std::string stream = file.AddStream(part.isFixed ? DeflatedOnce(content) : deflate.Compress(content));
+            if (part.isFixed)
+                fixed.push_back({part.operations, stream});
+            references += stream + ' ';
+        }
+        return references;
+    }
+
     PdfFonts fonts;
     Deflate deflate{ContentEffort};
+    std::unordered_map<std::string, std::string> fixedParts; ///< deflated, by content
 };
 
 PdfWriter::PdfWriter() : state(std::make_unique<State>())
@@ -193,11 +203,12 @@ std::string PdfWriter::Write(const Document& document, std::span<const int> page
     const std::string tree = file.Reserve();
     std::string kids;
     std::map<int, std::string> contents, pageReferences;
+    std::vector<FixedStream> fixedStreams;
     for (const int page : pages) {
         if (!contents.contains(page))
-            contents[page] = file.AddStream(state->deflate.Compress(PdfContent(document, page)));
+            contents[page] = state->AddContent(file, document, page, fixedStreams);
         const std::string reference =
-            file.Add(fmt::format("<< /Type /Page /Parent {} /Contents {} >>", tree, contents[page]));
+            file.Add(fmt::format("<< /Type /Page /Parent {} /Contents [{}] >>", tree, contents[page]));
         pageReferences.emplace(page, reference);
         kids += reference + ' ';
     }
@@ -206,9 +217,9 @@ std::string PdfWriter::Write(const Document& document, std::span<const int> page
                                    "/Resources << /Font << {} >> >> >>",
                                    pages.size(), kids, SheetWidth / TwipsPerPoint, SheetHeight / TwipsPerPoint, fonts));
 
-    AddOutline(file, OutlineOf(document, pageReferences));
+    file.SetOutline(OutlineOf(document, pageReferences));
     file.SetInCatalogue("/Pages", tree);
-    file.SetInCatalogue("/Lang", TextObject(document.language));
+    file.SetInCatalogue("/Lang", fmt::format("({})", document.language));
     file.SetInCatalogue("/ViewerPreferences", "<< /DisplayDocTitle true >>");
     file.SetInTrailer("/Info",
                       file.Add(fmt::format("<< /Title {} /Subject {} /Creator {} >>", TextObject(document.name),

@@ -20,9 +20,12 @@ public:
     Session& session;
     PageLayer& page;
 
-    std::string employer, employee; ///< whose documents they are; the reports name them in their heads
-    std::string nationalInsurance;  ///< of the employee, for the sheets that are no page of the form itself
-    int pageNumber = 0;             ///< of the document in hand
+    /// Whose document it is; the reports name both in their heads. For a declaration the employer stands for both.
+    std::string employer, employee;
+    std::string nationalInsurance; ///< of the employee, for the sheets that are no page of the form itself
+    int pageNumber = 0;            ///< of the document in hand
+    bool batchDeclaration = false; ///< the declaration at the end of a batch is in hand
+    double position = 0;           ///< line on which a report goes on, mm
 
     /// Opens the client database. Throws StoreError.
     void OpenClients();

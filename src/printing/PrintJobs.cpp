@@ -1,61 +1,218 @@
 #include "printing/PrintJobs.h"
 
+#include "clientdb/Employees.h"
+#include "declaration/Declaration.h"
 #include "frame/BusyPointer.h"
+#include "frame/Text.h"
 #include "printing/ExtraCarSheets.h"
 #include "printing/P11DBPages.h"
 #include "printing/P11DPages.h"
 #include "printing/PrintJob.h"
+#include "printing/ScheduleReports.h"
+#include "printing/WorkingReports.h"
 
 #include <array>
-#include <fmt/format.h>
+#include <map>
 
 namespace quillmere {
 
 namespace {
 
 constexpr std::string_view SingleJob = "Print P11D";
+constexpr std::string_view BatchJob = "Batch Print";
 constexpr std::string_view PreviewScreen = "frmVSPrint";
+
+// ---- what an employee's document is made of -----------------------------------------------------
+
+enum class Paper { FormPage, ExtraCars, Schedule, Working };
+
+/// A page or report of an employee's document.
+struct SequenceRow {
+    int step;
+    BatchTick tick; ///< that it needs in a batch
+    Paper paper;
+    std::string_view name = {}; ///< of the schedule or working paper
+    int number = 0;             ///< of the form's page, of the sheet's first car, of the car, van, loan or vehicle
+    int sheet = 0;              ///< prints only if the sheet that begins with this car was drawn
+};
+
+/// All of it, in the order of printing.
+constexpr auto Sequence = std::to_array<SequenceRow>({
+    {1, BatchTick::P11D, Paper::FormPage, "Print P11D(1)", 1},
+    {2, BatchTick::P11D, Paper::FormPage, "Print P11D(2)", 2},
+    {3, BatchTick::P11D, Paper::ExtraCars, Cars3And4.procedure, Cars3And4.firstCar},
+    {4, BatchTick::P11D, Paper::ExtraCars, Cars5And6.procedure, Cars5And6.firstCar},
+    {5, BatchTick::A, Paper::Schedule, "ANotepad"},
+    {6, BatchTick::B, Paper::Schedule, "BNotepad"},
+    {7, BatchTick::C, Paper::Schedule, "CNotepad"},
+    {8, BatchTick::D, Paper::Working, "DNotepad"},
+    {9, BatchTick::E, Paper::Working, "ENotepad", 1},
+    {9, BatchTick::E, Paper::Working, "ENotepad", 2},
+    {9, BatchTick::E, Paper::Working, "ENotepad", 3},
+    {10, BatchTick::Cars, Paper::Working, "Cars 1 and 2", 1},
+    {10, BatchTick::Cars, Paper::Working, "Cars 1 and 2", 2},
+    // Kept: where a batch prints no forms there are no sheets, and so no papers of the further cars.
+    {11, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 3, Cars3And4.firstCar},
+    {11, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 4, Cars3And4.firstCar},
+    {12, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 5, Cars5And6.firstCar},
+    {12, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 6, Cars5And6.firstCar},
+    {13, BatchTick::G, Paper::Working, "GNotepad", 1},
+    {13, BatchTick::G, Paper::Working, "GNotepad", 2},
+    {13, BatchTick::G, Paper::Working, "GNotepad", 3},
+    {14, BatchTick::H, Paper::Working, "HNotepad", 1},
+    {14, BatchTick::H, Paper::Working, "HNotepad", 2},
+    {14, BatchTick::H, Paper::Working, "HNotepad", 3},
+    {14, BatchTick::H, Paper::Working, "HNotepad", 4},
+    {14, BatchTick::H, Paper::Working, "HNotepad", 5},
+    {15, BatchTick::I, Paper::Schedule, "INotepad"},
+    {16, BatchTick::J, Paper::Working, "JNotepad"},
+    {17, BatchTick::K, Paper::Schedule, "KNotepad"},
+    {18, BatchTick::L, Paper::Schedule, "LNotepad"},
+    {19, BatchTick::M, Paper::Schedule, "NNotepad1"},
+    {19, BatchTick::M, Paper::Schedule, "NNotepad2"},
+    {19, BatchTick::M, Paper::Schedule, "NNotepad3"},
+    {20, BatchTick::N, Paper::Schedule, "ONotepad1"},
+    {20, BatchTick::N, Paper::Schedule, "ONotepad2"},
+    {20, BatchTick::N, Paper::Schedule, "ONotepad3"},
+    {20, BatchTick::N, Paper::Schedule, "ONotepad4"},
+    {20, BatchTick::N, Paper::Schedule, "ONotepad5"},
+    {20, BatchTick::N, Paper::Schedule, "ONotepad6"},
+});
 
 FieldReader ReaderOf(const Recordset& records)
 {
     return [&records](std::string_view field) { return std::string(records.Field(field)); };
 }
 
-void PrintEmployeeDocument(PrintJob& job)
-{
-    const FieldReader read = ReaderOf(job.Table("P11D"));
-    job.At("Print P11D(1)", 1);
-    job.NextPage();
-    PrintP11D1(job.page, read);
-    job.At("Print P11D(2)", 2);
-    job.NextPage();
-    PrintP11D2(job.page, read);
-    for (const ExtraCarSheet* sheet : {&Cars3And4, &Cars5And6}) {
-        job.At(sheet->procedure, sheet->firstCar);
-        if (!ExtraCarsHaveData(job, "ExtraCars", sheet->firstCar, sheet->firstCar + 1))
-            continue;
-        job.NextPage();
-        PrintExtraCarSheet(job, *sheet);
+/// The document of the job's employee, whose form `records` stands on.
+class EmployeeDocument {
+public:
+    EmployeeDocument(PrintJob& job, std::string_view procedure, const Recordset& records)
+        : job(job), procedure(procedure), read(ReaderOf(records))
+    {
+        job.nationalInsurance = records.Field("NatIns");
     }
-}
 
-void PrintDeclarationDocument(PrintJob& job, DeclarationVariant variant, const FieldReader& read)
+    void Print(const BatchSelection& selection)
+    {
+        for (const SequenceRow& row : Sequence)
+            if (selection.Has(row.tick) && (row.sheet == 0 || drawnSheets[row.sheet]))
+                Print(row);
+    }
+
+private:
+    void Print(const SequenceRow& row)
+    {
+        switch (row.paper) {
+        case Paper::FormPage:
+            job.At(row.name, row.step);
+            job.NextPage();
+            (row.number == 1 ? PrintP11D1 : PrintP11D2)(job.page, read);
+            break;
+        case Paper::ExtraCars:
+            PrintSheet(row);
+            break;
+        case Paper::Schedule:
+            job.At(procedure, row.step);
+            PrintScheduleReport(job, ScheduleReportOf(row.name));
+            break;
+        case Paper::Working:
+            job.At(procedure, row.step);
+            PrintWorkingReport(job, WorkingReportOf(row.name), row.number);
+            break;
+        }
+    }
+
+    void PrintSheet(const SequenceRow& row)
+    {
+        job.At(row.name, row.step);
+        const ExtraCarSheet& sheet = row.number == Cars3And4.firstCar ? Cars3And4 : Cars5And6;
+        if (!ExtraCarsHaveData(job, "ExtraCars", sheet.firstCar, sheet.firstCar + 1))
+            return;
+        job.NextPage();
+        PrintExtraCarSheet(job, sheet);
+        drawnSheets[row.number] = true;
+    }
+
+    PrintJob& job;
+    std::string_view procedure;
+    FieldReader read;
+    std::map<int, bool> drawnSheets; ///< by their first cars
+};
+
+// ---- the declaration's document -----------------------------------------------------------------
+
+constexpr int DeclarationStep = 21;
+
+void PrintDeclarationDocument(PrintJob& job, std::string_view procedure, DeclarationVariant variant,
+                              const FieldReader& read)
 {
+    job.At(procedure, DeclarationStep);
     job.NextPage();
     PrintP11DBDeclaration(job.page, variant, read);
     job.NextPage();
     PrintP11DBNotes(job.page, variant, read);
+    for (const std::string_view schedule : {"P11DBNotepad1", "P11DBNotepad2"})
+        PrintScheduleReport(job, ScheduleReportOf(schedule));
 }
 
-std::string EmployeeDocumentName(const PrintJob& job)
+/// The totals under the names of the fields in which a declaration stores them.
+FieldReader ReaderOf(const DeclarationTotals& totals)
 {
-    return job.employer + " - " + job.employee;
+    struct TextField {
+        std::string_view name;
+        std::string DeclarationTotals::*text;
+    };
+    struct TickField {
+        std::string_view name;
+        bool DeclarationTotals::*tick;
+    };
+    static constexpr auto texts = std::to_array<TextField>({
+        {"EmployerReference", &DeclarationTotals::employerReference},
+        {"AccountsOffReference", &DeclarationTotals::accountsOffReference},
+        {"Section1ABox", &DeclarationTotals::section1ABox},
+        {"Section1CBox", &DeclarationTotals::section1CBox},
+        {"SentToBox", &DeclarationTotals::sentToBox},
+        {"SentToDate", &DeclarationTotals::sentToDate},
+        {"Section4ABox", &DeclarationTotals::section4ABox},
+        {"Section4BBox", &DeclarationTotals::section4BBox},
+        {"Section4BDesc", &DeclarationTotals::section4BDesc},
+        {"Section4CBox", &DeclarationTotals::section4CBox},
+        {"Section4CDesc", &DeclarationTotals::section4CDesc},
+        {"Section4DBox", &DeclarationTotals::section4DBox},
+        {"Section4FBox", &DeclarationTotals::section4FBox},
+    });
+    static constexpr auto ticks = std::to_array<TickField>({
+        {"Section1Tick", &DeclarationTotals::section1Tick},
+        {"Section2Tick1", &DeclarationTotals::section2Tick1},
+        {"Section2Tick2", &DeclarationTotals::section2Tick2},
+        {"Section2Tick3", &DeclarationTotals::section2Tick3},
+    });
+    std::map<std::string, std::string, std::less<>> fields;
+    for (const TextField& field : texts)
+        fields.emplace(field.name, totals.*field.text);
+    for (const TickField& field : ticks)
+        fields.emplace(field.name, totals.*field.tick ? "1" : "0");
+    for (std::size_t line = 0; line < AddressLines; ++line) {
+        fields.emplace(Numbered("EmployerAdd", static_cast<int>(line) + 1), totals.employerAdd[line]);
+        fields.emplace(Numbered("ReturnAdd", static_cast<int>(line) + 1), totals.returnAdd[line]);
+    }
+    return [fields = std::move(fields)](std::string_view field) { return fields.find(field)->second; };
 }
 
-std::string DeclarationDocumentName(const PrintJob& job)
+// ---- names of documents -------------------------------------------------------------------------
+
+std::string EmployeeDocumentName(std::string_view employer, std::string_view employee)
 {
-    return job.employer + " - P11D(b)";
+    return std::string(employer).append(" - ").append(employee);
 }
+
+std::string DeclarationDocumentName(std::string_view employer)
+{
+    return std::string(employer).append(" - P11D(b)");
+}
+
+// ---- a single job -------------------------------------------------------------------------------
 
 /// Draws the document of a single job. False if there is nobody to draw it for.
 bool DrawSingleDocument(PrintJob& job, PrintedDocument document)
@@ -64,18 +221,93 @@ bool DrawSingleDocument(PrintJob& job, PrintedDocument document)
     if (document == PrintedDocument::Declaration) {
         // An employer without a record fails when the first field is asked for.
         static_cast<void>(job.SeekEmployer("P11DB"));
-        if (job.OpenDocument(DeclarationDocumentName(job)))
-            PrintDeclarationDocument(job, DeclarationVariant::Record, ReaderOf(job.Table("P11DB")));
+        const std::string name = DeclarationDocumentName(job.employer);
+        job.employee = job.employer;
+        if (job.OpenDocument(name))
+            PrintDeclarationDocument(job, SingleJob, DeclarationVariant::Record, ReaderOf(job.Table("P11DB")));
         return true;
     }
     if (!job.SeekEmployee("P11D")) {
         job.session.messages.Tell(SingleJob, "Employee not found");
         return false;
     }
-    job.nationalInsurance = job.Table("P11D").Field("NatIns");
-    if (job.OpenDocument(EmployeeDocumentName(job)))
-        PrintEmployeeDocument(job);
+    EmployeeDocument paper(job, SingleJob, job.Table("P11D"));
+    if (job.OpenDocument(EmployeeDocumentName(job.employer, job.employee)))
+        paper.Print(BatchSelection::All());
     return true;
+}
+
+// ---- a batch ------------------------------------------------------------------------------------
+
+/// The bar that shows how far a batch has come. It moves with each document, and the windows repaint.
+class BatchProgress {
+public:
+    BatchProgress(Platform& platform, int total) : platform(platform), total(total) { Show(); }
+    ~BatchProgress() { platform.ShowProgress(0, 0); }
+    BatchProgress(const BatchProgress&) = delete;
+    BatchProgress& operator=(const BatchProgress&) = delete;
+
+    void Advance()
+    {
+        ++done;
+        Show();
+    }
+
+private:
+    void Show()
+    {
+        platform.ShowProgress(done, total);
+        platform.YieldToMessages();
+    }
+
+    Platform& platform;
+    int total, done = 0;
+};
+
+void PrintEmployees(PrintJob& job, const BatchSelection& selection, BatchProgress& progress)
+{
+    Recordset records = job.Clients().OpenRecordset("P11D");
+    records.Index("IndKey");
+    records.MoveFirstOf(job.employer);
+    while (!records.AtEnd()) {
+        job.At(BatchJob, 0);
+        job.employee = records.Field("EmployeeName");
+        job.session.CurrentEmployee = job.employee;
+        EmployeeDocument paper(job, BatchJob, records);
+        // Kept: without a printer that opens the same question is asked again, for the same employee.
+        if (!job.OpenDocument(EmployeeDocumentName(job.employer, job.employee)))
+            continue;
+        paper.Print(selection);
+        job.page.vsEndDoc();
+        records.MoveNext();
+        progress.Advance();
+    }
+}
+
+void PrintBatchDeclaration(PrintJob& job)
+{
+    job.At(BatchJob, DeclarationStep);
+    job.employee = job.employer;
+    if (!job.OpenDocument(DeclarationDocumentName(job.employer)))
+        return;
+    job.batchDeclaration = true;
+    PrintDeclarationDocument(job, BatchJob, DeclarationVariant::Totals,
+                             ReaderOf(ComputeDeclarationTotals(job.Clients(), job.employer)));
+    job.batchDeclaration = false;
+    job.page.vsEndDoc();
+}
+
+void PrintBatch(PrintJob& job, const BatchSelection& selection)
+{
+    job.OpenClients();
+    const bool hasEmployees = selection.HasPapersOfEmployees();
+    const bool hasDeclaration = selection.Has(BatchTick::P11DB);
+    const std::size_t employees = hasEmployees ? ListEmployees(job.Clients(), job.employer).size() : 0;
+    BatchProgress progress(job.session.platform, static_cast<int>(employees) + (hasDeclaration ? 1 : 0));
+    if (hasEmployees)
+        PrintEmployees(job, selection, progress);
+    if (hasDeclaration)
+        PrintBatchDeclaration(job);
 }
 
 } // namespace
@@ -103,6 +335,18 @@ void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view 
     }
     if (session.screens.IsRegistered(PreviewScreen))
         session.screens.Show(PreviewScreen);
+}
+
+void PrintBatchJob(Session& session, PrintSystem& printing, std::string_view employer, const BatchSelection& selection)
+{
+    const BusyPointer busy(session.platform);
+    PrintJob job(session, printing, BatchJob, Route::Printer);
+    job.employer = employer;
+    try {
+        PrintBatch(job, selection);
+    } catch (const std::exception& error) {
+        job.Fail(error);
+    }
 }
 
 } // namespace quillmere

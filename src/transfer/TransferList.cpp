@@ -145,35 +145,28 @@ void TransferList::TransferAll()
 void TransferList::Run(const std::optional<LastYearEmployee>& selected)
 {
     const TransferMode mode = selected ? TransferMode::Single : TransferMode::All;
-    std::vector<TransferNotice> notices;
-    std::string at;
     try {
         const BusyPointer busy(session.platform);
         YearTransfer transfer(session.ClientDatabasePath(), lastYearDatabase);
         const auto employees = selected ? std::vector{*selected} : transfer.LastYearEmployees();
         Progress progress(session.platform, employees.size());
         for (const LastYearEmployee& employee : employees) {
-            at = ListText(employee);
-            transfer.Transfer(employee, mode, notices);
-            Tell(notices);
+            std::vector<TransferNotice> notices;
+            const bool goesOn = transfer.Transfer(employee, mode, notices);
+            for (const TransferNotice& notice : notices)
+                session.messages.Tell(notice.title, notice.text);
+            if (!goesOn) {
+                session.messages.Tell(Caption(), fmt::format("The transfer has stopped at {}.", ListText(employee)));
+                return;
+            }
             progress.Advance();
         }
         transfer.Commit();
     } catch (const StoreError& failure) {
-        Tell(notices);
-        session.messages.Tell(Caption(),
-                              at.empty() ? std::string(failure.what())
-                                         : fmt::format("{}\n\nThe transfer has stopped at {}.", failure.what(), at));
+        session.messages.Tell(Caption(), failure.what());
         return;
     }
     session.messages.Tell("Transfer", "Transfer Complete", Icon::Information);
-}
-
-void TransferList::Tell(std::vector<TransferNotice>& notices)
-{
-    for (const TransferNotice& notice : notices)
-        session.messages.Tell(notice.title, notice.text);
-    notices.clear();
 }
 
 } // namespace quillmere

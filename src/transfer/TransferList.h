@@ -26,7 +26,6 @@ private:
     void TransferAll();
     /// Transfers the one employee, or with none all of them.
     void Run(const std::optional<LastYearEmployee>& selected);
-    void Tell(std::vector<TransferNotice>& notices);
 
     std::filesystem::path lastYearDatabase;
 };

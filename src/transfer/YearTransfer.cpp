@@ -19,9 +19,10 @@ constexpr std::string_view EmployerError = "P11DB Single Client - File Transfer 
 
 constexpr std::string_view EmployeeNotFound = "Employee not found";
 constexpr std::string_view EmployerNotFound = "Employer not found";
+constexpr std::string_view RecordExists = "There is a record already. It has been left as it is.";
 
 /// So many employees are stored with one sync.
-constexpr std::size_t EmployeesOfOneSync = 100;
+constexpr std::size_t EmployeesOfOneSync = 200;
 
 /// Puts the cursor on the record with the key. False if there is none.
 bool Find(Recordset& records, std::string_view key)
@@ -42,14 +43,6 @@ void Write(Recordset& records, const CarriedFields& carried)
             records.SetNull(field.field);
         else
             records.SetField(field.field, field.text);
-}
-
-/// Ends the adding of a record. One that is there already stays as it is, and is told.
-void Add(Recordset& records, std::string_view table, std::string_view title, std::vector<TransferNotice>& notices)
-{
-    if (!records.TryUpdate())
-        notices.push_back({std::string(title.empty() ? TransferTitle : title),
-                           fmt::format("There is a record in table {} already. It has been left as it is.", table)});
 }
 
 } // namespace
@@ -158,22 +151,27 @@ bool YearTransfer::EmployeeExists(std::string_view employer, std::string_view em
     return existing.Contains(employer, employee);
 }
 
-void YearTransfer::Transfer(const LastYearEmployee& employee, TransferMode mode, std::vector<TransferNotice>& notices)
+bool YearTransfer::Transfer(const LastYearEmployee& employee, TransferMode mode, std::vector<TransferNotice>& notices)
 {
     if (EmployeeExists(employee.employer, employee.employee))
-        return;
+        return true;
+    noticed.clear();
+    storeFailed = false;
+    const ReadBatch reading(lastYear);
     const Keys keys{.employer = employee.employer,
                     .employee = employee.employee,
                     .name = JoinedName(employee.employer, employee.employee)};
     for (std::size_t i = 0; i < TransferTables.size(); ++i)
-        AddRecord(TransferTables[i], notepads[i], keys, notices);
-    AddEmployeeAndCars(employee, keys, mode, notices);
-    AddEmployer(keys, notices);
-    AddEmployerSchedule(addedSchedule, keys, notices);
-    AddEmployerSchedule(deductedSchedule, keys, notices);
+        AddRecord(TransferTables[i], notepads[i], keys);
+    AddEmployeeAndCars(employee, keys, mode);
+    AddEmployer(keys);
+    AddEmployerSchedule(addedSchedule, keys);
+    AddEmployerSchedule(deductedSchedule, keys);
+    notices.insert(notices.end(), noticed.begin(), noticed.end());
     // A box may stand for an hour: nobody is to wait for the store meanwhile.
-    if (++notStored == EmployeesOfOneSync || !notices.empty())
+    if (++notStored == EmployeesOfOneSync || !noticed.empty())
         Commit();
+    return !storeFailed;
 }
 
 void YearTransfer::Commit()
@@ -182,76 +180,106 @@ void YearTransfer::Commit()
     batch.Commit();
 }
 
-void YearTransfer::AddRecord(const TransferTable& row, Tables& tables, const Keys& keys,
-                             std::vector<TransferNotice>& notices)
+template<class Work>
+void YearTransfer::Attempt(std::string_view title, Work work)
 {
-    if (!row.errorTitle.empty() && !Find(tables.lastYear, keys.name)) {
-        notices.push_back({std::string(row.errorTitle), std::string(EmployeeNotFound)});
-        return;
+    try {
+        work();
+    } catch (const StoreError& failure) {
+        Notice(title, failure.what());
+        storeFailed = true;
     }
-    CarriedFields carried;
-    if (row.carries != Carries::KeysOnly)
-        carried = Carry(row.carries, ReaderOf(tables.lastYear), Rates());
-    Recordset& records = tables.thisYear;
+}
+
+void YearTransfer::Notice(std::string_view title, std::string_view text)
+{
+    noticed.push_back({std::string(title.empty() ? TransferTitle : title), std::string(text)});
+}
+
+void YearTransfer::Add(Recordset& records, std::string_view title)
+{
+    if (!records.TryUpdate())
+        Notice(title, RecordExists);
+}
+
+void YearTransfer::BeginRecord(Recordset& records, const Keys& keys)
+{
     records.AddNew();
     records.SetField("EmployerName", keys.employer);
     records.SetField("EmployeeName", keys.employee);
     records.SetField("Name", keys.name);
-    Write(records, carried);
-    Add(records, row.table, row.errorTitle, notices);
 }
 
-void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode,
-                                      std::vector<TransferNotice>& notices)
+void YearTransfer::AddRecord(const TransferTable& row, Tables& tables, const Keys& keys)
 {
+    Attempt(row.errorTitle, [&] {
+        if (!row.errorTitle.empty() && !Find(tables.lastYear, keys.name)) {
+            Notice(row.errorTitle, EmployeeNotFound);
+            return;
+        }
+        CarriedFields carried;
+        if (row.carries != Carries::KeysOnly)
+            carried = Carry(row.carries, ReaderOf(tables.lastYear), Rates());
+        BeginRecord(tables.thisYear, keys);
+        Write(tables.thisYear, carried);
+        Add(tables.thisYear, row.errorTitle);
+    });
+}
+
+void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode)
+{
+    const std::string_view pageTitle = mode == TransferMode::Single ? SingleClientError : std::string_view();
     const LastYearRecord pageRecord = ReaderOf(p11d.lastYear);
     const LastYearRecord extraRecord = ReaderOf(extraCars.lastYear);
-    const bool inP11D = Find(p11d.lastYear, keys.name);
-    if (!inP11D && mode == TransferMode::Single)
-        notices.push_back({std::string(SingleClientError), std::string(EmployeeNotFound)});
-    const bool inExtraCars = Find(extraCars.lastYear, keys.name);
-    if (!inExtraCars)
-        notices.push_back({std::string(ExtraCarsError), std::string(EmployeeNotFound)});
-    const CarriedCars cars = CarryCars(inP11D ? &pageRecord : nullptr, inExtraCars ? &extraRecord : nullptr);
-
-    // Kept: the employee is made even if last year's database does not have him.
-    for (Recordset* records : {&p11d.thisYear, &extraCars.thisYear}) {
-        records->AddNew();
-        records->SetField("EmployerName", keys.employer);
-        records->SetField("EmployeeName", keys.employee);
-        records->SetField("Name", keys.name);
-    }
-    Write(p11d.thisYear, {{"FirstName", employee.firstName}, {"Surname", employee.surname}});
-    Write(p11d.thisYear, cars.p11d);
-    if (inP11D)
-        Write(p11d.thisYear, CarryIdentity(pageRecord));
-    Write(extraCars.thisYear, cars.extraCars);
-    Add(p11d.thisYear, "P11D", mode == TransferMode::Single ? SingleClientError : std::string_view(), notices);
-    Add(extraCars.thisYear, "ExtraCars", ExtraCarsError, notices);
+    CarriedCars cars;
+    Attempt(pageTitle, [&] {
+        const bool inP11D = Find(p11d.lastYear, keys.name);
+        if (!inP11D && mode == TransferMode::Single)
+            Notice(pageTitle, EmployeeNotFound);
+        const bool inExtraCars = Find(extraCars.lastYear, keys.name);
+        if (!inExtraCars)
+            Notice(ExtraCarsError, EmployeeNotFound);
+        cars = CarryCars(inP11D ? &pageRecord : nullptr, inExtraCars ? &extraRecord : nullptr);
+        // Kept: the employee is made even if last year's database does not have him.
+        BeginRecord(p11d.thisYear, keys);
+        Write(p11d.thisYear, {{"FirstName", employee.firstName}, {"Surname", employee.surname}});
+        Write(p11d.thisYear, cars.p11d);
+        if (inP11D)
+            Write(p11d.thisYear, CarryIdentity(pageRecord));
+        Add(p11d.thisYear, pageTitle);
+    });
+    Attempt(ExtraCarsError, [&] {
+        BeginRecord(extraCars.thisYear, keys);
+        Write(extraCars.thisYear, cars.extraCars);
+        Add(extraCars.thisYear, ExtraCarsError);
+    });
 }
 
-void YearTransfer::AddEmployer(const Keys& keys, std::vector<TransferNotice>& notices)
+void YearTransfer::AddEmployer(const Keys& keys)
 {
-    if (Find(p11db.thisYear, keys.employer))
-        return;
-    if (!Find(p11db.lastYear, keys.employer)) {
-        notices.push_back({std::string(EmployerError), std::string(EmployerNotFound)});
-        return;
-    }
-    Recordset& records = p11db.thisYear;
-    records.AddNew();
-    records.SetField("EmployerName", keys.employer);
-    Write(records, CarryEmployer(ReaderOf(p11db.lastYear)));
-    Add(records, "P11DB", EmployerError, notices);
+    Attempt(EmployerError, [&] {
+        if (Find(p11db.thisYear, keys.employer))
+            return;
+        if (!Find(p11db.lastYear, keys.employer)) {
+            Notice(EmployerError, EmployerNotFound);
+            return;
+        }
+        p11db.thisYear.AddNew();
+        p11db.thisYear.SetField("EmployerName", keys.employer);
+        Write(p11db.thisYear, CarryEmployer(ReaderOf(p11db.lastYear)));
+        Add(p11db.thisYear, EmployerError);
+    });
 }
 
-void YearTransfer::AddEmployerSchedule(Recordset& schedule, const Keys& keys, std::vector<TransferNotice>& notices)
+void YearTransfer::AddEmployerSchedule(Recordset& schedule, const Keys& keys)
 {
-    if (Find(schedule, keys.employer))
-        return;
-    schedule.AddNew();
-    schedule.SetField("EmployerName", keys.employer);
-    Add(schedule, "P11DBNotepad1 or P11DBNotepad2", {}, notices);
+    Attempt({}, [&] {
+        if (Find(schedule, keys.employer))
+            return;
+        schedule.AddNew();
+        schedule.SetField("EmployerName", keys.employer);
+        Add(schedule, {});
+    });
 }
 
 /// This year's currencies, read when the first loan needs them.

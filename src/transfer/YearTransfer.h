@@ -80,10 +80,12 @@ public:
     /// True if this year's database had the employee when the run began.
     bool EmployeeExists(std::string_view employer, std::string_view employee) const;
 
-    /// Makes the employee's records unless he is there already. What last year's tables lack, and what the store
-    /// refuses because it has it, is added to the notices, in order; the rest goes on. Throws StoreError if the store
-    /// fails.
-    void Transfer(const LastYearEmployee& employee, TransferMode mode, std::vector<TransferNotice>& notices);
+    /// Makes the employee's records unless he is there already. What goes wrong with one table is added to the notices,
+    /// in order, and the others go on: last year's table lacks the employee, this year's has a record of him, the store
+    /// fails. False if the store has failed: then it will do so with the next employee, too. Throws StoreError if what
+    /// has been written cannot be stored.
+    [[nodiscard]] bool Transfer(const LastYearEmployee& employee, TransferMode mode,
+                                std::vector<TransferNotice>& notices);
     /// Stores what has not been stored yet. Throws StoreError; then none of that is stored.
     void Commit();
 
@@ -98,11 +100,18 @@ private:
     };
 
     Tables Open(std::string_view table);
-    void AddRecord(const TransferTable& row, Tables& tables, const Keys& keys, std::vector<TransferNotice>& notices);
-    void AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode,
-                            std::vector<TransferNotice>& notices);
-    void AddEmployer(const Keys& keys, std::vector<TransferNotice>& notices);
-    void AddEmployerSchedule(Recordset& schedule, const Keys& keys, std::vector<TransferNotice>& notices);
+    void AddRecord(const TransferTable& row, Tables& tables, const Keys& keys);
+    void AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode);
+    void AddEmployer(const Keys& keys);
+    void AddEmployerSchedule(Recordset& schedule, const Keys& keys);
+    /// Does the work of one table; a failure of the store ends that work alone.
+    template<class Work>
+    void Attempt(std::string_view title, Work work);
+    /// Begins a record of the employee with its keys.
+    static void BeginRecord(Recordset& records, const Keys& keys);
+    /// Ends the adding of a record. One that is there already stays as it is, and is told.
+    void Add(Recordset& records, std::string_view title);
+    void Notice(std::string_view title, std::string_view text);
     const CurrencyRates& Rates();
 
     Database thisYear, lastYear;
@@ -111,8 +120,10 @@ private:
     Recordset addedSchedule, deductedSchedule;
     ExistingEmployees existing;
     std::optional<CurrencyRates> rates;
-    std::size_t notStored = 0; ///< employees since the last sync
-    WriteBatch batch;          ///< last, so that it ends while the database is open
+    std::vector<TransferNotice> noticed; ///< of the employee in hand
+    bool storeFailed = false;            ///< with the employee in hand
+    std::size_t notStored = 0;           ///< employees since the last sync
+    WriteBatch batch;                    ///< last, so that it ends while the database is open
 };
 
 } // namespace quillmere

@@ -22,7 +22,7 @@ namespace {
 
 using namespace quillmere::scenario;
 
-constexpr auto Usage = "scenario_player [--pictures DIR] FILE...\n"
+constexpr auto Usage = "scenario_player [--steps] [--pictures DIR] FILE...\n"
                        "Plays scenarios against the windows of the program. A folder stands for all scenarios in it.\n";
 
 /// A file that plays longer than this hangs.
@@ -31,6 +31,7 @@ constexpr unsigned SecondsForOneFile = 120;
 struct Arguments {
     std::filesystem::path pictures;
     std::vector<std::string> files;
+    bool tellSteps = false;
     bool wrong = false;
 };
 
@@ -69,6 +70,8 @@ Arguments ReadArguments(int count, char** words)
         const std::string word = words[place];
         if (word == "--pictures" && place + 1 < count)
             arguments.pictures = words[++place];
+        else if (word == "--steps")
+            arguments.tellSteps = true;
         else if (word.starts_with("--"))
             arguments.wrong = true;
         else
@@ -141,7 +144,8 @@ void TellToolkitMessage(QtMsgType, const QMessageLogContext&, const QString& tex
             ::alarm(SecondsForOneFile);
             const bool passed = PlayFile(arguments.files[place], {.resources = QUILLMERE_RESOURCES,
                                                                   .root = folder / std::to_string(place + 1),
-                                                                  .pictures = arguments.pictures});
+                                                                  .pictures = arguments.pictures,
+                                                                  .tellSteps = arguments.tellSteps});
             fmt::print("{} {}\n", passed ? "ok" : "FAILED", arguments.files[place]);
             std::fflush(stdout);
             const char result = passed ? 1 : 0;

@@ -94,7 +94,10 @@ void AddState(std::vector<std::string>& states, bool state, const char* yes, con
 } // namespace
 
 Player::Player(std::string fileName, const Folders& folders)
-    : file(std::move(fileName)), pictures(folders.pictures), world(folders.resources, folders.root)
+    : file(std::move(fileName)),
+      pictures(folders.pictures),
+      tellSteps(folders.tellSteps),
+      world(folders.resources, folders.root)
 {
     platform.today = StandardDay;
     platform.programFolder = world.Program();
@@ -201,6 +204,8 @@ bool Player::Play(std::string_view text)
 void Player::Perform(const Step& step)
 {
     platform.line = step.line;
+    if (tellSteps && step.name != "note")
+        fmt::print("    {}\n", step.source);
     try {
         if (!GivesRecords(step))
             world.WriteGiven([this](const Step& given, const std::exception& error) { FailStep(given, error.what()); });
@@ -1042,7 +1047,9 @@ void Player::Picture(const Step& step)
 
 void Player::SavePdf(const Step& step)
 {
-    const std::filesystem::path target = Text(step.words[0]);
+    const std::filesystem::path target = pictures / Text(step.words[0]);
+    if (target.has_parent_path())
+        std::filesystem::create_directories(target.parent_path());
     std::ofstream stream(target, std::ios::binary | std::ios::trunc);
     stream << PdfWriter().Write(LastDocument());
     if (!stream.flush())

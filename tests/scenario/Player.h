@@ -29,7 +29,8 @@ public:
     struct Folders {
         std::filesystem::path resources; ///< has the empty client database
         std::filesystem::path root;      ///< the family root of the world, made for this one scenario
-        std::filesystem::path pictures;  ///< relative pictures go here; empty: to where the caller stands
+        std::filesystem::path pictures;  ///< relative pictures and PDF files go here; empty: to where the caller stands
+        bool tellSteps = false;          ///< prints each step as it is played
     };
 
     /// `file` is the name under which failures are told.
@@ -167,6 +168,7 @@ private:
 
     std::string file;
     std::filesystem::path pictures;
+    bool tellSteps;
     World world;
     ScriptedPlatform platform;
     DocumentWitness witness;

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace quillmere {
 namespace {
@@ -76,6 +78,38 @@ TEST(Document, KeepsItsPagesApart)
     EXPECT_EQ(document.Page(3).size(), 2U);
     EXPECT_THROW(document.Page(0), std::out_of_range);
     EXPECT_THROW(document.Page(4), std::out_of_range);
+}
+
+TEST(Document, PartsAPageIntoFixedAndOtherStretches)
+{
+    Document document;
+    const auto draw = [&document](int lines) {
+        for (int line = 0; line < lines; ++line)
+            document.AddLine({}, 0, 0, 1, 1);
+    };
+    const auto parts = [&document](int page) {
+        std::vector<std::pair<std::size_t, bool>> found;
+        for (const Document::Part& part : document.Parts(page))
+            found.emplace_back(part.operations.size(), part.isFixed);
+        return found;
+    };
+    using Parts = std::vector<std::pair<std::size_t, bool>>;
+    document.AddPage();
+    draw(2);
+    document.BeginPart(true);
+    draw(3);
+    document.BeginPart(false);
+    draw(1);
+    document.AddPage();
+    document.BeginPart(true);
+    draw(4);
+    document.AddPage();
+    draw(1);
+    document.AddPage();
+    EXPECT_EQ(parts(1), (Parts{{2, false}, {3, true}, {1, false}}));
+    EXPECT_EQ(parts(2), (Parts{{4, true}}));
+    EXPECT_EQ(parts(3), (Parts{{1, false}})) << "a page begins with a part of its own";
+    EXPECT_EQ(parts(4), Parts{});
 }
 
 TEST(Document, HoldsGreysWithinTheirRange)

@@ -1,0 +1,338 @@
+// Pages to PDF and the measuring of texts, each beside the same texts and boxes through Qt's PDF writer and Qt's font
+// metrics in the same run. Qt is the yardstick here and nothing else.
+
+#include "printing/P11DPages.h"
+#include "support/PrintRoom.h"
+
+#include <QBuffer>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPdfWriter>
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <cstdlib>
+#include <fmt/format.h>
+#include <fstream>
+#include <map>
+
+namespace quillmere {
+namespace {
+
+using testing::FieldMap;
+using testing::PrintRoom;
+
+constexpr int TwipsPerInch = 1440;
+
+/// A full record; every employee has figures and a name of his own.
+FieldReader RecordOf(int employee)
+{
+    return [employee](std::string_view field) -> std::string {
+        if (field == "EmployerName")
+            return "Marlow & Sons Ltd";
+        if (field == "Surname")
+            return fmt::format("Smith-{}", employee);
+        if (field == "NatIns")
+            return "AB123456C";
+        if (field.find("Date") != std::string_view::npos || field == "DOB")
+            return "06/04/1961";
+        if (field.find("Tick") != std::string_view::npos || field.starts_with("FNoC02"))
+            return "1";
+        if (field.find("Desc") != std::string_view::npos)
+            return "As per attached";
+        return fmt::format("{:10.2f}", employee * 7.13 + static_cast<double>(field.size()));
+    };
+}
+
+/// Draws `employees` forms of two pages each as one document.
+std::shared_ptr<const Document> Forms(PrintRoom& room, int firstEmployee, int employees, int pagesEach = 2)
+{
+    if (!room.page.OpenPrintJob("Marlow & Sons Ltd"))
+        throw std::runtime_error("no document");
+    int pageNumber = 0;
+    for (int employee = firstEmployee; employee < firstEmployee + employees; ++employee) {
+        const FieldReader read = RecordOf(employee);
+        room.page.NextPrintPage(++pageNumber);
+        PrintP11D1(room.page, read);
+        if (pagesEach > 1) {
+            room.page.NextPrintPage(++pageNumber);
+            PrintP11D2(room.page, read);
+        }
+    }
+    room.page.vsEndDoc();
+    return room.vp.Ended();
+}
+
+QColor ColourOf(Colour colour)
+{
+    return {colour.red, colour.green, colour.blue};
+}
+
+/// The yardstick: the built-in fonts as Qt's fonts, and a recorded document through Qt's painter.
+class QtPages {
+public:
+    QtPages()
+    {
+        for (int number = 0; number < FaceCount; ++number) {
+            const auto bytes = FontFile(static_cast<Face>(number));
+            const QByteArray file = QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()),
+                                                            static_cast<qsizetype>(bytes.size()));
+            const int added = QFontDatabase::addApplicationFontFromData(file);
+            families.at(static_cast<std::size_t>(number)) = QFontDatabase::applicationFontFamilies(added).value(0);
+        }
+    }
+
+    /// One kept font a style, as a careful program has it.
+    const QFont& FontOf(const TextStyle& style)
+    {
+        const auto key = std::make_pair(style.face, style.size);
+        auto kept = fonts.find(key);
+        if (kept == fonts.end()) {
+            QFont font(families.at(static_cast<std::size_t>(style.face)));
+            font.setPointSizeF(style.size);
+            font.setBold(IsBold(style.face));
+            font.setItalic(IsItalic(style.face));
+            font.setHintingPreference(QFont::PreferNoHinting);
+            font.setKerning(false);
+            kept = fonts.emplace(key, font).first;
+        }
+        return kept->second;
+    }
+
+    QByteArray Write(const Document& document)
+    {
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter writer(&buffer);
+        writer.setPageSize(QPageSize(QPageSize::A4));
+        writer.setPageMargins(QMarginsF(0, 0, 0, 0));
+        writer.setResolution(TwipsPerInch);
+        QPainter painter(&writer);
+        for (int page = 1; page <= document.PageCount(); ++page) {
+            if (page > 1)
+                writer.newPage();
+            for (const Operation& operation : document.Page(page))
+                Draw(painter, document, operation);
+        }
+        painter.end();
+        return bytes;
+    }
+
+private:
+    void Draw(QPainter& painter, const Document& document, const Operation& operation)
+    {
+        if (operation.kind == OperationKind::Text) {
+            const TextStyle& style = document.TextStyleOf(operation);
+            const std::string_view text = document.TextOf(operation);
+            painter.setFont(FontOf(style));
+            painter.setPen(ColourOf(style.colour));
+            painter.drawText(QPointF(operation.x1, operation.y1 + TextAscent(style.face, style.size)),
+                             QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+            return;
+        }
+        const ShapeStyle& style = document.ShapeStyleOf(operation);
+        painter.setPen(QPen(ColourOf(style.pen), style.width));
+        painter.setBrush(style.filled ? QBrush(ColourOf(style.brush)) : QBrush(Qt::NoBrush));
+        const QPointF from(operation.x1, operation.y1);
+        switch (operation.kind) {
+        case OperationKind::Line:
+            painter.drawLine(from, QPointF(operation.x2, operation.y2));
+            break;
+        case OperationKind::Rectangle:
+            painter.drawRect(QRectF(from, QPointF(operation.x2, operation.y2)));
+            break;
+        case OperationKind::Circle:
+            painter.drawEllipse(from, operation.x2, operation.x2);
+            break;
+        default: {
+            QPolygonF polygon;
+            const auto corners = document.CornersOf(operation);
+            for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
+                polygon << QPointF(corners[at], corners[at + 1]);
+            painter.drawPolygon(polygon);
+            break;
+        }
+        }
+    }
+
+    std::array<QString, FaceCount> families;
+    std::map<std::pair<Face, double>, QFont> fonts;
+};
+
+QtPages& Yardstick()
+{
+    static QtPages pages;
+    return pages;
+}
+
+constexpr std::array<const char*, 4> Texts = {
+    "   1234.56", "As per attached",
+    "Tax on notional payments not borne by employee within 90 days of receipt of each notional payment", "£12.50"};
+
+void MeasureText(benchmark::State& state)
+{
+    double width = 0;
+    for (auto _ : state)
+        for (const char* text : Texts)
+            benchmark::DoNotOptimize(width += TextWidth(Face::SansRegular, 8, text));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(Texts.size()));
+}
+BENCHMARK(MeasureText);
+
+void MeasureTextQFontMetricsF(benchmark::State& state)
+{
+    const QFontMetricsF metrics(Yardstick().FontOf({.face = Face::SansRegular, .size = 8}));
+    std::vector<QString> texts;
+    for (const char* text : Texts)
+        texts.push_back(QString::fromUtf8(text));
+    double width = 0;
+    for (auto _ : state)
+        for (const QString& text : texts)
+            benchmark::DoNotOptimize(width += metrics.horizontalAdvance(text));
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(Texts.size()));
+}
+BENCHMARK(MeasureTextQFontMetricsF);
+
+/// Drawing one page from its tables, without a file.
+void RecordPage1(benchmark::State& state)
+{
+    PrintRoom room;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Forms(room, 1, 1, 1));
+}
+BENCHMARK(RecordPage1)->Unit(benchmark::kMicrosecond);
+
+void Page1ToPdf(benchmark::State& state)
+{
+    PrintRoom room;
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        Forms(room, 1, 1, 1);
+        bytes = room.vp.Pdf().size();
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(Page1ToPdf)->Unit(benchmark::kMicrosecond);
+
+void Page1ToPdfQPdfWriter(benchmark::State& state)
+{
+    PrintRoom room;
+    const auto document = Forms(room, 1, 1, 1);
+    qsizetype bytes = 0;
+    for (auto _ : state)
+        bytes = Yardstick().Write(*document).size();
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(Page1ToPdfQPdfWriter)->Unit(benchmark::kMicrosecond);
+
+constexpr int BatchSize = 200;
+
+void Batch200Documents(benchmark::State& state)
+{
+    PrintRoom room;
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        bytes = 0;
+        for (int employee = 1; employee <= BatchSize; ++employee) {
+            Forms(room, employee, 1);
+            bytes += room.vp.Pdf().size();
+        }
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(Batch200Documents)->Unit(benchmark::kMillisecond);
+
+void Batch200DocumentsQPdfWriter(benchmark::State& state)
+{
+    PrintRoom room;
+    std::vector<std::shared_ptr<const Document>> documents;
+    for (int employee = 1; employee <= BatchSize; ++employee)
+        documents.push_back(Forms(room, employee, 1));
+    qsizetype bytes = 0;
+    for (auto _ : state) {
+        bytes = 0;
+        for (const auto& document : documents)
+            bytes += Yardstick().Write(*document).size();
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(Batch200DocumentsQPdfWriter)->Unit(benchmark::kMillisecond);
+
+constexpr int LongDocument = 250; // employees, of two pages
+
+void Document500Pages(benchmark::State& state)
+{
+    PrintRoom room;
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        Forms(room, 1, LongDocument);
+        bytes = room.vp.Pdf().size();
+    }
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(Document500Pages)->Unit(benchmark::kMillisecond);
+
+void Document500PagesQPdfWriter(benchmark::State& state)
+{
+    PrintRoom room;
+    const auto document = Forms(room, 1, LongDocument);
+    qsizetype bytes = 0;
+    for (auto _ : state)
+        bytes = Yardstick().Write(*document).size();
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(Document500PagesQPdfWriter)->Unit(benchmark::kMillisecond);
+
+/// Makes the system count the largest memory of this process afresh.
+void ForgetLargestMemory()
+{
+    std::ofstream("/proc/self/clear_refs") << "5";
+}
+
+/// Largest memory of the process since then, in KB.
+double LargestMemory()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("VmHWM:"))
+            return std::strtod(line.c_str() + std::string_view("VmHWM:").size(), nullptr);
+    return 0;
+}
+
+void MemoryOfABatch(benchmark::State& state)
+{
+    const auto batch = [](int documents) {
+        PrintRoom room;
+        ForgetLargestMemory();
+        for (int employee = 1; employee <= documents; ++employee) {
+            Forms(room, employee, 1);
+            benchmark::DoNotOptimize(room.vp.Pdf());
+        }
+        return LargestMemory();
+    };
+    for (auto _ : state) {
+        batch(10); // what is read once
+        const double ofTen = batch(10);
+        const double ofThousand = batch(1000);
+        state.counters["KB of 10"] = ofTen;
+        state.counters["KB of 1000"] = ofThousand;
+        state.counters["ratio"] = ofThousand / ofTen;
+    }
+}
+BENCHMARK(MemoryOfABatch)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+} // namespace
+} // namespace quillmere
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,142 @@
+#include "calculators/CalculatorNotepad.h"
+
+#include "clientdb/BoundScreen.h"
+#include "edition/Edition.h"
+
+#include <array>
+
+namespace quillmere {
+
+std::span<const BoxRow> NotepadButtons()
+{
+    static constexpr auto Rows = std::to_array<BoxRow>({
+        {.name = "Ok", .kind = Kind::Button, .text = "&OK"},
+        {.name = "Delete", .kind = Kind::Button, .text = "&Delete"},
+        {.name = "Cancel", .kind = Kind::Button, .text = "&Cancel"},
+    });
+    return Rows;
+}
+
+CalculatorNotepad::CalculatorNotepad(Session& session, std::string_view name, std::string_view caption,
+                                     const Titles& titles)
+    : Screen(session, name, ShowMode::Modal, caption), titles(titles)
+{
+}
+
+void CalculatorNotepad::AddButtons()
+{
+    AddBoxes(NotepadButtons());
+    SetButtons("Cancel", {});
+    OnClick("Ok", [this](Box&) { Ok(); });
+    OnClick("Delete", [this](Box&) { Delete(); });
+    OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+bool CalculatorNotepad::Open(const std::function<void(Database&)>& work, std::string_view failure)
+{
+    try {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        work(database);
+        return true;
+    } catch (const StoreError& error) {
+        session.messages.Tell(titles.failed.empty() ? Caption() : titles.failed,
+                              failure.empty() ? error.what() : failure);
+        return false;
+    }
+}
+
+bool CalculatorNotepad::StoreAll(const std::function<void(Database&)>& work, std::string_view failure)
+{
+    try {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        WriteBatch batch(database);
+        work(database);
+        batch.Commit();
+        return true;
+    } catch (const StoreError&) {
+        session.messages.Tell(titles.ok, failure, Icon::Critical);
+        return false;
+    }
+}
+
+Recordset CalculatorNotepad::SeekEmployee(Database& database, std::string_view table) const
+{
+    Recordset records = database.OpenRecordset(table);
+    records.Index("IndKey");
+    records.Seek(session.CurrentEmployer, session.CurrentEmployee);
+    return records;
+}
+
+Recordset CalculatorNotepad::FindEmployee(Database& database, std::string_view table, std::string_view title)
+{
+    Recordset records = SeekEmployee(database, table);
+    if (records.NoMatch())
+        session.messages.Tell(title, "Employee not found");
+    return records;
+}
+
+void CalculatorNotepad::SetAmount(std::string_view boxName, Amount amount)
+{
+    box(boxName).SetText(AmountText(amount, edition::FormatMoneyBlankZero));
+}
+
+void CalculatorNotepad::SetNumber(std::string_view boxName, double number)
+{
+    box(boxName).SetText(PlainNumberBlankZero(number));
+}
+
+void CalculatorNotepad::ClearBoxes(std::span<const std::string_view> boxNames)
+{
+    for (const std::string_view boxName : boxNames)
+        box(boxName).Clear();
+}
+
+void CalculatorNotepad::PutOnPage(std::string_view page, std::string_view boxName, std::string_view text)
+{
+    if (Box* onPage = session.screens.FindBox(page, boxName))
+        onPage->SetText(text);
+}
+
+void CalculatorNotepad::PutOnPage(std::string_view page, std::string_view boxName, std::string_view text,
+                                  std::string_view stored)
+{
+    if (auto* bound = static_cast<BoundScreen*>(session.screens.Find(page)))
+        bound->TakeResult(boxName, text, stored);
+}
+
+std::string NotepadCaption(std::string_view words, const Session& session)
+{
+    return std::string(words) + session.CurrentEmployee + " (" + session.CurrentEmployer + ")";
+}
+
+void WriteField(Recordset& records, std::string_view field, std::string_view text)
+{
+    records.Edit();
+    records.SetField(field, text);
+    records.Update();
+}
+
+void ShowStored(Screen& screen, const Recordset& records, std::span<const BoundBox> rows)
+{
+    for (const BoundBox& row : rows) {
+        const std::string_view stored = records.Field(row.field);
+        if (stored.empty())
+            continue;
+        Box& shown = screen.box(row.box);
+        if (shown.GetKind() == Kind::Tick)
+            shown.SetTicked(IsSet(stored));
+        else
+            shown.SetText(stored);
+    }
+}
+
+void StoreBoxes(const Screen& screen, Recordset& records, std::span<const BoundBox> rows)
+{
+    for (const BoundBox& row : rows) {
+        const Box& stored = screen.box(row.box);
+        const bool isTick = stored.GetKind() == Kind::Tick;
+        WriteField(records, row.field, isTick ? (stored.Ticked() ? "1" : "0") : std::string_view(stored.Text()));
+    }
+}
+
+} // namespace quillmere

@@ -1,0 +1,472 @@
+#include "calculators/GNotepad.h"
+#include "desktop/Layouts.h"
+#include "edition/Edition.h"
+#include "edition/NotepadWords.h"
+#include "frame/Text.h"
+#include "printing/Fonts.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+
+namespace quillmere::layouts {
+
+namespace {
+
+constexpr TextLook Heading{.size = 13, .bold = true};
+constexpr TextLook Caption{.size = 12};
+constexpr TextLook Formula{.size = 12, .italic = true, .align = TextLook::Align::Right};
+constexpr TextLook Label{.size = 13};
+constexpr TextLook Centred{.size = 12, .align = TextLook::Align::Centre};
+constexpr TextLook ColumnHeading{.size = 13, .bold = true, .align = TextLook::Align::Centre};
+
+constexpr int Margin = 16, Gap = 8;
+constexpr int TagWidth = 24, AmountWidth = 120, DateWidth = 100;
+constexpr int RowGap = 6;
+constexpr int ButtonWidth = 96, ButtonHeight = 28;
+constexpr int TabWidth = 110, TabHeight = 28;
+
+std::string With(std::string_view words, std::string_view label)
+{
+    return std::string(words) + std::string(label);
+}
+
+/// Width of a text on the screen, where rounding makes it a little wider than its glyphs together.
+double WidthOf(std::string_view text, const TextLook& look)
+{
+    const Face face = look.bold ? Face::SansBold : look.italic ? Face::SansItalic : Face::SansRegular;
+    const FaceMetrics& metrics = MetricsOf(face);
+    constexpr double ForRounding = 1.02;
+    return static_cast<double>(metrics.Measure(text)) * look.size / metrics.UnitsPerEm() * ForRounding;
+}
+
+/// Height of a text that is wrapped at its blanks to a width.
+int HeightOf(std::string_view text, int width, const TextLook& look = Caption)
+{
+    const double blank = WidthOf(" ", look);
+    int lines = 1;
+    double used = 0;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find(' ', at), text.size());
+        const double word = WidthOf(text.substr(at, end - at), look);
+        if (used > 0 && used + word > width) {
+            ++lines;
+            used = 0;
+        }
+        used += word + blank;
+        at = end + 1;
+    }
+    return lines * (look.size + 4);
+}
+
+/// One line of a working sheet: letter, caption, how it is worked out, box.
+struct SheetLine {
+    std::string_view letter = {};
+    std::string caption;
+    std::string_view formula = {};
+    std::string_view box = {};
+    int boxWidth = AmountWidth;
+};
+
+/// A working sheet that is written from top to bottom: a panel with letters at its left and boxes at its right.
+class Sheet {
+public:
+    Sheet(Layout& layout, int x, int y, int width) : layout(layout), x(x), y(y), width(width) {}
+
+    int Bottom() const { return y; }
+    int Left() const { return x; }
+    int Right() const { return x + width; }
+    int CaptionX() const { return x + TagWidth + Gap; }
+
+    void Title(std::string_view text)
+    {
+        layout.Text(x, y, width, text, Heading);
+        y += 26;
+    }
+    void Words(std::string_view text, const TextLook& look = Caption)
+    {
+        const int height = HeightOf(text, Right() - CaptionX(), look);
+        layout.Text(CaptionX(), y, Right() - CaptionX(), text, look, height);
+        y += height + 4;
+    }
+    void Space(int height) { y += height; }
+
+    void Line(const SheetLine& line)
+    {
+        const int formulaWidth = line.formula.empty() ? 0 : static_cast<int>(WidthOf(line.formula, Formula)) + Gap;
+        const int boxY = PlaceLine(line, formulaWidth);
+        if (formulaWidth > 0)
+            layout.Text(Right() - line.boxWidth - Gap - formulaWidth, boxY + 3, formulaWidth, line.formula, Formula);
+    }
+
+    /// A line whose formula is shown by a label of the screen.
+    void Line(const SheetLine& line, std::string_view label)
+    {
+        const int labelWidth = static_cast<int>(WidthOf(WithDaysOfYear(line.formula), Label));
+        const int boxY = PlaceLine(line, labelWidth + Gap);
+        layout.Place(label, Right() - line.boxWidth - Gap - labelWidth, boxY, labelWidth);
+    }
+
+    /// A pair of dates with the day count that follows from them.
+    void Period(std::string_view letter, std::string_view words, std::string_view from, std::string_view to,
+                std::string_view days)
+    {
+        const int boxX = Right() - AmountWidth;
+        const int toX = boxX - TagWidth - 3 * Gap - DateWidth;
+        const int fromX = toX - 28 - DateWidth;
+        layout.Text(fromX - 44 - Gap, y + 3, 44, "From", Formula);
+        layout.Place(from, fromX, y, DateWidth, Layout::BoxHeight, std::string(words) + ", from");
+        layout.Text(fromX + DateWidth, y + 3, 28, "to", Centred);
+        layout.Place(to, toX, y, DateWidth, Layout::BoxHeight, std::string(words) + ", to");
+        layout.Tag(boxX - TagWidth - Gap, y, letter);
+        layout.Place(days, boxX, y, AmountWidth, Layout::BoxHeight, Spoken(letter, words) + ", days");
+        y += Layout::BoxHeight + RowGap;
+    }
+
+    static std::string Spoken(std::string_view letter, std::string_view caption)
+    {
+        return letter.empty() ? Trim(caption) : std::string(letter) + ", " + Trim(caption);
+    }
+
+private:
+    /// Letter, caption and box; gives the height at which the box stands.
+    int PlaceLine(const SheetLine& line, int formulaWidth)
+    {
+        const int boxX = Right() - line.boxWidth;
+        const int captionWidth = boxX - Gap - CaptionX() - formulaWidth;
+        const int captionHeight = HeightOf(line.caption, captionWidth);
+        const int height = std::max(captionHeight, Layout::BoxHeight);
+        const int boxY = y + (height - Layout::BoxHeight) / 2;
+        if (!line.letter.empty())
+            layout.Tag(x, boxY, line.letter);
+        layout.Text(CaptionX(), y + (height - captionHeight) / 2, captionWidth, line.caption, Caption, captionHeight);
+        layout.Place(line.box, boxX, boxY, line.boxWidth, Layout::BoxHeight, Spoken(line.letter, line.caption));
+        y += height + RowGap;
+        return boxY;
+    }
+
+    Layout& layout;
+    int x, y, width;
+};
+
+void Tabs(Layout& layout, std::span<const std::string_view> labels)
+{
+    int x = Margin;
+    for (const std::string_view label : labels) {
+        layout.Place(label, x, Margin, TabWidth, TabHeight);
+        x += TabWidth + Gap;
+    }
+}
+
+/// The three buttons at the foot, and with them the height of the window.
+void Buttons(Layout& layout, int y)
+{
+    int x = layout.width - Margin - 3 * ButtonWidth - 2 * Gap;
+    for (const std::string_view button : {"Ok", "Delete", "Cancel"}) {
+        layout.Place(button, x, y, ButtonWidth, ButtonHeight);
+        x += ButtonWidth + Gap;
+    }
+    layout.height = y + ButtonHeight + Margin;
+}
+
+/// The panel behind a sheet; it is drawn below what stands on it.
+void PanelBehind(Layout& layout, int x, int y, int width, int height)
+{
+    layout.Panel(x, y, width, height);
+    std::rotate(layout.drawn.begin(), layout.drawn.end() - 1, layout.drawn.end());
+}
+
+} // namespace
+
+Layout GNotepad()
+{
+    Layout layout{.width = 1140};
+    Tabs(layout, std::to_array<std::string_view>({"Van1", "Van2", "Van3"}));
+    constexpr int Top = Margin + TabHeight + Gap;
+    constexpr int PanelWidth = 550, Inner = PanelWidth - 2 * Gap;
+    constexpr int SecondX = Margin + PanelWidth + Gap;
+
+    Sheet van(layout, Margin + Gap, Top + Gap, Inner);
+    van.Title("Van benefit");
+    van.Line({.caption = "Registration Number", .box = "VanRegNumber"});
+    van.Line({.letter = "A", .caption = std::string(edition::VanStandardCharge), .box = "ABox"});
+    van.Words("If the van was not available for the whole of the tax year, state the dates between which it was "
+              "available.  The unavailable days will be calculated in box B");
+    van.Period("B", "Dates between which the van was available", "DateFrom1", "DateTo1", "BBox");
+    van.Words("If there were any other periods of at least 30 continuous days for which the van was not available to "
+              "the employee, complete the boxes below");
+    van.Period("C", "Second period for which the van was not available", "DateFrom2", "DateTo2", "CBox");
+    van.Period("D", "Third period for which the van was not available", "DateFrom3", "DateTo3", "DBox");
+    van.Line({.letter = "E",
+              .caption = "Total Days for which the van was unavailable",
+              .formula = "B + C + D",
+              .box = "EBox"});
+    van.Line({.letter = "F",
+              .caption = "Reduction for unavailability (round up to nearest whole number)",
+              .formula = edition::VanReductionFormula,
+              .box = "FBox"},
+             "FFormula");
+    van.Line({.letter = "G",
+              .caption = "Van benefit charge after reduction for unavailability",
+              .formula = "A minus F",
+              .box = "GBox"});
+    van.Line({.letter = "H", .caption = "Percentage reduction", .box = "HBox"});
+    van.Line({.letter = "J",
+              .caption = "Reduction for sharing (rounded up to next whole number)",
+              .formula = "G x H",
+              .box = "JBox"});
+    van.Line({.letter = "K",
+              .caption = "Van benefit charge after reduction for sharing",
+              .formula = "G minus J",
+              .box = "KBox"});
+    van.Line({.letter = "L",
+              .caption = "Enter any payments the employee was required to, and did, make for private use of this van "
+                         "in the year",
+              .box = "LBox"});
+    van.Line({.letter = "M", .caption = std::string(edition::VanResult), .formula = "K minus L", .box = "MBox"});
+
+    Sheet fuel(layout, SecondX + Gap, Top + Gap, Inner);
+    fuel.Title("Van fuel benefit");
+    layout.Place("VanFuelTick", fuel.CaptionX(), fuel.Bottom(), 240);
+    fuel.Space(Layout::BoxHeight + RowGap);
+    fuel.Line({.letter = "P", .caption = "Fuel Benefit charge for the whole tax year", .box = "PBox"});
+    fuel.Line({.caption = "Date the provision of fuel was withdrawn (if applicable)", .box = "DateWithdrawn"});
+    fuel.Line({.letter = "R",
+               .caption = "Additional days after fuel was withdrawn not already counted in box E",
+               .box = "RBox"});
+    fuel.Line(
+        {.letter = "S", .caption = "Total days for which no fuel benefit applies", .formula = "E + R", .box = "SBox"});
+    fuel.Line({.letter = "T",
+               .caption = "Reduction round up to next whole number",
+               .formula = edition::VanFuelReductionFormula,
+               .box = "TBox"},
+              "TFormula");
+    fuel.Line({.letter = "V",
+               .caption = "Van fuel benefit charge after reduction for unavailability",
+               .formula = "P minus T",
+               .box = "VBox"});
+    fuel.Line({.letter = "W", .caption = "Reduction for sharing of this van", .formula = "V x H", .box = "WBox"});
+    fuel.Line({.letter = "X", .caption = std::string(edition::VanFuelResult), .formula = "V minus W", .box = "XBox"});
+
+    const int bottom = std::max(van.Bottom(), fuel.Bottom()) + Gap;
+    PanelBehind(layout, Margin, Top, PanelWidth, bottom - Top);
+    PanelBehind(layout, SecondX, Top, PanelWidth, bottom - Top);
+    Buttons(layout, bottom + Gap);
+    return layout;
+}
+
+Layout ENotepad()
+{
+    Layout layout{.width = 720};
+    Tabs(layout, std::to_array<std::string_view>({"CarVan", "Motorcycle", "Bicycle"}));
+    constexpr int Top = Margin + TabHeight + Gap;
+    Sheet sheet(layout, Margin + Gap, Top + Gap, layout.width - 2 * (Margin + Gap));
+    sheet.Title("Mileage allowance");
+    sheet.Line({.letter = "A", .caption = std::string(edition::MileagePaid), .box = "ABox"});
+    sheet.Line({.letter = "B", .caption = "Amounts from which tax has been deducted", .box = "BBox"});
+    sheet.Line({.letter = "C", .caption = "Net mileage allowance paid", .formula = "A - B", .box = "CBox"});
+    sheet.Line({.letter = "D", .caption = std::string(edition::MileageMiles), .box = "DBox"});
+    sheet.Line({.letter = "J", .caption = "Total approved mileage allowance payments", .box = "JBox"});
+    sheet.Space(Gap);
+    sheet.Title("Passenger Payments (only to be completed once)");
+    sheet.Line({.letter = "K",
+                .caption = "Total of any passenger payments to the employee in " + std::string(edition::YearLabel),
+                .box = "KBox"});
+    sheet.Line({.letter = "L", .caption = "Number of business miles for which passenger payments made", .box = "LBox"});
+    sheet.Line({.letter = "M", .caption = std::string(edition::MileagePassengers), .box = "MBox"});
+    sheet.Space(Gap);
+    sheet.Line({.letter = "Q", .caption = "Total taxable payments", .box = "QBox"});
+    const int bottom = sheet.Bottom() + Gap;
+    PanelBehind(layout, Margin, Top, layout.width - 2 * Margin, bottom - Top);
+    Buttons(layout, bottom + Gap);
+    return layout;
+}
+
+Layout JNotepad()
+{
+    Layout layout{.width = 720};
+    Sheet sheet(layout, Margin + Gap, Margin + Gap, layout.width - 2 * (Margin + Gap));
+    sheet.Title("Qualifying expenses payments");
+    sheet.Line({.letter = "A", .caption = "Gross amount of all expenses payments", .box = "ABox"});
+    sheet.Space(Gap);
+    sheet.Title("Qualifying benefits");
+    sheet.Line({.caption = "The cost to you as an employer of any qualifying benefits", .box = "EmployerCost"});
+    sheet.Line({.caption = "Less anything paid towards the cost by the employee", .box = "EmployeeCost"});
+    sheet.Line({.letter = "B", .caption = "Amount of qualifying benefits", .box = "BBox"});
+    sheet.Line({.letter = "C", .caption = "Enter the cost of qualifying living accommodation provided", .box = "CBox"});
+    sheet.Line({.letter = "D", .caption = "Total of expenses and benefits ", .formula = "A + B + C", .box = "DBox"});
+    sheet.Space(Gap);
+    sheet.Title("Calculating the exempt amount");
+    sheet.Words(edition::RelocationExempt);
+    sheet.Line({.caption = std::string(edition::RelocationPriorYear), .box = "QualExp"});
+    sheet.Line({.letter = "E", .caption = "Exempt amount for this employee", .box = "EBox"});
+    sheet.Space(Gap);
+    sheet.Line({.letter = "F", .caption = "D - E", .box = "FBox"});
+    const int bottom = sheet.Bottom() + Gap;
+    PanelBehind(layout, Margin, Margin, layout.width - 2 * Margin, bottom - Margin);
+    Buttons(layout, bottom + Gap);
+    return layout;
+}
+
+Layout HNotepad()
+{
+    constexpr int Loans = 5, LoanWidth = 140, LoanStep = LoanWidth + Gap;
+    constexpr int CaptionX = Margin + 2 * Gap + TagWidth, CaptionWidth = 410;
+    constexpr int FirstX = CaptionX + CaptionWidth + Gap;
+    Layout layout{.width = FirstX + Loans * LoanStep + Margin};
+    struct Line {
+        std::string_view letter, caption, box;
+    };
+    static constexpr auto Lines = std::to_array<Line>({
+        {"", "Currency", "Currency"},
+        {"A", edition::LoanOpeningBalance, "ABox"},
+        {"B", edition::LoanClosingBalance, "BBox"},
+        {"C", "Total ", "CBox"},
+        {"D", "Divide Total by 2", "DBox"},
+        {"E", "Number of complete tax months in tax year throughout which loan was owing", "EBox"},
+        {"G", "Official rate of interest", "GBox"},
+        {"J", edition::LoanInterestPaid, "JBox"},
+        {"", "Cash equivalent of loans", "CashEq"},
+        {"", "Maximum amount outstanding at any time in the year", "MaxAmount"},
+        {"", edition::LoanDateMade, "DateFrom"},
+        {"", edition::LoanDateDischarged, "DateTo"},
+    });
+    int y = Margin + Gap;
+    for (int loan = 1; loan <= Loans; ++loan)
+        layout.Text(FirstX + (loan - 1) * LoanStep, y, LoanWidth, With("Loan ", std::to_string(loan)), ColumnHeading);
+    y += 26;
+    for (const Line& line : Lines) {
+        const int captionHeight = HeightOf(line.caption, CaptionWidth);
+        const int height = std::max(captionHeight, Layout::BoxHeight + 2);
+        const int boxY = y + (height - Layout::BoxHeight) / 2;
+        if (!line.letter.empty())
+            layout.Tag(Margin + Gap, boxY, line.letter);
+        layout.Text(CaptionX, y + (height - captionHeight) / 2, CaptionWidth, line.caption, Caption, captionHeight);
+        for (int loan = 1; loan <= Loans; ++loan)
+            layout.PlaceAt(line.box, loan, FirstX + (loan - 1) * LoanStep, boxY, LoanWidth);
+        if (line.box == "Currency")
+            layout.Place("Image1", FirstX - Gap - 26, boxY - 2, 26, 26);
+        y += height + RowGap + 2;
+    }
+    y += Gap;
+    PanelBehind(layout, Margin, Margin, layout.width - 2 * Margin, y - Margin);
+    Buttons(layout, y + Gap);
+    return layout;
+}
+
+Layout HNotepad2()
+{
+    constexpr int Rows = 15, NameWidth = 240, NumberWidth = 24;
+    constexpr int NameX = Margin + NumberWidth + Gap, RateX = NameX + NameWidth + Gap;
+    Layout layout{.width = RateX + AmountWidth + Margin};
+    int y = Margin;
+    layout.Text(NameX, y, NameWidth, "Currency", Heading);
+    layout.Text(RateX, y, AmountWidth, "Rate", {.size = 13, .bold = true, .align = TextLook::Align::Right});
+    y += 24;
+    for (int row = 1; row <= Rows; ++row) {
+        layout.Text(Margin, y + 4, NumberWidth, std::to_string(row), {.size = 11, .align = TextLook::Align::Right});
+        layout.PlaceAt("Currency", row, NameX, y, NameWidth);
+        layout.PlaceAt("Rate", row, RateX, y, AmountWidth);
+        y += Layout::BoxHeight + 3;
+    }
+    Buttons(layout, y + Gap);
+    return layout;
+}
+
+Layout DNotepad()
+{
+    Layout layout{.width = 760};
+    Sheet sheet(layout, Margin + Gap, Margin + Gap, layout.width - 2 * (Margin + Gap));
+    sheet.Title("Give the address of the accommodation provided ");
+    constexpr int AddressWidth = 420;
+    for (const std::string_view line : {"1", "2", "3", "4", "5"})
+        sheet.Line(
+            {.caption = With("Address Line ", line), .box = "Address" + std::string(line), .boxWidth = AddressWidth});
+    layout.Text(sheet.CaptionX(), sheet.Bottom() + 3, 200, "Postcode", Caption);
+    layout.Place("Postcode", sheet.Right() - AddressWidth, sheet.Bottom(), AmountWidth, Layout::BoxHeight, "Postcode");
+    sheet.Space(Layout::BoxHeight + RowGap);
+    const int tickY = sheet.Bottom();
+    layout.Text(sheet.CaptionX(), tickY + 3, 400, "Was the accommodation provided for a full tax year?", Caption);
+    layout.Place("AccommodationYTick", sheet.Right() - 150, tickY, 70, Layout::BoxHeight,
+                 "Accommodation was provided for a full tax year: yes");
+    layout.Place("AccommodationNTick", sheet.Right() - 70, tickY, 70, Layout::BoxHeight,
+                 "Accommodation was provided for a full tax year: no");
+    sheet.Space(Layout::BoxHeight + RowGap + Gap);
+    sheet.Title("The basic charge");
+    sheet.Line({.letter = "A",
+                .caption = "Amount of rent paid for the year (or part of the year) by you or any other person at whose "
+                           "cost the accommodation is provided to the employee",
+                .box = "BasicChargeA"});
+    sheet.Line({.letter = "B",
+                .caption = "Enter the annual value (or part of the annual value) of the accommodation ",
+                .box = "BasicChargeB"});
+    sheet.Line({.letter = "C", .caption = "Greater of A and B", .box = "BasicChargeC"});
+    sheet.Line({.letter = "D",
+                .caption = "Enter any amount made good to you by the employee for the living accommodation (If this "
+                           "amount is more than C, enter the amount at C here.)",
+                .box = "BasicChargeD"});
+    sheet.Line({.letter = "E",
+                .caption = "The figure at E is the cash equivalent of the basic charge.  Subtract D from C",
+                .box = "BasicChargeE"});
+    sheet.Space(Gap);
+    layout.Place("Image1", sheet.Left() - 1, sheet.Bottom() - 2, 26, 26);
+    layout.Text(sheet.CaptionX(), sheet.Bottom() + 3, 400, "Calculate Additional Charge (if needed)", Caption);
+    sheet.Space(Layout::BoxHeight + RowGap);
+    const int bottom = sheet.Bottom() + Gap;
+    PanelBehind(layout, Margin, Margin, layout.width - 2 * Margin, bottom - Margin);
+    Buttons(layout, bottom + Gap);
+    return layout;
+}
+
+Layout D2Notepad()
+{
+    Layout layout{.width = 760};
+    Sheet sheet(layout, Margin + Gap, Margin + Gap, layout.width - 2 * (Margin + Gap));
+    sheet.Title("The additional charge");
+    sheet.Line({.letter = "F", .caption = "Cost of accommodation (including the cost of improvements)", .box = "FBox"});
+    layout.Place("Info", sheet.CaptionX(), sheet.Bottom(), 170, 24);
+    sheet.Space(24 + RowGap);
+    sheet.Line({.letter = "G",
+                .caption = "Payments made by the employee towards the cost or for the grant of tenancy",
+                .box = "GBox"});
+    sheet.Line({.letter = "H", .caption = "(F less G)", .box = "HBox"});
+    sheet.Line({.letter = "J", .caption = std::string(edition::AccommodationExcess), .box = "JBox"});
+    sheet.Line({.letter = "K", .caption = std::string(edition::AccommodationRate), .box = "KBox"});
+    sheet.Line({.caption = "If the accommodation was provided for part of the tax year only, enter the number of days "
+                           "it was provided here",
+                .box = "AddChargeDays"});
+    sheet.Line({.letter = "L", .caption = std::string(edition::AccommodationDays), .box = "LBox"});
+    sheet.Line({.letter = "M", .caption = "Enter the rent paid by the employee for the accommodation", .box = "MBox"});
+    sheet.Line({.letter = "N", .caption = "Enter any rent which you have included in box D", .box = "NBox"});
+    sheet.Line({.letter = "P", .caption = "(M less N)", .box = "PBox"});
+    sheet.Line({.letter = "Q",
+                .caption = "Subtract P from K (if the accommodation was provided throughout the tax year), or Subtract "
+                           "P from L (if the accommodation was provided for only part of the tax year)",
+                .box = "QBox"});
+    sheet.Line({.letter = "E", .caption = "Enter the amount shown in box E on the front of this form", .box = "EBox"});
+    sheet.Line({.letter = "R", .caption = "Total of Q and E", .box = "RBox"});
+    const int bottom = sheet.Bottom() + Gap;
+    PanelBehind(layout, Margin, Margin, layout.width - 2 * Margin, bottom - Margin);
+    Buttons(layout, bottom + Gap);
+    return layout;
+}
+
+Layout D2InfoNotepad()
+{
+    constexpr int Width = 620;
+    constexpr TextLook Paragraph{.size = 13};
+    Layout layout{.width = Width + 2 * (Margin + Gap)};
+    int y = Margin;
+    for (const edition::GuidanceParagraph& paragraph : edition::AccommodationGuidance) {
+        layout.Text(Margin + Gap, y, Width, paragraph.heading, Heading);
+        y += 22;
+        const int height = HeightOf(paragraph.text, Width, Paragraph);
+        layout.Text(Margin + Gap, y, Width, paragraph.text, Paragraph, height);
+        y += height + Gap;
+    }
+    layout.Place("Close", layout.width - Margin - Gap - ButtonWidth, y, ButtonWidth, ButtonHeight);
+    layout.height = y + ButtonHeight + Margin;
+    return layout;
+}
+
+} // namespace quillmere::layouts

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+
+/// Captions of the calculators' notepads that name the year, a rate or a limit of it, and the guidance on the cost of
+/// living accommodation. The spelling is the notepads' own.
+namespace quillmere::edition {
+
+// Vans. %DIY% becomes the number of days of the tax year.
+inline constexpr std::string_view VanStandardCharge = "Standard charge for this van for the whole of 2010-11";
+inline constexpr std::string_view VanReductionFormula = "(A*E) / %DIY%";
+inline constexpr std::string_view VanResult = "Van benefit charge for this van in 2010-11";
+inline constexpr std::string_view VanFuelReductionFormula = "(P X S) / %DIY%";
+inline constexpr std::string_view VanFuelResult = "Van Fuel Benefit charge for this van in 2010-11";
+
+// Loans.
+inline constexpr std::string_view LoanOpeningBalance =
+    "Maximum balance on later of day loan was taken out, or 5 April 2010";
+inline constexpr std::string_view LoanClosingBalance =
+    "Maximum balance on earlier of day loan was discharged, or 5 April 2011";
+inline constexpr std::string_view LoanInterestPaid = "Enter interest paid in 2010-11";
+inline constexpr std::string_view LoanDateMade = "Date loan was made in 2010-11 if applicable";
+inline constexpr std::string_view LoanDateDischarged = "Date loan was discharged in 2010-11 if applicable";
+
+// Living accommodation.
+inline constexpr std::string_view AccommodationExcess = "Excess of cost over £75,000 is H minus £75,000";
+// Kept: the notepad's own spelling.
+inline constexpr std::string_view AccommodationRate = "Multilply J by 4.00% ";
+// Kept: the caption says 365 and the days are divided by 366.
+inline constexpr std::string_view AccommodationDays = "Divide the number of days by 365 and multiply the result by K";
+inline constexpr std::string_view AccommodationCostTooLow = "Value must not be lower than £75,000";
+inline constexpr std::string_view AccommodationDaysOutOfRange = "Value can not be greater than 366";
+
+/// A heading of the guidance on the cost of accommodation and what stands below it.
+struct GuidanceParagraph {
+    std::string_view heading, text;
+};
+inline constexpr auto AccommodationGuidance = std::to_array<GuidanceParagraph>({
+    {.heading = "When there is an additional charge",
+     .text = "The additional charge is due only if the accommodation cost more than £75,000. Accommodation that cost "
+             "£75,000 or less has the basic charge alone, and boxes F to R are left empty. The charge is worked out on "
+             "the part of the cost above £75,000."},
+    {.heading = "Cost of acquisition",
+     .text = "Start with what was paid to acquire the property, or the interest in it, from which the accommodation is "
+             "provided: the price paid by you, by whoever provides the accommodation, or by anyone connected with "
+             "either, not counting fees. Put the part of the price that belongs to this accommodation if more than one "
+             "was bought together."},
+    {.heading = "Improvements",
+     .text = "Add what the same persons spent on improvements before the tax year began. An improvement makes the "
+             "property better than it was: an extension, a new garage, central heating where there was none. Repairs "
+             "and redecoration are not improvements. Improvements made in the year count from the next year on. Enter "
+             "the cost of acquisition and of improvements together in box F."},
+    {.heading = "Payments made by the employee",
+     .text = "Enter in box G what the employee paid towards the cost of acquiring or improving the property, or gave "
+             "for the grant of the tenancy. It is taken off the cost before the £75,000. Rent is not entered there: "
+             "rent for the year goes into box M."},
+    {.heading = "If the property was acquired long before the employee moved in",
+     .text = "If everybody who provides the accommodation had the property for the six years before the employee first "
+             "moved in, and that was after 30 March 1983, the market value on the day of moving in takes the place of "
+             "the cost of acquisition and earlier improvements. This applies only if the cost itself, with the "
+             "improvements, was more than £75,000."},
+});
+
+// Mileage.
+inline constexpr std::string_view MileagePaid = "Mileage allowance payments made to employee in 2010-11";
+inline constexpr std::string_view MileageMiles = "Total business miles travelled by the employee in 2010-11";
+inline constexpr std::string_view MileagePassengers = "L x 5p";
+
+// Relocation.
+inline constexpr std::string_view RelocationPriorYear = "Qualifying expenses and benefits incurred in 2009-2010";
+inline constexpr std::string_view RelocationExempt = "Exempt amount for 2010-2011 = £8,000";
+
+} // namespace quillmere::edition

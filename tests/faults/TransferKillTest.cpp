@@ -1,0 +1,128 @@
+#include "clientdb/Employees.h"
+#include "clientdb/TableLayouts.h"
+#include "support/StoreFixture.h"
+#include "transfer/YearTransfer.h"
+
+#include <chrono>
+#include <csignal>
+#include <fmt/format.h>
+#include <map>
+#include <random>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace quillmere::test {
+namespace {
+
+class TransferKill : public StoreFixture {
+protected:
+    static constexpr int Employees = 420;
+
+    TransferKill()
+    {
+        lastYear = folder.path / "last year";
+        std::filesystem::copy_file(file, lastYear);
+        Database database = Database::OpenDatabase(lastYear);
+        WriteBatch batch(database);
+        for (int i = 0; i < Employees; ++i) {
+            const std::string employer = i % 3 == 0 ? "Acme" : "Zenith";
+            CreateEmployee(database, {employer, "Jane", fmt::format("Smith {}", i), "123/A456"});
+            Recordset schedule = database.OpenRecordset("KNotepad");
+            schedule.Index("IndKey");
+            schedule.Seek(employer, fmt::format("Jane Smith {}", i));
+            schedule.Edit();
+            schedule.SetField("Description20", fmt::format("Item {}", i));
+            schedule.Update();
+        }
+        batch.Commit();
+    }
+
+    std::vector<TransferNotice> TransferAll() const
+    {
+        YearTransfer transfer(file, lastYear);
+        std::vector<TransferNotice> notices;
+        for (const LastYearEmployee& employee : transfer.LastYearEmployees())
+            EXPECT_TRUE(transfer.Transfer(employee, TransferMode::All, notices));
+        transfer.Commit();
+        return notices;
+    }
+
+    /// True if the transfer was killed before its end.
+    bool TransferAndKill(std::chrono::microseconds after) const
+    {
+        int begun[2];
+        if (::pipe(begun) != 0)
+            throw std::runtime_error("no pipe");
+        const pid_t child = ::fork();
+        if (child == 0) {
+            if (::write(begun[1], "x", 1) != 1)
+                ::_exit(3);
+            try {
+                ::_exit(TransferAll().empty() ? 0 : 1);
+            } catch (...) {
+                ::_exit(2);
+            }
+        }
+        char x = 0;
+        EXPECT_EQ(::read(begun[0], &x, 1), 1);
+        std::this_thread::sleep_for(after);
+        ::kill(child, SIGKILL);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        ::close(begun[0]);
+        ::close(begun[1]);
+        EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0) << "the transfer failed: " << WEXITSTATUS(status);
+        return WIFSIGNALED(status);
+    }
+
+    /// How many tables have a record of each employee.
+    std::map<std::string, int> RecordsOfEach() const
+    {
+        std::map<std::string, int> records;
+        Database database = Open();
+        for (const TableLayout* table : NewEmployeeTables())
+            if (table->level == TableLevel::Employee) {
+                Recordset at = database.OpenRecordset(table->name);
+                for (at.MoveFirst(); !at.AtEnd(); at.MoveNext())
+                    ++records[std::string(at.Field("Name"))];
+            }
+        return records;
+    }
+
+    std::filesystem::path lastYear;
+};
+
+TEST_F(TransferKill, AtAnyMomentLeavesEachEmployeeWholeOrNotThereAndTheNextRunCompletesIt)
+{
+    // How long a whole run takes here, so that the kills fall into it.
+    const std::filesystem::path empty = folder.path / "empty";
+    std::filesystem::copy_file(file, empty);
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_TRUE(TransferAll().empty());
+    const auto whole =
+        std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin).count();
+
+    std::mt19937 random(20110405);
+    std::uniform_int_distribution<long> moment(0, static_cast<long>(whole));
+    int killed = 0, partly = 0;
+    for (int kill = 0; kill < 14; ++kill) {
+        std::filesystem::copy_file(empty, file, std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::remove(file.string() + "-journal");
+        killed += TransferAndKill(std::chrono::microseconds(moment(random)));
+        const auto left = RecordsOfEach();
+        for (const auto& [name, count] : left)
+            ASSERT_EQ(count, 24) << name << " is not whole";
+        partly += !left.empty() && left.size() < Employees;
+        EXPECT_TRUE(TransferAll().empty());
+        const auto completed = RecordsOfEach();
+        ASSERT_EQ(completed.size(), static_cast<std::size_t>(Employees));
+        for (const auto& [name, count] : completed)
+            ASSERT_EQ(count, 24) << name << " is not whole";
+    }
+    EXPECT_GT(killed, 4);
+    EXPECT_GT(partly, 0) << "no kill fell between the first and the last employee";
+}
+
+} // namespace
+} // namespace quillmere::test

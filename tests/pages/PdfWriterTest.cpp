@@ -1,0 +1,203 @@
+#include "printing/PdfWriter.h"
+
+#include "PdfReadBack.h"
+#include "frame/CheckedFile.h"
+#include "support/PrintRoom.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <functional>
+
+namespace quillmere::pages {
+namespace {
+
+using testing::PrintRoom;
+
+class PdfWriterTest : public ::testing::Test {
+protected:
+    PdfWriterTest()
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "quillmere-pdf-XXXXXX").string();
+        folder = ::mkdtemp(name.data());
+    }
+    ~PdfWriterTest() override
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder, ignored);
+    }
+
+    std::filesystem::path Written(const Document& document, std::span<const int> pages = {})
+    {
+        const std::filesystem::path file = folder / "document.pdf";
+        WriteFileChecked(file, pages.empty() ? writer.Write(document) : writer.Write(document, pages));
+        return file;
+    }
+    static Document WithTexts(const std::vector<std::string>& texts, Face face = Face::SansRegular)
+    {
+        Document document;
+        document.name = "Document";
+        for (const std::string& text : texts) {
+            document.AddPage();
+            document.AddText({.face = face, .size = 10}, Alignment::Left, 1000, 1000, text);
+        }
+        return document;
+    }
+    static std::string TextOf(const std::filesystem::path& file)
+    {
+        return RunProgram({"pdftotext", "-raw", file.string(), "-"}).output;
+    }
+
+    /// True if the first page, as a picture, has anything dark on it.
+    bool HasInk(const std::filesystem::path& file)
+    {
+        RunProgram({"pdftoppm", "-r", "150", "-gray", "-f", "1", "-l", "1", "-singlefile", file.string(),
+                    (folder / "picture").string()});
+        const std::string picture = ReadFile(folder / "picture.pgm");
+        constexpr std::size_t Header = 20;
+        return std::any_of(picture.begin() + Header, picture.end(),
+                           [](char level) { return static_cast<unsigned char>(level) < 0x80; });
+    }
+
+    PdfWriter writer;
+    std::filesystem::path folder;
+};
+
+TEST_F(PdfWriterTest, MakesTheSameBytesWhateverWasWrittenBefore)
+{
+    const Document document = WithTexts({"Plain text, £12.50"});
+    const std::string first = writer.Write(document);
+    writer.Write(WithTexts({"Ωμέγα Ж ğ"}));
+    writer.Write(WithTexts({"bold"}, Face::SansBold));
+    EXPECT_EQ(writer.Write(document), first);
+    EXPECT_EQ(PdfWriter().Write(document), first);
+    EXPECT_NE(writer.Write(WithTexts({"Other text, £12.50"})), first);
+}
+
+TEST_F(PdfWriterTest, GivesEveryCharacterBackToAReader)
+{
+    const std::string text = "Ærøskøbing Łódź Ğ naïve £5 €7 Ωμέγα Добрый (a\\b) \"q\" 中文";
+    EXPECT_EQ(TextOf(Written(WithTexts({text}))), text + "\n\f");
+    for (const Face face : {Face::SerifItalic, Face::MonoBold})
+        EXPECT_EQ(TextOf(Written(WithTexts({"Żółć Ψ £"}, face))), "Żółć Ψ £\n\f");
+}
+
+TEST_F(PdfWriterTest, DrawsTheMissingGlyphBoxForACharacterThatTheFontLacks)
+{
+    const std::filesystem::path file = Written(WithTexts({"中"}));
+    const std::string trace = RunProgram({"mutool", "trace", file.string(), "1"}).output;
+    EXPECT_NE(trace.find("unicode=\"中\" glyph=\"0\""), std::string::npos) << trace;
+    // Ink where the box stands, so the box is a box and not a blank.
+    EXPECT_TRUE(HasInk(file));
+}
+
+TEST_F(PdfWriterTest, ShowsALineOfNoLengthAsADot)
+{
+    Document document;
+    document.AddPage();
+    document.AddLine({.pen = Black, .width = 20}, 5000, 5000, 5000, 5000);
+    EXPECT_TRUE(HasInk(Written(document)));
+    document = {};
+    document.AddPage();
+    EXPECT_FALSE(HasInk(Written(document)));
+}
+
+TEST_F(PdfWriterTest, WritesTheChosenPagesInTheGivenOrder)
+{
+    const Document document = WithTexts({"one", "two", "three"});
+    EXPECT_EQ(TextOf(Written(document)), "one\n\ftwo\n\fthree\n\f");
+    EXPECT_EQ(TextOf(Written(document, std::array{3, 1, 3})), "three\n\fone\n\fthree\n\f");
+    EXPECT_THROW(writer.Write(document, std::array{4}), std::out_of_range);
+    EXPECT_EQ(RunProgram({"qpdf", "--check", Written(document, std::array{2, 2}).string()}).status, 0);
+}
+
+TEST_F(PdfWriterTest, HoldsWhatIsFixedOnceForAllPages)
+{
+    const auto form = [](int pages, const std::function<std::string(int)>& label) {
+        Document document;
+        for (int page = 1; page <= pages; ++page) {
+            document.AddPage();
+            document.AddText({.size = 8}, Alignment::Left, 1000, 1000, "value " + std::to_string(page));
+            document.BeginPart(true);
+            for (int line = 1; line <= 100; ++line)
+                document.AddText({.face = Face::SansBold, .size = 9}, Alignment::Left, 1000, 1000 + line * 100,
+                                 label(page) + std::to_string(line * line * 7919));
+            document.BeginPart(false);
+            document.AddText({.size = 8}, Alignment::Left, 1000, 12000, "end " + std::to_string(page));
+        }
+        return document;
+    };
+    const auto same = [](int) { return std::string("label "); };
+    const std::size_t one = writer.Write(form(1, same)).size();
+    const std::size_t twenty = writer.Write(form(20, same)).size();
+    EXPECT_LT(twenty - one, 19 * 600U);
+    const auto other = [](int page) { return "label of " + std::to_string(page) + " "; };
+    EXPECT_GT(writer.Write(form(20, other)).size(), twenty + 19 * 600U) << "what differs is not shared";
+
+    const std::filesystem::path file = Written(form(3, other));
+    EXPECT_EQ(RunProgram({"qpdf", "--check", file.string()}).status, 0);
+    const std::string text = TextOf(file);
+    for (const char* piece : {"value 1\nlabel of 1 7919\n", "value 3\nlabel of 3 7919\n", "\nend 3\n"})
+        EXPECT_NE(text.find(piece), std::string::npos) << piece;
+}
+
+TEST_F(PdfWriterTest, HangsBookmarksOfSectionsUnderTheirPage)
+{
+    Document document = WithTexts({"one", "two"});
+    document.bookmarks = {{"First – page", 1, 1, 0}, {"A", 1, 2, 4000}, {"B", 1, 2, 8000}, {"Second", 2, 1, 0}};
+    EXPECT_EQ(RunProgram({"qpdf", "--check", Written(document).string()}).status, 0);
+    const std::string outline = RunProgram({"mutool", "show", Written(document).string(), "outline"}).output;
+    const std::size_t first = outline.find("\"First – page\"");
+    const std::size_t a = outline.find("\t\"A\"");
+    const std::size_t b = outline.find("\t\"B\"");
+    const std::size_t second = outline.find("\"Second\"");
+    EXPECT_LT(first, a) << outline;
+    EXPECT_LT(a, b) << outline;
+    EXPECT_LT(b, second) << outline;
+    EXPECT_NE(second, std::string::npos) << outline;
+
+    const std::string ofSecond =
+        RunProgram({"mutool", "show", Written(document, std::array{2}).string(), "outline"}).output;
+    EXPECT_EQ(ofSecond.find("First"), std::string::npos) << "only bookmarks of the pages in the file";
+    EXPECT_NE(ofSecond.find("\"Second\""), std::string::npos);
+}
+
+TEST_F(PdfWriterTest, SaysWhatTheDocumentIs)
+{
+    Document document = WithTexts({"one"});
+    document.name = "Ærø & Søn – P11D(b)";
+    document.subject = "A subject";
+    const std::filesystem::path file = Written(document);
+    const std::string info = RunProgram({"pdfinfo", file.string()}).output;
+    EXPECT_NE(info.find("Title:           Ærø & Søn – P11D(b)\n"), std::string::npos) << info;
+    EXPECT_NE(info.find("Subject:         A subject\n"), std::string::npos) << info;
+    EXPECT_NE(RunProgram({"mutool", "show", file.string(), "trailer/Root/Lang"}).output.find("en-GB"),
+              std::string::npos);
+}
+
+TEST_F(PdfWriterTest, MakesAFileOfADocumentWithoutAnything)
+{
+    Document document;
+    document.AddPage();
+    EXPECT_EQ(RunProgram({"qpdf", "--check", Written(document).string()}).status, 0);
+    document.AddText({.size = 0}, Alignment::Left, 0, 0, "nothing");
+    document.AddText({.size = 10}, Alignment::Left, 1e300, -1e300, "far away");
+    document.AddPolygon({.filled = true}, {});
+    const ProgramRun check = RunProgram({"qpdf", "--check", Written(document).string()});
+    EXPECT_EQ(check.status, 0) << check.output;
+    EXPECT_EQ(RunProgram({"mutool", "trace", Written(document).string(), "1"}).output.find("error"), std::string::npos);
+}
+
+RC_GTEST_PROP(PdfWriterProperty, AnyTextGivesASoundFile, (const std::string& text))
+{
+    Document document;
+    document.name = text;
+    document.AddPage();
+    document.AddText({.face = Face::SerifBold, .size = 9}, Alignment::Left, 10, 10, text);
+    RC_ASSERT(PdfWriter().Write(document).find("%%EOF") != std::string::npos);
+}
+
+} // namespace
+} // namespace quillmere::pages

@@ -1,0 +1,175 @@
+#include "clientdb/Backup.h"
+
+#include "TemporaryFolder.h"
+#include "clientdb/Employees.h"
+#include "frame/CheckedFile.h"
+#include "support/StoreFixture.h"
+
+#include <sqlite3.h>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
+
+namespace quillmere::test {
+namespace {
+
+Day On(int year, unsigned month, unsigned day)
+{
+    return std::chrono::sys_days(std::chrono::year(year) / static_cast<int>(month) / static_cast<int>(day));
+}
+
+TEST(BackupName, IsTheDatabasesWithoutItsEndingAndTheDay)
+{
+    EXPECT_EQ(ProposedBackupName("/data/Clients.mdb", On(2011, 6, 30)), "/data/Clients-2011-06-30");
+    EXPECT_EQ(ProposedBackupName("/data/Clients.mdb", On(2012, 1, 2)), "/data/Clients-2012-01-02");
+    EXPECT_EQ(ProposedBackupName("/data/Müller.mdb", On(2011, 12, 31)), "/data/Müller-2011-12-31");
+    EXPECT_EQ(ProposedBackupName("a", On(2011, 12, 31)), "-2011-12-31");
+}
+
+TEST(BackupName, IsTakenInAnyCase)
+{
+    const TemporaryFolder folder;
+    Store(folder / "Clients-2011-06-30.mdb", "x");
+    EXPECT_TRUE(NameIsTaken(folder / "Clients-2011-06-30.mdb"));
+    EXPECT_TRUE(NameIsTaken(folder / "clients-2011-06-30.MDB"));
+    EXPECT_FALSE(NameIsTaken(folder / "Clients-2011-07-01.mdb"));
+    EXPECT_FALSE(NameIsTaken(folder.Path() / "nowhere" / "Clients-2011-06-30.mdb"));
+}
+
+class Backup : public StoreFixture {
+protected:
+    Backup() : copy(folder.path / "copy.mdb")
+    {
+        Database database = Open();
+        CreateEmployee(database, {"Acme", "Jane", "Smith", "1"});
+    }
+
+    /// True if the copying fails; the copy is then what it was.
+    bool FailsAndLeaves(const std::string& before) const
+    {
+        bool failed = false;
+        try {
+            BackUpDatabase(file, copy);
+        } catch (const Failure&) {
+            failed = true;
+        }
+        return failed && Content(copy) == before;
+    }
+
+    std::filesystem::path copy;
+};
+
+TEST_F(Backup, IsTheDatabaseByteForByteAndOpens)
+{
+    BackUpDatabase(file, copy);
+    EXPECT_EQ(Content(copy), Content(file));
+    Database database = Database::OpenDatabase(copy);
+    EXPECT_TRUE(EmployeeExists(database, "Acme", "Jane Smith"));
+    EXPECT_EQ(NamesIn(folder.path), (std::set<std::string>{"clients", "copy.mdb"}));
+}
+
+TEST_F(Backup, TakesThePlaceOfAnOlderOne)
+{
+    Store(copy, "the old backup");
+    BackUpDatabase(file, copy);
+    EXPECT_EQ(Content(copy), Content(file));
+}
+
+TEST_F(Backup, HoldsWhatACrashLeftInTheJournal)
+{
+    // A writer that is killed while its change is half in the file: the journal beside it has the way back.
+    const std::string before = Content(file);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        sqlite3* handle = nullptr;
+        sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
+        sqlite3_exec(handle, "PRAGMA cache_size=1; PRAGMA cache_spill=1; BEGIN", nullptr, nullptr, nullptr);
+        for (int i = 0; i < 500; ++i)
+            sqlite3_exec(handle,
+                         ("INSERT INTO [P11D](EmployerName,EmployeeName,Name) VALUES('Half','" + std::to_string(i) +
+                          "','Half " + std::to_string(i) + "')")
+                             .c_str(),
+                         nullptr, nullptr, nullptr);
+        ::raise(SIGKILL);
+    }
+    ::waitpid(child, nullptr, 0);
+    ASSERT_TRUE(std::filesystem::exists(file.string() + "-journal"));
+    ASSERT_NE(Content(file), before);
+    BackUpDatabase(file, copy);
+    Database database = Database::OpenDatabase(copy);
+    EXPECT_EQ(ListEmployers(database), std::vector<std::string>{"Acme"});
+}
+
+TEST_F(Backup, WaitsForNobodyToWriteWhileItCopies)
+{
+    sqlite3* other = nullptr;
+    ASSERT_EQ(sqlite3_open_v2(file.c_str(), &other, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+    Store(copy, "the old backup");
+    EXPECT_TRUE(FailsAndLeaves("the old backup"));
+    sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_close(other);
+    BackUpDatabase(file, copy);
+    EXPECT_EQ(Content(copy), Content(file));
+}
+
+TEST_F(Backup, OfWhatIsNoDatabaseIsNone)
+{
+    Store(copy, "the old backup");
+    Store(file, "this is no database");
+    EXPECT_TRUE(FailsAndLeaves("the old backup"));
+    std::filesystem::remove(file);
+    EXPECT_TRUE(FailsAndLeaves("the old backup"));
+    EXPECT_EQ(NamesIn(folder.path), std::set<std::string>{"copy.mdb"});
+}
+
+TEST_F(Backup, OnAFullDiskLeavesTheOldOne)
+{
+    Store(copy, "the old backup");
+    const pid_t child = ::fork();
+    if (child == 0) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{.rlim_cur = 30'000, .rlim_max = 30'000};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ::_exit(FailsAndLeaves("the old backup") ? 0 : 1);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(Content(copy), "the old backup");
+    EXPECT_EQ(NamesIn(folder.path), (std::set<std::string>{"clients", "copy.mdb"}));
+}
+
+TEST_F(Backup, ThatDoesNotOpenNeverTakesThePlaceOfTheOldOne)
+{
+    Store(copy, "the old backup");
+    EXPECT_THROW(CopyFileChecked(file, copy,
+                                 [](const std::filesystem::path& complete) {
+                                     EXPECT_TRUE(std::filesystem::exists(complete));
+                                     throw FileError(complete, EIO);
+                                 }),
+                 FileError);
+    EXPECT_EQ(Content(copy), "the old backup");
+    EXPECT_EQ(NamesIn(folder.path), (std::set<std::string>{"clients", "copy.mdb"}));
+}
+
+TEST_F(Backup, IsNotSpoiltByTheJournalOfTheOneBefore)
+{
+    Store(copy, "the old backup");
+    Store(copy.string() + "-journal", "its journal");
+    BackUpDatabase(file, copy);
+    EXPECT_FALSE(std::filesystem::exists(copy.string() + "-journal"));
+}
+
+TEST_F(Backup, OfTheFileItselfIsRecognised)
+{
+    EXPECT_TRUE(IsSameFile(file, file));
+    EXPECT_TRUE(IsSameFile(file, folder.path / "." / "clients"));
+    std::filesystem::create_symlink(file, folder.path / "link");
+    EXPECT_TRUE(IsSameFile(file, folder.path / "link"));
+    EXPECT_FALSE(IsSameFile(file, copy));
+}
+
+} // namespace
+} // namespace quillmere::test
