@@ -7,6 +7,7 @@
 #include "edition/Edition.h"
 #include "support/ScriptedDoor.h"
 
+#include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <algorithm>
