@@ -1,4 +1,4 @@
-#include "tools/ReferenceRows.h"
+#include "ReferenceRows.h"
 
 #include "clientdb/Recordset.h"
 #include "clientdb/TableLayouts.h"

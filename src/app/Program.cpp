@@ -20,6 +20,9 @@
 #include "frame/Folders.h"
 #include "printing/PrePrint.h"
 #include "printing/PrintJobs.h"
+#include "printing/frmVSPrint.h"
+#include "printing/frmVSPrintDialog.h"
+#include "printing/frmVSPrintSettings.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -82,6 +85,13 @@ void Register(Screens& screens, std::string_view name)
     screens.Register(name, [](Session& session) { return std::make_unique<ScreenClass>(session); });
 }
 
+/// A screen that prints or shows what has been drawn.
+template<typename ScreenClass>
+void Register(Screens& screens, std::string_view name, PrintSystem& printing)
+{
+    screens.Register(name, [&printing](Session& session) { return std::make_unique<ScreenClass>(session, printing); });
+}
+
 } // namespace
 
 void RegisterScreens(Screens& screens, PrintSystem& printing)
@@ -95,8 +105,10 @@ void RegisterScreens(Screens& screens, PrintSystem& printing)
     Register<frmFolderManager>(screens, "frmFolderManager");
     Register<frmBackup>(screens, "frmBackup");
     Register<TransferList>(screens, "TransferList");
-    screens.Register("PrePrint",
-                     [&printing](Session& session) { return std::make_unique<PrePrint>(session, printing); });
+    Register<PrePrint>(screens, "PrePrint", printing);
+    Register<frmVSPrintSettings>(screens, "frmVSPrintSettings", printing);
+    Register<frmVSPrint>(screens, "frmVSPrint", printing);
+    Register<frmVSPrintDialog>(screens, "frmVSPrintDialog", printing);
     Register<Form3>(screens, "Form3");
     Register<Side2Form1>(screens, "Side2Form1");
     for (const ExtraCars& cars : ExtraCarsScreens)

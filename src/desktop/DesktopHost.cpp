@@ -2,10 +2,13 @@
 
 #include "desktop/Look.h"
 #include "desktop/MainWindow.h"
+#include "desktop/PreviewWindow.h"
 #include "desktop/ScreenWindow.h"
+#include "printing/frmVSPrint.h"
 
 #include <QApplication>
 #include <QTimer>
+#include <QWindow>
 
 namespace quillmere {
 
@@ -27,21 +30,36 @@ void DesktopHost::Show(Screen& screen)
     std::unique_ptr<ScreenWindow>& window = windows[&screen];
     const bool made = window == nullptr;
     const bool page = screen.Mode() == ShowMode::Child && mainWindow != nullptr;
-    if (made)
+    auto* preview = dynamic_cast<frmVSPrint*>(&screen);
+    if (made && preview != nullptr)
+        window = std::make_unique<PreviewWindow>(*preview, mainWindow.get());
+    else if (made)
         window = std::make_unique<ScreenWindow>(screen, page ? mainWindow->Desk() : mainWindow.get());
     if (page) {
         mainWindow->ShowPage(*window);
     } else {
-        if (made && mainWindow != nullptr) {
-            const QRect frame = mainWindow->geometry();
-            window->move(frame.center() - window->rect().center());
-        }
+        if (made && preview == nullptr)
+            CentreOnFront(*window);
         window->show();
         window->raise();
         window->activateWindow();
     }
     if (made)
         window->FocusFirst();
+}
+
+/// Puts a new window in the middle of the one that it opens in front of.
+void DesktopHost::CentreOnFront(QWidget& window) const
+{
+    const QWidget* below = QApplication::activeModalWidget();
+    if (below == nullptr)
+        below = mainWindow.get();
+    if (below == nullptr)
+        return;
+    window.move(below->geometry().center() - window.rect().center());
+    // The window system keeps it in front of that one, too.
+    window.winId();
+    window.windowHandle()->setTransientParent(below->windowHandle());
 }
 
 void DesktopHost::Hide(Screen& screen)

@@ -39,6 +39,7 @@ public:
 
 private:
     using Windows = std::unordered_map<const Screen*, std::unique_ptr<ScreenWindow>>;
+    void CentreOnFront(QWidget& window) const;
     void ActivateNext();
     void CloseWindow(Windows::iterator position);
 

@@ -6,12 +6,18 @@ namespace quillmere {
 
 void Layout::Panel(int x, int y, int w, int h)
 {
-    drawn.push_back({.what = Drawn::What::Panel, .x = x, .y = y, .width = w, .height = h});
+    drawn.push_back({.what = Drawn::What::Panel, .x = x, .y = y, .width = w, .height = h, .page = page});
 }
 
 void Layout::Frame(int x, int y, int w, int h, std::string_view title)
 {
-    drawn.push_back({.what = Drawn::What::Frame, .x = x, .y = y, .width = w, .height = h, .text = std::string(title)});
+    drawn.push_back({.what = Drawn::What::Frame,
+                     .x = x,
+                     .y = y,
+                     .width = w,
+                     .height = h,
+                     .text = std::string(title),
+                     .page = page});
 }
 
 void Layout::Letter(int x, int y, std::string_view letter)
@@ -22,7 +28,8 @@ void Layout::Letter(int x, int y, std::string_view letter)
                      .width = 22,
                      .height = 22,
                      .text = std::string(letter),
-                     .look = {.size = 15, .bold = true, .align = TextLook::Align::Centre}});
+                     .look = {.size = 15, .bold = true, .align = TextLook::Align::Centre},
+                     .page = page});
 }
 
 void Layout::Tag(int x, int y, std::string_view text)
@@ -33,7 +40,8 @@ void Layout::Tag(int x, int y, std::string_view text)
                      .width = 24,
                      .height = BoxHeight,
                      .text = std::string(text),
-                     .look = {.size = 12, .bold = true, .align = TextLook::Align::Centre}});
+                     .look = {.size = 12, .bold = true, .align = TextLook::Align::Centre},
+                     .page = page});
 }
 
 void Layout::Text(int x, int y, int w, std::string_view text, TextLook look, int h)
@@ -46,12 +54,13 @@ void Layout::Text(int x, int y, int w, std::string_view text, TextLook look, int
                      .width = w,
                      .height = h > 0 ? h : textHeight,
                      .text = std::string(text),
-                     .look = look});
+                     .look = look,
+                     .page = page});
 }
 
 void Layout::Line(int x, int y, int w, int h)
 {
-    drawn.push_back({.what = Drawn::What::Line, .x = x, .y = y, .width = w, .height = h});
+    drawn.push_back({.what = Drawn::What::Line, .x = x, .y = y, .width = w, .height = h, .page = page});
 }
 
 void Layout::Place(std::string_view box, int x, int y, int w, int h, std::string_view spoken)
@@ -67,7 +76,8 @@ void Layout::PlaceAt(std::string_view box, int index, int x, int y, int w, int h
                       .y = y,
                       .width = w,
                       .height = h,
-                      .spoken = std::string(spoken)});
+                      .spoken = std::string(spoken),
+                      .page = page});
 }
 
 void Layout::Line(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX,

@@ -24,6 +24,7 @@ struct Layout {
         int x = 0, y = 0, width = 0, height = 0;
         std::string text = {};
         TextLook look = {};
+        int page = 0; ///< as of a control
     };
     struct Placed {
         std::string box;
@@ -35,6 +36,8 @@ struct Layout {
 
     int width = 0, height = 0;
     int headerHeight = 0; ///< this much at the top stays in place while the rest scrolls
+    std::string pageBox;  ///< array of the frames that are the pages of the tab strip
+    int page = 0;         ///< page on which the next things are put, from 1, at places within it; 0: on none
     std::vector<Drawn> drawn;
     std::vector<Placed> placed;
 

@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -18,6 +19,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTabWidget>
 #include <QToolButton>
 
 #include <algorithm>
@@ -26,15 +28,16 @@ namespace quillmere {
 
 namespace {
 
-/// A part of a layout between two heights: draws what lies there, and is the parent of the controls.
+/// A part of a layout, between two heights or on a page of the tab strip: draws what lies there, and is the parent of
+/// the controls.
 class Canvas : public QWidget {
 public:
-    Canvas(const Layout& layout, int top, int bottom, QWidget* parent) : QWidget(parent), layout(layout), top(top)
+    Canvas(const Layout& layout, int top, int bottom, QWidget* parent) : Canvas(layout, Place{0, top}, parent)
     {
         setFixedSize(layout.width, bottom - top);
-        setAutoFillBackground(false);
-        setAttribute(Qt::WA_OpaquePaintEvent);
     }
+    /// A page, which is as large as the tab strip makes it.
+    Canvas(const Layout& layout, int page, QWidget* parent) : Canvas(layout, Place{page, 0}, parent) {}
 
 protected:
     void paintEvent(QPaintEvent* event) override
@@ -44,13 +47,46 @@ protected:
         painter.translate(0, -top);
         const QRect dirty = event->rect().translated(0, top).adjusted(-40, -40, 40, 40);
         for (const Layout::Drawn& drawn : layout.drawn)
-            if (dirty.intersects(QRect(drawn.x, drawn.y, drawn.width, std::max(drawn.height, 1))))
+            if (drawn.page == page && dirty.intersects(QRect(drawn.x, drawn.y, drawn.width, std::max(drawn.height, 1))))
                 look::Draw(painter, drawn);
     }
 
 private:
+    struct Place {
+        int page, top;
+    };
+    Canvas(const Layout& layout, Place place, QWidget* parent)
+        : QWidget(parent), layout(layout), page(place.page), top(place.top)
+    {
+        setAutoFillBackground(false);
+        setAttribute(Qt::WA_OpaquePaintEvent);
+    }
+
     const Layout& layout;
+    int page;
     int top;
+};
+
+/// A group of controls: its frame and title. What stands in it lies over it.
+class Group : public QGroupBox {
+public:
+    using QGroupBox::QGroupBox;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        constexpr int titleHeight = 8;
+        const QRect frame = rect().adjusted(0, titleHeight, 0, 0);
+        if (!isEnabled())
+            painter.setOpacity(0.5);
+        look::Draw(painter, {.what = Layout::Drawn::What::Frame,
+                             .x = frame.x(),
+                             .y = frame.y(),
+                             .width = frame.width(),
+                             .height = frame.height(),
+                             .text = title().toStdString()});
+    }
 };
 
 void SyncList(QListWidget& list, const Box& box)
@@ -105,19 +141,17 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
 
     for (const Layout::Placed& place : layout.placed) {
         Box& box = screen.box(place.box, place.index);
-        QWidget* canvas = place.y < layout.headerHeight ? header : form;
+        QWidget* canvas = place.page > 0                  ? pages.at(static_cast<std::size_t>(place.page - 1))
+                          : place.y < layout.headerHeight ? header
+                                                          : form;
         QWidget* widget = MakeWidget(box, place, canvas);
-        widget->setObjectName(look::Text(screen.Name() + "." + box.FullName()));
         widget->setGeometry(place.x, canvas == form ? place.y - layout.headerHeight : place.y, place.width,
                             place.height);
         const std::string& spoken = !place.spoken.empty()   ? place.spoken
                                     : !box.Spoken().empty() ? box.Spoken()
                                                             : box.Text();
         widget->setAccessibleName(look::Text(spoken));
-        widget->installEventFilter(this);
-        widgets.emplace(&box, widget);
-        boxes.emplace(widget, &box);
-        BoxChanged(box);
+        Adopt(box, *widget);
     }
     scroll->setWidget(form);
     if (header != nullptr)
@@ -136,7 +170,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
 
 ScreenWindow::~ScreenWindow()
 {
-    Detach();
+    ScreenWindow::Detach();
 }
 
 void ScreenWindow::Detach()
@@ -147,6 +181,15 @@ void ScreenWindow::Detach()
     screen.SetView(nullptr);
     for (const auto& [object, box] : boxes)
         const_cast<QObject*>(object)->removeEventFilter(this);
+}
+
+void ScreenWindow::Adopt(Box& box, QWidget& widget)
+{
+    widget.setObjectName(look::Text(screen.Name() + "." + box.FullName()));
+    widget.installEventFilter(this);
+    widgets.emplace(&box, &widget);
+    boxes.emplace(&widget, &box);
+    BoxChanged(box);
 }
 
 int ScreenWindow::FormWidth() const
@@ -163,6 +206,10 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
         return MakeList(box, parent);
     case Kind::DropDown:
         return MakeDropDown(box, parent);
+    case Kind::Tabs:
+        return MakeTabs(box, parent);
+    case Kind::Frame:
+        return new Group(parent);
     case Kind::Label:
         if (!screen.IsClickable(box)) {
             auto* label = new QLabel(parent);
@@ -268,12 +315,30 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
     return button;
 }
 
+QWidget* ScreenWindow::MakeTabs(Box& box, QWidget* parent)
+{
+    auto* tabs = new QTabWidget(parent);
+    for (const std::string& caption : box.Entries()) {
+        pages.push_back(new Canvas(layout, static_cast<int>(pages.size()) + 1, tabs));
+        tabs->addTab(pages.back(), look::Text(caption));
+        if (Box* page = screen.FindBox(layout.pageBox, static_cast<int>(pages.size())))
+            Adopt(*page, *pages.back());
+    }
+    connect(tabs, &QTabWidget::currentChanged, this, [this, &box](int page) {
+        if (!detached && page != box.Selected())
+            screen.Choose(box, page);
+    });
+    return tabs;
+}
+
 void ScreenWindow::BoxChanged(const Box& box)
 {
     const auto found = widgets.find(&box);
     if (found == widgets.end())
         return;
     QWidget* widget = found->second;
+    if (std::ranges::find(pages, widget) != pages.end())
+        return; // the tab strip shows and hides its pages
     widget->setEnabled(box.Enabled());
     widget->setVisible(box.Visible());
     if (widget->toolTip().isEmpty() != box.Tip().empty() || !box.Tip().empty())
@@ -319,8 +384,16 @@ void ScreenWindow::BoxChanged(const Box& box)
         button->setPalette(palette);
         break;
     }
+    case Kind::Tabs:
+        static_cast<QTabWidget*>(widget)->setCurrentIndex(box.Selected());
+        break;
+    case Kind::Frame:
+        if (auto* group = qobject_cast<QGroupBox*>(widget))
+            group->setTitle(look::Text(box.Text()));
+        break;
     case Kind::Picture:
     case Kind::Menu:
+    case Kind::Surface:
         break;
     }
 }
@@ -355,7 +428,7 @@ void ScreenWindow::FocusFirst()
             continue;
         // What leads elsewhere waits until there is nothing to fill in.
         const Kind kind = box->GetKind();
-        const bool leadsOn = kind == Kind::Label || kind == Kind::Picture || kind == Kind::Button;
+        const bool leadsOn = kind == Kind::Label || kind == Kind::Picture || kind == Kind::Button || kind == Kind::Tabs;
         if (first == nullptr || !leadsOn)
             first = widget;
         if (!leadsOn)

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <unordered_map>
+#include <vector>
 
 class QScrollArea;
 class QLineEdit;
@@ -26,13 +27,19 @@ public:
     Screen& GetScreen() const { return screen; }
     QWidget* WidgetOf(const Box& box) const;
     /// Cuts the ties to the screen: nothing that the toolkit still sends reaches it.
-    void Detach();
+    virtual void Detach();
     /// Puts the focus in the first control that takes it.
     void FocusFirst();
     /// The width that the whole form needs, with a scroll bar.
     int FormWidth() const;
 
 protected:
+    /// Makes a widget the one that shows a control.
+    void Adopt(Box& box, QWidget& widget);
+    /// The part of the window that stays in place, and the one that scrolls below it.
+    QWidget* Header() const { return header; }
+    QScrollArea* Scroll() const { return scroll; }
+    bool IsDetached() const { return detached; }
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -44,6 +51,7 @@ private:
     QWidget* MakeList(Box& box, QWidget* parent);
     QWidget* MakeDropDown(Box& box, QWidget* parent);
     QWidget* MakeButton(Box& box, QWidget* parent);
+    QWidget* MakeTabs(Box& box, QWidget* parent);
     void Typed(Box& box, QLineEdit& edit);
     bool MoveBetweenLines(const Box& box, int lines);
     void FixTabOrder();
@@ -53,6 +61,7 @@ private:
     QWidget* header = nullptr;
     QWidget* form = nullptr;
     QScrollArea* scroll = nullptr;
+    std::vector<QWidget*> pages; ///< of the tab strip
     std::unordered_map<const Box*, QWidget*> widgets;
     std::unordered_map<const QObject*, Box*> boxes;
     bool detached = false;

@@ -21,6 +21,9 @@ enum class Kind {
     List,     ///< a list of entries
     DropDown, ///< a list of entries of which one shows
     Menu,     ///< an entry of the main window's menus
+    Tabs,     ///< a tab strip: a list of which the chosen entry's page shows
+    Frame,    ///< a group of controls, or a page of a tab strip
+    Surface,  ///< a part of the window that a class of its own draws
 };
 
 /// Colour of a label that acts as a tab.
@@ -55,6 +58,12 @@ constexpr BoxRow AmountRow(std::string_view name, std::string_view spoken, KeyFi
 constexpr BoxRow PictureRow(std::string_view name, std::string_view tip)
 {
     return {.name = name, .kind = Kind::Picture, .spoken = tip, .tip = tip};
+}
+
+/// The row of one option of a group: the member of the array with that index.
+constexpr BoxRow OptionRow(std::string_view name, int index, std::string_view caption)
+{
+    return {.name = name, .kind = Kind::Option, .text = caption, .first = index, .last = index};
 }
 
 /// A control of a screen: what it shows and whether it can be used. Setting anything tells the window that shows it.

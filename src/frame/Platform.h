@@ -2,6 +2,7 @@
 
 #include "frame/Dates.h"
 
+#include <chrono>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -36,14 +37,19 @@ struct SaveFileQuestion {
 struct PrintRequest {
     std::string printer;
     std::string documentName;
-    std::string pdf;        ///< bytes of the file
-    std::vector<int> pages; ///< the document's page numbers, from 1, in that order
-    int copies = 1;         ///< made by the spooler
-    int duplex = 0;         ///< 0 printer default (nothing is set), 1 single-sided, 2 double-sided
+    std::string pdf;                   ///< bytes of the file
+    std::vector<int> pages;            ///< the document's page numbers, from 1, in that order
+    int copies = 1;                    ///< made by the spooler
+    int duplex = 0;                    ///< 0 printer default (nothing is set), 1 single-sided, 2 double-sided
+    std::chrono::seconds patience{20}; ///< how long the printing system may take to get ready
 };
 
 /// What a request to a printer ended in.
-enum class PrintOutcome { Sent, PrinterUnreachable };
+enum class PrintOutcome {
+    Sent,
+    PrinterUnreachable,
+    NotReady, ///< the printing system did not get ready in time; nothing will be printed
+};
 
 /// The one door to whatever is outside the program's own screens: message boxes, file and printer dialogs, printers,
 /// the desktop's document viewer, the clock, the pointer. The desktop answers it with dialogs, a test by script.

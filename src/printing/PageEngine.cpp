@@ -145,7 +145,15 @@ PrintResult PageEngine::PrintDoc(int copies, const std::vector<int>& pages)
                                          .pages = pages,
                                          .copies = copies,
                                          .duplex = duplex});
-    return outcome == PrintOutcome::Sent ? PrintResult::Sent : PrintResult::PrinterUnreachable;
+    switch (outcome) {
+    case PrintOutcome::Sent:
+        return PrintResult::Sent;
+    case PrintOutcome::NotReady:
+        return PrintResult::NotReady;
+    case PrintOutcome::PrinterUnreachable:
+        break;
+    }
+    return PrintResult::PrinterUnreachable;
 }
 
 std::string PageEngine::Pdf()

@@ -13,7 +13,7 @@
 namespace quillmere {
 
 /// What became of pages that were to go to the printer.
-enum class PrintResult { Sent, NothingToPrint, PrinterUnreachable };
+enum class PrintResult { Sent, NothingToPrint, PrinterUnreachable, NotReady };
 
 /// The page-drawing engine `vp`. It records what is drawn as a Document, in twips with y downwards, and keeps the ended
 /// document until the next one is opened. Pen, brush, font and position stay as set until they are set again, across

@@ -82,9 +82,13 @@ void PageLayer::vsSetScale(double left, double top, double percent)
 
 void PageLayer::vsEndDoc()
 {
-    if (vp->EndDoc() != PrintResult::PrinterUnreachable)
-        return;
-    const std::string& device = vp->Device();
+    const PrintResult result = vp->EndDoc();
+    if (result == PrintResult::PrinterUnreachable || result == PrintResult::NotReady)
+        TellPrinterError(messages, vp->Device());
+}
+
+void TellPrinterError(Messages& messages, std::string_view device)
+{
     if (device.empty())
         messages.Tell(edition::AppTitle, "There is no printer available", Icon::Critical);
     else

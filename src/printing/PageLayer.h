@@ -16,6 +16,9 @@ enum class Route { Screen = 1, Printer = 2, File = 3 };
 /// Width of the lines of the forms, mm.
 inline constexpr double FormLine = 0.2;
 
+/// Says that a printer cannot be reached, or with no name that there is none.
+void TellPrinterError(Messages& messages, std::string_view device);
+
 /// The thin layer between the drawing routines and the engine: positions in millimetres on an A4 sheet, from its top
 /// left corner, become engine units with the user's offsets and scale. It alone knows the engine's units. The y of a
 /// text is the line on which it stands.

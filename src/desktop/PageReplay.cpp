@@ -1,0 +1,252 @@
+#include "desktop/PageReplay.h"
+
+#include "frame/Text.h"
+
+#include <QPolygonF>
+#include <QRawFont>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+
+namespace quillmere {
+
+namespace {
+
+constexpr double Point(double twips)
+{
+    return twips / TwipsPerPoint;
+}
+
+QColor ColorOf(Colour colour)
+{
+    return {colour.red, colour.green, colour.blue};
+}
+
+/// The face at a size in points, unhinted.
+const QRawFont& FontOf(Face face, double size)
+{
+    static std::map<std::pair<Face, double>, QRawFont> fonts;
+    const auto found = fonts.find({face, size});
+    if (found != fonts.end())
+        return found->second;
+    static std::array<QRawFont, FaceCount> files;
+    QRawFont& whole = files.at(static_cast<std::size_t>(face));
+    if (!whole.isValid()) {
+        const auto bytes = FontFile(face);
+        whole = QRawFont(
+            QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())),
+            size, QFont::PreferNoHinting);
+    }
+    QRawFont sized = whole;
+    sized.setPixelSize(size);
+    return fonts.emplace(std::pair(face, size), sized).first->second;
+}
+
+/// One axis of the way from points to the pixels of the device, with no turning.
+struct Axis {
+    double scale, offset;
+
+    /// The pixel boundary nearest to a place.
+    double Edge(double place) const { return std::round(place * scale + offset); }
+    double Back(double pixel) const { return (pixel - offset) / scale; }
+    /// How many pixels thick a line is; it is never lost.
+    double Thick(double width) const { return std::max(1.0, std::round(width * scale)); }
+};
+
+/// Paints the shapes of one page.
+class Shapes {
+public:
+    Shapes(QPainter& painter, const Document& document) : painter(painter), document(document)
+    {
+        const QTransform device = painter.deviceTransform();
+        across = {device.m11(), device.dx()};
+        down = {device.m22(), device.dy()};
+    }
+
+    void Paint(const Operation& shape)
+    {
+        const ShapeStyle& style = document.ShapeStyleOf(shape);
+        const double x1 = Point(shape.x1), y1 = Point(shape.y1), x2 = Point(shape.x2), y2 = Point(shape.y2);
+        switch (shape.kind) {
+        case OperationKind::Line:
+            return Line(style, {x1, y1}, {x2, y2});
+        case OperationKind::Rectangle:
+            return Rectangle(style, QRectF(QPointF(x1, y1), QPointF(x2, y2)).normalized());
+        case OperationKind::Circle:
+            Smooth(style);
+            painter.drawEllipse(QPointF(x1, y1), x2, x2);
+            break;
+        case OperationKind::Polygon: {
+            const auto corners = document.CornersOf(shape);
+            QPolygonF polygon;
+            for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
+                polygon << QPointF(Point(corners[at]), Point(corners[at + 1]));
+            Smooth(style);
+            painter.drawPolygon(polygon);
+            break;
+        }
+        case OperationKind::Text:
+            return;
+        }
+        painter.setRenderHint(QPainter::Antialiasing, false);
+    }
+
+private:
+    /// Fills between pixel boundaries.
+    void Fill(double left, double top, double right, double bottom, const QColor& colour)
+    {
+        painter.fillRect(
+            QRectF(QPointF(across.Back(left), down.Back(top)), QPointF(across.Back(right), down.Back(bottom))), colour);
+    }
+
+    /// An upright line with its ends, as thick as half the pen's width beyond them, for a shape drawn with it.
+    void Upright(QColor colour, double width, QPointF from, QPointF to)
+    {
+        const double reach = width / 2;
+        // Where a line is much thinner than a pixel it is paler instead, so that a small page does not turn black.
+        constexpr double faint = 0.5;
+        if (const double pixels = width * std::min(across.scale, down.scale); width > 0 && pixels < faint)
+            colour.setAlphaF(static_cast<float>(pixels / faint));
+        if (from.y() == to.y()) {
+            const double thick = down.Thick(width);
+            const double top = std::round(from.y() * down.scale + down.offset - thick / 2);
+            const double left = across.Edge(from.x() - reach);
+            Fill(left, top, std::max(across.Edge(to.x() + reach), left + 1), top + thick, colour);
+        } else {
+            const double thick = across.Thick(width);
+            const double left = std::round(from.x() * across.scale + across.offset - thick / 2);
+            const double top = down.Edge(from.y() - reach);
+            Fill(left, top, left + thick, std::max(down.Edge(to.y() + reach), top + 1), colour);
+        }
+    }
+
+    void Line(const ShapeStyle& style, QPointF from, QPointF to)
+    {
+        const double width = Point(style.width);
+        if (from.x() == to.x() || from.y() == to.y()) {
+            const QRectF box = QRectF(from, to).normalized();
+            return Upright(ColorOf(style.pen), width, box.topLeft(), box.bottomRight());
+        }
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(ColorOf(style.pen), width, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(from, to);
+        painter.setRenderHint(QPainter::Antialiasing, false);
+    }
+
+    void Rectangle(const ShapeStyle& style, const QRectF& box)
+    {
+        if (style.filled)
+            Fill(across.Edge(box.left()), down.Edge(box.top()), across.Edge(box.right()), down.Edge(box.bottom()),
+                 ColorOf(style.brush));
+        const QColor pen = ColorOf(style.pen);
+        const double width = Point(style.width);
+        Upright(pen, width, box.topLeft(), box.topRight());
+        Upright(pen, width, box.bottomLeft(), box.bottomRight());
+        Upright(pen, width, box.topLeft(), box.bottomLeft());
+        Upright(pen, width, box.topRight(), box.bottomRight());
+    }
+
+    /// Sets pen and brush of a shape that is not upright.
+    void Smooth(const ShapeStyle& style)
+    {
+        painter.setRenderHint(QPainter::Antialiasing);
+        const bool outlined = style.width > 0 || !style.filled || style.pen != style.brush;
+        painter.setPen(outlined ? QPen(ColorOf(style.pen), Point(style.width)) : QPen(Qt::NoPen));
+        painter.setBrush(style.filled ? QBrush(ColorOf(style.brush)) : QBrush(Qt::NoBrush));
+    }
+
+    QPainter& painter;
+    const Document& document;
+    Axis across{1, 0}, down{1, 0};
+};
+
+QRectF BoundsOf(const Document& document, const Operation& shape)
+{
+    const double reach = document.ShapeStyleOf(shape).width + TwipsPerPoint;
+    QRectF twips(QPointF(shape.x1, shape.y1), QPointF(shape.x2, shape.y2));
+    if (shape.kind == OperationKind::Circle) {
+        twips = QRectF(shape.x1 - shape.x2, shape.y1 - shape.x2, 2 * shape.x2, 2 * shape.x2);
+    } else if (shape.kind == OperationKind::Polygon) {
+        const auto corners = document.CornersOf(shape);
+        QPolygonF polygon;
+        for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
+            polygon << QPointF(corners[at], corners[at + 1]);
+        twips = polygon.boundingRect();
+    }
+    twips = twips.normalized().adjusted(-reach, -reach, reach, reach);
+    return {Point(twips.x()), Point(twips.y()), Point(twips.width()), Point(twips.height())};
+}
+
+} // namespace
+
+PageReplay::PageReplay(std::shared_ptr<const Document> recorded, int page) : document(std::move(recorded))
+{
+    for (const Operation& operation : document->Page(page)) {
+        if (operation.kind == OperationKind::Text) {
+            AddText(operation);
+        } else {
+            FinishText();
+            steps.push_back({.shape = &operation, .bounds = BoundsOf(*document, operation)});
+        }
+    }
+    FinishText();
+}
+
+void PageReplay::AddText(const Operation& operation)
+{
+    const TextStyle& wanted = document->TextStyleOf(operation);
+    if (style != nullptr && *style != wanted)
+        FinishText();
+    style = &wanted;
+    const FaceMetrics& metrics = MetricsOf(wanted.face);
+    const double base = Point(operation.y1 + TextAscent(wanted.face, wanted.size));
+    const double unit = wanted.size / metrics.UnitsPerEm();
+    std::int64_t advance = 0;
+    for (std::string_view rest = document->TextOf(operation); !rest.empty();) {
+        const char32_t character = TakeCodePoint(rest);
+        indexes.push_back(metrics.GlyphOf(character));
+        positions.emplace_back(Point(operation.x1) + static_cast<double>(advance) * unit, base);
+        advance += metrics.AdvanceOf(character);
+    }
+    // Accents and slanted letters may reach a little beyond the line's own box.
+    const double reach = wanted.size / 2;
+    const double height = Point(TextHeight(wanted.face, wanted.size));
+    bounds |= QRectF(Point(operation.x1), Point(operation.y1), static_cast<double>(advance) * unit, height)
+                  .adjusted(-reach, -reach, reach, reach);
+}
+
+void PageReplay::FinishText()
+{
+    if (style != nullptr && style->size > 0) {
+        QGlyphRun run;
+        run.setRawFont(FontOf(style->face, style->size));
+        run.setGlyphIndexes(indexes);
+        run.setPositions(positions);
+        steps.push_back({.glyphs = static_cast<int>(runs.size()), .bounds = bounds});
+        runs.emplace_back(ColorOf(style->colour), run);
+    }
+    style = nullptr;
+    indexes.clear();
+    positions.clear();
+    bounds = {};
+}
+
+void PageReplay::Paint(QPainter& painter, const QRectF& exposed) const
+{
+    Shapes shapes(painter, *document);
+    for (const Step& step : steps) {
+        if (!step.bounds.intersects(exposed))
+            continue;
+        if (step.shape != nullptr) {
+            shapes.Paint(*step.shape);
+        } else {
+            const auto& [colour, run] = runs[static_cast<std::size_t>(step.glyphs)];
+            painter.setPen(colour);
+            painter.drawGlyphRun({}, run);
+        }
+    }
+}
+
+} // namespace quillmere

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "frame/Screen.h"
+
+namespace quillmere {
+
+class frmVSPrint;
+struct PrintSystem;
+
+/// "Print Dialog": how many copies of which pages of the document in the preview go to the printer.
+class frmVSPrintDialog : public Screen {
+public:
+    frmVSPrintDialog(Session& session, PrintSystem& printing);
+
+    bool Load() override;
+
+private:
+    const frmVSPrint& Preview() const;
+    void RangeChosen();
+    int Chosen(std::string_view options) const;
+    /// The page list as text; nothing for the whole document.
+    std::optional<std::string> PageList() const;
+    void Print();
+    void TellNothingToPrint();
+
+    PrintSystem& printing;
+};
+
+} // namespace quillmere

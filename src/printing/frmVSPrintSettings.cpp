@@ -1,0 +1,228 @@
+#include "printing/frmVSPrintSettings.h"
+
+#include "edition/Edition.h"
+#include "frame/Amount.h"
+#include "frame/Session.h"
+#include "printing/PrintSystem.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace quillmere {
+
+namespace {
+
+constexpr int Pages = 3;
+
+/// Kept: the name of a file takes digits and a point only, as every text box of this screen does.
+constexpr KeyFilter DigitsAndPoint = MoneyKeyFilter;
+
+constexpr BoxRow Number(std::string_view name, std::string_view spoken)
+{
+    return {.name = name, .filter = DigitsAndPoint, .spoken = spoken};
+}
+
+constexpr auto Rows = std::to_array<BoxRow>({
+    {.name = "tbsSettings", .kind = Kind::Tabs, .spoken = "Pages of the settings"},
+    {.name = "picSettings", .kind = Kind::Frame, .first = 1, .last = Pages},
+
+    {.name = "cmbPrinter", .kind = Kind::DropDown, .spoken = "Printer"},
+    {.name = "cmdSetup", .kind = Kind::Button, .text = "Printer &Setup"},
+    Number("txtVSTop", "Printer: Top Offset (mm)"),
+    Number("txtVSLeft", "Printer: Left Offset (mm)"),
+    Number("txtVSScale", "Printer: Scale (%)"),
+    OptionRow("optDuplexMode", 2, "Double-sided"),
+    OptionRow("optDuplexMode", 1, "Single-sided"),
+    OptionRow("optDuplexMode", 0, "Printer default"),
+
+    Number("txtPDFTop", "PDF file: Top Offset (mm)"),
+    Number("txtPDFLeft", "PDF file: Left Offset (mm)"),
+    Number("txtPDFScale", "PDF file: Scale (%)"),
+    OptionRow("optFile", 0, "Client File Name"),
+    OptionRow("optFile", 1, "Fixed As:"),
+    {.name = "txtFile", .filter = DigitsAndPoint, .spoken = "Default File Name"},
+
+    {.name = "chkDuplexPadding", .kind = Kind::Tick, .text = "Insert padding pages for duplex printing"},
+    Number("txtAlignMethod", "Text Alignment, Method"),
+    Number("txtAlignV", "Text Alignment, Vertical"),
+    Number("txtAlignH", "Text Alignment, Horizontal"),
+    OptionRow("optFont", 1, "Times New Roman"),
+    OptionRow("optFont", 0, "Arial"),
+    OptionRow("optPreview", 1, "PDF File"),
+    OptionRow("optPreview", 0, "Normal"),
+    OptionRow("optSection", 1, "None"),
+    OptionRow("optSection", 0, "Document"),
+    OptionRow("optTicks", 2, "Blank"),
+    OptionRow("optTicks", 0, "Normal"),
+    {.name = "chkShading", .kind = Kind::Tick, .text = "Use Shading"},
+    Number("txtBlack", "Black"),
+    Number("txtDark", "Dark Grey"),
+    Number("txtLight", "Light Grey"),
+    Number("txtWhite", "White"),
+
+    {.name = "cmdDefaults", .kind = Kind::Button, .text = "&Defaults"},
+    {.name = "cmdClose", .kind = Kind::Button, .text = "&Close"},
+});
+
+/// A box with a number, the setting that it shows, and what it becomes by Defaults.
+template<typename Value>
+struct NumberRow {
+    std::string_view box;
+    Value Settings::*setting;
+    std::string_view standard;
+};
+
+constexpr auto RealNumbers = std::to_array<NumberRow<double>>({
+    {"txtVSTop", &Settings::vsTop, "0"},
+    {"txtVSLeft", &Settings::vsLeft, "0"},
+    {"txtVSScale", &Settings::vsScale, "100"},
+    {"txtPDFTop", &Settings::vsPdfTop, "0"},
+    {"txtPDFLeft", &Settings::vsPdfLeft, "0"},
+    {"txtPDFScale", &Settings::vsPdfScale, "100"},
+    {"txtAlignV", &Settings::vsAlignTextY, "0"},
+    {"txtAlignH", &Settings::vsAlignTextX, "0"},
+});
+
+constexpr auto WholeNumbers = std::to_array<NumberRow<int>>({
+    {"txtAlignMethod", &Settings::vsAlignTextMethod, "0"},
+    {"txtBlack", &Settings::vsBlack, "0"},
+    {"txtDark", &Settings::vsDark, "200"},
+    {"txtLight", &Settings::vsLight, "225"},
+    {"txtWhite", &Settings::vsWhite, "255"},
+});
+
+/// A group of options whose indexes are the values of a setting. By Defaults each becomes 0.
+struct ChoiceRow {
+    std::string_view box;
+    int Settings::*setting;
+};
+
+constexpr auto Choices = std::to_array<ChoiceRow>({
+    {"optDuplexMode", &Settings::vsDuplexMode},
+    {"optFile", &Settings::vsPdfFileOption},
+    {"optPreview", &Settings::reportPreview},
+    {"optSection", &Settings::vsSection},
+    {"optTicks", &Settings::reportTicks},
+});
+
+constexpr std::string_view TimesNewRoman = "Times New Roman";
+constexpr std::string_view Arial = "Arial";
+
+} // namespace
+
+frmVSPrintSettings::frmVSPrintSettings(Session& session, PrintSystem& printing)
+    : Screen(session, "frmVSPrintSettings", ShowMode::Modal, "Report Settings"), printing(printing)
+{
+    AddBoxes(Rows);
+    SetButtons("cmdClose", {});
+    box("tbsSettings").SetEntries({"Printer", "PDF File", "Reports"});
+    for (const auto& row : RealNumbers)
+        OnLeave(row.box, [](Box& number) { number.SetText(PlainNumber(ReadNumber(number.Text()))); });
+    for (const auto& row : WholeNumbers)
+        OnLeave(row.box, [](Box& number) { number.SetText(std::to_string(ReadWholeNumber(number.Text()))); });
+    OnChoose("tbsSettings", [this](Box& tabs) { ShowPage(tabs.Selected() + 1); });
+    OnClick("cmdSetup", [this](Box&) {
+        this->session.platform.ShowPrinterSetup();
+        FillPrinters(box("cmbPrinter").Text());
+    });
+    OnClick("cmdDefaults", [this](Box&) { Defaults(); });
+    OnClick("cmdClose", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+bool frmVSPrintSettings::Load()
+{
+    const Settings& settings = session.settings;
+    ShowPage(1);
+    FillPrinters(settings.vsPrinter);
+    for (const auto& row : RealNumbers)
+        box(row.box).SetText(PlainNumber(settings.*row.setting));
+    for (const auto& row : WholeNumbers)
+        box(row.box).SetText(std::to_string(settings.*row.setting));
+    for (const ChoiceRow& row : Choices)
+        SetOption(row.box, settings.*row.setting);
+    SetOption("optFont", settings.reportFont == TimesNewRoman ? 1 : 0);
+    box("txtFile").SetText(settings.vsPdfFileName);
+    box("chkDuplexPadding").SetTicked(settings.reportPadding);
+    box("chkShading").SetTicked(settings.reportShading);
+    return true;
+}
+
+void frmVSPrintSettings::ShowPage(int page)
+{
+    box("tbsSettings").Select(page - 1);
+    for (int other = 1; other <= Pages; ++other)
+        box("picSettings", other).SetVisible(other == page);
+}
+
+void frmVSPrintSettings::FillPrinters(std::optional<std::string> chosen)
+{
+    PageEngine& vp = printing.engine;
+    vp.Device("");
+    if (!chosen)
+        chosen = vp.Device();
+    std::vector<std::string> names;
+    int selected = -1;
+    for (int index = 0; index < vp.NDevices(); ++index) {
+        if (vp.Devices(index) == chosen)
+            selected = index;
+        names.push_back(vp.Devices(index));
+    }
+    box("cmbPrinter").SetEntries(std::move(names));
+    box("cmbPrinter").Select(selected);
+}
+
+void frmVSPrintSettings::SetOption(std::string_view name, int index)
+{
+    for (const auto& option : Boxes())
+        if (option->GetKind() == Kind::Option && option->Name() == name)
+            option->SetTicked(option->Index() == index);
+}
+
+int frmVSPrintSettings::ChosenOption(std::string_view name) const
+{
+    for (const auto& option : Boxes())
+        if (option->GetKind() == Kind::Option && option->Name() == name && option->Ticked())
+            return option->Index();
+    return 0;
+}
+
+void frmVSPrintSettings::Defaults()
+{
+    if (!session.messages.Ask(Caption(),
+                              "All current Report Settings will be replaced with their defaults.\n\n"
+                              "Do you wish to proceed?",
+                              Icon::Question, Answer::No))
+        return;
+    FillPrinters(std::nullopt);
+    for (const auto& row : RealNumbers)
+        box(row.box).SetText(row.standard);
+    for (const auto& row : WholeNumbers)
+        box(row.box).SetText(row.standard);
+    for (const ChoiceRow& row : Choices)
+        SetOption(row.box, 0);
+    SetOption("optFont", 0);
+    box("txtFile").SetText(edition::DefaultPdfFileName);
+    box("chkDuplexPadding").SetTicked(false);
+    box("chkShading").SetTicked(true);
+}
+
+void frmVSPrintSettings::Unload()
+{
+    Settings& settings = session.settings;
+    settings.vsPrinter = box("cmbPrinter").Text();
+    for (const auto& row : RealNumbers)
+        settings.*row.setting = ReadNumber(box(row.box).Text());
+    for (const auto& row : WholeNumbers)
+        settings.*row.setting = ReadWholeNumber(box(row.box).Text());
+    for (const ChoiceRow& row : Choices)
+        settings.*row.setting = ChosenOption(row.box);
+    settings.reportFont = ChosenOption("optFont") == 1 ? TimesNewRoman : Arial;
+    settings.vsPdfFileName = box("txtFile").Text();
+    settings.reportPadding = box("chkDuplexPadding").Ticked();
+    settings.reportShading = box("chkShading").Ticked();
+    // A document drawn with the old settings is not to be looked at with the new ones.
+    session.screens.Unload("frmVSPrint");
+}
+
+} // namespace quillmere

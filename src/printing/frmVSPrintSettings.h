@@ -1,0 +1,34 @@
+#pragma once
+
+#include "frame/Screen.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quillmere {
+
+struct PrintSystem;
+
+/// "Report Settings": the settings of printing on three pages. What it shows goes into the settings when it is closed,
+/// whichever way that happens; there is no way out without.
+class frmVSPrintSettings : public Screen {
+public:
+    frmVSPrintSettings(Session& session, PrintSystem& printing);
+
+    bool Load() override;
+    void Unload() override;
+
+private:
+    void ShowPage(int page);
+    /// Lists the printers of now, with one of them chosen: the default one if none is given.
+    void FillPrinters(std::optional<std::string> chosen);
+    void Defaults();
+    /// Ticks the option of that index; none if there is no such option.
+    void SetOption(std::string_view name, int index);
+    int ChosenOption(std::string_view name) const;
+
+    PrintSystem& printing;
+};
+
+} // namespace quillmere
