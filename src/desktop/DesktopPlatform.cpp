@@ -2,6 +2,7 @@
 
 #include "desktop/DesktopHost.h"
 #include "desktop/Look.h"
+#include "desktop/PrinterSetup.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -40,6 +41,10 @@ QMessageBox::Icon IconOf(Icon icon)
 }
 
 } // namespace
+
+DesktopPlatform::DesktopPlatform(DesktopHost& host) : host(host), printers([this] { YieldToMessages(); })
+{
+}
 
 Answer DesktopPlatform::ShowMessage(const Message& message)
 {
@@ -85,17 +90,22 @@ std::optional<std::string> DesktopPlatform::AskSaveFile(const SaveFileQuestion& 
 
 bool DesktopPlatform::ShowPrinterSetup()
 {
-    return false;
+    printers.Refresh();
+    PrinterSetup dialog(printers.Printers(), host.FrontWindow());
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    printers.Prefer(dialog.Chosen());
+    return true;
 }
 
 std::vector<std::string> DesktopPlatform::Printers()
 {
-    return {};
+    return printers.Names();
 }
 
-PrintOutcome DesktopPlatform::Print(const PrintRequest&)
+PrintOutcome DesktopPlatform::Print(const PrintRequest& request)
 {
-    return PrintOutcome::PrinterUnreachable;
+    return printers.Print(request);
 }
 
 int DesktopPlatform::OpenWithDesktop(const std::filesystem::path& file)

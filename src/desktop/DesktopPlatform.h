@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/Platform.h"
+#include "printing/CupsPrinters.h"
 
 namespace quillmere {
 
@@ -10,7 +11,7 @@ class DesktopHost;
 /// the printers of the print spooler.
 class DesktopPlatform : public Platform {
 public:
-    explicit DesktopPlatform(DesktopHost& host) : host(host) {}
+    explicit DesktopPlatform(DesktopHost& host);
 
     Answer ShowMessage(const Message& message) override;
     void Beep() override;
@@ -28,6 +29,7 @@ public:
 private:
     DesktopHost& host;
     bool busy = false;
+    CupsPrinters printers;
 };
 
 } // namespace quillmere

@@ -535,6 +535,8 @@ struct OkCase {
     std::string table;
     std::vector<std::string> fields;     ///< of that table
     std::vector<std::string> pageFields; ///< of P11D, written after them
+
+    friend void PrintTo(const OkCase& shown, std::ostream* out) { *out << shown.screen; }
 };
 
 std::vector<std::string> EachNumbered(const std::vector<std::string>& stems, int last)
@@ -705,7 +707,7 @@ TEST_P(OkOfACalculator, AllItsWritesCostOneTransaction)
 }
 
 INSTANTIATE_TEST_SUITE_P(Calculators, OkOfACalculator, ::testing::ValuesIn(OkCases()),
-                         [](const auto& info) { return info.param.screen; });
+                         [](const auto& member) { return member.param.screen; });
 
 } // namespace
 } // namespace quillmere

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "printing/CupsPrinters.h"
+
+#include <QDialog>
+
+#include <span>
+#include <string>
+#include <vector>
+
+class QLabel;
+class QListWidget;
+class QPushButton;
+
+namespace quillmere {
+
+/// The printer dialog: the spooler's printers with what it tells of each. The one that is chosen becomes the default
+/// printer until the program ends; how a printer is set up is the business of its own page in the spooler.
+class PrinterSetup : public QDialog {
+public:
+    /// The first printer is the default one.
+    PrinterSetup(std::vector<PrinterFacts> printers, QWidget* parent);
+
+    /// The chosen printer's name; empty if there are none.
+    std::string Chosen() const;
+
+private:
+    void ShowFacts();
+    void OpenPrinterPage() const;
+
+    std::vector<PrinterFacts> printers;
+    QListWidget* list = nullptr;
+    QLabel* facts = nullptr;
+    QPushButton* properties = nullptr;
+};
+
+} // namespace quillmere
