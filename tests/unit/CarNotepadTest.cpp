@@ -232,10 +232,10 @@ TEST_P(SheetBesideColumn, ShowsWhatItsRuleGives)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Rules, SheetBesideColumn, ::testing::ValuesIn(Differences()), [](const auto& info) {
+INSTANTIATE_TEST_SUITE_P(Rules, SheetBesideColumn, ::testing::ValuesIn(Differences()), [](const auto& tested) {
     std::string name;
     bool upper = true;
-    for (const char c : info.param.point) {
+    for (const char c : tested.param.point) {
         if (std::isalnum(static_cast<unsigned char>(c)) == 0)
             upper = true;
         else
