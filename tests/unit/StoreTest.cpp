@@ -90,8 +90,9 @@ TEST_F(Store, EverySeekBringsWhateverFieldsAreAskedFor)
             if (random() % 3 == 0) {
                 sought.MoveNext();
                 ASSERT_EQ(sought.AtEnd(), record + 1 == records);
-                if (!sought.AtEnd())
+                if (!sought.AtEnd()) {
                     ASSERT_EQ(sought.Field(fields[10].name), textOf(record + 1, 10));
+                }
             }
         }
         sought.Seek("Acme nobody");
