@@ -299,10 +299,12 @@ TEST(ABatchOf2000RandomEmployees, HasThePagesOfTheSequenceAndNothingOutsideTheSh
         employees.pages.erase(expected);
         pages += document->PageCount();
         for (int page = 1; page <= document->PageCount(); ++page)
-            for (const Operation& operation : document->Page(page))
-                if (operation.kind == OperationKind::Text)
-                    ASSERT_TRUE(LiesOnTheSheet(*document, operation))
-                        << document->name << " page " << page << ": " << document->TextOf(operation);
+            for (const Operation& operation : document->Page(page)) {
+                if (operation.kind != OperationKind::Text)
+                    continue;
+                ASSERT_TRUE(LiesOnTheSheet(*document, operation))
+                    << document->name << " page " << page << ": " << document->TextOf(operation);
+            }
     };
     BatchSelection all = BatchSelection::All();
     all.Set(BatchTick::P11DB, false);
@@ -315,8 +317,9 @@ TEST(ABatchOf2000RandomEmployees, HasThePagesOfTheSequenceAndNothingOutsideTheSh
     EXPECT_TRUE(door.messages.empty());
     ASSERT_EQ(door.progress.size(), static_cast<std::size_t>(Employees) + 2);
     EXPECT_EQ(door.progress[Employees], std::make_pair(Employees, Employees));
-    if (MeasuresMemory)
+    if (MeasuresMemory) {
         EXPECT_LE(door.lateKB, door.earlyKB * 11 / 10) << "memory after a tenth of the batch and after all of it";
+    }
 }
 
 } // namespace

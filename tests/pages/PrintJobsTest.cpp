@@ -329,7 +329,7 @@ INSTANTIATE_TEST_SUITE_P(All, BatchTicks,
                                            TickCase{BatchTick::K, "K"}, TickCase{BatchTick::L, "L"},
                                            TickCase{BatchTick::M, "M"}, TickCase{BatchTick::N, "N"},
                                            TickCase{BatchTick::P11D, "P11D"}, TickCase{BatchTick::P11DB, "P11DB"}),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& made) { return made.param.name; });
 
 TEST_F(PrintJobs, OfAWholeEmployerFollowTheNamesAndEndWithTheDeclaration)
 {

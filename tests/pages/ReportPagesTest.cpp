@@ -238,9 +238,9 @@ std::vector<ReportCase> AllSchedules()
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ReportPages, ::testing::ValuesIn(AllReports()),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& made) { return made.param.name; });
 INSTANTIATE_TEST_SUITE_P(All, SchedulePages, ::testing::ValuesIn(AllSchedules()),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& made) { return made.param.name; });
 
 // ---- sheets for further cars --------------------------------------------------------------------
 

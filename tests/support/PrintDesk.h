@@ -13,6 +13,7 @@
 
 #include <fmt/format.h>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -71,7 +72,8 @@ public:
             records.Index("IndKey");
             records.Seek(employer, employee);
         }
-        ASSERT_FALSE(records.NoMatch()) << table << ' ' << employer << ' ' << employee;
+        if (records.NoMatch())
+            throw std::runtime_error(fmt::format("no record of {} {} in {}", employer, employee, table));
     }
 
     /// Fills every field of a record but its keys. No two figures are alike, so that a listing tells where each comes
@@ -81,6 +83,12 @@ public:
         Database database = Open();
         Recordset records = database.OpenRecordset(table);
         Seek(records, table, employer, employee);
+        FillRecord(records, table);
+    }
+
+    /// The same for the record on which a cursor of the table stands.
+    static void FillRecord(Recordset& records, std::string_view table)
+    {
         records.Edit();
         int place = 0;
         for (const Field& field : FieldsOf(FindTable(table)).All()) {

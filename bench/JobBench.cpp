@@ -1,0 +1,195 @@
+// A batch with working papers, from the database to the printer's PDF files, beside a kept connection that reads the
+// same records and Qt's PDF writer that writes the same pages, in the same run. Qt is the yardstick here and nothing
+// else.
+
+#include "QtPages.h"
+#include "printing/PrintJobs.h"
+#include "support/PrintDesk.h"
+
+#include <QGuiApplication>
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <sys/resource.h>
+
+namespace quillmere {
+namespace {
+
+using testing::PrintDesk;
+using testing::ScriptedDoor;
+
+constexpr std::string_view Employer = "Marlow & Sons Ltd";
+
+/// The tables that an employee's papers and declaration read.
+constexpr auto Tables = std::to_array<std::string_view>({
+    "P11D",      "ExtraCars", "ANotepad",  "BNotepad",  "CNotepad",  "DNotepad",  "ENotepad",  "FNotepad",
+    "GNotepad",  "HNotepad",  "INotepad",  "JNotepad",  "KNotepad",  "LNotepad",  "NNotepad1", "NNotepad2",
+    "NNotepad3", "ONotepad1", "ONotepad2", "ONotepad3", "ONotepad4", "ONotepad5", "ONotepad6", "SpareTable",
+});
+
+/// Takes what comes and keeps nothing of it.
+class CountingDoor : public ScriptedDoor {
+public:
+    PrintOutcome Print(const PrintRequest& request) override
+    {
+        bytes += request.pdf.size();
+        pages += request.pages.size();
+        return PrintOutcome::Sent;
+    }
+    void ShowProgress(int, int) override {}
+
+    std::size_t bytes = 0, pages = 0;
+};
+
+std::string EmployeeOf(int number)
+{
+    return fmt::format("Jane Smith-{:04}", number);
+}
+
+/// A database of employees with six pages each: both sides of the form, two schedules, a car and the accommodation.
+class Office {
+public:
+    explicit Office(int employees)
+    {
+        door.printers = {"Office"};
+        desk.printing.engine.documentEnded = nullptr;
+        {
+            Database database = desk.Open();
+            const WriteBatch batch(database);
+            for (int number = 1; number <= employees; ++number)
+                CreateEmployee(database, {.employer = std::string(Employer),
+                                          .firstName = "Jane",
+                                          .surname = fmt::format("Smith-{:04}", number)});
+            for (const std::string_view table : {"ANotepad", "ONotepad1", "DNotepad"})
+                for (int number = 1; number <= employees; ++number)
+                    FillAll(database, table, EmployeeOf(number));
+            for (int number = 1; number <= employees; ++number)
+                FillForm(database, EmployeeOf(number));
+        }
+    }
+
+    void PrintBatch()
+    {
+        BatchSelection all = BatchSelection::All();
+        all.Set(BatchTick::P11DB, false);
+        PrintBatchJob(desk.session, desk.printing, Employer, all);
+        if (!door.messages.empty())
+            throw std::runtime_error(door.messages.front().text);
+    }
+
+    CountingDoor door;
+    PrintDesk desk{door, "/dev/shm"};
+
+private:
+    static void FillAll(Database& database, std::string_view table, const std::string& employee)
+    {
+        Recordset records = database.OpenRecordset(table);
+        PrintDesk::Seek(records, table, Employer, employee);
+        PrintDesk::FillRecord(records, table);
+    }
+    static void FillForm(Database& database, const std::string& employee)
+    {
+        Recordset records = database.OpenRecordset("P11D");
+        PrintDesk::Seek(records, "P11D", Employer, employee);
+        records.Edit();
+        for (const Field& field : FieldsOf(FindTable("P11D")).All())
+            if (field.kind == FieldKind::Amount && !field.name.ends_with("2"))
+                records.SetField(field.name, "   1234.50");
+        records.SetField("FMakeModel1", "Rover 75");
+        records.Update();
+    }
+};
+
+constexpr int Employees = 300;
+
+Office& OfficeOf300()
+{
+    static Office office(Employees);
+    return office;
+}
+
+void BatchWithWorkingPapers(benchmark::State& state)
+{
+    Office& office = OfficeOf300();
+    for (auto _ : state) {
+        office.door.bytes = office.door.pages = 0;
+        office.PrintBatch();
+    }
+    state.counters["pages"] = static_cast<double>(office.door.pages);
+    state.counters["bytes"] = static_cast<double>(office.door.bytes);
+}
+BENCHMARK(BatchWithWorkingPapers)->Unit(benchmark::kMillisecond);
+
+/// The same documents; the 24 records of each employee are read over one connection, every field of them.
+void BatchWithWorkingPapersQPdfWriter(benchmark::State& state)
+{
+    Office& office = OfficeOf300();
+    std::vector<std::shared_ptr<const Document>> documents;
+    office.desk.printing.engine.documentEnded = [&](std::shared_ptr<const Document> document) {
+        documents.push_back(std::move(document));
+    };
+    office.PrintBatch();
+    office.desk.printing.engine.documentEnded = nullptr;
+    static QtPages pages;
+    qsizetype bytes = 0;
+    std::size_t read = 0;
+    for (auto _ : state) {
+        bytes = 0;
+        Database database = office.desk.Open();
+        std::vector<Recordset> cursors;
+        for (const std::string_view table : Tables) {
+            cursors.push_back(database.OpenRecordset(table));
+            cursors.back().Index("IndKey");
+        }
+        for (int number = 1; number <= Employees; ++number) {
+            for (std::size_t table = 0; table < Tables.size(); ++table) {
+                cursors[table].Seek(Employer, EmployeeOf(number));
+                for (const Field& field : FieldsOf(FindTable(Tables[table])).All())
+                    read += cursors[table].Field(field.name).size();
+            }
+            bytes += pages.Write(*documents.at(static_cast<std::size_t>(number - 1))).size();
+        }
+    }
+    benchmark::DoNotOptimize(read);
+    state.counters["bytes"] = static_cast<double>(bytes);
+}
+BENCHMARK(BatchWithWorkingPapersQPdfWriter)->Unit(benchmark::kMillisecond);
+
+/// Largest memory of the process so far, in KB, after a batch of 10 and after one of 1,000. Registered first: the
+/// largest of the whole run is what is read.
+void MemoryOfABatchJob(benchmark::State& state)
+{
+    const auto largest = [] {
+        rusage usage{};
+        ::getrusage(RUSAGE_SELF, &usage);
+        return static_cast<double>(usage.ru_maxrss);
+    };
+    for (auto _ : state) {
+        state.PauseTiming();
+        Office many(1000);
+        Office few(10);
+        state.ResumeTiming();
+        few.PrintBatch();
+        const double afterTen = largest();
+        many.PrintBatch();
+        state.counters["KB10"] = afterTen;
+        state.counters["KB1000"] = largest();
+        state.counters["ratio"] = largest() / afterTen;
+    }
+}
+
+} // namespace
+} // namespace quillmere
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    benchmark::RegisterBenchmark("MemoryOfABatchJob", quillmere::MemoryOfABatchJob)
+        ->Iterations(1)
+        ->Unit(benchmark::kMillisecond);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
