@@ -1,4 +1,4 @@
-#include "tools/ReferenceRows.h"
+#include "ReferenceRows.h"
 
 #include <cstdio>
 #include <exception>

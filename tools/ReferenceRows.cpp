@@ -1,10 +1,11 @@
-#include "tools/ReferenceRows.h"
+#include "ReferenceRows.h"
 
 #include "clientdb/Recordset.h"
 #include "clientdb/TableLayouts.h"
 #include "clientdb/Template.h"
 #include "frame/CheckedFile.h"
 
+#include <fmt/format.h>
 #include <optional>
 
 namespace quillmere::tools {
@@ -38,10 +39,7 @@ public:
         return row;
     }
 
-    [[noreturn]] void Fail(const std::string& why) const
-    {
-        throw BadTable(std::string(name) + ":" + std::to_string(line) + ": " + why);
-    }
+    [[noreturn]] void Fail(const std::string& why) const { throw BadTable(fmt::format("{}:{}: {}", name, line, why)); }
 
 private:
     bool Take(char wanted)
@@ -93,7 +91,7 @@ void Fill(Database& database, const TableLayout& layout, const std::filesystem::
     const TextTable table = ReadTextTable(ReadFile(file), name);
     for (const std::string& column : table.columns)
         if (FieldsOf(layout).Find(column) == TableFields::None)
-            throw BadTable(name + ": " + std::string(layout.name) + " has no column \"" + column + "\"");
+            throw BadTable(fmt::format("{}: {} has no column \"{}\"", name, layout.name, column));
     Recordset records = database.OpenRecordset(layout.name);
     for (const TextTable::Row& row : table.rows) {
         records.AddNew();
@@ -116,8 +114,8 @@ TextTable ReadTextTable(std::string_view text, std::string_view name)
     table.columns = std::move(row->cells);
     while ((row = reader.NextRow())) {
         if (row->cells.size() != table.columns.size())
-            throw BadTable(std::string(name) + ":" + std::to_string(row->line) + ": expected " +
-                           std::to_string(table.columns.size()) + " cells, found " + std::to_string(row->cells.size()));
+            throw BadTable(fmt::format("{}:{}: expected {} cells, found {}", name, row->line, table.columns.size(),
+                                       row->cells.size()));
         table.rows.push_back(std::move(*row));
     }
     return table;

@@ -58,10 +58,12 @@ Form1::Form1(Session& session) : Screen(session, "Form1", ShowMode::Modal, "CO2 
 {
     AddBoxes(Rows);
     SetButtons("Cancel", {});
-    OnChoose("Manufacture", [this](Box&) { ChooseManufacturer(); });
-    OnChoose("Model", [this](Box&) { ChooseModel(); });
-    for (std::size_t list = Models + 1; list < Lists; ++list)
-        OnChoose(Cascade[list].list, [this, list](Box&) { Choose(list); });
+    for (std::size_t list = 0; list < Lists; ++list) {
+        const auto choose = [this, list](Box&) { ChooseFrom(list); };
+        OnChoose(Cascade[list].list, choose);
+        // Enter on an entry, too.
+        OnDoubleClick(Cascade[list].list, choose);
+    }
     OnClick("Ok", [this](Box&) { Ok(); });
     OnClick("Delete", [this](Box&) {
         EmptyAll();
@@ -132,10 +134,16 @@ void Form1::EmptyAll()
     box("CarReg").Clear();
 }
 
-void Form1::ChooseManufacturer()
+void Form1::ChooseFrom(std::size_t list)
 {
-    if (RegistrationDateStands())
-        Choose(Manufacturers);
+    if (list == Manufacturers && !RegistrationDateStands())
+        return;
+    if (list == Models && LeaveRegistrationDate(box("CarReg").Text()).check != RegistrationCheck::Good) {
+        EmptyAfter(Models);
+        session.messages.Tell(edition::AppTitle, "Registration Date Not Completed");
+        return;
+    }
+    Choose(list);
 }
 
 /// Looks at the date of registration and says what is wrong with it. A date that is refused is emptied.
@@ -163,16 +171,6 @@ bool Form1::RegistrationDateStands()
         return false;
     }
     return true;
-}
-
-void Form1::ChooseModel()
-{
-    if (LeaveRegistrationDate(box("CarReg").Text()).check != RegistrationCheck::Good) {
-        EmptyAfter(Models);
-        session.messages.Tell(edition::AppTitle, "Registration Date Not Completed");
-        return;
-    }
-    Choose(Models);
 }
 
 /// Shows what was chosen in a list and fills the next one; after the last the car has been found.

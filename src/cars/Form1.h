@@ -27,8 +27,7 @@ private:
     void EmptyAfter(std::size_t list);
     void EmptyAll();
 
-    void ChooseManufacturer();
-    void ChooseModel();
+    void ChooseFrom(std::size_t list);
     void Choose(std::size_t list);
     [[nodiscard]] bool RegistrationDateStands();
     void FillNext(std::size_t list);

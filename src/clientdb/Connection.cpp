@@ -144,12 +144,13 @@ std::string TableStatements::Columns(std::span<const std::uint16_t> columns, boo
     return text.empty() ? "NULL" : text;
 }
 
-sqlite3_stmt* TableStatements::Seek(const TableIndex& index)
+sqlite3_stmt* TableStatements::Seek(const TableIndex& index, std::span<const std::uint16_t> columns, bool all)
 {
     const bool twoParts = !index.part2.empty();
-    return Shape(twoParts ? 'K' : 'k', {}, [&] {
+    const char kind = all ? (twoParts ? 'K' : 'k') : (twoParts ? 'S' : 's');
+    return Shape(kind, columns, [&] {
         const std::string text =
-            fmt::format("SELECT rowid,{} FROM {} WHERE [{}]=?", Columns({}, true, ","), table, index.part1);
+            fmt::format("SELECT rowid,{} FROM {} WHERE [{}]=?", Columns(columns, all, ","), table, index.part1);
         return twoParts ? fmt::format("{} AND [{}]=?", text, index.part2) : text;
     });
 }

@@ -58,8 +58,8 @@ public:
     const TableLayout& Layout() const { return layout; }
     const TableFields& Fields() const { return fields; }
 
-    /// SELECT of the rowid and all fields by the parts of an index.
-    sqlite3_stmt* Seek(const TableIndex& index);
+    /// SELECT of the rowid and then of one field after the other, or of all, by the parts of an index.
+    sqlite3_stmt* Seek(const TableIndex& index, std::span<const std::uint16_t> columns, bool all);
     /// SELECT of one field after the other by rowid; of all fields where `columns` is empty and `all` is set.
     sqlite3_stmt* Read(std::span<const std::uint16_t> columns, bool all);
     /// The same for each rowid of a list, "[1,2,...]", in its order, with the rowid in front.

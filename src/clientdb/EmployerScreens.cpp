@@ -214,9 +214,9 @@ struct ListButton {
 // clang-format off
 constexpr auto EmployerListButtons = std::to_array<ListButton>({
     // mode                       0      1      2      3      4      5
+    {"EmpSelect", "&Select",   {true,  false, true,  false, false, false}},
     {"EmpOpen", "&Open",       {true,  false, false, false, false, false}},
     {"EmpOpen2", "&Open",      {false, false, false, false, true,  false}},
-    {"EmpSelect", "&Select",   {true,  false, true,  false, false, false}},
     {"EmpSelect2", "&Select",  {false, true,  false, false, false, false}},
     {"EmpDelete", "&Delete",   {false, false, false, false, false, true}},
     {"EmpCancel", "&Cancel",   {true,  true,  true,  true,  true,  true}},

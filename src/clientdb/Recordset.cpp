@@ -208,7 +208,8 @@ struct Recordset::State {
     std::size_t aheadGoal = 1;
     sqlite3_int64 changesSeen = 0;
     bool rowIsAhead = false; ///< the current record is read from row `aheadAt` of those
-    bool scanned = false;    ///< the current record was reached by MoveFirst or MoveNext
+    bool scanned = false;    ///< the current record was reached by MoveFirst, MoveNext or Seek
+    bool sought = false;     ///< there has been a Seek: the next brings only the fields that were asked for so far
 
     // The current record whole.
     Cells whole;
@@ -287,16 +288,28 @@ void Recordset::State::SeekKey(std::string_view part1, std::optional<std::string
     connection->RequireOpen();
     Forget();
     place = Place::Nowhere;
-    Run run(*connection, statements.Seek(*index));
+    // Who seeks once will mostly ask for much; who goes on seeking asks for the same fields each time.
+    const bool all = !sought || allColumns;
+    Run run(*connection, all ? statements.Seek(*index, {}, true) : statements.Seek(*index, columns, false));
     run.Bind(part1);
     if (part2)
         run.Bind(*part2);
     if (!run.Step())
         return;
     StandOn(run.Number(0));
-    whole.Clear();
-    whole.Take(run, 1, fields.Count());
-    wholeRead = true;
+    sought = true;
+    scanned = true;
+    if (all) {
+        whole.Clear();
+        whole.Take(run, 1, fields.Count());
+        wholeRead = true;
+    } else {
+        rowWidth = columns.size();
+        ahead.Clear();
+        ahead.Take(run, 1, rowWidth);
+        aheadRows.push_back({rowid, 0});
+        rowIsAhead = true;
+    }
 }
 
 /// Takes up the rowids of a scan in the order of an index, or of one employer.
@@ -461,8 +474,7 @@ void Recordset::State::Set(std::string_view name, std::string_view text, bool is
     if (writing == Writing::Nothing)
         throw std::logic_error("A field is set without Edit or AddNew");
     const auto column = static_cast<std::uint16_t>(Column(name));
-    const auto at =
-        std::find_if(changes.begin(), changes.end(), [&](const Change& change) { return change.column >= column; });
+    const auto at = std::ranges::lower_bound(changes, column, {}, &Change::column);
     if (at != changes.end() && at->column == column)
         *at = {column, isNull, std::string(text)};
     else
@@ -701,6 +713,21 @@ WriteBatch::~WriteBatch()
     } catch (const StoreError&) {
         // Whoever must know calls Commit; here another failure is already on its way.
     }
+}
+
+ReadBatch::ReadBatch(Database& database) : connection(database.connection), begun(false)
+{
+    connection->RequireOpen();
+    if (connection->InTransaction())
+        return;
+    connection->Execute("BEGIN");
+    begun = true;
+}
+
+ReadBatch::~ReadBatch()
+{
+    if (begun && connection->handle != nullptr && connection->InTransaction())
+        sqlite3_exec(connection->handle, "END", nullptr, nullptr, nullptr);
 }
 
 } // namespace quillmere

@@ -41,6 +41,7 @@ public:
 private:
     friend class Recordset;
     friend class WriteBatch;
+    friend class ReadBatch;
     explicit Database(std::shared_ptr<Connection> connection);
     std::shared_ptr<Connection> connection;
 };
@@ -115,6 +116,21 @@ public:
 
 private:
     std::shared_ptr<Database::Connection> connection;
+};
+
+/// Gathers the reads of one operation under one lock: they see one state of the database, and nobody writes to it until
+/// the batch ends.
+class ReadBatch {
+public:
+    /// Throws StoreError.
+    explicit ReadBatch(Database& database);
+    ~ReadBatch();
+    ReadBatch(const ReadBatch&) = delete;
+    ReadBatch& operator=(const ReadBatch&) = delete;
+
+private:
+    std::shared_ptr<Database::Connection> connection;
+    bool begun;
 };
 
 } // namespace quillmere

@@ -180,10 +180,10 @@ void PanelBehind(Layout& layout, int x, int y, int width, int height)
 
 Layout GNotepad()
 {
-    Layout layout{.width = 1140};
+    Layout layout{.width = 1164};
     Tabs(layout, std::to_array<std::string_view>({"Van1", "Van2", "Van3"}));
     constexpr int Top = Margin + TabHeight + Gap;
-    constexpr int PanelWidth = 550, Inner = PanelWidth - 2 * Gap;
+    constexpr int PanelWidth = 562, Inner = PanelWidth - 2 * Gap;
     constexpr int SecondX = Margin + PanelWidth + Gap;
 
     Sheet van(layout, Margin + Gap, Top + Gap, Inner);
@@ -311,7 +311,7 @@ Layout JNotepad()
 Layout HNotepad()
 {
     constexpr int Loans = 5, LoanWidth = 140, LoanStep = LoanWidth + Gap;
-    constexpr int CaptionX = Margin + 2 * Gap + TagWidth, CaptionWidth = 410;
+    constexpr int CaptionX = Margin + 2 * Gap + TagWidth, CaptionWidth = 424;
     constexpr int FirstX = CaptionX + CaptionWidth + Gap;
     Layout layout{.width = FirstX + Loans * LoanStep + Margin};
     struct Line {
@@ -453,7 +453,7 @@ Layout D2Notepad()
 
 Layout D2InfoNotepad()
 {
-    constexpr int Width = 620;
+    constexpr int Width = 860;
     constexpr TextLook Paragraph{.size = 13};
     Layout layout{.width = Width + 2 * (Margin + Gap)};
     int y = Margin;

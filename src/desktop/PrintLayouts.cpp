@@ -32,6 +32,7 @@ void FieldGroup(Layout& layout, int x, int y, int width, std::string_view title,
     int line = Group(layout, x, y, width, static_cast<int>(fields.size()), title);
     for (const Field& field : fields) {
         layout.Line(line, x + 12, width - boxWidth - 30, field.caption, field.box, x + width - boxWidth - 12, boxWidth);
+        layout.placed.back().spoken.clear(); // the box's own words say which page is meant
         line += LineHeight;
     }
 }
@@ -94,7 +95,7 @@ Layout frmVSPrintSettings()
 Layout frmVSPrint()
 {
     constexpr int strip = 40, y = 6, height = 28;
-    Layout layout{.width = 1350, .height = strip, .headerHeight = strip};
+    Layout layout{.width = 1340, .height = strip, .headerHeight = strip};
     layout.Panel(0, 0, 4000, 4 * strip);
     layout.Place("cmbPrint", 84, y, 92, height);
     layout.Place("cmdFirst", 192, y, 36, height);

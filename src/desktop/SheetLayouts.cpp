@@ -185,10 +185,10 @@ Layout Form1()
         int width;
     };
     constexpr auto Columns = std::to_array<Column>({
-        {"Make", "Manufacture", "MakeBox", 230},
+        {"Make", "Manufacture", "MakeBox", 296},
         {"Model", "Model", "ModelBox", 190},
-        {"Description", "ModelDescription", "ModelDescBox", 300},
-        {"Transmission", "Transm", "TransmissionBox", 130},
+        {"Description", "ModelDescription", "ModelDescBox", 290},
+        {"Transmission", "Transm", "TransmissionBox", 120},
         {"Type of fuel", "FuelT", "FuelBox", 110},
     });
     constexpr int Left = 16, ListTop = 78, ListHeight = 270, Gap = 10;
@@ -220,7 +220,7 @@ Layout Form1()
 Layout GNotepad2()
 {
     constexpr int Left = 16, NumberWidth = 20, DateX = Left + NumberWidth + 8, TypeX = DateX + 130, DaysX = TypeX + 90;
-    constexpr int First = 62, Row = 26, Rows = 9;
+    constexpr int First = 44, Row = 26, Rows = 9;
     constexpr int LegendX = DaysX + 100, LegendWidth = 270;
     Layout layout{.width = LegendX + LegendWidth + 16};
     layout.Text(DateX, First - 22, 120, "Change of use", Bold);
@@ -238,12 +238,12 @@ Layout GNotepad2()
                 {.size = 12});
     layout.Place("FinalDays", DaysX, Last, 60);
 
-    layout.Panel(LegendX, First - 22, LegendWidth, 142);
+    layout.Panel(LegendX, First - 22, LegendWidth, 122);
     layout.Text(LegendX + 12, First - 12, LegendWidth - 24, "Codes for Type (of use)", Heading);
     layout.Text(LegendX + 12, First + 14, LegendWidth - 24,
                 "1 = Exclusive\n2 = Shared\n3 = Unavailable (less than 30 days)\n4 = Unavailable (more than 29 days)",
                 {.size = 13}, 80);
-    layout.Text(LegendX + 12, First + 140, LegendWidth - 24,
+    layout.Text(LegendX + 12, First + 116, LegendWidth - 24,
                 "The first row runs from " + std::string(edition::VanHistoryStart) +
                     ". Each change ends the use of the row before it.",
                 Italic, 34);

@@ -28,6 +28,23 @@ bool Screens::IsRegistered(std::string_view name) const
     return factories.contains(std::string(name));
 }
 
+std::vector<std::string> Screens::Registered() const
+{
+    std::vector<std::string> names;
+    for (const auto& [name, factory] : factories)
+        names.push_back(name);
+    std::ranges::sort(names);
+    return names;
+}
+
+std::unique_ptr<Screen> Screens::Make(std::string_view name) const
+{
+    const auto factory = factories.find(std::string(name));
+    if (factory == factories.end())
+        throw std::logic_error("no screen is named " + std::string(name));
+    return factory->second(session);
+}
+
 Screens::Slot* Screens::FindSlot(std::string_view name)
 {
     const auto found = std::ranges::find_if(open, [&](const Slot& slot) { return slot.screen->Name() == name; });
@@ -55,11 +72,8 @@ Screen* Screens::Load(std::string_view name)
 {
     if (Screen* loaded = Find(name))
         return loaded;
-    const auto factory = factories.find(std::string(name));
-    if (factory == factories.end())
-        throw std::logic_error("no screen is named " + std::string(name));
     const EventScope scope(*this);
-    open.push_back(Slot{.screen = factory->second(session)});
+    open.push_back(Slot{.screen = Make(name)});
     Screen* screen = open.back().screen.get();
     bool wanted = false;
     try {

@@ -40,6 +40,10 @@ public:
 
     void Register(std::string_view name, Factory factory);
     bool IsRegistered(std::string_view name) const;
+    /// Names of all registered screens, in alphabetical order.
+    std::vector<std::string> Registered() const;
+    /// A screen as its class makes it, neither loaded nor kept: for looking at its controls.
+    std::unique_ptr<Screen> Make(std::string_view name) const;
     void SetHost(ScreenHost* newHost) { host = newHost; }
 
     /// The screen if it is loaded, else nothing.

@@ -81,13 +81,14 @@ std::string GlyphsByCode(hb_subset_plan_t* plan, const std::vector<CharacterRang
 {
     const hb_map_t* glyphOf = hb_subset_plan_unicode_to_old_glyph_mapping(plan);
     const hb_map_t* newGlyphOf = hb_subset_plan_old_to_new_glyph_mapping(plan);
-    std::string glyphs((characters.back().last + 1) * 2, '\0');
+    std::string glyphs((std::size_t{characters.back().last} + 1) * 2, '\0');
     for (const CharacterRange range : characters)
         for (char32_t character = range.first; character <= range.last; ++character) {
             const hb_codepoint_t old = hb_map_get(glyphOf, character);
             const hb_codepoint_t glyph = old == HB_MAP_VALUE_INVALID ? 0 : hb_map_get(newGlyphOf, old);
-            glyphs[character * 2] = static_cast<char>(glyph >> 8);
-            glyphs[character * 2 + 1] = static_cast<char>(glyph & 0xFF);
+            const std::size_t at = std::size_t{character} * 2;
+            glyphs[at] = static_cast<char>(glyph >> 8);
+            glyphs[at + 1] = static_cast<char>(glyph & 0xFF);
         }
     return glyphs;
 }

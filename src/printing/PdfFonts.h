@@ -2,7 +2,6 @@
 
 #include "printing/Fonts.h"
 
-#include <compare>
 #include <map>
 #include <string>
 #include <vector>
@@ -22,7 +21,8 @@ public:
     void Add(char32_t character);
     /// In ascending order, neighbours joined.
     std::vector<CharacterRange> Ranges() const;
-    friend auto operator<=>(const CharacterGroups&, const CharacterGroups&) = default;
+    /// Any order, for a place in a map.
+    friend bool operator<(const CharacterGroups& a, const CharacterGroups& b) { return a.groups < b.groups; }
 
 private:
     std::vector<std::uint16_t> groups; ///< beyond those that every subset has, ascending

@@ -17,7 +17,7 @@ constexpr double RuleWidth = 0.2;
 constexpr double FootRule = 274;
 constexpr double FootText = 278;
 constexpr double FontPoints = 10;
-constexpr double LineStep = 4;
+constexpr double LastLine = 268;
 
 constexpr std::array<std::string_view, 12> Months = {"January",   "February", "March",    "April",
                                                      "May",       "June",     "July",     "August",
@@ -67,7 +67,7 @@ void PrintReportHeading(PrintJob& job, std::string_view heading, std::string_vie
     page.vsBoldOn();
     page.vsTextCentre(ReportLeft, ReportCentre, job.position, heading);
     page.vsTextRight(ReportRight, job.position, item);
-    page.vsTextCentre(ReportLeft, ReportCentre, job.position + LineStep + 1, subHeading);
+    page.vsTextCentre(ReportLeft, ReportCentre, job.position + ReportLine + 1, subHeading);
     job.position += 10.0;
     page.vsTextCentre(ReportLeft, ReportCentre, job.position, section);
     page.vsBoldOff();
@@ -80,7 +80,14 @@ std::string ReportFigure(std::string_view stored)
     return FormatAmount(ReadAmount(stored), edition::FormatPrintMoneyBlankZero);
 }
 
-void PrintReportText(PrintJob& job, double x, std::string_view text)
+void NextReportLine(PrintJob& job)
+{
+    if (job.position + ReportLine > LastLine)
+        StartReportPage(job);
+    job.position += ReportLine;
+}
+
+double PrintReportText(PrintJob& job, double x, std::string_view text)
 {
     PageLayer& page = job.page;
     std::u32string rest = CodePoints(text);
@@ -96,11 +103,12 @@ void PrintReportText(PrintJob& job, double x, std::string_view text)
         if (blank != std::u32string::npos && blank > 0)
             count = blank;
         page.vsTextLeft(x, job.position, Utf8(rest.substr(0, count)));
-        job.position += LineStep;
+        NextReportLine(job);
         rest.erase(0, count);
         rest.erase(0, rest.find_first_not_of(U' '));
     }
     page.vsTextLeft(x, job.position, Utf8(rest));
+    return x + page.vsTextWidth(Utf8(rest));
 }
 
 } // namespace quillmere

@@ -14,6 +14,7 @@ inline constexpr double ReportLeft = 10;
 inline constexpr double ReportRight = 190;
 inline constexpr double ReportCentre = 180; ///< texts are centred from ReportLeft to here
 inline constexpr double ReportText = 25;
+inline constexpr double ReportLine = 4;     ///< from line to line
 inline constexpr double ReportColumn1 = 90; ///< figures end here, and at the two below
 inline constexpr double ReportColumn2 = 140;
 inline constexpr double ReportColumn3 = 175;
@@ -29,7 +30,11 @@ void PrintReportHeading(PrintJob& job, std::string_view heading, std::string_vie
 /// A stored amount as the reports print it: nothing for a zero. A text without a digit, such as "Nil", stays as it is.
 std::string ReportFigure(std::string_view stored);
 
-/// Prints a text from x on, on further lines where it would run off the page's right rule.
-void PrintReportText(PrintJob& job, double x, std::string_view text);
+/// Goes on to the next line; at the foot of the page to a further page.
+void NextReportLine(PrintJob& job);
+
+/// Prints a text from x on, on further lines where it would run off the page's right rule. Gives the place where its
+/// last line ends, mm.
+double PrintReportText(PrintJob& job, double x, std::string_view text);
 
 } // namespace quillmere

@@ -164,7 +164,6 @@ std::vector<ScheduleLine> FilledLines(const Recordset& records, std::span<const 
     return lines;
 }
 
-constexpr double LineStep = 4;
 constexpr double WidthOfRules = 15;
 constexpr double MoneyShort = 0.75; ///< totals stand so much before the end of the figures
 
@@ -192,9 +191,29 @@ void DrawColumnHeads(PrintJob& job, std::span<const ReportColumn> columns)
             continue;
         }
         page.vsTextRight(column.right, job.position, column.head);
-        underlined(job.position + LineStep, column, column.secondHead);
+        underlined(job.position + ReportLine, column, column.secondHead);
     }
-    job.position += LineStep;
+    job.position += ReportLine;
+}
+
+constexpr double GapBeforeFigures = 1;
+
+/// A line's figures stand beside its description, or below where that is too long for it.
+void PrintLine(PrintJob& job, std::span<const ReportColumn> columns, const ScheduleLine& line)
+{
+    PageLayer& page = job.page;
+    const double end = PrintReportText(job, ReportText, line.description);
+    std::vector<std::string> figures;
+    double leftmost = ReportRight;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        figures.push_back(ReportFigure(line.figures[i]));
+        if (!figures[i].empty())
+            leftmost = std::min(leftmost, columns[i].right - page.vsTextWidth(figures[i]));
+    }
+    if (leftmost < ReportRight && end + GapBeforeFigures > leftmost)
+        NextReportLine(job);
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        page.vsTextRight(columns[i].right, job.position, figures[i]);
 }
 
 } // namespace
@@ -227,26 +246,23 @@ void PrintScheduleReport(PrintJob& job, const ScheduleReport& report)
     const bool otherHeading = job.batchDeclaration && !report.headingInBatch.empty();
     PrintReportHeading(job, otherHeading ? report.headingInBatch : report.heading, {}, report.subHeading,
                        report.section);
-    job.position += 2 * LineStep;
+    job.position += 2 * ReportLine;
     page.vsBoldOn();
     page.vsTextLeft(ReportText, job.position, job.employee);
-    job.position += 2 * LineStep;
+    job.position += 2 * ReportLine;
     DrawColumnHeads(job, report.columns);
     page.vsBoldOff();
 
     std::vector<Amount> totals(report.columns.size());
     for (const ScheduleLine& line : lines) {
-        job.position += LineStep;
-        const double y = job.position;
-        PrintReportText(job, ReportText, line.description);
-        for (std::size_t i = 0; i < report.columns.size(); ++i) {
+        NextReportLine(job);
+        PrintLine(job, report.columns, line);
+        for (std::size_t i = 0; i < report.columns.size(); ++i)
             totals[i] += ReadAmount(line.figures[i]);
-            page.vsTextRight(report.columns[i].right, y, ReportFigure(line.figures[i]));
-        }
     }
     job.position += 1.0;
     DrawRules(job, report.columns, 0.2);
-    job.position += LineStep;
+    job.position += 4.0;
     page.vsBoldOn();
     for (std::size_t i = 0; i < report.columns.size(); ++i)
         page.vsTextMoney(report.columns[i].right - MoneyShort, job.position,

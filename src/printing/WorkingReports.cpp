@@ -351,7 +351,6 @@ constexpr auto Reports = std::to_array<WorkingReport>({
 });
 
 constexpr double LabelLeft = 12;
-constexpr double LineStep = 4;
 constexpr double BeforeTitle = 1.5; ///< additional room above a title
 
 /// Prints a label; in a report whose labels end at the first column, at the left where it is too long for that.
@@ -377,7 +376,7 @@ void PrintAddress(PrintJob& job, const WorkingReader& read)
         if (line.empty())
             continue;
         if (!first)
-            job.position += LineStep;
+            job.position += ReportLine;
         job.page.vsTextRight(ReportColumn3, job.position, line);
         first = false;
     }
@@ -386,6 +385,9 @@ void PrintAddress(PrintJob& job, const WorkingReader& read)
 void PrintRow(PrintJob& job, const WorkingReport& report, const WorkingRow& row, const WorkingReader& read)
 {
     PageLayer& page = job.page;
+    const bool goesOn = row.label.empty() && row.label2 == nullptr; // with what the line above began
+    if (goesOn && TextOr(read, row.field, row.otherwise).empty() && TextOr(read, row.field2, row.otherwise2).empty())
+        return;
     const bool isTitle = row.show == Title || row.show == Address;
     job.position += report.pitch + (isTitle ? BeforeTitle : 0);
     if (isTitle)

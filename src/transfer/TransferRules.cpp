@@ -21,7 +21,7 @@ constexpr int Cars = 6;
 /// Cars up to this one stand in P11D, the others in ExtraCars.
 constexpr int CarsInP11D = 2;
 
-std::string SetTick(bool set)
+std::string_view TickText(bool set)
 {
     return set ? "1" : "";
 }
@@ -30,14 +30,14 @@ void CarryNumbered(CarriedFields& carried, const LastYearRecord& lastYear, std::
 {
     for (int number = 1; number <= last; ++number) {
         std::string field = Numbered(stem, number);
-        std::string text(lastYear(field));
-        carried.push_back({std::move(field), std::move(text)});
+        const std::string_view text = lastYear(field);
+        carried.push_back({std::move(field), text});
     }
 }
 
 void CarryNamed(CarriedFields& carried, const LastYearRecord& lastYear, std::string_view field)
 {
-    carried.push_back({std::string(field), std::string(lastYear(field))});
+    carried.push_back({std::string(field), lastYear(field)});
 }
 
 // ---- cars -----------------------------------------------------------------------------------------
@@ -47,7 +47,7 @@ constexpr auto CarStems = std::to_array<std::string_view>(
     {"FMakeModel", "FRegDate", "FC02", "FEngine", "FListPrice", "FAccessories", "FFuel", "FCaptContr", "FPrivateUse"});
 
 struct Car {
-    std::array<std::string, CarStems.size()> texts;
+    std::array<std::string_view, CarStems.size()> texts;
     bool noC02 = false;
     bool fuel = false;
 };
@@ -132,7 +132,7 @@ CarriedFields CarryVans(const LastYearRecord& lastYear)
         if (slot <= static_cast<int>(runOn.size())) {
             const int van = runOn[static_cast<std::size_t>(slot - 1)];
             number.text = lastYear(Numbered("RegNumber", van));
-            beforeApril.text = SetTick(IsSet(lastYear(Numbered("BeforeApril", van))));
+            beforeApril.text = TickText(IsSet(lastYear(Numbered("BeforeApril", van))));
         }
         carried.push_back(std::move(number));
         carried.push_back(std::move(beforeApril));
@@ -143,12 +143,12 @@ CarriedFields CarryVans(const LastYearRecord& lastYear)
 CarriedFields CarryLoans(const LastYearRecord& lastYear, const CurrencyRates& rates)
 {
     CarriedFields carried;
-    std::vector<std::string> balances;
+    std::vector<std::string_view> balances;
     for (int loan = 1; loan <= Loans; ++loan) {
-        const std::string currency(lastYear(Numbered("Currency", loan)));
+        const std::string_view currency = lastYear(Numbered("Currency", loan));
         // A loan that ended has its currency too: what is left empty would be taken for a currency without a rate.
         if (rates.RateOf(currency) <= Amount()) {
-            carried.push_back({Numbered("Currency", loan), std::string(edition::FirstCurrency)});
+            carried.push_back({Numbered("Currency", loan), edition::FirstCurrency});
             carried.push_back({Numbered("Index", loan), "1"});
             carried.push_back({Numbered("InterestRate", loan), rates.firstRate});
         } else {
@@ -158,13 +158,13 @@ CarriedFields CarryLoans(const LastYearRecord& lastYear, const CurrencyRates& ra
         }
         const std::string_view balance = lastYear(Numbered("MaxBalanceEarlier", loan));
         if (lastYear(Numbered("DateTo", loan)).empty() && !balance.empty())
-            balances.emplace_back(balance);
+            balances.push_back(balance);
     }
     // Kept: balances are packed from the first loan on and change their column, while currency and rate stay with the
     // number of their loan.
     balances.resize(Loans);
     for (int loan = 1; loan <= Loans; ++loan)
-        carried.push_back({Numbered("MaxBalanceLater", loan), std::move(balances[static_cast<std::size_t>(loan - 1)])});
+        carried.push_back({Numbered("MaxBalanceLater", loan), balances[static_cast<std::size_t>(loan - 1)]});
     return carried;
 }
 
@@ -197,11 +197,11 @@ CarriedCars CarryCars(const LastYearRecord* p11d, const LastYearRecord* extraCar
     CarriedCars carried;
     for (int slot = 1; slot <= Cars; ++slot) {
         CarriedFields& record = slot <= CarsInP11D ? carried.p11d : carried.extraCars;
-        Car& car = runOn[static_cast<std::size_t>(slot - 1)];
+        const Car& car = runOn[static_cast<std::size_t>(slot - 1)];
         for (std::size_t i = 0; i < CarStems.size(); ++i)
-            record.push_back({Numbered(CarStems[i], slot), std::move(car.texts[i])});
-        record.push_back({Numbered("FNoC02", slot), SetTick(car.noC02)});
-        record.push_back({Numbered("FFuelTick", slot), SetTick(car.fuel)});
+            record.push_back({Numbered(CarStems[i], slot), car.texts[i]});
+        record.push_back({Numbered("FNoC02", slot), TickText(car.noC02)});
+        record.push_back({Numbered("FFuelTick", slot), TickText(car.fuel)});
     }
     return carried;
 }
@@ -211,7 +211,7 @@ CarriedFields CarryIdentity(const LastYearRecord& p11d)
     CarriedFields carried;
     for (const std::string_view field : {"DOB", "SexTick", "PAYEBox", "WorkNumberBox", "NatIns"})
         CarryNamed(carried, p11d, field);
-    carried.push_back({"DirectorTick", SetTick(IsSet(p11d("DirectorTick")))});
+    carried.push_back({"DirectorTick", TickText(IsSet(p11d("DirectorTick")))});
     return carried;
 }
 

@@ -57,10 +57,11 @@ inline constexpr auto TransferTables = std::to_array<TransferTable>({
 /// Reads a field of last year's record; a null field reads as an empty text.
 using LastYearRecord = std::function<std::string_view(std::string_view field)>;
 
-/// A field of this year's record with the text that it takes over; with an empty text it stays null.
+/// A field of this year's record with the text that it takes over; with an empty text it stays null. The text is last
+/// year's record's own, or the list of currencies', and lives as long as that.
 struct CarriedField {
     std::string field;
-    std::string text;
+    std::string_view text;
 
     friend bool operator==(const CarriedField&, const CarriedField&) = default;
 };

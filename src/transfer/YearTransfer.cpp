@@ -22,7 +22,7 @@ constexpr std::string_view EmployerNotFound = "Employer not found";
 constexpr std::string_view RecordExists = "There is a record already. It has been left as it is.";
 
 /// So many employees are stored with one sync.
-constexpr std::size_t EmployeesOfOneSync = 100;
+constexpr std::size_t EmployeesOfOneSync = 200;
 
 /// Puts the cursor on the record with the key. False if there is none.
 bool Find(Recordset& records, std::string_view key)
@@ -157,6 +157,7 @@ bool YearTransfer::Transfer(const LastYearEmployee& employee, TransferMode mode,
         return true;
     noticed.clear();
     storeFailed = false;
+    const ReadBatch reading(lastYear);
     const Keys keys{.employer = employee.employer,
                     .employee = employee.employee,
                     .name = JoinedName(employee.employer, employee.employee)};

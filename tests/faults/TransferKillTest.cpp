@@ -17,7 +17,7 @@ namespace {
 
 class TransferKill : public StoreFixture {
 protected:
-    static constexpr int Employees = 220;
+    static constexpr int Employees = 420;
 
     TransferKill()
     {
@@ -106,7 +106,7 @@ TEST_F(TransferKill, AtAnyMomentLeavesEachEmployeeWholeOrNotThereAndTheNextRunCo
     std::mt19937 random(20110405);
     std::uniform_int_distribution<long> moment(0, static_cast<long>(whole));
     int killed = 0, partly = 0;
-    for (int kill = 0; kill < 24; ++kill) {
+    for (int kill = 0; kill < 14; ++kill) {
         std::filesystem::copy_file(empty, file, std::filesystem::copy_options::overwrite_existing);
         std::filesystem::remove(file.string() + "-journal");
         killed += TransferAndKill(std::chrono::microseconds(moment(random)));
@@ -120,7 +120,7 @@ TEST_F(TransferKill, AtAnyMomentLeavesEachEmployeeWholeOrNotThereAndTheNextRunCo
         for (const auto& [name, count] : completed)
             ASSERT_EQ(count, 24) << name << " is not whole";
     }
-    EXPECT_GT(killed, 8);
+    EXPECT_GT(killed, 4);
     EXPECT_GT(partly, 0) << "no kill fell between the first and the last employee";
 }
 

@@ -1,3 +1,4 @@
+#include "KeptListing.h"
 #include "PdfReadBack.h"
 #include "clientdb/TableLayouts.h"
 #include "frame/CheckedFile.h"
@@ -151,24 +152,7 @@ protected:
 
 TEST_P(FormPages, AreDrawnAsKept)
 {
-    const std::filesystem::path kept =
-        std::filesystem::path(PAGES) / "expected" / (std::string(GetParam().name) + ".txt");
-    const std::string listing = Listing(document, 1);
-    if (std::getenv("ACCEPT_PAGES") != nullptr)
-        std::ofstream(kept) << listing;
-    std::ifstream file(kept);
-    ASSERT_TRUE(file) << kept;
-    std::istringstream drawn(listing);
-    std::string keptLine;
-    std::string drawnLine;
-    for (int line = 1;; ++line) {
-        const bool more = static_cast<bool>(std::getline(file, keptLine));
-        const bool moreDrawn = static_cast<bool>(std::getline(drawn, drawnLine));
-        ASSERT_EQ(moreDrawn, more) << kept << ':' << line;
-        if (!more)
-            break;
-        EXPECT_EQ(drawnLine, keptLine) << kept << ':' << line;
-    }
+    ExpectAsKept(GetParam().name, Listing(document, 1));
 }
 
 TEST_P(FormPages, PrintFieldsOfTheirTableOnly)
@@ -190,8 +174,9 @@ TEST_P(FormPages, LeaveNoTextCovered)
         const double x = text.x1 + text.x2 / 2;
         const double y = text.y1 + TextHeight(style.face, style.size) / 2;
         for (const Operation& later : operations.subspan(at))
-            if (later.kind == OperationKind::Rectangle && document.ShapeStyleOf(later).filled)
+            if (later.kind == OperationKind::Rectangle && document.ShapeStyleOf(later).filled) {
                 EXPECT_FALSE(x > later.x1 && x < later.x2 && y > later.y1 && y < later.y2) << document.TextOf(text);
+            }
     }
 }
 

@@ -3,8 +3,6 @@
 #include "frame/Platform.h"
 #include "frame/Session.h"
 
-#include <gtest/gtest.h>
-
 #include <deque>
 #include <string>
 #include <vector>

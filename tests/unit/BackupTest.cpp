@@ -97,8 +97,7 @@ TEST_F(Backup, HoldsWhatACrashLeftInTheJournal)
     ASSERT_TRUE(std::filesystem::exists(file.string() + "-journal"));
     ASSERT_NE(Content(file), before);
     BackUpDatabase(file, copy);
-    Database database = Database::OpenDatabase(copy);
-    EXPECT_EQ(ListEmployers(database), std::vector<std::string>{"Acme"});
+    EXPECT_EQ(Content(copy), before);
 }
 
 TEST_F(Backup, WaitsForNobodyToWriteWhileItCopies)

@@ -1,6 +1,8 @@
 #include "clientdb/StoreFaults.h"
+#include "clientdb/TableLayouts.h"
 #include "support/StoreFixture.h"
 
+#include <fmt/format.h>
 #include <fstream>
 #include <random>
 
@@ -49,6 +51,90 @@ TEST_F(Store, FindsARecordByItsJoinedName)
     EXPECT_EQ(records.Field("EmployeeName"), "Jane Smith");
     records.Seek("Acme Ltd");
     EXPECT_TRUE(records.NoMatch());
+}
+
+TEST_F(Store, EverySeekBringsWhateverFieldsAreAskedFor)
+{
+    Database database = Open();
+    std::mt19937 random(1);
+    constexpr int records = 12;
+    const auto fields = FieldsOf(FindTable("GNotepad")).All();
+    const auto textOf = [&](int record, std::size_t field) {
+        return (static_cast<std::size_t>(record) + field) % 3 == 0 ? std::string()
+                                                                   : fmt::format("{} {}", record, field);
+    };
+    Recordset made = database.OpenRecordset("GNotepad");
+    for (int record = 0; record < records; ++record) {
+        made.AddNew();
+        for (std::size_t field = 3; field < fields.size(); ++field)
+            if (const std::string text = textOf(record, field); !text.empty())
+                made.SetField(fields[field].name, text);
+        made.SetField("EmployerName", "Acme");
+        made.SetField("EmployeeName", fmt::format("{:02}", record));
+        made.SetField("Name", fmt::format("Acme {:02}", record));
+        made.Update();
+    }
+    for (int round = 0; round < 40; ++round) {
+        Recordset sought = database.OpenRecordset("GNotepad");
+        sought.Index("PrimaryKey");
+        for (int seek = 0; seek < 8; ++seek) {
+            const int record = static_cast<int>(random() % records);
+            sought.Seek(fmt::format("Acme {:02}", record));
+            ASSERT_FALSE(sought.NoMatch());
+            for (std::size_t asked = random() % 12; asked > 0; --asked) {
+                const std::size_t field = 3 + random() % (fields.size() - 3);
+                ASSERT_EQ(sought.Field(fields[field].name), textOf(record, field));
+                ASSERT_EQ(sought.IsNull(fields[field].name), textOf(record, field).empty());
+            }
+            // A scan goes on from there, in the order of the key.
+            if (random() % 3 == 0) {
+                sought.MoveNext();
+                ASSERT_EQ(sought.AtEnd(), record + 1 == records);
+                if (!sought.AtEnd()) {
+                    ASSERT_EQ(sought.Field(fields[10].name), textOf(record + 1, 10));
+                }
+            }
+        }
+        sought.Seek("Acme nobody");
+        EXPECT_TRUE(sought.NoMatch());
+        EXPECT_THROW((void)sought.Field("RegNumber1"), StoreError);
+    }
+}
+
+TEST_F(Store, AFieldWrittenAfterARepeatedSeekIsReadBack)
+{
+    Database database = Open();
+    Add(database, "P11D", "Acme", "Jane");
+    Add(database, "P11D", "Acme", "Joe");
+    Recordset records = database.OpenRecordset("P11D");
+    records.Index("IndKey");
+    for (const char* employee : {"Jane", "Joe", "Jane"}) {
+        records.Seek("Acme", employee);
+        EXPECT_EQ(records.Field("Name"), fmt::format("Acme {}", employee));
+        records.Edit();
+        records.SetField("NatIns", employee);
+        records.Update();
+        EXPECT_EQ(records.Field("NatIns"), employee);
+        EXPECT_EQ(records.Field("Name"), fmt::format("Acme {}", employee));
+    }
+}
+
+TEST_F(Store, ReadsOfABatchSeeOneStateAndKeepOthersFromWriting)
+{
+    Database database = Open(OpenMode::ReadOnly);
+    Recordset records = database.OpenRecordset("P11D");
+    {
+        const ReadBatch reading(database);
+        const ReadBatch nested(database);
+        records.MoveFirst();
+        EXPECT_TRUE(records.AtEnd());
+        Database other = Open();
+        EXPECT_THROW(Add(other, "P11D", "Acme", "Jane"), StoreError);
+    }
+    Database other = Open();
+    Add(other, "P11D", "Acme", "Jane");
+    records.MoveFirst();
+    EXPECT_FALSE(records.AtEnd());
 }
 
 TEST_F(Store, KeysThatDifferInCaseAreDifferent)

@@ -7,7 +7,6 @@
 #include "clientdb/Template.h"
 #include "frame/Text.h"
 #include "support/StoreFixture.h"
-#include "support/SyncCounter.h"
 
 #include <sqlite3.h>
 
@@ -349,7 +348,7 @@ TEST_F(Transferring, ManyEmployeesCostOneSync)
         return 0;
     });
     TransferAll();
-    EXPECT_EQ(commits, 3);
+    EXPECT_EQ(commits, 2);
 }
 
 TEST_F(Transferring, AFailureOfTheStoreCostsOneRecordAndTheNextRunGoesOn)

@@ -1,0 +1,226 @@
+// What holds for the window of every screen: each control is placed, named for a screen reader, and visited by the Tab
+// key once, in the order of the form.
+#include "app/Program.h"
+#include "clientdb/Employees.h"
+#include "desktop/DesktopHost.h"
+#include "desktop/Layout.h"
+#include "desktop/MainWindow.h"
+#include "edition/Edition.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QTest>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+namespace quillmere {
+namespace {
+
+/// The program up to its main window, with one employee open and the windows made but not looked at.
+class RunningProgram {
+public:
+    RunningProgram() : program(door, &host, {.programFolder = ProgramFolder(), .resourceFolder = QUILLMERE_RESOURCES})
+    {
+        host.SetScreens(&program.GetSession().screens);
+        program.Main();
+        Session& session = program.GetSession();
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        CreateEmployee(database,
+                       {.employer = "Acme Ltd", .firstName = "Jane", .surname = "Smith", .payeReference = "1"});
+        session.CurrentEmployer = "Acme Ltd";
+        session.CurrentEmployee = "Jane Smith";
+    }
+
+    /// Shows a screen, if the program has it and it opens with what there is.
+    Screen* Show(std::string_view name)
+    {
+        Screens& screens = program.GetSession().screens;
+        return screens.IsRegistered(name) ? screens.Show(name) : nullptr;
+    }
+
+    test::ScratchFolder folder;
+    quillmere::testing::ScriptedDoor door;
+    DesktopHost host;
+    Program program;
+
+private:
+    std::filesystem::path ProgramFolder() const
+    {
+        const std::filesystem::path made = folder.path / edition::ProductFolder;
+        std::filesystem::create_directories(made);
+        return made;
+    }
+};
+
+class EveryScreen : public ::testing::TestWithParam<std::string_view> {
+protected:
+    /// The screen on its window, or nothing where it does not open with the data at hand.
+    bool Open()
+    {
+        screen = running.Show(GetParam());
+        if (screen == nullptr)
+            return false;
+        window = running.host.WindowOf(*screen);
+        window->window()->activateWindow();
+        QCoreApplication::processEvents();
+        return true;
+    }
+
+    QWidget* WidgetOf(const Box& box) const { return running.host.WidgetOf(*screen, box); }
+
+    /// The boxes that Tab is to visit, in the order of the form.
+    std::vector<const Box*> Visited() const
+    {
+        std::vector<const Box*> visited;
+        for (const auto& box : screen->Boxes()) {
+            const QWidget* widget = WidgetOf(*box);
+            if (widget != nullptr && widget->isEnabled() && widget->isVisible() &&
+                (widget->focusPolicy() & Qt::TabFocus) != 0)
+                visited.push_back(box.get());
+        }
+        return visited;
+    }
+
+    RunningProgram running;
+    Screen* screen = nullptr;
+    QWidget* window = nullptr;
+};
+
+/// What other controls stand on, or what a class of its own draws.
+bool IsGround(const Box& box)
+{
+    return box.GetKind() == Kind::Frame || box.GetKind() == Kind::Surface;
+}
+
+TEST_P(EveryScreen, PlacesEveryControlThatCanShow)
+{
+    if (!Open())
+        GTEST_SKIP() << "does not open with the data at hand";
+    std::set<const Box*> placed;
+    for (const Layout::Placed& place : LayoutOf(screen->Name()).placed) {
+        const Box* box = screen->FindBox(place.box, place.index);
+        ASSERT_NE(box, nullptr) << place.box;
+        EXPECT_TRUE(placed.insert(box).second) << box->FullName() << " is placed twice";
+    }
+    for (const auto& box : screen->Boxes())
+        EXPECT_TRUE(!box->Visible() || IsGround(*box) || placed.contains(box.get()))
+            << box->FullName() << " is nowhere";
+}
+
+TEST_P(EveryScreen, NamesEveryControlThatTakesTheFocus)
+{
+    if (!Open())
+        GTEST_SKIP() << "does not open with the data at hand";
+    std::set<QString> names;
+    for (const auto& box : screen->Boxes()) {
+        const QWidget* widget = WidgetOf(*box);
+        if (widget == nullptr || widget->focusPolicy() == Qt::NoFocus)
+            continue;
+        EXPECT_FALSE(widget->accessibleName().trimmed().isEmpty()) << box->FullName();
+        if (box->GetKind() == Kind::Picture) {
+            EXPECT_FALSE(widget->toolTip().isEmpty()) << box->FullName();
+        }
+        if (box->GetKind() == Kind::Text && box->Visible()) {
+            EXPECT_TRUE(names.insert(widget->accessibleName()).second)
+                << widget->accessibleName().toStdString() << " is the name of two boxes";
+        }
+    }
+}
+
+TEST_P(EveryScreen, IsWalkedByTabOnceInTheOrderOfTheForm)
+{
+    if (!Open())
+        GTEST_SKIP() << "does not open with the data at hand";
+    const std::vector<const Box*> expected = Visited();
+    ASSERT_FALSE(expected.empty());
+    WidgetOf(*expected.front())->setFocus(Qt::TabFocusReason);
+    for (const Box* box : expected) {
+        if (!box->Enabled()) // what has been left on the way may have closed it
+            continue;
+        QWidget* focused = QApplication::focusWidget();
+        ASSERT_NE(focused, nullptr) << "before " << box->FullName();
+        ASSERT_TRUE(focused == WidgetOf(*box) || WidgetOf(*box)->isAncestorOf(focused))
+            << "expected " << box->FullName() << ", found " << focused->objectName().toStdString();
+        QTest::keyClick(focused, Qt::Key_Tab);
+    }
+}
+
+/// A box does not come after one that stands below it in its own column or in one to the right.
+TEST_P(EveryScreen, HasItsBoxesInTheOrderInWhichTheyStand)
+{
+    if (!Open())
+        GTEST_SKIP() << "does not open with the data at hand";
+    const Layout& layout = LayoutOf(screen->Name());
+    const auto placeOf = [&](const Box& box) {
+        return std::ranges::find_if(layout.placed, [&](const Layout::Placed& place) {
+            return place.box == box.Name() && place.index == box.Index();
+        });
+    };
+    const std::vector<const Box*> visited = Visited();
+    for (std::size_t place = 1; place < visited.size(); ++place) {
+        const auto before = placeOf(*visited[place - 1]);
+        const auto after = placeOf(*visited[place]);
+        const bool inHeader = before->y < layout.headerHeight || after->y < layout.headerHeight;
+        constexpr int SameLine = 12;
+        const bool below = after->y > before->y + SameLine;
+        const bool rightOf = after->x > before->x && after->page == before->page;
+        const bool leadsOn = visited[place]->GetKind() == Kind::Picture; // may be walked to after all that is typed
+        EXPECT_TRUE(inHeader || leadsOn || below || rightOf || after->page > before->page)
+            << visited[place]->FullName() << " comes after " << visited[place - 1]->FullName();
+    }
+}
+
+TEST_P(EveryScreen, FitsASmallScreenOrScrolls)
+{
+    const Layout& layout = LayoutOf(GetParam());
+    EXPECT_GT(layout.height, 0);
+    if (layout.headerHeight > 0) // a page scrolls
+        EXPECT_LE(layout.width, 1366 - 24);
+    else {
+        EXPECT_LE(layout.width, 1340);
+        EXPECT_LE(layout.height, 680);
+    }
+}
+
+TEST_P(EveryScreen, KeepsEveryControlOnItsSheetAndOffTheOthers)
+{
+    if (!Open())
+        GTEST_SKIP() << "does not open with the data at hand";
+    const Layout& layout = LayoutOf(screen->Name());
+    std::vector<const Layout::Placed*> shown;
+    for (const Layout::Placed& place : layout.placed) {
+        EXPECT_GE(place.x, 0) << place.box;
+        EXPECT_GE(place.y, 0) << place.box;
+        EXPECT_LE(place.x + place.width, layout.width) << place.box;
+        EXPECT_LE(place.y + place.height, layout.height) << place.box;
+        const Box& box = screen->box(place.box, place.index);
+        if (box.Visible() && !IsGround(box) && box.GetKind() != Kind::Tabs)
+            shown.push_back(&place);
+    }
+    const auto apart = [](const Layout::Placed& a, const Layout::Placed& b) {
+        return a.x + a.width <= b.x || b.x + b.width <= a.x || a.y + a.height <= b.y || b.y + b.height <= a.y;
+    };
+    for (std::size_t first = 0; first < shown.size(); ++first)
+        for (std::size_t second = first + 1; second < shown.size(); ++second)
+            if (shown[first]->page == shown[second]->page || shown[first]->page == 0 || shown[second]->page == 0) {
+                EXPECT_TRUE(apart(*shown[first], *shown[second]))
+                    << shown[first]->box << " lies over " << shown[second]->box;
+            }
+    for (const Layout::Drawn& drawn : layout.drawn)
+        if (drawn.what == Layout::Drawn::What::Tag) {
+            for (const Layout::Placed* place : shown)
+                EXPECT_TRUE(apart({.x = drawn.x, .y = drawn.y, .width = drawn.width, .height = drawn.height}, *place))
+                    << "a number lies under " << place->box;
+        }
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, EveryScreen, ::testing::ValuesIn(ScreensWithLayout()),
+                         [](const auto& parameter) { return std::string(parameter.param); });
+
+} // namespace
+} // namespace quillmere

@@ -1,0 +1,457 @@
+#include "printing/PrintJobs.h"
+
+#include "KeptListing.h"
+#include "support/PrintDesk.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <fmt/format.h>
+#include <fstream>
+
+namespace quillmere::pages {
+namespace {
+
+using testing::PrintDesk;
+using testing::ScriptedDoor;
+using testing::TextsOf;
+
+constexpr std::string_view Employer = "Marlow & Sons Ltd";
+constexpr std::string_view Employee = "Jane Smith";
+
+/// The tables in which an employee's papers find what they print.
+constexpr auto EmployeeTables = std::to_array<std::string_view>({
+    "P11D",      "ExtraCars", "ANotepad",  "BNotepad",  "CNotepad",  "DNotepad",  "ENotepad",  "GNotepad",
+    "HNotepad",  "INotepad",  "JNotepad",  "KNotepad",  "LNotepad",  "NNotepad1", "NNotepad2", "NNotepad3",
+    "ONotepad1", "ONotepad2", "ONotepad3", "ONotepad4", "ONotepad5", "ONotepad6",
+});
+
+/// A page in one line: the bookmarks that lie on it.
+std::string Contents(const Document& document)
+{
+    std::string lines = document.name + "\n";
+    for (int page = 1; page <= document.PageCount(); ++page) {
+        lines += fmt::format("{}:", page);
+        for (const Bookmark& bookmark : document.bookmarks)
+            if (bookmark.page == page && bookmark.level == 1)
+                lines += " " + bookmark.title;
+        lines += "\n";
+    }
+    return lines;
+}
+
+bool Holds(const Document& document, int page, std::string_view text)
+{
+    const std::vector<std::string> texts = TextsOf(document, page);
+    return std::ranges::find(texts, text) != texts.end();
+}
+
+/// The page with a bookmark of that title, 0 if there is none.
+int PageOf(const Document& document, std::string_view bookmark)
+{
+    for (const Bookmark& one : document.bookmarks)
+        if (one.title == bookmark)
+            return one.page;
+    return 0;
+}
+
+class PrintJobs : public ::testing::Test {
+protected:
+    PrintJobs() { desk.Add(Employer, "Jane", "Smith"); }
+
+    void Set(std::string_view table, std::string_view field, std::string_view text)
+    {
+        desk.Set(table, Employer, Employee, field, text);
+    }
+    void FillAll()
+    {
+        for (const std::string_view table : EmployeeTables)
+            desk.Fill(table, Employer, Employee);
+    }
+    std::shared_ptr<const Document> PrintSingle(PrintedDocument document = PrintedDocument::Employee)
+    {
+        PrintEmployeeJob(desk.session, desk.printing, Employer, Employee, document);
+        return desk.TakeLast();
+    }
+    /// The document of the one employee in a batch of these ticks.
+    std::shared_ptr<const Document> PrintInBatch(std::initializer_list<BatchTick> ticks)
+    {
+        Batch(ticks);
+        return desk.TakeLast();
+    }
+    void Batch(std::initializer_list<BatchTick> ticks)
+    {
+        BatchSelection selection;
+        for (const BatchTick tick : ticks)
+            selection.Set(tick);
+        PrintBatchJob(desk.session, desk.printing, Employer, selection);
+    }
+    std::vector<std::string> TakeNames()
+    {
+        std::vector<std::string> names;
+        for (const auto& document : desk.documents)
+            names.push_back(document->name);
+        desk.documents.clear();
+        return names;
+    }
+
+    ScriptedDoor door;
+    PrintDesk desk{door};
+};
+
+// ---- a single job -------------------------------------------------------------------------------
+
+TEST_F(PrintJobs, OfAnEmployeeWithNothingEnteredHasTheTwoSidesOfTheForm)
+{
+    const auto document = PrintSingle();
+    EXPECT_EQ(document->name, "Marlow & Sons Ltd - Jane Smith");
+    EXPECT_EQ(document->subject, "Expenses and benefits 2010-11");
+    EXPECT_EQ(document->PageCount(), 2);
+    EXPECT_TRUE(door.messages.empty());
+    EXPECT_TRUE(door.printed.empty());
+    EXPECT_FALSE(door.busy);
+}
+
+TEST_F(PrintJobs, OfAnEmployeeWithEverythingHasItAllInItsOrder)
+{
+    FillAll();
+    const auto document = PrintSingle();
+    ExpectAsKept("job-employee-full", Contents(*document));
+    EXPECT_TRUE(door.messages.empty());
+}
+
+TEST_F(PrintJobs, OfADeclarationHaveItsTwoSidesAndBothSchedules)
+{
+    EXPECT_EQ(PrintSingle(PrintedDocument::Declaration)->PageCount(), 2);
+    desk.Fill("P11DB", Employer, Employee);
+    desk.Fill("P11DBNotepad1", Employer, Employee);
+    desk.Fill("P11DBNotepad2", Employer, Employee);
+    const auto document = PrintSingle(PrintedDocument::Declaration);
+    ExpectAsKept("job-declaration-full", Contents(*document));
+    // The employer stands where an employee would.
+    EXPECT_EQ(std::ranges::count(TextsOf(*document, 3), std::string(Employer)), 3);
+    EXPECT_FALSE(Holds(*document, 3, Employee));
+}
+
+TEST_F(PrintJobs, HeadTheSecondScheduleOfADeclarationInTwoWays)
+{
+    desk.Fill("P11DBNotepad2", Employer, Employee);
+    const auto single = PrintSingle(PrintedDocument::Declaration);
+    EXPECT_TRUE(Holds(*single, 3, "Any amounts not included in box A on which Class 1A NICs are not due (P11D(b))"));
+    const auto batch = PrintInBatch({BatchTick::P11DB});
+    EXPECT_TRUE(Holds(*batch, 3, "Any amounts included in box A on which Class 1A NICs are not due (P11D(b))"));
+    const auto again = PrintSingle(PrintedDocument::Declaration);
+    EXPECT_TRUE(Holds(*again, 3, "Any amounts not included in box A on which Class 1A NICs are not due (P11D(b))"));
+}
+
+TEST_F(PrintJobs, OfNobodySayThatTheEmployeeIsNotFound)
+{
+    PrintEmployeeJob(desk.session, desk.printing, Employer, "Nobody", PrintedDocument::Employee);
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].title, "Print P11D");
+    EXPECT_EQ(door.messages[0].text, "Employee not found");
+    EXPECT_EQ(door.messages[0].icon, Icon::Exclamation);
+    EXPECT_TRUE(desk.documents.empty());
+    EXPECT_FALSE(door.busy);
+}
+
+TEST_F(PrintJobs, OfADeclarationWithoutARecordEndInTheGeneralErrorBox)
+{
+    PrintEmployeeJob(desk.session, desk.printing, "Nobody plc", "", PrintedDocument::Declaration);
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].title, "2011 Quillmere");
+    EXPECT_TRUE(door.messages[0].text.starts_with("Procedure: Print P11D\nError ")) << door.messages[0].text;
+    EXPECT_TRUE(door.messages[0].text.ends_with("\nDiagnostic: 21")) << door.messages[0].text;
+    EXPECT_TRUE(desk.documents.empty());
+    EXPECT_FALSE(desk.printing.engine.IsOpen());
+}
+
+TEST_F(PrintJobs, OnADamagedDatabaseEndInTheGeneralErrorBox)
+{
+    std::ofstream(desk.session.ClientDatabasePath()) << "no database at all";
+    EXPECT_EQ(PrintSingle(), nullptr);
+    Batch({BatchTick::P11D});
+    ASSERT_EQ(door.messages.size(), 2u);
+    EXPECT_TRUE(door.messages[0].text.starts_with("Procedure: Print P11D\nError ")) << door.messages[0].text;
+    EXPECT_TRUE(door.messages[1].text.starts_with("Procedure: Batch Print\nError ")) << door.messages[1].text;
+    EXPECT_TRUE(door.messages[1].text.ends_with("\nDiagnostic: 0"));
+    EXPECT_FALSE(door.busy);
+    EXPECT_TRUE(desk.documents.empty());
+}
+
+TEST_F(PrintJobs, GoOnWithAnEmptyDocumentWhereNoPrinterOpens)
+{
+    door.printers = {"Office"};
+    desk.session.settings.vsPrinter = "Gone";
+    door.answers = {Answer::No};
+    PrintEmployeeJob(desk.session, desk.printing, Employer, Employee, PrintedDocument::Employee);
+    EXPECT_TRUE(desk.documents.empty());
+    EXPECT_EQ(desk.printing.engine.Ended(), nullptr);
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].title, "Gone");
+    EXPECT_FALSE(door.busy);
+}
+
+TEST_F(PrintJobs, EndOnAPdfFileWhereTheSettingsSaySo)
+{
+    desk.session.settings.reportPreview = 1;
+    PrintSingle();
+    ASSERT_EQ(door.opened.size(), 1u);
+    EXPECT_EQ(door.opened[0], desk.folder.path / "Docs" / "Preview.pdf");
+    EXPECT_TRUE(std::filesystem::exists(door.opened[0]));
+}
+
+/// A preview that notes what it finds when it is shown.
+class NotingPreview : public Screen {
+public:
+    NotingPreview(Session& session, PrintDesk& desk, bool& shown)
+        : Screen(session, "frmVSPrint", ShowMode::Modal, "Print Preview"), desk(desk), shown(shown)
+    {
+    }
+    bool Load() override
+    {
+        shown = true;
+        EXPECT_FALSE(desk.Door().busy);
+        EXPECT_NE(desk.printing.engine.Ended(), nullptr);
+        return true;
+    }
+
+private:
+    PrintDesk& desk;
+    bool& shown;
+};
+
+TEST_F(PrintJobs, ShowThePreviewOnceAllElseIsDone)
+{
+    bool shown = false;
+    desk.session.screens.Register(
+        "frmVSPrint", [&](Session& session) { return std::make_unique<NotingPreview>(session, desk, shown); });
+    PrintSingle();
+    EXPECT_TRUE(shown);
+    desk.session.screens.Unload("frmVSPrint");
+
+    shown = false;
+    desk.session.settings.reportPreview = 1;
+    PrintSingle();
+    EXPECT_FALSE(shown);
+
+    desk.session.settings.reportPreview = 0;
+    PrintEmployeeJob(desk.session, desk.printing, Employer, "Nobody", PrintedDocument::Employee);
+    EXPECT_FALSE(shown);
+}
+
+TEST_F(PrintJobs, NumberThePagesOfEachDocumentAnew)
+{
+    Set("ANotepad", "Description1", "Desk");
+    EXPECT_EQ(PrintSingle()->PageCount(), 3);
+    EXPECT_EQ(PrintSingle()->PageCount(), 3);
+}
+
+// ---- sheets and papers of further cars ----------------------------------------------------------
+
+TEST_F(PrintJobs, GiveCars3And4OneSheetAndTheirPapers)
+{
+    for (const std::string_view car : {"3", "4"}) {
+        Set("ExtraCars", "FMakeModel" + std::string(car), "Rover 75");
+        Set("ExtraCars", "FCashEqu" + std::string(car), "   1000.00");
+    }
+    const auto document = PrintSingle();
+    EXPECT_EQ(document->PageCount(), 5);
+    EXPECT_EQ(PageOf(*document, "P11D cars 3 and 4"), 3);
+    EXPECT_EQ(PageOf(*document, "P11D cars 5 and 6"), 0);
+    EXPECT_EQ(PageOf(*document, "Cars and car fuel - Car3"), 4);
+    EXPECT_EQ(PageOf(*document, "Cars and car fuel - Car4"), 5);
+}
+
+TEST_F(PrintJobs, LeaveOutACarWithoutACashOrFuelEquivalentWhateverElseIsFilled)
+{
+    Set("ExtraCars", "FMakeModel5", "Rover 75");
+    Set("ExtraCars", "FListPrice5", "  20000.00");
+    EXPECT_EQ(PrintSingle()->PageCount(), 2);
+    Set("ExtraCars", "FFuelEqu6", "      0.00");
+    const auto document = PrintSingle();
+    EXPECT_EQ(PageOf(*document, "P11D cars 5 and 6"), 3);
+    EXPECT_EQ(PageOf(*document, "Cars and car fuel - Car5"), 4);
+    EXPECT_EQ(PageOf(*document, "Cars and car fuel - Car6"), 5);
+    EXPECT_EQ(PageOf(*document, "Cars and car fuel - Car3"), 0);
+}
+
+TEST_F(PrintJobs, SayThatThereIsNoRecordOfFurtherCarsForEachSheet)
+{
+    {
+        Database database = desk.Open();
+        Recordset cars = database.OpenRecordset("ExtraCars");
+        PrintDesk::Seek(cars, "ExtraCars", Employer, Employee);
+        cars.Delete();
+    }
+    EXPECT_EQ(PrintSingle()->PageCount(), 2);
+    ASSERT_EQ(door.messages.size(), 2u);
+    for (const Message& message : door.messages) {
+        EXPECT_EQ(message.title, "Extra Cars check for data error");
+        EXPECT_EQ(message.text, "Employee not found");
+    }
+}
+
+TEST_F(PrintJobs, LeaveOutThePapersOfCars3To6InABatchWithoutForms)
+{
+    FillAll();
+    const auto forms = PrintInBatch({BatchTick::P11D, BatchTick::Cars});
+    EXPECT_NE(PageOf(*forms, "Cars and car fuel - Car3"), 0);
+    EXPECT_NE(PageOf(*forms, "Cars and car fuel - Car6"), 0);
+    const auto papers = PrintInBatch({BatchTick::Cars});
+    EXPECT_EQ(PageOf(*papers, "Cars and car fuel - Car 1"), 2);
+    EXPECT_EQ(PageOf(*papers, "Cars and car fuel - Car 2"), 3);
+    EXPECT_EQ(papers->PageCount(), 3);
+}
+
+// ---- a batch ------------------------------------------------------------------------------------
+
+struct TickCase {
+    BatchTick tick;
+    const char* name;
+};
+
+class BatchTicks : public PrintJobs, public ::testing::WithParamInterface<TickCase> {};
+
+TEST_P(BatchTicks, PrintTheirOwnPapersAlone)
+{
+    FillAll();
+    ExpectAsKept(std::string("batch-only-") + GetParam().name, Contents(*PrintInBatch({GetParam().tick})));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, BatchTicks,
+                         ::testing::Values(TickCase{BatchTick::A, "A"}, TickCase{BatchTick::B, "B"},
+                                           TickCase{BatchTick::C, "C"}, TickCase{BatchTick::D, "D"},
+                                           TickCase{BatchTick::E, "E"}, TickCase{BatchTick::Cars, "F"},
+                                           TickCase{BatchTick::G, "G"}, TickCase{BatchTick::H, "H"},
+                                           TickCase{BatchTick::I, "I"}, TickCase{BatchTick::J, "J"},
+                                           TickCase{BatchTick::K, "K"}, TickCase{BatchTick::L, "L"},
+                                           TickCase{BatchTick::M, "M"}, TickCase{BatchTick::N, "N"},
+                                           TickCase{BatchTick::P11D, "P11D"}, TickCase{BatchTick::P11DB, "P11DB"}),
+                         [](const auto& info) { return info.param.name; });
+
+TEST_F(PrintJobs, OfAWholeEmployerFollowTheNamesAndEndWithTheDeclaration)
+{
+    door.printers = {"Office"};
+    desk.Add(Employer, "Adam", "Zweig");
+    desk.Add("Other plc", "Jane", "Smith");
+    desk.Add(Employer, "Zoe", "Adams");
+    Batch({BatchTick::P11D, BatchTick::P11DB});
+    EXPECT_EQ(TakeNames(), (std::vector<std::string>{"Marlow & Sons Ltd - Adam Zweig", "Marlow & Sons Ltd - Jane Smith",
+                                                     "Marlow & Sons Ltd - Zoe Adams", "Marlow & Sons Ltd - P11D(b)"}));
+    ASSERT_EQ(door.printed.size(), 4u);
+    EXPECT_EQ(door.printed[0].printer, "Office");
+    EXPECT_EQ(door.printed[0].pages, (std::vector<int>{1, 2}));
+    EXPECT_EQ(door.printed[0].copies, 1);
+    EXPECT_EQ(desk.session.CurrentEmployee, "Zoe Adams");
+    EXPECT_TRUE(door.messages.empty());
+    EXPECT_FALSE(door.busy);
+}
+
+TEST_F(PrintJobs, OfAWholeEmployerMoveTheBarWithEachEmployee)
+{
+    door.printers = {"Office"};
+    desk.Add(Employer, "Adam", "Zweig");
+    Batch({BatchTick::P11D});
+    EXPECT_EQ(door.progress, (std::vector<std::pair<int, int>>{{0, 2}, {1, 2}, {2, 2}, {0, 0}}));
+    EXPECT_GE(door.yields, 3);
+}
+
+TEST_F(PrintJobs, WithTheDeclarationAlonePrintNoEmployee)
+{
+    door.printers = {"Office"};
+    Batch({BatchTick::P11DB});
+    EXPECT_EQ(TakeNames(), (std::vector<std::string>{"Marlow & Sons Ltd - P11D(b)"}));
+}
+
+TEST_F(PrintJobs, WithNoTickPrintNothingAndSayNothing)
+{
+    door.printers = {"Office"};
+    Batch({});
+    EXPECT_TRUE(desk.documents.empty());
+    EXPECT_TRUE(door.printed.empty());
+    EXPECT_TRUE(door.messages.empty());
+}
+
+TEST_F(PrintJobs, OfAnEmployerWithoutEmployeesPrintNothing)
+{
+    door.printers = {"Office"};
+    BatchSelection forms;
+    forms.Set(BatchTick::P11D);
+    PrintBatchJob(desk.session, desk.printing, "Nobody plc", forms);
+    EXPECT_TRUE(desk.documents.empty());
+    EXPECT_TRUE(door.messages.empty());
+}
+
+TEST_F(PrintJobs, TakeADeclarationsFiguresFromTheEmployeesInABatch)
+{
+    Set("P11D", "ACashEqu", "   1000.00");
+    desk.Set("P11DB", Employer, "", "Section1ABox", "      5.00");
+    desk.Set("P11DB", Employer, "", "Section1CBox", "      0.64");
+    desk.Set("P11DB", Employer, "", "AccountsOffReference", "789PX");
+    desk.Set("P11DB", Employer, "", "ReturnAdd6", "Leeds");
+    desk.Set("P11DB", Employer, "", "SentToBox", "Leeds office");
+    const auto batch = PrintInBatch({BatchTick::P11DB});
+    for (const std::string_view text :
+         {"   1000.00", "    128.00", "Employer's declaration", "789PX", "Leeds", "Leeds office", "Marlow & Sons Ltd"})
+        EXPECT_TRUE(Holds(*batch, 1, text)) << text;
+    const auto single = PrintSingle(PrintedDocument::Declaration);
+    for (const std::string_view text : {"      5.00", "      0.64", "Employer declaration", "789PX"})
+        EXPECT_TRUE(Holds(*single, 1, text)) << text;
+}
+
+TEST_F(PrintJobs, PrintADeclarationsAdjustmentsInABatch)
+{
+    Set("P11D", "ACashEqu", "   1000.00");
+    desk.Set("P11DB", Employer, "", "Section1Tick", "1");
+    desk.Set("P11DB", Employer, "", "Section4BBox", "    100.00");
+    desk.Set("P11DB", Employer, "", "Section4BDesc", "Bonus car");
+    desk.Set("P11DB", Employer, "", "Section4CBox", "    300.00");
+    desk.Set("P11DB", Employer, "", "Section4CDesc", "As per attached");
+    const auto document = PrintInBatch({BatchTick::P11DB});
+    for (const std::string_view text :
+         {"   1000.00", "    100.00", "Bonus car", "    300.00", "As per attached", "    800.00", "    102.40"})
+        EXPECT_TRUE(Holds(*document, 2, text)) << text;
+    EXPECT_FALSE(Holds(*document, 1, "    128.00"));
+}
+
+TEST_F(PrintJobs, AskAgainForTheSameEmployeeUntilAPrinterOpens)
+{
+    door.printers = {"Office"};
+    desk.session.settings.vsPrinter = "Gone";
+    door.answers = {Answer::No, Answer::No, Answer::Yes};
+    desk.Add(Employer, "Adam", "Zweig");
+    Batch({BatchTick::P11D});
+    EXPECT_EQ(TakeNames(),
+              (std::vector<std::string>{"Marlow & Sons Ltd - Adam Zweig", "Marlow & Sons Ltd - Jane Smith"}));
+    ASSERT_EQ(door.messages.size(), 3u);
+    for (const Message& message : door.messages) {
+        EXPECT_EQ(message.title, "Gone");
+        EXPECT_EQ(message.buttons, Buttons::YesNo);
+    }
+    EXPECT_EQ(desk.session.settings.vsPrinter, "Office");
+}
+
+TEST_F(PrintJobs, LeaveOutTheDeclarationWhereNoPrinterOpens)
+{
+    door.printers = {"Office"};
+    desk.session.settings.vsPrinter = "Gone";
+    door.answers = {Answer::No};
+    Batch({BatchTick::P11DB});
+    EXPECT_TRUE(desk.documents.empty());
+    EXPECT_EQ(door.messages.size(), 1u);
+}
+
+TEST_F(PrintJobs, KeepOneEmployeesNumberOffTheNextOnesSheet)
+{
+    Set("P11D", "NatIns", "AB123456C");
+    desk.Add(Employer, "Zoe", "Adams");
+    desk.Set("ExtraCars", Employer, "Zoe Adams", "FCashEqu3", "   1000.00");
+    Batch({BatchTick::P11D});
+    ASSERT_EQ(desk.documents.size(), 2u);
+    EXPECT_FALSE(Holds(*desk.documents[1], 3, "AB123456C"));
+}
+
+} // namespace
+} // namespace quillmere::pages

@@ -1,0 +1,144 @@
+// all_screens DIR: a picture of every screen of the program, each in its full size, and one sheet with all of them.
+#include "app/Program.h"
+#include "clientdb/Employees.h"
+#include "desktop/DesktopHost.h"
+#include "desktop/Layout.h"
+#include "desktop/Look.h"
+#include "desktop/MainWindow.h"
+#include "desktop/ScreenWindow.h"
+#include "edition/Edition.h"
+#include "support/ScriptedDoor.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QPixmap>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fmt/format.h>
+#include <memory>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace quillmere {
+namespace {
+
+struct ScreenPicture {
+    std::string name;
+    QPixmap picture;
+};
+
+/// A figure in every amount box and words in every other, so that the places of texts can be judged.
+void FillBoxes(Screen& screen)
+{
+    for (const auto& box : screen.Boxes()) {
+        if (box->GetKind() == Kind::Text && box->IsAmount())
+            box->SetText(box->Empty() ? "   1234.56" : box->Text());
+        else if (box->GetKind() == Kind::Text && box->Filter() == nullptr && box->Empty())
+            box->SetText("Sample");
+        else if (box->GetKind() == Kind::Label && box->IsAmount())
+            box->SetText(" 123456.78");
+    }
+}
+
+/// The screen as the program opens it, or, where it does not open with the data at hand, as it is made.
+QPixmap PictureOf(std::string_view name, Program& program, DesktopHost& host)
+{
+    Screens& screens = program.GetSession().screens;
+    Screen* opened = screens.Show(name);
+    const std::unique_ptr<Screen> made = opened == nullptr ? screens.Make(name) : nullptr;
+    Screen& screen = opened == nullptr ? *made : *opened;
+    FillBoxes(screen);
+    QPixmap picture;
+    {
+        std::unique_ptr<ScreenWindow> own;
+        QWidget* window = host.WindowOf(screen);
+        if (window == nullptr) {
+            own = std::make_unique<ScreenWindow>(screen, nullptr);
+            window = own.get();
+        }
+        const Layout& layout = LayoutOf(name);
+        window->resize(layout.width, layout.height);
+        QCoreApplication::processEvents();
+        picture = window->grab();
+    }
+    screens.Unload(name);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return picture;
+}
+
+/// All pictures on one sheet, each under its name and no wider than a column.
+QPixmap Sheet(const std::vector<ScreenPicture>& pictures)
+{
+    constexpr int Columns = 3, ColumnWidth = 680, Gap = 20, Caption = 26;
+    std::vector<int> bottoms(Columns, Gap);
+    std::vector<QRect> places;
+    for (const ScreenPicture& shown : pictures) {
+        const QSizeF size = shown.picture.deviceIndependentSize();
+        const double shrink = std::min(1.0, ColumnWidth / size.width());
+        const auto column = std::ranges::min_element(bottoms);
+        const int x = Gap + static_cast<int>(column - bottoms.begin()) * (ColumnWidth + Gap);
+        places.emplace_back(x, *column + Caption, static_cast<int>(std::lround(size.width() * shrink)),
+                            static_cast<int>(std::lround(size.height() * shrink)));
+        *column = places.back().bottom() + Gap;
+    }
+    QPixmap sheet(Gap + Columns * (ColumnWidth + Gap), *std::ranges::max_element(bottoms) + Gap);
+    sheet.fill(look::Desk);
+    QPainter painter(&sheet);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setFont(look::CaptionFont({.size = 15, .bold = true}));
+    for (std::size_t picture = 0; picture < pictures.size(); ++picture) {
+        painter.drawText(places[picture].left(), places[picture].top() - 8, look::Text(pictures[picture].name));
+        painter.drawPixmap(places[picture], pictures[picture].picture);
+    }
+    return sheet;
+}
+
+void Run(const std::filesystem::path& target)
+{
+    const std::filesystem::path root =
+        std::filesystem::temp_directory_path() / fmt::format("quillmere-screens-{}", ::getpid());
+    std::filesystem::create_directories(root / edition::ProductFolder);
+    std::filesystem::create_directories(target);
+    testing::ScriptedDoor door;
+    DesktopHost host;
+    Program program(door, &host,
+                    {.programFolder = root / edition::ProductFolder, .resourceFolder = QUILLMERE_RESOURCES});
+    Session& session = program.GetSession();
+    host.SetScreens(&session.screens);
+    program.Main();
+    {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        CreateEmployee(database,
+                       {.employer = "Acme Ltd", .firstName = "Jane", .surname = "Smith", .payeReference = "123/A456"});
+    }
+    session.CurrentEmployer = "Acme Ltd";
+    session.CurrentEmployee = "Jane Smith";
+    host.Main()->resize(1366, 768);
+    std::vector<ScreenPicture> pictures{{"MDIForm1", host.Main()->grab()}};
+    for (const std::string_view name : ScreensWithLayout())
+        if (session.screens.IsRegistered(name))
+            pictures.push_back({std::string(name), PictureOf(name, program, host)});
+    for (const auto& [name, picture] : pictures)
+        picture.save(look::Text((target / (name + ".png")).string()));
+    Sheet(pictures).save(look::Text((target / "all-screens.png").string()));
+    fmt::print("{} screens in {}\n", pictures.size(), target.string());
+    program.Close();
+    std::filesystem::remove_all(root);
+}
+
+} // namespace
+} // namespace quillmere
+
+int main(int count, char** words)
+{
+    if (count != 2) {
+        fmt::print(stderr, "all_screens DIR\n");
+        return 2;
+    }
+    const QApplication application(count, words);
+    quillmere::Run(words[1]);
+    return 0;
+}

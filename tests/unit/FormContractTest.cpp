@@ -1,0 +1,182 @@
+// What ties the tables of the screens to the tables of the store: every box is bound to a field that is there, and
+// every field is somebody's.
+#include "../support/ScriptedDoor.h"
+#include "app/Program.h"
+#include "clientdb/TableLayouts.h"
+#include "declaration/AdjustmentNotepad.h"
+#include "frame/Text.h"
+#include "screens/P11DPage.h"
+#include "screens/ScheduleNotepad.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace quillmere {
+namespace {
+
+using testing::ScriptedDoor;
+
+/// Screens whose boxes name fields, with the table that each shows.
+struct BoundTo {
+    std::string_view screen, table;
+};
+constexpr auto BoundScreens = std::to_array<BoundTo>({
+    {"Form3", "P11D"},
+    {"Side2Form1", "P11D"},
+    {"Form3_4", "ExtraCars"},
+    {"Form5_6", "ExtraCars"},
+    {"P11DDeclaration", "P11DB"},
+});
+
+/// Fields that no box shows, on purpose.
+struct LeftAlone {
+    std::string_view table, field, why;
+};
+constexpr auto FieldsLeftAlone = std::to_array<LeftAlone>({
+    {"P11D", "EmployeeName", "the key, shown in the captions"},
+    {"P11D", "Name", "the joined key"},
+    {"ExtraCars", "EmployerName", "the key"},
+    {"ExtraCars", "EmployeeName", "the key"},
+    {"ExtraCars", "Name", "the joined key"},
+    {"ExtraCars", "FirstName", "written when the employee is made, carried from then on"},
+    {"ExtraCars", "Surname", "written when the employee is made, carried from then on"},
+    {"P11DB", "EmployerAdd1", "written with the employer; the box of that name shows the key, which says the same"},
+});
+
+/// Tables that no box is bound to: a screen of their own copies their fields by its own names, or nobody looks at them.
+constexpr auto TablesCopiedByCode = std::to_array<std::string_view>(
+    {"DNotepad", "ENotepad", "FNotepad", "GNotepad", "HNotepad", "HNotepad2", "JNotepad", "SpareTable"});
+
+class FormContractTest : public ::testing::Test {
+protected:
+    FormContractTest() : program(door, nullptr, {}) {}
+
+    /// A screen as it is made, without being opened.
+    std::unique_ptr<Screen> Make(std::string_view name) { return program.GetSession().screens.Make(name); }
+
+    static bool HasField(std::string_view table, std::string_view field)
+    {
+        return FieldsOf(FindTable(table)).Find(field) != TableFields::None;
+    }
+
+    ScriptedDoor door;
+    Program program;
+};
+
+TEST_F(FormContractTest, EveryBoxIsBoundToAFieldOfItsTable)
+{
+    for (const BoundTo& bound : BoundScreens) {
+        const auto screen = Make(bound.screen);
+        std::set<std::string> fields;
+        for (const auto& box : screen->Boxes()) {
+            if (box->Field().empty())
+                continue;
+            EXPECT_TRUE(HasField(bound.table, box->Field())) << bound.screen << '.' << box->FullName();
+            EXPECT_TRUE(fields.insert(box->Field()).second) << box->Field() << " has two boxes on " << bound.screen;
+        }
+        EXPECT_FALSE(fields.empty()) << bound.screen;
+    }
+}
+
+TEST_F(FormContractTest, NoOtherScreenNamesFields)
+{
+    for (const std::string& name : program.GetSession().screens.Registered()) {
+        if (std::ranges::any_of(BoundScreens, [&](const BoundTo& bound) { return bound.screen == name; }))
+            continue;
+        const auto screen = Make(name);
+        for (const auto& box : screen->Boxes())
+            EXPECT_TRUE(box->Field().empty()) << name << '.' << box->FullName() << " names a field of no known table";
+    }
+}
+
+TEST_F(FormContractTest, EveryFieldIsBoundOrLeftAloneOnPurpose)
+{
+    std::map<std::string, std::set<std::string>, std::less<>> owned;
+    for (const BoundTo& bound : BoundScreens) {
+        const auto screen = Make(bound.screen);
+        for (const auto& box : screen->Boxes())
+            if (!box->Field().empty())
+                owned[std::string(bound.table)].insert(box->Field());
+    }
+    const auto ownColumn = [&](std::string_view table, std::string_view stem) {
+        for (int line = 1; line <= LinesOfASchedule; ++line)
+            owned[std::string(table)].insert(Numbered(stem, line));
+    };
+    for (const NotepadMember& member : Notepads()) {
+        for (const ScheduleColumn& column : member.columns)
+            if (column.Exists())
+                ownColumn(member.name, column.field);
+        for (const std::string_view key : {"EmployerName", "EmployeeName", "Name"})
+            owned[std::string(member.name)].emplace(key);
+    }
+    for (const AdjustmentSchedule& schedule : AdjustmentSchedules) {
+        for (const ScheduleColumn& column : schedule.columns)
+            ownColumn(schedule.name, column.field);
+        owned[std::string(schedule.name)].emplace("EmployerName");
+    }
+    for (const LeftAlone& left : FieldsLeftAlone) {
+        EXPECT_TRUE(HasField(left.table, left.field)) << left.table << '.' << left.field;
+        EXPECT_TRUE(owned[std::string(left.table)].emplace(left.field).second)
+            << left.table << '.' << left.field << " is not left alone";
+    }
+    for (const TableLayout& table : ClientTables()) {
+        if (std::ranges::find(TablesCopiedByCode, table.name) != TablesCopiedByCode.end()) {
+            EXPECT_FALSE(owned.contains(table.name)) << table.name << " is not copied by code alone";
+            continue;
+        }
+        for (const Field& field : FieldsOf(table).All())
+            EXPECT_TRUE(owned[std::string(table.name)].contains(field.name)) << table.name << '.' << field.name;
+    }
+}
+
+TEST_F(FormContractTest, EverySchedulesFieldsAndTargetsExist)
+{
+    std::set<std::string_view> totals;
+    for (const NotepadMember& member : Notepads()) {
+        const auto page = Make(member.page);
+        for (const ScheduleColumn& column : member.columns)
+            for (int line = 1; column.Exists() && line <= LinesOfASchedule; ++line)
+                EXPECT_TRUE(HasField(member.name, Numbered(column.field, line))) << member.name << ' ' << column.field;
+        for (std::size_t which = 0; which < member.totalFields.size(); ++which) {
+            const std::string_view field = member.totalFields[which];
+            EXPECT_EQ(field.empty(), !member.columns[which + 1].Exists()) << member.name;
+            if (field.empty())
+                continue;
+            EXPECT_TRUE(HasField("P11D", field)) << member.name << ' ' << field;
+            EXPECT_TRUE(totals.insert(field).second) << field << " has two schedules";
+            const Box* box = page->FindBox(field);
+            ASSERT_NE(box, nullptr) << member.page << '.' << field;
+            EXPECT_EQ(box->Field(), field);
+        }
+        if (!member.describedBox.empty()) {
+            EXPECT_NE(page->FindBox(member.describedBox), nullptr) << member.name;
+        }
+        if (!member.emptiedInstead.empty()) {
+            EXPECT_TRUE(HasField("P11D", member.emptiedInstead));
+        }
+        EXPECT_FALSE(member.okTitle.empty());
+        EXPECT_FALSE(member.loadingTitle.empty());
+        EXPECT_EQ(member.inputTitle.empty(), member.kind != ScheduleKind::CostTaxAndCash) << member.name;
+    }
+    EXPECT_EQ(Notepads().size(), 15U);
+}
+
+TEST_F(FormContractTest, EveryAmountBoxOfThePagesHasAnAmountForAField)
+{
+    for (const std::string_view name : {"Form3", "Side2Form1"}) {
+        const auto page = Make(name);
+        for (const auto& box : page->Boxes()) {
+            if (box->Field().empty() || !box->IsAmount())
+                continue;
+            const TableFields& fields = FieldsOf(FindTable("P11D"));
+            const FieldKind kind = fields.All()[fields.Find(box->Field())].kind;
+            EXPECT_EQ(kind, FieldKind::Amount) << box->FullName();
+        }
+    }
+}
+
+} // namespace
+} // namespace quillmere

@@ -1,0 +1,167 @@
+#include "transfer/TransferList.h"
+
+#include "TemporaryFolder.h"
+#include "clientdb/Employees.h"
+#include "clientdb/StoreFaults.h"
+#include "clientdb/Template.h"
+#include "edition/Edition.h"
+#include "support/ScriptedDoor.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <memory>
+
+namespace quillmere::test {
+namespace {
+
+/// The screen without a window, over two databases in a family root of its own.
+class TransferScreen : public ::testing::Test {
+protected:
+    TransferScreen()
+    {
+        session.programFolder = root / edition::ProductFolder;
+        const auto priorFolder = root / edition::PriorProductFolder;
+        std::filesystem::create_directory(session.programFolder);
+        std::filesystem::create_directory(priorFolder);
+        session.settings.path[1] = session.programFolder.string();
+        CreateTables(session.ClientDatabasePath());
+        CreateTables(priorFolder / edition::PriorClientDatabaseName);
+        Store(priorFolder / SettingsFileName, fmt::format("FOLDER 1=Old\nPATH 1={}\n", priorFolder.string()));
+        session.screens.Register("TransferList",
+                                 [](Session& shared) { return std::make_unique<TransferList>(shared); });
+    }
+    void TearDown() override { SetStoreFaultHook({}); }
+
+    void AddLastYear(int employees)
+    {
+        Database database =
+            Database::OpenDatabase(root / edition::PriorProductFolder / edition::PriorClientDatabaseName);
+        WriteBatch batch(database);
+        for (int i = 0; i < employees; ++i)
+            CreateEmployee(database, {"Acme", "Jane", std::to_string(i), ""});
+        batch.Commit();
+    }
+
+    std::size_t Transferred()
+    {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        return ListEmployees(database, "Acme").size();
+    }
+
+    void Click(const char* button)
+    {
+        Screen& screen = *session.screens.Find("TransferList");
+        screen.Click(screen.box(button));
+    }
+
+    TemporaryFolder root;
+    quillmere::testing::ScriptedDoor door;
+    Session session{door};
+};
+
+TEST_F(TransferScreen, ALongRunShowsThatItMovesAndLetsTheWindowsRepaint)
+{
+    AddLastYear(230);
+    ASSERT_NE(session.screens.Show("TransferList"), nullptr);
+    bool busyWhileWriting = false;
+    SetStoreFaultHook([&](std::string_view statement) {
+        busyWhileWriting = busyWhileWriting || (statement.starts_with("INSERT") && door.busy);
+        return SQLITE_OK;
+    });
+    Click("TransferAll");
+    EXPECT_TRUE(busyWhileWriting);
+    EXPECT_FALSE(door.busy);
+    ASSERT_GT(door.progress.size(), 90u);
+    EXPECT_LT(door.progress.size(), 110u) << "no oftener than the bar can show";
+    EXPECT_EQ(door.progress.front(), (std::pair{0, 230}));
+    EXPECT_TRUE(std::is_sorted(door.progress.begin(), door.progress.end() - 1));
+    EXPECT_EQ(*(door.progress.end() - 2), (std::pair{230, 230}));
+    EXPECT_EQ(door.progress.back(), (std::pair{0, 0})) << "the bar goes with the run";
+    EXPECT_GE(door.yields, 90);
+    EXPECT_EQ(Transferred(), 230u);
+}
+
+TEST_F(TransferScreen, TheBoxesHaveTheirIcons)
+{
+    AddLastYear(1);
+    ASSERT_NE(session.screens.Show("TransferList"), nullptr);
+    Click("Transfer");
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].icon, Icon::Critical);
+    Click("TransferAll");
+    ASSERT_EQ(door.messages.size(), 3u);
+    EXPECT_EQ(door.messages[1].icon, Icon::Question);
+    EXPECT_EQ(door.messages[1].buttons, Buttons::YesNo);
+    EXPECT_EQ(door.messages[2].title, "Transfer");
+}
+
+TEST_F(TransferScreen, WhatLastYearLacksIsToldWithAnExclamationMark)
+{
+    AddLastYear(1);
+    {
+        Database database =
+            Database::OpenDatabase(root / edition::PriorProductFolder / edition::PriorClientDatabaseName);
+        Recordset records = database.OpenRecordset("JNotepad");
+        records.MoveFirst();
+        records.Delete();
+    }
+    ASSERT_NE(session.screens.Show("TransferList"), nullptr);
+    Click("TransferAll");
+    ASSERT_EQ(door.messages.size(), 3u);
+    EXPECT_EQ(door.messages[1].title, "Notepad J - File Transfer error");
+    EXPECT_EQ(door.messages[1].icon, Icon::Exclamation);
+}
+
+TEST_F(TransferScreen, AStoreThatFailsEndsTheRunBehindTheEmployee)
+{
+    AddLastYear(5);
+    ASSERT_NE(session.screens.Show("TransferList"), nullptr);
+    int inserts = 0;
+    SetStoreFaultHook([&](std::string_view statement) {
+        return statement.starts_with("INSERT INTO [CNotepad]") && ++inserts == 3 ? SQLITE_FULL : SQLITE_OK;
+    });
+    Click("TransferAll");
+    SetStoreFaultHook({});
+    ASSERT_EQ(door.messages.size(), 3u);
+    EXPECT_EQ(door.messages[1].title, "Notepad C - File Transfer error");
+    EXPECT_EQ(door.messages[1].text, "database or disk is full");
+    EXPECT_EQ(door.messages[2].title, "Transfer Selected Employees ");
+    EXPECT_EQ(door.messages[2].text, "The transfer has stopped at Acme - (Jane 2).");
+    EXPECT_FALSE(door.busy);
+    EXPECT_EQ(door.progress.back(), (std::pair{0, 0}));
+    EXPECT_EQ(Transferred(), 3u);
+    // The next run goes on with the others.
+    Click("TransferAll");
+    EXPECT_EQ(door.messages.back().text, "Transfer Complete");
+    EXPECT_EQ(Transferred(), 5u);
+}
+
+TEST_F(TransferScreen, TooManyEmployeesThisYearIsAFaultOfTheProgram)
+{
+    AddLastYear(1);
+    {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        WriteBatch batch(database);
+        Recordset records = database.OpenRecordset("P11D");
+        for (int i = 0; i <= static_cast<int>(ExistingEmployees::Room); ++i) {
+            records.AddNew();
+            records.SetField("EmployerName", "Many");
+            records.SetField("EmployeeName", std::to_string(i));
+            records.SetField("Name", fmt::format("Many {}", i));
+            records.Update();
+        }
+        batch.Commit();
+    }
+    ASSERT_NE(session.screens.Show("TransferList"), nullptr);
+    Click("TransferAll");
+    ASSERT_EQ(door.messages.size(), 2u);
+    EXPECT_TRUE(door.messages[1].text.starts_with("Procedure: TransferList")) << door.messages[1].text;
+    EXPECT_FALSE(door.busy);
+    EXPECT_EQ(Transferred(), 0u);
+}
+
+} // namespace
+} // namespace quillmere::test
