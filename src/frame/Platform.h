@@ -41,7 +41,7 @@ struct PrintRequest {
     std::vector<int> pages;            ///< the document's page numbers, from 1, in that order
     int copies = 1;                    ///< made by the spooler
     int duplex = 0;                    ///< 0 printer default (nothing is set), 1 single-sided, 2 double-sided
-    std::chrono::seconds patience{20}; ///< how long the printing system may take to get ready
+    std::chrono::seconds patience{20}; ///< interval of tmrAbandon: the printing system must get ready in it
 };
 
 /// What a request to a printer ended in.

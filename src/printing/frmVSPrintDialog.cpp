@@ -143,7 +143,7 @@ void frmVSPrintDialog::Print()
     case PrintResult::PrinterUnreachable:
         TellPrinterError(session.messages, printing.engine.Device());
         break;
-    case PrintResult::NotReady:
+    case PrintResult::NotReady: // tmrAbandon has fired
         session.messages.Tell("Printing Process",
                               "The printing system is not ready.\nThe print job has been abandoned.");
         break;

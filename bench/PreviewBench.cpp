@@ -1,0 +1,164 @@
+// What a page turned in the preview costs, beside a QPicture of the same page replayed in the same run. "Turned" makes
+// the page ready and paints it, "Repainted" paints it once more, as scrolling does.
+#include "desktop/Look.h"
+#include "desktop/PageReplay.h"
+#include "printing/P11DPages.h"
+#include "printing/PageEngine.h"
+#include "printing/PageLayer.h"
+#include "support/ScriptedDoor.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QImage>
+#include <QPainter>
+#include <QPicture>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+using namespace quillmere;
+
+constexpr double PixelsPerPoint = 96.0 / 72.0;
+
+/// Both sides of the form with something in every field.
+std::shared_ptr<const Document> TheForm()
+{
+    quillmere::testing::ScriptedDoor door;
+    Settings settings = SetDefaultConfiguration({});
+    PageEngine engine(door);
+    PdfConverter converter;
+    const std::filesystem::path root;
+    PageLayer layer(door, settings, root);
+    layer.vsBindEngine(engine, converter);
+    const auto read = [](std::string_view) { return std::string("    250.00"); };
+    if (!layer.OpenPrintJob("Bench"))
+        return nullptr;
+    PrintP11D1(layer, read);
+    layer.NextPrintPage(2);
+    PrintP11D2(layer, read);
+    layer.vsEndDoc();
+    return engine.Ended();
+}
+
+QImage Sheet()
+{
+    QImage sheet(qRound(PageReplay::Width * PixelsPerPoint), qRound(PageReplay::Height * PixelsPerPoint),
+                 QImage::Format_RGB32);
+    sheet.fill(Qt::white);
+    return sheet;
+}
+
+QColor ColorOf(Colour colour)
+{
+    return {colour.red, colour.green, colour.blue};
+}
+
+/// The page as the toolkit's own recording.
+QPicture Recorded(const Document& document, int page)
+{
+    QPicture picture;
+    QPainter painter(&picture);
+    for (const Operation& operation : document.Page(page)) {
+        const double x1 = operation.x1 / TwipsPerPoint, y1 = operation.y1 / TwipsPerPoint;
+        const double x2 = operation.x2 / TwipsPerPoint, y2 = operation.y2 / TwipsPerPoint;
+        if (operation.kind == OperationKind::Text) {
+            const TextStyle& style = document.TextStyleOf(operation);
+            QFont font(FamilyOf(style.face) == "Arial" ? "Liberation Sans" : "Liberation Mono");
+            font.setPointSizeF(style.size);
+            font.setBold(IsBold(style.face));
+            font.setItalic(IsItalic(style.face));
+            painter.setFont(font);
+            painter.setPen(ColorOf(style.colour));
+            painter.drawText(QPointF(x1, y1 + TextAscent(style.face, style.size) / TwipsPerPoint),
+                             look::Text(std::string(document.TextOf(operation))));
+            continue;
+        }
+        const ShapeStyle& style = document.ShapeStyleOf(operation);
+        painter.setPen(QPen(ColorOf(style.pen), style.width / TwipsPerPoint, Qt::SolidLine, Qt::RoundCap));
+        painter.setBrush(style.filled ? QBrush(ColorOf(style.brush)) : QBrush(Qt::NoBrush));
+        switch (operation.kind) {
+        case OperationKind::Line:
+            painter.drawLine(QPointF(x1, y1), QPointF(x2, y2));
+            break;
+        case OperationKind::Rectangle:
+            painter.drawRect(QRectF(QPointF(x1, y1), QPointF(x2, y2)));
+            break;
+        case OperationKind::Circle:
+            painter.drawEllipse(QPointF(x1, y1), x2, x2);
+            break;
+        case OperationKind::Polygon: {
+            QPolygonF polygon;
+            const auto corners = document.CornersOf(operation);
+            for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
+                polygon << QPointF(corners[at] / TwipsPerPoint, corners[at + 1] / TwipsPerPoint);
+            painter.drawPolygon(polygon);
+            break;
+        }
+        case OperationKind::Text:
+            break;
+        }
+    }
+    return picture;
+}
+
+void PageTurned(benchmark::State& state)
+{
+    const auto document = TheForm();
+    QImage sheet = Sheet();
+    int page = 0;
+    for (auto _ : state) {
+        page = page % document->PageCount() + 1;
+        const PageReplay replay(document, page);
+        QPainter painter(&sheet);
+        painter.fillRect(sheet.rect(), Qt::white);
+        painter.scale(PixelsPerPoint, PixelsPerPoint);
+        replay.Paint(painter, QRectF(0, 0, PageReplay::Width, PageReplay::Height));
+    }
+}
+BENCHMARK(PageTurned)->Unit(benchmark::kMicrosecond);
+
+void PageRepainted(benchmark::State& state)
+{
+    const auto document = TheForm();
+    const PageReplay first(document, 1), second(document, 2);
+    QImage sheet = Sheet();
+    int page = 0;
+    for (auto _ : state) {
+        page = page % 2 + 1;
+        QPainter painter(&sheet);
+        painter.fillRect(sheet.rect(), Qt::white);
+        painter.scale(PixelsPerPoint, PixelsPerPoint);
+        (page == 1 ? first : second).Paint(painter, QRectF(0, 0, PageReplay::Width, PageReplay::Height));
+    }
+}
+BENCHMARK(PageRepainted)->Unit(benchmark::kMicrosecond);
+
+void PictureReplayed(benchmark::State& state)
+{
+    const auto document = TheForm();
+    // The painter of a picture takes the picture's own resolution for that of the font sizes.
+    const std::array<QPicture, 2> pictures{Recorded(*document, 1), Recorded(*document, 2)};
+    QImage sheet = Sheet();
+    std::size_t page = 0;
+    for (auto _ : state) {
+        page = 1 - page;
+        QPainter painter(&sheet);
+        painter.fillRect(sheet.rect(), Qt::white);
+        painter.scale(PixelsPerPoint, PixelsPerPoint);
+        painter.drawPicture(0, 0, pictures.at(page));
+    }
+}
+BENCHMARK(PictureReplayed)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argumentCount, char** arguments)
+{
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argumentCount, arguments);
+    look::LoadFonts();
+    benchmark::Initialize(&argumentCount, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+}

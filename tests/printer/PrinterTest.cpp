@@ -1,0 +1,226 @@
+// Real jobs to a private spooler: what the user chooses in the print dialog is what arrives, page by page.
+#include "PrivateSpooler.h"
+#include "printing/CupsPrinters.h"
+#include "support/PreviewRoom.h"
+#include "support/ScriptedDoor.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <thread>
+
+namespace quillmere {
+namespace {
+
+using testing::Enter;
+using testing::PrivateSpooler;
+using Pages = std::vector<std::string>;
+
+/// The scripted door, with the spooler's printers behind it.
+class SpoolerDoor : public testing::ScriptedDoor {
+public:
+    std::vector<std::string> Printers() override { return spooler.Names(); }
+    PrintOutcome Print(const PrintRequest& request) override
+    {
+        PrintRequest sooner = request;
+        sooner.patience = patience;
+        return spooler.Print(sooner);
+    }
+
+    CupsPrinters spooler{[this] { ++idled; }};
+    std::chrono::seconds patience{20};
+    int idled = 0;
+};
+
+class PrinterTest : public ::testing::Test {
+protected:
+    using Room = testing::PreviewRoom<SpoolerDoor>;
+
+    static void SetUpTestSuite()
+    {
+        spooler = std::make_unique<PrivateSpooler>();
+        if (!spooler->Missing().empty())
+            return;
+        for (const char* name : {"Attic", "Office", "Cellar"})
+            spooler->AddPrinter(name);
+        spooler->SetDefault("Office");
+    }
+    static void TearDownTestSuite() { spooler.reset(); }
+
+    void SetUp() override
+    {
+        if (!spooler->Missing().empty())
+            GTEST_SKIP() << "no private spooler: " << spooler->Missing();
+        before = spooler->Jobs().size();
+    }
+
+    /// The only job since the test began.
+    PrivateSpooler::Job Arrived()
+    {
+        const auto jobs = spooler->Jobs();
+        EXPECT_EQ(jobs.size(), before + 1);
+        return jobs.empty() ? PrivateSpooler::Job{} : jobs.back();
+    }
+    void ExpectNothingArrived() { EXPECT_EQ(spooler->Jobs().size(), before); }
+    static void Press(Screen& dialog) { dialog.Click(dialog.box("cmdPrint")); }
+
+    static std::unique_ptr<PrivateSpooler> spooler;
+    std::size_t before = 0;
+};
+
+std::unique_ptr<PrivateSpooler> PrinterTest::spooler;
+
+TEST_F(PrinterTest, ListsThePrintersTheDefaultOneFirst)
+{
+    SpoolerDoor door;
+    const std::vector<std::string> names = door.Printers();
+    ASSERT_EQ(names.size(), 3U);
+    EXPECT_EQ(names.front(), "Office");
+    const PrinterFacts& facts = door.spooler.Printers().front();
+    EXPECT_EQ(facts.description, "Printer Office");
+    EXPECT_EQ(facts.location, "First floor");
+    EXPECT_TRUE(facts.isAccepting);
+    door.spooler.Prefer("Cellar");
+    EXPECT_EQ(door.Printers().front(), "Cellar");
+}
+
+TEST_F(PrinterTest, ADocumentArrivesWholeWithItsNameAndOneCopy)
+{
+    Room room;
+    Press(room.Dialog(room.Preview(3)));
+    const auto job = Arrived();
+    EXPECT_EQ(job.pages, (Pages{"Page 1", "Page 2", "Page 3"}));
+    EXPECT_EQ(job.attributes.at("job-name"), "Acme Ltd - Jane Smith");
+    EXPECT_EQ(job.attributes.at("copies"), "1");
+    EXPECT_EQ(job.attributes.at("document-format"), "application/pdf");
+    EXPECT_EQ(job.attributes.at("media"), "iso_a4_210x297mm");
+    EXPECT_TRUE(job.attributes.at("job-printer-uri").ends_with("/printers/Office"));
+    EXPECT_FALSE(job.attributes.contains("sides")) << "left to the printer";
+    EXPECT_TRUE(room.door.messages.empty());
+}
+
+TEST_F(PrinterTest, CopiesAreLeftToTheSpooler)
+{
+    Room room;
+    Screen& dialog = room.Dialog(room.Preview(2));
+    Enter(dialog, dialog.box("txtCopies"), "3");
+    Press(dialog);
+    const auto job = Arrived();
+    EXPECT_EQ(job.attributes.at("copies"), "3");
+    EXPECT_EQ(job.pages, (Pages{"Page 1", "Page 2"}));
+}
+
+TEST_F(PrinterTest, ARangeInReverseOrderArrivesInThatOrder)
+{
+    Room room;
+    room.session.settings.reportReverse = true;
+    Screen& dialog = room.Dialog(room.Preview(12));
+    dialog.Click(dialog.box("optRange", 2));
+    Enter(dialog, dialog.box("txtPageNumbers"), "1,3,5-7");
+    Press(dialog);
+    EXPECT_EQ(Arrived().pages, (Pages{"Page 7", "Page 6", "Page 5", "Page 3", "Page 1"}));
+}
+
+TEST_F(PrinterTest, TheTwoPassesOfManualDuplexMeet)
+{
+    Room room;
+    Screen& preview = room.Preview(5);
+    for (const int pass : {1, 2}) {
+        Screen& dialog = room.Dialog(preview);
+        dialog.Click(dialog.box("optDuplex", pass));
+        Press(dialog);
+    }
+    const auto jobs = spooler->Jobs();
+    ASSERT_EQ(jobs.size(), before + 2);
+    EXPECT_EQ(jobs[before].pages, (Pages{"Page 1", "Page 3", "Page 5"}));
+    EXPECT_EQ(jobs[before + 1].pages, (Pages{"Page 2", "Page 4"}));
+}
+
+TEST_F(PrinterTest, TheSidesAreThoseOfTheSettings)
+{
+    for (const auto& [mode, sides] : {std::pair(1, "one-sided"), std::pair(2, "two-sided-long-edge")}) {
+        before = spooler->Jobs().size();
+        Room room;
+        room.session.settings.vsDuplexMode = mode;
+        Press(room.Dialog(room.Preview(2)));
+        EXPECT_EQ(Arrived().attributes.at("sides"), sides);
+    }
+}
+
+TEST_F(PrinterTest, AnEmptyPageListSendsNothing)
+{
+    Room room;
+    Screen& dialog = room.Dialog(room.Preview(3));
+    dialog.Click(dialog.box("optRange", 2));
+    Press(dialog);
+    ExpectNothingArrived();
+    EXPECT_EQ(room.door.messages.size(), 1U);
+}
+
+TEST_F(PrinterTest, APrinterThatIsGoneGetsNothingAndNoOtherDoesInstead)
+{
+    spooler->AddPrinter("Borrowed");
+    Room room;
+    room.session.settings.vsPrinter = "Borrowed";
+    Screen& dialog = room.Dialog(room.Preview(2));
+    EXPECT_EQ(dialog.Caption(), "Borrowed");
+    spooler->RemovePrinter("Borrowed");
+    Press(dialog);
+    ExpectNothingArrived();
+    EXPECT_EQ(room.door.TakeText(),
+              "An error occurred while attempting to access the following printer:\n\nBorrowed\n\n"
+              "Make sure this printer is available and properly set up.");
+    // The next job asks.
+    room.door.answers = {Answer::Yes};
+    EXPECT_TRUE(room.Draw(1));
+    EXPECT_EQ(room.door.TakeText(), "This printer is not available.\n\n"
+                                    "Do you wish to use the default printer 'Office' instead?");
+    EXPECT_EQ(room.session.settings.vsPrinter, "Office");
+}
+
+TEST_F(PrinterTest, APrinterThatTakesNoJobsIsNamed)
+{
+    spooler->AddPrinter("Full");
+    spooler->Reject("Full");
+    Room room;
+    room.session.settings.vsPrinter = "Full";
+    Press(room.Dialog(room.Preview(2)));
+    ExpectNothingArrived();
+    EXPECT_NE(room.door.TakeText().find("Full"), std::string::npos);
+    spooler->RemovePrinter("Full");
+}
+
+TEST_F(PrinterTest, ASpoolerThatDoesNotAnswerIsGivenUpInTime)
+{
+    Room room;
+    Screen& dialog = room.Dialog(room.Preview(2));
+    room.door.patience = std::chrono::seconds(1);
+    room.door.idled = 0;
+    spooler->Freeze();
+    const auto start = std::chrono::steady_clock::now();
+    Press(dialog);
+    const auto waited = std::chrono::steady_clock::now() - start;
+    spooler->Thaw();
+    EXPECT_LT(waited, std::chrono::seconds(8));
+    EXPECT_GT(room.door.idled, 0) << "the windows are looked after meanwhile";
+    EXPECT_EQ(room.door.TakeText(), "The printing system is not ready.\nThe print job has been abandoned.");
+    ExpectNothingArrived();
+}
+
+TEST_F(PrinterTest, WithoutASpoolerThereAreNoPrinters)
+{
+    setenv("CUPS_SERVER", "/nowhere/cups.sock", 1);
+    // Each thread looks the spooler's place up for itself, once.
+    std::thread([] {
+        SpoolerDoor door;
+        EXPECT_TRUE(door.Printers().empty());
+        EXPECT_EQ(door.Print({.printer = "Office", .documentName = "A", .pdf = "%PDF", .pages = {1}}),
+                  PrintOutcome::PrinterUnreachable);
+    }).join();
+    setenv("CUPS_SERVER", spooler->Socket().c_str(), 1);
+}
+
+} // namespace
+} // namespace quillmere

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <vector>
+
+namespace quillmere::testing {
+
+/// A print spooler (cupsd) of the test's own, in a folder of its own and reached through a socket in it, so that
+/// neither the machine's spooler nor its network takes part. It keeps what it gets. Stopped with the object, and by the
+/// system should the test die first.
+class PrivateSpooler {
+public:
+    PrivateSpooler();
+    ~PrivateSpooler();
+    PrivateSpooler(const PrivateSpooler&) = delete;
+    PrivateSpooler& operator=(const PrivateSpooler&) = delete;
+
+    /// Why it could not be had; empty if it is running.
+    const std::string& Missing() const { return missing; }
+    std::string Socket() const { return (folder / "cups.sock").string(); }
+
+    void AddPrinter(std::string_view name) const;
+    void RemovePrinter(std::string_view name) const;
+    void SetDefault(std::string_view name) const;
+    /// The printer takes no more jobs.
+    void Reject(std::string_view name) const;
+    /// Holds the spooler's process still, and lets it go on.
+    void Freeze() const;
+    void Thaw() const;
+
+    /// A job as it arrived.
+    struct Job {
+        std::map<std::string, std::string> attributes; ///< as the spooler tells them: "copies", "sides", "job-name"
+        std::vector<std::string> pages;                ///< the text of each page of its document
+    };
+    /// All jobs so far, the oldest first.
+    std::vector<Job> Jobs() const;
+
+private:
+    bool Start();
+    bool Run(const std::string& command) const;
+
+    std::filesystem::path folder;
+    std::string missing;
+    pid_t process = -1;
+};
+
+} // namespace quillmere::testing
