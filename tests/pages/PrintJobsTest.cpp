@@ -1,6 +1,7 @@
 #include "printing/PrintJobs.h"
 
 #include "KeptListing.h"
+#include "clientdb/StoreFaults.h"
 #include "support/PrintDesk.h"
 
 #include <gtest/gtest.h>
@@ -451,6 +452,119 @@ TEST_F(PrintJobs, KeepOneEmployeesNumberOffTheNextOnesSheet)
     Batch({BatchTick::P11D});
     ASSERT_EQ(desk.documents.size(), 2u);
     EXPECT_FALSE(Holds(*desk.documents[1], 3, "AB123456C"));
+}
+
+// ---- a store that fails -------------------------------------------------------------------------
+
+/// Lets one statement of the store fail: the n-th that names the table, any later one too if it goes on failing.
+class FailingStore {
+public:
+    FailingStore(std::string_view table, int first, bool goesOn = false)
+    {
+        SetStoreFaultHook([this, table = std::string(table), first, goesOn](std::string_view statement) {
+            if (statement.find(table) == std::string_view::npos)
+                return 0;
+            ++count;
+            const bool fails = goesOn ? count >= first : count == first;
+            hasFailed = hasFailed || fails;
+            return fails ? IoError : 0;
+        });
+    }
+    ~FailingStore() { SetStoreFaultHook({}); }
+    FailingStore(const FailingStore&) = delete;
+    FailingStore& operator=(const FailingStore&) = delete;
+
+    static constexpr int IoError = 10;
+    int count = 0;
+    bool hasFailed = false;
+};
+
+TEST_F(PrintJobs, NameTheProcedureAndItsOwnNumberWhenTheStoreFails)
+{
+    FillAll();
+    struct Case {
+        std::string_view table;
+        int nth;
+        std::string_view procedure;
+        int diagnostic;
+    };
+    for (const Case& one : {Case{"[ExtraCars]", 1, "Print P11D(3-4)", 3}, Case{"[ANotepad]", 1, "Print P11D", 5},
+                            Case{"[HNotepad]", 1, "Print P11D", 14}, Case{"[ONotepad6]", 1, "Print P11D", 20}}) {
+        const FailingStore store(one.table, one.nth);
+        EXPECT_EQ(PrintSingle(), nullptr) << one.table;
+        ASSERT_EQ(door.messages.size(), 1u) << one.table;
+        EXPECT_EQ(door.messages[0].title, "2011 Quillmere");
+        EXPECT_TRUE(door.messages[0].text.starts_with(fmt::format("Procedure: {}\nError 10:  ", one.procedure)))
+            << door.messages[0].text;
+        EXPECT_TRUE(door.messages[0].text.ends_with(fmt::format("\nDiagnostic: {}", one.diagnostic)))
+            << door.messages[0].text;
+        EXPECT_EQ(door.messages[0].icon, Icon::Critical);
+        EXPECT_FALSE(door.busy);
+        EXPECT_FALSE(desk.printing.engine.IsOpen());
+        door.messages.clear();
+    }
+    EXPECT_EQ(PrintSingle()->PageCount(), 38);
+}
+
+TEST_F(PrintJobs, SayThatACarCannotBeReadAndGoOn)
+{
+    FillAll();
+    // The form itself is read first, then once for each of the two cars.
+    const FailingStore store("[P11D]", 2, true);
+    const auto document = PrintSingle();
+    ASSERT_NE(document, nullptr);
+    EXPECT_EQ(document->PageCount(), 36);
+    ASSERT_EQ(door.messages.size(), 2u);
+    for (const Message& message : door.messages) {
+        EXPECT_EQ(message.title, "2011 Quillmere");
+        EXPECT_EQ(message.text, "Unable to Open Car Information for printing");
+    }
+}
+
+TEST_F(PrintJobs, OfABatchStopWhereTheStoreFailsAndPrintNoHalfDocument)
+{
+    door.printers = {"Office"};
+    desk.Add(Employer, "Adam", "Zweig");
+    FillAll();
+    BatchSelection all = BatchSelection::All();
+    bool failed = true;
+    int statement = 0;
+    std::map<std::string, int> procedures;
+    while (failed) {
+        ++statement;
+        door.messages.clear();
+        door.printed.clear();
+        door.progress.clear();
+        const FailingStore store("", statement);
+        PrintBatchJob(desk.session, desk.printing, Employer, all);
+        failed = store.hasFailed;
+        EXPECT_FALSE(door.busy);
+        EXPECT_FALSE(desk.printing.engine.IsOpen());
+        if (!door.progress.empty()) {
+            EXPECT_EQ(door.progress.back(), std::make_pair(0, 0));
+        }
+        if (!failed)
+            break;
+        ASSERT_EQ(door.messages.size(), 1u) << statement;
+        const std::string& text = door.messages[0].text;
+        if (text != "Unable to Open Car Information for printing") {
+            ASSERT_TRUE(text.starts_with("Procedure: ")) << text;
+            ++procedures[text.substr(11, text.find('\n') - 11)];
+            EXPECT_LT(door.printed.size(), 3u);
+        }
+        for (const PrintRequest& request : door.printed)
+            if (request.documentName == "Marlow & Sons Ltd - Adam Zweig") {
+                EXPECT_EQ(request.pages.size(), 2u);
+            } else if (request.documentName == "Marlow & Sons Ltd - Jane Smith") {
+                EXPECT_GE(request.pages.size(), 37u); // a car that could not be read is left out
+            }
+    }
+    EXPECT_EQ(door.printed.size(), 3u);
+    EXPECT_GT(statement, 60);
+    EXPECT_EQ(procedures.count("Batch Print"), 1u);
+    EXPECT_EQ(procedures.count("Print P11D(3-4)"), 1u);
+    EXPECT_EQ(procedures.count("Print P11D(5-6)"), 1u);
+    EXPECT_EQ(procedures.size(), 3u);
 }
 
 } // namespace
