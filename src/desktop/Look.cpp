@@ -170,14 +170,15 @@ void Draw(QPainter& painter, const Layout::Drawn& drawn)
         painter.drawText(rect, Qt::AlignCenter, Text(drawn.text));
         return;
     case What::Frame: {
-        painter.setPen(QPen(QColor(0x9A, 0xA1, 0xAB), 1));
-        painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
-        if (drawn.text.empty())
-            return;
         painter.setFont(CaptionFont({.size = 12, .bold = true}));
         const QString title = Text(drawn.text);
         const QRectF place(rect.x() + 10, rect.y() - 8, painter.fontMetrics().horizontalAdvance(title) + 8.0, 16);
-        painter.fillRect(place, PanelGrey);
+        painter.save();
+        if (!title.isEmpty()) // which stands in a gap of the line, on whatever lies below
+            painter.setClipRegion(QRegion(rect.toAlignedRect()).subtracted(place.toAlignedRect()));
+        painter.setPen(QPen(QColor(0x9A, 0xA1, 0xAB), 1));
+        painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
+        painter.restore();
         painter.setPen(Ink);
         painter.drawText(place, Qt::AlignCenter, title);
         return;

@@ -165,6 +165,7 @@ std::vector<ScheduleLine> FilledLines(const Recordset& records, std::span<const 
 }
 
 constexpr double WidthOfRules = 15;
+constexpr double GapBelowHeads = 1; ///< keeps the first line clear of the underlines
 constexpr double MoneyShort = 0.75; ///< totals stand so much before the end of the figures
 
 void DrawRules(PrintJob& job, std::span<const ReportColumn> columns, double width)
@@ -193,7 +194,7 @@ void DrawColumnHeads(PrintJob& job, std::span<const ReportColumn> columns)
         page.vsTextRight(column.right, job.position, column.head);
         underlined(job.position + ReportLine, column, column.secondHead);
     }
-    job.position += ReportLine;
+    job.position += ReportLine + GapBelowHeads;
 }
 
 constexpr double GapBeforeFigures = 1;

@@ -166,17 +166,17 @@ bool PrivateSpooler::Run(const std::string& command) const
 void PrivateSpooler::AddPrinter(std::string_view name) const
 {
     // A queue that passes on what it gets; its paper goes nowhere.
-    Run(fmt::format("lpadmin -p {} -E -v file:///dev/null -D 'Printer {}' -L 'First floor'", name, name));
+    Run(fmt::format("/usr/sbin/lpadmin -p {} -E -v file:///dev/null -D 'Printer {}' -L 'First floor'", name, name));
 }
 
 void PrivateSpooler::RemovePrinter(std::string_view name) const
 {
-    Run(fmt::format("lpadmin -x {}", name));
+    Run(fmt::format("/usr/sbin/lpadmin -x {}", name));
 }
 
 void PrivateSpooler::SetDefault(std::string_view name) const
 {
-    Run(fmt::format("lpadmin -d {}", name));
+    Run(fmt::format("/usr/sbin/lpadmin -d {}", name));
 }
 
 void PrivateSpooler::Reject(std::string_view name) const
