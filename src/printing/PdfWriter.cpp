@@ -21,8 +21,11 @@ namespace quillmere {
 
 namespace {
 
-/// Contents are made for every document: the quickest level is also near the smallest.
+/// What is made anew for every document: the quickest level is also near the smallest.
 constexpr int ContentEffort = 1;
+
+/// Fixed parts are deflated once for many documents, as the fonts are.
+constexpr int FixedEffort = 12;
 
 /// Fixed parts of pages that are kept deflated at most; a form with its settings needs one or two a page.
 constexpr std::size_t KeptParts = 32;
@@ -60,8 +63,19 @@ std::string WidthsOf(Face face, const PdfFont& font)
     return widths;
 }
 
+/// Streams of one file by their content. Faces that draw the same characters have the same maps.
+using StreamsByContent = std::map<std::string, std::string>;
+
+const std::string& AddStreamOnce(PdfFile& file, const std::string& deflated, StreamsByContent& streams)
+{
+    std::string& reference = streams[deflated];
+    if (reference.empty())
+        reference = file.AddStream(deflated);
+    return reference;
+}
+
 /// Puts the font into the file and gives its reference.
-std::string AddFont(PdfFile& file, Face face, const PdfFont& font)
+std::string AddFont(PdfFile& file, Face face, const PdfFont& font, StreamsByContent& maps)
 {
     const std::string program = file.AddStream(font.file, fmt::format("/Length1 {}", font.fileLength));
     const std::string descriptor = file.Add(fmt::format(
@@ -73,10 +87,10 @@ std::string AddFont(PdfFile& file, Face face, const PdfFont& font)
         file.Add(fmt::format("<< /Type /Font /Subtype /CIDFontType2 /BaseFont /{} "
                              "/CIDSystemInfo << /Registry (Adobe) /Ordering (Identity) /Supplement 0 >> "
                              "/FontDescriptor {} /W [{}] /CIDToGIDMap {} >>",
-                             font.name, descriptor, WidthsOf(face, font), file.AddStream(font.glyphs)));
+                             font.name, descriptor, WidthsOf(face, font), AddStreamOnce(file, font.glyphs, maps)));
     return file.Add(fmt::format("<< /Type /Font /Subtype /Type0 /BaseFont /{} /Encoding /Identity-H "
                                 "/DescendantFonts [{}] /ToUnicode {} >>",
-                                font.name, descendant, file.AddStream(font.toUnicode)));
+                                font.name, descendant, AddStreamOnce(file, font.toUnicode, maps)));
 }
 
 /// What of each face the given pages draw.
@@ -144,7 +158,7 @@ struct PdfWriter::State {
             return kept->second;
         if (fixedParts.size() >= KeptParts)
             fixedParts.clear();
-        return fixedParts.emplace(content, deflate.Compress(content)).first->second;
+        return fixedParts.emplace(content, thoroughDeflate.Compress(content)).first->second;
     }
 
     /// Puts a page's content into the file and gives the references of its streams. `fixed` has the streams of fixed
@@ -171,6 +185,7 @@ struct PdfWriter::State {
 
     PdfFonts fonts;
     Deflate deflate{ContentEffort};
+    Deflate thoroughDeflate{FixedEffort};
     std::unordered_map<std::string, std::string> fixedParts; ///< deflated, by content
 };
 
@@ -191,12 +206,14 @@ std::string PdfWriter::Write(const Document& document, std::span<const int> page
     PdfFile file;
 
     std::string fonts;
+    StreamsByContent maps;
     const auto characters = CharactersOf(document, pages);
     for (int number = 0; number < FaceCount; ++number) {
         const auto& used = characters.at(static_cast<std::size_t>(number));
         if (used) {
             const auto face = static_cast<Face>(number);
-            fonts += fmt::format("{} {} ", PdfFontName(face), AddFont(file, face, state->fonts.FontFor(face, *used)));
+            fonts +=
+                fmt::format("{} {} ", PdfFontName(face), AddFont(file, face, state->fonts.FontFor(face, *used), maps));
         }
     }
 
