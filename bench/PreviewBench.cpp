@@ -157,7 +157,6 @@ int main(int argumentCount, char** arguments)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argumentCount, arguments);
-    look::LoadFonts();
     benchmark::Initialize(&argumentCount, arguments);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

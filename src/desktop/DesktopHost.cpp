@@ -1,6 +1,5 @@
 #include "desktop/DesktopHost.h"
 
-#include "desktop/Look.h"
 #include "desktop/MainWindow.h"
 #include "desktop/PreviewWindow.h"
 #include "desktop/ScreenWindow.h"
@@ -14,7 +13,6 @@ namespace quillmere {
 
 DesktopHost::DesktopHost() : context(std::make_unique<QObject>())
 {
-    look::LoadFonts();
 }
 
 DesktopHost::~DesktopHost() = default;

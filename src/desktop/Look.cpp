@@ -97,8 +97,8 @@ void DrawPicture(QPainter& painter, const std::string& name)
     }
 }
 
-} // namespace
-
+/// Makes the built-in typefaces known to the toolkit, once a process. The main window does without them, as this takes
+/// longer than all else that it does.
 void LoadFonts()
 {
     static const bool loaded = [] {
@@ -110,8 +110,11 @@ void LoadFonts()
     static_cast<void>(loaded);
 }
 
+} // namespace
+
 QFont CaptionFont(const TextLook& look)
 {
+    LoadFonts();
     QFont font(CaptionFamily);
     font.setPixelSize(look.size);
     font.setBold(look.bold);
@@ -121,6 +124,7 @@ QFont CaptionFont(const TextLook& look)
 
 QFont AmountFont(int size)
 {
+    LoadFonts();
     QFont font(AmountFamily);
     font.setPixelSize(size);
     return font;

@@ -13,10 +13,8 @@ class QPainter;
 
 namespace quillmere::look {
 
-/// Makes the built-in typefaces known to the toolkit; done once a process, before the first window.
-void LoadFonts();
-
-/// The face of captions, and the monospaced one of amounts, at a size in pixels.
+/// The built-in face of captions, and the monospaced one of amounts, at a size in pixels. A window asks for them before
+/// it is painted.
 QFont CaptionFont(const TextLook& look = {});
 QFont AmountFont(int size = 13);
 
