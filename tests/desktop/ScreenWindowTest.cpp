@@ -6,6 +6,8 @@
 #include "desktop/Layout.h"
 #include "desktop/MainWindow.h"
 #include "edition/Edition.h"
+#include "frame/Folders.h"
+#include "frame/Settings.h"
 #include "support/ScriptedDoor.h"
 #include "support/StoreFixture.h"
 
@@ -16,12 +18,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
 #include <set>
 
 namespace quillmere {
 namespace {
 
-/// The program up to its main window, with one employee open and the windows made but not looked at.
+/// The program up to its main window, with one employee open, who is in last year's database too, and the windows made
+/// but not looked at.
 class RunningProgram {
 public:
     RunningProgram() : program(door, &host, {.programFolder = ProgramFolder(), .resourceFolder = QUILLMERE_RESOURCES})
@@ -34,6 +38,12 @@ public:
                        {.employer = "Acme Ltd", .firstName = "Jane", .surname = "Smith", .payeReference = "1"});
         session.CurrentEmployer = "Acme Ltd";
         session.CurrentEmployee = "Jane Smith";
+
+        const std::filesystem::path priorFolder = PriorProgramFolderOf(session.programFolder);
+        std::filesystem::create_directories(priorFolder);
+        std::ofstream(priorFolder / SettingsFileName)
+            << "FOLDER 1=Clients\nPATH 1=" << priorFolder.string() << "\nSELECTED FOLDER=1\n";
+        std::filesystem::copy_file(session.ClientDatabasePath(), priorFolder / edition::PriorClientDatabaseName);
     }
 
     /// Shows a screen, if the program has it and it opens with what there is.
@@ -59,16 +69,14 @@ private:
 
 class EveryScreen : public ::testing::TestWithParam<std::string_view> {
 protected:
-    /// The screen on its window, or nothing where it does not open with the data at hand.
-    bool Open()
+    /// The screen on its window.
+    void Open()
     {
         screen = running.Show(GetParam());
-        if (screen == nullptr)
-            return false;
+        ASSERT_NE(screen, nullptr) << GetParam() << " does not open";
         window = running.host.WindowOf(*screen);
         window->window()->activateWindow();
         QCoreApplication::processEvents();
-        return true;
     }
 
     QWidget* WidgetOf(const Box& box) const { return running.host.WidgetOf(*screen, box); }
@@ -99,8 +107,7 @@ bool IsGround(const Box& box)
 
 TEST_P(EveryScreen, PlacesEveryControlThatCanShow)
 {
-    if (!Open())
-        GTEST_SKIP() << "does not open with the data at hand";
+    ASSERT_NO_FATAL_FAILURE(Open());
     std::set<const Box*> placed;
     for (const Layout::Placed& place : LayoutOf(screen->Name()).placed) {
         const Box* box = screen->FindBox(place.box, place.index);
@@ -114,8 +121,7 @@ TEST_P(EveryScreen, PlacesEveryControlThatCanShow)
 
 TEST_P(EveryScreen, NamesEveryControlThatTakesTheFocus)
 {
-    if (!Open())
-        GTEST_SKIP() << "does not open with the data at hand";
+    ASSERT_NO_FATAL_FAILURE(Open());
     std::set<QString> names;
     for (const auto& box : screen->Boxes()) {
         const QWidget* widget = WidgetOf(*box);
@@ -134,8 +140,7 @@ TEST_P(EveryScreen, NamesEveryControlThatTakesTheFocus)
 
 TEST_P(EveryScreen, IsWalkedByTabOnceInTheOrderOfTheForm)
 {
-    if (!Open())
-        GTEST_SKIP() << "does not open with the data at hand";
+    ASSERT_NO_FATAL_FAILURE(Open());
     const std::vector<const Box*> expected = Visited();
     ASSERT_FALSE(expected.empty());
     WidgetOf(*expected.front())->setFocus(Qt::TabFocusReason);
@@ -153,8 +158,7 @@ TEST_P(EveryScreen, IsWalkedByTabOnceInTheOrderOfTheForm)
 /// A box does not come after one that stands below it in its own column or in one to the right.
 TEST_P(EveryScreen, HasItsBoxesInTheOrderInWhichTheyStand)
 {
-    if (!Open())
-        GTEST_SKIP() << "does not open with the data at hand";
+    ASSERT_NO_FATAL_FAILURE(Open());
     const Layout& layout = LayoutOf(screen->Name());
     const auto placeOf = [&](const Box& box) {
         return std::ranges::find_if(layout.placed, [&](const Layout::Placed& place) {
@@ -189,8 +193,7 @@ TEST_P(EveryScreen, FitsASmallScreenOrScrolls)
 
 TEST_P(EveryScreen, KeepsEveryControlOnItsSheetAndOffTheOthers)
 {
-    if (!Open())
-        GTEST_SKIP() << "does not open with the data at hand";
+    ASSERT_NO_FATAL_FAILURE(Open());
     const Layout& layout = LayoutOf(screen->Name());
     std::vector<const Layout::Placed*> shown;
     for (const Layout::Placed& place : layout.placed) {
