@@ -24,6 +24,19 @@ StoreError::StoreError(int errorNumber, const std::string& text, std::string sta
 {
 }
 
+bool StoreError::OutOfReach() const
+{
+    switch (Number() & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
+        return true;
+    default:
+        return false;
+    }
+}
+
 void SetStoreFaultHook(StoreFaultHook hook)
 {
     FaultHook() = std::move(hook);
@@ -304,18 +317,27 @@ std::int64_t Database::Connection::Pragma(const std::string& text)
 void Database::Connection::BeforeWrite()
 {
     RequireOpen();
-    if (batches > 0 && !InTransaction())
+    if (batches == 0 || InTransaction())
+        return;
+    try {
         Execute("BEGIN IMMEDIATE");
+    } catch (const StoreError& failure) {
+        throw BatchLost(failure);
+    }
 }
 
-void Database::Connection::AfterFailedWrite() noexcept
+void Database::Connection::AfterFailedWrite(const StoreError& failure)
 {
     if (batches == 0)
         return;
+    // A full disk, for one, takes the transaction along with the write.
+    if (!InTransaction())
+        throw BatchLost(failure);
     try {
         Commit();
     } catch (const StoreError&) {
         // The failure of the write is the one that is told; Commit has left no transaction open.
+        throw BatchLost(failure);
     }
 }
 
@@ -325,10 +347,10 @@ void Database::Connection::Commit()
         return;
     try {
         Execute("COMMIT");
-    } catch (const StoreError&) {
+    } catch (const StoreError& failure) {
         if (InTransaction())
             sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
-        throw;
+        throw BatchLost(failure);
     }
 }
 

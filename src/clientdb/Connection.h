@@ -103,11 +103,12 @@ struct Database::Connection {
     void Execute(const std::string& text);
     std::int64_t Pragma(const std::string& text);
     bool InTransaction() const { return sqlite3_get_autocommit(handle) == 0; }
-    /// Called before each write: inside a batch the first one begins the transaction.
+    /// Called before each write: inside a batch the first one begins the transaction. Throws BatchLost if it cannot.
     void BeforeWrite();
-    /// Called when a write failed: commits what a batch has written before.
-    void AfterFailedWrite() noexcept;
-    /// Commits the transaction of the batch, if one was begun. Rolls it back and throws StoreError if the store cannot.
+    /// Called when a write failed: commits what a batch has written before. Throws BatchLost, with the failure of the
+    /// write, if that is gone.
+    void AfterFailedWrite(const StoreError& failure);
+    /// Commits the transaction of the batch, if one was begun. Rolls it back and throws BatchLost if the store cannot.
     void Commit();
 
     sqlite3* handle = nullptr;

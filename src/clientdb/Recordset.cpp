@@ -518,7 +518,7 @@ bool Recordset::State::Write(bool mayRefuse)
         Forget();
         if (mayRefuse && (failure.Number() & 0xff) == SQLITE_CONSTRAINT)
             return false;
-        connection->AfterFailedWrite();
+        connection->AfterFailedWrite(failure);
         throw;
     }
     Forget();
@@ -684,8 +684,8 @@ void Recordset::Delete()
         state->Forget();
         if (deleted == 0)
             state->RequireRecord();
-    } catch (const StoreError&) {
-        state->connection->AfterFailedWrite();
+    } catch (const StoreError& failure) {
+        state->connection->AfterFailedWrite(failure);
         throw;
     }
 }

@@ -106,8 +106,8 @@ private:
 class WriteBatch {
 public:
     explicit WriteBatch(Database& database);
-    /// Commits now; throws StoreError if the store cannot, and then nothing of the batch since the last commit is
-    /// stored.
+    /// Commits now; throws BatchLost if the store cannot, and then nothing of the batch since the last commit is
+    /// stored. A write of the batch throws it likewise.
     void Commit();
     /// Commits what Commit has not, passing over a failure.
     ~WriteBatch();

@@ -12,9 +12,18 @@ class StoreError : public Failure {
 public:
     StoreError(int number, const std::string& text, std::string statement);
     const std::string& Statement() const { return statement; }
+    /// True if the database is locked by somebody else or not to be written at all: what follows would fail likewise,
+    /// each time after the same wait.
+    bool OutOfReach() const;
 
 private:
     std::string statement;
+};
+
+/// A batch of writes cannot begin or cannot be committed: nothing that it has written since its last commit is stored.
+class BatchLost : public StoreError {
+public:
+    explicit BatchLost(const StoreError& reason) : StoreError(reason) {}
 };
 
 /// The record that a data link stands on has been deleted by somebody else: what was changed in its boxes has no place.

@@ -1,6 +1,7 @@
 #include "declaration/AdjustmentNotepad.h"
 
 #include "clientdb/Recordset.h"
+#include "declaration/Class1A.h"
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Session.h"
@@ -59,7 +60,7 @@ void AdjustmentNotepad::Recalculate()
         RewriteAndAdd(text, total);
         amount.SetText(text);
     }
-    Total().SetText(AmountText(total, edition::FormatMoneyBlankZero));
+    Total().SetText(Class1AText(total));
 }
 
 void AdjustmentNotepad::Ok()
@@ -67,8 +68,8 @@ void AdjustmentNotepad::Ok()
     Recalculate();
     try {
         StoreLines();
-    } catch (const StoreError& error) {
-        session.messages.Tell(Caption(), error.what());
+    } catch (const StoreError&) {
+        session.messages.Tell(Caption(), "Unable to update database");
         return;
     }
     HandBack();

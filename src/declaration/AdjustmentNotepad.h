@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/Schedule.h"
+#include "declaration/DeclarationWords.h"
 #include "frame/Screen.h"
 
 #include <array>
@@ -28,9 +29,11 @@ inline constexpr auto AdjustmentSchedules = std::to_array<AdjustmentSchedule>({
     {.name = "P11DBNotepad1",
      .caption = "P11D (B) Notepad 1",
      .timer = "BNotepad1",
-     .columns =
-         {AdjustmentDescription,
-          {.box = "AmountAdded", .field = "AmountAdded", .caption = "Amount to be added", .total = "AmountAddedTotal"}},
+     .columns = {AdjustmentDescription,
+                 {.box = "AmountAdded",
+                  .field = "AmountAdded",
+                  .caption = words::AmountToBeAdded,
+                  .total = "AmountAddedTotal"}},
      .target = "Section4BoxB",
      .targetDescription = "Section4DescriptionB",
      .loadingError = "P11D(B) Notepad 1 - loading error"},
@@ -40,7 +43,7 @@ inline constexpr auto AdjustmentSchedules = std::to_array<AdjustmentSchedule>({
      .columns = {AdjustmentDescription,
                  {.box = "AmountDeducted",
                   .field = "AmountDeducted",
-                  .caption = "Amount to be deducted",
+                  .caption = words::AmountToBeDeducted,
                   .total = "AmountDeductedTotal"}},
      .target = "Section4BoxC",
      .targetDescription = "Section4DescriptionC",

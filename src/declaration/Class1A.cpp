@@ -1,5 +1,7 @@
 #include "declaration/Class1A.h"
 
+#include "edition/Edition.h"
+
 namespace quillmere {
 
 Amount Class1ABenefits(std::span<const std::string_view, Class1AFields.size()> texts)
@@ -8,6 +10,11 @@ Amount Class1ABenefits(std::span<const std::string_view, Class1AFields.size()> t
     for (const std::string_view text : texts)
         total += ReadAmount(text);
     return total;
+}
+
+std::string Class1AText(Amount amount)
+{
+    return AmountText(amount, edition::FormatMoneyBlankZero);
 }
 
 Amount Class1AContributions(Amount benefits, double rate)

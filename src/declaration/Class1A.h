@@ -5,6 +5,7 @@
 
 #include <array>
 #include <span>
+#include <string>
 #include <string_view>
 
 /// Class 1A National Insurance contributions of an employer: the employees' benefits, and sections 1 and 4 of the
@@ -32,6 +33,9 @@ inline constexpr auto Class1AFields = std::to_array<std::string_view>({
 /// nothing: neither "Nil" nor the "See Attach" in `HLoanCashEqu2`, where `HLoanCashEqu1` holds the sum of all loans
 /// already.
 Amount Class1ABenefits(std::span<const std::string_view, Class1AFields.size()> texts);
+
+/// An amount as it stands in a box of the return: empty for nought.
+std::string Class1AText(Amount amount);
 
 /// Contributions on benefits, at four decimals.
 Amount Class1AContributions(Amount benefits, double rate = edition::Class1ARate);

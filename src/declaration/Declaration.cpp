@@ -2,19 +2,9 @@
 
 #include "clientdb/DataLink.h"
 #include "declaration/Class1A.h"
-#include "edition/Edition.h"
 #include "frame/Text.h"
 
 namespace quillmere {
-
-namespace {
-
-std::string BoxText(Amount amount)
-{
-    return AmountText(amount, edition::FormatMoneyBlankZero);
-}
-
-} // namespace
 
 Amount EmployerTotal(Database& database, std::string_view employer)
 {
@@ -33,7 +23,7 @@ DeclarationTotals ComputeDeclarationTotals(Database& database, std::string_view 
 {
     DeclarationTotals totals;
     const Amount benefits = EmployerTotal(database, employer);
-    totals.section1ABox = BoxText(benefits);
+    totals.section1ABox = Class1AText(benefits);
 
     Recordset records = database.OpenRecordset("P11DB");
     records.MoveFirstOf(employer);
@@ -54,7 +44,7 @@ DeclarationTotals ComputeDeclarationTotals(Database& database, std::string_view 
     totals.section2Tick3 = IsSet(field("Section2Tick3"));
 
     if (!totals.section1Tick) {
-        totals.section1CBox = BoxText(ComputeSection1(benefits).C);
+        totals.section1CBox = Class1AText(ComputeSection1(benefits).C);
         return totals;
     }
     totals.section4BBox = field("Section4BBox");
@@ -63,9 +53,9 @@ DeclarationTotals ComputeDeclarationTotals(Database& database, std::string_view 
     totals.section4CDesc = field("Section4CDesc");
     const Section4 section =
         ComputeSection4(benefits, ReadAmount(totals.section4BBox), ReadAmount(totals.section4CBox));
-    totals.section4ABox = BoxText(section.A);
-    totals.section4DBox = BoxText(section.D);
-    totals.section4FBox = BoxText(section.F);
+    totals.section4ABox = Class1AText(section.A);
+    totals.section4DBox = Class1AText(section.D);
+    totals.section4FBox = Class1AText(section.F);
     return totals;
 }
 

@@ -6,6 +6,7 @@
 #include "declaration/DeclarationWords.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
+#include "frame/Dates.h"
 
 #include <array>
 
@@ -51,7 +52,10 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "DeclarationTick", .kind = Kind::Tick, .field = "Section2Tick2"},
     {.name = "Check4", .kind = Kind::Tick, .field = "Section2Tick3"},
     {.name = "InlRevOffice", .field = "SentToBox", .spoken = "Office that forms P11D were sent to"},
-    {.name = "SentDate", .field = "SentToDate", .spoken = "Date on which forms P11D were sent"},
+    {.name = "SentDate",
+     .field = "SentToDate",
+     .filter = DateKeyFilter,
+     .spoken = "Date on which forms P11D were sent"},
 
     {.name = "Section4BoxA",
      .field = "Section4ABox",
@@ -113,11 +117,6 @@ constexpr auto Section4Boxes = std::to_array<std::string_view>({
     "Section4BoxF",
 });
 
-std::string BoxText(Amount amount)
-{
-    return AmountText(amount, edition::FormatMoneyBlankZero);
-}
-
 /// The main window's toolbar is out of use while the declaration is in front.
 void EnableToolbar(Session& session, bool enabled)
 {
@@ -137,8 +136,10 @@ P11DDeclaration::P11DDeclaration(Session& session)
     Bind();
     SetButtons("Cancel", {});
 
-    for (const std::string_view amount : {"Section1BoxA", "Section4BoxA", "Section4BoxB", "Section4BoxC"})
+    OnLeave("Section1BoxA", [this](Box&) { LeaveTotal(); });
+    for (const std::string_view amount : {"Section4BoxA", "Section4BoxB", "Section4BoxC"})
         OnLeave(amount, [this](Box&) { Refresh(); });
+    OnLeave("SentDate", [this](Box&) { LeaveSentDate(); });
     OnClick("AdjustTick", [this](Box&) { ChangeAdjustTick(); });
     OnClick("Image1", [this](Box&) { this->session.screens.Show("P11DBNotepad1"); });
     OnClick("Image2", [this](Box&) { this->session.screens.Show("P11DBNotepad2"); });
@@ -198,10 +199,12 @@ void P11DDeclaration::P11DBTimer()
         total = EmployerTotal(database, session.CurrentEmployer);
     } catch (const StoreError& error) {
         session.messages.Tell(Caption(), error.what());
+        // What a schedule has handed over counts all the same.
+        Refresh();
         return;
     }
     SeekPageAgain();
-    box("Section1BoxA").SetText(BoxText(total));
+    box("Section1BoxA").SetText(Class1AText(total));
     Refresh();
 }
 
@@ -230,8 +233,8 @@ void P11DDeclaration::Refresh()
 void P11DDeclaration::RefreshSection1()
 {
     const Section1 section = ComputeSection1(ReadAmount(box("Section1BoxA").Text()));
-    box("Section1BoxC").SetText(BoxText(section.C));
-    box("Section1BoxA").SetText(BoxText(section.A));
+    box("Section1BoxC").SetText(Class1AText(section.C));
+    box("Section1BoxA").SetText(Class1AText(section.A));
 }
 
 void P11DDeclaration::RefreshSection4()
@@ -240,21 +243,46 @@ void P11DDeclaration::RefreshSection4()
     const Section4 section =
         ComputeSection4(ReadAmount(box("Section1BoxA").Text()), ReadAmount(box("Section4BoxB").Text()),
                         ReadAmount(box("Section4BoxC").Text()));
-    box("Section4BoxA").SetText(BoxText(section.A));
-    box("Section4BoxB").SetText(BoxText(section.B));
-    box("Section4BoxC").SetText(BoxText(section.C));
-    box("Section4BoxD").SetText(BoxText(section.D));
-    box("Section4BoxF").SetText(BoxText(section.F));
+    box("Section4BoxA").SetText(Class1AText(section.A));
+    box("Section4BoxB").SetText(Class1AText(section.B));
+    box("Section4BoxC").SetText(Class1AText(section.C));
+    box("Section4BoxD").SetText(Class1AText(section.D));
+    box("Section4BoxF").SetText(Class1AText(section.F));
+}
+
+void P11DDeclaration::LeaveTotal()
+{
+    Refresh();
+    // With adjustments the refresh reads this box and writes section 4's.
+    Box& total = box("Section1BoxA");
+    if (box("AdjustTick").Ticked())
+        total.SetText(Class1AText(ReadAmount(total.Text())));
+}
+
+void P11DDeclaration::LeaveSentDate()
+{
+    Box& date = box("SentDate");
+    const std::string text = date.TrimText();
+    if (text.empty())
+        return;
+    const bool valid = IsDateText(text);
+    if (!valid)
+        session.messages.Tell(edition::AppTitle, "Invalid Date Format - Please Re-enter");
+    date.SetText(valid ? NormaliseDate(text) : std::string());
 }
 
 void P11DDeclaration::ChangeAdjustTick()
 {
     Box& tick = box("AdjustTick");
-    if (!tick.Ticked() && !session.messages.Ask(edition::AppTitle, words::UntickQuestion)) {
-        tick.SetTicked(true);
-        return;
+    if (!tick.Ticked()) {
+        if (!session.messages.Ask(edition::AppTitle, words::UntickQuestion)) {
+            tick.SetTicked(true);
+            return;
+        }
+        Refresh();
     }
     OpenAdjustments();
+    // Kept: after an untick it runs a second time, on what the first has written.
     Refresh();
 }
 

@@ -24,6 +24,8 @@ private:
     void Refresh();
     void RefreshSection1();
     void RefreshSection4();
+    void LeaveTotal();
+    void LeaveSentDate();
     void ChangeAdjustTick();
     void OpenAdjustments();
     void PrintDeclaration();

@@ -137,7 +137,6 @@ void DesktopPlatform::SetBusyPointer(bool newBusy)
 void DesktopPlatform::ShowProgress(int done, int total)
 {
     host.ShowProgress(done, total);
-    YieldToMessages();
 }
 
 void DesktopPlatform::YieldToMessages()

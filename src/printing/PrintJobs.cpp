@@ -3,6 +3,7 @@
 #include "clientdb/Employees.h"
 #include "declaration/Declaration.h"
 #include "frame/BusyPointer.h"
+#include "frame/ProgressBar.h"
 #include "frame/Text.h"
 #include "printing/ExtraCarSheets.h"
 #include "printing/P11DBPages.h"
@@ -239,32 +240,7 @@ bool DrawSingleDocument(PrintJob& job, PrintedDocument document)
 
 // ---- a batch ------------------------------------------------------------------------------------
 
-/// The bar that shows how far a batch has come. It moves with each document, and the windows repaint.
-class BatchProgress {
-public:
-    BatchProgress(Platform& platform, int total) : platform(platform), total(total) { Show(); }
-    ~BatchProgress() { platform.ShowProgress(0, 0); }
-    BatchProgress(const BatchProgress&) = delete;
-    BatchProgress& operator=(const BatchProgress&) = delete;
-
-    void Advance()
-    {
-        ++done;
-        Show();
-    }
-
-private:
-    void Show()
-    {
-        platform.ShowProgress(done, total);
-        platform.YieldToMessages();
-    }
-
-    Platform& platform;
-    int total, done = 0;
-};
-
-void PrintEmployees(PrintJob& job, const BatchSelection& selection, BatchProgress& progress)
+void PrintEmployees(PrintJob& job, const BatchSelection& selection, ProgressBar& progress)
 {
     Recordset records = job.Clients().OpenRecordset("P11D");
     records.Index("IndKey");
@@ -303,7 +279,8 @@ void PrintBatch(PrintJob& job, const BatchSelection& selection)
     const bool hasEmployees = selection.HasPapersOfEmployees();
     const bool hasDeclaration = selection.Has(BatchTick::P11DB);
     const std::size_t employees = hasEmployees ? ListEmployees(job.Clients(), job.employer).size() : 0;
-    BatchProgress progress(job.session.platform, static_cast<int>(employees) + (hasDeclaration ? 1 : 0));
+    ProgressBar progress(job.session.platform, static_cast<int>(employees) + (hasDeclaration ? 1 : 0),
+                         ProgressBar::Shows::EveryStep);
     if (hasEmployees)
         PrintEmployees(job, selection, progress);
     if (hasDeclaration)

@@ -4,6 +4,7 @@
 #include "frame/BusyPointer.h"
 #include "frame/CheckedFile.h"
 #include "frame/Folders.h"
+#include "frame/ProgressBar.h"
 #include "frame/Session.h"
 
 #include <array>
@@ -42,35 +43,6 @@ constexpr std::string_view RestOfQuestion =
     "transfer process.\n"
     "\n"
     "Do you wish to proceed?";
-
-/// The bar that shows how far the run has come. It moves by whole percents, and the windows repaint each time.
-class Progress {
-public:
-    Progress(Platform& platform, std::size_t total) : platform(platform), total(static_cast<int>(total)) { Show(); }
-    ~Progress() { platform.ShowProgress(0, 0); }
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
-
-    void Advance()
-    {
-        const int before = Percent();
-        ++done;
-        if (Percent() != before)
-            Show();
-    }
-
-private:
-    int Percent() const { return total > 0 ? static_cast<int>(100L * done / total) : 0; }
-    void Show()
-    {
-        platform.ShowProgress(done, total);
-        platform.YieldToMessages();
-    }
-
-    Platform& platform;
-    int total;
-    int done = 0;
-};
 
 } // namespace
 
@@ -144,29 +116,46 @@ void TransferList::TransferAll()
 
 void TransferList::Run(const std::optional<LastYearEmployee>& selected)
 {
-    const TransferMode mode = selected ? TransferMode::Single : TransferMode::All;
     try {
         const BusyPointer busy(session.platform);
         YearTransfer transfer(session.ClientDatabasePath(), lastYearDatabase);
         const auto employees = selected ? std::vector{*selected} : transfer.LastYearEmployees();
-        Progress progress(session.platform, employees.size());
-        for (const LastYearEmployee& employee : employees) {
-            std::vector<TransferNotice> notices;
-            const bool goesOn = transfer.Transfer(employee, mode, notices);
-            for (const TransferNotice& notice : notices)
-                session.messages.Tell(notice.title, notice.text);
-            if (!goesOn) {
-                session.messages.Tell(Caption(), fmt::format("The transfer has stopped at {}.", ListText(employee)));
-                return;
-            }
-            progress.Advance();
-        }
-        transfer.Commit();
+        if (!TransferEach(transfer, employees, selected ? TransferMode::Single : TransferMode::All))
+            return;
     } catch (const StoreError& failure) {
         session.messages.Tell(Caption(), failure.what());
         return;
     }
     session.messages.Tell("Transfer", "Transfer Complete", Icon::Information);
+}
+
+bool TransferList::TransferEach(YearTransfer& transfer, const std::vector<LastYearEmployee>& employees,
+                                TransferMode mode)
+{
+    ProgressBar progress(session.platform, static_cast<int>(employees.size()), ProgressBar::Shows::WholePercents);
+    std::vector<TransferNotice> notices;
+    const auto tell = [&] {
+        for (const TransferNotice& notice : notices)
+            session.messages.Tell(notice.title, notice.text);
+        notices.clear();
+    };
+    try {
+        for (const LastYearEmployee& employee : employees) {
+            transfer.Transfer(employee, mode, notices);
+            tell();
+            progress.Advance();
+        }
+        transfer.Commit();
+        return true;
+    } catch (const StoreError& failure) {
+        // Nothing can be stored any more. With the next employee it would be the same, so it is told once, and from
+        // whom on the transfer is to be done again.
+        tell();
+        session.messages.Tell(
+            Caption(), fmt::format("{}\nNot transferred: {}{}", failure.what(), ListText(transfer.FirstNotStored()),
+                                   mode == TransferMode::All ? ", and all who follow in the list." : "."));
+        return false;
+    }
 }
 
 } // namespace quillmere

@@ -5,7 +5,9 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillmere {
 
@@ -26,6 +28,9 @@ private:
     void TransferAll();
     /// Transfers the one employee, or with none all of them.
     void Run(const std::optional<LastYearEmployee>& selected);
+    /// False, after a message, if the run could not be brought to its end.
+    [[nodiscard]] bool TransferEach(YearTransfer& transfer, const std::vector<LastYearEmployee>& employees,
+                                    TransferMode mode);
 
     std::filesystem::path lastYearDatabase;
 };

@@ -168,7 +168,7 @@ CarriedFields CarryLoans(const LastYearRecord& lastYear, const CurrencyRates& ra
     return carried;
 }
 
-CarriedFields Carry(Carries rule, const LastYearRecord& lastYear, const CurrencyRates& rates)
+CarriedFields Carry(Carries rule, const LastYearRecord& lastYear, const std::function<const CurrencyRates&()>& rates)
 {
     switch (rule) {
     case Carries::Descriptions:
@@ -178,7 +178,7 @@ CarriedFields Carry(Carries rule, const LastYearRecord& lastYear, const Currency
     case Carries::Vans:
         return CarryVans(lastYear);
     case Carries::Loans:
-        return CarryLoans(lastYear, rates);
+        return CarryLoans(lastYear, rates());
     case Carries::KeysOnly:
         break;
     }

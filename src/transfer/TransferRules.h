@@ -93,8 +93,8 @@ CarriedFields CarryAddress(const LastYearRecord& lastYear);
 CarriedFields CarryVans(const LastYearRecord& lastYear);
 /// Currency and rate of every loan, and the balances of those that run on, packed.
 CarriedFields CarryLoans(const LastYearRecord& lastYear, const CurrencyRates& rates);
-/// The rule of the table; `KeysOnly` carries nothing.
-CarriedFields Carry(Carries rule, const LastYearRecord& lastYear, const CurrencyRates& rates);
+/// The rule of the table; `KeysOnly` carries nothing. This year's currencies are asked for by the loans' rule alone.
+CarriedFields Carry(Carries rule, const LastYearRecord& lastYear, const std::function<const CurrencyRates&()>& rates);
 
 /// The cars that run on, packed from the first slot on: two slots in P11D, four in ExtraCars.
 struct CarriedCars {

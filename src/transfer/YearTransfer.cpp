@@ -151,12 +151,32 @@ bool YearTransfer::EmployeeExists(std::string_view employer, std::string_view em
     return existing.Contains(employer, employee);
 }
 
-bool YearTransfer::Transfer(const LastYearEmployee& employee, TransferMode mode, std::vector<TransferNotice>& notices)
+void YearTransfer::Transfer(const LastYearEmployee& employee, TransferMode mode, std::vector<TransferNotice>& notices)
 {
     if (EmployeeExists(employee.employer, employee.employee))
-        return true;
-    noticed.clear();
-    storeFailed = false;
+        return;
+    const std::size_t toldBefore = notices.size();
+    noticed = &notices;
+    inHand = &employee;
+    if (notStored++ == 0)
+        firstNotStored = employee;
+    try {
+        AddRecords(employee, mode);
+    } catch (const BatchLost&) {
+        throw;
+    } catch (const StoreError&) {
+        // Those before him are to be stored still.
+        Commit();
+        firstNotStored = employee;
+        throw;
+    }
+    // A box may stand for an hour: nobody is to wait for the store meanwhile.
+    if (notStored >= EmployeesOfOneSync || notices.size() > toldBefore)
+        Commit();
+}
+
+void YearTransfer::AddRecords(const LastYearEmployee& employee, TransferMode mode)
+{
     const ReadBatch reading(lastYear);
     const Keys keys{.employer = employee.employer,
                     .employee = employee.employee,
@@ -167,33 +187,37 @@ bool YearTransfer::Transfer(const LastYearEmployee& employee, TransferMode mode,
     AddEmployer(keys);
     AddEmployerSchedule(addedSchedule, keys);
     AddEmployerSchedule(deductedSchedule, keys);
-    notices.insert(notices.end(), noticed.begin(), noticed.end());
-    // A box may stand for an hour: nobody is to wait for the store meanwhile.
-    if (++notStored == EmployeesOfOneSync || !noticed.empty())
-        Commit();
-    return !storeFailed;
 }
 
 void YearTransfer::Commit()
 {
-    notStored = 0;
     batch.Commit();
+    notStored = 0;
 }
 
 template<class Work>
-void YearTransfer::Attempt(std::string_view title, Work work)
+bool YearTransfer::Attempt(std::string_view title, Work work)
 {
     try {
         work();
+        return true;
+    } catch (const BatchLost&) {
+        throw;
     } catch (const StoreError& failure) {
+        if (failure.OutOfReach())
+            throw;
         Notice(title, failure.what());
-        storeFailed = true;
+        // A write that fails leaves what was written before it stored; a read is to be no different.
+        Commit();
+        notStored = 1;
+        firstNotStored = *inHand;
+        return false;
     }
 }
 
 void YearTransfer::Notice(std::string_view title, std::string_view text)
 {
-    noticed.push_back({std::string(title.empty() ? TransferTitle : title), std::string(text)});
+    noticed->push_back({std::string(title.empty() ? TransferTitle : title), std::string(text)});
 }
 
 void YearTransfer::Add(Recordset& records, std::string_view title)
@@ -217,9 +241,8 @@ void YearTransfer::AddRecord(const TransferTable& row, Tables& tables, const Key
             Notice(row.errorTitle, EmployeeNotFound);
             return;
         }
-        CarriedFields carried;
-        if (row.carries != Carries::KeysOnly)
-            carried = Carry(row.carries, ReaderOf(tables.lastYear), Rates());
+        const CarriedFields carried =
+            Carry(row.carries, ReaderOf(tables.lastYear), [this]() -> const CurrencyRates& { return Rates(); });
         BeginRecord(tables.thisYear, keys);
         Write(tables.thisYear, carried);
         Add(tables.thisYear, row.errorTitle);
@@ -231,23 +254,39 @@ void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Ke
     const std::string_view pageTitle = mode == TransferMode::Single ? SingleClientError : std::string_view();
     const LastYearRecord pageRecord = ReaderOf(p11d.lastYear);
     const LastYearRecord extraRecord = ReaderOf(extraCars.lastYear);
+    bool inP11D = false;
+    CarriedFields identity;
     CarriedCars cars;
-    Attempt(pageTitle, [&] {
-        const bool inP11D = Find(p11d.lastYear, keys.name);
-        if (!inP11D && mode == TransferMode::Single)
+    const auto carsOf = [&](const LastYearRecord* extra) { return CarryCars(inP11D ? &pageRecord : nullptr, extra); };
+    const bool pageRead = Attempt(pageTitle, [&] {
+        inP11D = Find(p11d.lastYear, keys.name);
+        if (inP11D)
+            identity = CarryIdentity(pageRecord);
+        else if (mode == TransferMode::Single)
             Notice(pageTitle, EmployeeNotFound);
+        cars = carsOf(nullptr);
+    });
+    // Without its cars the page is not made, and neither are the others, which fill the places behind them: the next
+    // run finds nobody and transfers him anew.
+    if (!pageRead)
+        return;
+    const bool extraCarsRead = Attempt(ExtraCarsError, [&] {
         const bool inExtraCars = Find(extraCars.lastYear, keys.name);
         if (!inExtraCars)
             Notice(ExtraCarsError, EmployeeNotFound);
-        cars = CarryCars(inP11D ? &pageRecord : nullptr, inExtraCars ? &extraRecord : nullptr);
+        cars = carsOf(inExtraCars ? &extraRecord : nullptr);
+    });
+    Attempt(pageTitle, [&] {
         // Kept: the employee is made even if last year's database does not have him.
         BeginRecord(p11d.thisYear, keys);
         Write(p11d.thisYear, {{"FirstName", employee.firstName}, {"Surname", employee.surname}});
         Write(p11d.thisYear, cars.p11d);
-        if (inP11D)
-            Write(p11d.thisYear, CarryIdentity(pageRecord));
+        Write(p11d.thisYear, identity);
         Add(p11d.thisYear, pageTitle);
     });
+    // An empty record would pass for a whole one.
+    if (!extraCarsRead)
+        return;
     Attempt(ExtraCarsError, [&] {
         BeginRecord(extraCars.thisYear, keys);
         Write(extraCars.thisYear, cars.extraCars);

@@ -70,7 +70,8 @@ struct TransferNotice {
 };
 
 /// One run of the transfer. Both databases stay open for its length. The records of an employee are stored together,
-/// and those of many employees with one sync, so that whatever stops the run leaves no employee half transferred.
+/// and those of many employees with one sync, so that a run that is killed leaves no employee half transferred. Where
+/// the store fails with a record, what was made before it is stored at once, and the employee goes without that record.
 class YearTransfer {
 public:
     /// Opens both databases and lists who is there this year. Throws StoreError and TooManyEmployees.
@@ -82,12 +83,13 @@ public:
 
     /// Makes the employee's records unless he is there already. What goes wrong with one table is added to the notices,
     /// in order, and the others go on: last year's table lacks the employee, this year's has a record of him, the store
-    /// fails. False if the store has failed: then it will do so with the next employee, too. Throws StoreError if what
-    /// has been written cannot be stored.
-    [[nodiscard]] bool Transfer(const LastYearEmployee& employee, TransferMode mode,
-                                std::vector<TransferNotice>& notices);
+    /// fails. Throws StoreError if a database is out of reach altogether or what has been written cannot be stored; the
+    /// run is over then.
+    void Transfer(const LastYearEmployee& employee, TransferMode mode, std::vector<TransferNotice>& notices);
     /// Stores what has not been stored yet. Throws StoreError; then none of that is stored.
     void Commit();
+    /// After a StoreError of the two: the first employee who has not been transferred.
+    const LastYearEmployee& FirstNotStored() const { return firstNotStored; }
 
 private:
     /// A table of both databases.
@@ -100,13 +102,14 @@ private:
     };
 
     Tables Open(std::string_view table);
+    void AddRecords(const LastYearEmployee& employee, TransferMode mode);
     void AddRecord(const TransferTable& row, Tables& tables, const Keys& keys);
     void AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode);
     void AddEmployer(const Keys& keys);
     void AddEmployerSchedule(Recordset& schedule, const Keys& keys);
-    /// Does the work of one table; a failure of the store ends that work alone.
+    /// Does the work of one table; a failure of the store ends that work alone, and makes this false.
     template<class Work>
-    void Attempt(std::string_view title, Work work);
+    bool Attempt(std::string_view title, Work work);
     /// Begins a record of the employee with its keys.
     static void BeginRecord(Recordset& records, const Keys& keys);
     /// Ends the adding of a record. One that is there already stays as it is, and is told.
@@ -120,10 +123,11 @@ private:
     Recordset addedSchedule, deductedSchedule;
     ExistingEmployees existing;
     std::optional<CurrencyRates> rates;
-    std::vector<TransferNotice> noticed; ///< of the employee in hand
-    bool storeFailed = false;            ///< with the employee in hand
-    std::size_t notStored = 0;           ///< employees since the last sync
-    WriteBatch batch;                    ///< last, so that it ends while the database is open
+    std::vector<TransferNotice>* noticed = nullptr; ///< those of the caller
+    const LastYearEmployee* inHand = nullptr;
+    std::size_t notStored = 0; ///< employees since the last sync
+    LastYearEmployee firstNotStored;
+    WriteBatch batch; ///< last, so that it ends while the database is open
 };
 
 } // namespace quillmere

@@ -225,5 +225,21 @@ TEST_P(EveryScreen, KeepsEveryControlOnItsSheetAndOffTheOthers)
 INSTANTIATE_TEST_SUITE_P(Screens, EveryScreen, ::testing::ValuesIn(ScreensWithLayout()),
                          [](const auto& parameter) { return std::string(parameter.param); });
 
+TEST(DeclarationWindow, HasTheMinusOfSectionFourInTheGapOfTheSum)
+{
+    const auto find = [](std::string_view text) {
+        const auto& drawn = LayoutOf("P11DDeclaration").drawn;
+        return std::ranges::find(drawn, text, &Layout::Drawn::text) - drawn.begin();
+    };
+    const auto& drawn = LayoutOf("P11DDeclaration").drawn;
+    const auto sum = static_cast<std::size_t>(find("box A + box B          box C"));
+    const auto minus = static_cast<std::size_t>(find("minus"));
+    ASSERT_LT(sum, drawn.size());
+    ASSERT_LT(minus, drawn.size());
+    EXPECT_GT(drawn[minus].x, drawn[sum].x);
+    EXPECT_LT(drawn[minus].x + drawn[minus].width, drawn[sum].x + drawn[sum].width);
+    EXPECT_NEAR(drawn[minus].y, drawn[sum].y, 2);
+}
+
 } // namespace
 } // namespace quillmere

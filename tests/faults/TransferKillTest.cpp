@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 #include <map>
 #include <random>
+#include <set>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -43,7 +44,7 @@ protected:
         YearTransfer transfer(file, lastYear);
         std::vector<TransferNotice> notices;
         for (const LastYearEmployee& employee : transfer.LastYearEmployees())
-            EXPECT_TRUE(transfer.Transfer(employee, TransferMode::All, notices));
+            transfer.Transfer(employee, TransferMode::All, notices);
         transfer.Commit();
         return notices;
     }
@@ -90,6 +91,37 @@ protected:
         return records;
     }
 
+    /// How many records the tables have of each employer, those of his declaration and its schedules.
+    std::map<std::string, int> RecordsOfEachEmployer() const
+    {
+        std::map<std::string, int> records;
+        Database database = Open();
+        for (const TableLayout* table : NewEmployeeTables())
+            if (table->level == TableLevel::Employer) {
+                Recordset at = database.OpenRecordset(table->name);
+                for (at.MoveFirst(); !at.AtEnd(); at.MoveNext())
+                    ++records[std::string(at.Field("EmployerName"))];
+            }
+        return records;
+    }
+
+    /// The employers who have all that belongs to one: the declaration and its two schedules.
+    static std::map<std::string, int> Whole(const std::set<std::string>& employers)
+    {
+        std::map<std::string, int> records;
+        for (const std::string& employer : employers)
+            records[employer] = 3;
+        return records;
+    }
+
+    /// The employers of those who are there.
+    std::set<std::string> Employers() const
+    {
+        Database database = Open();
+        const auto employers = database.EmployersInOrder("P11D");
+        return {employers.begin(), employers.end()};
+    }
+
     std::filesystem::path lastYear;
 };
 
@@ -113,12 +145,14 @@ TEST_F(TransferKill, AtAnyMomentLeavesEachEmployeeWholeOrNotThereAndTheNextRunCo
         const auto left = RecordsOfEach();
         for (const auto& [name, count] : left)
             ASSERT_EQ(count, 24) << name << " is not whole";
+        ASSERT_EQ(RecordsOfEachEmployer(), Whole(Employers()));
         partly += !left.empty() && left.size() < Employees;
         EXPECT_TRUE(TransferAll().empty());
         const auto completed = RecordsOfEach();
         ASSERT_EQ(completed.size(), static_cast<std::size_t>(Employees));
         for (const auto& [name, count] : completed)
             ASSERT_EQ(count, 24) << name << " is not whole";
+        ASSERT_EQ(RecordsOfEachEmployer(), Whole({"Acme", "Zenith"}));
     }
     EXPECT_GT(killed, 4);
     EXPECT_GT(partly, 0) << "no kill fell between the first and the last employee";

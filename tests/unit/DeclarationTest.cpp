@@ -294,6 +294,143 @@ TEST_F(DeclarationTest, WithoutAPrintJobThereIsNothingToPress)
     EXPECT_FALSE(screen->box("Print").Tip().empty());
 }
 
+TEST_F(DeclarationTest, TheTotalIsPutInFormWhenItIsLeftWhateverTheTick)
+{
+    struct Case {
+        const char *tick, *typed, *shown, *ofSection4;
+    };
+    Database database = Open();
+    for (const Case& c : {Case{"0", "2000.555", "   2000.56", ""}, Case{"1", "2000.555", "   2000.56", "   2000.56"},
+                          Case{"0", "0", "", ""}, Case{"1", "0", "", ""}, Case{"1", " 5 ", "      5.00", "      5.00"},
+                          Case{"1", "", "", ""}}) {
+        SCOPED_TRACE(std::string(c.tick) + ": " + c.typed);
+        Recordset records = database.OpenRecordset("P11DB");
+        records.AddNew();
+        records.SetField("EmployerName", "Acme Ltd");
+        records.SetField("Section1Tick", c.tick);
+        records.SetField("Section4BBox", "7.5");
+        records.Update();
+        Screen* screen = session.screens.Show("P11DDeclaration");
+        session.screens.RunDeferred();
+        Box& total = screen->box("Section1BoxA");
+        total.SetText(c.typed);
+        screen->Leave(total);
+        EXPECT_EQ(total.Text(), c.shown);
+        EXPECT_EQ(screen->box("Section4BoxA").Text(), c.ofSection4);
+        EXPECT_EQ(screen->box("Section4BoxB").Text(), *c.tick == '1' ? "      7.50" : "");
+        screen->Click(screen->box("Cancel"));
+        records.MoveFirst();
+        EXPECT_EQ(records.Field("Section1ABox"), c.shown);
+        records.Delete();
+    }
+}
+
+TEST_F(DeclarationTest, TheDateSentIsADate)
+{
+    struct Case {
+        const char *typed, *left;
+        bool told;
+    };
+    Screen* screen = session.screens.Show("P11DDeclaration");
+    session.screens.RunDeferred();
+    door.messages.clear();
+    Box& date = screen->box("SentDate");
+    for (const Case& c : {Case{"", "", false}, Case{"   ", "", false}, Case{" 1/7/11 ", "01/07/2011", false},
+                          Case{"1/1/2", "01/01/2002", false}, Case{"05/04/1916", "05/04/1916", false},
+                          Case{"31/06/2011", "", true}, Case{"July", "", true}, Case{"29/02/1900", "", true}}) {
+        SCOPED_TRACE(c.typed);
+        date.SetText(c.typed);
+        screen->Leave(date);
+        EXPECT_EQ(date.Text(), c.left);
+        ASSERT_EQ(door.messages.size(), c.told ? 1U : 0U);
+        if (c.told) {
+            EXPECT_EQ(door.messages[0].title, edition::AppTitle);
+            EXPECT_EQ(door.messages[0].text, "Invalid Date Format - Please Re-enter");
+            EXPECT_EQ(door.messages[0].icon, Icon::Exclamation);
+            door.messages.clear();
+        }
+    }
+    EXPECT_EQ(screen->Key(date, U'.'), U'/');
+    EXPECT_EQ(screen->Key(date, U'7'), U'7');
+    EXPECT_EQ(door.beeps, 0);
+    EXPECT_EQ(screen->Key(date, U'x'), 0U);
+    EXPECT_EQ(door.beeps, 1);
+}
+
+TEST_F(DeclarationTest, WhereTheTotalCannotBeReadTheRestFollowsFromWhatStands)
+{
+    Database database = Open();
+    Set(database, "P11DB", {{"EmployerName", "Acme Ltd"}, {"Section1Tick", "1"}});
+    AddEmployee(database, "Acme Ltd", "Jane Smith", {{"LCashEqu", "   1000.00"}});
+    auto* screen = dynamic_cast<P11DDeclaration*>(session.screens.Show("P11DDeclaration"));
+    session.screens.RunDeferred();
+    EXPECT_EQ(screen->box("Section4BoxD").Text(), "   1000.00");
+    screen->box("Section4BoxB").SetText("    250.00");
+    screen->StartP11DBTimer();
+    SetStoreFaultHook([](std::string_view statement) { return statement.starts_with("SELECT") ? 10 : 0; });
+    session.screens.RunDeferred();
+    SetStoreFaultHook({});
+    ASSERT_EQ(door.messages.size(), 1U);
+    EXPECT_EQ(door.messages[0].title, "P11D(b)");
+    EXPECT_FALSE(door.busy);
+    EXPECT_EQ(screen->box("Section1BoxA").Text(), "   1000.00");
+    EXPECT_EQ(screen->box("Section4BoxD").Text(), "   1250.00");
+    EXPECT_EQ(screen->box("Section4BoxF").Text(), "    160.00");
+}
+
+TEST_F(DeclarationTest, TheUntickIsAskedForWithAQuestionMark)
+{
+    Database database = Open();
+    Set(database, "P11DB", {{"EmployerName", "Acme Ltd"}, {"Section1Tick", "1"}, {"Section4BBox", "    100.00"}});
+    AddEmployee(database, "Acme Ltd", "Jane Smith", {{"LCashEqu", "   1000.00"}});
+    Screen* screen = session.screens.Show("P11DDeclaration");
+    session.screens.RunDeferred();
+    door.answers = {Answer::No, Answer::Yes};
+    Box& tick = screen->box("AdjustTick");
+    screen->Click(tick);
+    ASSERT_EQ(door.messages.size(), 1U);
+    EXPECT_EQ(door.messages[0].icon, Icon::Question);
+    EXPECT_EQ(door.messages[0].buttons, Buttons::YesNo);
+    EXPECT_EQ(door.messages[0].text, "Untick this box?  Entries in boxes B + C will be removed.");
+    EXPECT_TRUE(tick.Ticked());
+    EXPECT_EQ(screen->box("Section4BoxB").Text(), "    100.00");
+    screen->Click(tick);
+    EXPECT_FALSE(tick.Ticked());
+    EXPECT_EQ(screen->box("Section4BoxB").Text(), "");
+    EXPECT_TRUE(screen->box("Section4BoxB").ReadOnly());
+    EXPECT_EQ(screen->box("Section1BoxC").Text(), "    128.00");
+    screen->Click(tick);
+    EXPECT_TRUE(tick.Ticked());
+    EXPECT_EQ(door.messages.size(), 2U) << "a tick that is set asks nothing";
+}
+
+TEST_F(DeclarationTest, AnUntickRefreshesTwice)
+{
+    // What is longer than a box is cut, and the second time read as it was cut.
+    Database database = Open();
+    Set(database, "P11DB", {{"EmployerName", "Acme Ltd"}, {"Section1Tick", "1"}});
+    AddEmployee(database, "Acme Ltd", "Jane Smith", {{"LCashEqu", "(1234567.00)"}});
+    Screen* screen = session.screens.Show("P11DDeclaration");
+    session.screens.RunDeferred();
+    screen->box("Section1BoxA").SetText("-1234567");
+    screen->Click(screen->box("AdjustTick"));
+    EXPECT_EQ(screen->box("Section1BoxA").Text(), "");
+    EXPECT_EQ(screen->box("Section1BoxC").Text(), "");
+}
+
+TEST_F(DeclarationTest, ASchedulesMissingRecordIsToldWithAnExclamationMark)
+{
+    for (const AdjustmentSchedule& schedule : AdjustmentSchedules) {
+        Screen* notepad = session.screens.Show(schedule.name);
+        ASSERT_EQ(door.messages.size(), 1U);
+        EXPECT_EQ(door.messages[0].title, schedule.loadingError);
+        EXPECT_EQ(door.messages[0].text, "Employee not found");
+        EXPECT_EQ(door.messages[0].icon, Icon::Exclamation);
+        door.messages.clear();
+        notepad->Click(notepad->box("Cancel"));
+    }
+}
+
 TEST_F(DeclarationTest, WhatASchedulesOkHasWrittenBeforeAFailureStays)
 {
     Database database = Open();
@@ -308,6 +445,8 @@ TEST_F(DeclarationTest, WhatASchedulesOkHasWrittenBeforeAFailureStays)
     SetStoreFaultHook({});
     ASSERT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(door.messages[0].title, "P11D (B) Notepad 1");
+    EXPECT_EQ(door.messages[0].text, "Unable to update database");
+    EXPECT_EQ(door.messages[0].icon, Icon::Exclamation);
     EXPECT_NE(session.screens.Find("P11DBNotepad1"), nullptr);
     Recordset records = database.OpenRecordset("P11DBNotepad1");
     records.MoveFirst();

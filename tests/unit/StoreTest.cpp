@@ -2,6 +2,7 @@
 #include "clientdb/TableLayouts.h"
 #include "support/StoreFixture.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 #include <fstream>
 #include <random>
@@ -737,13 +738,56 @@ TEST_F(Store, ACommitThatFailsIsToldAndLeavesNoLock)
     }
 }
 
+TEST_F(Store, ABatchThatIsLostIsToldFromAFailedWriteOfAnyOtherKind)
+{
+    Database database = Open();
+    Add(database, "P11D", "Acme", "Jane Smith");
+    const auto writes = [&](std::initializer_list<std::string_view> failing) {
+        SetStoreFaultHook(
+            [texts = std::vector<std::string_view>(failing), writing = 0](std::string_view statement) mutable {
+                writing += statement.starts_with("INSERT");
+                const bool fails = writing == 2 && std::ranges::any_of(texts, [&](std::string_view word) {
+                                       return statement.starts_with(word);
+                                   });
+                return fails ? 10 : 0;
+            });
+        WriteBatch batch(database);
+        Add(database, "P11D", "Acme", "John Smith");
+        Add(database, "P11D", "Acme", "Max Smith");
+    };
+    // The write alone fails: what was written before it is stored.
+    try {
+        writes({"INSERT"});
+        ADD_FAILURE();
+    } catch (const BatchLost&) {
+        ADD_FAILURE();
+    } catch (const StoreError& failure) {
+        EXPECT_FALSE(failure.OutOfReach());
+    }
+    SetStoreFaultHook({});
+    Recordset records = database.OpenRecordset("P11D");
+    EXPECT_EQ(All(records, "EmployeeName"), (Texts{"Jane Smith", "John Smith"}));
+    records.Index("IndKey");
+    records.Seek("Acme", "John Smith");
+    records.Delete();
+    // It cannot be stored either.
+    EXPECT_THROW(writes({"INSERT", "COMMIT"}), BatchLost);
+    SetStoreFaultHook({});
+    EXPECT_EQ(All(records, "EmployeeName"), (Texts{"Jane Smith"}));
+}
+
 TEST_F(Store, ALockedDatabaseIsAFailureAndNotAHang)
 {
     Database database = Open();
     WriteBatch batch(database);
     Add(database, "P11D", "Acme", "Jane Smith");
     Database second = Open();
-    EXPECT_THROW(Add(second, "P11D", "Acme", "John Smith"), StoreError);
+    try {
+        Add(second, "P11D", "Acme", "John Smith");
+        ADD_FAILURE();
+    } catch (const StoreError& failure) {
+        EXPECT_TRUE(failure.OutOfReach());
+    }
 }
 
 TEST_F(Store, EveryStatementCanBeMadeToFail)

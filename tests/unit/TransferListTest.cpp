@@ -115,28 +115,90 @@ TEST_F(TransferScreen, WhatLastYearLacksIsToldWithAnExclamationMark)
     EXPECT_EQ(door.messages[1].icon, Icon::Exclamation);
 }
 
-TEST_F(TransferScreen, AStoreThatFailsEndsTheRunBehindTheEmployee)
+TEST_F(TransferScreen, AStoreThatFailsWithOneTableCostsOneRecordAndTheRunGoesOn)
 {
     AddLastYear(5);
     ASSERT_NE(session.screens.Show("TransferList"), nullptr);
     int inserts = 0;
     SetStoreFaultHook([&](std::string_view statement) {
-        return statement.starts_with("INSERT INTO [CNotepad]") && ++inserts == 3 ? SQLITE_FULL : SQLITE_OK;
+        return statement.starts_with("INSERT INTO [CNotepad]") && ++inserts == 3 ? SQLITE_IOERR : SQLITE_OK;
     });
     Click("TransferAll");
     SetStoreFaultHook({});
     ASSERT_EQ(door.messages.size(), 3u);
     EXPECT_EQ(door.messages[1].title, "Notepad C - File Transfer error");
-    EXPECT_EQ(door.messages[1].text, "database or disk is full");
-    EXPECT_EQ(door.messages[2].title, "Transfer Selected Employees ");
-    EXPECT_EQ(door.messages[2].text, "The transfer has stopped at Acme - (Jane 2).");
+    EXPECT_EQ(door.messages[1].text, "disk I/O error");
+    EXPECT_EQ(door.messages[1].icon, Icon::Exclamation);
+    EXPECT_EQ(door.messages[2].title, "Transfer");
+    EXPECT_EQ(door.messages[2].text, "Transfer Complete");
     EXPECT_FALSE(door.busy);
     EXPECT_EQ(door.progress.back(), (std::pair{0, 0}));
-    EXPECT_EQ(Transferred(), 3u);
+    EXPECT_EQ(Transferred(), 5u);
+}
+
+TEST_F(TransferScreen, WhereNothingCanBeStoredItIsToldOnceWithTheFirstWhoIsMissing)
+{
+    AddLastYear(450);
+    {
+        Database database =
+            Database::OpenDatabase(root / edition::PriorProductFolder / edition::PriorClientDatabaseName);
+        Recordset records = database.OpenRecordset("JNotepad");
+        records.Index("IndKey");
+        records.Seek("Acme", "Jane 250");
+        records.Delete();
+    }
+    ASSERT_NE(session.screens.Show("TransferList"), nullptr);
+    int commits = 0;
+    SetStoreFaultHook(
+        [&](std::string_view statement) { return statement == "COMMIT" && ++commits > 1 ? SQLITE_FULL : SQLITE_OK; });
+    Click("TransferAll");
+    SetStoreFaultHook({});
+    ASSERT_EQ(door.messages.size(), 3u);
+    EXPECT_EQ(door.messages[1].title, "Notepad J - File Transfer error") << "what was to be told before is not lost";
+    EXPECT_EQ(door.messages[1].text, "Employee not found");
+    EXPECT_EQ(door.messages[2].title, "Transfer Selected Employees ");
+    EXPECT_EQ(door.messages[2].text,
+              "database or disk is full\nNot transferred: Acme - (Jane 200), and all who follow in the list.");
+    EXPECT_FALSE(door.busy);
+    EXPECT_EQ(door.progress.back(), (std::pair{0, 0}));
+    EXPECT_EQ(Transferred(), 200u);
     // The next run goes on with the others.
     Click("TransferAll");
     EXPECT_EQ(door.messages.back().text, "Transfer Complete");
-    EXPECT_EQ(Transferred(), 5u);
+    EXPECT_EQ(Transferred(), 450u);
+}
+
+TEST_F(TransferScreen, OneWhoCannotBeStoredIsNamed)
+{
+    AddLastYear(1);
+    Screen* screen = session.screens.Show("TransferList");
+    ASSERT_NE(screen, nullptr);
+    screen->Choose(screen->box("TransferListbox"), 0);
+    SetStoreFaultHook([](std::string_view statement) { return statement == "BEGIN IMMEDIATE" ? SQLITE_BUSY : 0; });
+    Click("Transfer");
+    ASSERT_EQ(door.messages.size(), 2u);
+    EXPECT_EQ(door.messages[0].title, "Transfer");
+    EXPECT_EQ(door.messages[0].icon, Icon::Question);
+    EXPECT_EQ(door.messages[0].buttons, Buttons::YesNo);
+    EXPECT_EQ(door.messages[1].text, "database is locked\nNot transferred: Acme - (Jane 0).");
+    EXPECT_EQ(Transferred(), 0u);
+}
+
+TEST_F(TransferScreen, ThePointerIsBusyWhileTheListFills)
+{
+    AddLastYear(3);
+    int reads = 0, busyReads = 0;
+    SetStoreFaultHook([&](std::string_view statement) {
+        if (statement.find("[P11D]") != std::string_view::npos) {
+            ++reads;
+            busyReads += door.busy;
+        }
+        return SQLITE_OK;
+    });
+    ASSERT_NE(session.screens.Show("TransferList"), nullptr);
+    EXPECT_GT(reads, 0);
+    EXPECT_EQ(busyReads, reads);
+    EXPECT_FALSE(door.busy);
 }
 
 TEST_F(TransferScreen, TooManyEmployeesThisYearIsAFaultOfTheProgram)
