@@ -67,9 +67,11 @@ TEST_F(FixedWords, StandOnTheirWindows)
 TEST_F(FixedWords, StandOverAndUnderTheColumnsOfEveryNotepad)
 {
     for (const NotepadMember& member : Notepads()) {
-        for (const ScheduleColumn& column : member.columns)
-            if (column.Exists())
+        for (const ScheduleColumn& column : member.columns) {
+            if (column.Exists()) {
                 EXPECT_TRUE(Reads(member.name, Trim(column.caption))) << member.name << ": " << column.caption;
+            }
+        }
         EXPECT_TRUE(Reads(member.name, "TOTALS")) << member.name;
         for (const std::string_view button : {"&OK", "&Delete", "&Cancel"})
             EXPECT_TRUE(Reads(member.name, button)) << member.name << ": " << button;

@@ -352,8 +352,9 @@ TEST_F(EmployerScreens, ADeletionOrARenameThatTheStoreStopsHalfwayIsToldAndTheSc
         });
         Click(screen, button);
         SetStoreFaultHook({});
-        if (command.starts_with("FileDelete"))
+        if (command.starts_with("FileDelete")) {
             EXPECT_EQ(TakeMessage().buttons, Buttons::YesNo);
+        }
         door.answers.clear();
         const Message message = TakeMessage();
         EXPECT_EQ(message.title, edition::AppTitle);

@@ -151,12 +151,16 @@ TEST_F(NotepadScreens, OfATaxWithNoCostStoreNothingButTheDescription)
         EXPECT_TRUE(door.messages.empty());
         EXPECT_FALSE(Shows(member.name));
         EXPECT_EQ(Stored(member.name, "Description3"), "A thing");
-        for (std::size_t column = 1; column < member.columns.size(); ++column)
-            if (member.columns[column].Exists())
+        for (std::size_t column = 1; column < member.columns.size(); ++column) {
+            if (member.columns[column].Exists()) {
                 EXPECT_EQ(Stored(member.name, Numbered(member.columns[column].field, 3)), "");
-        for (const std::string_view total : member.totalFields)
-            if (!total.empty())
+            }
+        }
+        for (const std::string_view total : member.totalFields) {
+            if (!total.empty()) {
                 EXPECT_EQ(Stored("P11D", total), "") << total;
+            }
+        }
     }
 }
 
