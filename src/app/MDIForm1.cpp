@@ -106,16 +106,17 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
         OnClick(menuEntry, [operation](Box&) { operation(); });
     };
     const auto newFile = [this] { CommandNew(); };
-    const auto open = [this] { CommandEmployerList(0, "Select Employer"); };
+    const auto open = [this] { CommandEmployerList(ChooseToOpen, "Select Employer"); };
     const auto print = [this] { CommandPrint(); };
     command("New", newFile);
     command("Open", open);
     command("mnuTransfer", [this] { CommandOpenScreen("TransferList"); });
     command("FileP11DB", [this] { CommandDeclaration(); });
-    command("FileDeleteEmployer", [this] { CommandEmployerList(5, "Select Employer to delete"); });
-    command("FileDeleteEmployee", [this] { CommandEmployerList(2, "Select the Employee's Employer"); });
+    command("FileDeleteEmployer", [this] { CommandEmployerList(ChooseToDelete, "Select Employer to delete"); });
+    command("FileDeleteEmployee",
+            [this] { CommandEmployerList(ChooseToDeleteEmployee, "Select the Employee's Employer"); });
     command("FileRenameEmp", [this] { CommandRename(); });
-    command("FileRename", [this] { CommandEmployerList(1, "Select Employer"); });
+    command("FileRename", [this] { CommandEmployerList(ChooseToRenameEmployee, "Select Employer"); });
     command("mnuPrint", print);
     command("mnuBatch", [this] { CommandOpenScreen("PrePrint"); });
     command("mnuPrintSetup", [this] { this->session.platform.ShowPrinterSetup(); });
@@ -132,7 +133,7 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
         case 3:
             return open();
         case 4:
-            return UnloadAllScreens(this->session);
+            return static_cast<void>(CloseAllScreens());
         case 8:
             return CommandOpenScreen("frmBackup");
         case 9:
@@ -204,6 +205,8 @@ void MDIForm1::ChooseFolder(int slot)
     if (slot == session.settings.selectedFolder)
         return;
     // What is open is stored in the folder that it was opened from: a data link keeps to its own.
+    if (!PagesMayClose())
+        return;
     session.settings.selectedFolder = slot;
     RebuildFolderMenu(session);
     UnloadAllScreens(session);
@@ -221,15 +224,34 @@ void MDIForm1::ToggleToolbar()
     box("picToolbar").SetVisible(shown);
 }
 
+bool MDIForm1::PagesMayClose()
+{
+    for (const std::string_view name : {"Side2Form1", "Form3"})
+        if (Screen* page = session.screens.Find(name))
+            if (!static_cast<P11DPage&>(*page).MayClose())
+                return false;
+    return true;
+}
+
+bool MDIForm1::CloseAllScreens()
+{
+    if (!PagesMayClose())
+        return false;
+    UnloadAllScreens(session);
+    return true;
+}
+
 void MDIForm1::CommandNew()
 {
-    UnloadAllScreens(session);
+    if (!CloseAllScreens())
+        return;
     session.screens.Show("NewFileCheck");
 }
 
-void MDIForm1::CommandEmployerList(int mode, std::string_view caption)
+void MDIForm1::CommandEmployerList(EmployerListPurpose mode, std::string_view caption)
 {
-    UnloadAllScreens(session);
+    if (!CloseAllScreens())
+        return;
     session.EmployerListMode = mode;
     if (Screen* list = session.screens.Load("EmployerList")) {
         list->SetCaption(caption);
@@ -239,14 +261,16 @@ void MDIForm1::CommandEmployerList(int mode, std::string_view caption)
 
 void MDIForm1::CommandRename()
 {
-    UnloadAllScreens(session);
-    session.EmployerListMode = 0;
+    if (!CloseAllScreens())
+        return;
+    session.EmployerListMode = ChooseToOpen;
     session.screens.Show("RenameEmp");
 }
 
 void MDIForm1::CommandOpenScreen(std::string_view screen)
 {
-    UnloadAllScreens(session);
+    if (!CloseAllScreens())
+        return;
     session.screens.Show(screen);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/EmployerScreens.h"
 #include "frame/Screen.h"
 
 #include <filesystem>
@@ -33,8 +34,12 @@ public:
 
 private:
     void ReadSettings();
+    /// False, with the store's words and all left open, if the store does not take what the open page holds.
+    [[nodiscard]] bool PagesMayClose();
+    /// Closes every screen of the employee for a command that goes on with something else; false as above.
+    [[nodiscard]] bool CloseAllScreens();
     void CommandNew();
-    void CommandEmployerList(int mode, std::string_view caption);
+    void CommandEmployerList(EmployerListPurpose mode, std::string_view caption);
     void CommandRename();
     void CommandPrint();
     void CommandDeclaration();

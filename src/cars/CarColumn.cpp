@@ -2,7 +2,7 @@
 
 #include "cars/CO2Calculations.h"
 #include "cars/CarMessages.h"
-#include "clientdb/Recordset.h"
+#include "clientdb/CurrentRecord.h"
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
@@ -456,9 +456,7 @@ void CarColumn::Empty()
 void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds)
 {
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Recordset extraCars = database.OpenRecordset("ExtraCars");
-    extraCars.Index("IndKey");
-    extraCars.Seek(session.CurrentEmployer, session.CurrentEmployee);
+    const Recordset extraCars = OpenCurrent(database, "ExtraCars", session);
     const Screen* page = session.screens.Find("Form3");
     for (const CarTotalKind& kind : kinds) {
         if (extraCars.NoMatch())

@@ -1,8 +1,7 @@
 #include "cars/ExtraCarsScreen.h"
 
+#include "clientdb/CurrentRecord.h"
 #include "clientdb/DataLink.h"
-#include "clientdb/Recordset.h"
-#include "frame/Session.h"
 
 #include <string>
 
@@ -17,13 +16,6 @@ constexpr auto Totals = std::to_array<CarTotalKind>({
     {"FCashEqu", "FTotalCashCars", "Compute Extra Cars Cash error"},
     {"FFuelEqu", "FTotalCashFuel", "Compute Extra Car Fuel error"},
 });
-
-/// Puts a cursor on the open employee's record; NoMatch if there is none.
-void SeekCurrent(Recordset& records, const Session& session)
-{
-    records.Index("IndKey");
-    records.Seek(session.CurrentEmployer, session.CurrentEmployee);
-}
 
 } // namespace
 
@@ -55,8 +47,7 @@ bool ExtraCarsScreen::Load()
 void ExtraCarsScreen::LoadCars()
 {
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Recordset records = database.OpenRecordset(Table);
-    SeekCurrent(records, session);
+    const Recordset records = OpenCurrent(database, Table, session);
     if (records.NoMatch()) {
         session.messages.Tell(which.loadingTitle, "Employee not found");
         return;
@@ -89,8 +80,7 @@ void ExtraCarsScreen::Ok()
 void ExtraCarsScreen::Store()
 {
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Recordset records = database.OpenRecordset(Table);
-    SeekCurrent(records, session);
+    Recordset records = OpenCurrent(database, Table, session);
     records.Edit();
     for (const auto& control : Boxes()) {
         if (control->Field().empty())

@@ -60,12 +60,13 @@ void BackUpDatabase(const std::filesystem::path& database, const std::filesystem
     // Opening puts right what a crash has left half written, so that the one file is the whole database.
     Database::OpenDatabase(database, OpenMode::ReadOnly).Close();
     const Hold hold(database);
-    CopyFileChecked(database, copy, [](const std::filesystem::path& complete) {
+    CopyFileChecked(database, copy, [&copy](const std::filesystem::path& complete) {
         Database::OpenDatabase(complete, OpenMode::ReadOnly).Close();
+        // The journal of the copy that is about to be replaced would be taken for the new one's: it goes first, so that
+        // a crash between the two steps leaves no copy beside a journal that is not its own.
+        std::error_code thereIsNone;
+        std::filesystem::remove(std::filesystem::path(copy) += "-journal", thereIsNone);
     });
-    // The journal of a database that has been replaced would be taken for the new one's.
-    std::error_code thereIsNone;
-    std::filesystem::remove(std::filesystem::path(copy) += "-journal", thereIsNone);
 }
 
 } // namespace quillmere

@@ -34,6 +34,9 @@ public:
     [[nodiscard]] bool StoreRecord();
     /// Stores what has changed and takes the link off its record. False if the store fails, with its words.
     [[nodiscard]] bool ReleaseRecord();
+    /// The same before the screen is closed: false if it has to stay, because the store has not taken what is typed. A
+    /// record that is gone is told of and is no bar.
+    [[nodiscard]] bool MayClose() { return ReleaseRecord() || !link->HasRecord(); }
     /// A notepad hands a result over: what the box is to read, and what the notepad has written to its field.
     void TakeResult(std::string_view boxName, std::string_view text, std::string_view stored);
 

@@ -53,12 +53,15 @@ bool OpenPage1(Session& session, std::string_view errorTitle)
     session.screens.StopTimer("Form3", "OpenTimer");
     session.EmployeeOpenFlag = true;
     auto* page = static_cast<BoundScreen*>(session.screens.Load("Form3"));
-    const bool found = page->SeekCurrent(errorTitle);
+    if (page->SeekRecord(errorTitle) == BoundScreen::Sought::Failed) {
+        session.EmployeeOpenFlag = false;
+        return false;
+    }
     session.screens.Show("Form3");
     session.EmployeeOpenFlag = false;
     EnableEmployeeCommands(session, true);
     SetMainCaption(session, OpenEmployeeCaption(session));
-    return found;
+    return true;
 }
 
 // ---- NewFileCheck
@@ -88,14 +91,13 @@ void NewFileCheck::Accept()
         session.messages.Tell(edition::AppTitle, "You must choose one of the options");
         return;
     }
+    session.EmployerListMode = existing ? ChooseForNewEmployee : ChooseToOpen;
+    const std::string_view next = existing ? "EmployerList" : "NewFile";
+    // The options stay if the store fails while what follows them is loaded.
+    const bool wanted = session.screens.Load(next) != nullptr;
     session.screens.Unload(Name());
-    if (existing) {
-        session.EmployerListMode = ChooseForNewEmployee;
-        session.screens.Show("EmployerList");
-    } else {
-        session.EmployerListMode = ChooseToOpen;
-        session.screens.Show("NewFile");
-    }
+    if (wanted)
+        session.screens.Show(next);
 }
 
 // ---- NewFile
@@ -150,14 +152,15 @@ void NewFile::AddEmployer()
         Missing("EmployeeName", edition::AppTitle, "You must enter an Employee Name") ||
         Missing("EmployeeSurname", edition::AppTitle, "You must enter an Employee Surname"))
         return;
+    const NewEmployee employee = TakeNames();
     {
         Database database = OpenClients(session);
-        if (EmployerExists(database, box("EmployerName").Text())) {
+        if (EmployerExists(database, session.CurrentEmployer)) {
             session.messages.Tell(EmployerError, "This Employer already exists.");
             return;
         }
     }
-    CreateAndOpen();
+    static_cast<void>(CreateAndOpen(employee));
 }
 
 void NewFile::AddEmployee()
@@ -165,34 +168,40 @@ void NewFile::AddEmployee()
     if (Missing("EmployeeName", NewEmployeeError, "You must enter a new Employee") ||
         Missing("EmployeeSurname", NewEmployeeError, "You must enter an Employee Surname"))
         return;
+    const NewEmployee employee = TakeNames();
     {
         Database database = OpenClients(session);
-        const std::string name = quillmere::EmployeeName(box("EmployeeName").Text(), box("EmployeeSurname").Text());
-        if (EmployeeExists(database, box("EmployerName").Text(), name)) {
+        if (EmployeeExists(database, session.CurrentEmployer, session.CurrentEmployee)) {
             session.messages.Tell(EmployeeError, "This Employee name already exists.");
             return;
         }
     }
-    CreateAndOpen();
+    if (!CreateAndOpen(employee))
+        return;
     // Kept: after a new employee the two captions stand the other way round.
     if (Screen* page = session.screens.Find("Form3"))
         page->SetCaption("P11D Form Page1 - " + session.CurrentEmployee + " (" + session.CurrentEmployer + ")");
     SetMainCaption(session, "P11D");
 }
 
-void NewFile::CreateAndOpen()
+NewEmployee NewFile::TakeNames()
 {
-    const NewEmployee employee{.employer = box("EmployerName").Text(),
-                               .firstName = box("EmployeeName").Text(),
-                               .surname = box("EmployeeSurname").Text(),
-                               .payeReference = box("PAYE").Text()};
+    NewEmployee employee{.employer = box("EmployerName").Text(),
+                         .firstName = box("EmployeeName").Text(),
+                         .surname = box("EmployeeSurname").Text(),
+                         .payeReference = box("PAYE").Text()};
+    session.CurrentEmployer = employee.employer;
+    session.CurrentEmployee = quillmere::EmployeeName(employee.firstName, employee.surname);
+    return employee;
+}
+
+bool NewFile::CreateAndOpen(const NewEmployee& employee)
+{
     Database database = OpenClients(session);
     CreateEmployee(database, employee);
     database.Close();
     UnloadAllScreens(session);
-    session.CurrentEmployer = employee.employer;
-    session.CurrentEmployee = quillmere::EmployeeName(employee.firstName, employee.surname);
-    static_cast<void>(OpenPage1(session, "Add New Record"));
+    return OpenPage1(session, "Add New Record");
 }
 
 void NewFile::Cancel()
@@ -266,6 +275,9 @@ void EmployerList::Proceed()
     session.CurrentEmployer = chosen;
     switch (session.EmployerListMode) {
     case ChooseToRenameEmployee:
+        // The list stays if the store fails while its successor is loaded.
+        if (session.screens.Load("RenameEmp") == nullptr)
+            return;
         session.screens.Unload(Name());
         session.screens.Show("RenameEmp");
         return;
@@ -343,7 +355,8 @@ void EmployeeList::OpenChosen()
         return;
     }
     session.CurrentEmployee = employee;
-    static_cast<void>(OpenPage1(session, "P11D Page 1 - loading error"));
+    if (!OpenPage1(session, "P11D Page 1 - loading error"))
+        return;
     if (Screen* page = session.screens.Find("Form3"))
         page->SetCaption("P11D");
     session.screens.Unload("EmployerList");
@@ -434,7 +447,7 @@ void RenameEmp::RenameChosenEmployer()
         return;
     }
     const std::string& newName = box("NewEmployer").Text();
-    if (newName.empty()) {
+    if (Trim(newName).empty()) {
         session.messages.Tell(edition::AppTitle, "Please provide a new Employer name");
         return;
     }
@@ -462,7 +475,7 @@ void RenameEmp::RenameChosenEmployee()
         return;
     }
     const std::string& newName = box("NewEmployer").Text();
-    if (newName.empty()) {
+    if (Trim(newName).empty()) {
         session.messages.Tell(edition::AppTitle, "Please provide an new Employee name");
         return;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/Employees.h"
 #include "frame/Screen.h"
 
 #include <string_view>
@@ -37,8 +38,10 @@ private:
     void AddEmployee();
     void Cancel();
     [[nodiscard]] bool Missing(std::string_view boxName, std::string_view title, std::string_view message);
-    /// Makes the records, closes what is open and opens page 1. False if there is no record afterwards.
-    void CreateAndOpen();
+    /// The names in the boxes become the current employer and employee.
+    NewEmployee TakeNames();
+    /// Makes the records, closes what is open and opens page 1. False if the store does not let page 1 open.
+    [[nodiscard]] bool CreateAndOpen(const NewEmployee& employee);
 };
 
 /// The list of employers.
@@ -77,7 +80,8 @@ private:
     void RenameChosenEmployee();
 };
 
-/// Shows page 1 for the current employee. False, with "Employee not found" under `errorTitle`, if there is no record.
+/// Shows page 1 for the current employee; with no record it opens blank after "Employee not found" under `errorTitle`.
+/// False, with the store's words, if the store fails: then nothing is shown, and what is open stays.
 [[nodiscard]] bool OpenPage1(Session& session, std::string_view errorTitle);
 
 } // namespace quillmere

@@ -115,7 +115,11 @@ Database Database::OpenDatabase(const std::filesystem::path& path, OpenMode mode
         if (connection->Pragma("PRAGMA user_version") != LayoutVersion)
             throw StoreError(SQLITE_NOTADB, "its tables are those of another version", "");
         // The store itself reads a page that was cut off as if zeros followed.
-        if (std::filesystem::file_size(path) % static_cast<std::uintmax_t>(connection->Pragma("PRAGMA page_size")) != 0)
+        std::error_code error;
+        const std::uintmax_t size = std::filesystem::file_size(path, error);
+        if (error)
+            throw StoreError(SQLITE_CANTOPEN, error.message(), "");
+        if (size % static_cast<std::uintmax_t>(connection->Pragma("PRAGMA page_size")) != 0)
             throw StoreError(SQLITE_CORRUPT, "its end is missing", "");
         if (mode == OpenMode::ReadWrite) {
             connection->Pragma("PRAGMA journal_mode=DELETE");

@@ -1,6 +1,6 @@
 #include "clientdb/Schedule.h"
 
-#include "clientdb/Recordset.h"
+#include "clientdb/CurrentRecord.h"
 #include "edition/Edition.h"
 #include "frame/KeyFilters.h"
 #include "frame/Text.h"
@@ -45,15 +45,10 @@ void Schedule::Load(const Recordset& records)
 
 void Schedule::Store(Recordset& records) const
 {
-    for (int line = 1; line <= LinesOfASchedule; ++line) {
-        for (const ScheduleColumn& column : columns) {
-            if (!column.Exists())
-                continue;
-            records.Edit();
-            records.SetField(Numbered(column.field, line), At(column, line).Text());
-            records.Update();
-        }
-    }
+    for (int line = 1; line <= LinesOfASchedule; ++line)
+        for (const ScheduleColumn& column : columns)
+            if (column.Exists())
+                StoreField(records, Numbered(column.field, line), At(column, line).Text());
 }
 
 bool Schedule::HasDescription() const

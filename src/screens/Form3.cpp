@@ -126,18 +126,17 @@ void Form3::Activate()
 {
     session.CurrentPage = 1;
     box("lblP11DB").SetPaint(Paint::Plain);
-    if (std::exchange(computedOnce, true))
-        cars.back().CarBenefitCompute();
-    else
+    // The load step's own run waits until the boxes show the record.
+    if (!std::exchange(computedOnce, true))
         ComputeBothCars();
+    // Kept: the second car alone is worked out again whenever the page comes to the front, the first time too.
+    cars.back().CarBenefitCompute();
 }
 
 void Form3::ComputeBothCars()
 {
-    totalsWait = true;
-    cars.front().CarBenefitCompute();
-    totalsWait = false;
-    cars.back().CarBenefitCompute();
+    for (CarColumn& car : cars)
+        car.CarBenefitCompute();
 }
 
 void Form3::Unload()
@@ -150,8 +149,7 @@ void Form3::Unload()
 
 void Form3::ComputeCashAndFuel()
 {
-    if (!totalsWait)
-        ComputeCarTotals(session, *this, Totals);
+    ComputeCarTotals(session, *this, Totals);
 }
 
 void Form3::ComputeFuel()

@@ -27,7 +27,6 @@ private:
     void ComputeBothCars();
 
     std::deque<CarColumn> cars;
-    bool totalsWait = false;   ///< the totals follow once both cars have been worked out
     bool computedOnce = false; ///< both cars have been worked out for the record that was opened
 };
 

@@ -1,8 +1,7 @@
 #include "screens/ScheduleNotepad.h"
 
-#include "clientdb/Recordset.h"
+#include "clientdb/CurrentRecord.h"
 #include "edition/Edition.h"
-#include "frame/Session.h"
 
 #include <string>
 #include <vector>
@@ -10,13 +9,6 @@
 namespace quillmere {
 
 namespace {
-
-/// Puts a cursor on the open employee's record; NoMatch if there is none.
-void SeekCurrent(Recordset& records, const Session& session)
-{
-    records.Index("IndKey");
-    records.Seek(session.CurrentEmployer, session.CurrentEmployee);
-}
 
 /// Where a total stands among the fields of its member.
 constexpr std::size_t CostTotal = 0, TaxTotal = 1, CashTotal = 2;
@@ -57,15 +49,13 @@ bool ScheduleNotepad::Load()
 void ScheduleNotepad::LoadLines()
 {
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Recordset own = database.OpenRecordset(member.name);
-    SeekCurrent(own, session);
+    const Recordset own = OpenCurrent(database, member.name, session);
     if (own.NoMatch())
         session.messages.Tell(member.loadingTitle, "Employee not found");
     else
         schedule.Load(own);
 
-    Recordset page = database.OpenRecordset("P11D");
-    SeekCurrent(page, session);
+    const Recordset page = OpenCurrent(database, "P11D", session);
     if (page.NoMatch()) {
         session.messages.Tell(member.loadingTitle, "Employee not found");
         return;
@@ -144,10 +134,8 @@ void ScheduleNotepad::Ok()
 void ScheduleNotepad::Store()
 {
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Recordset own = database.OpenRecordset(member.name);
-    SeekCurrent(own, session);
-    Recordset page = database.OpenRecordset("P11D");
-    SeekCurrent(page, session);
+    Recordset own = OpenCurrent(database, member.name, session);
+    Recordset page = OpenCurrent(database, "P11D", session);
     WriteBatch batch(database);
     schedule.Store(own);
     for (const std::size_t which : {CostTotal, TaxTotal, CashTotal})

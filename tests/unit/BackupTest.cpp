@@ -8,8 +8,12 @@
 #include <sqlite3.h>
 
 #include <csignal>
+#include <string>
+#include <sys/inotify.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
 
 namespace quillmere::test {
 namespace {
@@ -159,6 +163,27 @@ TEST_F(Backup, IsNotSpoiltByTheJournalOfTheOneBefore)
     Store(copy.string() + "-journal", "its journal");
     BackUpDatabase(file, copy);
     EXPECT_FALSE(std::filesystem::exists(copy.string() + "-journal"));
+}
+
+TEST_F(Backup, NeverStandsBesideTheJournalOfTheOneBefore)
+{
+    Store(copy, "the old backup");
+    Store(copy.string() + "-journal", "its journal");
+    const int watch = ::inotify_init1(IN_NONBLOCK);
+    ASSERT_GE(watch, 0);
+    ASSERT_GE(::inotify_add_watch(watch, folder.path.c_str(), IN_DELETE | IN_MOVED_TO), 0);
+    BackUpDatabase(file, copy);
+    std::vector<std::string> changed;
+    alignas(inotify_event) char events[4096];
+    const ssize_t size = ::read(watch, events, sizeof events);
+    for (ssize_t at = 0; at < size;) {
+        const auto* event = reinterpret_cast<const inotify_event*>(events + at);
+        if (const std::string name = event->name; name.starts_with("copy.mdb"))
+            changed.push_back(name);
+        at += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+    }
+    ::close(watch);
+    EXPECT_EQ(changed, (std::vector<std::string>{"copy.mdb-journal", "copy.mdb"}));
 }
 
 TEST_F(Backup, OfTheFileItselfIsRecognised)

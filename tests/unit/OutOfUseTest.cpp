@@ -1,13 +1,9 @@
 // The two sheets that are out of use: nothing opens them, and nothing that is printed changes with what they store.
-#include "../support/ScriptedDoor.h"
-#include "../support/StoreFixture.h"
-#include "app/Program.h"
 #include "clientdb/CurrentRecord.h"
-#include "clientdb/Employees.h"
 #include "clientdb/TableLayouts.h"
-#include "edition/Edition.h"
 #include "frame/Text.h"
 #include "printing/PrintJobs.h"
+#include "support/ProgramFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -19,28 +15,16 @@ namespace {
 constexpr std::string_view Employer = "Acme Ltd", Employee = "Jane Smith";
 
 /// The whole program without windows, with an employee open on page 1.
-class OutOfUse : public ::testing::Test {
+class OutOfUse : public test::ProgramFixture {
 protected:
     OutOfUse()
-        : programFolder(root.path / edition::ProductFolder),
-          program(door, nullptr,
-                  {.programFolder = programFolder,
-                   .resourceFolder = std::filesystem::path(BINARY_DIR) / edition::ProductFolder})
     {
-        std::filesystem::create_directories(programFolder);
-        EXPECT_TRUE(program.Main());
+        Create(std::string(Employer), "Jane", "Smith");
         Session& session = Now();
-        {
-            Database database = Clients();
-            CreateEmployee(database, {std::string(Employer), "Jane", "Smith", "123/A456"});
-        }
         session.CurrentEmployer = Employer;
         session.CurrentEmployee = Employee;
         session.settings.reportPreview = 1;
     }
-
-    Session& Now() { return program.GetSession(); }
-    Database Clients() { return Database::OpenDatabase(Now().ClientDatabasePath()); }
 
     /// Writes a text in every field of a table that a test names, but for the keys.
     template<typename Names>
@@ -63,11 +47,6 @@ protected:
         const auto ended = program.Printing().engine.Ended();
         return ended == nullptr ? std::string() : Listing(*ended);
     }
-
-    testing::ScriptedDoor door;
-    test::ScratchFolder root;
-    std::filesystem::path programFolder;
-    Program program;
 };
 
 /// Fields of the vans' record that only the history fills.

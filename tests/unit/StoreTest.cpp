@@ -819,6 +819,17 @@ TEST_F(Store, OpensNoFileThatIsNotThereAndMakesNone)
     EXPECT_THROW(Database::OpenDatabase("/nowhere/at/all"), StoreError);
 }
 
+TEST_F(Store, AFileThatGoesWhileItIsOpenedIsAFailureOfTheStore)
+{
+    SetStoreFaultHook([this](std::string_view statement) {
+        if (statement == "PRAGMA user_version")
+            std::filesystem::remove(file);
+        return 0;
+    });
+    EXPECT_THROW(Open(), StoreError);
+    SetStoreFaultHook({});
+}
+
 TEST_F(Store, LeavesNothingBesideItsFile)
 {
     {
