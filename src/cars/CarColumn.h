@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cars/CarBenefit.h"
+#include "cars/CarPrices.h"
 #include "frame/Session.h"
 
 #include <functional>
@@ -24,6 +25,9 @@ public:
     CarColumn(Session& session, Screen& screen, int car, Totals totals);
     CarColumn(const CarColumn&) = delete;
     CarColumn& operator=(const CarColumn&) = delete;
+
+    /// The procedure of the general error box when a run fails.
+    static constexpr std::string_view ComputeProcedure = "Car Benefit - Compute";
 
     /// Reads the whole column and rewrites its working boxes and its two results.
     void CarBenefitCompute();
@@ -51,6 +55,7 @@ private:
     void LeaveListPrice();
     void LeaveAccessories();
     void LeaveCapitalContribution();
+    bool Refuse(Box& price, PriceCheck check) const;
     void LeaveDateWithdrawn();
     void ClickFuelTick();
     void Tell(std::string_view title, std::string_view text) const;

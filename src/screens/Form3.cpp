@@ -130,6 +130,7 @@ void Form3::Activate()
         cars.back().CarBenefitCompute();
     else
         ComputeBothCars();
+    session.DeclarationOpen = false;
 }
 
 void Form3::ComputeBothCars()
@@ -138,11 +139,20 @@ void Form3::ComputeBothCars()
     cars.front().CarBenefitCompute();
     totalsWait = false;
     cars.back().CarBenefitCompute();
+    if (!totalsDue)
+        return;
+    // The second car was not worked out: what the first one comes to counts all the same.
+    try {
+        ComputeCashAndFuel();
+    } catch (const std::exception& error) {
+        ReportError(CarColumn::ComputeProcedure, error);
+    }
 }
 
 void Form3::Unload()
 {
     static_cast<void>(ReleaseRecord());
+    session.DeclarationOpen = false;
     UnloadAllScreens(session);
     SetMainCaption(session, edition::AppTitle);
     EnableEmployeeCommands(session, false);
@@ -150,6 +160,7 @@ void Form3::Unload()
 
 void Form3::ComputeCashAndFuel()
 {
+    totalsDue = totalsWait;
     if (!totalsWait)
         ComputeCarTotals(session, *this, Totals);
 }
@@ -185,17 +196,21 @@ void Form3::ClickDeclaration()
 {
     box("lblP11DB").SetPaint(Paint::Yellow);
     session.InDeclarationFromPage = true;
+    // From here until the page is in front again, so that no run on the way there or back resets a tick.
+    session.DeclarationOpen = true;
     ComputeBothCars();
     // An employee whom somebody has deleted is told of and is no bar; a page that the store has not taken is.
     if (SeekRecord("Recovering Recordset after P11DB NICs") == Sought::Failed) {
         session.InDeclarationFromPage = false;
+        session.DeclarationOpen = false;
         box("lblP11DB").SetPaint(Paint::Plain);
         return;
     }
-    session.DeclarationOpen = true;
     session.EmployeeOpenFlag = false;
-    if (session.screens.Show("P11DDeclaration") == nullptr)
+    if (session.screens.Show("P11DDeclaration") == nullptr) {
+        session.DeclarationOpen = false;
         box("lblP11DB").SetPaint(Paint::Plain);
+    }
 }
 
 } // namespace quillmere

@@ -28,6 +28,7 @@ private:
 
     std::deque<CarColumn> cars;
     bool totalsWait = false;   ///< the totals follow once both cars have been worked out
+    bool totalsDue = false;    ///< they waited and have not been worked out since
     bool computedOnce = false; ///< both cars have been worked out for the record that was opened
 };
 
