@@ -124,7 +124,8 @@ protected:
     {
         Store("P11D", PlainCar(1));
         Store("P11D", {{"FFuelTick1", "1"}});
-        Store("P11D", PlainCar(2));
+        // Where the second car can be worked out after all it comes to nothing.
+        Store("P11D", {{"FRegDate2", "01/02/2008"}, {"FFuel2", "P"}, {"FC022", "130"}});
         Store("P11D", GetParam().fields);
     }
 };
