@@ -6,7 +6,6 @@
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
-#include "frame/Failure.h"
 #include "frame/Text.h"
 
 #include <array>
@@ -59,12 +58,13 @@ constexpr auto WorkingBoxes =
 
 constexpr int PeriodRows = 4;
 
-const Amount HighestPrice = Amount::WholePounds(edition::MaximumCarPrice);
-
-std::string_view SumMessage(int car)
+carwords::Refusal PriceMessageOf(int car, PriceCheck check)
 {
+    carwords::Refusal refusal = carwords::PriceMessage(check);
     // Kept: the second car's message leaves a word out.
-    return car == 2 ? "Listprice and Accessories cannot exceed £80,000" : carwords::BothTooHigh;
+    if (car == 2 && check == PriceCheck::SumTooHigh)
+        refusal.text = "Listprice and Accessories cannot exceed £80,000";
+    return refusal;
 }
 
 /// The first day of the year in the message about a car available before it was registered.
@@ -72,6 +72,15 @@ std::string_view DefaultFirstDay(int car)
 {
     // Kept: only the first car's message follows the year.
     return car == 1 ? edition::TaxYearStart : edition::OldAvailabilityDate;
+}
+
+/// A result of the car is left: in amount form like any other amount, a zero blank. The zero that the routine itself
+/// has written stays: passing the box changes nothing.
+void LeaveResult(Box& left)
+{
+    const Amount result = ReadAmount(left.Text());
+    if (left.Text() != AmountText(result, edition::FormatMoneyZero))
+        left.SetText(AmountText(result, edition::FormatMoneyBlankZero));
 }
 
 } // namespace
@@ -138,10 +147,7 @@ void CarColumn::BindEvents()
     for (const std::string_view stem : {"FPrivateUse", "FEngine", "FC02"})
         leave(stem, &CarColumn::CarBenefitCompute);
     for (const std::string_view stem : {"FCashEqu", "FFuelEqu"})
-        screen.OnLeave(Numbered(stem, car), [](Box& left) {
-            if (!left.Empty())
-                left.SetText(AmountText(ReadAmount(left.Text()), edition::FormatMoneyZero));
-        });
+        screen.OnLeave(Numbered(stem, car), LeaveResult);
     screen.OnLeave(Numbered("txtUnavailableFirst", car), [this](Box& left) {
         LeavePeriod(left, LeavePeriodFirst(DateTexts(), static_cast<std::size_t>(left.Index() - 1)));
     });
@@ -190,8 +196,7 @@ void CarColumn::CarBenefitCompute()
     try {
         Compute();
     } catch (const std::exception& error) {
-        const auto* failure = dynamic_cast<const Failure*>(&error);
-        session.messages.ReportError("Car Benefit - Compute", failure != nullptr ? failure->Number() : 0, error.what());
+        session.messages.ReportError(ComputeProcedure, error);
     }
 }
 
@@ -373,38 +378,35 @@ void CarColumn::LeavePeriod(Box& left, const CarDateOutcome& outcome)
 void CarColumn::LeaveListPrice()
 {
     Box& price = box("FListPrice");
-    const Amount listPrice = ReadAmount(price.Text());
-    if (listPrice > HighestPrice) {
-        Tell(carwords::ExcessiveValue, carwords::ListPriceTooHigh);
-        price.Clear();
-    } else if (listPrice + ReadAmount(box("FAccessories").Text()) > HighestPrice) {
-        Tell(carwords::ExcessiveValue, SumMessage(car));
-        price.Clear();
-    }
+    Refuse(price, CheckListPrice(price.Text(), box("FAccessories").Text()));
     CarBenefitCompute();
 }
 
 void CarColumn::LeaveAccessories()
 {
     Box& accessories = box("FAccessories");
-    if (ReadAmount(accessories.Text()) > HighestPrice) {
-        Tell(carwords::ExcessiveValue, carwords::AccessoriesTooHigh);
-        accessories.Clear();
-    }
+    Refuse(accessories, CheckAccessories(accessories.Text()));
     CarBenefitCompute();
 }
 
 void CarColumn::LeaveCapitalContribution()
 {
     Box& contribution = box("FCaptContr");
-    if (ReadAmount(contribution.Text()) > Amount::WholePounds(edition::MaximumCapitalContribution)) {
-        Tell(carwords::ContributionError, carwords::ContributionTooHigh);
-        contribution.Clear();
+    if (Refuse(contribution, CheckContribution(contribution.Text())))
         screen.Focus(contribution);
-        return;
-    }
-    if (!contribution.Empty())
+    else if (!contribution.Empty())
         CarBenefitCompute();
+}
+
+/// Says what is wrong with a price and empties its box; false if nothing is.
+bool CarColumn::Refuse(Box& price, PriceCheck check) const
+{
+    if (check == PriceCheck::Good)
+        return false;
+    const carwords::Refusal refusal = PriceMessageOf(car, check);
+    Tell(refusal.title, refusal.text);
+    price.Clear();
+    return true;
 }
 
 void CarColumn::LeaveDateWithdrawn()
@@ -453,10 +455,16 @@ void CarColumn::Empty()
         empty(box(working));
 }
 
-void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds)
+FurtherCars::FurtherCars(const Session& session)
+    : database(Database::OpenDatabase(session.ClientDatabasePath())),
+      record(OpenCurrent(database, "ExtraCars", session))
 {
-    Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    const Recordset extraCars = OpenCurrent(database, "ExtraCars", session);
+}
+
+void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds,
+                      const FurtherCars& furtherCars)
+{
+    const Recordset& extraCars = furtherCars.Record();
     const Screen* page = session.screens.Find("Form3");
     for (const CarTotalKind& kind : kinds) {
         if (extraCars.NoMatch())

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "cars/CarBenefit.h"
+#include "cars/CarPrices.h"
+#include "clientdb/Recordset.h"
 #include "frame/Session.h"
 
 #include <functional>
@@ -24,6 +26,9 @@ public:
     CarColumn(Session& session, Screen& screen, int car, Totals totals);
     CarColumn(const CarColumn&) = delete;
     CarColumn& operator=(const CarColumn&) = delete;
+
+    /// The procedure of the general error box when a run fails.
+    static constexpr std::string_view ComputeProcedure = "Car Benefit - Compute";
 
     /// Reads the whole column and rewrites its working boxes and its two results.
     void CarBenefitCompute();
@@ -51,6 +56,7 @@ private:
     void LeaveListPrice();
     void LeaveAccessories();
     void LeaveCapitalContribution();
+    bool Refuse(Box& price, PriceCheck check) const;
     void LeaveDateWithdrawn();
     void ClickFuelTick();
     void Tell(std::string_view title, std::string_view text) const;
@@ -68,9 +74,21 @@ struct CarTotalKind {
     std::string_view errorTitle; ///< when the record of cars 3 to 6 is missing
 };
 
-/// Adds the six cars' figures into each total's box on page 1, with one look at the store. A figure is read from
-/// `screen` if that car stands there, for cars 1 and 2 else from page 1, and for the others from the stored record of
-/// cars 3 to 6.
-void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds);
+/// The stored record of the open employee's cars 3 to 6, as one look at the store finds it.
+class FurtherCars {
+public:
+    /// Throws StoreError.
+    explicit FurtherCars(const Session& session);
+    const Recordset& Record() const { return record; }
+
+private:
+    Database database;
+    Recordset record;
+};
+
+/// Adds the six cars' figures into each total's box on page 1. A figure is read from `screen` if that car stands there,
+/// for cars 1 and 2 else from page 1, and for the others from the stored record.
+void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds,
+                      const FurtherCars& furtherCars);
 
 } // namespace quillmere

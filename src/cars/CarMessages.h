@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cars/CarDates.h"
+#include "cars/CarPrices.h"
 
 #include <string>
 #include <string_view>
@@ -17,6 +18,27 @@ inline constexpr std::string_view BothTooHigh = "Listprice and Accessories combi
 
 inline constexpr std::string_view ContributionError = "Capital Contribution Error";
 inline constexpr std::string_view ContributionTooHigh = "Capital Contribution cannot be over £5000";
+
+/// Title and text of the box about a price that was refused; both empty for a good one.
+struct Refusal {
+    std::string_view title, text;
+};
+constexpr Refusal PriceMessage(PriceCheck check)
+{
+    switch (check) {
+    case PriceCheck::ListPriceTooHigh:
+        return {ExcessiveValue, ListPriceTooHigh};
+    case PriceCheck::SumTooHigh:
+        return {ExcessiveValue, BothTooHigh};
+    case PriceCheck::AccessoriesTooHigh:
+        return {ExcessiveValue, AccessoriesTooHigh};
+    case PriceCheck::ContributionTooHigh:
+        return {ContributionError, ContributionTooHigh};
+    case PriceCheck::Good:
+        break;
+    }
+    return {};
+}
 
 inline constexpr std::string_view FirstDateTooEarly = "You must enter a first date after/on registered date";
 

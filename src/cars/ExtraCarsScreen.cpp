@@ -69,7 +69,7 @@ void ExtraCarsScreen::Ok()
 {
     try {
         Store();
-        ComputeCarTotals(session, *this, Totals);
+        ComputeCarTotals(session, *this, Totals, FurtherCars(session));
     } catch (const StoreError& error) {
         session.messages.Tell(Caption(), error.what());
         return;

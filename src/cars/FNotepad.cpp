@@ -1,9 +1,10 @@
 #include "cars/FNotepad.h"
 
+#include "cars/CarColumn.h"
 #include "cars/CarMessages.h"
 #include "cars/CarReference.h"
+#include "clientdb/BoundScreen.h"
 #include "clientdb/CurrentRecord.h"
-#include "clientdb/DataLink.h"
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
@@ -126,8 +127,6 @@ constexpr int CarsOfPage = 2;
 constexpr std::string_view Page = "Form3";
 
 constexpr std::string_view OpeningError = "Notepad F Error";
-
-const Amount HighestPrice = Amount::WholePounds(edition::MaximumCarPrice);
 
 bool IsTick(const SheetField& field)
 {
@@ -334,7 +333,7 @@ void FNotepad::Recalculate()
     try {
         Compute();
     } catch (const std::exception& error) {
-        ReportError("Car Benefit - Compute", error);
+        ReportError(CarColumn::ComputeProcedure, error);
     }
 }
 
@@ -407,7 +406,6 @@ void FNotepad::LeaveFuel()
     if (!IsSheetFuelLetter(fuel.Text())) {
         fuel.Clear();
         session.messages.Tell(edition::AppTitle, carwords::InvalidFuel);
-        return;
     }
     Recalculate();
 }
@@ -417,10 +415,8 @@ void FNotepad::LeaveRegistration()
     Box& registered = box("DateReg");
     const RegistrationOutcome outcome = LeaveRegistrationDate(registered.Text());
     registered.SetText(outcome.text);
-    if (const std::string_view refusal = carwords::RegistrationMessage(outcome.check); !refusal.empty()) {
+    if (const std::string_view refusal = carwords::RegistrationMessage(outcome.check); !refusal.empty())
         session.messages.Tell(edition::AppTitle, refusal);
-        return;
-    }
     Recalculate();
 }
 
@@ -447,37 +443,33 @@ void FNotepad::LeaveLast()
 void FNotepad::LeavePrice()
 {
     Box& price = box("ListPriceBox");
-    const Amount listPrice = ReadAmount(price.Text());
-    if (listPrice > HighestPrice) {
-        session.messages.Tell(carwords::ExcessiveValue, carwords::ListPriceTooHigh);
-        price.Clear();
-    } else if (listPrice + ReadAmount(box("AccessoriesBox").Text()) > HighestPrice) {
-        session.messages.Tell(carwords::ExcessiveValue, carwords::BothTooHigh);
-        price.Clear();
-    }
+    Refuse(price, CheckListPrice(price.Text(), box("AccessoriesBox").Text()));
     Recalculate();
 }
 
 void FNotepad::LeaveExtras()
 {
     Box& accessories = box("AccessoriesBox");
-    if (ReadAmount(accessories.Text()) > HighestPrice) {
-        session.messages.Tell(carwords::ExcessiveValue, carwords::AccessoriesTooHigh);
-        accessories.Clear();
-    }
+    Refuse(accessories, CheckAccessories(accessories.Text()));
     Recalculate();
 }
 
 void FNotepad::LeaveContribution()
 {
     Box& contribution = box("DBox");
-    if (ReadAmount(contribution.Text()) > Amount::WholePounds(edition::MaximumCapitalContribution)) {
-        session.messages.Tell(carwords::ContributionError, carwords::ContributionTooHigh);
-        contribution.Clear();
+    if (Refuse(contribution, CheckContribution(contribution.Text())))
         Focus(contribution);
-        return;
-    }
     Recalculate();
+}
+
+bool FNotepad::Refuse(Box& price, PriceCheck check)
+{
+    if (check == PriceCheck::Good)
+        return false;
+    const carwords::Refusal refusal = carwords::PriceMessage(check);
+    session.messages.Tell(refusal.title, refusal.text);
+    price.Clear();
+    return true;
 }
 
 void FNotepad::LeaveWithdrawn()
@@ -553,17 +545,8 @@ void FNotepad::StoreCar(Recordset& records, int car)
 void FNotepad::StorePage(Recordset& records, std::string_view field, std::string_view text)
 {
     StoreField(records, field, text);
-    const Screen* page = session.screens.Find(Page);
-    if (page == nullptr)
-        return;
-    for (const auto& onPage : page->Boxes()) {
-        if (onPage->Field() != field)
-            continue;
-        if (onPage->GetKind() == Kind::Tick)
-            onPage->SetTicked(IsSet(text));
-        else
-            onPage->SetText(text);
-    }
+    if (auto* page = dynamic_cast<BoundScreen*>(session.screens.Find(Page)))
+        page->TakeField(field, text);
 }
 
 /// The sum of a figure of the sheet's cars, as page 1 shows it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cars/CarPrices.h"
 #include "cars/CarSheet.h"
 #include "clientdb/Recordset.h"
 #include "frame/Screen.h"
@@ -59,6 +60,8 @@ private:
     void LeavePrice();
     void LeaveExtras();
     void LeaveContribution();
+    /// Says what is wrong with a price and empties its box; false if nothing is.
+    bool Refuse(Box& price, PriceCheck check);
     void LeaveWithdrawn();
     void ClickFuelTick();
 

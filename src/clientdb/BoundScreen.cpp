@@ -44,6 +44,13 @@ void BoundScreen::TakeResult(std::string_view boxName, std::string_view text, st
     link->NoteStored(result, stored);
 }
 
+void BoundScreen::TakeField(std::string_view field, std::string_view text)
+{
+    for (const auto& bound : Boxes())
+        if (bound->Field() == field)
+            link->Take(*bound, text);
+}
+
 bool BoundScreen::ReleaseRecord()
 {
     try {

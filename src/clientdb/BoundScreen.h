@@ -39,6 +39,8 @@ public:
     [[nodiscard]] bool MayClose() { return ReleaseRecord() || !link->HasRecord(); }
     /// A notepad hands a result over: what the box is to read, and what the notepad has written to its field.
     void TakeResult(std::string_view boxName, std::string_view text, std::string_view stored);
+    /// Another screen has written a field of the record: every box that is bound to it takes the text.
+    void TakeField(std::string_view field, std::string_view text);
 
 protected:
     /// Binds the boxes that name a field; called when all boxes are made.

@@ -38,15 +38,18 @@ bool DataLink::Position(Recordset& records, const Key& to)
 void DataLink::Show(Recordset& records)
 {
     loading = true;
-    for (Box* box : bound) {
-        const std::string_view text = records.Field(box->Field());
-        if (box->GetKind() == Kind::Tick)
-            box->SetTicked(IsSet(text));
-        else
-            box->SetText(text);
-        shown[box] = Stored(*box);
-    }
+    for (Box* box : bound)
+        Take(*box, records.Field(box->Field()));
     loading = false;
+}
+
+void DataLink::Take(Box& box, std::string_view text)
+{
+    if (box.GetKind() == Kind::Tick)
+        box.SetTicked(IsSet(text));
+    else
+        box.SetText(text);
+    shown[&box] = Stored(box);
 }
 
 bool DataLink::Seek(std::string_view index, std::string_view part1, std::string_view part2)

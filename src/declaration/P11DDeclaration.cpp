@@ -173,7 +173,7 @@ void P11DDeclaration::Unload()
 
 void P11DDeclaration::ForgetWayIn()
 {
-    session.DeclarationOpen = false;
+    // DeclarationOpen is the page's to clear, when it is in front again and has been worked out.
     session.InDeclarationFromPage = false;
     session.DeclarationFromMenu = false;
 }

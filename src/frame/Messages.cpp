@@ -2,6 +2,7 @@
 
 #include "edition/Edition.h"
 #include "frame/ErrorReport.h"
+#include "frame/Failure.h"
 
 namespace quillmere {
 
@@ -23,6 +24,12 @@ void Messages::ReportError(std::string_view procedure, long number, std::string_
 {
     Tell(edition::AppTitle, ErrorReportText(procedure, static_cast<int>(number), text, diagnostic), Icon::Critical);
     platform.SetBusyPointer(false);
+}
+
+void Messages::ReportError(std::string_view procedure, const std::exception& error)
+{
+    const auto* failure = dynamic_cast<const Failure*>(&error);
+    ReportError(procedure, failure != nullptr ? failure->Number() : 0, error.what());
 }
 
 } // namespace quillmere

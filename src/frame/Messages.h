@@ -2,6 +2,7 @@
 
 #include "frame/Platform.h"
 
+#include <exception>
 #include <string_view>
 
 namespace quillmere {
@@ -19,6 +20,8 @@ public:
     /// The general error box, which every operation with no message of its own ends in. The pointer goes back to
     /// normal.
     void ReportError(std::string_view procedure, long number, std::string_view text, std::string_view diagnostic = {});
+    /// The same for a failure that was caught, with its number if it has one and 0 if not.
+    void ReportError(std::string_view procedure, const std::exception& error);
 
 private:
     Platform& platform;

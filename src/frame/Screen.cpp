@@ -1,6 +1,5 @@
 #include "frame/Screen.h"
 
-#include "frame/Failure.h"
 #include "frame/Session.h"
 
 #include <stdexcept>
@@ -108,8 +107,7 @@ void Screen::Guarded(const std::function<void()>& operation, const Box* box, std
 
 void Screen::ReportError(std::string_view procedure, const std::exception& error)
 {
-    const auto* failure = dynamic_cast<const Failure*>(&error);
-    session.messages.ReportError(procedure, failure != nullptr ? failure->Number() : 0, error.what());
+    session.messages.ReportError(procedure, error);
 }
 
 void Screen::Run(const std::unordered_map<std::string, Operation>& operations, Box& box, std::string_view event)

@@ -34,7 +34,7 @@ struct Session {
     int VanOfHistory = 1;        ///< whose history the van record opens, van 1 to 3
 
     bool EmployeeOpenFlag = false;      ///< an employee is being opened from the list
-    bool DeclarationOpen = false;       ///< the P11D(b) is being reached from the page
+    bool DeclarationOpen = false;       ///< from the click that leads to the P11D(b) until page 1 is in front again
     bool InDeclarationFromPage = false; ///< the P11D(b) was reached from the page
     bool DeclarationFromMenu = false;   ///< the P11D(b) was reached from the File menu
     std::string LastBadDate;            ///< the last date text that could not be compared

@@ -126,22 +126,30 @@ void Form3::Activate()
 {
     session.CurrentPage = 1;
     box("lblP11DB").SetPaint(Paint::Plain);
-    // The load step's own run waits until the boxes show the record.
-    if (!std::exchange(computedOnce, true))
-        ComputeBothCars();
+    CarColumn& first = cars.front();
+    CarColumn& second = cars.back();
+    // The load step's own runs wait until the boxes show the record.
     // Kept: the second car alone is worked out again whenever the page comes to the front, the first time too.
-    cars.back().CarBenefitCompute();
+    if (std::exchange(computedOnce, true))
+        ComputeCars({&second});
+    else
+        ComputeCars({&first, &second, &second});
+    session.DeclarationOpen = false;
 }
 
-void Form3::ComputeBothCars()
+void Form3::ComputeCars(std::initializer_list<CarColumn*> columns)
 {
-    for (CarColumn& car : cars)
-        car.CarBenefitCompute();
+    keepsFurtherCars = true;
+    for (CarColumn* car : columns)
+        car->CarBenefitCompute(); // tells of its failures itself
+    keepsFurtherCars = false;
+    furtherCars.reset();
 }
 
 void Form3::Unload()
 {
     static_cast<void>(ReleaseRecord());
+    session.DeclarationOpen = false;
     UnloadAllScreens(session);
     SetMainCaption(session, edition::AppTitle);
     EnableEmployeeCommands(session, false);
@@ -149,12 +157,16 @@ void Form3::Unload()
 
 void Form3::ComputeCashAndFuel()
 {
-    ComputeCarTotals(session, *this, Totals);
+    if (!keepsFurtherCars)
+        return ComputeCarTotals(session, *this, Totals, FurtherCars(session));
+    if (!furtherCars)
+        furtherCars.emplace(session);
+    ComputeCarTotals(session, *this, Totals, *furtherCars);
 }
 
 void Form3::ComputeFuel()
 {
-    ComputeCarTotals(session, *this, std::span(Totals).last(1));
+    ComputeCarTotals(session, *this, std::span(Totals).last(1), FurtherCars(session));
 }
 
 void Form3::LeaveNationalInsurance()
@@ -183,17 +195,21 @@ void Form3::ClickDeclaration()
 {
     box("lblP11DB").SetPaint(Paint::Yellow);
     session.InDeclarationFromPage = true;
-    ComputeBothCars();
+    // From here until the page is in front again, so that no run on the way there or back resets a tick.
+    session.DeclarationOpen = true;
+    ComputeCars({&cars.front(), &cars.back()});
     // An employee whom somebody has deleted is told of and is no bar; a page that the store has not taken is.
     if (SeekRecord("Recovering Recordset after P11DB NICs") == Sought::Failed) {
         session.InDeclarationFromPage = false;
+        session.DeclarationOpen = false;
         box("lblP11DB").SetPaint(Paint::Plain);
         return;
     }
-    session.DeclarationOpen = true;
     session.EmployeeOpenFlag = false;
-    if (session.screens.Show("P11DDeclaration") == nullptr)
+    if (session.screens.Show("P11DDeclaration") == nullptr) {
+        session.DeclarationOpen = false;
         box("lblP11DB").SetPaint(Paint::Plain);
+    }
 }
 
 } // namespace quillmere

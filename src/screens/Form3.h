@@ -4,6 +4,8 @@
 #include "screens/P11DPage.h"
 
 #include <deque>
+#include <initializer_list>
+#include <optional>
 
 namespace quillmere {
 
@@ -24,10 +26,13 @@ private:
     void LeaveDateOfBirth();
     void LeaveNationalInsurance();
     void ClickDeclaration();
-    void ComputeBothCars();
+    /// Works cars out one after the other, with one look at cars 3 to 6 for all their totals.
+    void ComputeCars(std::initializer_list<CarColumn*> columns);
 
     std::deque<CarColumn> cars;
-    bool computedOnce = false; ///< both cars have been worked out for the record that was opened
+    bool keepsFurtherCars = false;
+    std::optional<FurtherCars> furtherCars; ///< while `keepsFurtherCars`
+    bool computedOnce = false;              ///< both cars have been worked out for the record that was opened
 };
 
 } // namespace quillmere

@@ -1,5 +1,6 @@
 #include "cars/CO2Calculations.h"
 
+#include "cars/CarBenefit.h"
 #include "edition/CarRates.h"
 #include "frame/Failure.h"
 
@@ -12,10 +13,10 @@ namespace {
 
 constexpr auto Recent = "01/03/2008";
 
-/// The rate that a figure as entered earns: rounded down to a multiple of five, with the band of the entered figure.
+/// The rate that a figure as entered earns.
 int RateOf(int entered, const char* fuel, const char* regDate = Recent)
 {
-    return GetCO2Percentage(static_cast<std::int16_t>(entered / 5 * 5), fuel, regDate, entered < 121);
+    return PercentagesOf({.registrationDate = regDate, .fuel = fuel, .co2 = std::to_string(entered)}).H;
 }
 
 TEST(CO2Calculations, EveryRowOfTheTableGivesItsColumn)
@@ -42,10 +43,10 @@ TEST(CO2Calculations, FiguresAroundTheBandsGetTheRateOfTheirBand)
     struct Case {
         int entered, petrol, diesel;
     };
-    for (const Case& c :
-         {Case{0, 5, 8}, Case{75, 5, 8}, Case{76, 5, 8}, Case{79, 5, 8}, Case{80, 10, 13}, Case{120, 10, 13},
-          Case{121, 15, 18}, Case{129, 15, 18}, Case{130, 15, 18}, Case{134, 15, 18}, Case{135, 16, 19},
-          Case{230, 35, 35}, Case{234, 35, 35}, Case{235, 35, 35}, Case{400, 35, 35}}) {
+    for (const Case& c : {Case{0, 5, 8}, Case{75, 5, 8}, Case{76, 5, 8}, Case{77, 5, 8}, Case{78, 5, 8}, Case{79, 5, 8},
+                          Case{80, 10, 13}, Case{120, 10, 13}, Case{121, 15, 18}, Case{129, 15, 18}, Case{130, 15, 18},
+                          Case{134, 15, 18}, Case{135, 16, 19}, Case{230, 35, 35}, Case{234, 35, 35}, Case{235, 35, 35},
+                          Case{400, 35, 35}}) {
         EXPECT_EQ(RateOf(c.entered, "P"), c.petrol) << c.entered;
         EXPECT_EQ(RateOf(c.entered, "D"), c.diesel) << c.entered;
     }

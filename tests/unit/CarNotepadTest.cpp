@@ -244,6 +244,30 @@ INSTANTIATE_TEST_SUITE_P(Rules, SheetBesideColumn, ::testing::ValuesIn(Differenc
     return name;
 });
 
+TEST_F(CarNotepadTest, AnEntryThatIsRefusedLeavesNoStaleWorking)
+{
+    struct Case {
+        std::string_view box, refused, worked, text;
+    };
+    for (const Case& c : {Case{"Fuel", "G", "PBox", ""}, Case{"DateReg", "1/13/2008", "PBox", ""},
+                          Case{"DateReg", "6/4/2011", "PBox", ""}, Case{"DBox", "5000.01", "EBox", "  20000.00"}}) {
+        Screen& sheet = *session.screens.Show("FNotepad");
+        Enter(sheet, "DateReg", "01/02/2008");
+        Enter(sheet, "Fuel", "P");
+        Enter(sheet, "C02Level", "130");
+        Enter(sheet, "ListPriceBox", "20000");
+        Enter(sheet, "DBox", "4000");
+        EXPECT_EQ(sheet.box("EBox").Text(), "  16000.00");
+        EXPECT_EQ(sheet.box("PBox").Text(), "   2400.00");
+        Enter(sheet, c.box, c.refused);
+        EXPECT_EQ(door.messages.size(), 1U);
+        door.messages.clear();
+        EXPECT_EQ(sheet.box(c.box).Text(), "");
+        EXPECT_EQ(sheet.box(c.worked).Text(), c.text) << c.box;
+        session.screens.Unload("FNotepad");
+    }
+}
+
 // ---- opening and Ok
 
 TEST_F(CarNotepadTest, AStoreThatFailsAtTheOpeningIsToldUnderItsTitleAndTheSheetStaysClosed)
@@ -345,6 +369,28 @@ TEST_F(OkOfTheSheet, AllItsWritesCostOneTransaction)
     PressOk();
     EXPECT_LE(syncs.Count(), 5);
     EXPECT_GT(syncs.Count(), 0);
+}
+
+TEST_F(OkOfTheSheet, LeavesNothingForThePageToWriteAgain)
+{
+    auto& page = static_cast<BoundScreen&>(*session.screens.Load("Form3"));
+    ASSERT_TRUE(page.SeekCurrent("loading error"));
+    session.screens.Show("Form3");
+    Screen& sheet = *session.screens.Show("FNotepad");
+    Enter(sheet, "EngineSize", "1600");
+    Enter(sheet, "txtUnavailableFirst", "1/6/10", 2);
+    Enter(sheet, "DateWithdrawn", "1/1/2011");
+    sheet.Click(sheet.box("WithdrawnTick"));
+    PressOk();
+    EXPECT_EQ(page.box("FEngine1").Text(), "1600");
+    EXPECT_EQ(page.box("txtUnavailableFirst1", 2).Text(), "01/06/2010");
+    EXPECT_EQ(page.box("FDateWithdrawn1").Text(), "01/01/2011");
+    EXPECT_TRUE(page.box("FWithdrawnTick1").Ticked());
+    EXPECT_EQ(Stored("P11D", "FDateWithdrawnTick1"), "1");
+    MarkAll("0");
+    session.screens.Unload("Form3");
+    for (const std::string_view field : {"FEngine1", "FDateWithdrawn1", "FDateWithdrawnTick1", "FMakeModel2"})
+        EXPECT_EQ(Stored("P11D", field), "0") << field;
 }
 
 TEST_F(OkOfTheSheet, TakesTheLongMakesShort)

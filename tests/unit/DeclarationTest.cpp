@@ -200,15 +200,13 @@ TEST_F(DeclarationTest, TheWayInIsForgottenWhenTheScreenCloses)
 {
     Database database = Open();
     Set(database, "P11DB", {{"EmployerName", "Acme Ltd"}});
-    session.DeclarationFromMenu = session.InDeclarationFromPage = session.DeclarationOpen = true;
+    session.DeclarationFromMenu = session.InDeclarationFromPage = true;
     Screen* screen = session.screens.Show("P11DDeclaration");
     session.screens.RunDeferred();
-    EXPECT_TRUE(session.DeclarationOpen);
     EXPECT_TRUE(session.InDeclarationFromPage);
     EXPECT_TRUE(session.DeclarationFromMenu);
     screen->Click(screen->box("Cancel"));
     EXPECT_EQ(session.screens.Find("P11DDeclaration"), nullptr);
-    EXPECT_FALSE(session.DeclarationOpen);
     EXPECT_FALSE(session.InDeclarationFromPage);
     EXPECT_FALSE(session.DeclarationFromMenu);
     EXPECT_TRUE(door.messages.empty());
