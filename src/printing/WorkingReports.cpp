@@ -1,5 +1,6 @@
 #include "printing/WorkingReports.h"
 
+#include "clientdb/DataLink.h"
 #include "edition/AccommodationRates.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
@@ -124,7 +125,7 @@ constexpr auto VanEntered = std::to_array<std::string_view>({
 /// The full fuel charge is not stored: it stands while the van is there and the tick is set.
 Amount VanFuelCharge(const WorkingReader& read)
 {
-    const bool charged = IsTicked(read("FuelVanTick")) && !read("RegNumber").empty();
+    const bool charged = IsSet(read("FuelVanTick")) && !read("RegNumber").empty();
     return Amount::WholePounds(charged ? edition::Vans.fuelCharge : 0);
 }
 

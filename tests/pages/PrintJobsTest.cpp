@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <fmt/format.h>
 #include <fstream>
 
@@ -497,6 +498,16 @@ TEST_F(PrintJobs, PrintADeclarationsAdjustmentsInABatch)
          {"   1000.00", "    100.00", "Bonus car", "    300.00", "As per attached", "    800.00", "    102.40"})
         EXPECT_TRUE(Holds(*document, 2, text)) << text;
     EXPECT_FALSE(Holds(*document, 1, "    128.00"));
+    // The tick of the first section stands five millimetres higher than on a declaration printed alone.
+    const auto lowestTick = [](const Document& paper) {
+        double lowest = 0;
+        for (const Operation& operation : paper.Page(1))
+            if (operation.kind == OperationKind::Line && std::abs(operation.x2 / UnitsPerMillimetre - 19) < 0.01)
+                lowest = std::max(lowest, operation.y1 / UnitsPerMillimetre - 2);
+        return lowest;
+    };
+    EXPECT_NEAR(lowestTick(*document), 130, 0.01);
+    EXPECT_NEAR(lowestTick(*PrintSingle(PrintedDocument::Declaration)), 135, 0.01);
 }
 
 TEST_F(PrintJobs, AskAgainForTheSameEmployeeUntilAPrinterOpens)
