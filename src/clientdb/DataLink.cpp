@@ -7,7 +7,7 @@ namespace quillmere {
 
 bool IsSet(std::string_view storedTick)
 {
-    const std::string upper = UpperCase(storedTick);
+    const std::string upper = UpperCase(Trim(storedTick));
     return upper == "1" || upper == "-1" || upper == "TRUE" || upper == "Y";
 }
 

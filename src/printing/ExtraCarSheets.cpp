@@ -10,12 +10,17 @@ namespace quillmere {
 
 namespace {
 
-/// The sum of a numbered field of the sheet's two cars, as its box reads.
+/// The sum of a numbered field of the sheet's two cars, as its box reads: a zero is seen if one of them has a figure.
 std::string TotalOf(const Recordset& cars, std::string_view stem, int firstCar)
 {
-    const Amount total =
-        ReadAmount(cars.Field(Numbered(stem, firstCar))) + ReadAmount(cars.Field(Numbered(stem, firstCar + 1)));
-    return AmountText(total, edition::FormatMoneyBlankZero);
+    Amount total;
+    bool hasFigure = false;
+    for (const int car : {firstCar, firstCar + 1}) {
+        const std::string_view figure = cars.Field(Numbered(stem, car));
+        total += ReadAmount(figure);
+        hasFigure = hasFigure || !figure.empty();
+    }
+    return AmountText(total, hasFigure ? edition::FormatMoneyZero : edition::FormatMoneyBlankZero);
 }
 
 } // namespace
@@ -33,13 +38,14 @@ bool ExtraCarsHaveData(PrintJob& job, std::string_view table, int firstCar, int 
     return false;
 }
 
-void PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet)
+bool PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet)
 {
     PageLayer& page = job.page;
     if (!job.SeekEmployee("ExtraCars")) {
         job.session.messages.Tell(sheet.loadingError, "Employee not found");
-        return;
+        return false;
     }
+    job.NextPage();
     const Recordset& cars = job.Table("ExtraCars");
     const FieldReader read = [&](std::string_view field) {
         if (field == "FTotalCashCars")
@@ -66,6 +72,7 @@ void PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet)
     DrawIdentifier(page, 276, edition::P11DIdentifier);
     BeginValues(page);
     DrawCarValues(page, sheet.firstCar, read);
+    return true;
 }
 
 } // namespace quillmere

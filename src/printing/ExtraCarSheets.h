@@ -25,7 +25,7 @@ inline constexpr ExtraCarSheet Cars5And6{.firstCar = 5,
 /// filled. An employee with no record there is told of and has no cars.
 [[nodiscard]] bool ExtraCarsHaveData(PrintJob& job, std::string_view table, int firstCar, int lastCar);
 
-/// Draws the sheet on the page in hand, from `ExtraCars`.
-void PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet);
+/// Begins a page and draws the sheet on it, from `ExtraCars`. False, told of and with no page, without a record there.
+[[nodiscard]] bool PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet);
 
 } // namespace quillmere

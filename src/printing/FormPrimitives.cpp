@@ -1,5 +1,6 @@
 #include "printing/FormPrimitives.h"
 
+#include "clientdb/DataLink.h"
 #include "frame/Text.h"
 
 #include <array>
@@ -36,17 +37,11 @@ void PrintCell(PageLayer& page, std::u32string_view text, std::size_t position, 
 
 } // namespace
 
-bool IsTicked(std::string_view value)
-{
-    const std::string upper = UpperCase(Trim(value));
-    return upper == "1" || upper == "-1" || upper == "TRUE" || upper == "Y";
-}
-
 std::string FieldText(std::string_view value, int kind)
 {
     if (kind == 0)
         return std::string(value);
-    return kind == 1 && IsTicked(value) ? "Y" : "";
+    return kind == 1 && IsSet(value) ? "Y" : "";
 }
 
 void PrintEntryBox(PageLayer& page, double x1, double x2, double y)

@@ -15,9 +15,6 @@ using FieldReader = std::function<std::string(std::string_view field)>;
 /// Any other kind: "".
 std::string FieldText(std::string_view value, int kind);
 
-/// True if the field of kind 1 is set.
-bool IsTicked(std::string_view value);
-
 // The small boxes of the forms. x and y are the top left corner, mm. Each sets font and colour for itself, so that what
 // is drawn next must set its own.
 

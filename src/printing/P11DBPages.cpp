@@ -1,5 +1,6 @@
 #include "printing/P11DBPages.h"
 
+#include "clientdb/DataLink.h"
 #include "edition/Edition.h"
 #include "edition/FormWords.h"
 #include "printing/FormTables.h"
@@ -46,6 +47,7 @@ const VariantRow& RowOf(DeclarationVariant variant)
     return Variants.at(static_cast<std::size_t>(variant));
 }
 
+// Plain, and in one place italic: in bold the words would run into each other.
 constexpr Type BandType{7};
 
 /// A black band with words in white.
@@ -473,12 +475,12 @@ void PrintP11DBDeclaration(PageLayer& page, DeclarationVariant variant, const Fi
         DrawPanels(page, LightPanels, page.ColLight);
     }
     DrawSectionMarks(page, Sections);
-    DrawBoxes(page, Boxes);
-    page.vsFillBox(page.ColBlack, page.ColWhite, 0, SignatureBox.x1, SignatureBox.y1, SignatureBox.x2, SignatureBox.y2);
     // Specimens of the tick in the form's own wording, no values.
     page.vsTick(17.5, 130);
     page.vsTick(12.5, 179);
+    DrawBoxes(page, Boxes);
     DrawBand(page, RateBand, RateBandWords);
+    page.vsFillBox(page.ColBlack, page.ColWhite, 0, SignatureBox.x1, SignatureBox.y1, SignatureBox.x2, SignatureBox.y2);
     DrawLabels(page, Section1Labels);
     DrawLabel(page, {{10, Letter::Bold}, At::Left, 15, 167, row.heading});
     DrawLabels(page, Section2Labels);
@@ -489,7 +491,7 @@ void PrintP11DBDeclaration(PageLayer& page, DeclarationVariant variant, const Fi
     DrawTotal(page, row, 120, read("Section1ABox"));
     page.vsTextRight(180, 147.5, edition::Class1ARateText);
     DrawTotal(page, row, 158, read("Section1CBox"));
-    if (IsTicked(read("Section1Tick")))
+    if (IsSet(read("Section1Tick")))
         page.vsTick(17, row.section1TickY);
     DrawValues(page, Section2Values, read);
 

@@ -175,7 +175,8 @@ void PrintP11D1(PageLayer& page, const FieldReader& read)
     if (page.HasShading())
         DrawPanels(page, Panels, page.ColLight);
 
-    // Kept: in the font name and colour left in force by whatever was drawn last, in an earlier document too.
+    // Kept: in the font name left in force by whatever was drawn last, in an earlier document too.
+    page.vsTextColor(page.ColBlack);
     page.vsFont(9, true, true);
     page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
 

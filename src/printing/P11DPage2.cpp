@@ -218,14 +218,26 @@ constexpr auto Values = std::to_array<FormValue>({
     {"NCostYou2", At::Right, 124, 180},    {"NAmountGood2", At::Right, 152, 180},
     {"NCashEqu2", At::Right, 188, 180},    {"NTaxPaid", At::Right, 188, 190},
     {"OCostYou1", At::Right, 124, 208},    {"OAmountGood1", At::Right, 152, 208},
-    {"OCashEqu1", At::Right, 188, 208},    {"OCostYou2", At::Right, 124, 217},
-    {"OAmountGood2", At::Right, 152, 217}, {"OCashEqu2", At::Right, 188, 217},
-    {"OCostYou3", At::Right, 124, 226},    {"OAmountGood3", At::Right, 152, 226},
-    {"OCashEqu3", At::Right, 188, 226},    {"OCostYou4", At::Right, 124, 235},
-    {"OAmountGood4", At::Right, 152, 235}, {"OCashEqu4", At::Right, 188, 235},
-    {"OCostYou5", At::Right, 124, 244},    {"OAmountGood5", At::Right, 152, 244},
-    {"OCashEqu5", At::Right, 188, 244},    {"ODescExpenses", At::Left, 52, 253},
-    {"OCostYou6", At::Right, 124, 253},    {"OAmountGood6", At::Right, 152, 253},
+    {"OCashEqu1", At::Right, 188, 208},
+});
+
+// The entertainment mark stands between.
+constexpr auto ValuesFromEntertainment = std::to_array<FormValue>({
+    {"OCostYou2", At::Right, 124, 217},
+    {"OAmountGood2", At::Right, 152, 217},
+    {"OCashEqu2", At::Right, 188, 217},
+    {"OCostYou3", At::Right, 124, 226},
+    {"OAmountGood3", At::Right, 152, 226},
+    {"OCashEqu3", At::Right, 188, 226},
+    {"OCostYou4", At::Right, 124, 235},
+    {"OAmountGood4", At::Right, 152, 235},
+    {"OCashEqu4", At::Right, 188, 235},
+    {"OCostYou5", At::Right, 124, 244},
+    {"OAmountGood5", At::Right, 152, 244},
+    {"OCashEqu5", At::Right, 188, 244},
+    {"ODescExpenses", At::Left, 52, 253},
+    {"OCostYou6", At::Right, 124, 253},
+    {"OAmountGood6", At::Right, 152, 253},
     {"OCashEqu6", At::Right, 188, 253},
 });
 
@@ -278,6 +290,7 @@ void PrintP11D2(PageLayer& page, const FieldReader& read)
     DrawSecondLoan(page, read("HLoanCashEqu2"));
     DrawValues(page, Values, read);
     DrawEntertainmentMark(page, FieldText(read("OEntertainTick"), 0));
+    DrawValues(page, ValuesFromEntertainment, read);
 }
 
 } // namespace quillmere

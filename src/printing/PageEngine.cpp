@@ -99,6 +99,13 @@ void PageEngine::Text(std::string_view text)
     textAlignment = Alignment::Left;
 }
 
+double PageEngine::TextWidth(std::string_view text) const
+{
+    if (textMeasured)
+        textMeasured(text);
+    return quillmere::TextWidth(CurrentFace(), fontSize, text);
+}
+
 double PageEngine::TextHeight(std::string_view) const
 {
     return quillmere::TextHeight(CurrentFace(), fontSize);

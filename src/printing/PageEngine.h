@@ -36,8 +36,8 @@ public:
     /// True: pages are kept for viewing and for a later `PrintDoc`. False: they go to the printer when the document
     /// ends.
     void Preview(bool kept) { isPreview = kept; }
-    bool Preview() const { return isPreview; }
 
+    /// Paper and orientation: every sheet of this engine is an upright A4, so that it only notes what it is told.
     void PaperSize(int code) { paperSize = code; }
     void Orientation(int code) { orientation = code; }
     /// 1 single-sided, 2 double-sided.
@@ -65,7 +65,7 @@ public:
     bool IsOpen() const { return open != nullptr; }
 
     void PenColor(Colour colour) { shape.pen = colour; }
-    /// 0 is solid, the only style that the engine has.
+    /// 0 is solid, the only style that the engine has; it only notes what it is told.
     void PenStyle(int style) { penStyle = style; }
     void PenWidth(double twips) { shape.width = twips; }
     void BrushColor(Colour colour) { shape.brush = colour; }
@@ -89,7 +89,7 @@ public:
     /// Which point of the next text was given; a note for listings.
     void TextAlign(Alignment alignment) { textAlignment = alignment; }
     void Text(std::string_view text);
-    double TextWidth(std::string_view text) const { return quillmere::TextWidth(CurrentFace(), fontSize, text); }
+    double TextWidth(std::string_view text) const;
     double TextHeight(std::string_view text) const;
 
     /// Says whether what comes now is the same on every page of its form (see PagePart).
@@ -113,6 +113,8 @@ public:
 
     /// Called with every document that ends.
     std::function<void(std::shared_ptr<const Document>)> documentEnded;
+    /// Called with every text whose width is asked for.
+    std::function<void(std::string_view)> textMeasured;
 
 private:
     Face CurrentFace() const { return FaceFor(fontName, fontBold, fontItalic); }

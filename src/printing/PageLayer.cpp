@@ -47,6 +47,7 @@ std::string PageLayer::vsDefaultDevice()
 bool PageLayer::vsStartDoc(std::string_view printer)
 {
     isUnderlined = false;
+    cursorX = cursorY = 0;
     vp->Clear();
     vp->Device("");
     for (int index = 0; index < vp->NDevices(); ++index) {
@@ -169,33 +170,35 @@ void PageLayer::vsTextLeft(double x, double y, std::string_view text)
 {
     cursorX = X(x);
     cursorY = Y(y);
-    DrawText(text, Alignment::Left);
+    DrawText(text, vp->TextWidth(text), Alignment::Left);
 }
 
 void PageLayer::vsTextRight(double x, double y, std::string_view text)
 {
-    cursorX = X(x) - vp->TextWidth(text);
+    const double width = vp->TextWidth(text);
+    cursorX = X(x) - width;
     cursorY = Y(y);
-    DrawText(text, Alignment::Right);
+    DrawText(text, width, Alignment::Right);
 }
 
 void PageLayer::vsTextCentre(double x1, double x2, double y, std::string_view text)
 {
-    cursorX = X((x1 + x2) / 2) - vp->TextWidth(text) / 2;
+    const double width = vp->TextWidth(text);
+    cursorX = X((x1 + x2) / 2) - width / 2;
     cursorY = Y(y);
-    DrawText(text, Alignment::Centre);
+    DrawText(text, width, Alignment::Centre);
 }
 
 void PageLayer::vsTextDecimal(double x, double y, std::string_view text)
 {
     cursorX = X(x) - vp->TextWidth(text.substr(0, text.find('.')));
     cursorY = Y(y);
-    DrawText(text, Alignment::Decimal);
+    DrawText(text, vp->TextWidth(text), Alignment::Decimal);
 }
 
 void PageLayer::vsTextRun(std::string_view text)
 {
-    DrawText(text, Alignment::Run);
+    DrawText(text, vp->TextWidth(text), Alignment::Run);
 }
 
 double PageLayer::vsTextWidth(std::string_view text) const
@@ -203,7 +206,12 @@ double PageLayer::vsTextWidth(std::string_view text) const
     return scaledUnit > 0 ? vp->TextWidth(text) / scaledUnit : 0;
 }
 
-void PageLayer::DrawText(std::string_view text, Alignment alignment)
+double PageLayer::vsTextEnd() const
+{
+    return scaledUnit > 0 ? (cursorX - leftOffset) / scaledUnit : 0;
+}
+
+void PageLayer::DrawText(std::string_view text, double width, Alignment alignment)
 {
     const double height = vp->TextHeight(text);
     vp->TextAlign(alignment);
@@ -222,7 +230,6 @@ void PageLayer::DrawText(std::string_view text, Alignment alignment)
         break;
     }
     vp->Text(text);
-    const double width = vp->TextWidth(text);
     if (isUnderlined && !text.empty()) {
         SetPen(Black, UnderlineWidth);
         vp->DrawLine(cursorX, cursorY + TextDrop, cursorX + width, cursorY + TextDrop);
@@ -325,6 +332,7 @@ void PageLayer::EndOnPdf()
         std::filesystem::create_directories(PdfPath().parent_path());
         vsConvertToPdf(PdfPath());
     } catch (const FileError& error) {
+        // Told of instead of passed over: a full disk must not end in a viewer on a missing or cut off file.
         messages.Tell(edition::AppTitle, error.what(), Icon::Critical);
         return;
     } catch (const std::filesystem::filesystem_error& error) {

@@ -80,6 +80,8 @@ public:
     void vsTextRun(std::string_view text);
     /// Width of a text in the font in force, in mm before the scale.
     double vsTextWidth(std::string_view text) const;
+    /// Where the last text ended, in mm.
+    double vsTextEnd() const;
 
     /// Says that what is drawn from here on is the same on every page of its form, until it is not.
     void BeginFixedPart() { vp->FixedPart(true); }
@@ -114,7 +116,8 @@ private:
     double X(double mm) const { return mm * scaledUnit + leftOffset; }
     double Y(double mm) const { return mm * scaledUnit + topOffset; }
     void SetPen(Colour colour, double width);
-    void DrawText(std::string_view text, Alignment alignment);
+    /// `width` is that of the text, in engine units.
+    void DrawText(std::string_view text, double width, Alignment alignment);
     bool StartDocument();
     bool RemoveOldPdf();
 

@@ -228,6 +228,8 @@ private:
 
     static std::int64_t Hundredths(double twips)
     {
+        if (std::isnan(twips)) // A scale beyond all numbers, multiplied by zero; clamping would pass it on.
+            return 0;
         return std::llround(std::clamp(twips, -Farthest, Farthest) * HundredthsPerTwip);
     }
     static std::int64_t X(double twips) { return Hundredths(twips); }

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <fmt/format.h>
 #include <iterator>
 #include <map>
@@ -115,6 +116,12 @@ std::array<std::optional<CharacterGroups>, FaceCount> CharactersOf(const Documen
     return characters;
 }
 
+/// A height that readers take, whatever the scale made of it.
+double OnTheSheet(double y)
+{
+    return std::isnan(y) ? 0 : std::clamp(y, 0.0, SheetHeight);
+}
+
 /// Bookmarks of the pages that are in the file; each points at its page's first copy.
 std::vector<PdfOutlineItem> OutlineOf(const Document& document, const std::map<int, std::string>& pageReferences)
 {
@@ -124,7 +131,7 @@ std::vector<PdfOutlineItem> OutlineOf(const Document& document, const std::map<i
             items.push_back({.title = bookmark.title,
                              .level = bookmark.level,
                              .page = found->second,
-                             .y = (SheetHeight - bookmark.y) / TwipsPerPoint});
+                             .y = (SheetHeight - OnTheSheet(bookmark.y)) / TwipsPerPoint});
     return items;
 }
 

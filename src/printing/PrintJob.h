@@ -4,6 +4,7 @@
 #include "printing/PrintSystem.h"
 
 #include <exception>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -22,10 +23,11 @@ public:
 
     /// Whose document it is; the reports name both in their heads. For a declaration the employer stands for both.
     std::string employer, employee;
-    std::string nationalInsurance; ///< of the employee, for the sheets that are no page of the form itself
-    int pageNumber = 0;            ///< of the document in hand
-    bool batchDeclaration = false; ///< the declaration at the end of a batch is in hand
-    double position = 0;           ///< line on which a report goes on, mm
+    std::string nationalInsurance;       ///< of the employee, for the sheets that are no page of the form itself
+    int pageNumber = 0;                  ///< of the document in hand
+    bool batchDeclaration = false;       ///< the declaration at the end of a batch is in hand
+    double position = 0;                 ///< line on which a report goes on, mm
+    std::function<void()> onFurtherPage; ///< draws what the report in hand repeats on each further page
 
     /// Opens the client database. Throws StoreError.
     void OpenClients();

@@ -33,8 +33,9 @@ struct SequenceRow {
     BatchTick tick; ///< that it needs in a batch
     Paper paper;
     std::string_view name = {}; ///< of the schedule or working paper
-    int number = 0;             ///< of the form's page, of the sheet's first car, of the car, van, loan or vehicle
-    int sheet = 0;              ///< prints only if the sheet that begins with this car was drawn
+    int number = 0; ///< of the form's page, of the sheet's first car, of the first car, van, loan or vehicle
+    int last = 0;   ///< of several of which there is one record: the last one
+    int sheet = 0;  ///< prints only if the sheet that begins with this car was drawn
 };
 
 /// All of it, in the order of printing.
@@ -47,24 +48,17 @@ constexpr auto Sequence = std::to_array<SequenceRow>({
     {6, BatchTick::B, Paper::Schedule, "BNotepad"},
     {7, BatchTick::C, Paper::Schedule, "CNotepad"},
     {8, BatchTick::D, Paper::Working, "DNotepad"},
-    {9, BatchTick::E, Paper::Working, "ENotepad", 1},
-    {9, BatchTick::E, Paper::Working, "ENotepad", 2},
-    {9, BatchTick::E, Paper::Working, "ENotepad", 3},
-    {10, BatchTick::Cars, Paper::Working, "Cars 1 and 2", 1},
-    {10, BatchTick::Cars, Paper::Working, "Cars 1 and 2", 2},
+    {9, BatchTick::E, Paper::Working, "ENotepad", 1, 3},
+    // A car that cannot be read is told of by itself, and the next one is tried.
+    {10, BatchTick::Cars, Paper::Working, "Cars 1 and 2", 1, 1},
+    {10, BatchTick::Cars, Paper::Working, "Cars 1 and 2", 2, 2},
     // Kept: where a batch prints no forms there are no sheets, and so no papers of the further cars.
-    {11, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 3, Cars3And4.firstCar},
-    {11, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 4, Cars3And4.firstCar},
-    {12, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 5, Cars5And6.firstCar},
-    {12, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 6, Cars5And6.firstCar},
-    {13, BatchTick::G, Paper::Working, "GNotepad", 1},
-    {13, BatchTick::G, Paper::Working, "GNotepad", 2},
-    {13, BatchTick::G, Paper::Working, "GNotepad", 3},
-    {14, BatchTick::H, Paper::Working, "HNotepad", 1},
-    {14, BatchTick::H, Paper::Working, "HNotepad", 2},
-    {14, BatchTick::H, Paper::Working, "HNotepad", 3},
-    {14, BatchTick::H, Paper::Working, "HNotepad", 4},
-    {14, BatchTick::H, Paper::Working, "HNotepad", 5},
+    {11, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 3, 3, Cars3And4.firstCar},
+    {11, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 4, 4, Cars3And4.firstCar},
+    {12, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 5, 5, Cars5And6.firstCar},
+    {12, BatchTick::Cars, Paper::Working, "Cars 3 to 6", 6, 6, Cars5And6.firstCar},
+    {13, BatchTick::G, Paper::Working, "GNotepad", 1, 3},
+    {14, BatchTick::H, Paper::Working, "HNotepad", 1, 5},
     {15, BatchTick::I, Paper::Schedule, "INotepad"},
     {16, BatchTick::J, Paper::Working, "JNotepad"},
     {17, BatchTick::K, Paper::Schedule, "KNotepad"},
@@ -119,7 +113,7 @@ private:
             break;
         case Paper::Working:
             job.At(procedure, row.step);
-            PrintWorkingReport(job, WorkingReportOf(row.name), row.number);
+            PrintWorkingReport(job, WorkingReportOf(row.name), row.number, row.last);
             break;
         }
     }
@@ -130,9 +124,7 @@ private:
         const ExtraCarSheet& sheet = row.number == Cars3And4.firstCar ? Cars3And4 : Cars5And6;
         if (!ExtraCarsHaveData(job, "ExtraCars", sheet.firstCar, sheet.firstCar + 1))
             return;
-        job.NextPage();
-        PrintExtraCarSheet(job, sheet);
-        drawnSheets[row.number] = true;
+        drawnSheets[row.number] = PrintExtraCarSheet(job, sheet);
     }
 
     PrintJob& job;
@@ -198,7 +190,7 @@ FieldReader ReaderOf(const DeclarationTotals& totals)
         fields.emplace(Numbered("EmployerAdd", static_cast<int>(line) + 1), totals.employerAdd[line]);
         fields.emplace(Numbered("ReturnAdd", static_cast<int>(line) + 1), totals.returnAdd[line]);
     }
-    return [fields = std::move(fields)](std::string_view field) { return fields.find(field)->second; };
+    return [fields = std::move(fields)](std::string_view field) { return fields.at(std::string(field)); };
 }
 
 // ---- names of documents -------------------------------------------------------------------------
@@ -300,15 +292,15 @@ void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view 
         try {
             if (!DrawSingleDocument(job, document))
                 return;
+            if (session.settings.reportPreview == 1) {
+                job.page.EndOnPdf();
+                return;
+            }
+            job.page.vsEndDoc();
         } catch (const std::exception& error) {
             job.Fail(error);
             return;
         }
-        if (session.settings.reportPreview == 1) {
-            job.page.EndOnPdf();
-            return;
-        }
-        job.page.vsEndDoc();
     }
     if (session.screens.IsRegistered(PreviewScreen))
         session.screens.Show(PreviewScreen);

@@ -1,5 +1,6 @@
 #include "printing/ScheduleReports.h"
 
+#include "clientdb/Schedule.h"
 #include "edition/Edition.h"
 #include "frame/Amount.h"
 #include "frame/Text.h"
@@ -14,8 +15,6 @@
 namespace quillmere {
 
 namespace {
-
-constexpr int LinesOfASchedule = 20;
 
 constexpr std::string_view MadeGood = "Amount made good or";
 constexpr std::string_view TaxDeducted = "from which tax deducted";
@@ -143,16 +142,16 @@ constexpr auto Reports = std::to_array<ScheduleReport>({
 });
 
 /// A filled line: its description and the stored texts of its columns.
-struct ScheduleLine {
+struct PrintedLine {
     std::string description;
     std::vector<std::string> figures;
 };
 
-std::vector<ScheduleLine> FilledLines(const Recordset& records, std::span<const ReportColumn> columns)
+std::vector<PrintedLine> FilledLines(const Recordset& records, std::span<const ReportColumn> columns)
 {
-    std::vector<ScheduleLine> lines;
+    std::vector<PrintedLine> lines;
     for (int number = 1; number <= LinesOfASchedule; ++number) {
-        ScheduleLine line{.description = std::string(records.Field(Numbered("Description", number)))};
+        PrintedLine line{.description = std::string(records.Field(Numbered("Description", number)))};
         bool filled = !line.description.empty();
         for (const ReportColumn& column : columns) {
             line.figures.emplace_back(records.Field(Numbered(column.field, number)));
@@ -166,6 +165,7 @@ std::vector<ScheduleLine> FilledLines(const Recordset& records, std::span<const 
 
 constexpr double WidthOfRules = 15;
 constexpr double GapBelowHeads = 1; ///< keeps the first line clear of the underlines
+constexpr double RoomOfTotals = 6;  ///< from the last line to the rules under the totals
 constexpr double MoneyShort = 0.75; ///< totals stand so much before the end of the figures
 
 void DrawRules(PrintJob& job, std::span<const ReportColumn> columns, double width)
@@ -194,13 +194,15 @@ void DrawColumnHeads(PrintJob& job, std::span<const ReportColumn> columns)
         page.vsTextRight(column.right, job.position, column.head);
         underlined(job.position + ReportLine, column, column.secondHead);
     }
-    job.position += ReportLine + GapBelowHeads;
+    const bool hasSecondLine =
+        std::ranges::any_of(columns, [](const ReportColumn& column) { return !column.secondHead.empty(); });
+    job.position += (hasSecondLine ? ReportLine : 0) + GapBelowHeads;
 }
 
 constexpr double GapBeforeFigures = 1;
 
 /// A line's figures stand beside its description, or below where that is too long for it.
-void PrintLine(PrintJob& job, std::span<const ReportColumn> columns, const ScheduleLine& line)
+void PrintLine(PrintJob& job, std::span<const ReportColumn> columns, const PrintedLine& line)
 {
     PageLayer& page = job.page;
     const double end = PrintReportText(job, ReportText, line.description);
@@ -238,29 +240,31 @@ void PrintScheduleReport(PrintJob& job, const ScheduleReport& report)
         job.session.messages.Tell(report.loadingError, "Employee not found");
         return;
     }
-    const std::vector<ScheduleLine> lines = FilledLines(job.Table(report.table), report.columns);
+    const std::vector<PrintedLine> lines = FilledLines(job.Table(report.table), report.columns);
     if (lines.empty())
         return;
 
     PageLayer& page = job.page;
-    StartReportPage(job);
     const bool otherHeading = job.batchDeclaration && !report.headingInBatch.empty();
-    PrintReportHeading(job, otherHeading ? report.headingInBatch : report.heading, {}, report.subHeading,
-                       report.section);
-    job.position += 2 * ReportLine;
-    page.vsBoldOn();
-    page.vsTextLeft(ReportText, job.position, job.employee);
-    job.position += 2 * ReportLine;
-    DrawColumnHeads(job, report.columns);
-    page.vsBoldOff();
+    const auto columnHeads = [&] {
+        job.position += 2 * ReportLine;
+        page.vsTextLeft(ReportText, job.position, ShortenReportText(job, job.employee, ReportRight - ReportText));
+        job.position += 2 * ReportLine;
+        DrawColumnHeads(job, report.columns);
+    };
+    const ReportInHand inHand(job, {.heading = otherHeading ? report.headingInBatch : report.heading,
+                                    .subHeading = report.subHeading,
+                                    .section = report.section,
+                                    .columnHeads = columnHeads});
 
     std::vector<Amount> totals(report.columns.size());
-    for (const ScheduleLine& line : lines) {
+    for (const PrintedLine& line : lines) {
         NextReportLine(job);
         PrintLine(job, report.columns, line);
         for (std::size_t i = 0; i < report.columns.size(); ++i)
             totals[i] += ReadAmount(line.figures[i]);
     }
+    KeepReportRoom(job, RoomOfTotals);
     job.position += 1.0;
     DrawRules(job, report.columns, 0.2);
     job.position += 4.0;

@@ -1,5 +1,6 @@
 #include "printing/WorkingReports.h"
 
+#include "clientdb/DataLink.h"
 #include "edition/AccommodationRates.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
@@ -72,7 +73,7 @@ constexpr auto CarRows = std::to_array<WorkingRow>({
     {"Date first registered", Text, "FRegDate"},
     {.label = "Date Car was first available", .show = Text, .field = "FDateFrom", .otherwise = edition::TaxYearStart},
     {.label = "Dates car was last available", .show = Text, .field = "FDateTo", .otherwise = edition::TaxYearEnd},
-    {.label = "Unavailability Periods", .otherwise = "From", .otherwise2 = "To"},
+    {.label = "Unavailability Periods", .show = Heads, .otherwise = "From", .otherwise2 = "To"},
     UnavailabilityRow("Period 1", "FUnavailableFirst1", "FUnavailableLast1"),
     UnavailabilityRow("Period 2", "FUnavailableFirst2", "FUnavailableLast2"),
     UnavailabilityRow("Period 3", "FUnavailableFirst3", "FUnavailableLast3"),
@@ -124,7 +125,7 @@ constexpr auto VanEntered = std::to_array<std::string_view>({
 /// The full fuel charge is not stored: it stands while the van is there and the tick is set.
 Amount VanFuelCharge(const WorkingReader& read)
 {
-    const bool charged = IsTicked(read("FuelVanTick")) && !read("RegNumber").empty();
+    const bool charged = IsSet(read("FuelVanTick")) && !read("RegNumber").empty();
     return Amount::WholePounds(charged ? edition::Vans.fuelCharge : 0);
 }
 
@@ -149,6 +150,7 @@ constexpr auto VanRows = std::to_array<WorkingRow>({
     {"Payments made for private use of the van", Figure, "LBox"},
     {edition::ReportVanCharge, Figure, "MBox"},
     {.label = "Fuel Benefit charge for the whole tax year", .show = Worked, .work = VanFuelCharge},
+    // The days without the van are those without its fuel: there is one figure for both.
     {"Days for which the van was unavailable", Text, "EBox"},
     {"Date the provision of fuel was withdrawn", Text, "DateFuelWithdrawn"},
     {"Additional days after fuel was withdrawn", Text, "RBox"},
@@ -190,6 +192,13 @@ std::string AccommodationDaysLabel(const WorkingReader& read)
                        edition::ReportAdditionalChargeOfDays);
 }
 
+/// Not the stored sum: that is brought up to date by the additional charge's own screen alone, and this one must agree
+/// with the form.
+Amount TotalCharges(const WorkingReader& read)
+{
+    return ReadAmount(read("BasicChargeE")) + ReadAmount(read("AddChargeQ"));
+}
+
 constexpr auto AccommodationRows = std::to_array<WorkingRow>({
     {"The Accommodation", Address},
     {"The Basic Charge"},
@@ -212,7 +221,7 @@ constexpr auto AccommodationRows = std::to_array<WorkingRow>({
     {"(Rent paid by employee) - (Any rent included in basic charge)", Figure, "AddChargeP"},
     {"Additional Charge cash equivalent", Figure, "AddChargeQ"},
     {"Basic Charge cash equivalent", Figure, "BasicChargeE"},
-    {"Total Charges", Figure, "AddChargeR"},
+    {.label = "Total Charges", .show = Worked, .work = TotalCharges},
 });
 
 // ---- section H: loans ---------------------------------------------------------------------------
@@ -368,6 +377,22 @@ std::string TextOr(const WorkingReader& read, std::string_view field, std::strin
     return text.empty() ? std::string(otherwise) : text;
 }
 
+constexpr double GapAfterLabel = 2;
+
+/// A value ends at the third column, beside its label; where it is too long for that, on further lines below.
+void PrintValue(PrintJob& job, std::string_view text)
+{
+    PageLayer& page = job.page;
+    const double start = page.vsTextEnd() + GapAfterLabel;
+    bool first = true;
+    for (const ReportTextLine& line : WrapReportText(job, text, ReportColumn3 - LabelLeft)) {
+        if (!first || ReportColumn3 - line.width < start)
+            NextReportLine(job);
+        page.vsTextRight(ReportColumn3, job.position, line.text);
+        first = false;
+    }
+}
+
 void PrintAddress(PrintJob& job, const WorkingReader& read)
 {
     bool first = true;
@@ -375,9 +400,11 @@ void PrintAddress(PrintJob& job, const WorkingReader& read)
         const std::string line = Trim(read(field));
         if (line.empty())
             continue;
-        if (!first)
-            job.position += ReportLine;
-        job.page.vsTextRight(ReportColumn3, job.position, line);
+        if (!first) {
+            NextReportLine(job);
+            job.page.vsTextLeft(LabelLeft, job.position, {});
+        }
+        PrintValue(job, line);
         first = false;
     }
 }
@@ -388,26 +415,28 @@ void PrintRow(PrintJob& job, const WorkingReport& report, const WorkingRow& row,
     const bool goesOn = row.label.empty() && row.label2 == nullptr; // with what the line above began
     if (goesOn && TextOr(read, row.field, row.otherwise).empty() && TextOr(read, row.field2, row.otherwise2).empty())
         return;
-    const bool isTitle = row.show == Title || row.show == Address;
-    job.position += report.pitch + (isTitle ? BeforeTitle : 0);
+    const bool isTitle = row.show == Title || row.show == Heads || row.show == Address;
+    NextReportLine(job, report.pitch + (isTitle ? BeforeTitle : 0));
     if (isTitle)
         page.vsBoldOn();
     PrintLabel(job, report, row.label2 != nullptr ? row.label2(read) : std::string(row.label));
     page.vsBoldOff();
     switch (row.show) {
     case Title:
+        break;
+    case Heads:
     case Period:
         page.vsTextRight(ReportColumn2, job.position, TextOr(read, row.field, row.otherwise));
         page.vsTextRight(ReportColumn3, job.position, TextOr(read, row.field2, row.otherwise2));
         break;
     case Text:
-        page.vsTextRight(ReportColumn3, job.position, TextOr(read, row.field, row.otherwise));
+        PrintValue(job, TextOr(read, row.field, row.otherwise));
         break;
     case Figure:
-        page.vsTextRight(ReportColumn3, job.position, ReportFigure(read(row.field)));
+        PrintValue(job, ReportFigure(read(row.field)));
         break;
     case Worked:
-        page.vsTextRight(ReportColumn3, job.position, FormatAmount(row.work(read), edition::FormatPrintMoneyBlankZero));
+        PrintValue(job, FormatAmount(row.work(read), edition::FormatPrintMoneyBlankZero));
         break;
     case Address:
         PrintAddress(job, read);
@@ -423,9 +452,9 @@ void PrintRecord(PrintJob& job, const WorkingReport& report, int number)
     };
     if (std::ranges::all_of(report.entered, [&](std::string_view field) { return Trim(read(field)).empty(); }))
         return;
-    StartReportPage(job);
     const std::string_view item = number > 0 ? report.items[static_cast<std::size_t>(number - 1)] : std::string_view();
-    PrintReportHeading(job, report.heading, item, report.subHeading, report.section);
+    const ReportInHand inHand(
+        job, {.heading = report.heading, .item = item, .subHeading = report.subHeading, .section = report.section});
     for (const WorkingRow& row : report.rows)
         PrintRow(job, report, row, read);
 }
@@ -445,12 +474,16 @@ const WorkingReport& WorkingReportOf(std::string_view name)
     return *found;
 }
 
-void PrintWorkingReport(PrintJob& job, const WorkingReport& report, int number)
+void PrintWorkingReport(PrintJob& job, const WorkingReport& report, int first, int last)
 {
+    const auto printAll = [&] {
+        for (int number = first; number <= last; ++number)
+            PrintRecord(job, report, number);
+    };
     if (!report.readingError.empty()) {
         try {
             if (job.SeekEmployee(report.table))
-                return PrintRecord(job, report, number);
+                return printAll();
         } catch (const StoreError&) {
             // Told below; the job goes on with what comes after.
         }
@@ -458,7 +491,7 @@ void PrintWorkingReport(PrintJob& job, const WorkingReport& report, int number)
         return;
     }
     if (job.SeekEmployee(report.table))
-        PrintRecord(job, report, number);
+        printAll();
     else
         job.session.messages.Tell(report.loadingError, "Employee not found");
 }

@@ -16,6 +16,7 @@ using WorkingReader = std::function<std::string(std::string_view stem)>;
 /// How a line of a working paper shows its source.
 enum class Show {
     Title,   ///< a label alone, bold
+    Heads,   ///< a label and the heads of the two columns of a period, bold label
     Text,    ///< as stored: names, dates, days, miles, percentages
     Figure,  ///< an amount
     Worked,  ///< an amount that is not stored
@@ -29,7 +30,7 @@ struct WorkingRow {
     Show show = Show::Title;
     std::string_view field = {};
     std::string_view field2 = {};     ///< of a period: its end
-    std::string_view otherwise = {};  ///< printed where the field is empty
+    std::string_view otherwise = {};  ///< printed where the field is empty, or the head of its column
     std::string_view otherwise2 = {}; ///< the same for the end of a period
     Amount (*work)(const WorkingReader& read) = nullptr;
     std::string (*label2)(const WorkingReader& read) = nullptr; ///< makes the label from the record
@@ -57,8 +58,9 @@ std::span<const WorkingReport> WorkingReports();
 /// A working paper by its name. An unknown one is a mistake in the program: std::logic_error.
 const WorkingReport& WorkingReportOf(std::string_view name);
 
-/// Prints the working paper of one thing (car 1, van 2; 0 where there is one only) on a page of its own; with nothing
-/// entered, nothing. What cannot be read is told of.
-void PrintWorkingReport(PrintJob& job, const WorkingReport& report, int number);
+/// Prints the working papers of the things from `first` to `last` (vans 1 to 3; 0 and 0 where there is one only), each
+/// on a page of its own; of one with nothing entered, nothing. A record that is missing or cannot be read is told of
+/// once.
+void PrintWorkingReport(PrintJob& job, const WorkingReport& report, int first, int last);
 
 } // namespace quillmere

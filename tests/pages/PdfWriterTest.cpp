@@ -2,6 +2,7 @@
 
 #include "PdfReadBack.h"
 #include "frame/CheckedFile.h"
+#include "printing/PdfContent.h"
 #include "support/PrintRoom.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <limits>
 
 namespace quillmere::pages {
 namespace {
@@ -197,6 +199,26 @@ RC_GTEST_PROP(PdfWriterProperty, AnyTextGivesASoundFile, (const std::string& tex
     document.AddPage();
     document.AddText({.face = Face::SerifBold, .size = 9}, Alignment::Left, 10, 10, text);
     RC_ASSERT(PdfWriter().Write(document).find("%%EOF") != std::string::npos);
+}
+
+TEST_F(PdfWriterTest, TakesPlacesThatAreNoNumbers)
+{
+    constexpr double Infinite = std::numeric_limits<double>::infinity();
+    constexpr double NoNumber = std::numeric_limits<double>::quiet_NaN();
+    for (const double place : {NoNumber, Infinite, -Infinite, 1e308, -1e308}) {
+        Document document = WithTexts({"One"});
+        document.AddLine({.width = place}, place, place, place, place);
+        document.AddRectangle({.filled = true, .width = 1}, place, 0, 0, place);
+        document.AddCircle({.filled = true}, place, place, place);
+        document.AddText({.size = place}, Alignment::Left, place, place, "Two");
+        document.bookmarks.push_back({.title = "Place", .level = 1, .y = place});
+        const std::filesystem::path file = Written(document);
+        const auto check = RunProgram({"qpdf", "--check", file.string()});
+        EXPECT_EQ(check.status, 0) << place << check.output;
+        const std::string content = PdfContent(document, document.Page(1));
+        for (const std::string_view word : {"nan", "inf", "9223372036854775808", "922337203685477"})
+            EXPECT_EQ(content.find(word), std::string::npos) << place << '\n' << content;
+    }
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "printing/PrintJobs.h"
 
 #include "KeptListing.h"
+#include "PdfReadBack.h"
 #include "clientdb/StoreFaults.h"
 #include "support/PrintDesk.h"
 
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <fmt/format.h>
 #include <fstream>
 
@@ -203,6 +205,67 @@ TEST_F(PrintJobs, EndOnAPdfFileWhereTheSettingsSaySo)
     EXPECT_TRUE(std::filesystem::exists(door.opened[0]));
 }
 
+TEST_F(PrintJobs, WhoseEndingFailsUnexpectedlyEndInTheGeneralErrorBox)
+{
+    for (const int preview : {0, 1}) {
+        desk.session.settings.reportPreview = preview;
+        const auto keep = desk.printing.engine.documentEnded;
+        desk.printing.engine.documentEnded = [](const auto&) { throw std::runtime_error("the end is near"); };
+        PrintEmployeeJob(desk.session, desk.printing, Employer, Employee, PrintedDocument::Employee);
+        desk.printing.engine.documentEnded = keep;
+        ASSERT_EQ(door.messages.size(), 1u);
+        EXPECT_EQ(door.messages[0].title, "2011 Quillmere");
+        EXPECT_TRUE(door.messages[0].text.starts_with("Procedure: Print P11D\nError 0:  the end is near"))
+            << door.messages[0].text;
+        EXPECT_EQ(door.messages[0].icon, Icon::Critical);
+        EXPECT_FALSE(door.busy);
+        EXPECT_TRUE(door.opened.empty());
+        door.messages.clear();
+    }
+    desk.session.settings.reportPreview = 0;
+    EXPECT_EQ(PrintSingle()->PageCount(), 2);
+}
+
+TEST_F(PrintJobs, WhosePdfFileCannotBeWrittenSaySoShowNothingAndLeaveTheNextJobAlone)
+{
+    desk.session.settings.reportPreview = 1;
+    const std::filesystem::path docs = desk.folder.path / "Docs";
+    std::ofstream(docs) << "no folder";
+    PrintSingle();
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].title, "2011 Quillmere");
+    EXPECT_EQ(door.messages[0].icon, Icon::Critical);
+    EXPECT_TRUE(door.opened.empty());
+    EXPECT_FALSE(door.busy);
+
+    std::filesystem::remove(docs);
+    PrintSingle();
+    EXPECT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.opened.size(), 1u);
+
+    // The desktop has nothing to show it with.
+    door.openResult = 31;
+    PrintSingle();
+    EXPECT_EQ(door.messages.size(), 2u);
+    EXPECT_FALSE(door.busy);
+    door.openResult = 33;
+    PrintSingle();
+    EXPECT_EQ(door.messages.size(), 2u);
+}
+
+TEST_F(PrintJobs, OnAPdfFileGetByWithASenselessScale)
+{
+    FillAll();
+    desk.session.settings.reportPreview = 1;
+    for (const double scale : {1e308, -1e308, 1e20, 0.0}) {
+        desk.session.settings.vsPdfScale = scale;
+        PrintSingle();
+        ASSERT_TRUE(door.messages.empty()) << door.messages[0].text;
+        const auto check = RunProgram({"qpdf", "--check", (desk.folder.path / "Docs" / "Preview.pdf").string()});
+        EXPECT_EQ(check.status, 0) << scale << check.output;
+    }
+}
+
 /// A preview that notes what it finds when it is shown.
 class NotingPreview : public Screen {
 public:
@@ -304,6 +367,26 @@ TEST_F(PrintJobs, LeaveOutThePapersOfCars3To6InABatchWithoutForms)
     EXPECT_EQ(PageOf(*papers, "Cars and car fuel - Car 1"), 2);
     EXPECT_EQ(PageOf(*papers, "Cars and car fuel - Car 2"), 3);
     EXPECT_EQ(papers->PageCount(), 3);
+}
+
+TEST_F(PrintJobs, SayOnceThatThereIsNoRecordOfSeveralThings)
+{
+    Set("GNotepad", "RegNumber1", "AB51 CDE");
+    EXPECT_EQ(PrintSingle()->PageCount(), 3);
+    for (const std::string_view table : {"ENotepad", "GNotepad", "HNotepad"}) {
+        Database database = desk.Open();
+        Recordset records = database.OpenRecordset(table);
+        PrintDesk::Seek(records, table, Employer, Employee);
+        records.Delete();
+    }
+    EXPECT_EQ(PrintSingle()->PageCount(), 2);
+    std::vector<std::string> titles;
+    for (const Message& message : door.messages) {
+        EXPECT_EQ(message.text, "Employee not found");
+        titles.push_back(message.title);
+    }
+    EXPECT_EQ(titles, (std::vector<std::string>{"E Notepad - loading error", "G Notepad - loading error",
+                                                "H Notepad - loading error"}));
 }
 
 // ---- a batch ------------------------------------------------------------------------------------
@@ -415,6 +498,16 @@ TEST_F(PrintJobs, PrintADeclarationsAdjustmentsInABatch)
          {"   1000.00", "    100.00", "Bonus car", "    300.00", "As per attached", "    800.00", "    102.40"})
         EXPECT_TRUE(Holds(*document, 2, text)) << text;
     EXPECT_FALSE(Holds(*document, 1, "    128.00"));
+    // The tick of the first section stands five millimetres higher than on a declaration printed alone.
+    const auto lowestTick = [](const Document& paper) {
+        double lowest = 0;
+        for (const Operation& operation : paper.Page(1))
+            if (operation.kind == OperationKind::Line && std::abs(operation.x2 / UnitsPerMillimetre - 19) < 0.01)
+                lowest = std::max(lowest, operation.y1 / UnitsPerMillimetre - 2);
+        return lowest;
+    };
+    EXPECT_NEAR(lowestTick(*document), 130, 0.01);
+    EXPECT_NEAR(lowestTick(*PrintSingle(PrintedDocument::Declaration)), 135, 0.01);
 }
 
 TEST_F(PrintJobs, AskAgainForTheSameEmployeeUntilAPrinterOpens)

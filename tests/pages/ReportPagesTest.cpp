@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <ostream>
 
 namespace quillmere::pages {
@@ -75,6 +76,21 @@ protected:
         return GetParam().number > 0 ? quillmere::Numbered(stem, GetParam().number) : std::string(stem);
     }
 
+    /// The fields of a working paper in which a user can write what he likes.
+    std::vector<std::string> TextFields() const
+    {
+        std::vector<std::string> fields;
+        for (const Field& field : FieldsOf(FindTable(GetParam().table)).All())
+            for (const std::string_view stem : {"FMakeModel", "FFuel", "RegNumber", "Currency", "Address1", "Address2",
+                                                "Address3", "Address4", "Address5", "Postcode"})
+                if (std::ranges::find(GetParam().working->rows, stem, &WorkingRow::field) !=
+                        GetParam().working->rows.end() ||
+                    stem.starts_with("Address") || stem == "Postcode")
+                    if (field.name == Numbered(stem))
+                        fields.push_back(field.name);
+        return fields;
+    }
+
     /// The document of the report alone, behind the page with which it opens.
     const Document& Print()
     {
@@ -82,7 +98,7 @@ protected:
         if (GetParam().schedule != nullptr)
             PrintScheduleReport(job, *GetParam().schedule);
         else
-            PrintWorkingReport(job, *GetParam().working, GetParam().number);
+            PrintWorkingReport(job, *GetParam().working, GetParam().number, GetParam().number);
         job.page.vsEndDoc();
         return *desk.documents.back();
     }
@@ -166,7 +182,31 @@ TEST_P(ReportPages, TellOfAMissingRecord)
         EXPECT_EQ(door.messages[0].title, "2011 Quillmere");
         EXPECT_EQ(door.messages[0].text, "Unable to Open Car Information for printing");
     } else {
-        EXPECT_TRUE(door.messages[0].title.ends_with(" - loading error")) << door.messages[0].title;
+        static const std::map<std::string, std::string, std::less<>> titles = {
+            {"ANotepad", "A Notepad - loading error"},
+            {"BNotepad", "B Notepad - loading error"},
+            {"CNotepad", "C Notepad - loading error"},
+            {"DNotepad", "D Notepad - loading error"},
+            {"ENotepad", "E Notepad - loading error"},
+            {"GNotepad", "G Notepad - loading error"},
+            {"HNotepad", "H Notepad - loading error"},
+            {"INotepad", "I Notepad - loading error"},
+            {"JNotepad", "J Notepad - loading error"},
+            {"KNotepad", "K Notepad - loading error"},
+            {"LNotepad", "L Notepad - loading error"},
+            {"NNotepad1", "N1 Notepad - loading error"},
+            {"NNotepad2", "N2 Notepad - loading error"},
+            {"NNotepad3", "N3 Notepad - loading error"},
+            {"ONotepad1", "O1 Notepad - loading error"},
+            {"ONotepad2", "O2 Notepad - loading error"},
+            {"ONotepad3", "O3 Notepad - loading error"},
+            {"ONotepad4", "O4 Notepad - loading error"},
+            {"ONotepad5", "O5 Notepad - loading error"},
+            {"ONotepad6", "O6 Notepad - loading error"},
+            {"P11DBNotepad1", "P11D(B) Notepad 1 - loading error"},
+            {"P11DBNotepad2", "P11D(B) Notepad 2 - loading error"},
+        };
+        EXPECT_EQ(door.messages[0].title, titles.at(GetParam().table));
         EXPECT_EQ(door.messages[0].text, "Employee not found");
     }
 }
@@ -187,9 +227,35 @@ std::string Overlap(const Document& document, int page)
     return {};
 }
 
+/// A text that stands on the rule at the page's foot or below it, but for the two that belong there.
+std::string TextBelowTheFootRule(const Document& document, int page)
+{
+    constexpr double FootRule = 274;
+    constexpr double FootText = 278;
+    for (const Operation& operation : document.Page(page)) {
+        const double y = PlaceOf(document, operation).y / UnitsPerMillimetre - 2; // the added top margin
+        if (operation.kind == OperationKind::Text && y > FootRule - 0.5 && y < FootText - 0.5)
+            return std::string(document.TextOf(operation));
+        // The rules under totals.
+        const double rule = operation.y1 / UnitsPerMillimetre - 2;
+        if (operation.kind == OperationKind::Line && rule > FootRule - 0.5 && std::abs(rule - FootRule) > 0.01)
+            return "a rule";
+        if (operation.kind == OperationKind::Line && std::abs(rule - FootRule) < 0.01 &&
+            operation.x2 - operation.x1 < 100 * UnitsPerMillimetre)
+            return "a rule on the foot's";
+    }
+    return {};
+}
+
+constexpr std::string_view LongText = "Grand wheel touring estate with wheel trims, steering wheel of leather, spare "
+                                      "wheel, two roof racks and four more winter wheels for the mountains of Wales";
+
 TEST_P(ReportPages, KeepLongTextsOnTheSheetAndApart)
 {
     desk.Fill(GetParam().table, Employer, Employee);
+    if (GetParam().working != nullptr)
+        for (const std::string& field : TextFields())
+            Set(field, LongText);
     if (GetParam().schedule != nullptr) {
         for (const int line : {1, 3, 8, 20})
             Set(quillmere::Numbered("Description", line),
@@ -205,7 +271,56 @@ TEST_P(ReportPages, KeepLongTextsOnTheSheetAndApart)
         EXPECT_EQ(document.PageCount(), 2);
         EXPECT_EQ(TextOutsideTheSheet(document, 2), "");
         EXPECT_EQ(Overlap(document, 2), "");
+        EXPECT_EQ(TextBelowTheFootRule(document, 2), "");
+        if (GetParam().working == nullptr)
+            continue;
+        // Nothing is cut: each word of each of the texts is there.
+        std::ptrdiff_t words = 0;
+        for (const std::string& text : TextsOf(document, 2))
+            for (std::size_t at = text.find("wheel"); at != std::string::npos; at = text.find("wheel", at + 1))
+                ++words;
+        EXPECT_EQ(words, 5 * static_cast<std::ptrdiff_t>(TextFields().size()));
     }
+}
+
+TEST_P(ReportPages, KeepLongNamesInTheHeadApart)
+{
+    const std::string employer = "The Worshipful Company of Candle, Lantern and Lamp Makers of Greater Marlborough Ltd";
+    const std::string first = "Alexandra Wilhelmina Bartholomew";
+    const std::string last = "Featherstonehaugh-Cholmondeley-Marjoribanks";
+    desk.Add(employer, first, last);
+    job.employer = employer;
+    job.employee = IsOfEmployer() ? employer : first + " " + last;
+    {
+        Database database = desk.Open();
+        Recordset records = database.OpenRecordset(GetParam().table);
+        PrintDesk::Seek(records, GetParam().table, employer, job.employee);
+        PrintDesk::FillRecord(records, GetParam().table);
+    }
+    desk.session.settings.reportCompiler = employer + employer;
+    const Document& document = Print();
+    ASSERT_EQ(document.PageCount(), 2);
+    EXPECT_EQ(TextOutsideTheSheet(document, 2), "");
+    EXPECT_EQ(Overlap(document, 2), "");
+    const std::vector<std::string> texts = TextsOf(document, 2);
+    EXPECT_EQ(texts[0], "2011 Quillmere");
+    EXPECT_TRUE(texts[1].starts_with(job.employee.substr(0, 40))) << texts[1];
+    EXPECT_TRUE(texts[2].starts_with(employer.substr(0, 35)) && texts[2].ends_with("…")) << texts[2];
+}
+
+TEST_P(ReportPages, MeasureNoTextMoreThanTwice)
+{
+    desk.Fill(GetParam().table, Employer, Employee);
+    std::map<std::string, int> measured;
+    desk.printing.engine.textMeasured = [&](std::string_view text) { ++measured[std::string(text)]; };
+    const Document& document = Print();
+    desk.printing.engine.textMeasured = nullptr;
+    measured.erase("");
+    EXPECT_GT(measured.size(), 10u);
+    const std::vector<std::string> drawn = TextsOf(document, 2);
+    for (const auto& [text, times] : measured)
+        // What is measured alone is a part of a text, such as the pounds of a total.
+        EXPECT_LE(times, std::max<std::ptrdiff_t>(1, 2 * std::ranges::count(drawn, text))) << text;
 }
 
 class SchedulePages : public ReportPages {};
@@ -228,6 +343,14 @@ TEST_P(SchedulePages, GoOnToAFurtherPageWhereLongTextsFillOne)
     }
     const std::vector<std::string> last = TextsOf(document, document.PageCount());
     EXPECT_EQ(std::ranges::count(last, "20.00"), 1);
+    EXPECT_EQ(document.bookmarks.size(), 1u);
+    for (int page = 2; page <= document.PageCount(); ++page) {
+        const std::vector<std::string> texts = TextsOf(document, page);
+        EXPECT_EQ(std::ranges::count(texts, GetParam().schedule->heading), 1) << page;
+        EXPECT_EQ(std::ranges::count(texts, "Description"), 1) << page;
+        for (const ReportColumn& column : GetParam().schedule->columns)
+            EXPECT_GE(std::ranges::count(texts, column.head), 1) << page;
+    }
 }
 
 std::vector<ReportCase> AllSchedules()
@@ -241,6 +364,102 @@ INSTANTIATE_TEST_SUITE_P(All, ReportPages, ::testing::ValuesIn(AllReports()),
                          [](const auto& made) { return made.param.name; });
 INSTANTIATE_TEST_SUITE_P(All, SchedulePages, ::testing::ValuesIn(AllSchedules()),
                          [](const auto& made) { return made.param.name; });
+
+// ---- single papers ------------------------------------------------------------------------------
+
+/// The line of a text on the last page, mm.
+double LineOf(const Document& document, std::string_view text)
+{
+    for (const Operation& operation : document.Page(document.PageCount()))
+        if (operation.kind == OperationKind::Text && document.TextOf(operation) == text)
+            return PlaceOf(document, operation).y / UnitsPerMillimetre;
+    ADD_FAILURE() << text;
+    return 0;
+}
+
+class SinglePapers : public ::testing::Test {
+protected:
+    SinglePapers()
+    {
+        desk.Add(Employer, "José María", "O'Neill-Smythe");
+        job.employer = Employer;
+        job.employee = Employee;
+        job.OpenClients();
+    }
+    const Document& Print(std::string_view schedule)
+    {
+        EXPECT_TRUE(job.OpenDocument("A report"));
+        PrintScheduleReport(job, ScheduleReportOf(schedule));
+        job.page.vsEndDoc();
+        return *desk.documents.back();
+    }
+    const Document& PrintWorking(std::string_view name, int first, int last)
+    {
+        EXPECT_TRUE(job.OpenDocument("A report"));
+        PrintWorkingReport(job, WorkingReportOf(name), first, last);
+        job.page.vsEndDoc();
+        return *desk.documents.back();
+    }
+    void Set(std::string_view table, std::string_view field, std::string_view text)
+    {
+        desk.Set(table, Employer, Employee, field, text);
+    }
+
+    ScriptedDoor door;
+    PrintDesk desk{door};
+    PrintJob job{desk.session, desk.printing, "Test", Route::Screen};
+};
+
+TEST_F(SinglePapers, AddUpTheChargesOfAnAccommodationThemselves)
+{
+    Set("DNotepad", "BasicChargeE", "   4000.00");
+    Set("DNotepad", "AddChargeQ", "  13000.00");
+    for (const std::string_view stored : {"", "   9999.00"}) {
+        Set("DNotepad", "AddChargeR", stored);
+        const std::vector<std::string> texts = TextsOf(PrintWorking("DNotepad", 0, 0), 2);
+        EXPECT_EQ(std::ranges::count(texts, "17,000.00"), 1);
+        EXPECT_EQ(std::ranges::count(texts, "9,999.00"), 0);
+    }
+}
+
+TEST_F(SinglePapers, LeaveRoomForASecondLineOfHeadsOnlyWhereThereIsOne)
+{
+    for (const std::string_view schedule : {"ANotepad", "BNotepad"})
+        Set(schedule, "Description1", "A thing");
+    const Document& two = Print("ANotepad");
+    EXPECT_NEAR(LineOf(two, "A thing") - LineOf(two, "Description"), 9, 0.01);
+    const Document& one = Print("BNotepad");
+    EXPECT_NEAR(LineOf(one, "A thing") - LineOf(one, "Description"), 5, 0.01);
+}
+
+TEST_F(SinglePapers, KeepTheTotalsOffTheFootRule)
+{
+    // A line more each time: somewhere the totals reach the foot of the page and go over to the next.
+    bool haveGoneOver = false;
+    Set("ANotepad", "CostMarket1", "      1.00");
+    for (int lines = 48; lines < 60; ++lines) {
+        std::string description;
+        for (int line = 0; line < lines; ++line)
+            description += std::string(80, 'n') + " ";
+        Set("ANotepad", "Description1", description);
+        const Document& document = Print("ANotepad");
+        for (int page = 2; page <= document.PageCount(); ++page)
+            EXPECT_EQ(TextBelowTheFootRule(document, page), "") << lines;
+        haveGoneOver =
+            haveGoneOver || std::ranges::count(TextsOf(document, 3 > document.PageCount() ? 2 : 3), "1.00") == 1;
+    }
+    EXPECT_TRUE(haveGoneOver);
+}
+
+TEST_F(SinglePapers, TellOfOneMissingRecordOfSeveralThingsOnce)
+{
+    job.employee = "Nobody";
+    for (const std::string_view name : {"ENotepad", "GNotepad", "HNotepad"}) {
+        door.messages.clear();
+        PrintWorking(name, 1, 3);
+        EXPECT_EQ(door.messages.size(), 1u) << name;
+    }
+}
 
 // ---- sheets for further cars --------------------------------------------------------------------
 
@@ -258,8 +477,7 @@ protected:
     const Document& Print(const ExtraCarSheet& sheet)
     {
         EXPECT_TRUE(job.OpenDocument("A sheet"));
-        job.NextPage();
-        PrintExtraCarSheet(job, sheet);
+        isDrawn = PrintExtraCarSheet(job, sheet);
         job.page.vsEndDoc();
         return *desk.documents.back();
     }
@@ -267,6 +485,7 @@ protected:
     ScriptedDoor door;
     PrintDesk desk{door};
     PrintJob job{desk.session, desk.printing, "Test", Route::Screen};
+    bool isDrawn = false; ///< the last sheet
 };
 
 TEST_F(ExtraCars, SheetsAreDrawnAsKept)
@@ -293,11 +512,29 @@ TEST_F(ExtraCars, SheetsAddUpTheirOwnTwoCars)
     EXPECT_EQ(std::ranges::count(texts, "Car 4"), 1);
 }
 
-TEST_F(ExtraCars, SheetsTellOfAMissingRecord)
+TEST_F(ExtraCars, SheetsShowATotalOfZeroWhereACarHasAFigure)
 {
+    const auto countOfZeros = [&] { return std::ranges::count(TextsOf(Print(Cars3And4), 1), "      0.00"); };
+    EXPECT_EQ(countOfZeros(), 0);
+    Set("FCashEqu4", "      0.00");
+    EXPECT_EQ(countOfZeros(), 2); // the car's own and the total
+    Set("FFuelEqu3", "      0.00");
+    EXPECT_EQ(countOfZeros(), 4);
+    Set("FCashEqu5", "   1000.00");
+    EXPECT_EQ(countOfZeros(), 4);
+}
+
+TEST_F(ExtraCars, SheetsTellOfAMissingRecordAndBeginNoPage)
+{
+    Print(Cars3And4);
+    EXPECT_TRUE(isDrawn);
+    EXPECT_EQ(job.pageNumber, 1);
     job.employee = "Nobody";
     EXPECT_TRUE(Print(Cars3And4).Page(1).empty());
+    EXPECT_FALSE(isDrawn);
     EXPECT_TRUE(Print(Cars5And6).Page(1).empty());
+    EXPECT_FALSE(isDrawn);
+    EXPECT_EQ(job.pageNumber, 0);
     ASSERT_EQ(door.messages.size(), 2u);
     EXPECT_EQ(door.messages[0].title, "P11D Cars 3 + 4 - loading error");
     EXPECT_EQ(door.messages[1].title, "P11D Cars 5 + 6 - loading error");

@@ -24,27 +24,27 @@ protected:
     PageLayer& page = room.page;
 };
 
-TEST_F(FormPrimitivesTest, EntryBox)
+TEST_F(FormPrimitivesTest, AnEntryBoxIsWhiteWithABlackPen)
 {
     PrintEntryBox(page, 2, 80, 22.5);
     EXPECT_EQ(Drawn(), "rectangle 2.00 22.50 80.00 28.00 pen 0 width 0.20 fill 255\n");
 }
 
-TEST_F(FormPrimitivesTest, PoundBox)
+TEST_F(FormPrimitivesTest, APoundBoxHasItsSign)
 {
     PrintPoundBox(page, 105, 81);
     EXPECT_EQ(Drawn(), "rectangle 105.00 81.00 127.00 86.50 pen 0 width 0.20 fill 255\n"
                        "text left 106.00 85.00 9.5 \"£\"\n");
 }
 
-TEST_F(FormPrimitivesTest, SectionLetter)
+TEST_F(FormPrimitivesTest, ASectionLetterIsWhiteOnABlackSquare)
 {
     PrintSectionLetter(page, 2, 75, "A");
     EXPECT_EQ(Drawn(), "rectangle 2.00 75.00 7.50 80.50 pen 0 width 0.20 fill 0\n"
                        "text centre 4.75 79.50 11 bold colour 255 \"A\"\n");
 }
 
-TEST_F(FormPrimitivesTest, BoxNumbers)
+TEST_F(FormPrimitivesTest, BoxNumbersStandInTagsBesideTheirBoxes)
 {
     PrintBoxNumber1A(page, 161, 81, "  13");
     EXPECT_EQ(Drawn(), "rectangle 161.00 81.00 168.50 86.50 pen 0 width 0.20 fill 0\n"
@@ -58,7 +58,7 @@ TEST_F(FormPrimitivesTest, BoxNumbers)
     EXPECT_EQ(Drawn().find("1A"), std::string::npos);
 }
 
-TEST_F(FormPrimitivesTest, Tag1A)
+TEST_F(FormPrimitivesTest, TheTag1AIsWhiteOnABlackSquare)
 {
     Print1ATag(page, 185, 116);
     EXPECT_EQ(Drawn(), "rectangle 185.00 116.00 190.00 121.00 pen 0 width 0.20 fill 0\n"

@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace quillmere {
@@ -48,6 +49,18 @@ TEST_F(PageLayerTest, StandsATextOnItsLineWhateverItsSize)
         EXPECT_NEAR(Bottom(room.Last()), 100 * Mm + 28 + TopMargin * Mm, 1e-9);
         EXPECT_NEAR(room.Last().x1, 20 * Mm, 1e-9);
     }
+}
+
+TEST_F(PageLayerTest, BeginsEachDocumentWithTheCursorAtTheSheetsCornerAndNoUnderline)
+{
+    Open();
+    page.vsUnderlineOn();
+    page.vsTextLeft(100, 100, "Text");
+    Open();
+    page.vsTextRun("Run");
+    EXPECT_EQ(room.Last().kind, OperationKind::Text);
+    EXPECT_DOUBLE_EQ(room.Last().x1, 0);
+    EXPECT_NEAR(Bottom(room.Last()), 28, 1e-9);
 }
 
 TEST_F(PageLayerTest, AddsOffsetsThatAreNeverScaled)
@@ -481,7 +494,6 @@ TEST_F(PdfEndingTest, ReplacesAnOldFile)
     EXPECT_EQ(test::NamesIn(file.parent_path()), std::set<std::string>{"Preview.pdf"});
 }
 
-/// Runs `hold` between two jobs and says what the second one did.
 TEST_F(PdfEndingTest, LeavesALockedFileAloneAndSaysSo)
 {
     RunJob("old");
@@ -502,6 +514,60 @@ TEST_F(PdfEndingTest, LeavesALockedFileAloneAndSaysSo)
 
     RunJob("new");
     EXPECT_NE(test::Content(file), old) << "once it is let go, the next job goes through";
+}
+
+TEST_F(PdfEndingTest, LeavesAFileAloneThatAnotherProcessHasLockedInTheOtherWay)
+{
+    RunJob("old");
+    const std::string old = test::Content(file);
+    std::array<int, 2> ready{};
+    std::array<int, 2> done{};
+    ASSERT_EQ(::pipe(ready.data()), 0);
+    ASSERT_EQ(::pipe(done.data()), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        char byte = 0;
+        struct flock lock {};
+        lock.l_type = F_WRLCK;
+        lock.l_whence = SEEK_SET;
+        const int holder = ::open(file.c_str(), O_RDWR);
+        byte = ::fcntl(holder, F_SETLK, &lock) == 0 ? 'y' : 'n';
+        ::close(done[1]);
+        if (::write(ready[1], &byte, 1) == 1)
+            static_cast<void>(::read(done[0], &byte, 1)); // until the parent closes its end
+        ::_exit(0);
+    }
+    ASSERT_GT(child, 0);
+    ::close(done[0]);
+    char locked = 0;
+    ASSERT_EQ(::read(ready[0], &locked, 1), 1);
+    ASSERT_EQ(locked, 'y');
+    RunJob("new");
+    ::close(done[1]);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    ::close(ready[0]);
+    ::close(ready[1]);
+    EXPECT_EQ(test::Content(file), old);
+    ASSERT_EQ(room.door.messages.size(), 1U);
+    EXPECT_NE(room.door.messages[0].text.find("could not be deleted."), std::string::npos);
+    EXPECT_EQ(room.door.messages[0].icon, Icon::Exclamation);
+    RunJob("new");
+    EXPECT_NE(test::Content(file), old);
+}
+
+TEST_F(PdfEndingTest, LeavesAFileAloneThatMayNotBeWritten)
+{
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "nothing is forbidden to the superuser";
+    RunJob("old");
+    const std::string old = test::Content(file);
+    std::filesystem::permissions(file, std::filesystem::perms::none);
+    RunJob("new");
+    std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    EXPECT_EQ(test::Content(file), old);
+    ASSERT_EQ(room.door.messages.size(), 1U);
+    EXPECT_NE(room.door.messages[0].text.find("could not be deleted."), std::string::npos);
 }
 
 TEST_F(PdfEndingTest, TakesAFolderOfTheNameForAFileThatCannotGo)
