@@ -11,12 +11,12 @@ namespace quillmere {
 namespace {
 
 /// The sum of a numbered field of the sheet's two cars, as its box reads: a zero is seen if one of them has a figure.
-std::string TotalOf(const Recordset& cars, std::string_view stem, int firstCar)
+std::string TotalOf(const FieldReader& read, std::string_view stem, int firstCar)
 {
     Amount total;
     bool hasFigure = false;
     for (const int car : {firstCar, firstCar + 1}) {
-        const std::string_view figure = cars.Field(Numbered(stem, car));
+        const std::string figure = read(Numbered(stem, car));
         total += ReadAmount(figure);
         hasFigure = hasFigure || !figure.empty();
     }
@@ -38,24 +38,18 @@ bool ExtraCarsHaveData(PrintJob& job, std::string_view table, int firstCar, int 
     return false;
 }
 
-bool PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet)
+void DrawExtraCarSheet(PageLayer& page, const ExtraCarSheet& sheet, std::string_view nationalInsurance,
+                       const FieldReader& readCars)
 {
-    PageLayer& page = job.page;
-    if (!job.SeekEmployee("ExtraCars")) {
-        job.session.messages.Tell(sheet.loadingError, "Employee not found");
-        return false;
-    }
-    job.NextPage();
-    const Recordset& cars = job.Table("ExtraCars");
     const FieldReader read = [&](std::string_view field) {
         if (field == "FTotalCashCars")
-            return TotalOf(cars, "FCashEqu", sheet.firstCar);
+            return TotalOf(readCars, "FCashEqu", sheet.firstCar);
         if (field == "FTotalCashFuel")
-            return TotalOf(cars, "FFuelEqu", sheet.firstCar);
+            return TotalOf(readCars, "FFuelEqu", sheet.firstCar);
         // The tick beside the date of withdrawal has a name of its own in this table.
         if (field.starts_with("FDateWithdrawnTick"))
-            return std::string(cars.Field(Numbered("FWithdrawnTick", field.back() - '0')));
-        return std::string(cars.Field(field));
+            return readCars(Numbered("FWithdrawnTick", field.back() - '0'));
+        return readCars(field);
     };
 
     page.vsBookmark(sheet.bookmark);
@@ -64,7 +58,7 @@ bool PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet)
     page.vsFontName("Arial");
     page.vsTextColor(page.ColBlack);
     page.vsFont(9, true, true);
-    page.vsTextRight(193, 1, job.nationalInsurance);
+    page.vsTextRight(193, 1, nationalInsurance);
     DrawSectionMarks(page, std::span(&CarMark, 1));
     DrawCarBoxes(page);
     DrawCarLabels(page, sheet.firstCar,
@@ -72,6 +66,18 @@ bool PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet)
     DrawIdentifier(page, 276, edition::P11DIdentifier);
     BeginValues(page);
     DrawCarValues(page, sheet.firstCar, read);
+}
+
+bool PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet)
+{
+    if (!job.SeekEmployee("ExtraCars")) {
+        job.session.messages.Tell(sheet.loadingError, "Employee not found");
+        return false;
+    }
+    job.NextPage();
+    const Recordset& cars = job.Table("ExtraCars");
+    DrawExtraCarSheet(job.page, sheet, job.nationalInsurance,
+                      [&cars](std::string_view field) { return std::string(cars.Field(field)); });
     return true;
 }
 

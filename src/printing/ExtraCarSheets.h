@@ -1,5 +1,6 @@
 #pragma once
 
+#include "printing/FormPrimitives.h"
 #include "printing/PrintJob.h"
 
 namespace quillmere {
@@ -24,6 +25,10 @@ inline constexpr ExtraCarSheet Cars5And6{.firstCar = 5,
 /// True as soon as one of the cars has a cash equivalent of the car or of its fuel in the table, whatever else of it is
 /// filled. An employee with no record there is told of and has no cars.
 [[nodiscard]] bool ExtraCarsHaveData(PrintJob& job, std::string_view table, int firstCar, int lastCar);
+
+/// The sheet, from the fields of a record of `ExtraCars`.
+void DrawExtraCarSheet(PageLayer& page, const ExtraCarSheet& sheet, std::string_view nationalInsurance,
+                       const FieldReader& readCars);
 
 /// Begins a page and draws the sheet on it, from `ExtraCars`. False, told of and with no page, without a record there.
 [[nodiscard]] bool PrintExtraCarSheet(PrintJob& job, const ExtraCarSheet& sheet);

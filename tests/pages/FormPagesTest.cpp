@@ -3,6 +3,7 @@
 #include "clientdb/TableLayouts.h"
 #include "frame/CheckedFile.h"
 #include "frame/Text.h"
+#include "printing/ExtraCarSheets.h"
 #include "printing/P11DBPages.h"
 #include "printing/P11DPages.h"
 #include "support/PrintRoom.h"
@@ -39,6 +40,8 @@ struct PageCase {
     const char* font = "Arial";
     int preview = 0;
     double scale = 100, left = 0;
+    int alignMethod = 0;
+    double alignX = 0, alignY = 0;
 };
 
 void PrintTo(const PageCase& one, std::ostream* out)
@@ -61,6 +64,15 @@ void PrintNotesOfRecord(PageLayer& page, const FieldReader& read)
 void PrintNotesOfTotals(PageLayer& page, const FieldReader& read)
 {
     PrintP11DBNotes(page, DeclarationVariant::Totals, read);
+}
+
+void PrintCars3And4(PageLayer& page, const FieldReader& read)
+{
+    DrawExtraCarSheet(page, Cars3And4, "AB123456C", read);
+}
+void PrintCars5And6(PageLayer& page, const FieldReader& read)
+{
+    DrawExtraCarSheet(page, Cars5And6, "AB123456C", read);
 }
 
 const PageCase Cases[] = {
@@ -88,6 +100,29 @@ const PageCase Cases[] = {
     {"P11DB-notes-plain", "P11DB.txt", PrintNotesOfRecord, "P11DB", false},
     {"P11DB-notes-times", "P11DB.txt", PrintNotesOfRecord, "P11DB", true, "Times New Roman"},
     {"P11DB-notes-totals", "P11DB.txt", PrintNotesOfTotals, "P11DB"},
+    {"P11DB-declaration-longest", "longest-declaration.txt", PrintDeclarationOfRecord, "P11DB"},
+    {"P11DB-notes-longest", "longest-declaration.txt", PrintNotesOfRecord, "P11DB"},
+    {"cars-3-4-record", "ExtraCars.txt", PrintCars3And4, "ExtraCars"},
+    {"cars-5-6-record", "ExtraCars.txt", PrintCars5And6, "ExtraCars"},
+    {"cars-3-4-empty", nullptr, PrintCars3And4, "ExtraCars"},
+    {"cars-3-4-longest", "longest-cars.txt", PrintCars3And4, "ExtraCars"},
+    {"cars-3-4-times", "ExtraCars.txt", PrintCars3And4, "ExtraCars", true, "Times New Roman"},
+    // Every form at the scales and alignments that the settings allow.
+    {"P11D2-small", "P11D.txt", PrintP11D2, "P11D", true, "Arial", 0, 50, 10},
+    {"P11D2-large", "P11D.txt", PrintP11D2, "P11D", true, "Arial", 0, 120, -3},
+    {"P11DB-declaration-small", "P11DB.txt", PrintDeclarationOfRecord, "P11DB", true, "Arial", 0, 50, 10},
+    {"P11DB-declaration-large", "P11DB.txt", PrintDeclarationOfRecord, "P11DB", true, "Arial", 0, 120, -3},
+    {"P11DB-notes-small", "P11DB.txt", PrintNotesOfRecord, "P11DB", true, "Arial", 0, 50, 10},
+    {"P11DB-notes-large", "P11DB.txt", PrintNotesOfRecord, "P11DB", true, "Arial", 0, 120, -3},
+    {"cars-5-6-small", "ExtraCars.txt", PrintCars5And6, "ExtraCars", true, "Arial", 0, 50, 10},
+    {"cars-5-6-large", "ExtraCars.txt", PrintCars5And6, "ExtraCars", true, "Arial", 0, 120, -3},
+    {"P11D1-method-1", "P11D.txt", PrintP11D1, "P11D", true, "Arial", 0, 100, 0, 1, 15, -20},
+    {"P11D1-method-2", "P11D.txt", PrintP11D1, "P11D", true, "Arial", 0, 100, 0, 2, 15, 0.25},
+    {"P11D2-method-1", "P11D.txt", PrintP11D2, "P11D", true, "Arial", 0, 100, 0, 1, 15, -20},
+    {"P11DB-declaration-method-2", "P11DB.txt", PrintDeclarationOfRecord, "P11DB", true, "Arial", 0, 100, 0, 2, 0,
+     0.25},
+    {"P11DB-notes-method-1", "P11DB.txt", PrintNotesOfRecord, "P11DB", true, "Arial", 0, 100, 0, 1, 15, -20},
+    {"cars-3-4-method-2", "ExtraCars.txt", PrintCars3And4, "ExtraCars", true, "Arial", 0, 100, 0, 2, 0, 0.25},
 };
 
 /// Lines of name=text; # begins a comment.
@@ -119,6 +154,9 @@ private:
         room.settings.reportPreview = GetParam().preview;
         room.settings.vsScale = GetParam().scale;
         room.settings.vsLeft = GetParam().left;
+        room.settings.vsAlignTextMethod = GetParam().alignMethod;
+        room.settings.vsAlignTextX = GetParam().alignX;
+        room.settings.vsAlignTextY = GetParam().alignY;
         const FieldMap fields = ReadRecord(GetParam().record);
         const FieldReader read = [&](std::string_view name) {
             readFields.insert(std::string(name));
@@ -388,7 +426,7 @@ std::vector<PageCase> OrdinaryCases()
 {
     std::vector<PageCase> ordinary;
     std::ranges::copy_if(Cases, std::back_inserter(ordinary), [](const PageCase& one) {
-        return one.scale <= 100 && (one.record == nullptr || std::string_view(one.record) != "longest.txt");
+        return one.scale <= 100 && (one.record == nullptr || !std::string_view(one.record).starts_with("longest"));
     });
     return ordinary;
 }
