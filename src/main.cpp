@@ -18,7 +18,8 @@ int main(int argumentCount, char** arguments)
     DesktopHost host;
     DesktopPlatform platform(host);
     const QSize room = QGuiApplication::primaryScreen()->size();
-    Program program(platform, &host, FindPlaces(room.height(), room.width()));
+    Program program(platform, &host,
+                    FindPlaces(QCoreApplication::applicationDirPath().toStdString(), room.height(), room.width()));
     host.SetScreens(&program.GetSession().screens);
     const SystemClose systemClose(program);
     if (!program.Main())
