@@ -2,6 +2,7 @@
 #include "desktop/DesktopHost.h"
 #include "desktop/DesktopPlatform.h"
 #include "desktop/ProgramFolder.h"
+#include "desktop/SystemClose.h"
 #include "edition/Edition.h"
 
 #include <QApplication>
@@ -16,9 +17,11 @@ int main(int argumentCount, char** arguments)
 
     DesktopHost host;
     DesktopPlatform platform(host);
-    const QSize room = QGuiApplication::primaryScreen()->availableSize();
-    Program program(platform, &host, FindPlaces(room.height(), room.width()));
+    const QSize room = QGuiApplication::primaryScreen()->size();
+    Program program(platform, &host,
+                    FindPlaces(QCoreApplication::applicationDirPath().toStdString(), room.height(), room.width()));
     host.SetScreens(&program.GetSession().screens);
+    const SystemClose systemClose(program);
     if (!program.Main())
         return 1;
     return program.Ended() ? 0 : QApplication::exec();

@@ -5,6 +5,7 @@
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"
+#include "frame/Folders.h"
 #include "frame/Session.h"
 #include "frame/Settings.h"
 #include "screens/P11DPage.h"
@@ -17,7 +18,7 @@ namespace quillmere {
 
 namespace {
 
-/// Entries of the menus and the toolbar. An entry whose screen is not there is disabled.
+/// Entries of the menus, and the parts of the window that are shown and hidden or read.
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "New", .kind = Kind::Menu, .text = "New"},
     {.name = "Open", .kind = Kind::Menu, .text = "Open"},
@@ -161,12 +162,12 @@ bool MDIForm1::Load()
     box("StatusBar1", 2)
         .SetText(std::to_string(VersionMajor) + "." + std::to_string(VersionMinor) + "." +
                  std::to_string(VersionRevision));
-    const std::filesystem::path clientFolder = session.ClientDatabasePath().parent_path();
+    const std::string& clientFolder = settings.path.at(static_cast<std::size_t>(settings.selectedFolder));
     if (!CreateUserFile(session.resourceFolder, edition::TemplateDatabaseName, clientFolder,
                         edition::ClientDatabaseName))
         session.messages.Tell(edition::AppTitle,
                               "The following client database could not be created:\n\n" +
-                                  (clientFolder / edition::ClientDatabaseName).string(),
+                                  session.ClientDatabasePath().string(),
                               Icon::Critical);
     return true;
 }
@@ -188,12 +189,12 @@ void MDIForm1::ReadSettings()
 bool MDIForm1::CreateUserFile(const std::filesystem::path& templateFolder, std::string_view templateName,
                               const std::filesystem::path& clientFolder, std::string_view databaseName)
 {
-    const std::filesystem::path target = clientFolder / databaseName;
+    const std::filesystem::path target = InFolder(clientFolder, databaseName);
     std::error_code unreadable;
     if (std::filesystem::exists(target, unreadable))
         return true;
     try {
-        CopyFileChecked(templateFolder / templateName, target);
+        CopyFileChecked(InFolder(templateFolder, templateName), target);
         return true;
     } catch (const std::exception&) {
         return false;
@@ -282,6 +283,7 @@ void MDIForm1::CommandDeclaration()
 
 void MDIForm1::CommandPrint()
 {
+    session.screens.LeaveBoxInUse();
     for (const std::string_view page : {"Form3", "Side2Form1"}) {
         if (!session.screens.IsShown(page))
             continue;

@@ -56,7 +56,7 @@ bool Program::Main()
         return false;
     }
     session.WindowsFolder = WindowsFolder();
-    MakeTempFolder();
+    MakeTempFolder(session.WindowsFolder);
     session.programFolder = places.programFolder;
     session.resourceFolder = places.resourceFolder;
     session.RootFolder = RootFolderOf(places.programFolder);

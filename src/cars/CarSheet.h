@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// The rules of the car notepad (`FNotepad`), which keeps those of 2003-04. They follow the columns' rules step by step
-/// and differ from them where edition/LeftOvers.h has a number of the sheet.
+/// The rules of the car notepad (`FNotepad`), which keeps those of an older year. They follow the columns' rules step
+/// by step and differ from them where edition/LeftOvers.h has a number of the sheet.
 namespace quillmere {
 
 /// Column of the reference database's `Figures` that holds a rate.

@@ -13,8 +13,9 @@
 
 namespace quillmere {
 
-/// The car notepad: a working sheet for five cars, of which one shows at a time, by the rules of 2003-04. It is out of
-/// ordinary use. Its Ok writes its own table and copies the cars' facts to page 1 and to the record of further cars.
+/// The car notepad: a working sheet for five cars, of which one shows at a time, by the rules of an older year. It is
+/// out of ordinary use. Its Ok writes its own table and copies the cars' facts to page 1 and to the record of further
+/// cars.
 class FNotepad : public Screen {
 public:
     explicit FNotepad(Session& session);

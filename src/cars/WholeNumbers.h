@@ -7,10 +7,6 @@
 
 namespace quillmere {
 
-/// Numbers of the run-time failures of a calculation, as the general error box shows them.
-inline constexpr long OverflowNumber = 6;
-inline constexpr long TypeMismatchNumber = 13;
-
 /// A whole number of a car's working paper, where percentages, days and CO2 figures are held in 16 bits.
 /// Throws Failure with "Overflow" for a number that does not fit.
 inline std::int16_t ShortNumber(std::int64_t number)

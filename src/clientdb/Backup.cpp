@@ -30,10 +30,9 @@ std::string ProposedBackupName(const std::filesystem::path& database, Day today)
     constexpr std::size_t ending = 4;
     const std::string path = database.string();
     const std::size_t length = Length(path);
-    const std::chrono::year_month_day day(today);
-    return fmt::format("{}-{:04}-{:02}-{:02}", Left(path, length > ending ? length - ending : 0),
-                       static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
-                       static_cast<unsigned>(day.day()));
+    const std::string day = TodayStamp(today);
+    return fmt::format("{}-{}-{}-{}", Left(path, length > ending ? length - ending : 0), day.substr(0, 4),
+                       day.substr(4, 2), day.substr(6));
 }
 
 bool NameIsTaken(const std::filesystem::path& file)

@@ -8,8 +8,8 @@
 /// The copy of a client database that serves as its backup.
 namespace quillmere {
 
-/// The name that is proposed for a day's backup: the database's own without its ending, and the day as
-/// "-2011-06-30". It has no ending; the dialog gives it one.
+/// The name that is proposed for a day's backup: the database's own without its ending, then year, month and day, each
+/// after a dash. It has no ending; the dialog gives it one.
 std::string ProposedBackupName(const std::filesystem::path& database, Day today);
 
 /// True if the folder has something of that name, in upper or lower case.

@@ -37,10 +37,8 @@ bool DataLink::Position(Recordset& records, const Key& to)
 
 void DataLink::Show(Recordset& records)
 {
-    loading = true;
     for (Box* box : bound)
         Take(*box, records.Field(box->Field()));
-    loading = false;
 }
 
 void DataLink::Take(Box& box, std::string_view text)

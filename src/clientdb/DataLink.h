@@ -33,8 +33,6 @@ public:
     /// Another screen has written the box's field: the box shows what it holds now.
     void Take(Box& box, std::string_view text);
     bool HasRecord() const { return hasRecord; }
-    /// True while the boxes are being filled from a record.
-    bool Loading() const { return loading; }
 
 private:
     /// Where a link stands: a record of the folder that was selected when it went there.
@@ -55,7 +53,6 @@ private:
     std::unordered_map<const Box*, std::string> shown; ///< what each box held when the link arrived
     Key key;
     bool hasRecord = false;
-    bool loading = false;
 };
 
 /// What a stored tick means: "1", "-1", "True" and "Y" are set, anything else is clear.

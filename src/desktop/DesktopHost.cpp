@@ -83,6 +83,16 @@ void DesktopHost::Close(Screen& screen)
     }
 }
 
+void DesktopHost::LeaveBoxInUse()
+{
+    const QWidget* focused = QApplication::focusWidget();
+    if (focused == nullptr)
+        return;
+    for (const auto& [screen, window] : windows)
+        if (window->isAncestorOf(focused))
+            return window->LeaveBox(*focused);
+}
+
 void DesktopHost::CloseWindow(Windows::iterator position)
 {
     // The event that closes the window may be one of its own: it goes once that has ended.

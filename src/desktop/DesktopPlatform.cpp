@@ -21,6 +21,8 @@ namespace {
 /// Results of opening a file with the desktop's viewer, as `ShellErrorText` knows them.
 constexpr int Opened = 33;
 constexpr int FileNotFound = 2;
+constexpr int InvalidPath = 3;
+constexpr int AccessRefused = 5;
 constexpr int UnknownProgram = 14;
 
 QMessageBox::Icon IconOf(Icon icon)
@@ -110,7 +112,13 @@ PrintOutcome DesktopPlatform::Print(const PrintRequest& request)
 
 int DesktopPlatform::OpenWithDesktop(const std::filesystem::path& file)
 {
-    if (!std::filesystem::exists(file))
+    std::error_code failure;
+    const bool exists = std::filesystem::exists(file, failure);
+    if (failure == std::errc::permission_denied)
+        return AccessRefused;
+    if (failure)
+        return InvalidPath;
+    if (!exists)
         return FileNotFound;
     return QDesktopServices::openUrl(QUrl::fromLocalFile(look::Text(file.string()))) ? Opened : UnknownProgram;
 }

@@ -41,6 +41,13 @@ protected:
 
 } // namespace
 
+QRect InSight(const QRect& wanted, const QList<QRect>& rooms)
+{
+    if (std::ranges::any_of(rooms, [&](const QRect& room) { return room.intersects(wanted); }))
+        return wanted;
+    return {rooms.front().topLeft(), wanted.size().boundedTo(rooms.front().size())};
+}
+
 MainWindow::MainWindow(Screen& screen) : screen(screen)
 {
     setObjectName(look::Text(screen.Name()));
@@ -60,9 +67,10 @@ MainWindow::MainWindow(Screen& screen) : screen(screen)
         setWindowState(Qt::WindowMaximized);
     } else {
         const QRect wanted(placement->left, placement->top, placement->width, placement->height);
-        const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
-        // A window that was left on a screen that is gone comes back into sight.
-        setGeometry(room.intersects(wanted) ? wanted : QRect(room.topLeft(), wanted.size().boundedTo(room.size())));
+        QList<QRect> rooms{QGuiApplication::primaryScreen()->availableGeometry()};
+        for (const QScreen* other : QGuiApplication::screens())
+            rooms.push_back(other->availableGeometry());
+        setGeometry(InSight(wanted, rooms));
     }
 }
 
@@ -102,6 +110,9 @@ void MainWindow::MakeMenus()
         connect(action, &QAction::triggered, this, [this, &box] {
             if (!detached)
                 screen.Click(box);
+            // The toolkit has turned the tick over by itself; the box alone says what is ticked.
+            if (!detached)
+                BoxChanged(box);
         });
         menu->addAction(action);
         actions.emplace(&box, action);

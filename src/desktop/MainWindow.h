@@ -2,7 +2,9 @@
 
 #include "frame/Screen.h"
 
+#include <QList>
 #include <QMainWindow>
+#include <QRect>
 
 #include <unordered_map>
 #include <vector>
@@ -16,6 +18,10 @@ namespace quillmere {
 
 class MDIForm1;
 class ScreenWindow;
+
+/// Where a window opens that was left at `wanted`: there, if any of the screens' rooms still shows a part of it, else
+/// in the first room, cut to its size.
+QRect InSight(const QRect& wanted, const QList<QRect>& rooms);
 
 /// The frame of the program: menus, toolbar, status bar, and the desk on which the pages lie.
 class MainWindow : public QMainWindow, public ScreenView {

@@ -2,20 +2,18 @@
 
 #include "edition/Edition.h"
 
-#include <QCoreApplication>
 #include <QStandardPaths>
 
 #include <unistd.h>
 
 namespace quillmere {
 
-ProgramPlaces FindPlaces(int screenHeight, int screenWidth)
+ProgramPlaces FindPlaces(const std::filesystem::path& executableFolder, int screenHeight, int screenWidth)
 {
-    ProgramPlaces places{.programFolder = QCoreApplication::applicationDirPath().toStdString(),
-                         .resourceFolder = {},
+    ProgramPlaces places{.programFolder = executableFolder,
+                         .resourceFolder = executableFolder,
                          .screenHeight = screenHeight,
                          .screenWidth = screenWidth};
-    places.resourceFolder = places.programFolder;
     if (access(places.programFolder.c_str(), W_OK) == 0)
         return places;
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);

@@ -6,6 +6,6 @@ namespace quillmere {
 
 /// The folder of the executable, where it can be written; else the folder of the product's name in the user's own data
 /// folder, made at the first start, with template and reference database still beside the executable.
-ProgramPlaces FindPlaces(int screenHeight, int screenWidth);
+ProgramPlaces FindPlaces(const std::filesystem::path& executableFolder, int screenHeight, int screenWidth);
 
 } // namespace quillmere

@@ -418,6 +418,13 @@ QWidget* ScreenWindow::WidgetOf(const Box& box) const
     return found == widgets.end() ? nullptr : found->second;
 }
 
+void ScreenWindow::LeaveBox(const QWidget& widget)
+{
+    const auto found = boxes.find(&widget);
+    if (!detached && found != boxes.end())
+        screen.Leave(*found->second);
+}
+
 void ScreenWindow::FocusFirst()
 {
     QWidget* first = nullptr;

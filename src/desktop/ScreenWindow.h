@@ -28,6 +28,8 @@ public:
     QWidget* WidgetOf(const Box& box) const;
     /// Cuts the ties to the screen: nothing that the toolkit still sends reaches it.
     virtual void Detach();
+    /// Tells the screen that the box which the widget shows has been left.
+    void LeaveBox(const QWidget& widget);
     /// Puts the focus in the first control that takes it.
     void FocusFirst();
     /// The width that the whole form needs, with a scroll bar.

@@ -1,5 +1,6 @@
 #include "frame/Amount.h"
 
+#include "edition/Edition.h"
 #include "frame/Text.h"
 
 #include <algorithm>
@@ -17,7 +18,7 @@ constexpr std::int64_t UnitsOfAPound = 10'000;
 constexpr std::int64_t Largest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t Smallest = std::numeric_limits<std::int64_t>::min();
 constexpr std::size_t DecimalsHeld = 4;
-constexpr std::size_t ColumnWidth = 10;
+constexpr std::size_t ColumnWidth = edition::AmountColumnWidth.size();
 
 constexpr bool IsDigit(char character)
 {

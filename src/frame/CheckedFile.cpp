@@ -1,6 +1,7 @@
 #include "frame/CheckedFile.h"
 
 #include <cerrno>
+#include <chrono>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <optional>
@@ -72,16 +73,19 @@ std::filesystem::path BehindLinks(const std::filesystem::path& file)
     return error ? file : target;
 }
 
+constexpr std::string_view TemporaryEnding = ".tmp";
+
 /// The new content of a file, which takes the file's place when it is complete and vanishes when it is not.
 class Replacement {
 public:
     explicit Replacement(const std::filesystem::path& named) : target(BehindLinks(named))
     {
         const std::optional<mode_t> kept = PermissionsOfTarget();
+        RemoveLeftOvers();
         // A name may be taken by what a killed process of the same number left behind.
         for (int attempt = 1; !descriptor.IsOpen(); ++attempt) {
             temporary = target;
-            temporary += fmt::format(".{}-{}.tmp", ::getpid(), attempt);
+            temporary += fmt::format(".{}-{}{}", ::getpid(), attempt, TemporaryEnding);
             descriptor = Descriptor(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
             if (!descriptor.IsOpen() && errno != EEXIST && errno != EINTR)
                 throw FileError(target, errno);
@@ -135,12 +139,51 @@ private:
         return found.st_mode & 0777U;
     }
 
+    /// Removes what killed processes have left of their attempts to write this file: temporary files that nobody has
+    /// written to for so long that nobody can still be at it.
+    void RemoveLeftOvers() const
+    {
+        constexpr std::chrono::hours Forgotten(1);
+        const std::string stem = target.filename().string() + ".";
+        const auto now = std::filesystem::file_time_type::clock::now();
+        std::error_code ignored;
+        std::filesystem::directory_iterator entry(FolderOfTarget(), ignored);
+        for (; !ignored && entry != std::filesystem::directory_iterator(); entry.increment(ignored)) {
+            const std::string name = entry->path().filename().string();
+            if (!IsTemporaryName(name, stem))
+                continue;
+            std::error_code gone;
+            const auto written = entry->last_write_time(gone);
+            if (!gone && now - written > Forgotten)
+                std::filesystem::remove(entry->path(), gone);
+        }
+    }
+
+    /// The stem, a process's number, "-", the number of its attempt, the ending.
+    static bool IsTemporaryName(std::string_view name, std::string_view stem)
+    {
+        if (!name.starts_with(stem) || !name.ends_with(TemporaryEnding) ||
+            name.size() < stem.size() + TemporaryEnding.size())
+            return false;
+        name.remove_prefix(stem.size());
+        name.remove_suffix(TemporaryEnding.size());
+        const auto dash = name.find('-');
+        const auto isNumber = [](std::string_view text) {
+            return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+        };
+        return dash != std::string_view::npos && isNumber(name.substr(0, dash)) && isNumber(name.substr(dash + 1));
+    }
+
+    std::filesystem::path FolderOfTarget() const
+    {
+        return target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
+    }
+
     /// Makes the new name last. A file system that knows no such thing, or a folder that may be written but not read,
     /// has nothing better to give.
     void SyncFolder() const
     {
-        const auto folder = target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
-        const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        const Descriptor opened(::open(FolderOfTarget().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         if (opened.IsOpen() && ::fsync(opened.Number()) != 0 && errno == EIO)
             throw FileError(target, errno);
     }

@@ -6,14 +6,16 @@
 
 namespace quillmere {
 
-/// Unloads every screen of the employee and every list, in the fixed order. Closing a page stores its boxes.
+/// Unloads the pages, notepads, lists and dialogs that the fixed order names, in that order. Closing a page stores its
+/// boxes.
 void UnloadAllScreens(Session& session);
 
-/// When an employee has just been opened: unloads page 2 and the notepads, so that each loads anew for this employee,
-/// and leaves page 1 up.
+/// When an employee has just been opened: unloads page 2 and the notepads (but not the guidance on accommodation), so
+/// that each loads anew for this employee, and leaves page 1 up.
 void UnloadNotepads(Session& session);
 
-/// The main window's commands that need an open employee: Print, P11D(b), Close File.
+/// Enables or disables what needs an open employee: Print and P11D(b) of the File menu, Close File and Print of the
+/// toolbar.
 void EnableEmployeeCommands(Session& session, bool enabled);
 
 /// The main window's caption.

@@ -23,11 +23,11 @@ std::string FormatDate(Day day);
 /// moves with the edition). Empty for a text of under three characters or one that is no date.
 std::string NormaliseDate(std::string_view text);
 
-/// What `IsNotAfterYearEnd` found, for its caller to report.
+/// What `IsNotAfterYearEnd` (frame/YearEnd.h) goes by. A rule that has held the text to `IsDateText` asks for it
+/// directly: such a text can always be compared.
 enum class YearEndTest { No, Yes, Unreadable };
 
-/// Not later than the last day of the tax year. Empty: No. A text that cannot be compared: Unreadable, which counts as
-/// yes and is reported with "Registration Date must be before specified date".
+/// Not later than the last day of the tax year. Empty: No. A text that cannot be compared: Unreadable.
 YearEndTest TestYearEnd(std::string_view text);
 
 /// True if the date is not earlier than the first day of the tax year; false for an unreadable one.

@@ -4,7 +4,7 @@
 
 namespace quillmere {
 
-std::string ErrorReportText(std::string_view procedure, int number, std::string_view text, std::string_view diagnostic)
+std::string ErrorReportText(std::string_view procedure, long number, std::string_view text, std::string_view diagnostic)
 {
     std::string report = fmt::format("Procedure: {}\nError {}:  {}", procedure, number, text);
     if (!diagnostic.empty())

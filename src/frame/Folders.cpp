@@ -23,6 +23,14 @@ std::filesystem::path CacheFolder()
 
 } // namespace
 
+std::filesystem::path InFolder(const std::filesystem::path& folder, std::string_view name)
+{
+    std::filesystem::path::string_type path = folder.native();
+    path += std::filesystem::path::preferred_separator;
+    path += name;
+    return path;
+}
+
 std::filesystem::path RootFolderOf(const std::filesystem::path& programFolder)
 {
     // Kept: lengths alone decide, so a program folder of another name gives a wrong root and no message.
@@ -34,7 +42,7 @@ std::filesystem::path RootFolderOf(const std::filesystem::path& programFolder)
 
 std::filesystem::path PriorProgramFolderOf(const std::filesystem::path& programFolder)
 {
-    return RootFolderOf(programFolder) / edition::PriorProductFolder;
+    return InFolder(RootFolderOf(programFolder), edition::PriorProductFolder);
 }
 
 std::filesystem::path WindowsFolder()
@@ -48,16 +56,16 @@ std::filesystem::path WindowsFolder()
     return temporary.parent_path();
 }
 
-std::filesystem::path TempFolder()
+std::filesystem::path TempFolder(const std::filesystem::path& windowsFolder)
 {
     const std::filesystem::path cache = CacheFolder();
-    return (cache.empty() ? WindowsFolder() : cache) / "TEMP";
+    return (cache.empty() ? windowsFolder : cache) / "TEMP";
 }
 
-void MakeTempFolder()
+void MakeTempFolder(const std::filesystem::path& windowsFolder)
 {
     std::error_code ignored;
-    std::filesystem::create_directory(TempFolder(), ignored);
+    std::filesystem::create_directory(TempFolder(windowsFolder), ignored);
 }
 
 } // namespace quillmere

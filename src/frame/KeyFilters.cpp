@@ -43,11 +43,6 @@ constexpr bool IsOneOf(char32_t key, std::u32string_view characters)
 
 } // namespace
 
-KeyVerdict AnyKeyFilter(char32_t key)
-{
-    return Pass(key);
-}
-
 KeyVerdict DateKeyFilter(char32_t key)
 {
     if (key == U'.')

@@ -15,9 +15,6 @@ struct KeyVerdict {
 /// Looks at one typed or pasted character. Backspace is U+0008.
 using KeyFilter = KeyVerdict (*)(char32_t key);
 
-/// Lets every character through.
-KeyVerdict AnyKeyFilter(char32_t key);
-
 /// Digits, "/", backspace; "." becomes "/".
 KeyVerdict DateKeyFilter(char32_t key);
 

@@ -22,7 +22,7 @@ bool Messages::Ask(std::string_view title, std::string_view text, Icon icon, Ans
 
 void Messages::ReportError(std::string_view procedure, long number, std::string_view text, std::string_view diagnostic)
 {
-    Tell(edition::AppTitle, ErrorReportText(procedure, static_cast<int>(number), text, diagnostic), Icon::Critical);
+    Tell(edition::AppTitle, ErrorReportText(procedure, number, text, diagnostic), Icon::Critical);
     platform.SetBusyPointer(false);
 }
 

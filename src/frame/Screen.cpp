@@ -6,6 +6,20 @@
 
 namespace quillmere {
 
+namespace {
+
+/// Line ends and the like, which a paste may bring along: they have no place in a box of one line, and would part a
+/// name or a path in two where it is kept in a file of lines. Backspace is a key that the boxes know.
+constexpr bool IsControl(char32_t key)
+{
+    constexpr char32_t Backspace = 8, Delete = 0x7F, LastControl = 0x9F;
+    constexpr char32_t LineSeparator = 0x2028, ParagraphSeparator = 0x2029;
+    return (key < U' ' && key != Backspace) || (key >= Delete && key <= LastControl) || key == LineSeparator ||
+           key == ParagraphSeparator;
+}
+
+} // namespace
+
 Screen::Screen(Session& session, std::string_view name, ShowMode mode, std::string_view caption)
     : session(session), name(name), mode(mode), caption(caption)
 {
@@ -131,7 +145,7 @@ char32_t Screen::Key(Box& box, char32_t key)
         verdict = box.Filter()(key);
     if (verdict.beep)
         session.platform.Beep();
-    return verdict.key;
+    return IsControl(verdict.key) ? 0 : verdict.key;
 }
 
 void Screen::Leave(Box& box)

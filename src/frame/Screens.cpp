@@ -126,6 +126,13 @@ bool Screens::IsShown(std::string_view name) const
     return slot != nullptr && slot->shown;
 }
 
+void Screens::LeaveBoxInUse()
+{
+    const EventScope scope(*this);
+    if (host != nullptr)
+        host->LeaveBoxInUse();
+}
+
 void Screens::Unload(std::string_view name)
 {
     Slot* slot = FindSlot(name);
@@ -134,7 +141,9 @@ void Screens::Unload(std::string_view name)
     slot->unloading = true;
     const EventScope scope(*this);
     Screen* screen = slot->screen.get();
-    screen->Unload();
+    // A step that fails is told, and the screen goes all the same: one that could never be closed would hold the end of
+    // the program up.
+    screen->Perform([screen] { screen->Unload(); }, "Unload");
     if (host != nullptr)
         host->Close(*screen);
     const bool wasModal = screen->Mode() == ShowMode::Modal && IsShown(screen->Name());

@@ -23,6 +23,8 @@ public:
     virtual void Show(Screen& screen) = 0;
     virtual void Hide(Screen& screen) = 0;
     virtual void Close(Screen& screen) = 0;
+    /// Runs what leaving it would do to the box that has the focus; the focus stays.
+    virtual void LeaveBoxInUse() {}
     /// There is deferred work: call RunDeferred as soon as the windows are up.
     virtual void WorkWaiting() = 0;
 };
@@ -57,6 +59,9 @@ public:
     Screen* Show(std::string_view name);
     void Hide(std::string_view name);
     bool IsShown(std::string_view name) const;
+    /// Before a command prints: what has just been typed is put in form and worked out, although the focus stays in its
+    /// box.
+    void LeaveBoxInUse();
     /// Runs the unload step and closes the screen; nothing happens if it is not loaded.
     void Unload(std::string_view name);
     /// Drops every screen without its unload step: the end of the process.
@@ -65,13 +70,16 @@ public:
     /// Loaded screens in the order of loading.
     std::vector<Screen*> Open() const;
 
-    /// A one-shot timer of a screen: its work is done once the windows are up. Starting it again before that changes
-    /// nothing.
+    /// A one-shot timer of a screen: its work is done once the windows are up. Started again before that, it has
+    /// only the new work to do.
     void StartTimer(Screen& screen, std::string_view timer, std::function<void()> work);
     void StopTimer(std::string_view screen, std::string_view timer);
     /// Does the deferred work that is waiting, in the order of starting.
     void RunDeferred();
     bool HasDeferred() const { return !timers.empty(); }
+
+    /// True while an event of a screen runs, in a message box that it shows too.
+    bool IsBusy() const { return depth > 0; }
 
     /// Held while an event of a screen runs: screens unloaded meanwhile live until the outermost event has ended.
     class EventScope {

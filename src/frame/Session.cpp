@@ -1,13 +1,13 @@
 #include "frame/Session.h"
 
 #include "edition/Edition.h"
+#include "frame/Folders.h"
 
 namespace quillmere {
 
 std::filesystem::path Session::ClientDatabasePath() const
 {
-    const std::string& folder = settings.path.at(static_cast<std::size_t>(settings.selectedFolder));
-    return std::filesystem::path(folder) / edition::ClientDatabaseName;
+    return InFolder(settings.path.at(static_cast<std::size_t>(settings.selectedFolder)), edition::ClientDatabaseName);
 }
 
 } // namespace quillmere

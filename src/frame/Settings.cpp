@@ -3,6 +3,7 @@
 #include "edition/Edition.h"
 #include "frame/Amount.h"
 #include "frame/CheckedFile.h"
+#include "frame/Folders.h"
 #include "frame/Text.h"
 
 #include <algorithm>
@@ -296,10 +297,17 @@ template<class T>
                       PlaceOf(settings, row));
 }
 
+/// A text on one line: what stands behind a line end would be read as the next setting.
+std::string OnOneLine(std::string text)
+{
+    std::erase_if(text, [](char character) { return character == '\n' || character == '\r'; });
+    return text;
+}
+
 /// The text of a value as the file has it.
 std::string ValueText(Settings& settings, const Row& row)
 {
-    return std::visit(Overloaded{[](const std::string* value) { return *value; },
+    return std::visit(Overloaded{[](const std::string* value) { return OnOneLine(*value); },
                                  [&](const int* value) {
                                      const Range range = RangeOf(row.kind);
                                      return std::to_string(std::clamp(*value, range.least, range.most));
@@ -360,6 +368,24 @@ std::string Printable(std::string_view text)
     return Utf8(characters);
 }
 
+/// What a value of the kind is, in words.
+std::string_view Expected(Kind kind)
+{
+    switch (kind) {
+    case Kind::Integer:
+        return "a whole number from -32768 to 32767";
+    case Kind::Long:
+        return "a whole number";
+    case Kind::Real:
+        return "a number";
+    case Kind::Boolean:
+        return "True or False";
+    case Kind::Text:
+        break;
+    }
+    return "a text";
+}
+
 void ReadLines(Settings& settings, std::string_view content)
 {
     ForEachSetting(content, [&settings](const Line& line) {
@@ -367,8 +393,8 @@ void ReadLines(Settings& settings, std::string_view content)
         if (row == Rows.end() || !row->isRead)
             return;
         if (!StoreValue(settings, *row, line.value))
-            throw SettingsValueError(
-                fmt::format("Line {} of {}: {}", line.number, SettingsFileName, Printable(line.text)));
+            throw SettingsValueError(fmt::format("Type mismatch: line {} of {} should hold {}: {}", line.number,
+                                                 SettingsFileName, Expected(row->kind), Printable(line.text)));
     });
 }
 
@@ -477,7 +503,7 @@ void ReadConfiguration(Settings& settings, const SettingsSurroundings& surroundi
     bool isFirstStart = false;
     std::filesystem::path file = FindSettingsFile(surroundings.programFolder);
     if (file.empty()) {
-        file = FindSettingsFile(surroundings.rootFolder / edition::PriorProductFolder);
+        file = FindSettingsFile(InFolder(surroundings.rootFolder, edition::PriorProductFolder));
         isFirstStart = true;
     }
     if (file.empty())

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "frame/Failure.h"
+
 #include <array>
 #include <filesystem>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -72,10 +73,10 @@ struct SettingsSurroundings {
 inline constexpr std::string_view SettingsFileName = "RETURN.INI";
 
 /// A value of the settings file that does not fit its key's kind; reading stops there, what stood before it stays. The
-/// text gives the number and the content of the line.
-class SettingsValueError : public std::runtime_error {
+/// text says what was expected and gives the number and the content of the line.
+class SettingsValueError : public Failure {
 public:
-    using std::runtime_error::runtime_error;
+    explicit SettingsValueError(const std::string& text) : Failure(TypeMismatchNumber, text) {}
 };
 
 /// The record with every key at its default.

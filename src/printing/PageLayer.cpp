@@ -3,6 +3,7 @@
 #include "edition/Edition.h"
 #include "edition/FormWords.h"
 #include "frame/CheckedFile.h"
+#include "frame/Folders.h"
 #include "frame/ShellOpen.h"
 #include "printing/HeldFile.h"
 
@@ -309,7 +310,7 @@ void PageLayer::SetScaleForPage()
 
 std::filesystem::path PageLayer::PdfPath() const
 {
-    return rootFolder / "Docs" / "Preview.pdf";
+    return InFolder(rootFolder, "Docs") / "Preview.pdf";
 }
 
 bool PageLayer::RemoveOldPdf()

@@ -31,7 +31,7 @@ constexpr std::array<std::string_view, 12> Months = {"January",   "February", "M
                                                      "May",       "June",     "July",     "August",
                                                      "September", "October",  "November", "December"};
 
-/// "5 July 2011".
+/// Day, the month's name, year.
 std::string LongDate(Day day)
 {
     const std::chrono::year_month_day date(day);

@@ -78,12 +78,13 @@ bool frmVSPrint::Load()
 void frmVSPrint::Unload()
 {
     Settings& settings = session.settings;
-    const WindowPlacement& placement = Placement().value();
-    settings.vsPreviewMaximised = placement.maximised;
-    settings.vsPreviewTop = placement.top;
-    settings.vsPreviewLeft = placement.left;
-    settings.vsPreviewHeight = placement.height;
-    settings.vsPreviewWidth = placement.width;
+    if (const auto& placement = Placement()) {
+        settings.vsPreviewMaximised = placement->maximised;
+        settings.vsPreviewTop = placement->top;
+        settings.vsPreviewLeft = placement->left;
+        settings.vsPreviewHeight = placement->height;
+        settings.vsPreviewWidth = placement->width;
+    }
     settings.reportReverse = IsReversed();
     session.screens.Unload("frmVSPrintDialog");
 }

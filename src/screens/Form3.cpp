@@ -4,6 +4,7 @@
 #include "frame/CloseAll.h"
 #include "frame/Dates.h"
 #include "frame/Text.h"
+#include "frame/YearEnd.h"
 
 #include <array>
 #include <utility>
@@ -111,8 +112,6 @@ Form3::Form3(Session& session)
     OpensScreen("Image6", "FNotepad");
     OpensScreen("Label65", "Form3_4");
     OpensScreen("Label66", "Form5_6");
-    for (const auto& [label, screen] : {std::pair("Page2", "Side2Form1"), std::pair("lblP11DB", "P11DDeclaration")})
-        box(label).SetEnabled(session.screens.IsRegistered(screen));
 }
 
 bool Form3::Load()
@@ -186,8 +185,7 @@ void Form3::LeaveDateOfBirth()
     if (text.empty())
         return;
     const auto day = ReadDate(text);
-    const bool valid =
-        IsDateText(text) && TestYearEnd(text) == YearEndTest::Yes && day && *day >= *ReadDate(EarliestBirth);
+    const bool valid = IsDateText(text) && IsNotAfterYearEnd(session, text) && day && *day >= *ReadDate(EarliestBirth);
     birth.SetText(valid ? NormaliseDate(text) : std::string());
 }
 

@@ -51,12 +51,6 @@ void P11DPage::OnLeaveAmount(std::string_view boxName)
 
 void P11DPage::OpensScreen(std::string_view picture, std::string_view screen)
 {
-    if (!session.screens.IsRegistered(screen)) {
-        Box& unavailable = box(picture);
-        unavailable.SetEnabled(false);
-        unavailable.SetTip(unavailable.Tip() + " (not available in this version)");
-        return;
-    }
     OnClick(picture, [this, screen](Box&) { session.screens.Show(screen); });
 }
 

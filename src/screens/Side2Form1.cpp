@@ -6,6 +6,7 @@
 #include "frame/Dates.h"
 #include "frame/KeyFilters.h"
 #include "frame/Text.h"
+#include "frame/YearEnd.h"
 
 #include <array>
 #include <utility>
@@ -235,8 +236,8 @@ void Side2Form1::LeaveLoanDate(Box& date)
         return;
     const auto day = ReadDate(text);
     // Kept: the earliest date is that of an older year.
-    const bool valid = IsDateText(text) && TestYearEnd(text) == YearEndTest::Yes && day &&
-                       *day >= *ReadDate(edition::EarliestLoanDate);
+    const bool valid =
+        IsDateText(text) && IsNotAfterYearEnd(session, text) && day && *day >= *ReadDate(edition::EarliestLoanDate);
     date.SetText(valid ? NormaliseDate(text) : std::string());
 }
 

@@ -1,15 +1,8 @@
 // What holds for the window of every screen: each control is placed, named for a screen reader, and visited by the Tab
 // key once, in the order of the form.
-#include "app/Program.h"
-#include "clientdb/Employees.h"
-#include "desktop/DesktopHost.h"
+#include "RunningProgram.h"
 #include "desktop/Layout.h"
 #include "desktop/MainWindow.h"
-#include "edition/Edition.h"
-#include "frame/Folders.h"
-#include "frame/Settings.h"
-#include "support/ScriptedDoor.h"
-#include "support/StoreFixture.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -18,54 +11,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <set>
 
 namespace quillmere {
 namespace {
 
-/// The program up to its main window, with one employee open, who is in last year's database too, and the windows made
-/// but not looked at.
-class RunningProgram {
-public:
-    RunningProgram() : program(door, &host, {.programFolder = ProgramFolder(), .resourceFolder = QUILLMERE_RESOURCES})
-    {
-        host.SetScreens(&program.GetSession().screens);
-        program.Main();
-        Session& session = program.GetSession();
-        Database database = Database::OpenDatabase(session.ClientDatabasePath());
-        CreateEmployee(database,
-                       {.employer = "Acme Ltd", .firstName = "Jane", .surname = "Smith", .payeReference = "1"});
-        session.CurrentEmployer = "Acme Ltd";
-        session.CurrentEmployee = "Jane Smith";
-
-        const std::filesystem::path priorFolder = PriorProgramFolderOf(session.programFolder);
-        std::filesystem::create_directories(priorFolder);
-        std::ofstream(priorFolder / SettingsFileName)
-            << "FOLDER 1=Clients\nPATH 1=" << priorFolder.string() << "\nSELECTED FOLDER=1\n";
-        std::filesystem::copy_file(session.ClientDatabasePath(), priorFolder / edition::PriorClientDatabaseName);
-    }
-
-    /// Shows a screen, if the program has it and it opens with what there is.
-    Screen* Show(std::string_view name)
-    {
-        Screens& screens = program.GetSession().screens;
-        return screens.IsRegistered(name) ? screens.Show(name) : nullptr;
-    }
-
-    test::ScratchFolder folder;
-    quillmere::testing::ScriptedDoor door;
-    DesktopHost host;
-    Program program;
-
-private:
-    std::filesystem::path ProgramFolder() const
-    {
-        const std::filesystem::path made = folder.path / edition::ProductFolder;
-        std::filesystem::create_directories(made);
-        return made;
-    }
-};
+using testing::RunningProgram;
 
 class EveryScreen : public ::testing::TestWithParam<std::string_view> {
 protected:
@@ -117,6 +68,15 @@ TEST_P(EveryScreen, PlacesEveryControlThatCanShow)
     for (const auto& box : screen->Boxes())
         EXPECT_TRUE(!box->Visible() || IsGround(*box) || placed.contains(box.get()))
             << box->FullName() << " is nowhere";
+}
+
+TEST_P(EveryScreen, KeepsTheOthersWaitingIfItIsModal)
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    const bool modal = screen->Mode() == ShowMode::Modal;
+    EXPECT_EQ(window->isWindow(), screen->Mode() != ShowMode::Child);
+    EXPECT_EQ(window->windowModality(), modal ? Qt::ApplicationModal : Qt::NonModal);
+    EXPECT_EQ(QApplication::activeModalWidget(), modal ? window : nullptr);
 }
 
 TEST_P(EveryScreen, NamesEveryControlThatTakesTheFocus)

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <functional>
 #include <sys/resource.h>
@@ -202,6 +203,21 @@ TEST(CheckedFile, WhatAKilledProcessLeftBehindIsNotInTheWay)
     Store(folder / ("a." + std::to_string(::getpid()) + "-1.tmp"), "half");
     WriteFileChecked(folder / "a", "whole");
     EXPECT_EQ(Content(folder / "a"), "whole");
+}
+
+TEST(CheckedFile, WhatKilledProcessesLeftBehindGoesWithTheNextWriteOnceItIsOld)
+{
+    const TemporaryFolder folder;
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(2);
+    for (const char* name : {"a.17-1.tmp", "a.4194304-12.tmp", "b.17-1.tmp", "a.17.tmp", "a.x-1.tmp", "a.-1.tmp",
+                             "aa.17-1.tmp", "a.17-1.tmp.mdb", "a..tmp"}) {
+        Store(folder / name, "half");
+        std::filesystem::last_write_time(folder / name, old);
+    }
+    Store(folder / "a.18-1.tmp", "being written");
+    WriteFileChecked(folder / "a", "whole");
+    EXPECT_EQ(NamesIn(folder.Path()), (std::set<std::string>{"a", "a.18-1.tmp", "b.17-1.tmp", "a.17.tmp", "a.x-1.tmp",
+                                                             "a.-1.tmp", "aa.17-1.tmp", "a.17-1.tmp.mdb", "a..tmp"}));
 }
 
 TEST(CheckedFile, AKillInTheMiddleLeavesAWholeFile)

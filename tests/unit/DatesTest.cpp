@@ -1,6 +1,8 @@
 #include "frame/Dates.h"
 
+#include "../support/ScriptedDoor.h"
 #include "edition/Edition.h"
+#include "frame/YearEnd.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -131,6 +133,22 @@ TEST(Dates, TheBoundsOfTheYearReadAsDaysWithTheDayFirst)
     EXPECT_EQ(ReadDate(edition::TaxYearEnd), On(2011, 4, 5));
     EXPECT_EQ(ReadDate(edition::PriorYearStart), On(2009, 4, 6));
     EXPECT_EQ(ReadDate(edition::PriorYearEnd), On(2010, 4, 5));
+}
+
+TEST(Dates, ADateThatCannotBeComparedIsKeptAndTold)
+{
+    testing::ScriptedDoor door;
+    Session session{door};
+    EXPECT_TRUE(IsNotAfterYearEnd(session, "05/04/2011"));
+    EXPECT_FALSE(IsNotAfterYearEnd(session, "06/04/2011"));
+    EXPECT_FALSE(IsNotAfterYearEnd(session, ""));
+    EXPECT_TRUE(door.messages.empty());
+    EXPECT_EQ(session.LastBadDate, "");
+    EXPECT_TRUE(IsNotAfterYearEnd(session, "31/04/2010"));
+    EXPECT_EQ(session.LastBadDate, "31/04/2010");
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].title, "2011 Quillmere");
+    EXPECT_EQ(door.messages[0].text, "Registration Date must be before specified date");
 }
 
 TEST(Dates, TheYearEndTestTellsLateEmptyAndUnreadableApart)

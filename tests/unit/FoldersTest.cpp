@@ -70,14 +70,23 @@ TEST(Folders, TheSystemFolderIsAboveTheTemporaryOne)
     EXPECT_EQ(WindowsFolder(), "/");
 }
 
+TEST(Folders, AnEmptyFolderIsTheTopmostOne)
+{
+    EXPECT_EQ(InFolder("/data/clients", "a.mdb"), "/data/clients/a.mdb");
+    EXPECT_EQ(InFolder("", "a.mdb").string(), "/a.mdb");
+    EXPECT_EQ(InFolder("/data/", "a.mdb").string(), "/data//a.mdb");
+    EXPECT_EQ(RootFolderOf("/Q1111"), "");
+    EXPECT_EQ(PriorProgramFolderOf("/Q1111"), "/Q1110");
+}
+
 TEST(Folders, TheTempFolderIsMadeInTheUsersCache)
 {
     const test::TemporaryFolder folder;
     const Environment cache("XDG_CACHE_HOME", folder.Path().c_str());
-    EXPECT_EQ(TempFolder(), folder / "TEMP");
-    MakeTempFolder();
+    EXPECT_EQ(TempFolder(WindowsFolder()), folder / "TEMP");
+    MakeTempFolder(WindowsFolder());
     EXPECT_TRUE(std::filesystem::is_directory(folder / "TEMP"));
-    EXPECT_NO_THROW(MakeTempFolder()) << "it usually exists";
+    EXPECT_NO_THROW(MakeTempFolder(WindowsFolder())) << "it usually exists";
 }
 
 TEST(Folders, ATempFolderThatCannotBeMadeIsPassedOver)
@@ -85,9 +94,18 @@ TEST(Folders, ATempFolderThatCannotBeMadeIsPassedOver)
     const test::TemporaryFolder folder;
     const Environment cache("XDG_CACHE_HOME", nullptr);
     const Environment home("HOME", (folder / "missing").c_str());
-    EXPECT_EQ(TempFolder(), folder / "missing/.cache/TEMP");
-    EXPECT_NO_THROW(MakeTempFolder());
+    EXPECT_EQ(TempFolder("/anywhere"), folder / "missing/.cache/TEMP");
+    EXPECT_NO_THROW(MakeTempFolder(WindowsFolder()));
     EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
+}
+
+TEST(Folders, WithoutAUsersFolderTheTempFolderIsThatOfTheSystem)
+{
+    const test::TemporaryFolder folder;
+    const Environment cache("XDG_CACHE_HOME", nullptr);
+    const Environment home("HOME", nullptr);
+    MakeTempFolder(folder.Path());
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "TEMP"));
 }
 
 } // namespace

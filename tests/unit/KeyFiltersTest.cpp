@@ -55,12 +55,6 @@ TEST(KeyFilters, OfTheControlKeysBackspaceAlonePasses)
             EXPECT_EQ(c.filter(key).key, key == 8 ? key : 0U) << c.name << ' ' << static_cast<unsigned>(key);
 }
 
-TEST(KeyFilters, WithoutAFilterEverythingPassesInSilence)
-{
-    for (const char32_t key : {U'a', U'£', U'\t', U'Ж'})
-        EXPECT_EQ(AnyKeyFilter(key), (KeyVerdict{key, false}));
-}
-
 TEST(KeyFilters, FuelLettersAreThoseOfTheFormInEitherCase)
 {
     EXPECT_EQ(edition::FuelLetters, "BCDEGHLP");

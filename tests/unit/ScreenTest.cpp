@@ -46,7 +46,12 @@ public:
         return Name() != "Refused";
     }
     void Activate() override { Diary().push_back("activate " + Name()); }
-    void Unload() override { Diary().push_back("unload " + Name()); }
+    void Unload() override
+    {
+        Diary().push_back("unload " + Name());
+        if (Name() == "Stubborn")
+            throw std::runtime_error("no room");
+    }
 };
 
 class ScreenTest : public ::testing::Test {
@@ -54,7 +59,7 @@ protected:
     ScreenTest()
     {
         Diary().clear();
-        for (const std::string_view name : {"Page", "Refused"})
+        for (const std::string_view name : {"Page", "Refused", "Stubborn"})
             session.screens.Register(
                 name, [name](Session& with) { return std::make_unique<Sheet>(with, name, ShowMode::Child); });
         session.screens.Register(
@@ -165,6 +170,30 @@ TEST_F(ScreenTest, RunsDeferredWorkOnceAndDropsThatOfAnUnloadedScreen)
     session.screens.Unload("Page");
     session.screens.RunDeferred();
     EXPECT_EQ(runs, 10);
+}
+
+TEST_F(ScreenTest, ClosesAScreenWhoseUnloadFailsAndTellsOfTheFailure)
+{
+    session.screens.Show("Page");
+    session.screens.Show("Stubborn");
+    EXPECT_NO_THROW(session.screens.Unload("Stubborn"));
+    EXPECT_EQ(session.screens.Find("Stubborn"), nullptr);
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].text, "Procedure: Stubborn - Unload\nError 0:  no room");
+    EXPECT_NE(session.screens.Show("Stubborn"), nullptr) << "it opens anew";
+    session.screens.Unload("Page");
+    EXPECT_EQ(session.screens.Find("Page"), nullptr);
+}
+
+TEST_F(ScreenTest, LetsNoLineEndIntoABox)
+{
+    Screen* page = session.screens.Show("Page");
+    Box& line = page->box("Line", 1);
+    for (const char32_t key : {U'\n', U'\r', U'\t', U'\v', U'\x1B', U'\x7F', U'\x85', U'\u2028', U'\u2029'})
+        EXPECT_EQ(page->Key(line, key), U'\0') << static_cast<unsigned>(key);
+    for (const char32_t key : {U'\b', U' ', U'~', U'\xA0', U'é', U'\u2027', U'\U0001F600'})
+        EXPECT_EQ(page->Key(line, key), key);
+    EXPECT_EQ(door.beeps, 0);
 }
 
 TEST_F(ScreenTest, LeavesNothingHalfOpenWhenAScreenCannotBeMade)

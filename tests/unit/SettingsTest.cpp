@@ -406,7 +406,8 @@ TEST_F(SettingsTest, ABadValueStopsTheReadingAtItsLine)
     Settings settings;
     const std::string failure =
         Failure("REPORT COMPILER=Before\nREPORT TICKS=2\nREPORT PAGE=x\nREPORT DATE=After\n", settings);
-    EXPECT_EQ(failure, "Line 3 of RETURN.INI: REPORT PAGE=x");
+    EXPECT_EQ(failure, "Type mismatch: line 3 of RETURN.INI should hold a whole number from -32768 to 32767: "
+                       "REPORT PAGE=x");
     EXPECT_EQ(settings.reportCompiler, "Before");
     EXPECT_EQ(settings.reportTicks, 2);
     EXPECT_EQ(settings.reportPage, 1) << "the bad value leaves the default";
@@ -426,8 +427,9 @@ TEST_F(SettingsTest, TheFailureIsFitForAMessageBox)
 {
     Settings settings;
     const std::string failure = Failure("REPORT PAGE=\x01\xFF" + std::string(5000, 'x') + "\n", settings);
-    EXPECT_TRUE(failure.starts_with("Line 1 of RETURN.INI: REPORT PAGE=?\uFFFDxxx")) << failure;
-    EXPECT_LT(failure.size(), 150U);
+    EXPECT_NE(failure.find("line 1 of RETURN.INI should hold"), std::string::npos) << failure;
+    EXPECT_NE(failure.find(": REPORT PAGE=?\uFFFDxxx"), std::string::npos) << failure;
+    EXPECT_LT(failure.size(), 200U);
 }
 
 TEST_F(SettingsTest, AnEmptySelectedFolderGivesWayToTheFirst)
@@ -538,6 +540,49 @@ TEST_F(SettingsTest, AFileThatCannotBeWrittenIsLeftAsItWasWithoutAWord)
     EXPECT_EQ(Content(File()), "REPORT COMPILER=Old\n");
     EXPECT_NO_THROW(WriteConfiguration(settings, root / "missing"));
     EXPECT_FALSE(std::filesystem::exists(root / "missing"));
+}
+
+TEST_F(SettingsTest, ABadValueHasItsNumberAndSaysWhatWasExpected)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {"VIEW TOOLTIPS=perhaps",
+         "Type mismatch: line 1 of RETURN.INI should hold True or False: VIEW TOOLTIPS=perhaps"},
+        {"VS SCALE=wide", "Type mismatch: line 1 of RETURN.INI should hold a number: VS SCALE=wide"},
+        {"BACKGROUND COLOUR=red",
+         "Type mismatch: line 1 of RETURN.INI should hold a whole number: BACKGROUND COLOUR=red"},
+    };
+    for (const auto& [line, text] : cases) {
+        Store(File(), line);
+        Settings settings;
+        try {
+            ReadConfiguration(settings, surroundings);
+            FAIL() << line;
+        } catch (const quillmere::Failure& failure) {
+            EXPECT_EQ(failure.Number(), 13) << line;
+            EXPECT_STREQ(failure.what(), text);
+        }
+    }
+}
+
+TEST_F(SettingsTest, ALineEndInATextIsNotWritten)
+{
+    Settings settings = Read();
+    settings.folder[2] = "x\nPATH 1=/other\r\n";
+    settings.reportCompiler = "\r";
+    const std::string written = Written(settings);
+    EXPECT_NE(written.find("\nFOLDER 2=xPATH 1=/other\n"), std::string::npos);
+    EXPECT_EQ(written.find('\r'), std::string::npos);
+    EXPECT_EQ(Read().path[1], surroundings.programFolder.string());
+}
+
+TEST_F(SettingsTest, LastYearsFolderBelowTheTopIsNotLookedForWhereTheProcessWorks)
+{
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(root.Path());
+    Store(PriorFile(), "REPORT COMPILER=Somebody\n");
+    surroundings.rootFolder.clear();
+    EXPECT_EQ(Read().reportCompiler, "");
+    std::filesystem::current_path(before);
 }
 
 TEST_F(SettingsTest, NumbersOutsideTheirKindAreWrittenAtTheBound)

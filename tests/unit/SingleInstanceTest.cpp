@@ -82,6 +82,33 @@ TEST(SingleInstance, AProgramStartedFromThisOneDoesNotHoldThePlace)
     ::waitpid(viewer, nullptr, 0);
 }
 
+/// What a process that may not write the lock file is told: 1 for first, 0 for not.
+int AnswerToAnotherUser(const std::filesystem::path& folder)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        constexpr uid_t nobody = 65534;
+        if (::geteuid() == 0 && (::setgid(nobody) != 0 || ::setuid(nobody) != 0))
+            ::_exit(255);
+        ::_exit(SingleInstance(folder).IsFirst() ? 1 : 0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(SingleInstance, AnotherUsersLockCountsToo)
+{
+    const TemporaryFolder folder;
+    std::optional<SingleInstance> first(std::in_place, folder.Path());
+    ASSERT_TRUE(first->IsFirst());
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+        std::filesystem::permissions(entry.path(), std::filesystem::perms(0444));
+    EXPECT_EQ(AnswerToAnotherUser(folder.Path()), 0);
+    first.reset();
+    EXPECT_EQ(AnswerToAnotherUser(folder.Path()), 1);
+}
+
 TEST(SingleInstance, AFolderWithoutRoomForALockDoesNotKeepTheProgramFromStarting)
 {
     const TemporaryFolder folder;

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/Program.h"
+#include "clientdb/Employees.h"
+#include "desktop/DesktopHost.h"
+#include "edition/Edition.h"
+#include "frame/Folders.h"
+#include "frame/Settings.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
+
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+
+namespace quillmere::testing {
+
+/// The program up to its main window, with one employee open, who is in last year's database too, and the windows made
+/// but not looked at.
+class RunningProgram {
+public:
+    RunningProgram() : program(door, &host, {.programFolder = ProgramFolder(), .resourceFolder = QUILLMERE_RESOURCES})
+    {
+        host.SetScreens(&program.GetSession().screens);
+        program.Main();
+        Session& session = program.GetSession();
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        CreateEmployee(database,
+                       {.employer = "Acme Ltd", .firstName = "Jane", .surname = "Smith", .payeReference = "1"});
+        session.CurrentEmployer = "Acme Ltd";
+        session.CurrentEmployee = "Jane Smith";
+
+        const std::filesystem::path priorFolder = PriorProgramFolderOf(session.programFolder);
+        std::filesystem::create_directories(priorFolder);
+        std::ofstream(priorFolder / SettingsFileName)
+            << "FOLDER 1=Clients\nPATH 1=" << priorFolder.string() << "\nSELECTED FOLDER=1\n";
+        std::filesystem::copy_file(session.ClientDatabasePath(), priorFolder / edition::PriorClientDatabaseName);
+    }
+
+    /// Shows a screen, if the program has it and it opens with what there is.
+    Screen* Show(std::string_view name)
+    {
+        Screens& screens = program.GetSession().screens;
+        return screens.IsRegistered(name) ? screens.Show(name) : nullptr;
+    }
+
+    test::ScratchFolder folder;
+    ScriptedDoor door;
+    DesktopHost host;
+    Program program;
+
+private:
+    std::filesystem::path ProgramFolder() const
+    {
+        const std::filesystem::path made = folder.path / edition::ProductFolder;
+        std::filesystem::create_directories(made);
+        return made;
+    }
+};
+
+} // namespace quillmere::testing
