@@ -124,11 +124,8 @@ void DNotepad::Ok()
 
 void DNotepad::Delete()
 {
-    for (const BoundBox& row : Stored) {
-        Box& emptied = box(row.box);
-        emptied.Clear();
-        emptied.SetTicked(false);
-    }
+    for (const BoundBox& row : Stored)
+        box(row.box).Clear();
 }
 
 } // namespace quillmere

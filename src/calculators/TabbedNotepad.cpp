@@ -100,11 +100,8 @@ std::array<std::string, TabbedNotepad::Columns> TabbedNotepad::Row(std::string_v
 
 void TabbedNotepad::ClearColumn()
 {
-    for (const BoundBox& row : grid.rows) {
-        Box& shown = box(row.box);
-        shown.SetTicked(false);
-        shown.Clear();
-    }
+    for (const BoundBox& row : grid.rows)
+        box(row.box).Clear();
 }
 
 } // namespace quillmere
