@@ -91,12 +91,6 @@ void CalculatorNotepad::ClearBoxes(std::span<const std::string_view> boxNames)
         box(boxName).Clear();
 }
 
-void CalculatorNotepad::PutOnPage(std::string_view page, std::string_view boxName, std::string_view text)
-{
-    if (Box* onPage = session.screens.FindBox(page, boxName))
-        onPage->SetText(text);
-}
-
 void CalculatorNotepad::PutOnPage(std::string_view page, std::string_view boxName, std::string_view text,
                                   std::string_view stored)
 {

@@ -53,9 +53,8 @@ protected:
     /// Puts a plain number into a box; 0 is blank.
     void SetNumber(std::string_view boxName, double number);
     void ClearBoxes(std::span<const std::string_view> boxNames);
-    /// Puts a result into a page's box if the page is open.
-    void PutOnPage(std::string_view page, std::string_view boxName, std::string_view text);
-    /// The same for a field that was written with another text, which holds until the page is stored.
+    /// Puts a result into a page's box if the page is open. `stored` is what its field was written with: where that
+    /// is another text, it holds until the page is stored.
     void PutOnPage(std::string_view page, std::string_view boxName, std::string_view text, std::string_view stored);
     const std::string& TextOf(std::string_view boxName) const { return box(boxName).Text(); }
 

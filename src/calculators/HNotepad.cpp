@@ -256,13 +256,14 @@ void HNotepad::Ok()
         for (int loan = 1; loan <= Loans; ++loan)
             StoreLoan(own, loan);
         Recordset page = SeekEmployee(database, "P11D");
-        for (const PageField& field : fields) {
+        for (const PageField& field : fields)
             WriteField(page, field.field, field.text);
-            PutOnPage(Page, field.field, field.text);
-        }
     });
-    if (stored)
-        session.screens.Unload(Name());
+    if (!stored)
+        return;
+    for (const PageField& field : fields)
+        PutOnPage(Page, field.field, field.text, field.text);
+    session.screens.Unload(Name());
 }
 
 void HNotepad::Delete()

@@ -94,7 +94,7 @@ void JNotepad::Ok()
     });
     if (!stored)
         return;
-    PutOnPage("Side2Form1", "JRelocation", TextOf("FBox"));
+    PutOnPage("Side2Form1", "JRelocation", TextOf("FBox"), TextOf("FBox"));
     session.screens.Unload(Name());
 }
 

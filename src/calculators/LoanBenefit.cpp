@@ -112,7 +112,7 @@ std::optional<std::string> RateOfCurrency(std::span<const std::string> names, st
                                           std::string_view chosen)
 {
     const std::string name = Trim(chosen);
-    const auto row = std::ranges::find(names, name);
+    const auto row = std::ranges::find_if(names, [&](const std::string& ofRow) { return Trim(ofRow) == name; });
     if (name.empty() || row == names.end())
         return std::nullopt;
     return rates[static_cast<std::size_t>(row - names.begin())];
