@@ -59,17 +59,9 @@ bool CalculatorNotepad::StoreAll(const std::function<void(Database&)>& work, std
     }
 }
 
-Recordset CalculatorNotepad::SeekEmployee(Database& database, std::string_view table) const
-{
-    Recordset records = database.OpenRecordset(table);
-    records.Index("IndKey");
-    records.Seek(session.CurrentEmployer, session.CurrentEmployee);
-    return records;
-}
-
 Recordset CalculatorNotepad::FindEmployee(Database& database, std::string_view table, std::string_view title)
 {
-    Recordset records = SeekEmployee(database, table);
+    Recordset records = OpenCurrent(database, table, session);
     if (records.NoMatch())
         session.messages.Tell(title, "Employee not found");
     return records;
@@ -103,13 +95,6 @@ std::string NotepadCaption(std::string_view words, const Session& session)
     return std::string(words) + session.CurrentEmployee + " (" + session.CurrentEmployer + ")";
 }
 
-void WriteField(Recordset& records, std::string_view field, std::string_view text)
-{
-    records.Edit();
-    records.SetField(field, text);
-    records.Update();
-}
-
 void ShowStored(Screen& screen, const Recordset& records, std::span<const BoundBox> rows)
 {
     for (const BoundBox& row : rows) {
@@ -129,7 +114,7 @@ void StoreBoxes(const Screen& screen, Recordset& records, std::span<const BoundB
     for (const BoundBox& row : rows) {
         const Box& stored = screen.box(row.box);
         const bool isTick = stored.GetKind() == Kind::Tick;
-        WriteField(records, row.field, isTick ? (stored.Ticked() ? "1" : "0") : std::string_view(stored.Text()));
+        StoreField(records, row.field, isTick ? (stored.Ticked() ? "1" : "0") : std::string_view(stored.Text()));
     }
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "clientdb/CurrentRecord.h"
 #include "clientdb/Recordset.h"
 #include "frame/Amount.h"
 #include "frame/Screen.h"
 #include "frame/Session.h"
 
 #include <functional>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -43,9 +43,7 @@ protected:
     [[nodiscard]] bool StoreAll(const std::function<void(Database&)>& work,
                                 std::string_view failure = "Unable to update database");
 
-    /// A cursor on the open employee's record; NoMatch, without a word, if there is none.
-    Recordset SeekEmployee(Database& database, std::string_view table) const;
-    /// The same, with "Employee not found" under `title` if there is none.
+    /// A cursor on the open employee's record; NoMatch, with "Employee not found" under `title`, if there is none.
     Recordset FindEmployee(Database& database, std::string_view table, std::string_view title);
 
     /// Puts an amount into a box; zero is blank.
@@ -63,9 +61,6 @@ protected:
 
 /// The caption of a notepad: its words, the open employee and, in parentheses, the employer.
 std::string NotepadCaption(std::string_view words, const Session& session);
-
-/// Writes one field in an edit and update of its own. Throws StoreError.
-void WriteField(Recordset& records, std::string_view field, std::string_view text);
 
 /// A box and the field in which it is stored.
 struct BoundBox {

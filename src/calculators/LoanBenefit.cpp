@@ -80,11 +80,9 @@ int CompleteTaxMonths(std::string_view dateFrom, std::string_view dateTo)
 
 std::string LeaveLoanDate(LoanDate left, std::string_view text, std::string_view other)
 {
-    const std::string trimmed = Trim(text);
-    if (trimmed.empty() || !IsDateText(trimmed) || TestYearEnd(trimmed) == YearEndTest::No ||
-        !IsNotBeforeYearStart(trimmed))
-        return {};
-    std::string date = NormaliseDate(trimmed);
+    std::string date = EnteredDate(text);
+    if (date.empty())
+        return date;
     const bool isFrom = left == LoanDate::From;
     const auto from = ReadDate(isFrom ? date : Or(other, edition::TaxYearStart));
     const auto to = ReadDate(isFrom ? Or(other, edition::TaxYearEnd) : date);

@@ -257,6 +257,47 @@ TEST_F(CalculatorNotepads, AThirdLoanPutsTheTotalOnThePageAndLeavesEverythingEls
     EXPECT_EQ(Stored("P11D", "HOutstand1"), "");
 }
 
+TEST_F(CalculatorNotepads, AMissingRecordIsToldOfWithTheExclamationIcon)
+{
+    struct Case {
+        std::string_view screen, table, ownTitle, pageTitle;
+    };
+    constexpr auto Cases = std::to_array<Case>({
+        {"GNotepad", "GNotepad", "Notepad G - loading error", "Notepad G - loading error"},
+        {"HNotepad", "HNotepad", "Notepad H - loading error", "Notepad H - Data 2 loading error"},
+        {"DNotepad", "DNotepad", "Notepad D - loading error", "Notepad D - loading error"},
+        {"D2Notepad", "DNotepad", "Notepad D2 - loading error", "Notepad D2 - loading error"},
+        {"ENotepad", "ENotepad", "Notepad D - loading error", "Notepad D - loading error"},
+        {"JNotepad", "JNotepad", "Notepad J - loading error", "Notepad J - loading error"},
+    });
+    const auto remove = [this](std::string_view table) {
+        Database database = Open();
+        if (Recordset records = Seek(database, table); !records.NoMatch())
+            records.Delete();
+    };
+    const auto opensWith = [this](std::string_view screen, const std::vector<std::string_view>& titles) {
+        door.messages.clear();
+        Show(screen);
+        ASSERT_EQ(door.messages.size(), titles.size()) << screen;
+        for (std::size_t place = 0; place < titles.size(); ++place) {
+            EXPECT_EQ(door.messages[place].title, titles[place]) << screen;
+            EXPECT_EQ(door.messages[place].text, "Employee not found") << screen;
+            EXPECT_EQ(door.messages[place].icon, Icon::Exclamation) << screen;
+        }
+        Click(screen, "Cancel");
+    };
+    for (const Case& missing : Cases) {
+        remove(missing.table);
+        opensWith(missing.screen, {missing.ownTitle});
+    }
+    remove("P11D");
+    for (const Case& missing : Cases) {
+        const bool pageFirst = missing.ownTitle != missing.pageTitle;
+        opensWith(missing.screen,
+                  {pageFirst ? missing.pageTitle : missing.ownTitle, pageFirst ? missing.ownTitle : missing.pageTitle});
+    }
+}
+
 TEST_F(CalculatorNotepads, DeleteClearsATickAndLeavesItsWords)
 {
     Screen& basic = Show("DNotepad");
