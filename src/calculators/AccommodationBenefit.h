@@ -49,8 +49,8 @@ struct AdditionalChargeWorking {
     Amount R; ///< Q + E
 };
 
-/// Works out the additional charge (recalculation of `D2Notepad`). A cost of no more than the limit leaves J to R at 0
-/// except for the entered boxes.
+/// Works out the additional charge (recalculation of `D2Notepad`). A net cost H below the limit leaves J to R at 0
+/// except for the entered boxes; one of exactly the limit is worked through.
 AdditionalChargeWorking AdditionalCharge(const AdditionalChargeFacts& facts,
                                          const edition::AccommodationRates& rates = edition::Accommodation);
 

@@ -59,17 +59,9 @@ bool CalculatorNotepad::StoreAll(const std::function<void(Database&)>& work, std
     }
 }
 
-Recordset CalculatorNotepad::SeekEmployee(Database& database, std::string_view table) const
-{
-    Recordset records = database.OpenRecordset(table);
-    records.Index("IndKey");
-    records.Seek(session.CurrentEmployer, session.CurrentEmployee);
-    return records;
-}
-
 Recordset CalculatorNotepad::FindEmployee(Database& database, std::string_view table, std::string_view title)
 {
-    Recordset records = SeekEmployee(database, table);
+    Recordset records = OpenCurrent(database, table, session);
     if (records.NoMatch())
         session.messages.Tell(title, "Employee not found");
     return records;
@@ -91,12 +83,6 @@ void CalculatorNotepad::ClearBoxes(std::span<const std::string_view> boxNames)
         box(boxName).Clear();
 }
 
-void CalculatorNotepad::PutOnPage(std::string_view page, std::string_view boxName, std::string_view text)
-{
-    if (Box* onPage = session.screens.FindBox(page, boxName))
-        onPage->SetText(text);
-}
-
 void CalculatorNotepad::PutOnPage(std::string_view page, std::string_view boxName, std::string_view text,
                                   std::string_view stored)
 {
@@ -107,13 +93,6 @@ void CalculatorNotepad::PutOnPage(std::string_view page, std::string_view boxNam
 std::string NotepadCaption(std::string_view words, const Session& session)
 {
     return std::string(words) + session.CurrentEmployee + " (" + session.CurrentEmployer + ")";
-}
-
-void WriteField(Recordset& records, std::string_view field, std::string_view text)
-{
-    records.Edit();
-    records.SetField(field, text);
-    records.Update();
 }
 
 void ShowStored(Screen& screen, const Recordset& records, std::span<const BoundBox> rows)
@@ -135,7 +114,7 @@ void StoreBoxes(const Screen& screen, Recordset& records, std::span<const BoundB
     for (const BoundBox& row : rows) {
         const Box& stored = screen.box(row.box);
         const bool isTick = stored.GetKind() == Kind::Tick;
-        WriteField(records, row.field, isTick ? (stored.Ticked() ? "1" : "0") : std::string_view(stored.Text()));
+        StoreField(records, row.field, isTick ? (stored.Ticked() ? "1" : "0") : std::string_view(stored.Text()));
     }
 }
 

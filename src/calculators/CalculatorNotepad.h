@@ -1,12 +1,12 @@
 #pragma once
 
+#include "clientdb/CurrentRecord.h"
 #include "clientdb/Recordset.h"
 #include "frame/Amount.h"
 #include "frame/Screen.h"
 #include "frame/Session.h"
 
 #include <functional>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -43,9 +43,7 @@ protected:
     [[nodiscard]] bool StoreAll(const std::function<void(Database&)>& work,
                                 std::string_view failure = "Unable to update database");
 
-    /// A cursor on the open employee's record; NoMatch, without a word, if there is none.
-    Recordset SeekEmployee(Database& database, std::string_view table) const;
-    /// The same, with "Employee not found" under `title` if there is none.
+    /// A cursor on the open employee's record; NoMatch, with "Employee not found" under `title`, if there is none.
     Recordset FindEmployee(Database& database, std::string_view table, std::string_view title);
 
     /// Puts an amount into a box; zero is blank.
@@ -53,9 +51,8 @@ protected:
     /// Puts a plain number into a box; 0 is blank.
     void SetNumber(std::string_view boxName, double number);
     void ClearBoxes(std::span<const std::string_view> boxNames);
-    /// Puts a result into a page's box if the page is open.
-    void PutOnPage(std::string_view page, std::string_view boxName, std::string_view text);
-    /// The same for a field that was written with another text, which holds until the page is stored.
+    /// Puts a result into a page's box if the page is open. `stored` is what its field was written with: where that
+    /// is another text, it holds until the page is stored.
     void PutOnPage(std::string_view page, std::string_view boxName, std::string_view text, std::string_view stored);
     const std::string& TextOf(std::string_view boxName) const { return box(boxName).Text(); }
 
@@ -64,9 +61,6 @@ protected:
 
 /// The caption of a notepad: its words, the open employee and, in parentheses, the employer.
 std::string NotepadCaption(std::string_view words, const Session& session);
-
-/// Writes one field in an edit and update of its own. Throws StoreError.
-void WriteField(Recordset& records, std::string_view field, std::string_view text);
 
 /// A box and the field in which it is stored.
 struct BoundBox {

@@ -21,7 +21,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "BasicChargeB", .filter = MoneyKeyFilter, .amount = true},
     {.name = "BasicChargeC", .readOnly = true, .amount = true},
     {.name = "BasicChargeD", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "BasicChargeE", .amount = true},
+    {.name = "BasicChargeE", .filter = SignedMoneyKeyFilter, .amount = true},
     PictureRow("Image1", "Calculate Additional Charge (if needed)"),
 });
 
@@ -53,7 +53,7 @@ DNotepad::DNotepad(Session& session)
     AddButtons();
     for (const std::string_view entered : {"BasicChargeA", "BasicChargeB", "BasicChargeD"})
         OnLeave(entered, [this](Box&) { Recalculate(); });
-    OnKey("BasicChargeE", [this](Box&, char32_t key) { return MayTypeE(key); });
+    OnKey("BasicChargeE", [this](Box&) { return GuardE(); });
     OnClick("AccommodationYTick", [this](Box& yes) {
         if (yes.Ticked())
             box("AccommodationNTick").SetTicked(false);
@@ -91,17 +91,13 @@ void DNotepad::Recalculate()
     SetAmount("BasicChargeE", working.E);
 }
 
-bool DNotepad::MayTypeE(char32_t key)
+Screen::Guard DNotepad::GuardE()
 {
-    if (TextOf("BasicChargeC").empty() || TextOf("BasicChargeD").empty()) {
-        // Kept: the key goes in, and unfiltered.
-        session.messages.Tell("Error with box E", "There must be values in boxes C and D to be able to calculate E");
-        return true;
-    }
-    const KeyVerdict verdict = SignedMoneyKeyFilter(key);
-    if (verdict.beep)
-        session.platform.Beep();
-    return verdict.key != 0;
+    if (!TextOf("BasicChargeC").empty() && !TextOf("BasicChargeD").empty())
+        return Guard::Filters;
+    // Kept: the key goes in, and unfiltered.
+    session.messages.Tell("Error with box E", "There must be values in boxes C and D to be able to calculate E");
+    return Guard::LetsIn;
 }
 
 void DNotepad::Ok()
@@ -113,7 +109,7 @@ void DNotepad::Ok()
         Recordset page = FindEmployee(database, "P11D", titles.loading);
         StoreBoxes(*this, own, Stored);
         // Kept: the record takes the basic charge alone, until the page is stored.
-        WriteField(page, "DCashEqu", TextOf("BasicChargeE"));
+        StoreField(page, "DCashEqu", TextOf("BasicChargeE"));
         total = AccommodationTotalText(TextOf("BasicChargeE"), own.Field("AddChargeQ"));
     });
     if (!stored)
@@ -124,11 +120,8 @@ void DNotepad::Ok()
 
 void DNotepad::Delete()
 {
-    for (const BoundBox& row : Stored) {
-        Box& emptied = box(row.box);
-        emptied.Clear();
-        emptied.SetTicked(false);
-    }
+    for (const BoundBox& row : Stored)
+        box(row.box).Clear();
 }
 
 } // namespace quillmere

@@ -14,8 +14,8 @@ public:
 
 private:
     void Recalculate();
-    /// The key filter of `BasicChargeE`, which wants figures in C and D first.
-    [[nodiscard]] bool MayTypeE(char32_t key);
+    /// Looks at what is typed in `BasicChargeE`, which wants figures in C and D first.
+    [[nodiscard]] Guard GuardE();
     void Ok() override;
     void Delete() override;
 };

@@ -84,10 +84,10 @@ void ENotepad::Ok()
     SaveColumn();
     const MileageTotal total = TotalOfMileage(Row("QBox"));
     const bool stored = StoreAll([&](Database& database) {
-        Recordset own = SeekEmployee(database, "ENotepad");
+        Recordset own = OpenCurrent(database, "ENotepad", session);
         StoreGrid(own);
-        Recordset page = SeekEmployee(database, "P11D");
-        WriteField(page, "ETaxAmount", total.stored);
+        Recordset page = OpenCurrent(database, "P11D", session);
+        StoreField(page, "ETaxAmount", total.stored);
     });
     if (!stored)
         return;

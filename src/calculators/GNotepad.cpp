@@ -215,9 +215,9 @@ void GNotepad::Ok()
     const bool stored = StoreAll([&](Database& database) {
         Recordset own = FindEmployee(database, "GNotepad", titles.loading);
         StoreGrid(own);
-        Recordset page = SeekEmployee(database, "P11D");
-        WriteField(page, "GVan", totals.storedVan);
-        WriteField(page, "GVanFuel", totals.storedFuel);
+        Recordset page = OpenCurrent(database, "P11D", session);
+        StoreField(page, "GVan", totals.storedVan);
+        StoreField(page, "GVanFuel", totals.storedFuel);
     });
     if (!stored)
         return;

@@ -74,9 +74,9 @@ void CurrencyList::Store(Database& database) const
     Recordset records = database.OpenRecordset("HNotepad2");
     records.MoveFirst();
     for (int row = 1; row <= CurrencyRows; ++row)
-        WriteField(records, Numbered("Currency", row), names[static_cast<std::size_t>(row - 1)]);
+        StoreField(records, Numbered("Currency", row), names[static_cast<std::size_t>(row - 1)]);
     for (int row = 1; row <= CurrencyRows; ++row)
-        WriteField(records, Numbered("Rate", row), rates[static_cast<std::size_t>(row - 1)]);
+        StoreField(records, Numbered("Rate", row), rates[static_cast<std::size_t>(row - 1)]);
 }
 
 std::vector<std::string> CurrencyList::Entries() const
@@ -97,7 +97,7 @@ HNotepad::HNotepad(Session& session)
     for (const LoanRow& row : Rows) {
         OnLeave(row.row.name, [this](Box& left) { Recalculate(left.Index()); });
         if (row.guarded)
-            OnKey(row.row.name, [this](Box& typedIn, char32_t) { return MayType(typedIn); });
+            OnKey(row.row.name, [this](Box& typedIn) { return GuardEntry(typedIn); });
     }
     OnLeave("DateFrom", [this](Box& left) { LeaveDate(left, LoanDate::From); });
     OnLeave("DateTo", [this](Box& left) { LeaveDate(left, LoanDate::To); });
@@ -172,22 +172,22 @@ void HNotepad::TakeCurrencies(const CurrencyList& changed)
     }
 }
 
-bool HNotepad::MayType(Box& typedIn)
+Screen::Guard HNotepad::GuardEntry(Box& typedIn)
 {
     const int loan = typedIn.Index();
     if (box("Currency", loan).Selected() < 0) {
         session.messages.Tell("No currency selected", "Please select a currency first");
         typedIn.Clear();
-        return false;
+        return Guard::Drops;
     }
     for (int earlier = 1; earlier < loan; ++earlier) {
         if (!box("CashEq", earlier).Empty())
             continue;
         const OrderMessage& message = OrderMessages[static_cast<std::size_t>(loan - 2)];
         session.messages.Tell(message.title, message.text);
-        return false;
+        return Guard::Drops;
     }
-    return true;
+    return Guard::Filters;
 }
 
 void HNotepad::LeaveDate(Box& left, LoanDate which)
@@ -241,28 +241,29 @@ LoanTexts HNotepad::Texts(int loan) const
 void HNotepad::StoreLoan(Recordset& records, int loan) const
 {
     const Box& currency = box("Currency", loan);
-    WriteField(records, Numbered("Currency", loan), currency.Text());
-    WriteField(records, Numbered("Index", loan), std::to_string(currency.Selected() + 1));
+    StoreField(records, Numbered("Currency", loan), currency.Text());
+    StoreField(records, Numbered("Index", loan), std::to_string(currency.Selected() + 1));
     for (const LoanRow& row : Rows)
         if (!row.field.empty())
-            WriteField(records, Numbered(row.field, loan), box(row.row.name, loan).Text());
+            StoreField(records, Numbered(row.field, loan), box(row.row.name, loan).Text());
 }
 
 void HNotepad::Ok()
 {
     const auto fields = LoanPageFields({Texts(1), Texts(2), Texts(3), Texts(4), Texts(5)});
     const bool stored = StoreAll([&](Database& database) {
-        Recordset own = SeekEmployee(database, "HNotepad");
+        Recordset own = OpenCurrent(database, "HNotepad", session);
         for (int loan = 1; loan <= Loans; ++loan)
             StoreLoan(own, loan);
-        Recordset page = SeekEmployee(database, "P11D");
-        for (const PageField& field : fields) {
-            WriteField(page, field.field, field.text);
-            PutOnPage(Page, field.field, field.text);
-        }
+        Recordset page = OpenCurrent(database, "P11D", session);
+        for (const PageField& field : fields)
+            StoreField(page, field.field, field.text);
     });
-    if (stored)
-        session.screens.Unload(Name());
+    if (!stored)
+        return;
+    for (const PageField& field : fields)
+        PutOnPage(Page, field.field, field.text, field.text);
+    session.screens.Unload(Name());
 }
 
 void HNotepad::Delete()

@@ -41,8 +41,8 @@ private:
     void AddLoan(int loan);
     void ShowLoan(const Recordset& records, int loan);
     void ChooseCurrency(int loan);
-    /// Looks at a key in a box whose entry needs a currency and the loans before.
-    [[nodiscard]] bool MayType(Box& typedIn);
+    /// Looks at what is typed in a box whose entry needs a currency and the loans before.
+    [[nodiscard]] Guard GuardEntry(Box& typedIn);
     void LeaveDate(Box& left, LoanDate which);
     void Recalculate(int loan);
     void StoreLoan(Recordset& records, int loan) const;

@@ -87,14 +87,14 @@ void JNotepad::Ok()
 {
     Recalculate();
     const bool stored = StoreAll([this](Database& database) {
-        Recordset own = SeekEmployee(database, "JNotepad");
+        Recordset own = OpenCurrent(database, "JNotepad", session);
         StoreBoxes(*this, own, Stored);
-        Recordset page = SeekEmployee(database, "P11D");
+        Recordset page = OpenCurrent(database, "P11D", session);
         StoreBoxes(*this, page, StoredOnPage);
     });
     if (!stored)
         return;
-    PutOnPage("Side2Form1", "JRelocation", TextOf("FBox"));
+    PutOnPage("Side2Form1", "JRelocation", TextOf("FBox"), TextOf("FBox"));
     session.screens.Unload(Name());
 }
 

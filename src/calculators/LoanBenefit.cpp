@@ -80,11 +80,9 @@ int CompleteTaxMonths(std::string_view dateFrom, std::string_view dateTo)
 
 std::string LeaveLoanDate(LoanDate left, std::string_view text, std::string_view other)
 {
-    const std::string trimmed = Trim(text);
-    if (trimmed.empty() || !IsDateText(trimmed) || TestYearEnd(trimmed) == YearEndTest::No ||
-        !IsNotBeforeYearStart(trimmed))
-        return {};
-    std::string date = NormaliseDate(trimmed);
+    std::string date = EnteredDate(text);
+    if (date.empty())
+        return date;
     const bool isFrom = left == LoanDate::From;
     const auto from = ReadDate(isFrom ? date : Or(other, edition::TaxYearStart));
     const auto to = ReadDate(isFrom ? Or(other, edition::TaxYearEnd) : date);
@@ -112,7 +110,7 @@ std::optional<std::string> RateOfCurrency(std::span<const std::string> names, st
                                           std::string_view chosen)
 {
     const std::string name = Trim(chosen);
-    const auto row = std::ranges::find(names, name);
+    const auto row = std::ranges::find_if(names, [&](const std::string& ofRow) { return Trim(ofRow) == name; });
     if (name.empty() || row == names.end())
         return std::nullopt;
     return rates[static_cast<std::size_t>(row - names.begin())];

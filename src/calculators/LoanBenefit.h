@@ -72,7 +72,8 @@ struct LoanTexts {
 /// What Ok puts into page 2: loans 1 and 2 field by field, or with a third loan the total of all five and "See Attach".
 std::vector<PageField> LoanPageFields(const std::array<LoanTexts, 5>& loans);
 
-/// Rate of the first row of the currency list whose name is the chosen one, trimmed; nothing if there is none.
+/// Rate of the first row of the currency list whose name is the chosen one, outer blanks apart; nothing if there is
+/// none.
 std::optional<std::string> RateOfCurrency(std::span<const std::string> names, std::span<const std::string> rates,
                                           std::string_view chosen);
 

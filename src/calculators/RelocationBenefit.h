@@ -15,7 +15,7 @@ struct RelocationFacts {
     std::string EmployerCost; ///< cost of benefits
     std::string EmployeeCost; ///< paid towards it by the employee
     std::string CBox;         ///< living accommodation
-    std::string QualExp;      ///< exempt amounts of last year
+    std::string QualExp;      ///< qualifying expenses and benefits of last year
 };
 
 /// The working paper. With the first four boxes empty nothing is worked out and no box changes.

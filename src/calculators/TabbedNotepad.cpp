@@ -47,7 +47,7 @@ void TabbedNotepad::StoreGrid(Recordset& records) const
             std::string_view text = cells[static_cast<std::size_t>(column - 1)][row];
             if (box(grid.rows[row].box).GetKind() == Kind::Tick)
                 text = text.empty() || text == "0" ? "0" : "1";
-            WriteField(records, Numbered(grid.rows[row].field, column), text);
+            StoreField(records, Numbered(grid.rows[row].field, column), text);
         }
 }
 
@@ -100,11 +100,8 @@ std::array<std::string, TabbedNotepad::Columns> TabbedNotepad::Row(std::string_v
 
 void TabbedNotepad::ClearColumn()
 {
-    for (const BoundBox& row : grid.rows) {
-        Box& shown = box(row.box);
-        shown.SetTicked(false);
-        shown.Clear();
-    }
+    for (const BoundBox& row : grid.rows)
+        box(row.box).Clear();
 }
 
 } // namespace quillmere

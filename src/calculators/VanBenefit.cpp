@@ -129,16 +129,6 @@ void RunPeriod(VanDates& dates, VanDate from, VanDate to)
     }
 }
 
-/// The entry tests of a date box: the standard form, or an empty text.
-std::string EnteredDate(std::string_view text)
-{
-    const std::string trimmed = Trim(text);
-    if (trimmed.empty() || !IsDateText(trimmed) || TestYearEnd(trimmed) == YearEndTest::No ||
-        !IsNotBeforeYearStart(trimmed))
-        return {};
-    return NormaliseDate(trimmed);
-}
-
 /// A row of the grid as its total takes it.
 Amount RowValue(std::string_view text)
 {

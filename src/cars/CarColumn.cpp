@@ -438,7 +438,6 @@ void CarColumn::ClickFuelTick()
 void CarColumn::Empty()
 {
     const auto empty = [](Box& emptied) {
-        emptied.SetTicked(false);
         emptied.SetEnabled(true);
         emptied.SetReadOnly(false);
         emptied.Clear();

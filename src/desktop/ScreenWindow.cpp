@@ -472,19 +472,12 @@ void ScreenWindow::Typed(Box& box, QLineEdit& edit)
         while (start < limit && now[start] == before[start])
             ++start;
     }
-    const QList<uint> typed = now.mid(start, end - start).toUcs4();
-    QString accepted;
-    for (const uint character : typed) {
-        const std::string held = box.Text();
-        const char32_t passed = screen.Key(box, character);
-        if (detached)
-            return;
-        if (box.Text() != held) // the screen has put something else into the box
-            return;
-        if (passed != 0)
-            accepted += QString::fromUcs4(&passed, 1);
-    }
-    const bool refused = !typed.isEmpty() && accepted.isEmpty();
+    const std::u32string typed = now.mid(start, end - start).toStdU32String();
+    const std::string held = box.Text();
+    const QString accepted = QString::fromStdU32String(screen.Keys(box, typed));
+    if (detached || box.Text() != held) // the screen has put something else into the box
+        return;
+    const bool refused = !typed.empty() && accepted.isEmpty();
     const QString result = refused ? before : now.left(start) + accepted + tail;
     if (result != now) {
         edit.setText(result);

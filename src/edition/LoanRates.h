@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <compare>
 #include <string_view>
 
 /// Numbers of the benefit of cheap loans for 2010-11: the Income Tax (Earnings and Pensions) Act 2003 (ITEPA), s.173 to

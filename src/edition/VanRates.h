@@ -4,8 +4,8 @@
 /// to s.164, and the authority's booklet 480, chapter 14.
 namespace quillmere::edition {
 
-/// Charges of a year, in pounds, and the days that count. One row a year, so that a published case can be worked with
-/// the charges of its own year.
+/// Charges of a year, in pounds, and the days that count. The rules take them as an argument, so that a published
+/// case can be worked with the charges of its own year.
 struct VanRates {
     int charge;         ///< the van for the whole year, ITEPA s.155
     int fuelCharge;     ///< its fuel for the whole year, ITEPA s.161

@@ -44,6 +44,14 @@ void Box::SetText(std::string_view newText)
     Changed();
 }
 
+void Box::Clear()
+{
+    if (kind == Kind::Tick || kind == Kind::Option)
+        SetTicked(false);
+    else
+        SetText({});
+}
+
 const std::string& Box::TrimText()
 {
     SetText(Trim(text));

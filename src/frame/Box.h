@@ -92,7 +92,8 @@ public:
     /// A text box's text, a caption, the chosen entry of a list.
     const std::string& Text() const { return text; }
     void SetText(std::string_view newText);
-    void Clear() { SetText({}); }
+    /// Empties what the user enters: a text, or a tick or option, whose caption stays.
+    void Clear();
     bool Empty() const { return text.empty(); }
     /// Drops the outer blanks of the text in place and gives what is left.
     const std::string& TrimText();

@@ -1,6 +1,7 @@
 #include "frame/Dates.h"
 
 #include "edition/Edition.h"
+#include "frame/Text.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -156,6 +157,14 @@ bool IsNotBeforeYearStart(std::string_view text)
 {
     const auto day = ReadDate(text);
     return day && *day >= *ReadDate(edition::TaxYearStartShort);
+}
+
+std::string EnteredDate(std::string_view text)
+{
+    const std::string trimmed = Trim(text);
+    if (!IsDateText(trimmed) || TestYearEnd(trimmed) == YearEndTest::No || !IsNotBeforeYearStart(trimmed))
+        return {};
+    return NormaliseDate(trimmed);
 }
 
 bool IsNotTooEarly(std::string_view text)

@@ -33,6 +33,10 @@ YearEndTest TestYearEnd(std::string_view text);
 /// True if the date is not earlier than the first day of the tax year; false for an unreadable one.
 bool IsNotBeforeYearStart(std::string_view text);
 
+/// A date as it is entered for a day of the tax year: trimmed, and in the form dd/mm/yyyy; empty if the text is no date
+/// or the day lies outside the year.
+std::string EnteredDate(std::string_view text);
+
 /// True if the date is not earlier than 30 December 1899, the zero date; false for an unreadable one.
 bool IsNotTooEarly(std::string_view text);
 

@@ -100,7 +100,7 @@ void Screen::OnChoose(std::string_view boxName, Operation operation)
     chooseOperations.insert_or_assign(std::string(boxName), std::move(operation));
 }
 
-void Screen::OnKey(std::string_view boxName, std::function<bool(Box&, char32_t)> guard)
+void Screen::OnKey(std::string_view boxName, std::function<Guard(Box&)> guard)
 {
     keyGuards.insert_or_assign(std::string(boxName), std::move(guard));
 }
@@ -133,15 +133,30 @@ void Screen::Run(const std::unordered_map<std::string, Operation>& operations, B
 
 char32_t Screen::Key(Box& box, char32_t key)
 {
-    KeyVerdict verdict{.key = key};
-    const auto guard = keyGuards.find(box.Name());
-    if (guard != keyGuards.end()) {
-        bool passes = false;
-        Guarded([&] { passes = guard->second(box, key); }, &box, "KeyPress");
-        if (!passes)
-            return 0;
+    const std::u32string passed = Keys(box, {&key, 1});
+    return passed.empty() ? 0 : passed.front();
+}
+
+std::u32string Screen::Keys(Box& box, std::u32string_view keys)
+{
+    Guard verdict = Guard::Filters;
+    if (const auto guard = keyGuards.find(box.Name()); guard != keyGuards.end() && !keys.empty()) {
+        verdict = Guard::Drops;
+        Guarded([&] { verdict = guard->second(box); }, &box, "KeyPress");
     }
-    if (box.Filter() != nullptr)
+    std::u32string passed;
+    if (verdict != Guard::Drops)
+        for (const char32_t key : keys)
+            if (const char32_t let = Passed(box, key, verdict == Guard::Filters))
+                passed += let;
+    return passed;
+}
+
+/// One character through the box's filter; 0 for none.
+char32_t Screen::Passed(const Box& box, char32_t key, bool filters)
+{
+    KeyVerdict verdict{.key = key};
+    if (filters && box.Filter() != nullptr)
         verdict = box.Filter()(key);
     if (verdict.beep)
         session.platform.Beep();

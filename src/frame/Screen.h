@@ -80,8 +80,14 @@ public:
     void OnClick(std::string_view boxName, Operation operation);
     void OnDoubleClick(std::string_view boxName, Operation operation);
     void OnChoose(std::string_view boxName, Operation operation);
-    /// Looks at a key before the box's filter: false drops it, true lets it go on to the filter.
-    void OnKey(std::string_view boxName, std::function<bool(Box&, char32_t)> guard);
+    /// What a look at what is typed, before the box's filter, comes to.
+    enum class Guard {
+        Drops,   ///< nothing of it goes in
+        Filters, ///< it goes on to the filter
+        LetsIn,  ///< it goes in as it is
+    };
+    /// Looks once at a key, or at all that is pasted, before the box's filter does.
+    void OnKey(std::string_view boxName, std::function<Guard(Box&)> guard);
 
     /// Moves the focus to a control.
     void Focus(Box& box);
@@ -90,6 +96,8 @@ public:
     /// Passes one typed or pasted character through the box's guard and filter. Sounds the beep of a refused one.
     /// Gives the character that goes in, 0 for none.
     char32_t Key(Box& box, char32_t key);
+    /// The same for characters that come at once: the guard is asked once for them all, the filter for each.
+    std::u32string Keys(Box& box, std::u32string_view keys);
     void Leave(Box& box);
     /// A click; a tick box or option changes its state first.
     void Click(Box& box);
@@ -135,6 +143,7 @@ private:
     friend class Box;
     void Guarded(const std::function<void()>& operation, const Box* box, std::string_view event);
     void BoxChanged(const Box& box);
+    char32_t Passed(const Box& box, char32_t key, bool filters);
     void Run(const std::unordered_map<std::string, Operation>& operations, Box& box, std::string_view event);
 
     std::string name;
@@ -145,7 +154,7 @@ private:
     std::map<std::pair<std::string, int>, Box*, std::less<>> byName;
     std::unordered_map<std::string, Operation> leaveOperations, clickOperations, doubleClickOperations,
         chooseOperations;
-    std::unordered_map<std::string, std::function<bool(Box&, char32_t)>> keyGuards;
+    std::unordered_map<std::string, std::function<Guard(Box&)>> keyGuards;
     std::optional<WindowPlacement> placement;
     ScreenView* view = nullptr;
 };

@@ -1,5 +1,6 @@
 #include "screens/ScheduleNotepad.h"
 
+#include "clientdb/BoundScreen.h"
 #include "clientdb/CurrentRecord.h"
 #include "edition/Edition.h"
 
@@ -126,8 +127,7 @@ void ScheduleNotepad::Ok()
         session.messages.Tell(member.okTitle, "Unable to update database");
         return;
     }
-    if (!member.describedBox.empty())
-        PutOnPage(member.describedBox, schedule.HasDescription() ? edition::AsPerAttached : std::string_view());
+    PutOnPage();
     session.screens.Unload(Name());
 }
 
@@ -144,14 +144,22 @@ void ScheduleNotepad::Store()
     batch.Commit();
 }
 
-/// Writes one total to the employee's record, and puts the same text on the page.
+const std::string& ScheduleNotepad::Total(std::size_t which) const
+{
+    return box(member.columns[which + 1].total).Text();
+}
+
+/// The field that takes a total as it reads now.
+std::string_view ScheduleNotepad::FieldOfTotal(std::size_t which) const
+{
+    return Total(which).empty() && !member.emptiedInstead.empty() ? member.emptiedInstead : member.totalFields[which];
+}
+
+/// Writes one total to the employee's record.
 void ScheduleNotepad::StoreTotal(Recordset& records, std::size_t which)
 {
-    const std::string& total = box(member.columns[which + 1].total).Text();
-    const std::string_view own = member.totalFields[which];
     records.Edit();
-    records.SetField(total.empty() && !member.emptiedInstead.empty() ? member.emptiedInstead : own, total);
-    PutOnPage(own, total);
+    records.SetField(FieldOfTotal(which), Total(which));
     records.Update();
 }
 
@@ -163,10 +171,23 @@ void ScheduleNotepad::Delete()
             box(column.total).Clear();
 }
 
-void ScheduleNotepad::PutOnPage(std::string_view boxName, std::string_view text)
+/// Puts the stored totals on the page, and whether any line has a description.
+void ScheduleNotepad::PutOnPage()
 {
-    if (Box* onPage = session.screens.FindBox(member.page, boxName))
-        onPage->SetText(text);
+    auto* page = static_cast<BoundScreen*>(session.screens.Find(member.page));
+    if (page == nullptr)
+        return;
+    for (std::size_t which = 0; which < member.totalFields.size(); ++which) {
+        const std::string_view own = member.totalFields[which];
+        if (own.empty())
+            continue;
+        if (FieldOfTotal(which) == own)
+            page->TakeResult(own, Total(which), Total(which));
+        else
+            page->box(own).Clear(); // its own field is left to the page to store
+    }
+    if (!member.describedBox.empty())
+        page->box(member.describedBox).SetText(schedule.HasDescription() ? edition::AsPerAttached : std::string_view());
 }
 
 } // namespace quillmere

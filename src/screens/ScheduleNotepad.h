@@ -4,7 +4,9 @@
 #include "frame/Screen.h"
 
 #include <array>
+#include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace quillmere {
@@ -51,7 +53,9 @@ private:
     void Store();
     void StoreTotal(Recordset& records, std::size_t which);
     void Delete();
-    void PutOnPage(std::string_view boxName, std::string_view text);
+    const std::string& Total(std::size_t which) const;
+    std::string_view FieldOfTotal(std::size_t which) const;
+    void PutOnPage();
 
     const NotepadMember& member;
     Schedule schedule;

@@ -160,11 +160,15 @@ TEST_P(NotepadFaultTest, KeepsWhatWasWrittenBeforeAFailureAndStaysOpen)
         EXPECT_EQ(stored[write], writes[write].text) << writes[write].field;
 }
 
-TEST_P(NotepadFaultTest, StaysOpenWhenTheStoreCannotBeginOrEnd)
+TEST_P(NotepadFaultTest, StaysOpenAndLeavesThePageWhenTheStoreCannotBeginOrEnd)
 {
     for (const std::string_view statement : {"BEGIN", "COMMIT"}) {
         Screen& notepad = OpenNotepad(3);
         const std::vector<Write> writes = WritesOf(notepad);
+        Screen& page = *session.screens.Find(Member().page);
+        for (const std::string_view total : Member().totalFields)
+            if (!total.empty())
+                page.box(total).SetText("as it was");
         FailAt(statement, 1);
         notepad.Click(notepad.box("cmdOK"));
         SetStoreFaultHook({});
@@ -173,6 +177,11 @@ TEST_P(NotepadFaultTest, StaysOpenWhenTheStoreCannotBeginOrEnd)
         EXPECT_EQ(door.messages.back().title, Member().okTitle);
         EXPECT_EQ(door.TakeText(), "Unable to update database");
         EXPECT_EQ(Stored(writes), std::vector<std::string>(writes.size())) << statement;
+        for (const std::string_view total : Member().totalFields)
+            if (!total.empty()) {
+                EXPECT_EQ(page.box(total).Text(), "as it was") << statement << ' ' << total;
+                page.box(total).Clear();
+            }
         session.screens.Unload(Member().name);
     }
 }

@@ -257,6 +257,62 @@ TEST_F(CalculatorNotepads, AThirdLoanPutsTheTotalOnThePageAndLeavesEverythingEls
     EXPECT_EQ(Stored("P11D", "HOutstand1"), "");
 }
 
+TEST_F(CalculatorNotepads, AMissingRecordIsToldOfWithTheExclamationIcon)
+{
+    struct Case {
+        std::string_view screen, table, ownTitle, pageTitle;
+    };
+    constexpr auto Cases = std::to_array<Case>({
+        {"GNotepad", "GNotepad", "Notepad G - loading error", "Notepad G - loading error"},
+        {"HNotepad", "HNotepad", "Notepad H - loading error", "Notepad H - Data 2 loading error"},
+        {"DNotepad", "DNotepad", "Notepad D - loading error", "Notepad D - loading error"},
+        {"D2Notepad", "DNotepad", "Notepad D2 - loading error", "Notepad D2 - loading error"},
+        {"ENotepad", "ENotepad", "Notepad D - loading error", "Notepad D - loading error"},
+        {"JNotepad", "JNotepad", "Notepad J - loading error", "Notepad J - loading error"},
+    });
+    const auto remove = [this](std::string_view table) {
+        Database database = Open();
+        if (Recordset records = Seek(database, table); !records.NoMatch())
+            records.Delete();
+    };
+    const auto opensWith = [this](std::string_view screen, const std::vector<std::string_view>& titles) {
+        door.messages.clear();
+        Show(screen);
+        ASSERT_EQ(door.messages.size(), titles.size()) << screen;
+        for (std::size_t place = 0; place < titles.size(); ++place) {
+            EXPECT_EQ(door.messages[place].title, titles[place]) << screen;
+            EXPECT_EQ(door.messages[place].text, "Employee not found") << screen;
+            EXPECT_EQ(door.messages[place].icon, Icon::Exclamation) << screen;
+        }
+        Click(screen, "Cancel");
+    };
+    for (const Case& missing : Cases) {
+        remove(missing.table);
+        opensWith(missing.screen, {missing.ownTitle});
+    }
+    remove("P11D");
+    for (const Case& missing : Cases) {
+        const bool pageFirst = missing.ownTitle != missing.pageTitle;
+        opensWith(missing.screen,
+                  {pageFirst ? missing.pageTitle : missing.ownTitle, pageFirst ? missing.ownTitle : missing.pageTitle});
+    }
+}
+
+TEST_F(CalculatorNotepads, DeleteClearsATickAndLeavesItsWords)
+{
+    Screen& basic = Show("DNotepad");
+    basic.Click(basic.box("AccommodationNTick"));
+    Click("DNotepad", "Delete");
+    EXPECT_FALSE(basic.box("AccommodationNTick").Ticked());
+    EXPECT_EQ(basic.box("AccommodationNTick").Text(), "No");
+    EXPECT_EQ(basic.box("AccommodationYTick").Text(), "Yes");
+    Screen& vans = Show("GNotepad");
+    vans.Click(vans.box("VanFuelTick"));
+    Click("GNotepad", "Delete");
+    EXPECT_FALSE(vans.box("VanFuelTick").Ticked());
+    EXPECT_EQ(vans.box("VanFuelTick").Text(), "Fuel Benefit Required?");
+}
+
 TEST_F(CalculatorNotepads, OkOfTheLoansDoesNotRecalculate)
 {
     Screen& page = *session.screens.Load("Side2Form1");
@@ -619,6 +675,7 @@ std::vector<OkCase> OkCases()
 class OkOfACalculator : public CalculatorNotepads, public ::testing::WithParamInterface<OkCase> {
 protected:
     static constexpr std::string_view Old = "old";
+    static constexpr auto Pages = std::to_array<std::string_view>({"Form3", "Side2Form1"});
 
     const OkCase& Case() const { return GetParam(); }
     std::size_t Writes() const { return Case().fields.size() + Case().pageFields.size(); }
@@ -686,15 +743,24 @@ TEST_P(OkOfACalculator, AFailureAtAnyWriteKeepsWhatWasWrittenBeforeAndLeavesTheN
     EXPECT_TRUE(door.messages.empty());
 }
 
-TEST_P(OkOfACalculator, AFailingCommitStoresNothing)
+TEST_P(OkOfACalculator, AFailingCommitStoresNothingAndLeavesThePageAsItWas)
 {
     Show(Case().screen);
     MarkAll();
+    for (const std::string_view page : Pages)
+        for (const auto& box : session.screens.Load(page)->Boxes())
+            if (box->GetKind() == Kind::Text)
+                box->SetText("as it was");
     SetStoreFaultHook([](std::string_view statement) { return statement == "COMMIT" ? SQLITE_IOERR : SQLITE_OK; });
     PressOk();
     SetStoreFaultHook({});
     EXPECT_EQ(Written(), First(0));
     ExpectToldAndOpen();
+    for (const std::string_view page : Pages)
+        for (const auto& box : session.screens.Find(page)->Boxes())
+            if (box->GetKind() == Kind::Text) {
+                EXPECT_EQ(box->Text(), "as it was") << page << '.' << box->FullName();
+            }
 }
 
 TEST_P(OkOfACalculator, AllItsWritesCostOneTransaction)

@@ -107,6 +107,14 @@ TEST(Dates, NormalFormHasTwoTwoAndFourDigits)
         EXPECT_EQ(NormaliseDate(c.text), c.normal) << c.text;
 }
 
+TEST(Dates, AnEnteredDateIsADayOfTheYearInItsNormalForm)
+{
+    EXPECT_EQ(EnteredDate(" 6/4/10 "), "06/04/2010");
+    EXPECT_EQ(EnteredDate("5/4/2011"), "05/04/2011");
+    for (const std::string_view refused : {"", "  ", "5/4/10", "6/4/11", "31/6/10", "6.4.10", "words"})
+        EXPECT_EQ(EnteredDate(refused), "") << refused;
+}
+
 TEST(Dates, TheCenturyLimitMovesWithTheEdition)
 {
     EXPECT_EQ(edition::CenturyLimit(), std::stoi(std::string(edition::YearEndYear)) - 1995);

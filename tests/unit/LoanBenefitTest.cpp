@@ -210,8 +210,9 @@ TEST(LoanPage, AFifthLoanWithoutAThirdDoesNot)
 
 TEST(LoanCurrencies, TheRateIsThatOfTheRowWithTheName)
 {
-    const std::vector<std::string> names{"Sterling", "Yen", "", "Yen"}, rates{"4.00", "2.5", "9", "3"};
-    EXPECT_EQ(RateOfCurrency(names, rates, " Yen "), "2.5");
+    const std::vector<std::string> names{"Sterling", " Yen ", "", "Yen"}, rates{"4.00", "2.5", "9", "3"};
+    EXPECT_EQ(RateOfCurrency(names, rates, " Yen "), "2.5") << "outer blanks are no part of a name";
+    EXPECT_EQ(RateOfCurrency(names, rates, "Yen"), "2.5") << "the first row of the name";
     EXPECT_EQ(RateOfCurrency(names, rates, "Franc"), std::nullopt);
     EXPECT_EQ(RateOfCurrency(names, rates, ""), std::nullopt) << "nothing is chosen";
 }

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <set>
 
 namespace quillmere {
@@ -54,6 +55,46 @@ bool IsOfHistory(std::string_view field)
 {
     return field.starts_with("ChangeUse") || field.starts_with("TypeUse") || field.starts_with("TotalDays") ||
            (field.starts_with("Days") && field.size() > 4);
+}
+
+/// The history in a record of the vans, field by field.
+std::map<std::string, std::string> HistoryOf(const Recordset& vans)
+{
+    std::map<std::string, std::string> history;
+    for (const Field& field : FieldsOf(FindTable("GNotepad")).All())
+        if (IsOfHistory(field.name))
+            history.emplace(field.name, vans.Field(field.name));
+    return history;
+}
+
+TEST_F(OutOfUse, ANewClientDatabaseHoldsTheHistoryOfThreeVansAllEmpty)
+{
+    Database database = Clients();
+    const auto history = HistoryOf(OpenCurrent(database, "GNotepad", Now()));
+    constexpr std::size_t ChangesTypesDaysAndTotal = 9 + 9 + 10 + 1;
+    EXPECT_EQ(history.size(), 3 * ChangesTypesDaysAndTotal);
+    for (const std::string_view last : {"Days10", "Days210", "Days310", "TypeUse39", "TotalDays3"})
+        EXPECT_TRUE(history.contains(std::string(last))) << last;
+    for (const auto& [field, text] : history)
+        EXPECT_EQ(text, "") << field;
+}
+
+TEST_F(OutOfUse, OkOfTheVansLeavesTheHistoryAsItIs)
+{
+    Fill("GNotepad", IsOfHistory);
+    const auto history = [this] {
+        Database database = Clients();
+        return HistoryOf(OpenCurrent(database, "GNotepad", Now()));
+    };
+    const auto before = history();
+    ASSERT_NE(before.at("Days39"), "");
+    Screen& vans = *Now().screens.Show("GNotepad");
+    vans.box("VanRegNumber").SetText("A1");
+    vans.Click(vans.box("Ok"));
+    ASSERT_EQ(Now().screens.Find("GNotepad"), nullptr);
+    Database database = Clients();
+    EXPECT_EQ(OpenCurrent(database, "GNotepad", Now()).Field("RegNumber1"), "A1");
+    EXPECT_EQ(history(), before);
 }
 
 TEST_F(OutOfUse, ThePicturesPlaceOnPage1IsEmpty)

@@ -25,6 +25,7 @@ public:
         static constexpr auto Rows = std::to_array<BoxRow>({
             {.name = "Price", .filter = MoneyKeyFilter},
             {.name = "Line", .first = 1, .last = 3},
+            {.name = "Weight", .filter = MoneyKeyFilter, .first = 1, .last = 2},
             {.name = "Tick", .kind = Kind::Tick},
             {.name = "Choice", .kind = Kind::Option, .first = 0, .last = 2},
             {.name = "Ok", .kind = Kind::Button, .text = "&OK"},
@@ -38,7 +39,14 @@ public:
             this->session.screens.Unload(Name());
             Diary().push_back("still here: " + box.Text()); // the screen lives until its own event has ended
         });
-        OnKey("Line", [](Box&, char32_t key) { return key != U'x'; });
+        OnKey("Line", [](Box& box) {
+            Diary().push_back("asked of " + box.FullName());
+            return box.Index() == 2 ? Guard::Drops : Guard::Filters;
+        });
+        OnKey("Weight", [](Box& box) {
+            Diary().push_back("asked of " + box.FullName());
+            return box.Index() == 1 ? Guard::LetsIn : Guard::Filters;
+        });
     }
     bool Load() override
     {
@@ -123,8 +131,24 @@ TEST_F(ScreenTest, FiltersEachKeyAndBeepsForARefusedOne)
     EXPECT_EQ(page->Key(page->box("Price"), U'-'), U'\0');
     EXPECT_EQ(door.beeps, 1);
     EXPECT_EQ(page->Key(page->box("Line", 2), U'x'), U'\0'); // the guard drops it without a beep
-    EXPECT_EQ(page->Key(page->box("Line", 2), U'y'), U'y');
+    EXPECT_EQ(page->Key(page->box("Line", 3), U'x'), U'x');
     EXPECT_EQ(door.beeps, 1);
+}
+
+TEST_F(ScreenTest, AsksOnceOfAllThatIsPastedAndFiltersEachCharacter)
+{
+    Screen* page = session.screens.Show("Page");
+    Diary().clear();
+    EXPECT_EQ(page->Keys(page->box("Line", 2), U"12500.50"), U"");
+    EXPECT_EQ(page->Keys(page->box("Line", 3), U"12500.50"), U"12500.50");
+    EXPECT_EQ(door.beeps, 0);
+    EXPECT_EQ(page->Keys(page->box("Weight", 2), U"1x2-3"), U"123");
+    EXPECT_EQ(door.beeps, 2);
+    EXPECT_EQ(page->Keys(page->box("Weight", 1), U"1x2-3"), U"1x2-3") << "let in past the filter";
+    EXPECT_EQ(page->Keys(page->box("Line", 2), U""), U"") << "nothing typed, nothing asked";
+    EXPECT_EQ(door.beeps, 2);
+    EXPECT_EQ(Diary(), (std::vector<std::string>{"asked of Line(2)", "asked of Line(3)", "asked of Weight(2)",
+                                                 "asked of Weight(1)"}));
 }
 
 TEST_F(ScreenTest, RunsTheOperationOfAControlArrayForEachMember)
