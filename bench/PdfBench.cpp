@@ -1,62 +1,22 @@
 // Pages to PDF and the measuring of texts, each beside the same texts and boxes through Qt's PDF writer and Qt's font
 // metrics in the same run. Qt is the yardstick here and nothing else.
 
+#include "Forms.h"
+#include "LargestMemory.h"
 #include "QtPages.h"
-#include "printing/P11DPages.h"
-#include "support/PrintRoom.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <cstdlib>
-#include <fmt/format.h>
-#include <fstream>
 
 namespace quillmere {
 namespace {
 
 using testing::PrintRoom;
 
-/// A full record; every employee has figures and a name of his own.
-FieldReader RecordOf(int employee)
-{
-    return [employee](std::string_view field) -> std::string {
-        if (field == "EmployerName")
-            return "Marlow & Sons Ltd";
-        if (field == "Surname")
-            return fmt::format("Smith-{}", employee);
-        if (field == "NatIns")
-            return "AB123456C";
-        if (field.find("Date") != std::string_view::npos || field == "DOB")
-            return "06/04/1961";
-        if (field.find("Tick") != std::string_view::npos || field.starts_with("FNoC02"))
-            return "1";
-        if (field.find("Desc") != std::string_view::npos)
-            return "As per attached";
-        return fmt::format("{:10.2f}", employee * 7.13 + static_cast<double>(field.size()));
-    };
-}
-
-/// Draws `employees` forms of two pages each as one document.
-std::shared_ptr<const Document> Forms(PrintRoom& room, int firstEmployee, int employees, int pagesEach = 2)
-{
-    if (!room.page.OpenPrintJob("Marlow & Sons Ltd"))
-        throw std::runtime_error("no document");
-    int pageNumber = 0;
-    for (int employee = firstEmployee; employee < firstEmployee + employees; ++employee) {
-        const FieldReader read = RecordOf(employee);
-        room.page.NextPrintPage(++pageNumber);
-        PrintP11D1(room.page, read);
-        if (pagesEach > 1) {
-            room.page.NextPrintPage(++pageNumber);
-            PrintP11D2(room.page, read);
-        }
-    }
-    room.page.vsEndDoc();
-    return room.vp.Ended();
-}
+using bench::Forms;
 
 QtPages& Yardstick()
 {
@@ -182,32 +142,16 @@ void Document500PagesQPdfWriter(benchmark::State& state)
 }
 BENCHMARK(Document500PagesQPdfWriter)->Unit(benchmark::kMillisecond);
 
-/// Makes the system count the largest memory of this process afresh.
-void ForgetLargestMemory()
-{
-    std::ofstream("/proc/self/clear_refs") << "5";
-}
-
-/// Largest memory of the process since then, in KB.
-double LargestMemory()
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with("VmHWM:"))
-            return std::strtod(line.c_str() + std::string_view("VmHWM:").size(), nullptr);
-    return 0;
-}
-
 void MemoryOfABatch(benchmark::State& state)
 {
     const auto batch = [](int documents) {
         PrintRoom room;
-        ForgetLargestMemory();
+        bench::ForgetLargestMemory();
         for (int employee = 1; employee <= documents; ++employee) {
             Forms(room, employee, 1);
             benchmark::DoNotOptimize(room.vp.Pdf());
         }
-        return LargestMemory();
+        return bench::LargestMemory();
     };
     for (auto _ : state) {
         batch(10); // what is read once

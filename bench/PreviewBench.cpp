@@ -108,7 +108,7 @@ void PageTurned(benchmark::State& state)
     int page = 0;
     for (auto _ : state) {
         page = page % document->PageCount() + 1;
-        const PageReplay replay(document, page);
+        const PageReplay replay(document, page, fonts);
         QPainter painter(&sheet);
         painter.fillRect(sheet.rect(), Qt::white);
         painter.scale(PixelsPerPoint, PixelsPerPoint);
@@ -120,7 +120,8 @@ BENCHMARK(PageTurned)->Unit(benchmark::kMicrosecond);
 void PageRepainted(benchmark::State& state)
 {
     const auto document = TheForm();
-    const PageReplay first(document, 1), second(document, 2);
+    ReplayFonts fonts;
+    const PageReplay first(document, 1, fonts), second(document, 2, fonts);
     QImage sheet = Sheet();
     int page = 0;
     for (auto _ : state) {

@@ -22,7 +22,15 @@ Database OpenClients(const Session& session)
     return Database::OpenDatabase(session.ClientDatabasePath());
 }
 
-/// The employers for a list on the screen. With none: the message, and no list.
+void FillEmployees(Session& session, Box& list)
+{
+    const BusyPointer busy(session.platform);
+    Database database = OpenClients(session);
+    list.SetEntries(ListEmployees(database, session.CurrentEmployer));
+}
+
+} // namespace
+
 bool FillEmployers(Session& session, Box& list)
 {
     std::vector<std::string> employers;
@@ -38,15 +46,6 @@ bool FillEmployers(Session& session, Box& list)
     list.SetEntries(std::move(employers));
     return true;
 }
-
-void FillEmployees(Session& session, Box& list)
-{
-    const BusyPointer busy(session.platform);
-    Database database = OpenClients(session);
-    list.SetEntries(ListEmployees(database, session.CurrentEmployer));
-}
-
-} // namespace
 
 bool OpenPage1(Session& session, std::string_view errorTitle)
 {

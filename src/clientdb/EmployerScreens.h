@@ -80,6 +80,10 @@ private:
     void RenameChosenEmployee();
 };
 
+/// The employers for a list on a screen. False, with the message that there are none and the list as it was, if the
+/// database has none. Throws StoreError.
+[[nodiscard]] bool FillEmployers(Session& session, Box& list);
+
 /// Shows page 1 for the current employee; with no record it opens blank after "Employee not found" under `errorTitle`.
 /// False, with the store's words, if the store fails: then nothing is shown, and what is open stays.
 [[nodiscard]] bool OpenPage1(Session& session, std::string_view errorTitle);

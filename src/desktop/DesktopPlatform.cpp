@@ -3,6 +3,8 @@
 #include "desktop/DesktopHost.h"
 #include "desktop/Look.h"
 #include "desktop/PrinterSetup.h"
+#include "edition/Edition.h"
+#include "frame/ShellOpen.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -93,7 +95,11 @@ std::optional<std::string> DesktopPlatform::AskSaveFile(const SaveFileQuestion& 
 bool DesktopPlatform::ShowPrinterSetup()
 {
     printers.Refresh();
-    PrinterSetup dialog(printers.Printers(), host.FrontWindow());
+    const auto openPage = [this](const std::string& printer) {
+        if (!QDesktopServices::openUrl(QUrl(look::Text(CupsPrinters::PageOf(printer)))))
+            ShowMessage({.title = std::string(edition::AppTitle), .text = ShellErrorMessage(UnknownProgram)});
+    };
+    PrinterSetup dialog(printers.Printers(), openPage, host.FrontWindow());
     if (dialog.exec() != QDialog::Accepted)
         return false;
     printers.Prefer(dialog.Chosen());

@@ -3,12 +3,9 @@
 #include "frame/Text.h"
 
 #include <QPolygonF>
-#include <QRawFont>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <map>
 
 namespace quillmere {
 
@@ -22,26 +19,6 @@ constexpr double Point(double twips)
 QColor ColorOf(Colour colour)
 {
     return {colour.red, colour.green, colour.blue};
-}
-
-/// The face at a size in points, unhinted.
-const QRawFont& FontOf(Face face, double size)
-{
-    static std::map<std::pair<Face, double>, QRawFont> fonts;
-    const auto found = fonts.find({face, size});
-    if (found != fonts.end())
-        return found->second;
-    static std::array<QRawFont, FaceCount> files;
-    QRawFont& whole = files.at(static_cast<std::size_t>(face));
-    if (!whole.isValid()) {
-        const auto bytes = FontFile(face);
-        whole = QRawFont(
-            QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())),
-            size, QFont::PreferNoHinting);
-    }
-    QRawFont sized = whole;
-    sized.setPixelSize(size);
-    return fonts.emplace(std::pair(face, size), sized).first->second;
 }
 
 /// One axis of the way from points to the pixels of the device, with no turning.
@@ -181,24 +158,42 @@ QRectF BoundsOf(const Document& document, const Operation& shape)
 
 } // namespace
 
-PageReplay::PageReplay(std::shared_ptr<const Document> recorded, int page) : document(std::move(recorded))
+const QRawFont& ReplayFonts::FontOf(Face face, double size)
+{
+    const auto found = fonts.find({face, size});
+    if (found != fonts.end())
+        return found->second;
+    QRawFont& whole = files.at(static_cast<std::size_t>(face));
+    if (!whole.isValid()) {
+        const auto bytes = FontFile(face);
+        whole = QRawFont(
+            QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())),
+            size, QFont::PreferNoHinting);
+    }
+    QRawFont sized = whole;
+    sized.setPixelSize(size);
+    return fonts.emplace(std::pair(face, size), sized).first->second;
+}
+
+PageReplay::PageReplay(std::shared_ptr<const Document> recorded, int page, ReplayFonts& fonts)
+    : document(std::move(recorded))
 {
     for (const Operation& operation : document->Page(page)) {
         if (operation.kind == OperationKind::Text) {
-            AddText(operation);
+            AddText(operation, fonts);
         } else {
-            FinishText();
+            FinishText(fonts);
             steps.push_back({.shape = &operation, .bounds = BoundsOf(*document, operation)});
         }
     }
-    FinishText();
+    FinishText(fonts);
 }
 
-void PageReplay::AddText(const Operation& operation)
+void PageReplay::AddText(const Operation& operation, ReplayFonts& fonts)
 {
     const TextStyle& wanted = document->TextStyleOf(operation);
     if (style != nullptr && *style != wanted)
-        FinishText();
+        FinishText(fonts);
     style = &wanted;
     const FaceMetrics& metrics = MetricsOf(wanted.face);
     const double base = Point(operation.y1 + TextAscent(wanted.face, wanted.size));
@@ -217,11 +212,11 @@ void PageReplay::AddText(const Operation& operation)
                   .adjusted(-reach, -reach, reach, reach);
 }
 
-void PageReplay::FinishText()
+void PageReplay::FinishText(ReplayFonts& fonts)
 {
     if (style != nullptr && style->size > 0) {
         QGlyphRun run;
-        run.setRawFont(FontOf(style->face, style->size));
+        run.setRawFont(fonts.FontOf(style->face, style->size));
         run.setGlyphIndexes(indexes);
         run.setPositions(positions);
         steps.push_back({.glyphs = static_cast<int>(runs.size()), .bounds = bounds});

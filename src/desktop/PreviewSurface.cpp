@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace quillmere {
 
@@ -18,6 +19,8 @@ namespace {
 /// Pages that stay prepared: what a window of thumbnails shows at once.
 constexpr std::size_t MostPrepared = 60;
 constexpr int LineStep = 40;
+/// A window that the desktop does not let paint (one that is out of sight) counts as painted after this, milliseconds.
+constexpr int PaintPatience = 2000;
 
 } // namespace
 
@@ -26,6 +29,13 @@ PreviewSurface::PreviewSurface(frmVSPrint& preview, QWidget* parent) : QAbstract
     setFocusPolicy(Qt::StrongFocus);
     setFrameShape(QFrame::StyledPanel);
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    QTimer::singleShot(PaintPatience, this, &PreviewSurface::TellPainted);
+}
+
+void PreviewSurface::TellPainted()
+{
+    if (!detached && !std::exchange(isPainted, true))
+        preview.Painted();
 }
 
 void PreviewSurface::Follow()
@@ -98,7 +108,7 @@ const PageReplay& PreviewSurface::ReplayOf(int wanted)
     const auto found = std::ranges::find_if(prepared, [wanted](const Prepared& one) { return one.page == wanted; });
     if (found != prepared.end())
         return *found->replay;
-    prepared.push_front({wanted, std::make_unique<PageReplay>(preview.Shown(), wanted)});
+    prepared.push_front({wanted, std::make_unique<PageReplay>(preview.Shown(), wanted, fonts)});
     if (prepared.size() > MostPrepared)
         prepared.pop_back();
     return *prepared.front().replay;
@@ -128,13 +138,8 @@ void PreviewSurface::paintEvent(QPaintEvent* event)
         ReplayOf(sheet.page).Paint(painter, exposed);
         painter.restore();
     }
-    if (!isPainted) {
-        isPainted = true;
-        QTimer::singleShot(0, this, [this] {
-            if (!detached)
-                preview.Painted();
-        });
-    }
+    if (!isPainted)
+        QTimer::singleShot(0, this, &PreviewSurface::TellPainted);
 }
 
 void PreviewSurface::resizeEvent(QResizeEvent* event)

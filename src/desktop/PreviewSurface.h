@@ -33,6 +33,8 @@ private:
         int page;
         std::unique_ptr<PageReplay> replay;
     };
+    /// Tells the preview, once, that it has been painted.
+    void TellPainted();
     void LayOut();
     void ShowSheet(const PreviewSheet& sheet);
     QPointF Origin() const;
@@ -42,6 +44,7 @@ private:
     PreviewPicture picture;
     ZoomMode mode = ZoomMode::PageWidth;
     int page = 0;
+    ReplayFonts fonts;
     std::deque<Prepared> prepared; ///< pages painted lately, the last first
     QPoint dragged;                ///< where the mouse was while it drags the picture
     bool isPainted = false;

@@ -191,7 +191,7 @@ void PreviewWindow::moveEvent(QMoveEvent* event)
 
 void PreviewWindow::resizeEvent(QResizeEvent*)
 {
-    if (surface == nullptr)
+    if (surface == nullptr || IsDetached())
         return;
     const int inside = width() - 2 * Margin;
     const int height = LayOutStrip(inside);

@@ -2,12 +2,10 @@
 
 #include "desktop/Look.h"
 
-#include <QDesktopServices>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
-#include <QUrl>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -33,7 +31,8 @@ QString StateOf(const PrinterFacts& printer)
 
 } // namespace
 
-PrinterSetup::PrinterSetup(std::vector<PrinterFacts> known, QWidget* parent)
+PrinterSetup::PrinterSetup(std::vector<PrinterFacts> known, std::function<void(const std::string&)> openPage,
+                           QWidget* parent)
     : QDialog(parent), printers(std::move(known))
 {
     setWindowTitle(QStringLiteral("Print Setup"));
@@ -58,7 +57,7 @@ PrinterSetup::PrinterSetup(std::vector<PrinterFacts> known, QWidget* parent)
 
     connect(list, &QListWidget::currentRowChanged, this, [this] { ShowFacts(); });
     connect(list, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
-    connect(properties, &QPushButton::clicked, this, [this] { OpenPrinterPage(); });
+    connect(properties, &QPushButton::clicked, this, [this, open = std::move(openPage)] { open(Chosen()); });
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     buttons->button(QDialogButtonBox::Ok)->setEnabled(!printers.empty());
@@ -84,13 +83,6 @@ void PrinterSetup::ShowFacts()
     facts->setText(QStringLiteral("Description: %1\nModel: %2\nLocation: %3\nState: %4")
                        .arg(look::Text(printer.description), look::Text(printer.model), look::Text(printer.location),
                             StateOf(printer)));
-}
-
-void PrinterSetup::OpenPrinterPage() const
-{
-    QUrl page(QStringLiteral("http://localhost:631/printers/"));
-    page.setPath(page.path() + look::Text(Chosen()));
-    QDesktopServices::openUrl(page);
 }
 
 } // namespace quillmere

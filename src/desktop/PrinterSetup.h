@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-#include <span>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -18,15 +18,14 @@ namespace quillmere {
 /// printer until the program ends; how a printer is set up is the business of its own page in the spooler.
 class PrinterSetup : public QDialog {
 public:
-    /// The first printer is the default one.
-    PrinterSetup(std::vector<PrinterFacts> printers, QWidget* parent);
+    /// The first printer is the default one. `openPage` is asked to show the page of a printer.
+    PrinterSetup(std::vector<PrinterFacts> printers, std::function<void(const std::string&)> openPage, QWidget* parent);
 
     /// The chosen printer's name; empty if there are none.
     std::string Chosen() const;
 
 private:
     void ShowFacts();
-    void OpenPrinterPage() const;
 
     std::vector<PrinterFacts> printers;
     QListWidget* list = nullptr;

@@ -4,16 +4,24 @@
 
 namespace quillmere {
 
-/// A busy pointer for the length of a scan.
+/// A busy pointer for the length of a scan, or until whoever it is left to takes it away.
 class BusyPointer {
 public:
     explicit BusyPointer(Platform& platform) : platform(platform) { platform.SetBusyPointer(true); }
-    ~BusyPointer() { platform.SetBusyPointer(false); }
+    ~BusyPointer()
+    {
+        if (isMine)
+            platform.SetBusyPointer(false);
+    }
     BusyPointer(const BusyPointer&) = delete;
     BusyPointer& operator=(const BusyPointer&) = delete;
 
+    /// Leaves the pointer busy; from now on somebody else sets it back.
+    void HandOver() { isMine = false; }
+
 private:
     Platform& platform;
+    bool isMine = true;
 };
 
 } // namespace quillmere

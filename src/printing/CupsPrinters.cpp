@@ -3,7 +3,10 @@
 #include <cups/cups.h>
 
 #include <algorithm>
+#include <array>
 #include <memory>
+#include <string_view>
+#include <strings.h>
 #include <utility>
 
 namespace quillmere {
@@ -106,11 +109,35 @@ PrinterFacts FactsOf(const cups_dest_t& destination)
             .isAccepting = OptionOf(destination, "printer-is-accepting-jobs") != "false"};
 }
 
+/// Options that change which pages come, in what order, how many to a sheet or how large: the program decides that.
+constexpr auto OptionsOfPages = std::to_array<std::string_view>({
+    "page-ranges",
+    "page-set",
+    "outputorder",
+    "page-delivery",
+    "number-up",
+    "number-up-layout",
+    "booklet",
+    "imposition-template",
+    "fit-to-page",
+    "fitplot",
+    "scaling",
+    "natural-scaling",
+});
+
+bool IsOptionOfPages(std::string_view name)
+{
+    return std::ranges::any_of(OptionsOfPages, [name](std::string_view other) {
+        return name.size() == other.size() && strncasecmp(name.data(), other.data(), other.size()) == 0;
+    });
+}
+
 void SetOptions(Options& options, const cups_dest_t& destination, const PrintRequest& request)
 {
     // What the user has set for this printer holds, but for what the program itself decides.
     for (int at = 0; at < destination.num_options; ++at)
-        options.Set(destination.options[at].name, destination.options[at].value);
+        if (!IsOptionOfPages(destination.options[at].name))
+            options.Set(destination.options[at].name, destination.options[at].value);
     options.Set("copies", std::to_string(request.copies));
     // The pages are whole sheets: nothing is fitted, and no margin is added.
     options.Set("media", "iso_a4_210x297mm");
@@ -177,6 +204,9 @@ void CupsPrinters::Read()
         if (destination.instance == nullptr)
             printers.push_back(FactsOf(destination));
     }
+    // Where the user has saved options of a printer, the list does not mark the spooler's own default one.
+    if (const char* named = standard.empty() ? cupsGetDefault2(conversation.Http()) : nullptr)
+        standard = named;
     for (const std::string& first : {standard, preferred})
         std::stable_partition(printers.begin(), printers.end(),
                               [&](const PrinterFacts& printer) { return printer.name == first; });
@@ -200,6 +230,18 @@ std::vector<std::string> CupsPrinters::Names()
     return names;
 }
 
+std::string CupsPrinters::PageOf(std::string_view printer)
+{
+    const std::string_view server = cupsServer();
+    const bool isLocal = server.empty() || server.front() == '/'; // a socket: its pages are on this machine
+    const char* scheme = cupsEncryption() == HTTP_ENCRYPTION_ALWAYS ? "https" : "http";
+    std::array<char, HTTP_MAX_URI> address{};
+    httpAssembleURIf(HTTP_URI_CODING_ALL, address.data(), static_cast<int>(address.size()), scheme, nullptr,
+                     isLocal ? "localhost" : std::string(server).c_str(), ippPort(), "/printers/%s",
+                     std::string(printer).c_str());
+    return address.data();
+}
+
 void CupsPrinters::Prefer(std::string_view name)
 {
     preferred = name;
@@ -210,7 +252,7 @@ PrintOutcome CupsPrinters::Print(const PrintRequest& request)
 {
     const Conversation conversation(request.patience, idle);
     if (conversation.Http() == nullptr)
-        return PrintOutcome::PrinterUnreachable;
+        return conversation.IsOver() ? PrintOutcome::NotReady : PrintOutcome::PrinterUnreachable;
     int job = 0;
     const Destinations destinations(conversation.Http());
     cups_dest_t* const destination = destinations.Find(request.printer);

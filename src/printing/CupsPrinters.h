@@ -34,6 +34,9 @@ public:
     void Refresh() { isFresh = false; }
     std::vector<std::string> Names();
 
+    /// Address of a printer's own page, on the server to which the jobs go.
+    static std::string PageOf(std::string_view printer);
+
     /// Makes a printer the default one until the program ends.
     void Prefer(std::string_view name);
 

@@ -128,21 +128,19 @@ int PageEngine::PageCount() const
     return open ? open->PageCount() : ended ? ended->PageCount() : 0;
 }
 
-PrintResult PageEngine::PrintDoc(int copies)
+PrintResult PageEngine::PrintDoc(int copies, const std::optional<std::string>& pageList, PageOrder order)
 {
-    std::vector<int> pages(ended ? static_cast<std::size_t>(ended->PageCount()) : 0);
-    std::iota(pages.begin(), pages.end(), 1);
-    return PrintDoc(copies, pages);
-}
-
-PrintResult PageEngine::PrintDoc(int copies, std::string_view pageList)
-{
-    return PrintDoc(copies, ReadPageList(pageList, ended ? ended->PageCount() : 0));
-}
-
-PrintResult PageEngine::PrintDoc(int copies, const std::vector<int>& pages)
-{
-    if (!ended || pages.empty() || copies < 1)
+    const int count = ended ? ended->PageCount() : 0;
+    std::vector<int> pages;
+    if (pageList) {
+        pages = ReadPageList(*pageList, count);
+    } else {
+        pages.resize(static_cast<std::size_t>(count));
+        std::iota(pages.begin(), pages.end(), 1);
+    }
+    if (order == PageOrder::Reverse)
+        std::ranges::reverse(pages);
+    if (pages.empty() || copies < 1)
         return PrintResult::NothingToPrint;
     if (device.empty())
         return PrintResult::PrinterUnreachable;

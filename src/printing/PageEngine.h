@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,9 @@ namespace quillmere {
 
 /// What became of pages that were to go to the printer.
 enum class PrintResult { Sent, NothingToPrint, PrinterUnreachable, NotReady };
+
+/// Whether pages come out as their list has them, or its last one first.
+enum class PageOrder { AsListed, Reverse };
 
 /// The page-drawing engine `vp`. It records what is drawn as a Document, in twips with y downwards, and keeps the ended
 /// document until the next one is opened. Pen, brush, font and position stay as set until they are set again, across
@@ -100,11 +104,10 @@ public:
 
     /// Pages of the document in hand or ended.
     int PageCount() const;
-    /// Prints the ended document: all its pages, those of a page list (see ReadPageList), or the given ones in the
-    /// given order. Never more than was asked for: a list without a page prints nothing.
-    PrintResult PrintDoc(int copies);
-    PrintResult PrintDoc(int copies, std::string_view pageList);
-    PrintResult PrintDoc(int copies, const std::vector<int>& pages);
+    /// Prints the ended document: all its pages, or those of a page list (see ReadPageList). Never more than was asked
+    /// for: a list without a page prints nothing.
+    PrintResult PrintDoc(int copies, const std::optional<std::string>& pageList = std::nullopt,
+                         PageOrder order = PageOrder::AsListed);
 
     /// The ended document, null before the first one.
     std::shared_ptr<const Document> Ended() const { return ended; }

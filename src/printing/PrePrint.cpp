@@ -1,8 +1,6 @@
 #include "printing/PrePrint.h"
 
-#include "clientdb/Employees.h"
-#include "edition/Edition.h"
-#include "frame/BusyPointer.h"
+#include "clientdb/EmployerScreens.h"
 #include "frame/Session.h"
 
 #include <array>
@@ -74,18 +72,7 @@ PrePrint::PrePrint(Session& session, PrintSystem& printing)
 
 bool PrePrint::Load()
 {
-    std::vector<std::string> employers;
-    {
-        const BusyPointer busy(session.platform);
-        Database database = Database::OpenDatabase(session.ClientDatabasePath());
-        employers = ListEmployers(database);
-    }
-    if (employers.empty()) {
-        session.messages.Tell(edition::AppTitle, "There are no Employers to display");
-        return false;
-    }
-    box("EmpList").SetEntries(std::move(employers));
-    return true;
+    return FillEmployers(session, box("EmpList"));
 }
 
 BatchSelection PrePrint::Selection() const

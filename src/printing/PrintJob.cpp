@@ -15,12 +15,6 @@ void PrintJob::OpenClients()
     database.emplace(Database::OpenDatabase(session.ClientDatabasePath()));
 }
 
-void PrintJob::CloseClients()
-{
-    tables.clear();
-    database.reset();
-}
-
 Recordset& PrintJob::Table(std::string_view name)
 {
     const auto found = tables.find(name);

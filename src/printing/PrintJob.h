@@ -31,7 +31,6 @@ public:
 
     /// Opens the client database. Throws StoreError.
     void OpenClients();
-    void CloseClients();
     Database& Clients() { return database.value(); }
     /// A table of the client database, opened when it is first asked for.
     Recordset& Table(std::string_view name);

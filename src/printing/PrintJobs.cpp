@@ -136,6 +136,7 @@ private:
 // ---- the declaration's document -----------------------------------------------------------------
 
 constexpr int DeclarationStep = 21;
+constexpr int DocumentEndStep = 22; ///< an employee's papers are drawn; what is left is the printer and the next record
 
 void PrintDeclarationDocument(PrintJob& job, std::string_view procedure, DeclarationVariant variant,
                               const FieldReader& read)
@@ -246,6 +247,7 @@ void PrintEmployees(PrintJob& job, const BatchSelection& selection, ProgressBar&
         if (!job.OpenDocument(EmployeeDocumentName(job.employer, job.employee)))
             continue;
         paper.Print(selection);
+        job.At(BatchJob, DocumentEndStep);
         job.page.vsEndDoc();
         records.MoveNext();
         progress.Advance();
@@ -275,8 +277,10 @@ void PrintBatch(PrintJob& job, const BatchSelection& selection)
                          ProgressBar::Shows::EveryStep);
     if (hasEmployees)
         PrintEmployees(job, selection, progress);
-    if (hasDeclaration)
+    if (hasDeclaration) {
         PrintBatchDeclaration(job);
+        progress.Advance();
+    }
 }
 
 } // namespace
@@ -284,8 +288,8 @@ void PrintBatch(PrintJob& job, const BatchSelection& selection)
 void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view employer, std::string_view employee,
                       PrintedDocument document)
 {
+    BusyPointer busy(session.platform);
     {
-        const BusyPointer busy(session.platform);
         PrintJob job(session, printing, SingleJob, Route::Screen);
         job.employer = employer;
         job.employee = employee;
@@ -302,8 +306,9 @@ void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view 
             return;
         }
     }
-    if (session.screens.IsRegistered(PreviewScreen))
-        session.screens.Show(PreviewScreen);
+    // The preview sets the pointer back once it has been painted.
+    if (session.screens.Show(PreviewScreen) != nullptr)
+        busy.HandOver();
 }
 
 void PrintBatchJob(Session& session, PrintSystem& printing, std::string_view employer, const BatchSelection& selection)

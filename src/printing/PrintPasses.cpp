@@ -2,10 +2,10 @@
 
 namespace quillmere {
 
-std::string PageListOf(ManualDuplex pass, int pageCount, bool reverse)
+std::optional<std::string> PageListOf(ManualDuplex pass, int pageCount, bool reverse)
 {
     if (pass == ManualDuplex::AllPages)
-        return {};
+        return std::nullopt;
     const bool swapped = reverse && pageCount % 2 == 0;
     const bool odd = (pass == ManualDuplex::OddPagesOnly) != swapped;
     std::string list;

@@ -87,6 +87,8 @@ void frmVSPrint::Unload()
     }
     settings.reportReverse = IsReversed();
     session.screens.Unload("frmVSPrintDialog");
+    // One that was closed before it was painted leaves no busy pointer behind.
+    Painted();
 }
 
 void frmVSPrint::TurnTo(int page)

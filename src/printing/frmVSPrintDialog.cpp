@@ -2,17 +2,15 @@
 
 #include "edition/Edition.h"
 #include "frame/Amount.h"
+#include "frame/BusyPointer.h"
 #include "frame/Session.h"
-#include "printing/PageList.h"
 #include "printing/PrintPasses.h"
 #include "printing/PrintSystem.h"
 #include "printing/frmVSPrint.h"
 
 #include <algorithm>
 #include <array>
-#include <numeric>
 #include <string>
-#include <vector>
 
 namespace quillmere {
 
@@ -25,6 +23,14 @@ enum Range { AllPages, CurrentPage, Pages };
 KeyVerdict PageNumbersKeyFilter(char32_t key)
 {
     return key == U',' || key == U'-' ? KeyVerdict{.key = key} : WholeNumberKeyFilter(key);
+}
+
+/// More copies than this are a slip of the keys.
+constexpr int MostCopies = 999;
+
+int ReadCopies(std::string_view text)
+{
+    return std::clamp(ReadWholeNumber(text), 1, MostCopies);
 }
 
 constexpr auto Rows = std::to_array<BoxRow>({
@@ -51,8 +57,9 @@ frmVSPrintDialog::frmVSPrintDialog(Session& session, PrintSystem& printing)
     AddBoxes(Rows);
     SetButtons("cmdCancel", "cmdPrint");
     OnLeave("txtCopies", [](Box& copies) {
-        if (ReadWholeNumber(copies.Text()) < 1)
-            copies.SetText("1");
+        const int number = ReadWholeNumber(copies.Text());
+        if (ReadCopies(copies.Text()) != number)
+            copies.SetText(std::to_string(ReadCopies(copies.Text())));
     });
     OnClick("optRange", [this](Box&) { RangeChosen(); });
     OnClick("cmdPrint", [this](Box&) { Print(); });
@@ -113,29 +120,18 @@ std::optional<std::string> frmVSPrintDialog::PageList() const
     default:
         break;
     }
-    const auto pass = static_cast<ManualDuplex>(Chosen("optDuplex"));
-    if (pass == ManualDuplex::AllPages)
-        return std::nullopt;
-    return PageListOf(pass, preview.PageCount(), preview.IsReversed());
+    return PageListOf(static_cast<ManualDuplex>(Chosen("optDuplex")), preview.PageCount(), preview.IsReversed());
 }
 
 void frmVSPrintDialog::Print()
 {
     const frmVSPrint& preview = Preview();
-    const int copies = std::max(1, ReadWholeNumber(box("txtCopies").Text()));
-    std::vector<int> pages;
-    if (const auto list = PageList()) {
-        pages = ReadPageList(*list, preview.PageCount());
-    } else {
-        pages.resize(static_cast<std::size_t>(preview.PageCount()));
-        std::iota(pages.begin(), pages.end(), 1);
+    PrintResult result{};
+    {
+        const BusyPointer busy(session.platform);
+        result = printing.engine.PrintDoc(ReadCopies(box("txtCopies").Text()), PageList(),
+                                          preview.IsReversed() ? PageOrder::Reverse : PageOrder::AsListed);
     }
-    if (preview.IsReversed())
-        std::ranges::reverse(pages);
-
-    session.platform.SetBusyPointer(true);
-    const PrintResult result = printing.engine.PrintDoc(copies, pages);
-    session.platform.SetBusyPointer(false);
     session.platform.YieldToMessages();
     switch (result) {
     case PrintResult::NothingToPrint:

@@ -106,6 +106,8 @@ constexpr auto Choices = std::to_array<ChoiceRow>({
     {"optTicks", &Settings::reportTicks},
 });
 
+constexpr int BlankTicks = 2;
+
 constexpr std::string_view TimesNewRoman = "Times New Roman";
 constexpr std::string_view Arial = "Arial";
 
@@ -124,7 +126,7 @@ frmVSPrintSettings::frmVSPrintSettings(Session& session, PrintSystem& printing)
     OnChoose("tbsSettings", [this](Box& tabs) { ShowPage(tabs.Selected() + 1); });
     OnClick("cmdSetup", [this](Box&) {
         this->session.platform.ShowPrinterSetup();
-        FillPrinters(box("cmbPrinter").Text());
+        FillPrinters(ChosenPrinter());
     });
     OnClick("cmdDefaults", [this](Box&) { Defaults(); });
     OnClick("cmdClose", [this](Box&) { this->session.screens.Unload(Name()); });
@@ -170,6 +172,13 @@ void frmVSPrintSettings::FillPrinters(std::optional<std::string> chosen)
     }
     box("cmbPrinter").SetEntries(std::move(names));
     box("cmbPrinter").Select(selected);
+    printer = *chosen;
+}
+
+std::string frmVSPrintSettings::ChosenPrinter() const
+{
+    const Box& list = box("cmbPrinter");
+    return list.Selected() < 0 ? printer : list.Text();
 }
 
 void frmVSPrintSettings::SetOption(std::string_view name, int index)
@@ -179,12 +188,12 @@ void frmVSPrintSettings::SetOption(std::string_view name, int index)
             option->SetTicked(option->Index() == index);
 }
 
-int frmVSPrintSettings::ChosenOption(std::string_view name) const
+std::optional<int> frmVSPrintSettings::ChosenOption(std::string_view name) const
 {
     for (const auto& option : Boxes())
         if (option->GetKind() == Kind::Option && option->Name() == name && option->Ticked())
             return option->Index();
-    return 0;
+    return std::nullopt;
 }
 
 void frmVSPrintSettings::Defaults()
@@ -210,13 +219,16 @@ void frmVSPrintSettings::Defaults()
 void frmVSPrintSettings::Unload()
 {
     Settings& settings = session.settings;
-    settings.vsPrinter = box("cmbPrinter").Text();
+    settings.vsPrinter = ChosenPrinter();
     for (const auto& row : RealNumbers)
         settings.*row.setting = ReadNumber(box(row.box).Text());
     for (const auto& row : WholeNumbers)
         settings.*row.setting = ReadWholeNumber(box(row.box).Text());
+    // A value that has no option of its own stays as it is until one is chosen.
     for (const ChoiceRow& row : Choices)
-        settings.*row.setting = ChosenOption(row.box);
+        settings.*row.setting = ChosenOption(row.box).value_or(settings.*row.setting);
+    // Kept: the ticks are blank or normal whatever else the settings file said; so is the font one of the two.
+    settings.reportTicks = ChosenOption("optTicks") == BlankTicks ? BlankTicks : 0;
     settings.reportFont = ChosenOption("optFont") == 1 ? TimesNewRoman : Arial;
     settings.vsPdfFileName = box("txtFile").Text();
     settings.reportPadding = box("chkDuplexPadding").Ticked();

@@ -26,9 +26,14 @@ private:
     void Defaults();
     /// Ticks the option of that index; none if there is no such option.
     void SetOption(std::string_view name, int index);
-    int ChosenOption(std::string_view name) const;
+    /// The index of the ticked option; none if the setting had a value without one.
+    std::optional<int> ChosenOption(std::string_view name) const;
+
+    /// The printer chosen in the list; while none is, the one of the settings.
+    std::string ChosenPrinter() const;
 
     PrintSystem& printing;
+    std::string printer; ///< that the list was to show, whether it is in it or not
 };
 
 } // namespace quillmere

@@ -3,6 +3,7 @@
 #include "app/Program.h"
 #include "clientdb/Employees.h"
 #include "desktop/DesktopHost.h"
+#include "desktop/MainWindow.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
 #include "frame/Settings.h"
@@ -11,6 +12,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <string_view>
 
 namespace quillmere::testing {
@@ -44,9 +46,26 @@ public:
         return screens.IsRegistered(name) ? screens.Show(name) : nullptr;
     }
 
+    /// Shows progress in the main window, too.
+    class Door : public ScriptedDoor {
+    public:
+        explicit Door(DesktopHost& host) : host(host) {}
+        void ShowProgress(int done, int total) override
+        {
+            ScriptedDoor::ShowProgress(done, total);
+            host.ShowProgress(done, total);
+            if (progressShown)
+                progressShown();
+        }
+        std::function<void()> progressShown; ///< looks at it
+
+    private:
+        DesktopHost& host;
+    };
+
     test::ScratchFolder folder;
-    ScriptedDoor door;
     DesktopHost host;
+    Door door{host};
     Program program;
 
 private:

@@ -12,6 +12,8 @@
 #include <cmath>
 #include <fmt/format.h>
 #include <fstream>
+#include <map>
+#include <stdexcept>
 
 namespace quillmere::pages {
 namespace {
@@ -75,6 +77,7 @@ protected:
     std::shared_ptr<const Document> PrintSingle(PrintedDocument document = PrintedDocument::Employee)
     {
         PrintEmployeeJob(desk.session, desk.printing, Employer, Employee, document);
+        desk.session.screens.Unload("frmVSPrint");
         return desk.TakeLast();
     }
     /// The document of the one employee in a batch of these ticks.
@@ -193,6 +196,30 @@ TEST_F(PrintJobs, GoOnWithAnEmptyDocumentWhereNoPrinterOpens)
     EXPECT_EQ(desk.printing.engine.Ended(), nullptr);
     ASSERT_EQ(door.messages.size(), 1u);
     EXPECT_EQ(door.messages[0].title, "Gone");
+    const Screen* preview = desk.session.screens.Find("frmVSPrint");
+    ASSERT_NE(preview, nullptr);
+    EXPECT_EQ(preview->box("lblPage").Text(), "0 of 0");
+}
+
+TEST_F(PrintJobs, LeaveThePointerBusyUntilThePreviewHasBeenPainted)
+{
+    PrintEmployeeJob(desk.session, desk.printing, Employer, Employee, PrintedDocument::Employee);
+    EXPECT_TRUE(door.busy);
+    static_cast<frmVSPrint&>(*desk.session.screens.Find("frmVSPrint")).Painted();
+    EXPECT_FALSE(door.busy);
+
+    // One that is closed before that leaves none behind, and neither does one that does not open.
+    desk.session.screens.Unload("frmVSPrint");
+    PrintEmployeeJob(desk.session, desk.printing, Employer, Employee, PrintedDocument::Employee);
+    EXPECT_TRUE(door.busy);
+    desk.session.screens.Unload("frmVSPrint");
+    EXPECT_FALSE(door.busy);
+    struct Refusing : Screen {
+        explicit Refusing(Session& session) : Screen(session, "frmVSPrint", ShowMode::Modal, "Print Preview") {}
+        bool Load() override { return false; }
+    };
+    desk.session.screens.Register("frmVSPrint", [](Session& session) { return std::make_unique<Refusing>(session); });
+    PrintEmployeeJob(desk.session, desk.printing, Employer, Employee, PrintedDocument::Employee);
     EXPECT_FALSE(door.busy);
 }
 
@@ -276,7 +303,7 @@ public:
     bool Load() override
     {
         shown = true;
-        EXPECT_FALSE(desk.Door().busy);
+        EXPECT_TRUE(desk.Door().busy);
         EXPECT_NE(desk.printing.engine.Ended(), nullptr);
         return true;
     }
@@ -440,6 +467,9 @@ TEST_F(PrintJobs, OfAWholeEmployerMoveTheBarWithEachEmployee)
     Batch({BatchTick::P11D});
     EXPECT_EQ(door.progress, (std::vector<std::pair<int, int>>{{0, 2}, {1, 2}, {2, 2}, {0, 0}}));
     EXPECT_GE(door.yields, 3);
+    door.progress.clear();
+    Batch({BatchTick::P11D, BatchTick::P11DB});
+    EXPECT_EQ(door.progress, (std::vector<std::pair<int, int>>{{0, 3}, {1, 3}, {2, 3}, {3, 3}, {0, 0}}));
 }
 
 TEST_F(PrintJobs, WithTheDeclarationAlonePrintNoEmployee)
@@ -537,6 +567,85 @@ TEST_F(PrintJobs, LeaveOutTheDeclarationWhereNoPrinterOpens)
     EXPECT_EQ(door.messages.size(), 1u);
 }
 
+/// A printer that fails as told, and a question to which the answer is that another printer is switched on.
+class TroubledDoor : public ScriptedDoor {
+public:
+    Answer ShowMessage(const Message& message) override
+    {
+        if (messages.size() + 1 == switchOnAt)
+            printers = {"Office"};
+        return ScriptedDoor::ShowMessage(message);
+    }
+    PrintOutcome Print(const PrintRequest& request) override
+    {
+        static_cast<void>(ScriptedDoor::Print(request));
+        return printed.size() == failAt ? PrintOutcome::PrinterUnreachable : PrintOutcome::Sent;
+    }
+
+    std::size_t switchOnAt = 0, failAt = 0;
+};
+
+TEST(ABatchInTrouble, GoesOnWithTheNextDocumentWhereThePrinterFailsAtTheEndOfOne)
+{
+    TroubledDoor door;
+    door.printers = {"Office"};
+    door.failAt = 1;
+    PrintDesk desk(door);
+    for (const char* name : {"Jane", "Zoe"})
+        desk.Add(Employer, name, "Smith");
+    BatchSelection forms;
+    forms.Set(BatchTick::P11D);
+    PrintBatchJob(desk.session, desk.printing, Employer, forms);
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].title, "2011 Quillmere");
+    EXPECT_EQ(door.messages[0].text, "An error occurred while attempting to access the following printer:\n\nOffice\n\n"
+                                     "Make sure this printer is available and properly set up.");
+    ASSERT_EQ(door.printed.size(), 2u);
+    EXPECT_EQ(door.printed[1].documentName, "Marlow & Sons Ltd - Zoe Smith");
+    EXPECT_EQ(door.progress.back(), std::make_pair(0, 0));
+}
+
+TEST(ABatchInTrouble, WaitsForAPrinterWhereThereIsNone)
+{
+    TroubledDoor door;
+    door.switchOnAt = 3;
+    door.answers = {Answer::Yes};
+    PrintDesk desk(door);
+    desk.session.settings.vsPrinter = "Gone";
+    desk.Add(Employer, "Jane", "Smith");
+    BatchSelection forms;
+    forms.Set(BatchTick::P11D);
+    PrintBatchJob(desk.session, desk.printing, Employer, forms);
+    ASSERT_EQ(door.messages.size(), 4u);
+    for (std::size_t at = 0; at < 3; ++at) {
+        EXPECT_EQ(door.messages[at].title, "Gone");
+        EXPECT_EQ(door.messages[at].text, "This printer is not available.");
+        EXPECT_EQ(door.messages[at].buttons, Buttons::Ok);
+        EXPECT_EQ(door.messages[at].icon, Icon::Critical);
+    }
+    EXPECT_EQ(door.messages[3].buttons, Buttons::YesNo);
+    ASSERT_EQ(door.printed.size(), 1u);
+    EXPECT_EQ(door.printed[0].printer, "Office");
+}
+
+TEST_F(PrintJobs, OfABatchGoToThePrinterWhereSingleOnesGoToAPdfFile)
+{
+    door.printers = {"Office"};
+    desk.session.settings.reportPreview = 1;
+    desk.session.settings.vsPdfScale = 50;
+    Batch({BatchTick::P11D, BatchTick::P11DB});
+    EXPECT_EQ(door.printed.size(), 2u);
+    EXPECT_TRUE(door.opened.empty());
+    EXPECT_FALSE(std::filesystem::exists(desk.folder.path / "Docs" / "Preview.pdf"));
+    EXPECT_TRUE(door.messages.empty());
+    // With the printer's scale, not the file's.
+    const auto onPaper = desk.TakeLast();
+    desk.session.settings.reportPreview = 0;
+    Batch({BatchTick::P11DB});
+    EXPECT_EQ(TextsOf(*onPaper, 1), TextsOf(*desk.documents.back(), 1));
+    EXPECT_EQ(onPaper->Page(1).front().x2, desk.documents.back()->Page(1).front().x2);
+}
+
 TEST_F(PrintJobs, KeepOneEmployeesNumberOffTheNextOnesSheet)
 {
     Set("P11D", "NatIns", "AB123456C");
@@ -597,6 +706,45 @@ TEST_F(PrintJobs, NameTheProcedureAndItsOwnNumberWhenTheStoreFails)
         door.messages.clear();
     }
     EXPECT_EQ(PrintSingle()->PageCount(), 38);
+}
+
+/// A printer whose spooler breaks down under the document.
+class BreakingDoor : public ScriptedDoor {
+public:
+    PrintOutcome Print(const PrintRequest&) override { throw std::runtime_error("The spooler has gone"); }
+};
+
+TEST(ABatchInTrouble, NamesItselfWhereADocumentThatIsDrawnCannotBeEnded)
+{
+    BreakingDoor door;
+    door.printers = {"Office"};
+    PrintDesk desk(door);
+    desk.Add(Employer, "Jane", "Smith");
+    BatchSelection forms;
+    forms.Set(BatchTick::P11D);
+    PrintBatchJob(desk.session, desk.printing, Employer, forms);
+    ASSERT_EQ(door.messages.size(), 1u);
+    EXPECT_EQ(door.messages[0].text, "Procedure: Batch Print\nError 0:  The spooler has gone\nDiagnostic: 22");
+    EXPECT_FALSE(door.busy);
+}
+
+TEST_F(PrintJobs, NameTheSheetOfFurtherCarsThatCannotBeRead)
+{
+    FillAll();
+    std::map<std::string, std::string> diagnosticOf;
+    bool failed = true;
+    for (int statement = 1; failed; ++statement) {
+        const FailingStore store("[ExtraCars]", statement);
+        PrintSingle();
+        failed = store.hasFailed;
+        for (const Message& message : door.messages)
+            if (message.text.starts_with("Procedure: "))
+                diagnosticOf[message.text.substr(11, message.text.find('\n') - 11)] =
+                    message.text.substr(message.text.rfind('\n') + 1);
+        door.messages.clear();
+    }
+    EXPECT_EQ(diagnosticOf, (std::map<std::string, std::string>{{"Print P11D(3-4)", "Diagnostic: 3"},
+                                                                {"Print P11D(5-6)", "Diagnostic: 4"}}));
 }
 
 TEST_F(PrintJobs, SayThatACarCannotBeReadAndGoOn)

@@ -6,10 +6,15 @@
 
 #include <gtest/gtest.h>
 
+#include <arpa/inet.h>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <memory>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <thread>
+#include <unistd.h>
 
 namespace quillmere {
 namespace {
@@ -207,6 +212,92 @@ TEST_F(PrinterTest, ASpoolerThatDoesNotAnswerIsGivenUpInTime)
     EXPECT_GT(room.door.idled, 0) << "the windows are looked after meanwhile";
     EXPECT_EQ(room.door.TakeText(), "The printing system is not ready.\nThe print job has been abandoned.");
     ExpectNothingArrived();
+}
+
+TEST_F(PrinterTest, OptionsThatTheUserHasSavedChangeNoPages)
+{
+    spooler->SaveOptions("Office", "page-ranges=1 page-set=odd outputorder=reverse OutputOrder=Reverse number-up=4 "
+                                   "fit-to-page=true sides=two-sided-short-edge job-priority=40");
+    Room room;
+    Press(room.Dialog(room.Preview(3)));
+    spooler->ForgetOptions();
+    const auto job = Arrived();
+    EXPECT_EQ(job.pages, (Pages{"Page 1", "Page 2", "Page 3"}));
+    for (const char* option : {"page-ranges", "page-set", "outputorder", "OutputOrder", "number-up", "fit-to-page"})
+        EXPECT_FALSE(job.attributes.contains(option)) << option;
+    // The others hold.
+    EXPECT_EQ(job.attributes.at("sides"), "two-sided-short-edge");
+    EXPECT_EQ(job.attributes.at("job-priority"), "40");
+}
+
+TEST_F(PrinterTest, AJobWhoseDocumentDoesNotGetThereWholeIsTakenBack)
+{
+    SpoolerDoor door;
+    const std::string tooLarge = "%PDF-1.4\n" + std::string(PrivateSpooler::LargestDocument + 1000000, ' ');
+    EXPECT_EQ(door.Print({.printer = "Office", .documentName = "Too large for it", .pdf = tooLarge, .pages = {1}}),
+              PrintOutcome::PrinterUnreachable);
+    const auto job = spooler->AttributesOfJob("Too large for it");
+    ASSERT_FALSE(job.empty());
+    EXPECT_EQ(job.at("job-state"), "canceled");
+}
+
+/// A port of this machine at which nobody takes the calls: those that come wait.
+class SilentPort {
+public:
+    SilentPort()
+    {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        listener = socket(AF_INET, SOCK_STREAM, 0);
+        socklen_t size = sizeof address;
+        bind(listener, reinterpret_cast<sockaddr*>(&address), size);
+        listen(listener, 0);
+        getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
+        port = ntohs(address.sin_port);
+        for (int& caller : callers) {
+            caller = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0);
+            connect(caller, reinterpret_cast<sockaddr*>(&address), size);
+        }
+    }
+    ~SilentPort()
+    {
+        for (const int caller : callers)
+            close(caller);
+        close(listener);
+    }
+    SilentPort(const SilentPort&) = delete;
+    SilentPort& operator=(const SilentPort&) = delete;
+
+    int port = 0;
+
+private:
+    int listener = -1;
+    std::array<int, 8> callers{};
+};
+
+TEST_F(PrinterTest, ASpoolerThatTakesNoCallsIsNotReady)
+{
+    const SilentPort silent;
+    setenv("CUPS_SERVER", ("127.0.0.1:" + std::to_string(silent.port)).c_str(), 1);
+    std::thread([] {
+        SpoolerDoor door;
+        door.patience = std::chrono::seconds(1);
+        EXPECT_EQ(door.Print({.printer = "Office", .documentName = "A", .pdf = "%PDF", .pages = {1}}),
+                  PrintOutcome::NotReady);
+    }).join();
+    setenv("CUPS_SERVER", spooler->Socket().c_str(), 1);
+}
+
+TEST_F(PrinterTest, APrintersPageIsOnTheServerThatGetsTheJobs)
+{
+    EXPECT_TRUE(CupsPrinters::PageOf("Office").starts_with("http://localhost:"));
+    EXPECT_TRUE(CupsPrinters::PageOf("Office").ends_with("/printers/Office"));
+    setenv("CUPS_SERVER", "print.example:8631", 1);
+    std::thread([] {
+        EXPECT_EQ(CupsPrinters::PageOf("Top floor"), "http://print.example:8631/printers/Top%20floor");
+    }).join();
+    setenv("CUPS_SERVER", spooler->Socket().c_str(), 1);
 }
 
 TEST_F(PrinterTest, WithoutASpoolerThereAreNoPrinters)

@@ -102,13 +102,14 @@ bool PrivateSpooler::Start()
 {
     for (const char* part : {"root", "spool", "cache", "state", "tmp"})
         std::filesystem::create_directories(folder / part);
-    Write(folder / "cupsd.conf", fmt::format("Listen {}\nLogLevel warn\nBrowsing Off\nDefaultAuthType None\n"
-                                             "WebInterface No\nPreserveJobFiles Yes\nPreserveJobHistory Yes\n"
-                                             "DefaultPolicy open\n<Location />\nAllow from all\n</Location>\n"
-                                             "<Policy open>\nJobPrivateAccess all\nJobPrivateValues none\n<Limit "
-                                             "All>\nOrder allow,deny\nAllow from all\n</Limit>\n"
-                                             "</Policy>\n",
-                                             Socket()));
+    Write(folder / "cupsd.conf",
+          fmt::format("Listen {}\nLogLevel warn\nBrowsing Off\nDefaultAuthType None\n"
+                      "WebInterface No\nLimitRequestBody {}\nPreserveJobFiles Yes\nPreserveJobHistory Yes\n"
+                      "DefaultPolicy open\n<Location />\nAllow from all\n</Location>\n"
+                      "<Policy open>\nJobPrivateAccess all\nJobPrivateValues none\n<Limit "
+                      "All>\nOrder allow,deny\nAllow from all\n</Limit>\n"
+                      "</Policy>\n",
+                      Socket(), LargestDocument));
     Write(
         folder / "cups-files.conf",
         fmt::format("FileDevice Yes\nServerRoot {0}/root\nRequestRoot {0}/spool\nCacheDir {0}/cache\n"
@@ -194,13 +195,42 @@ void PrivateSpooler::Thaw() const
     kill(process, SIGCONT);
 }
 
+void PrivateSpooler::SaveOptions(std::string_view printer, std::string_view options) const
+{
+    std::filesystem::create_directories(folder / ".cups");
+    Write(folder / ".cups" / "lpoptions", fmt::format("Dest {} {}\n", printer, options));
+}
+
+void PrivateSpooler::ForgetOptions() const
+{
+    std::filesystem::remove(folder / ".cups" / "lpoptions");
+}
+
+std::map<std::string, std::string> PrivateSpooler::AttributesOfJob(std::string_view name) const
+{
+    constexpr int mostJobs = 1000;
+    for (int number = 1; number < mostJobs; ++number) {
+        auto attributes = AttributesOf(number);
+        if (!attributes.contains("job-id"))
+            break;
+        if (attributes["job-name"] == name)
+            return attributes;
+    }
+    return {};
+}
+
 std::vector<PrivateSpooler::Job> PrivateSpooler::Jobs() const
 {
     std::vector<Job> jobs;
-    for (int number = 1;; ++number) {
+    constexpr int mostWithoutDocument = 3;
+    int without = 0;
+    for (int number = 1; without < mostWithoutDocument; ++number) {
         const std::filesystem::path document = folder / "spool" / fmt::format("d{:05}-001", number);
-        if (!std::filesystem::exists(document))
-            break;
+        if (!std::filesystem::exists(document)) {
+            ++without;
+            continue;
+        }
+        without = 0;
         Job job;
         job.attributes = AttributesOf(number);
         std::istringstream pages(OutputOf(fmt::format("pdftotext {} -", document.string())));

@@ -32,6 +32,15 @@ public:
     void Freeze() const;
     void Thaw() const;
 
+    /// Options that the user of these tests has saved for a printer, as lpoptions does: "sides=one-sided copies=2".
+    void SaveOptions(std::string_view printer, std::string_view options) const;
+    void ForgetOptions() const;
+
+    /// It refuses larger ones, in bytes.
+    static constexpr std::size_t LargestDocument = 4000000;
+    /// What it tells of the job of that name, also of one without a document; empty if it knows none.
+    std::map<std::string, std::string> AttributesOfJob(std::string_view name) const;
+
     /// A job as it arrived.
     struct Job {
         std::map<std::string, std::string> attributes; ///< as the spooler tells them: "copies", "sides", "job-name"

@@ -8,6 +8,7 @@
 #include "frame/Amount.h"
 #include "frame/Text.h"
 #include "printing/PrintSystem.h"
+#include "printing/frmVSPrint.h"
 #include "support/ScriptedDoor.h"
 #include "support/StoreFixture.h"
 
@@ -38,7 +39,12 @@ public:
         printing.engine.documentEnded = [this](std::shared_ptr<const Document> document) {
             documents.push_back(std::move(document));
         };
+        session.screens.Register("frmVSPrint",
+                                 [this](Session& with) { return std::make_unique<frmVSPrint>(with, printing); });
     }
+    ~PrintDesk() { session.screens.Abandon(); }
+    PrintDesk(const PrintDesk&) = delete;
+    PrintDesk& operator=(const PrintDesk&) = delete;
 
     Database Open() const { return Database::OpenDatabase(session.ClientDatabasePath()); }
 

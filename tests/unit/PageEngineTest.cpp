@@ -98,14 +98,15 @@ TEST_F(PageEngineTest, PrintsThePagesAskedForAndNeverMore)
     EXPECT_EQ(door.printed.back().copies, 2);
     EXPECT_EQ(vp.PrintDoc(1, "5,1-2"), PrintResult::Sent);
     EXPECT_EQ(door.printed.back().pages, (Pages{5, 1, 2}));
-    EXPECT_EQ(vp.PrintDoc(1, Pages{4, 3}), PrintResult::Sent);
-    EXPECT_EQ(door.printed.back().pages, (Pages{4, 3}));
+    EXPECT_EQ(vp.PrintDoc(1, "4-5,1", PageOrder::Reverse), PrintResult::Sent);
+    EXPECT_EQ(door.printed.back().pages, (Pages{1, 5, 4}));
+    EXPECT_EQ(vp.PrintDoc(1, std::nullopt, PageOrder::Reverse), PrintResult::Sent);
+    EXPECT_EQ(door.printed.back().pages, (Pages{5, 4, 3, 2, 1}));
 
     const std::size_t before = door.printed.size();
     EXPECT_EQ(vp.PrintDoc(1, ""), PrintResult::NothingToPrint);
     EXPECT_EQ(vp.PrintDoc(1, "x"), PrintResult::NothingToPrint);
     EXPECT_EQ(vp.PrintDoc(1, "7"), PrintResult::NothingToPrint);
-    EXPECT_EQ(vp.PrintDoc(1, Pages{}), PrintResult::NothingToPrint);
     EXPECT_EQ(vp.PrintDoc(0), PrintResult::NothingToPrint);
     EXPECT_EQ(door.printed.size(), before);
 }

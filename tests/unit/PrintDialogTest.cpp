@@ -36,13 +36,13 @@ struct PassCase {
     ManualDuplex pass;
     int pages;
     bool reverse;
-    std::string_view list;
+    std::optional<std::string> list;
 };
 
 TEST(PrintPassesTest, ThePassesOfADocument)
 {
     using enum ManualDuplex;
-    for (const PassCase& one : std::to_array<PassCase>({
+    for (const PassCase& one : std::vector<PassCase>{
              {OddPagesOnly, 5, false, "1,3,5"},
              {EvenPagesOnly, 5, false, "2,4"},
              {OddPagesOnly, 5, true, "1,3,5"},
@@ -52,17 +52,18 @@ TEST(PrintPassesTest, ThePassesOfADocument)
              {OddPagesOnly, 4, true, "2,4"},
              {EvenPagesOnly, 4, true, "1,3"},
              {OddPagesOnly, 12, false, "1,3,5,7,9,11"},
-             {AllPages, 5, false, ""},
-             {AllPages, 4, true, ""},
-         }))
+             {EvenPagesOnly, 1, false, ""},
+             {AllPages, 5, false, std::nullopt},
+             {AllPages, 4, true, std::nullopt},
+         })
         EXPECT_EQ(PageListOf(one.pass, one.pages, one.reverse), one.list);
 }
 
 RC_GTEST_PROP(PrintPassesTest, TheTwoPassesPrintEveryPageOnce, (bool reverse))
 {
     const int count = *rc::gen::inRange(2, 200);
-    Pages pages = ReadPageList(PageListOf(ManualDuplex::OddPagesOnly, count, reverse), count);
-    const Pages even = ReadPageList(PageListOf(ManualDuplex::EvenPagesOnly, count, reverse), count);
+    Pages pages = ReadPageList(*PageListOf(ManualDuplex::OddPagesOnly, count, reverse), count);
+    const Pages even = ReadPageList(*PageListOf(ManualDuplex::EvenPagesOnly, count, reverse), count);
     pages.insert(pages.end(), even.begin(), even.end());
     std::ranges::sort(pages);
     Pages all(static_cast<std::size_t>(count));
@@ -125,6 +126,20 @@ TEST(PrintDialogTest, CopiesBelowOneBecomeOne)
     }
     Enter(dialog, copies, "12");
     EXPECT_EQ(copies.Text(), "12");
+}
+
+TEST(PrintDialogTest, MoreCopiesThanAnybodyWantsBecome999)
+{
+    Room room;
+    Screen& dialog = room.Dialog(room.Preview(2));
+    Box& copies = dialog.box("txtCopies");
+    for (const std::string_view many : {"1000", "99999999999"}) {
+        Enter(dialog, copies, many);
+        EXPECT_EQ(copies.Text(), "999") << many;
+    }
+    copies.SetText("99999999999"); // still being typed in
+    room.Press(dialog);
+    EXPECT_EQ(room.Printed().copies, 999);
 }
 
 TEST(PrintDialogTest, PageNumbersTakeDigitsCommasAndDashes)

@@ -203,6 +203,66 @@ TEST(PrintSettingsTest, NoPrinterIsChosenBeforeOneIsSettled)
     EXPECT_EQ(room.session.settings.vsPrinter, "");
 }
 
+TEST(PrintSettingsTest, AChosenPrinterThatIsNotListedIsNotForgottenByLookingAtThem)
+{
+    Room room;
+    room.session.settings.vsPrinter = "Away";
+    Screen& screen = room.Settings();
+    EXPECT_EQ(screen.box("cmbPrinter").Text(), "");
+    screen.Click(screen.box("cmdSetup"));
+    room.Close();
+    EXPECT_EQ(room.session.settings.vsPrinter, "Away");
+
+    // Another one takes its place once it is chosen, and so does the default one.
+    Screen& again = room.Settings();
+    again.Choose(again.box("cmbPrinter"), 1);
+    room.Close();
+    EXPECT_EQ(room.session.settings.vsPrinter, "Attic");
+    room.session.settings.vsPrinter = "Away";
+    room.door.printers.clear();
+    room.door.answers = {Answer::Yes};
+    Screen& third = room.Settings();
+    third.Click(third.box("cmdDefaults"));
+    room.Close();
+    EXPECT_EQ(room.session.settings.vsPrinter, "");
+}
+
+TEST(PrintSettingsTest, AValueWithoutAnOptionStaysUntilOneIsChosen)
+{
+    Room room;
+    Settings& settings = room.session.settings;
+    const auto give = [&settings] {
+        settings.vsDuplexMode = 7;
+        settings.vsPdfFileOption = 8;
+        settings.reportPreview = 9;
+        settings.vsSection = 10;
+    };
+    give();
+    EXPECT_EQ(Shown(room.Settings()).find("optPreview"), std::string::npos);
+    room.Close();
+    EXPECT_EQ(settings.vsDuplexMode, 7);
+    EXPECT_EQ(settings.vsPdfFileOption, 8);
+    EXPECT_EQ(settings.reportPreview, 9);
+    EXPECT_EQ(settings.vsSection, 10);
+
+    Screen& screen = room.Settings();
+    screen.Click(screen.box("optSection", 1));
+    room.Close();
+    EXPECT_EQ(settings.vsSection, 1);
+    EXPECT_EQ(settings.reportPreview, 9);
+}
+
+TEST(PrintSettingsTest, TheTicksAreBlankOrNormal)
+{
+    for (const auto& [before, after] : {std::pair(0, 0), std::pair(1, 0), std::pair(2, 2)}) {
+        Room room;
+        room.session.settings.reportTicks = before;
+        room.Settings();
+        room.Close();
+        EXPECT_EQ(room.session.settings.reportTicks, after);
+    }
+}
+
 TEST(PrintSettingsTest, ClosingThemClosesThePreviewToo)
 {
     Room room;
