@@ -105,6 +105,7 @@ void PageTurned(benchmark::State& state)
 {
     const auto document = TheForm();
     QImage sheet = Sheet();
+    ReplayFonts fonts;
     int page = 0;
     for (auto _ : state) {
         page = page % document->PageCount() + 1;
