@@ -180,8 +180,10 @@ void TransferBySets(benchmark::State& state)
 {
     const LastYearRecord nothing = [](std::string_view) { return std::string_view(); };
     std::vector<std::string> statements;
+    const CurrencyRates noRates;
+    const auto none = [&noRates]() -> const CurrencyRates& { return noRates; };
     for (const TransferTable& row : TransferTables)
-        statements.push_back(CopyTable(row.table, FieldNames(Carry(row.carries, nothing, {})), true));
+        statements.push_back(CopyTable(row.table, FieldNames(Carry(row.carries, nothing, none)), true));
     const CarriedCars cars = CarryCars(nullptr, nullptr);
     auto ofPage = FieldNames(cars.p11d);
     for (const std::string& field : FieldNames(CarryIdentity(nothing)))
