@@ -175,7 +175,7 @@ void Section4(Layout& layout, int y)
     // On the form "minus" is a word of its own in the gap of the sum.
     layout.Text(LetterX - 212, y + 258, 200, "box A + box B          box C",
                 {.size = 11, .align = TextLook::Align::Right});
-    layout.Text(LetterX - 74, y + 259, 36, "minus", {.size = 10, .align = TextLook::Align::Centre});
+    layout.Text(LetterX - 74, y + 259, 36, "minus", {.size = 9, .align = TextLook::Align::Centre});
     layout.Text(TextX, y + 295, TextWidth, words::MultiplyByRate);
     LetteredRate(layout, y + 292, "E", "Section4BoxE");
     result(y + 328, words::NICsPayable, "F", "Section4BoxF");

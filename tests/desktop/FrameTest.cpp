@@ -1,11 +1,11 @@
 // The frame on the desktop: the main window's menus, message boxes, where the program's folder is, and what the close
 // box of a window does.
 #include "RunningProgram.h"
-#include "Variable.h"
 #include "clientdb/CurrentRecord.h"
 #include "desktop/DesktopPlatform.h"
 #include "desktop/MainWindow.h"
 #include "desktop/ProgramFolder.h"
+#include "support/Variable.h"
 
 #include <QApplication>
 #include <QMenuBar>

@@ -1,6 +1,7 @@
 #include "frame/Folders.h"
 
 #include "TemporaryFolder.h"
+#include "support/Variable.h"
 
 #include <gtest/gtest.h>
 
@@ -9,33 +10,6 @@
 
 namespace quillmere {
 namespace {
-
-/// Sets a variable of the environment for the length of a test.
-class Environment {
-public:
-    Environment(const char* variable, const char* value) : name(variable)
-    {
-        if (const char* old = std::getenv(variable))
-            before = old;
-        if (value != nullptr)
-            ::setenv(variable, value, 1);
-        else
-            ::unsetenv(variable);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-    ~Environment()
-    {
-        if (before)
-            ::setenv(name, before->c_str(), 1);
-        else
-            ::unsetenv(name);
-    }
-
-private:
-    const char* name;
-    std::optional<std::string> before;
-};
 
 TEST(Folders, TheRootIsAboveTheProgramFolder)
 {
@@ -59,14 +33,14 @@ TEST(Folders, TheSystemFolderIsAboveTheTemporaryOne)
     const test::TemporaryFolder folder;
     std::filesystem::create_directory(folder / "temporary");
     {
-        const Environment temporary("TMPDIR", (folder / "temporary").c_str());
+        const test::Variable temporary("TMPDIR", (folder / "temporary").c_str());
         EXPECT_EQ(WindowsFolder(), folder.Path());
     }
     {
-        const Environment temporary("TMPDIR", (folder / "temporary/").c_str());
+        const test::Variable temporary("TMPDIR", (folder / "temporary/").c_str());
         EXPECT_EQ(WindowsFolder(), folder.Path());
     }
-    const Environment temporary("TMPDIR", (folder / "missing").c_str());
+    const test::Variable temporary("TMPDIR", (folder / "missing").c_str());
     EXPECT_EQ(WindowsFolder(), "/");
 }
 
@@ -82,7 +56,7 @@ TEST(Folders, AnEmptyFolderIsTheTopmostOne)
 TEST(Folders, TheTempFolderIsMadeInTheUsersCache)
 {
     const test::TemporaryFolder folder;
-    const Environment cache("XDG_CACHE_HOME", folder.Path().c_str());
+    const test::Variable cache("XDG_CACHE_HOME", folder.Path().c_str());
     EXPECT_EQ(TempFolder(WindowsFolder()), folder / "TEMP");
     MakeTempFolder(WindowsFolder());
     EXPECT_TRUE(std::filesystem::is_directory(folder / "TEMP"));
@@ -92,8 +66,8 @@ TEST(Folders, TheTempFolderIsMadeInTheUsersCache)
 TEST(Folders, ATempFolderThatCannotBeMadeIsPassedOver)
 {
     const test::TemporaryFolder folder;
-    const Environment cache("XDG_CACHE_HOME", nullptr);
-    const Environment home("HOME", (folder / "missing").c_str());
+    const test::Variable cache("XDG_CACHE_HOME", nullptr);
+    const test::Variable home("HOME", (folder / "missing").c_str());
     EXPECT_EQ(TempFolder("/anywhere"), folder / "missing/.cache/TEMP");
     EXPECT_NO_THROW(MakeTempFolder(WindowsFolder()));
     EXPECT_FALSE(std::filesystem::exists(folder / "missing"));
@@ -102,8 +76,8 @@ TEST(Folders, ATempFolderThatCannotBeMadeIsPassedOver)
 TEST(Folders, WithoutAUsersFolderTheTempFolderIsThatOfTheSystem)
 {
     const test::TemporaryFolder folder;
-    const Environment cache("XDG_CACHE_HOME", nullptr);
-    const Environment home("HOME", nullptr);
+    const test::Variable cache("XDG_CACHE_HOME", nullptr);
+    const test::Variable home("HOME", nullptr);
     MakeTempFolder(folder.Path());
     EXPECT_TRUE(std::filesystem::is_directory(folder / "TEMP"));
 }

@@ -6,14 +6,17 @@
 
 namespace quillmere::test {
 
-/// Sets a variable of the environment for the length of a test.
+/// Sets a variable of the environment, or with a null value takes it out, for the length of a test.
 class Variable {
 public:
     Variable(const char* variable, const char* value) : name(variable)
     {
         if (const char* old = std::getenv(variable))
             before = old;
-        ::setenv(variable, value, 1);
+        if (value != nullptr)
+            ::setenv(variable, value, 1);
+        else
+            ::unsetenv(variable);
     }
     Variable(const Variable&) = delete;
     Variable& operator=(const Variable&) = delete;
