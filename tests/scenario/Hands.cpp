@@ -19,6 +19,8 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace quillmere::scenario::hands {
 
@@ -39,14 +41,6 @@ void ClosePopups()
         if (QApplication::activePopupWidget() == popup)
             return;
     }
-}
-
-void RequireNotBlocked(const QWidget& widget, const std::string& name)
-{
-    QWidget* modal = QApplication::activeModalWidget();
-    if (modal != nullptr && widget.window() != modal && !modal->isAncestorOf(widget.window()))
-        throw StepFailure("expected " + name + " to be within reach, found it waiting behind " +
-                          modal->objectName().toStdString());
 }
 
 /// Turns every tab strip and stack in which the widget stands to its page.
@@ -97,12 +91,26 @@ void RequireUsable(const QWidget& widget, const std::string& name)
         throw StepFailure("expected " + name + " to be within reach, found it disabled");
 }
 
-/// A mouse event at a point of a widget, if it is that widget which a user would hit there.
-void SendMouse(QWidget& widget, QPoint point, QEvent::Type type, const std::string& name)
+/// Where the mouse button is held down: a place of a window.
+struct HeldDown {
+    QPointer<QWindow> window;
+    QPoint at;
+};
+std::optional<HeldDown> heldDown;
+
+void SendMouse(QWindow& window, QPoint at, QEvent::Type type)
 {
-    QWidget* window = widget.window();
-    const QPoint at = widget.mapTo(window, point);
-    QWidget* hit = window->childAt(at);
+    QTestPrivate::qtestMouseButtons.setFlag(Qt::LeftButton, type == QEvent::MouseButtonPress);
+    qt_handleMouseEvent(&window, at, window.mapToGlobal(at), QTestPrivate::qtestMouseButtons, Qt::LeftButton, type,
+                        Qt::NoModifier, mouseTime);
+    QCoreApplication::processEvents();
+}
+
+/// Fails unless a user who points at the place of the window points at the widget.
+void RequireUnderPointer(const QWidget& widget, QPoint at, const std::string& name)
+{
+    const QWidget* window = widget.window();
+    const QWidget* hit = window->childAt(at);
     if (hit == nullptr)
         hit = window;
     if (!window->rect().contains(at))
@@ -111,25 +119,28 @@ void SendMouse(QWidget& widget, QPoint point, QEvent::Type type, const std::stri
         throw StepFailure(
             "expected " + name + " to be within reach, found it covered by " +
             (hit->objectName().isEmpty() ? QString(hit->metaObject()->className()) : hit->objectName()).toStdString());
-    const bool press = type == QEvent::MouseButtonPress;
-    QTestPrivate::qtestMouseButtons.setFlag(Qt::LeftButton, press);
-    QWindow* handle = window->windowHandle();
-    qt_handleMouseEvent(handle, at, handle->mapToGlobal(at), QTestPrivate::qtestMouseButtons, Qt::LeftButton, type,
-                        Qt::NoModifier, mouseTime);
-    QCoreApplication::processEvents();
 }
 
-/// Presses and releases at a point; the widget may be gone after either.
+bool AnyButtonDown()
+{
+    const QWidget* window = QApplication::activeWindow();
+    if (window == nullptr)
+        return false;
+    const QList<QAbstractButton*> buttons = window->findChildren<QAbstractButton*>();
+    return std::ranges::any_of(buttons, [](const QAbstractButton* button) { return button->isDown(); });
+}
+
+/// Presses and lets go at the place where a point of the widget stood; the widget may be gone after either.
 void ClickAt(QWidget& widget, QPoint point, int pause, const std::string& name)
 {
-    const QPointer<QWidget> alive(&widget);
+    const QPoint at = widget.mapTo(widget.window(), point);
+    RequireUnderPointer(widget, at, name);
     mouseTime += pause;
-    SendMouse(widget, point, QEvent::MouseButtonPress, name);
-    if (alive.isNull() || !alive->isVisible()) {
-        QTestPrivate::qtestMouseButtons = Qt::NoButton;
-        return;
-    }
-    SendMouse(widget, point, QEvent::MouseButtonRelease, name);
+    heldDown = {.window = widget.window()->windowHandle(), .at = at};
+    SendMouse(*heldDown->window, at, QEvent::MouseButtonPress);
+    LetGo();
+    if (AnyButtonDown())
+        throw StepFailure("expected no button to stay pressed after the click, found one");
 }
 
 void DoubleClickAt(QWidget& widget, QPoint point, const std::string& name)
@@ -156,15 +167,6 @@ QWindow* FocusedWindow()
     throw StepFailure("expected a window with the focus, found none");
 }
 
-bool AnyButtonDown()
-{
-    const QWidget* window = QApplication::activeWindow();
-    if (window == nullptr)
-        return false;
-    const QList<QAbstractButton*> buttons = window->findChildren<QAbstractButton*>();
-    return std::ranges::any_of(buttons, [](const QAbstractButton* button) { return button->isDown(); });
-}
-
 void SendKey(Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers)
 {
     QTest::sendKeyEvent(QTest::Click, FocusedWindow(), key, text, modifiers);
@@ -181,6 +183,25 @@ QListWidgetItem& FindEntry(QListWidget& list, const std::string& entry, const st
 }
 
 } // namespace
+
+void LetGo()
+{
+    const std::optional<HeldDown> held = std::exchange(heldDown, std::nullopt);
+    if (!held)
+        return;
+    if (held->window.isNull())
+        QTestPrivate::qtestMouseButtons = Qt::NoButton;
+    else
+        SendMouse(*held->window, held->at, QEvent::MouseButtonRelease);
+}
+
+void RequireNotBlocked(const QWidget& widget, const std::string& name)
+{
+    QWidget* modal = QApplication::activeModalWidget();
+    if (modal != nullptr && widget.window() != modal && !modal->isAncestorOf(widget.window()))
+        throw StepFailure("expected " + name + " to be within reach, found it waiting behind " +
+                          modal->objectName().toStdString());
+}
 
 void Settle()
 {

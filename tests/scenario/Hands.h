@@ -25,9 +25,16 @@ void Activate(QWidget& window);
 /// Gives a window that is to be maximised the size of the screen where no window manager does.
 void FillScreen(QWidget& window);
 
+/// Fails for a control whose window waits behind a modal one: nothing in it answers.
+void RequireNotBlocked(const QWidget& widget, const std::string& name);
+
 /// Brings a control into reach: closes open menus, turns to its page of a tab strip, scrolls to it, activates its
 /// window. `name` is the control's, for the failure.
 void Reach(QWidget& widget, const std::string& name);
+
+/// Lets go of the mouse button that a click holds down, where it is. A box that comes between press and release is the
+/// one that the release then finds.
+void LetGo();
 
 void Click(QWidget& widget, const std::string& name);
 void DoubleClick(QWidget& widget, const std::string& name);

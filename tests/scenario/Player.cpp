@@ -570,6 +570,7 @@ void Player::Menu(const Step& step)
     const Control control = Find(step.words[0]);
     if (control.action == nullptr)
         throw StepFailure(control.name + " is no entry of a menu");
+    hands::RequireNotBlocked(*host->Main(), control.name);
     if (!control.box->Visible() || !control.action->isVisible())
         throw StepFailure("expected " + control.name + " to be in the menu, found it hidden");
     if (!control.box->Enabled() || !control.action->isEnabled())

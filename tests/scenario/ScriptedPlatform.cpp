@@ -1,9 +1,12 @@
 #include "ScriptedPlatform.h"
 
 #include "Compare.h"
+#include "Hands.h"
 #include "desktop/DesktopHost.h"
 
 #include <QApplication>
+#include <QDialog>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -15,6 +18,21 @@ namespace {
 constexpr int Opened = 33;
 
 } // namespace
+
+void ScriptedPlatform::StandInFront()
+{
+    QWidget* below = host == nullptr ? nullptr : host->FrontWindow();
+    if (below == nullptr)
+        return;
+    QDialog box(below);
+    box.setObjectName("a message box");
+    QTimer::singleShot(0, &box, [&box] {
+        hands::LetGo();
+        box.accept();
+    });
+    box.exec();
+    hands::Activate(*below);
+}
 
 std::string ScriptedPlatform::Answered(const std::string& title, const std::vector<std::string>& words,
                                        const std::string& standard, bool takesPath, bool& isPath)
@@ -36,6 +54,7 @@ std::string ScriptedPlatform::Answered(const std::string& title, const std::vect
 
 Answer ScriptedPlatform::ShowMessage(const Message& message)
 {
+    StandInFront();
     unseen.push_back({message.title, message.text, line});
     bool isPath = false;
     if (message.buttons == Buttons::Ok) {
@@ -48,6 +67,7 @@ Answer ScriptedPlatform::ShowMessage(const Message& message)
 
 std::optional<std::string> ScriptedPlatform::AskSaveFile(const SaveFileQuestion& question)
 {
+    StandInFront();
     unseen.push_back({question.title, question.proposedPath, line});
     bool isPath = false;
     const std::string answer = Answered(question.title, {"ok", "cancel"}, "ok", true, isPath);
@@ -60,6 +80,7 @@ std::optional<std::string> ScriptedPlatform::AskSaveFile(const SaveFileQuestion&
 
 bool ScriptedPlatform::ShowPrinterSetup()
 {
+    StandInFront();
     unseen.push_back({PrinterSetupTitle, "", line});
     bool isPath = false;
     return Answered(PrinterSetupTitle, {"ok", "cancel"}, "ok", false, isPath) == "ok";

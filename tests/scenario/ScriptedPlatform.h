@@ -60,6 +60,8 @@ public:
     DesktopHost* host = nullptr;
 
 private:
+    /// Shows a box over the window in front, and takes it away again, as the desktop does with one that is answered.
+    void StandInFront();
     /// The answer for a box that takes the given words, or the word given as the default one.
     std::string Answered(const std::string& title, const std::vector<std::string>& words, const std::string& standard,
                          bool takesPath, bool& isPath);
