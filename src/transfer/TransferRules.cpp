@@ -87,6 +87,9 @@ Car ReadCar(const LastYearRecord& lastYear, int number)
 
 Amount CurrencyRates::RateOf(std::string_view currency) const
 {
+    // A rate beside an empty name makes no currency of the empty name.
+    if (currency.empty())
+        return Amount();
     const auto row = std::ranges::find(rows, currency, &Row::currency);
     return row == rows.end() ? Amount() : row->rate;
 }

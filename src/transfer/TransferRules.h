@@ -80,7 +80,7 @@ struct CurrencyRates {
     std::array<Row, 15> rows;
     std::string firstRate; ///< the first row's, as it is stored
 
-    /// Zero for a currency that is not in the list. The first of two rows of one currency counts.
+    /// Zero for a currency that is not in the list, and for no currency. The first of two rows of one currency counts.
     Amount RateOf(std::string_view currency) const;
 };
 

@@ -208,6 +208,27 @@ TEST(TransferCurrencies, AreComparedExactlyAndTheFirstOfTwoCounts)
         EXPECT_EQ(rates.RateOf(without), Amount()) << without;
 }
 
+TEST(TransferCurrencies, ARateBesideAnEmptyNameMakesNoCurrencyOfIt)
+{
+    for (int row = 1; row <= 15; ++row)
+        for (const bool isNull : {true, false}) {
+            Fields list = {{"Currency1", "Sterling"}, {"Rate1", "4.00"}};
+            list[Numbered("Rate", row)] = "5.00";
+            if (isNull)
+                list.erase(Numbered("Currency", row));
+            else
+                list[Numbered("Currency", row)].clear();
+            const CurrencyRates rates = ReadCurrencyRates(Record(list));
+            EXPECT_EQ(rates.RateOf(""), Amount()) << row;
+            const Fields written = Written(CarryLoans(Record({}), rates));
+            for (int loan = 1; loan <= 5; ++loan) {
+                EXPECT_EQ(written.at(Numbered("Currency", loan)), "Sterling") << row;
+                EXPECT_EQ(written.at(Numbered("Index", loan)), "1") << row;
+                EXPECT_EQ(written.at(Numbered("InterestRate", loan)), list["Rate1"]) << row;
+            }
+        }
+}
+
 /// What a loan record of these fields carries, without the loans that it says nothing of.
 Fields Loans(const Fields& lastYear)
 {
