@@ -234,17 +234,35 @@ void YearTransfer::BeginRecord(Recordset& records, const Keys& keys)
     records.SetField("Name", keys.name);
 }
 
+template<class Rule>
+std::optional<CarriedFields> YearTransfer::CarriedFrom(Recordset& records, std::string_view key, std::string_view title,
+                                                       std::string_view notFound, Rule rule)
+{
+    std::optional<CarriedFields> carried = CarriedFields();
+    Attempt(title, [&] {
+        if (Find(records, key)) {
+            carried = rule(ReaderOf(records));
+        } else {
+            Notice(title, notFound);
+            carried.reset();
+        }
+    });
+    return carried;
+}
+
 void YearTransfer::AddRecord(const TransferTable& row, Tables& tables, const Keys& keys)
 {
+    std::optional<CarriedFields> carried = CarriedFields();
+    if (!row.errorTitle.empty())
+        carried = CarriedFrom(
+            tables.lastYear, keys.name, row.errorTitle, EmployeeNotFound, [&](const LastYearRecord& record) {
+                return Carry(row.carries, record, [this]() -> const CurrencyRates& { return Rates(); });
+            });
+    if (!carried)
+        return;
     Attempt(row.errorTitle, [&] {
-        if (!row.errorTitle.empty() && !Find(tables.lastYear, keys.name)) {
-            Notice(row.errorTitle, EmployeeNotFound);
-            return;
-        }
-        const CarriedFields carried =
-            Carry(row.carries, ReaderOf(tables.lastYear), [this]() -> const CurrencyRates& { return Rates(); });
         BeginRecord(tables.thisYear, keys);
-        Write(tables.thisYear, carried);
+        Write(tables.thisYear, *carried);
         Add(tables.thisYear, row.errorTitle);
     });
 }
@@ -270,7 +288,8 @@ void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Ke
     // run finds nobody and transfers him anew.
     if (!pageRead)
         return;
-    const bool extraCarsRead = Attempt(ExtraCarsError, [&] {
+    // Without those that cannot be read the others keep to their own places, and the record has its keys alone.
+    Attempt(ExtraCarsError, [&] {
         const bool inExtraCars = Find(extraCars.lastYear, keys.name);
         if (!inExtraCars)
             Notice(ExtraCarsError, EmployeeNotFound);
@@ -284,9 +303,6 @@ void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Ke
         Write(p11d.thisYear, identity);
         Add(p11d.thisYear, pageTitle);
     });
-    // An empty record would pass for a whole one.
-    if (!extraCarsRead)
-        return;
     Attempt(ExtraCarsError, [&] {
         BeginRecord(extraCars.thisYear, keys);
         Write(extraCars.thisYear, cars.extraCars);
@@ -296,16 +312,16 @@ void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Ke
 
 void YearTransfer::AddEmployer(const Keys& keys)
 {
+    bool isThere = false;
+    if (!Attempt(EmployerError, [&] { isThere = Find(p11db.thisYear, keys.employer); }) || isThere)
+        return;
+    const auto carried = CarriedFrom(p11db.lastYear, keys.employer, EmployerError, EmployerNotFound, CarryEmployer);
+    if (!carried)
+        return;
     Attempt(EmployerError, [&] {
-        if (Find(p11db.thisYear, keys.employer))
-            return;
-        if (!Find(p11db.lastYear, keys.employer)) {
-            Notice(EmployerError, EmployerNotFound);
-            return;
-        }
         p11db.thisYear.AddNew();
         p11db.thisYear.SetField("EmployerName", keys.employer);
-        Write(p11db.thisYear, CarryEmployer(ReaderOf(p11db.lastYear)));
+        Write(p11db.thisYear, *carried);
         Add(p11db.thisYear, EmployerError);
     });
 }

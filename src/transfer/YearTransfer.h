@@ -71,7 +71,8 @@ struct TransferNotice {
 
 /// One run of the transfer. Both databases stay open for its length. The records of an employee are stored together,
 /// and those of many employees with one sync, so that a run that is killed leaves no employee half transferred. Where
-/// the store fails with a record, what was made before it is stored at once, and the employee goes without that record.
+/// the store fails with a record, what was made before it is stored at once: a record of last year that cannot be read
+/// is made with its keys alone, and one that cannot be written is missing.
 class YearTransfer {
 public:
     /// Opens both databases and lists who is there this year. Throws StoreError and TooManyEmployees.
@@ -110,6 +111,11 @@ private:
     /// Does the work of one table; a failure of the store ends that work alone, and makes this false.
     template<class Work>
     bool Attempt(std::string_view title, Work work);
+    /// What the rule takes over from last year's record. Nothing if there is none, which is told. One that cannot be
+    /// read is told too and carries no field: its record is then made with its keys alone, so that it can be entered.
+    template<class Rule>
+    std::optional<CarriedFields> CarriedFrom(Recordset& records, std::string_view key, std::string_view title,
+                                             std::string_view notFound, Rule rule);
     /// Begins a record of the employee with its keys.
     static void BeginRecord(Recordset& records, const Keys& keys);
     /// Ends the adding of a record. One that is there already stays as it is, and is told.

@@ -126,6 +126,17 @@ protected:
         return dumped;
     }
 
+    /// Fills a field of every record of a table.
+    static void Give(Database& database, std::string_view table, std::string_view field, std::string_view text)
+    {
+        Recordset records = database.OpenRecordset(table);
+        for (records.MoveFirst(); !records.AtEnd(); records.MoveNext()) {
+            records.Edit();
+            records.SetField(field, text);
+            records.Update();
+        }
+    }
+
     static std::string Read(Database& database, std::string_view table, std::string_view employer,
                             std::string_view employee, std::string_view field)
     {
@@ -409,13 +420,15 @@ TEST_F(Transferring, WhatCannotBeStoredAtTheEndIsThrown)
     EXPECT_EQ(Dump(database, FindTable("ANotepad")).size(), 0u);
 }
 
-TEST_F(Transferring, AFailingReadCostsOneRecordOfEachEmployee)
+TEST_F(Transferring, ARecordThatCannotBeReadIsMadeWithItsKeysAlone)
 {
     {
         Database lastYear = LastYear();
         WriteBatch batch(lastYear);
         for (int i = 0; i < 3; ++i)
             Create(lastYear, "Acme", "Jane", std::to_string(i));
+        for (const auto& [table, field] : {std::pair("BNotepad", "Description1"), std::pair("GNotepad", "RegNumber1")})
+            Give(lastYear, table, field, "of last year");
         batch.Commit();
     }
     const std::filesystem::path empty = folder.path / "empty";
@@ -434,9 +447,34 @@ TEST_F(Transferring, AFailingReadCostsOneRecordOfEachEmployee)
         const Notices notices = TransferAll();
         SetStoreFaultHook({});
         EXPECT_EQ(notices, Notices(3, {std::string(row.errorTitle), "disk I/O error"}));
-        for (const auto& [table, records] : Dump(file))
-            EXPECT_EQ(records.size(), table == row.table ? 0u : table.starts_with("P11DB") ? 1u : 3u) << table;
+        const auto made = Dump(file);
+        for (const auto& [table, records] : made)
+            EXPECT_EQ(records.size(), table.starts_with("P11DB") ? 1u : 3u) << table;
+        for (const auto& [key, record] : made.at(std::string(row.table)))
+            EXPECT_EQ(record.size(), 3u) << key;
     }
+}
+
+TEST_F(Transferring, AnEmployerWhoCannotBeReadIsMadeWithHisNameAlone)
+{
+    {
+        Database lastYear = LastYear();
+        Create(lastYear, "Acme", "Jane", "Smith");
+        Create(lastYear, "Acme", "John", "Brown");
+        Give(lastYear, "P11DB", "EmployerAdd1", "of last year");
+    }
+    int reads = 0;
+    SetStoreFaultHook([&](std::string_view statement) {
+        return statement.starts_with("SELECT") && statement.find("FROM [P11DB]") != std::string_view::npos &&
+                       ++reads == 2
+                   ? SQLITE_CORRUPT
+                   : SQLITE_OK;
+    });
+    EXPECT_EQ(TransferAll(),
+              (Notices{{"P11DB Single Client - File Transfer error", "database disk image is malformed"}}));
+    SetStoreFaultHook({});
+    Database database = Open();
+    EXPECT_EQ(Dump(database, FindTable("P11DB")), (Records{{"Acme", {{"EmployerName", "Acme"}}}}));
 }
 
 TEST_F(Transferring, CurrenciesThatCannotBeReadCostTheLoansAlone)
@@ -452,8 +490,11 @@ TEST_F(Transferring, CurrenciesThatCannotBeReadCostTheLoansAlone)
     });
     EXPECT_EQ(TransferAll(), (Notices{{"Notepad H - File Transfer error", "disk I/O error"}}));
     SetStoreFaultHook({});
-    for (const auto& [table, records] : Dump(file))
-        EXPECT_EQ(records.size(), table == "HNotepad" || table.starts_with("P11DB") ? 1u : 2u) << table;
+    const auto made = Dump(file);
+    for (const auto& [table, records] : made)
+        EXPECT_EQ(records.size(), table.starts_with("P11DB") ? 1u : 2u) << table;
+    EXPECT_EQ(made.at("HNotepad").at("Acme|Jane Smith").size(), 3u);
+    EXPECT_GT(made.at("HNotepad").at("Acme|John Brown").size(), 3u);
 }
 
 /// Two cars of the page, of which the first ended, and one of ExtraCars.
@@ -476,7 +517,7 @@ void GiveCars(Database& database)
     }
 }
 
-TEST_F(Transferring, ExtraCarsThatCannotBeReadCostTheirOwnRecordAlone)
+TEST_F(Transferring, ExtraCarsThatCannotBeReadStayBehindAndTheirRecordIsMade)
 {
     {
         Database lastYear = LastYear();
@@ -498,7 +539,9 @@ TEST_F(Transferring, ExtraCarsThatCannotBeReadCostTheirOwnRecordAlone)
         Database database = Open();
         EXPECT_EQ(Read(database, "P11D", "Acme", "Jane Smith", "FMakeModel1"), "Car 2");
         EXPECT_EQ(Read(database, "P11D", "Acme", "Jane Smith", "FMakeModel2"), "");
-        EXPECT_EQ(Dump(database, FindTable("ExtraCars")).size(), 0u) << "an empty record would pass for a whole one";
+        const Records extraCars = Dump(database, FindTable("ExtraCars"));
+        ASSERT_EQ(extraCars.size(), 1u) << "cars 3 to 6 can be entered";
+        EXPECT_EQ(extraCars.at("Acme|Jane Smith").size(), 3u);
         DeleteEmployee(database, "Acme", "Jane Smith");
     }
 }
