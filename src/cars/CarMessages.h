@@ -2,6 +2,7 @@
 
 #include "cars/CarDates.h"
 #include "cars/CarPrices.h"
+#include "edition/Edition.h"
 
 #include <string>
 #include <string_view>
@@ -29,7 +30,7 @@ constexpr Refusal PriceMessage(PriceCheck check)
     case PriceCheck::ListPriceTooHigh:
         return {ExcessiveValue, ListPriceTooHigh};
     case PriceCheck::SumTooHigh:
-        return {ExcessiveValue, BothTooHigh};
+        return {edition::AppTitle, BothTooHigh};
     case PriceCheck::AccessoriesTooHigh:
         return {ExcessiveValue, AccessoriesTooHigh};
     case PriceCheck::ContributionTooHigh:
