@@ -23,7 +23,7 @@ bool IsLocked(int descriptor)
 
 } // namespace
 
-bool RemoveUnlessHeld(const std::filesystem::path& file)
+bool MayBeReplaced(const std::filesystem::path& file)
 {
     std::error_code error;
     const auto found = std::filesystem::symlink_status(file, error);
@@ -39,7 +39,7 @@ bool RemoveUnlessHeld(const std::filesystem::path& file)
     } else if (errno == EACCES || errno == EROFS || errno == ETXTBSY) {
         return false; // One that may not be written is left alone, although its folder would let it go.
     }
-    return ::unlink(file.c_str()) == 0 || errno == ENOENT;
+    return ::access(file.parent_path().c_str(), W_OK | X_OK) == 0;
 }
 
 } // namespace quillmere

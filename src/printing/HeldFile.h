@@ -4,8 +4,8 @@
 
 namespace quillmere {
 
-/// Removes a file. False if it is still there: held by another program, which a lock on it shows, or not removable.
-/// True if there was none.
-[[nodiscard]] bool RemoveUnlessHeld(const std::filesystem::path& file);
+/// True if a new file may take the place of what has the name, or of nothing. False if that is held by another program,
+/// which a lock on it shows, or may not be written or removed.
+[[nodiscard]] bool MayBeReplaced(const std::filesystem::path& file);
 
 } // namespace quillmere

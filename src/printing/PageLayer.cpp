@@ -313,9 +313,9 @@ std::filesystem::path PageLayer::PdfPath() const
     return InFolder(rootFolder, "Docs") / "Preview.pdf";
 }
 
-bool PageLayer::RemoveOldPdf()
+bool PageLayer::OldPdfMayGo()
 {
-    if (RemoveUnlessHeld(PdfPath()))
+    if (MayBeReplaced(PdfPath()))
         return true;
     messages.Tell(edition::AppTitle,
                   fmt::format("File '{}' could not be deleted.\nAnother application may be using it.\n"
@@ -327,7 +327,7 @@ bool PageLayer::RemoveOldPdf()
 void PageLayer::EndOnPdf()
 {
     vsEndDoc();
-    if (!vp->Ended() || !RemoveOldPdf())
+    if (!vp->Ended() || !OldPdfMayGo())
         return;
     try {
         std::filesystem::create_directories(PdfPath().parent_path());

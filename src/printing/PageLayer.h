@@ -119,7 +119,8 @@ private:
     /// `width` is that of the text, in engine units.
     void DrawText(std::string_view text, double width, Alignment alignment);
     bool StartDocument();
-    bool RemoveOldPdf();
+    /// False, and told, if the old file cannot go. It stays until the new one takes its place.
+    bool OldPdfMayGo();
 
     Platform& platform;
     Messages messages;

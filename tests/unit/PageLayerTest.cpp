@@ -570,6 +570,21 @@ TEST_F(PdfEndingTest, LeavesAFileAloneThatMayNotBeWritten)
     EXPECT_NE(room.door.messages[0].text.find("could not be deleted."), std::string::npos);
 }
 
+TEST_F(PdfEndingTest, LeavesAFileAloneWhoseFolderMayNotBeWritten)
+{
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "nothing is forbidden to the superuser";
+    RunJob("old");
+    const std::string old = test::Content(file);
+    std::filesystem::permissions(file.parent_path(),
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    RunJob("new");
+    std::filesystem::permissions(file.parent_path(), std::filesystem::perms::owner_all);
+    EXPECT_EQ(test::Content(file), old);
+    ASSERT_EQ(room.door.messages.size(), 1U);
+    EXPECT_NE(room.door.messages[0].text.find("could not be deleted."), std::string::npos);
+}
+
 TEST_F(PdfEndingTest, TakesAFolderOfTheNameForAFileThatCannotGo)
 {
     std::filesystem::create_directories(file);
@@ -579,11 +594,12 @@ TEST_F(PdfEndingTest, TakesAFolderOfTheNameForAFileThatCannotGo)
     EXPECT_TRUE(room.door.opened.empty());
 }
 
-TEST_F(PdfEndingTest, ReportsAFullDiskAndLeavesNoPieceOfAFile)
+TEST_F(PdfEndingTest, ReportsAFullDiskAndLeavesTheOldFileWhole)
 {
     RunJob();
     room.door.opened.clear();
-    const std::size_t size = test::Content(file).size();
+    const std::string old = test::Content(file);
+    const std::size_t size = old.size();
     rlimit before{};
     ::getrlimit(RLIMIT_FSIZE, &before);
     const auto signalBefore = std::signal(SIGXFSZ, SIG_IGN);
@@ -598,7 +614,8 @@ TEST_F(PdfEndingTest, ReportsAFullDiskAndLeavesNoPieceOfAFile)
         EXPECT_EQ(room.door.messages[0].title, "2011 Quillmere");
         EXPECT_NE(room.door.messages[0].text.find("Preview.pdf"), std::string::npos);
         EXPECT_TRUE(room.door.opened.empty());
-        EXPECT_TRUE(test::NamesIn(file.parent_path()).empty());
+        EXPECT_EQ(test::NamesIn(file.parent_path()), std::set<std::string>{"Preview.pdf"});
+        EXPECT_EQ(test::Content(file), old);
     }
     std::signal(SIGXFSZ, signalBefore);
 }
