@@ -7,6 +7,7 @@
 #include <limits>
 #include <numeric>
 #include <optional>
+#include <unordered_set>
 #include <utility>
 
 namespace quillmere {
@@ -177,6 +178,7 @@ struct Recordset::State {
     bool ReadAhead();
     bool ReadAheadOfList();
     void ListRecords();
+    [[noreturn]] void FailOutOfOrder();
     void DropAhead(std::size_t from);
     void LearnColumn(std::size_t column);
     void ReadWhole();
@@ -316,6 +318,15 @@ void Recordset::State::SeekKey(std::string_view part1, std::optional<std::string
     }
 }
 
+/// A scan that does not go forward would never end.
+void Recordset::State::FailOutOfOrder()
+{
+    aheadRows.clear();
+    place = Place::AtEnd;
+    throw StoreError(SQLITE_CORRUPT,
+                     fmt::format("The records of table {} are out of their order.", statements.Layout().name), "");
+}
+
 /// Takes up the rowids of a scan in the order of an index, or of one employer.
 void Recordset::State::ListRecords()
 {
@@ -324,8 +335,13 @@ void Recordset::State::ListRecords()
     Run run(*connection, statements.Order(index, employer.has_value()));
     if (employer)
         run.Bind(*employer);
-    while (run.Step())
-        list.push_back(run.Number(0));
+    std::unordered_set<std::int64_t> met;
+    while (run.Step()) {
+        const std::int64_t listedNow = run.Number(0);
+        if (!met.insert(listedNow).second)
+            FailOutOfOrder();
+        list.push_back(listedNow);
+    }
     if (index == nullptr)
         std::sort(list.begin(), list.end());
     listed = true;
@@ -381,7 +397,10 @@ bool Recordset::State::ReadAhead()
     Run run(*connection, statements.ReadAfter(columns, allColumns));
     run.Bind(rowid);
     while (aheadRows.size() < aheadGoal && ahead.Bytes() < MostBytesAhead && run.Step()) {
-        aheadRows.push_back({run.Number(0), 0});
+        const std::int64_t read = run.Number(0);
+        if (read <= (aheadRows.empty() ? rowid : aheadRows.back().rowid))
+            FailOutOfOrder();
+        aheadRows.push_back({read, 0});
         ahead.Take(run, 1, rowWidth);
     }
     return !aheadRows.empty();

@@ -168,6 +168,83 @@ TEST_F(Damaged, SpoiltBytesInsideNeverEndTheProgram)
     }
 }
 
+/// A number of the file's format, seven bits a byte; `at` is moved behind it.
+std::uint64_t TakeNumber(const std::string& bytes, std::size_t& at)
+{
+    std::uint64_t number = 0;
+    for (int i = 0; i < 9; ++i) {
+        const auto byte = static_cast<unsigned char>(bytes.at(at++));
+        number = number << 7 | (byte & 0x7fU);
+        if (byte < 0x80)
+            break;
+    }
+    return number;
+}
+
+/// The leaf pages of tables and indexes, each with the numbers of its last record or entry spoilt so that it names one
+/// that comes before it. Empty where a page is no leaf or has no two entries.
+std::string WithLastNumberOutOfOrder(std::string bytes, std::size_t page)
+{
+    constexpr char TableLeaf = 0x0d, IndexLeaf = 0x0a;
+    const char kind = bytes[page];
+    const auto twoBytes = [&](std::size_t at) {
+        return static_cast<std::size_t>(static_cast<unsigned char>(bytes[at])) << 8 |
+               static_cast<unsigned char>(bytes[at + 1]);
+    };
+    const std::size_t entries = twoBytes(page + 3);
+    if ((kind != TableLeaf && kind != IndexLeaf) || entries < 2)
+        return {};
+    const auto entry = [&](std::size_t number) { return page + twoBytes(page + 8 + 2 * number); };
+    if (kind == TableLeaf) {
+        std::size_t at = entry(entries - 1);
+        TakeNumber(bytes, at);
+        for (bool more = true; more; ++at) {
+            more = (static_cast<unsigned char>(bytes[at]) & 0x80U) != 0;
+            bytes[at] = more ? '\x80' : '\0';
+        }
+        return bytes;
+    }
+    const auto last = [&](std::size_t number) {
+        std::size_t at = entry(number);
+        const std::uint64_t size = TakeNumber(bytes, at);
+        return at + size - 1;
+    };
+    bytes[last(entries - 1)] = bytes[last(entries - 2)];
+    return bytes;
+}
+
+TEST_F(Damaged, AScanThatDoesNotGoForwardIsTold)
+{
+    const std::string whole = Bytes(file);
+    constexpr std::size_t pageSize = 4096, mostRecords = 1000;
+    int toldOfTables = 0, toldOfIndexes = 0;
+    for (std::size_t page = pageSize; page < whole.size(); page += pageSize) {
+        const std::string spoilt = WithLastNumberOutOfOrder(whole, page);
+        if (spoilt.empty())
+            continue;
+        Put(folder.path / "other", spoilt);
+        Database database = Database::OpenDatabase(folder.path / "other", OpenMode::ReadOnly);
+        for (const TableLayout& table : ClientTables())
+            for (std::size_t order = 0; order <= table.indexes.size(); ++order) {
+                Recordset records = database.OpenRecordset(table.name);
+                if (order > 0)
+                    records.Index(table.indexes[order - 1].name);
+                std::size_t met = 0;
+                try {
+                    for (records.MoveFirst(); !records.AtEnd() && met < mostRecords; records.MoveNext())
+                        ++met;
+                } catch (const StoreError& failure) {
+                    EXPECT_EQ(failure.Number(), 11);
+                    EXPECT_TRUE(records.AtEnd()) << "who goes on all the same comes to an end";
+                    ++(order == 0 ? toldOfTables : toldOfIndexes);
+                }
+                ASSERT_LT(met, mostRecords) << table.name << " " << order << " page " << page / pageSize;
+            }
+    }
+    EXPECT_GT(toldOfTables, 20);
+    EXPECT_GT(toldOfIndexes, 20);
+}
+
 TEST_F(Damaged, AFullDiskIsToldAndCostsNothingOfWhatWasStored)
 {
     // Files of this process may not grow any more, as on a full disk.
