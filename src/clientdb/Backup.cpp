@@ -5,6 +5,7 @@
 #include "frame/Text.h"
 
 #include <fmt/format.h>
+#include <memory>
 
 namespace quillmere {
 
@@ -23,7 +24,47 @@ private:
     Database::Connection connection;
 };
 
+bool IsDamage(const StoreError& failure)
+{
+    const int kind = static_cast<int>(failure.Number()) & 0xff;
+    return kind == SQLITE_NOTADB || kind == SQLITE_CORRUPT;
+}
+
+/// Holds a database whose last change is whole. Nothing of a file that is none or cannot be read as one.
+std::unique_ptr<const Hold> HoldUnlessDamaged(const std::filesystem::path& database)
+{
+    try {
+        // Opening puts right what a crash has left half written, so that the one file is the whole database.
+        Database::OpenDatabase(database, OpenMode::ReadOnly).Close();
+        return std::make_unique<const Hold>(database);
+    } catch (const StoreError& failure) {
+        if (!IsDamage(failure))
+            throw;
+        return nullptr;
+    }
+}
+
+/// True for a client database in which every page and index is as it must be.
+bool IsWhole(const std::filesystem::path& file)
+{
+    try {
+        Database::OpenDatabase(file, OpenMode::ReadOnly).Close();
+        Database::Connection connection(file, SQLITE_OPEN_READWRITE);
+        Run check(connection, connection.Prepare("PRAGMA integrity_check(1)"));
+        return check.Step() && check.Text(0) == "ok";
+    } catch (const StoreError& failure) {
+        if (!IsDamage(failure))
+            throw;
+        return false;
+    }
+}
+
 } // namespace
+
+OlderCopyKept::OlderCopyKept(const std::filesystem::path& copy)
+    : StoreError(SQLITE_CORRUPT, fmt::format("{} is whole and the database is damaged", copy.string()), {})
+{
+}
 
 std::string ProposedBackupName(const std::filesystem::path& database, Day today)
 {
@@ -54,18 +95,20 @@ bool IsSameFile(const std::filesystem::path& first, const std::filesystem::path&
     return first == second || std::filesystem::equivalent(first, second, error);
 }
 
-void BackUpDatabase(const std::filesystem::path& database, const std::filesystem::path& copy)
+bool BackUpDatabase(const std::filesystem::path& database, const std::filesystem::path& copy)
 {
-    // Opening puts right what a crash has left half written, so that the one file is the whole database.
-    Database::OpenDatabase(database, OpenMode::ReadOnly).Close();
-    const Hold hold(database);
-    CopyFileChecked(database, copy, [&copy](const std::filesystem::path& complete) {
-        Database::OpenDatabase(complete, OpenMode::ReadOnly).Close();
+    const std::unique_ptr<const Hold> hold = HoldUnlessDamaged(database);
+    bool isWhole = false;
+    CopyFileChecked(database, copy, [&](const std::filesystem::path& complete) {
+        isWhole = IsWhole(complete);
+        if (!isWhole && std::filesystem::exists(copy) && IsWhole(copy))
+            throw OlderCopyKept(copy);
         // The journal of the copy that is about to be replaced would be taken for the new one's: it goes first, so that
         // a crash between the two steps leaves no copy beside a journal that is not its own.
         std::error_code thereIsNone;
         std::filesystem::remove(std::filesystem::path(copy) += "-journal", thereIsNone);
     });
+    return isWhole;
 }
 
 } // namespace quillmere

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/StoreErrors.h"
 #include "frame/Dates.h"
 
 #include <filesystem>
@@ -18,9 +19,15 @@ bool NameIsTaken(const std::filesystem::path& file);
 /// True if both paths lead to one file.
 bool IsSameFile(const std::filesystem::path& first, const std::filesystem::path& second);
 
-/// Copies the database byte for byte while nobody may write to it. The copy takes the place of an older one only when
-/// it is on the disk and opens as a client database; until then, and if anything fails, the older one stays as it was.
-/// Throws StoreError and FileError.
-void BackUpDatabase(const std::filesystem::path& database, const std::filesystem::path& copy);
+/// A copy that is damaged, like its database, was to take the place of an older one that is whole.
+class OlderCopyKept : public StoreError {
+public:
+    explicit OlderCopyKept(const std::filesystem::path& copy);
+};
+
+/// Copies the database byte for byte, whatever it is, while nobody may write to it. The copy takes the place of an
+/// older one only when it is on the disk and has been checked whole; until then, and if anything fails, the older one
+/// stays as it was. False if what was copied is damaged. Throws OlderCopyKept, StoreError and FileError.
+[[nodiscard]] bool BackUpDatabase(const std::filesystem::path& database, const std::filesystem::path& copy);
 
 } // namespace quillmere

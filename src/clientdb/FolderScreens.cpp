@@ -136,13 +136,25 @@ bool frmBackup::SaveCopy(std::string& path)
         !session.messages.Ask(edition::AppTitle,
                               fmt::format("The file:\n\n{}\n\nalready exits. Do you wish to replace it?", path)))
         return false;
-    try {
+    const auto backUp = [&] {
         const BusyPointer busy(session.platform);
-        BackUpDatabase(source, target);
+        return BackUpDatabase(source, target);
+    };
+    try {
+        if (!backUp())
+            TellDamaged("It is copied as it is. Keep your older backups.");
         return true;
+    } catch (const OlderCopyKept&) {
+        TellDamaged("The older backup is whole and stays. Choose another name for a copy of the damaged database.");
+        return false;
     } catch (const Failure&) {
         return false;
     }
+}
+
+void frmBackup::TellDamaged(std::string_view whatFollows)
+{
+    session.messages.Tell(edition::AppTitle, fmt::format("Your client database is damaged.\n\n{}", whatFollows));
 }
 
 void frmBackup::TellNotSaved()

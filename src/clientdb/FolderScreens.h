@@ -31,6 +31,7 @@ private:
     void Save();
     /// Asks where to and copies. False if there is no backup; it is then told so.
     [[nodiscard]] bool SaveCopy(std::string& path);
+    void TellDamaged(std::string_view whatFollows);
     void TellNotSaved();
 };
 

@@ -54,7 +54,7 @@ protected:
     {
         bool failed = false;
         try {
-            BackUpDatabase(file, copy);
+            static_cast<void>(BackUpDatabase(file, copy));
         } catch (const Failure&) {
             failed = true;
         }
@@ -66,7 +66,7 @@ protected:
 
 TEST_F(Backup, IsTheDatabaseByteForByteAndOpens)
 {
-    BackUpDatabase(file, copy);
+    EXPECT_TRUE(BackUpDatabase(file, copy));
     EXPECT_EQ(Content(copy), Content(file));
     Database database = Database::OpenDatabase(copy);
     EXPECT_TRUE(EmployeeExists(database, "Acme", "Jane Smith"));
@@ -76,7 +76,7 @@ TEST_F(Backup, IsTheDatabaseByteForByteAndOpens)
 TEST_F(Backup, TakesThePlaceOfAnOlderOne)
 {
     Store(copy, "the old backup");
-    BackUpDatabase(file, copy);
+    EXPECT_TRUE(BackUpDatabase(file, copy));
     EXPECT_EQ(Content(copy), Content(file));
 }
 
@@ -100,7 +100,7 @@ TEST_F(Backup, HoldsWhatACrashLeftInTheJournal)
     ::waitpid(child, nullptr, 0);
     ASSERT_TRUE(std::filesystem::exists(file.string() + "-journal"));
     ASSERT_NE(Content(file), before);
-    BackUpDatabase(file, copy);
+    EXPECT_TRUE(BackUpDatabase(file, copy));
     EXPECT_EQ(Content(copy), before);
 }
 
@@ -113,18 +113,53 @@ TEST_F(Backup, WaitsForNobodyToWriteWhileItCopies)
     EXPECT_TRUE(FailsAndLeaves("the old backup"));
     sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr);
     sqlite3_close(other);
-    BackUpDatabase(file, copy);
+    EXPECT_TRUE(BackUpDatabase(file, copy));
     EXPECT_EQ(Content(copy), Content(file));
 }
 
-TEST_F(Backup, OfWhatIsNoDatabaseIsNone)
+TEST_F(Backup, OfNoFileIsNone)
 {
     Store(copy, "the old backup");
-    Store(file, "this is no database");
-    EXPECT_TRUE(FailsAndLeaves("the old backup"));
     std::filesystem::remove(file);
     EXPECT_TRUE(FailsAndLeaves("the old backup"));
     EXPECT_EQ(NamesIn(folder.path), std::set<std::string>{"copy.mdb"});
+}
+
+/// The database with each of its pages spoilt in turn, the file that is none, and the one without its end.
+std::vector<std::string> DamagedFormsOf(const std::string& whole)
+{
+    constexpr std::size_t pageSize = 4096;
+    std::vector<std::string> damaged{"this is no database", whole.substr(0, whole.size() - 1),
+                                     whole.substr(0, whole.size() - pageSize)};
+    for (std::size_t page = 0; page < whole.size(); page += pageSize)
+        damaged.push_back(whole.substr(0, page) + std::string(pageSize, '\xA5') + whole.substr(page + pageSize));
+    return damaged;
+}
+
+TEST_F(Backup, OfADamagedDatabaseNeverTakesThePlaceOfAWholeOne)
+{
+    ASSERT_TRUE(BackUpDatabase(file, copy));
+    const std::string good = Content(copy);
+    for (const std::string& damaged : DamagedFormsOf(good)) {
+        Store(file, damaged);
+        EXPECT_THROW(static_cast<void>(BackUpDatabase(file, copy)), OlderCopyKept);
+        ASSERT_EQ(Content(copy), good);
+        ASSERT_EQ(NamesIn(folder.path), (std::set<std::string>{"clients", "copy.mdb"}));
+    }
+}
+
+TEST_F(Backup, OfADamagedDatabaseIsMadeWhereNoWholeOneStands)
+{
+    const std::string whole = Content(file);
+    for (const std::string& damaged : DamagedFormsOf(whole)) {
+        Store(file, damaged);
+        std::filesystem::remove(copy);
+        EXPECT_FALSE(BackUpDatabase(file, copy)) << "there was none";
+        ASSERT_EQ(Content(copy), damaged);
+        Store(copy, "the old backup");
+        EXPECT_FALSE(BackUpDatabase(file, copy)) << "there was a damaged one";
+        ASSERT_EQ(Content(copy), damaged);
+    }
 }
 
 TEST_F(Backup, OnAFullDiskLeavesTheOldOne)
@@ -161,7 +196,7 @@ TEST_F(Backup, IsNotSpoiltByTheJournalOfTheOneBefore)
 {
     Store(copy, "the old backup");
     Store(copy.string() + "-journal", "its journal");
-    BackUpDatabase(file, copy);
+    EXPECT_TRUE(BackUpDatabase(file, copy));
     EXPECT_FALSE(std::filesystem::exists(copy.string() + "-journal"));
 }
 
@@ -172,7 +207,7 @@ TEST_F(Backup, NeverStandsBesideTheJournalOfTheOneBefore)
     const int watch = ::inotify_init1(IN_NONBLOCK);
     ASSERT_GE(watch, 0);
     ASSERT_GE(::inotify_add_watch(watch, folder.path.c_str(), IN_DELETE | IN_MOVED_TO), 0);
-    BackUpDatabase(file, copy);
+    EXPECT_TRUE(BackUpDatabase(file, copy));
     std::vector<std::string> changed;
     alignas(inotify_event) char events[4096];
     const ssize_t size = ::read(watch, events, sizeof events);
