@@ -153,6 +153,10 @@ P11DDeclaration::P11DDeclaration(Session& session)
 
 bool P11DDeclaration::Load()
 {
+    if (!StorePages()) {
+        ForgetWayIn();
+        return false;
+    }
     // With no record the screen opens all the same. Where the store cannot be read it does not: nothing that is typed
     // would be kept.
     if (SeekEmployer("P11D(B) - loading error") == Sought::Failed) {
@@ -208,10 +212,18 @@ void P11DDeclaration::P11DBTimer()
     Refresh();
 }
 
+/// The total is of what is stored: the open page is, before it is taken.
+bool P11DDeclaration::StorePages()
+{
+    for (const std::string_view name : {"Form3", "Side2Form1"})
+        if (auto* page = dynamic_cast<BoundScreen*>(session.screens.Find(name));
+            page != nullptr && !page->StoreRecord())
+            return false;
+    return true;
+}
+
 void P11DDeclaration::SeekPageAgain()
 {
-    // Kept: what has been typed on the page is stored here, after the sum. From the page's own label it is stored
-    // before as well; from the menu it counts when the declaration is opened the next time.
     for (const std::string_view name : {"Form3", "Side2Form1"})
         if (session.screens.IsShown(name))
             if (auto* page = dynamic_cast<BoundScreen*>(session.screens.Find(name)))

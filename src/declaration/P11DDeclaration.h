@@ -20,6 +20,7 @@ private:
     Sought SeekEmployer(std::string_view errorTitle);
     void ForgetWayIn();
     void P11DBTimer();
+    [[nodiscard]] bool StorePages();
     void SeekPageAgain();
     void Refresh();
     void RefreshSection1();

@@ -51,7 +51,11 @@ void P11DPage::OnLeaveAmount(std::string_view boxName)
 
 void P11DPage::OpensScreen(std::string_view picture, std::string_view screen)
 {
-    OnClick(picture, [this, screen](Box&) { session.screens.Show(screen); });
+    OnClick(picture, [this, screen](Box&) {
+        // A record that is gone is told of by the screen, which looks for it too.
+        if (StoreRecord())
+            session.screens.Show(screen);
+    });
 }
 
 void P11DPage::TurnTo(std::string_view page, std::string_view errorTitle)

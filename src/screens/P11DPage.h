@@ -37,7 +37,7 @@ protected:
     void OnLeaveTriple(const AmountTriple& triple);
     /// Rewrites the box when it is left.
     void OnLeaveAmount(std::string_view boxName);
-    /// A picture that opens a screen.
+    /// A picture or label that opens a screen, once the page is stored. If the store fails the page stays.
     void OpensScreen(std::string_view picture, std::string_view screen);
     /// Goes to the other side of the form, which opens with what it showed before if the employee's record is gone. If
     /// the store fails the page stays.
