@@ -560,7 +560,9 @@ std::string FNotepad::Total(std::string_view storedStem) const
 
 void FNotepad::Delete()
 {
-    TextsOf(current).fill({});
+    for (std::size_t place = 0; place < Fields; ++place)
+        if (!SheetFields[place].row.name.empty())
+            TextsOf(current)[place].clear();
     ShowCar(current);
 }
 
