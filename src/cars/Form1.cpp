@@ -60,7 +60,7 @@ Form1::Form1(Session& session) : Screen(session, "Form1", ShowMode::Modal, "CO2 
     SetButtons("Cancel", {});
     for (std::size_t list = 0; list < Lists; ++list) {
         const auto choose = [this, list](Box&) { ChooseFrom(list); };
-        OnChoose(Cascade[list].list, choose);
+        OnSelect(Cascade[list].list, choose);
         // Enter on an entry, too.
         OnDoubleClick(Cascade[list].list, choose);
     }

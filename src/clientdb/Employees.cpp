@@ -132,13 +132,6 @@ std::string FirstPayeReference(Database& database, std::string_view employer)
     return {};
 }
 
-std::string PayeReferenceOfFirstEmployee(Database& database, std::string_view employer)
-{
-    Recordset records = database.OpenRecordset("P11D");
-    records.MoveFirstOf(employer);
-    return records.AtEnd() ? std::string() : std::string(records.Field("PAYEBox"));
-}
-
 RecordsNotMade::RecordsNotMade(const StoreError& failure, std::string_view failedTable,
                                std::vector<std::string> madeBefore)
     : StoreError(failure.Number(), NotMadeText(failure, failedTable, madeBefore), failure.Statement()),

@@ -42,12 +42,9 @@ std::vector<std::string> ListEmployees(Database& database, std::string_view empl
 bool EmployerExists(Database& database, std::string_view employer);
 bool EmployeeExists(Database& database, std::string_view employer, std::string_view employee);
 
-/// The PAYE reference with which a new employee of the employer begins: the first that is not empty among the
-/// employer's employees, in the order of adding. Empty if none has one.
+/// The PAYE reference with which a new employee of the employer begins, and which is offered when the employer is
+/// renamed: the first that is not empty among the employer's employees, in the order of adding. Empty if none has one.
 std::string FirstPayeReference(Database& database, std::string_view employer);
-
-/// The PAYE reference that is offered when the employer is renamed: that of the first employee, empty or not.
-std::string PayeReferenceOfFirstEmployee(Database& database, std::string_view employer);
 
 // ---- creation -----------------------------------------------------------------------------------
 

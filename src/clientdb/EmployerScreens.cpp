@@ -147,35 +147,31 @@ bool NewFile::Missing(std::string_view boxName, std::string_view title, std::str
 
 void NewFile::AddEmployer()
 {
+    Database database = OpenClients(session);
     if (Missing("EmployerName", edition::AppTitle, "You must enter an Employers Name") ||
         Missing("EmployeeName", edition::AppTitle, "You must enter an Employee Name") ||
         Missing("EmployeeSurname", edition::AppTitle, "You must enter an Employee Surname"))
         return;
     const NewEmployee employee = TakeNames();
-    {
-        Database database = OpenClients(session);
-        if (EmployerExists(database, session.CurrentEmployer)) {
-            session.messages.Tell(EmployerError, "This Employer already exists.");
-            return;
-        }
+    if (EmployerExists(database, session.CurrentEmployer)) {
+        session.messages.Tell(EmployerError, "This Employer already exists.");
+        return;
     }
-    static_cast<void>(CreateAndOpen(employee));
+    static_cast<void>(CreateAndOpen(database, employee));
 }
 
 void NewFile::AddEmployee()
 {
+    Database database = OpenClients(session);
     if (Missing("EmployeeName", NewEmployeeError, "You must enter a new Employee") ||
         Missing("EmployeeSurname", NewEmployeeError, "You must enter an Employee Surname"))
         return;
     const NewEmployee employee = TakeNames();
-    {
-        Database database = OpenClients(session);
-        if (EmployeeExists(database, session.CurrentEmployer, session.CurrentEmployee)) {
-            session.messages.Tell(EmployeeError, "This Employee name already exists.");
-            return;
-        }
+    if (EmployeeExists(database, session.CurrentEmployer, session.CurrentEmployee)) {
+        session.messages.Tell(EmployeeError, "This Employee name already exists.");
+        return;
     }
-    if (!CreateAndOpen(employee))
+    if (!CreateAndOpen(database, employee))
         return;
     // Kept: after a new employee the two captions stand the other way round.
     if (Screen* page = session.screens.Find("Form3"))
@@ -194,9 +190,8 @@ NewEmployee NewFile::TakeNames()
     return employee;
 }
 
-bool NewFile::CreateAndOpen(const NewEmployee& employee)
+bool NewFile::CreateAndOpen(Database& database, const NewEmployee& employee)
 {
-    Database database = OpenClients(session);
     CreateEmployee(database, employee);
     database.Close();
     UnloadAllScreens(session);
@@ -399,11 +394,10 @@ RenameEmp::RenameEmp(Session& session) : Screen(session, "RenameEmp", ShowMode::
         {.name = "Command1", .kind = Kind::Button, .text = "Close"},
     });
     AddBoxes(Rows);
-    OnChoose("RenameE", [this](Box&) { ChooseEmployer(); });
+    OnSelect("RenameE", [this](Box&) { ChooseEmployer(); });
     OnDoubleClick("RenameE", [this](Box&) { ChooseEmployer(); });
-    const auto chooseEmployee = [this](Box& list) { box("NewEmployer").SetText(list.Text()); };
-    OnChoose("RenameEmployee", chooseEmployee);
-    OnDoubleClick("RenameEmployee", chooseEmployee);
+    OnSelect("RenameEmployee", [this](Box&) { ChooseEmployee(); });
+    OnDoubleClick("RenameEmployee", [this](Box&) { ChooseEmployee(); });
     OnClick("Rename", [this](Box&) { RenameChosenEmployer(); });
     OnClick("Rename2", [this](Box&) { RenameChosenEmployee(); });
     OnClick("Command1", [this](Box&) { this->session.screens.Unload(Name()); });
@@ -420,10 +414,16 @@ bool RenameEmp::Load()
     return FillList();
 }
 
-bool RenameEmp::FillList()
+void RenameEmp::ClearBoxes()
 {
+    filledFrom.clear();
     box("NewEmployer").Clear();
     box("NewPAYE").Clear();
+}
+
+bool RenameEmp::FillList()
+{
+    ClearBoxes();
     if (session.EmployerListMode != ChooseToRenameEmployee)
         return FillEmployers(session, box("RenameE"));
     FillEmployees(session, box("RenameEmployee"));
@@ -432,15 +432,23 @@ bool RenameEmp::FillList()
 
 void RenameEmp::ChooseEmployer()
 {
+    ClearBoxes();
     const std::string& employer = box("RenameE").Text();
     Database database = OpenClients(session);
+    box("NewPAYE").SetText(FirstPayeReference(database, employer));
     box("NewEmployer").SetText(employer);
-    box("NewPAYE").SetText(PayeReferenceOfFirstEmployee(database, employer));
+    filledFrom = employer;
+}
+
+void RenameEmp::ChooseEmployee()
+{
+    filledFrom = box("RenameEmployee").Text();
+    box("NewEmployer").SetText(filledFrom);
 }
 
 void RenameEmp::RenameChosenEmployer()
 {
-    const std::string employer = box("RenameE").Text();
+    const std::string employer = filledFrom;
     if (employer.empty()) {
         session.messages.Tell(edition::AppTitle, "You must select an Employer in order to rename it.");
         return;
@@ -461,7 +469,7 @@ void RenameEmp::RenameChosenEmployer()
 
 void RenameEmp::RenameChosenEmployee()
 {
-    const std::string employee = box("RenameEmployee").Text();
+    const std::string employee = filledFrom;
     if (employee.empty()) {
         session.messages.Tell(edition::AppTitle, "You must select an Employee in order to rename it.");
         return;

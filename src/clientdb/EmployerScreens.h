@@ -3,6 +3,7 @@
 #include "clientdb/Employees.h"
 #include "frame/Screen.h"
 
+#include <string>
 #include <string_view>
 
 namespace quillmere {
@@ -41,7 +42,8 @@ private:
     /// The names in the boxes become the current employer and employee.
     NewEmployee TakeNames();
     /// Makes the records, closes what is open and opens page 1. False if the store does not let page 1 open.
-    [[nodiscard]] bool CreateAndOpen(const NewEmployee& employee);
+    /// The database is closed before the page opens.
+    [[nodiscard]] bool CreateAndOpen(Database& database, const NewEmployee& employee);
 };
 
 /// The list of employers.
@@ -75,9 +77,13 @@ public:
 
 private:
     bool FillList();
+    void ClearBoxes();
     void ChooseEmployer();
+    void ChooseEmployee();
     void RenameChosenEmployer();
     void RenameChosenEmployee();
+
+    std::string filledFrom; ///< whose name the boxes have: the one that is renamed, whatever the list shows
 };
 
 /// The employers for a list on a screen. False, with the message that there are none and the list as it was, if the

@@ -23,6 +23,8 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace quillmere {
 
@@ -87,6 +89,58 @@ protected:
                              .height = frame.height(),
                              .text = title().toStdString()});
     }
+};
+
+/// A list that tells which entry is chosen once a key or the mouse has been dealt with: what follows may fill it anew.
+class List : public QListWidget {
+public:
+    List(QWidget* parent, std::function<void(int row)> settled) : QListWidget(parent), settled(std::move(settled))
+    {
+        // Not the current row: the toolkit gives a list one when it gets the focus, and nobody has chosen it.
+        connect(this, &QListWidget::itemSelectionChanged, this, [this] {
+            if (!inEvent)
+                Settle();
+        });
+    }
+
+protected:
+    bool event(QEvent* event) override
+    {
+        return Handle(event->type() == QEvent::KeyPress, [&] { return QListWidget::event(event); });
+    }
+    bool viewportEvent(QEvent* event) override
+    {
+        return Handle(event->type() == QEvent::MouseButtonRelease, [&] { return QListWidget::viewportEvent(event); });
+    }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        // With nothing chosen the first step chooses the end at which it begins.
+        const bool steps = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+        if (steps && count() > 0 && selectedItems().isEmpty())
+            setCurrentRow(event->key() == Qt::Key_Down ? 0 : count() - 1);
+        else
+            QListWidget::keyPressEvent(event);
+    }
+
+private:
+    template<class Work>
+    bool Handle(bool settles, Work work)
+    {
+        const bool outer = std::exchange(inEvent, true);
+        const bool taken = work();
+        inEvent = outer;
+        if (settles)
+            Settle();
+        return taken;
+    }
+    void Settle()
+    {
+        const QList<QListWidgetItem*> chosen = selectedItems();
+        settled(chosen.isEmpty() ? -1 : row(chosen.front()));
+    }
+
+    std::function<void(int row)> settled;
+    bool inEvent = false;
 };
 
 void SyncList(QListWidget& list, const Box& box)
@@ -246,7 +300,10 @@ QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 
 QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
 {
-    auto* list = new QListWidget(parent);
+    auto* list = new List(parent, [this, &box](int row) {
+        if (!detached && row != box.Selected())
+            screen.Select(box, row);
+    });
     list->setUniformItemSizes(true);
     connect(list, &QListWidget::itemClicked, this, [this, &box, list](QListWidgetItem* item) {
         if (!detached)
@@ -257,12 +314,6 @@ QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
             return;
         box.Select(list->row(item));
         screen.DoubleClick(box);
-    });
-    // Not the current row: the toolkit gives a list one when it gets the focus, and nobody has chosen it.
-    connect(list, &QListWidget::itemSelectionChanged, this, [this, &box, list] {
-        const QList<QListWidgetItem*> chosen = list->selectedItems();
-        if (!detached)
-            box.Select(chosen.isEmpty() ? -1 : list->row(chosen.front()));
     });
     return list;
 }
@@ -508,13 +559,6 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             MoveBetweenLines(box, key->key() == Qt::Key_Up ? -1 : 1))
             return true;
         const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-        if (auto* list = qobject_cast<QListWidget*>(widget); list != nullptr && box.Selected() < 0 &&
-                                                             list->count() > 0 &&
-                                                             (key->key() == Qt::Key_Down || key->key() == Qt::Key_Up)) {
-            // With nothing chosen the first step chooses the end at which it begins.
-            list->setCurrentRow(key->key() == Qt::Key_Down ? 0 : list->count() - 1);
-            return true;
-        }
         if (enter && screen.IsDoubleClickable(box) && box.Selected() >= 0) {
             screen.DoubleClick(box);
             return true;

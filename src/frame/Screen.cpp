@@ -100,6 +100,11 @@ void Screen::OnChoose(std::string_view boxName, Operation operation)
     chooseOperations.insert_or_assign(std::string(boxName), std::move(operation));
 }
 
+void Screen::OnSelect(std::string_view boxName, Operation operation)
+{
+    selectOperations.insert_or_assign(std::string(boxName), std::move(operation));
+}
+
 void Screen::OnKey(std::string_view boxName, std::function<Guard(Box&)> guard)
 {
     keyGuards.insert_or_assign(std::string(boxName), std::move(guard));
@@ -187,8 +192,14 @@ void Screen::DoubleClick(Box& box)
 
 void Screen::Choose(Box& box, int position)
 {
-    box.Select(position);
+    Select(box, position);
     Run(chooseOperations, box, "Click");
+}
+
+void Screen::Select(Box& box, int position)
+{
+    box.Select(position);
+    Run(selectOperations, box, "Click");
 }
 
 void Screen::SetButtons(std::string_view cancel, std::string_view accept)

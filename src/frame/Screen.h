@@ -79,7 +79,10 @@ public:
     void OnLeave(std::string_view boxName, Operation operation);
     void OnClick(std::string_view boxName, Operation operation);
     void OnDoubleClick(std::string_view boxName, Operation operation);
+    /// Goes on with the entry of a list that is clicked, or is taken from a drop-down list or a tab strip.
     void OnChoose(std::string_view boxName, Operation operation);
+    /// Follows the chosen entry of a list, whether it is clicked or come to by key.
+    void OnSelect(std::string_view boxName, Operation operation);
     /// What a look at what is typed, before the box's filter, comes to.
     enum class Guard {
         Drops,   ///< nothing of it goes in
@@ -104,6 +107,8 @@ public:
     void DoubleClick(Box& box);
     /// A click on an entry of a list, or a choice in a drop-down list.
     void Choose(Box& box, int position);
+    /// Another entry of a list becomes the chosen one by a key: nothing is gone on with.
+    void Select(Box& box, int position);
     /// The window's close box or Escape. Does what the screen's Cancel does, if it has one, else unloads it.
     void RequestClose();
     /// Deferred work of a timer, with the failures of an event.
@@ -153,7 +158,7 @@ private:
     std::vector<std::unique_ptr<Box>> boxes;
     std::map<std::pair<std::string, int>, Box*, std::less<>> byName;
     std::unordered_map<std::string, Operation> leaveOperations, clickOperations, doubleClickOperations,
-        chooseOperations;
+        chooseOperations, selectOperations;
     std::unordered_map<std::string, std::function<Guard(Box&)>> keyGuards;
     std::optional<WindowPlacement> placement;
     ScreenView* view = nullptr;

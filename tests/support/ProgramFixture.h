@@ -52,7 +52,11 @@ protected:
     void Menu(std::string_view entry) { Click("MDIForm1", entry); }
 
     /// Chooses the entry of a list as the keys do: without a click.
-    void Mark(std::string_view screen, std::string_view list, int position = 0) { At(screen, list).Select(position); }
+    void Mark(std::string_view screen, std::string_view list, int position = 0)
+    {
+        Box& marked = At(screen, list);
+        Now().screens.Find(screen)->Select(marked, position);
+    }
 
     /// Page 1 of an employee, by way of the lists.
     void OpenEmployee()

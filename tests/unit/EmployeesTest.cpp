@@ -273,17 +273,15 @@ TEST_F(Employees, DuplicatesAreTheSameNamesCaseAndAll)
     EXPECT_FALSE(EmployeeExists(database, "Beta", "Jane Smith"));
 }
 
-TEST_F(Employees, ANewEmployeeBeginsWithTheFirstReferenceThereIs)
+TEST_F(Employees, ANewEmployeeAndARenameBeginWithTheFirstReferenceThereIs)
 {
     Create("Acme", "A", "A", "");
     Create("Beta", "B", "B", "beta's");
     Create("Acme", "B", "B", "second");
     Create("Acme", "C", "C", "third");
     EXPECT_EQ(FirstPayeReference(database, "Acme"), "second");
-    EXPECT_EQ(PayeReferenceOfFirstEmployee(database, "Acme"), "");
-    EXPECT_EQ(PayeReferenceOfFirstEmployee(database, "Beta"), "beta's");
+    EXPECT_EQ(FirstPayeReference(database, "Beta"), "beta's");
     EXPECT_EQ(FirstPayeReference(database, "Nobody"), "");
-    EXPECT_EQ(PayeReferenceOfFirstEmployee(database, "Nobody"), "");
     Recordset records = database.OpenRecordset("P11D");
     records.Index("IndKey");
     records.Seek("Acme", "B B");
