@@ -115,14 +115,14 @@ void D2Notepad::Recalculate()
 void D2Notepad::LeaveCost(const Box& cost)
 {
     if (IsCostTooLow(cost.Text()))
-        session.messages.Tell("Value too low", edition::AccommodationCostTooLow);
+        session.messages.Tell("Value too low", edition::notepad::AccommodationCostTooLow);
     Recalculate();
 }
 
 void D2Notepad::LeaveDays(Box& days)
 {
     if (AreDaysOutOfRange(days.Text())) {
-        session.messages.Tell("Out of range", edition::AccommodationDaysOutOfRange);
+        session.messages.Tell("Out of range", edition::notepad::AccommodationDaysOutOfRange);
         days.Clear();
     }
     Recalculate();

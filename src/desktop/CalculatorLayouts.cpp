@@ -189,7 +189,7 @@ Layout GNotepad()
     Sheet van(layout, Margin + Gap, Top + Gap, Inner);
     van.Title("Van benefit");
     van.Line({.caption = "Registration Number", .box = "VanRegNumber"});
-    van.Line({.letter = "A", .caption = std::string(edition::VanStandardCharge), .box = "ABox"});
+    van.Line({.letter = "A", .caption = std::string(edition::notepad::VanStandardCharge), .box = "ABox"});
     van.Words("If the van was not available for the whole of the tax year, state the dates between which it was "
               "available.  The unavailable days will be calculated in box B");
     van.Period("B", "Dates between which the van was available", "DateFrom1", "DateTo1", "BBox");
@@ -203,7 +203,7 @@ Layout GNotepad()
               .box = "EBox"});
     van.Line({.letter = "F",
               .caption = "Reduction for unavailability (round up to nearest whole number)",
-              .formula = edition::VanReductionFormula,
+              .formula = edition::notepad::VanReductionFormula,
               .box = "FBox"},
              "FFormula");
     van.Line({.letter = "G",
@@ -223,7 +223,8 @@ Layout GNotepad()
               .caption = "Enter any payments the employee was required to, and did, make for private use of this van "
                          "in the year",
               .box = "LBox"});
-    van.Line({.letter = "M", .caption = std::string(edition::VanResult), .formula = "K minus L", .box = "MBox"});
+    van.Line(
+        {.letter = "M", .caption = std::string(edition::notepad::VanResult), .formula = "K minus L", .box = "MBox"});
 
     Sheet fuel(layout, SecondX + Gap, Top + Gap, Inner);
     fuel.Title("Van fuel benefit");
@@ -238,7 +239,7 @@ Layout GNotepad()
         {.letter = "S", .caption = "Total days for which no fuel benefit applies", .formula = "E + R", .box = "SBox"});
     fuel.Line({.letter = "T",
                .caption = "Reduction round up to next whole number",
-               .formula = edition::VanFuelReductionFormula,
+               .formula = edition::notepad::VanFuelReductionFormula,
                .box = "TBox"},
               "TFormula");
     fuel.Line({.letter = "V",
@@ -246,7 +247,10 @@ Layout GNotepad()
                .formula = "P minus T",
                .box = "VBox"});
     fuel.Line({.letter = "W", .caption = "Reduction for sharing of this van", .formula = "V x H", .box = "WBox"});
-    fuel.Line({.letter = "X", .caption = std::string(edition::VanFuelResult), .formula = "V minus W", .box = "XBox"});
+    fuel.Line({.letter = "X",
+               .caption = std::string(edition::notepad::VanFuelResult),
+               .formula = "V minus W",
+               .box = "XBox"});
 
     const int bottom = std::max(van.Bottom(), fuel.Bottom()) + Gap;
     PanelBehind(layout, Margin, Top, PanelWidth, bottom - Top);
@@ -262,10 +266,10 @@ Layout ENotepad()
     constexpr int Top = Margin + TabHeight + Gap;
     Sheet sheet(layout, Margin + Gap, Top + Gap, layout.width - 2 * (Margin + Gap));
     sheet.Title("Mileage allowance");
-    sheet.Line({.letter = "A", .caption = std::string(edition::MileagePaid), .box = "ABox"});
+    sheet.Line({.letter = "A", .caption = std::string(edition::notepad::MileagePaid), .box = "ABox"});
     sheet.Line({.letter = "B", .caption = "Amounts from which tax has been deducted", .box = "BBox"});
     sheet.Line({.letter = "C", .caption = "Net mileage allowance paid", .formula = "A - B", .box = "CBox"});
-    sheet.Line({.letter = "D", .caption = std::string(edition::MileageMiles), .box = "DBox"});
+    sheet.Line({.letter = "D", .caption = std::string(edition::notepad::MileageMiles), .box = "DBox"});
     sheet.Line({.letter = "J", .caption = "Total approved mileage allowance payments", .box = "JBox"});
     sheet.Space(Gap);
     sheet.Title("Passenger Payments (only to be completed once)");
@@ -273,7 +277,7 @@ Layout ENotepad()
                 .caption = "Total of any passenger payments to the employee in " + std::string(edition::YearLabel),
                 .box = "KBox"});
     sheet.Line({.letter = "L", .caption = "Number of business miles for which passenger payments made", .box = "LBox"});
-    sheet.Line({.letter = "M", .caption = std::string(edition::MileagePassengers), .box = "MBox"});
+    sheet.Line({.letter = "M", .caption = std::string(edition::notepad::MileagePassengers), .box = "MBox"});
     sheet.Space(Gap);
     sheet.Line({.letter = "Q", .caption = "Total taxable payments", .box = "QBox"});
     const int bottom = sheet.Bottom() + Gap;
@@ -297,8 +301,8 @@ Layout JNotepad()
     sheet.Line({.letter = "D", .caption = "Total of expenses and benefits ", .formula = "A + B + C", .box = "DBox"});
     sheet.Space(Gap);
     sheet.Title("Calculating the exempt amount");
-    sheet.Words(edition::RelocationExempt);
-    sheet.Line({.caption = std::string(edition::RelocationPriorYear), .box = "QualExp"});
+    sheet.Words(edition::notepad::RelocationExempt);
+    sheet.Line({.caption = std::string(edition::notepad::RelocationPriorYear), .box = "QualExp"});
     sheet.Line({.letter = "E", .caption = "Exempt amount for this employee", .box = "EBox"});
     sheet.Space(Gap);
     sheet.Line({.letter = "F", .caption = "D - E", .box = "FBox"});
@@ -319,17 +323,17 @@ Layout HNotepad()
     };
     static constexpr auto Lines = std::to_array<Line>({
         {"", "Currency", "Currency"},
-        {"A", edition::LoanOpeningBalance, "ABox"},
-        {"B", edition::LoanClosingBalance, "BBox"},
+        {"A", edition::notepad::LoanOpeningBalance, "ABox"},
+        {"B", edition::notepad::LoanClosingBalance, "BBox"},
         {"C", "Total ", "CBox"},
         {"D", "Divide Total by 2", "DBox"},
         {"E", "Number of complete tax months in tax year throughout which loan was owing", "EBox"},
         {"G", "Official rate of interest", "GBox"},
-        {"J", edition::LoanInterestPaid, "JBox"},
+        {"J", edition::notepad::LoanInterestPaid, "JBox"},
         {"", "Cash equivalent of loans", "CashEq"},
         {"", "Maximum amount outstanding at any time in the year", "MaxAmount"},
-        {"", edition::LoanDateMade, "DateFrom"},
-        {"", edition::LoanDateDischarged, "DateTo"},
+        {"", edition::notepad::LoanDateMade, "DateFrom"},
+        {"", edition::notepad::LoanDateDischarged, "DateTo"},
     });
     int y = Margin + Gap;
     for (int loan = 1; loan <= Loans; ++loan)
@@ -430,12 +434,12 @@ Layout D2Notepad()
                 .caption = "Payments made by the employee towards the cost or for the grant of tenancy",
                 .box = "GBox"});
     sheet.Line({.letter = "H", .caption = "(F less G)", .box = "HBox"});
-    sheet.Line({.letter = "J", .caption = std::string(edition::AccommodationExcess), .box = "JBox"});
-    sheet.Line({.letter = "K", .caption = std::string(edition::AccommodationRate), .box = "KBox"});
+    sheet.Line({.letter = "J", .caption = std::string(edition::notepad::AccommodationExcess), .box = "JBox"});
+    sheet.Line({.letter = "K", .caption = std::string(edition::notepad::AccommodationRate), .box = "KBox"});
     sheet.Line({.caption = "If the accommodation was provided for part of the tax year only, enter the number of days "
                            "it was provided here",
                 .box = "AddChargeDays"});
-    sheet.Line({.letter = "L", .caption = std::string(edition::AccommodationDays), .box = "LBox"});
+    sheet.Line({.letter = "L", .caption = std::string(edition::notepad::AccommodationDays), .box = "LBox"});
     sheet.Line({.letter = "M", .caption = "Enter the rent paid by the employee for the accommodation", .box = "MBox"});
     sheet.Line({.letter = "N", .caption = "Enter any rent which you have included in box D", .box = "NBox"});
     sheet.Line({.letter = "P", .caption = "(M less N)", .box = "PBox"});
@@ -457,7 +461,7 @@ Layout D2InfoNotepad()
     constexpr TextLook Paragraph{.size = 13};
     Layout layout{.width = Width + 2 * (Margin + Gap)};
     int y = Margin;
-    for (const edition::GuidanceParagraph& paragraph : edition::AccommodationGuidance) {
+    for (const edition::notepad::GuidanceParagraph& paragraph : edition::notepad::AccommodationGuidance) {
         layout.Text(Margin + Gap, y, Width, paragraph.heading, Heading);
         y += 22;
         const int height = HeightOf(paragraph.text, Width, Paragraph);

@@ -10,7 +10,7 @@ constexpr int CarsHeight = 610;
 
 void Identity(Layout& layout, int y)
 {
-    layout.Text(560, y, 410, edition::P11DHeading,
+    layout.Text(560, y, 410, edition::form::P11DHeading,
                 {.size = 18, .bold = true, .italic = true, .align = TextLook::Align::Right});
     layout.Text(SectionX, y, 300, "Employer name");
     layout.Place("EmployerNameBox", SectionX, y + 16, 380);
@@ -52,9 +52,9 @@ void Cars(Layout& layout, int y)
     const int row = CarRows(layout, y + 28, 1) + 8;
     const int fuelRow = row + CarRow;
     layout.Line(TextX, row - 4, SectionX + SectionWidth - TextX, 1);
-    layout.Text(TextX, row + 3, 600, edition::TotalOfCars, Heading);
+    layout.Text(TextX, row + 3, 600, edition::form::TotalOfCars, Heading);
     Single(layout, row, "FTotalCashCars", "9", Liability::Class1A);
-    layout.Text(TextX, fuelRow + 3, 600, edition::TotalOfCarFuel, Heading);
+    layout.Text(TextX, fuelRow + 3, 600, edition::form::TotalOfCarFuel, Heading);
     Single(layout, fuelRow, "FTotalCashFuel", "10", Liability::Class1A);
 }
 
@@ -91,7 +91,7 @@ Layout Form3()
     TripleCaptions(layout, y + 2, "Gross amount");
     layout.Text(TextX, y + 28, 440,
                 "Value of vouchers and payments made using credit cards or tokens\n" +
-                    std::string(edition::ChildcareVouchers));
+                    std::string(edition::form::ChildcareVouchers));
     Triple(layout, y + 36, {"CGrossAmount", "CAmountGood", "CCashEqu"}, "12", Liability::None);
 
     y += 72;

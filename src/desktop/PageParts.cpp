@@ -118,7 +118,7 @@ int CarRows(Layout& layout, int y, int firstCar)
     row += 3 * (Layout::BoxHeight + 1) + CarRow + 4;
     caption("List price of car");
     caption("Accessories");
-    caption(edition::CapitalContributions);
+    caption(edition::form::CapitalContributions);
     caption("Amount paid by employee for private use of the car");
     caption("Fuel Benefit Required?");
     caption("Date free fuel was withdrawn", CarRow + 6);

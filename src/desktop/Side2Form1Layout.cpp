@@ -14,16 +14,16 @@ constexpr int LoanRow = 27;
 void Vans(Layout& layout, int y)
 {
     Section(layout, y, 84, "G", "Vans and van fuel", "Image1");
-    layout.Text(TextX, y + 29, 700, edition::TotalOfVans);
+    layout.Text(TextX, y + 29, 700, edition::form::TotalOfVans);
     Single(layout, y + 26, "GVan", "9", Liability::Class1A);
-    layout.Text(TextX, y + 57, 700, edition::TotalOfVanFuel);
+    layout.Text(TextX, y + 57, 700, edition::form::TotalOfVanFuel);
     Single(layout, y + 54, "GVanFuel", "10", Liability::Class1A);
 }
 
 void Loans(Layout& layout, int y)
 {
     Section(layout, y, 282, "H", "Interest-free and low interest loans", "Image12");
-    layout.Text(TextX, y + 24, 520, edition::SmallLoans, Italic, 30);
+    layout.Text(TextX, y + 24, 520, edition::form::SmallLoans, Italic, 30);
     for (const int loan : {1, 2})
         layout.Text(LoanX[loan - 1], y + 34, AmountWidth, Numbered("Loan ", loan), Heading);
     int row = y + 56;
@@ -37,12 +37,12 @@ void Loans(Layout& layout, int y)
         row += LoanRow;
     };
     line("Number of joint borrowers", "HJointBorrow", 50, "(if applicable)", 196);
-    line(edition::LoanAtStart, "HOutstand", AmountWidth);
-    line(edition::LoanAtEnd, "HOutsand2003", AmountWidth);
+    line(edition::form::LoanAtStart, "HOutstand", AmountWidth);
+    line(edition::form::LoanAtEnd, "HOutsand2003", AmountWidth);
     line("Maximum amount outstanding at any time in the year", "HMaxLoan", AmountWidth);
-    line(edition::LoanInterestPaid, "HLoanInterest", AmountWidth, "- enter \"NIL\" if none was paid", 364);
-    line(edition::LoanMade, "HLoanDate", 100);
-    line(edition::LoanDischarged, "HLoanDischarge", 100);
+    line(edition::form::LoanInterestPaid, "HLoanInterest", AmountWidth, "- enter \"NIL\" if none was paid", 364);
+    line(edition::form::LoanMade, "HLoanDate", 100);
+    line(edition::form::LoanDischarged, "HLoanDischarge", 100);
     for (const int loan : {1, 2}) {
         layout.Tag(LoanX[loan - 1] - 26, row, "15");
         layout.Tag(LoanX[loan - 1] + AmountWidth + 4, row);
@@ -133,7 +133,7 @@ Layout Side2Form1()
     y += 68;
     Section(layout, y, 66, "J", "Qualifying relocation expenses payments and benefits", "Image11");
     layout.Text(TextX, y + 22, 600, "Non-qualifying benefits and expenses go in sections N and O below", Italic);
-    layout.Text(TextX, y + 41, 720, edition::RelocationExcess);
+    layout.Text(TextX, y + 41, 720, edition::form::RelocationExcess);
     Single(layout, y + 38, "JRelocation", "15", Liability::Class1A);
     y += 72;
     OneTriple(layout, y, "K", "Services supplied", "Image3", "Services supplied to the employee",

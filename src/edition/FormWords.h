@@ -1,5 +1,6 @@
 #pragma once
 
+#include "edition/Class1ARates.h"
 #include "edition/Edition.h"
 #include "edition/JoinedText.h"
 
@@ -8,7 +9,7 @@
 /// The words of the printed forms that belong to the year: its dates, its labels and the amounts that its law and its
 /// guides name. Where a line names the year itself, it takes it from the edition's own dates; the other dates in it
 /// stand as they are printed. The texts of the forms that stay from year to year are in the tables of printing/.
-namespace quillmere::edition {
+namespace quillmere::edition::form {
 
 /// P11D, first side: headings and notes.
 inline constexpr JoinedText P11DHeading = Join({"P11D Expenses and benefits ", YearLabel});
@@ -60,24 +61,20 @@ inline constexpr JoinedText DeclarationNoForms =
     Join({"year ended ", LongYearEnd, ".  For this reason no forms P11D are attached."});
 inline constexpr JoinedText DeclarationSent = Join({LongYearEnd, " were sent to"});
 inline constexpr JoinedText P11DBIdentifier = Join({"P11D(b)(", YearEndYear, ")(Man)(Substitute)(Fenwright)"});
-/// The rate of Class 1A contributions as it is printed.
-inline constexpr std::string_view Class1ARateText = "12.8%";
 
-/// P11D(b), notes side: the days, the guide to Class 1A contributions as the two variants of the form print it, the
-/// page on how to pay, and who makes a return.
-inline constexpr std::string_view NotesReturnDay = "6 July. ";
-inline constexpr std::string_view NotesPostDay = "19 July ";
-inline constexpr std::string_view NotesElectronicDay = "22 July";
-inline constexpr std::string_view NotesElectronicDayWeekend = "22 July ";
-inline constexpr std::string_view NotesElectronicDayBefore = "22 July.  ";
-inline constexpr std::string_view NotesLate =
-    "Interest is chargeable on payments paid late. If your return is not received by 6 July, ";
+/// P11D(b), notes side: the days, the guide to Class 1A contributions as the two variants of the form print it,
+/// and who makes a return.
+inline constexpr JoinedText NotesReturnDay = Join({ReturnDueDay, ". "});
+inline constexpr JoinedText NotesPostDay = Join({PostedPaymentDueDay, " "});
+inline constexpr JoinedText NotesElectronicDayWeekend = Join({ElectronicPaymentDueDay, " "});
+inline constexpr JoinedText NotesElectronicDayBefore = Join({ElectronicPaymentDueDay, ".  "});
+inline constexpr JoinedText NotesLate =
+    Join({"Interest is chargeable on payments paid late. If your return is not received by ", ReturnDueDay, ", "});
 inline constexpr JoinedText NotesGuideRecord = Join({"CWG5(", YearEndYear, ")"});
 inline constexpr JoinedText NotesGuideTotals = Join({"CWG5(", YearEndYear, ") "});
-inline constexpr std::string_view Class1AWebAddress = "www.hmrc.gov.uk/payinghmrc/class1a.htm";
 inline constexpr std::string_view NotesWhoReturns = "at a rate of £8,500 or more a year and for each director if:";
 
 /// What the printed documents are about, for their properties.
 inline constexpr JoinedText DocumentSubject = Join({"Expenses and benefits ", YearLabel});
 
-} // namespace quillmere::edition
+} // namespace quillmere::edition::form

@@ -21,10 +21,14 @@ inline constexpr std::string_view EarliestLoanDate = "06/04/2002";
 inline constexpr std::array<std::string_view, 6> RunningOnDates = {"05/04/2003", "05/04/2003", "05/04/3004",
                                                                    "05/04/4004", "05/05/5005", "06/06/6006"};
 
+namespace report {
+
 /// Labels of the accommodation report, with the rate of an older year: the figures beside them are worked out at the
 /// rate of this one. The second follows the days.
-inline constexpr std::string_view ReportAdditionalCharge = "Excess of cost multiplied by 5%";
-inline constexpr std::string_view ReportAdditionalChargeOfDays = ") x (Excess of cost x 5%)";
+inline constexpr std::string_view AdditionalCharge = "Excess of cost multiplied by 5%";
+inline constexpr std::string_view AdditionalChargeOfDays = ") x (Excess of cost x 5%)";
+
+} // namespace report
 
 // The car notepad, which keeps the rules and the captions of 2003-04. It is out of ordinary use and nothing reads it.
 

@@ -1,27 +1,30 @@
 #pragma once
 
+#include "edition/Edition.h"
+#include "edition/JoinedText.h"
+
 #include <array>
 #include <string_view>
 
 /// Captions of the calculators' notepads that name the year, a rate or a limit of it, and the guidance on the cost of
 /// living accommodation. The spelling is the notepads' own.
-namespace quillmere::edition {
+namespace quillmere::edition::notepad {
 
 // Vans. %DIY% becomes the number of days of the tax year.
-inline constexpr std::string_view VanStandardCharge = "Standard charge for this van for the whole of 2010-11";
+inline constexpr JoinedText VanStandardCharge = Join({"Standard charge for this van for the whole of ", YearLabel});
 inline constexpr std::string_view VanReductionFormula = "(A*E) / %DIY%";
-inline constexpr std::string_view VanResult = "Van benefit charge for this van in 2010-11";
+inline constexpr JoinedText VanResult = Join({"Van benefit charge for this van in ", YearLabel});
 inline constexpr std::string_view VanFuelReductionFormula = "(P X S) / %DIY%";
-inline constexpr std::string_view VanFuelResult = "Van Fuel Benefit charge for this van in 2010-11";
+inline constexpr JoinedText VanFuelResult = Join({"Van Fuel Benefit charge for this van in ", YearLabel});
 
 // Loans.
-inline constexpr std::string_view LoanOpeningBalance =
-    "Maximum balance on later of day loan was taken out, or 5 April 2010";
-inline constexpr std::string_view LoanClosingBalance =
-    "Maximum balance on earlier of day loan was discharged, or 5 April 2011";
-inline constexpr std::string_view LoanInterestPaid = "Enter interest paid in 2010-11";
-inline constexpr std::string_view LoanDateMade = "Date loan was made in 2010-11 if applicable";
-inline constexpr std::string_view LoanDateDischarged = "Date loan was discharged in 2010-11 if applicable";
+inline constexpr JoinedText LoanOpeningBalance =
+    Join({"Maximum balance on later of day loan was taken out, or ", LongYearEndPrior});
+inline constexpr JoinedText LoanClosingBalance =
+    Join({"Maximum balance on earlier of day loan was discharged, or ", LongYearEnd});
+inline constexpr JoinedText LoanInterestPaid = Join({"Enter interest paid in ", YearLabel});
+inline constexpr JoinedText LoanDateMade = Join({"Date loan was made in ", YearLabel, " if applicable"});
+inline constexpr JoinedText LoanDateDischarged = Join({"Date loan was discharged in ", YearLabel, " if applicable"});
 
 // Living accommodation.
 inline constexpr std::string_view AccommodationExcess = "Excess of cost over £75,000 is H minus £75,000";
@@ -63,12 +66,12 @@ inline constexpr auto AccommodationGuidance = std::to_array<GuidanceParagraph>({
 });
 
 // Mileage.
-inline constexpr std::string_view MileagePaid = "Mileage allowance payments made to employee in 2010-11";
-inline constexpr std::string_view MileageMiles = "Total business miles travelled by the employee in 2010-11";
+inline constexpr JoinedText MileagePaid = Join({"Mileage allowance payments made to employee in ", YearLabel});
+inline constexpr JoinedText MileageMiles = Join({"Total business miles travelled by the employee in ", YearLabel});
 inline constexpr std::string_view MileagePassengers = "L x 5p";
 
 // Relocation.
 inline constexpr std::string_view RelocationPriorYear = "Qualifying expenses and benefits incurred in 2009-2010";
-inline constexpr std::string_view RelocationExempt = "Exempt amount for 2010-2011 = £8,000";
+inline constexpr JoinedText RelocationExempt = Join({"Exempt amount for ", YearLabelLong, " = £8,000"});
 
-} // namespace quillmere::edition
+} // namespace quillmere::edition::notepad

@@ -1,33 +1,36 @@
 #pragma once
 
+#include "edition/Edition.h"
+#include "edition/JoinedText.h"
+
 #include <string_view>
 
 /// The words of the section reports that belong to the year: its label, and the limits and rates that a label names.
 /// The labels that stay from year to year are in the tables of printing/.
-namespace quillmere::edition {
+namespace quillmere::edition::report {
 
 /// Cars and car fuel.
-inline constexpr std::string_view ReportCarPrice = "Price of the car for 2010-11";
-inline constexpr std::string_view ReportCarCharge = "Car benefit charge for 2010-11 on this car is";
-inline constexpr std::string_view ReportCarFuelCharge = "Car fuel benefit charge for 2010-11 on this car is";
+inline constexpr JoinedText CarPrice = Join({"Price of the car for ", YearLabel});
+inline constexpr JoinedText CarCharge = Join({"Car benefit charge for ", YearLabel, " on this car is"});
+inline constexpr JoinedText CarFuelCharge = Join({"Car fuel benefit charge for ", YearLabel, " on this car is"});
 
 /// Vans.
-inline constexpr std::string_view ReportVanFullCharge = "Van benefit charge for 2010-11";
-inline constexpr std::string_view ReportVanAvailability = "Van availability for 2010-11";
-inline constexpr std::string_view ReportVanCharge = "Van benefit charge for this van in 2010-11";
-inline constexpr std::string_view ReportVanFuelCharge = "Van fuel benefit charge for this van in 2010-11";
+inline constexpr JoinedText VanFullCharge = Join({"Van benefit charge for ", YearLabel});
+inline constexpr JoinedText VanAvailability = Join({"Van availability for ", YearLabel});
+inline constexpr JoinedText VanCharge = Join({"Van benefit charge for this van in ", YearLabel});
+inline constexpr JoinedText VanFuelCharge = Join({"Van fuel benefit charge for this van in ", YearLabel});
 
 /// Living accommodation.
-inline constexpr std::string_view ReportCostLimit = "Excess of cost over £75,000";
+inline constexpr std::string_view CostLimit = "Excess of cost over £75,000";
 
 /// Mileage allowance and passenger payments.
-inline constexpr std::string_view ReportMileagePaid = "Mileage allowance payments made to employee in 2010-11";
-inline constexpr std::string_view ReportMiles = "Total business miles travelled by the employee in 2010-11";
-inline constexpr std::string_view ReportPassengers = "Total of any passenger payments to the employee in 2010-11";
-inline constexpr std::string_view ReportPassengerRate = "Number of business miles x 5p";
+inline constexpr JoinedText MileagePaid = Join({"Mileage allowance payments made to employee in ", YearLabel});
+inline constexpr JoinedText Miles = Join({"Total business miles travelled by the employee in ", YearLabel});
+inline constexpr JoinedText Passengers = Join({"Total of any passenger payments to the employee in ", YearLabel});
+inline constexpr std::string_view PassengerRate = "Number of business miles x 5p";
 
 /// Qualifying relocation.
-inline constexpr std::string_view ReportExemption = "Exempt amount for 2010-11";
-inline constexpr std::string_view ReportPriorExpenses = "Qualifying expenses and benefits incurred in 2009-10";
+inline constexpr JoinedText Exemption = Join({"Exempt amount for ", YearLabel});
+inline constexpr JoinedText PriorExpenses = Join({"Qualifying expenses and benefits incurred in ", YearLabelPrior});
 
-} // namespace quillmere::edition
+} // namespace quillmere::edition::report

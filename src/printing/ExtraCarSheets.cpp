@@ -62,8 +62,8 @@ void DrawExtraCarSheet(PageLayer& page, const ExtraCarSheet& sheet, std::string_
     DrawSectionMarks(page, std::span(&CarMark, 1));
     DrawCarBoxes(page);
     DrawCarLabels(page, sheet.firstCar,
-                  {.totalOfCars = edition::TotalOfExtraCars, .totalOfFuel = edition::TotalOfExtraCarFuel});
-    DrawIdentifier(page, 276, edition::P11DIdentifier);
+                  {.totalOfCars = edition::form::TotalOfExtraCars, .totalOfFuel = edition::form::TotalOfExtraCarFuel});
+    DrawIdentifier(page, 276, edition::form::P11DIdentifier);
     BeginValues(page);
     DrawCarValues(page, sheet.firstCar, read);
 }

@@ -29,7 +29,7 @@ constexpr auto Variants = std::to_array<VariantRow>({
      .topOfReturnLines = 2,
      .section1TickY = 135,
      .emptyTotal = "0.00",
-     .guide = edition::NotesGuideRecord,
+     .guide = edition::form::NotesGuideRecord,
      .references = "References in this return to forms P11D and HM Revenue & Customs office should be read as "
                    "including the return"},
     {.heading = "Employer's declaration",
@@ -37,7 +37,7 @@ constexpr auto Variants = std::to_array<VariantRow>({
      .topOfReturnLines = 1,
      .section1TickY = 130,
      .emptyTotal = "",
-     .guide = edition::NotesGuideTotals,
+     .guide = edition::form::NotesGuideTotals,
      .references = "references in this Return to forms P11D and HM Revenue & Customs office should be read as "
                    "including the return"},
 });
@@ -74,7 +74,7 @@ constexpr auto Headings = std::to_array<Label>({
     {{8}, At::Left, 8, 33, "reference"},
 });
 
-constexpr Label YearEnded{{11, Letter::Bold}, At::Left, 142, 21, edition::DeclarationYear};
+constexpr Label YearEnded{{11, Letter::Bold}, At::Left, 142, 21, edition::form::DeclarationYear};
 
 /// One set of corner marks, for the employer's address; the other, for the return address, is the same further right.
 constexpr auto AddressCorners = std::to_array<FormLineRow>({
@@ -170,7 +170,7 @@ constexpr auto Section2Labels = std::to_array<Label>({
      18.5,
      182,
      "No expenses payments or benefits of the type to be returned on forms P11D have been or will be provided for the"},
-    {{8}, At::Left, 18.5, 186, edition::DeclarationNoForms},
+    {{8}, At::Left, 18.5, 186, edition::form::DeclarationNoForms},
     {{8},
      At::Left,
      18.5,
@@ -186,7 +186,7 @@ constexpr auto Section2Labels = std::to_array<Label>({
      "with this declaration.  I declare that the details on these forms are fully and truly stated to the best"},
     {{8}, At::Left, 18.5, 199, "of my knowledge and belief."},
     {{8}, At::Left, 18.5, 204, "Forms P11D for the year ended"},
-    {{8}, At::Left, 18.5, 208, edition::DeclarationSent},
+    {{8}, At::Left, 18.5, 208, edition::form::DeclarationSent},
     {{8}, At::Left, 115, 204, "HM Revenue"},
     {{8}, At::Left, 115, 208, "& Customs office on"},
     {{8},
@@ -305,7 +305,7 @@ constexpr auto NotesToWebAddress = std::to_array<Label>({
      15,
      "You should give each employee or director a copy of their P11D information and send the completed forms P11D"},
     {{9}, At::Left, 11.5, 19, "and P11D(b) to your HM Revenue & Customs office by "},
-    {{9, Letter::Bold}, At::Left, 90, 19, edition::NotesReturnDay},
+    {{9, Letter::Bold}, At::Left, 90, 19, edition::form::NotesReturnDay},
     {{9},
      At::Left,
      11.5,
@@ -315,25 +315,25 @@ constexpr auto NotesToWebAddress = std::to_array<Label>({
 });
 
 constexpr Colour Navy{0, 0, 128};
-constexpr Label WebAddress{{9, Letter::Bold}, At::Left, 11.5, 26.2, edition::Class1AWebAddress};
+constexpr Label WebAddress{{9, Letter::Bold}, At::Left, 11.5, 26.2, edition::Class1APaymentPage};
 
 constexpr auto NotesToGuide = std::to_array<Label>({
     {{9}, At::Left, 83.5, 26, "You should pay by:"},
-    {{9, Letter::Bold}, At::Left, 14, 31, edition::NotesPostDay},
+    {{9, Letter::Bold}, At::Left, 14, 31, edition::form::NotesPostDay},
     {{9}, At::Left, 26, 31, "if the payment is by post or cash, "},
     {{9}, At::Left, 73, 31, "or"},
-    {{9, Letter::Bold}, At::Left, 14, 35, edition::NotesElectronicDay},
+    {{9, Letter::Bold}, At::Left, 14, 35, edition::ElectronicPaymentDueDay},
     {{9}, At::Left, 26, 35, "if the payment is by an approved electronic method."},
     {{9}, At::Left, 11.5, 40, "Where "},
-    {{9, Letter::Bold}, At::Left, 22, 40, edition::NotesElectronicDayWeekend},
+    {{9, Letter::Bold}, At::Left, 22, 40, edition::form::NotesElectronicDayWeekend},
     {{9},
      At::Left,
      34,
      40,
      "falls on a weekend or bank holiday, your payment should reach our bank account no later than the last"},
     {{9}, At::Left, 11.5, 44, "bank working day before "},
-    {{9, Letter::Bold}, At::Left, 47, 44, edition::NotesElectronicDayBefore},
-    {{9}, At::Left, 60, 44, edition::NotesLate},
+    {{9, Letter::Bold}, At::Left, 47, 44, edition::form::NotesElectronicDayBefore},
+    {{9}, At::Left, 60, 44, edition::form::NotesLate},
     {{9},
      At::Left,
      11.5,
@@ -376,7 +376,7 @@ constexpr auto NotesToReferences = std::to_array<Label>({
      11.5,
      92,
      "As an employer you must complete a return of expenses payments and benefits, form P11D, for each employee paid"},
-    {{9}, At::Left, 11.5, 96, edition::NotesWhoReturns},
+    {{9}, At::Left, 11.5, 96, edition::form::NotesWhoReturns},
     {{9},
      At::Left,
      14,
@@ -495,7 +495,7 @@ void PrintP11DBDeclaration(PageLayer& page, DeclarationVariant variant, const Fi
         page.vsTick(17, row.section1TickY);
     DrawValues(page, Section2Values, read);
 
-    DrawIdentifier(page, 278, edition::P11DBIdentifier);
+    DrawIdentifier(page, 278, edition::form::P11DBIdentifier);
 }
 
 void PrintP11DBNotes(PageLayer& page, DeclarationVariant variant, const FieldReader& read)
@@ -532,7 +532,7 @@ void PrintP11DBNotes(PageLayer& page, DeclarationVariant variant, const FieldRea
     page.vsTextRight(180, 246.5, edition::Class1ARateText);
     DrawValues(page, PayableValue, read);
 
-    DrawIdentifier(page, 278, edition::P11DBIdentifier);
+    DrawIdentifier(page, 278, edition::form::P11DBIdentifier);
 }
 
 } // namespace quillmere

@@ -20,7 +20,7 @@ constexpr auto Panels = std::to_array<Panel>({
 });
 
 constexpr auto Headings = std::to_array<Label>({
-    {{13, Letter::BoldItalic}, At::Right, 193, 7, edition::P11DHeading},
+    {{13, Letter::BoldItalic}, At::Right, 193, 7, edition::form::P11DHeading},
     {{14, Letter::Bold}, At::Left, 14, 7, "HM Revenue"},
     {{14, Letter::Bold}, At::Left, 14, 12, "& Customs"},
 });
@@ -81,11 +81,11 @@ constexpr auto CellLines = std::to_array<FormLineRow>({
 constexpr auto Labels = std::to_array<Label>({
     {{8, Letter::Bold}, At::Left, 103, 13, "Note to employer"},
     {{7.5}, At::Left, 103, 16.5, "Complete this return for a director, or an employee who earned at a"},
-    {{7.5}, At::Left, 103, 20, edition::P11DWhoReturns},
-    {{7.5}, At::Left, 103, 23.5, edition::P11DWhenReturned},
+    {{7.5}, At::Left, 103, 20, edition::form::P11DWhoReturns},
+    {{7.5}, At::Left, 103, 23.5, edition::form::P11DWhenReturned},
     {{8, Letter::Bold}, At::Left, 103, 30.5, "Note to employee"},
     {{7.5}, At::Left, 103, 34, "Your employer has filled in this form, keep it in a safe place.  You will"},
-    {{7.5}, At::Left, 103, 37.5, edition::P11DTaxReturn},
+    {{7.5}, At::Left, 103, 37.5, edition::form::P11DTaxReturn},
     {{7.5}, At::Left, 103, 41, "numberings on this P11D are the same as on the Employment Page of"},
     {{7.5}, At::Left, 103, 44.5, "the tax return for example, boxes 13."},
     {{9, Letter::Bold}, At::Left, 2, 16.5, "Please ensure your entries are clear on both sides of the form."},
@@ -126,7 +126,7 @@ constexpr auto Labels = std::to_array<Label>({
     {{7}, At::Left, 133, 110, "from which tax deducted"},
     {{7}, At::Left, 161, 110, "Cash equivalent"},
     {{8}, At::Left, 10, 113, "Value of vouchers and payments made using credit cards or tokens"},
-    {{8}, At::Left, 10, 116, edition::ChildcareVouchers},
+    {{8}, At::Left, 10, 116, edition::form::ChildcareVouchers},
     {{8}, At::Left, 129.5, 115, "-"},
     {{8}, At::Left, 157, 115, "="},
     {{8, Letter::Bold}, At::Left, 9, 120.5, "Living accommodation"},
@@ -140,7 +140,7 @@ constexpr auto Labels = std::to_array<Label>({
      136.5,
      "Amount of car and mileage allowances paid to employee for business travel in employee's own vehicle, and"},
     {{8}, At::Left, 9, 140, "passenger payments, in excess of maximum exempt amounts"},
-    {{8, Letter::Italic}, At::Indented, 0, 0, edition::ExemptRates},
+    {{8, Letter::Italic}, At::Indented, 0, 0, edition::form::ExemptRates},
 });
 
 constexpr auto Values = std::to_array<FormValue>({
@@ -192,8 +192,8 @@ void PrintP11D1(PageLayer& page, const FieldReader& read)
     page.vsHLine(0.4, 2, 195, 68);
 
     DrawLabels(page, Labels);
-    DrawCarLabels(page, 1, {.totalOfCars = edition::TotalOfCars, .totalOfFuel = edition::TotalOfCarFuel});
-    DrawIdentifier(page, 276, edition::P11DIdentifier);
+    DrawCarLabels(page, 1, {.totalOfCars = edition::form::TotalOfCars, .totalOfFuel = edition::form::TotalOfCarFuel});
+    DrawIdentifier(page, 276, edition::form::P11DIdentifier);
 
     page.EndFixedPart();
 

@@ -95,21 +95,21 @@ constexpr auto Boxes = std::to_array<FormBox>({
 
 constexpr auto Labels = std::to_array<Label>({
     {{8, Letter::Bold}, At::Left, 9, 4, "Vans and van fuel"},
-    {{8}, At::Left, 9, 9, edition::TotalOfVans},
-    {{8}, At::Left, 9, 14, edition::TotalOfVanFuel},
+    {{8}, At::Left, 9, 9, edition::form::TotalOfVans},
+    {{8}, At::Left, 9, 14, edition::form::TotalOfVanFuel},
     {{8, Letter::Bold}, At::Left, 9, 21, "Interest-free and low interest loans"},
-    {{8, Letter::Italic}, At::Left, 9, 24.5, edition::SmallLoans},
+    {{8, Letter::Italic}, At::Left, 9, 24.5, edition::form::SmallLoans},
     {{8, Letter::Bold}, At::Left, 134, 30, "Loan 1"},
     {{8, Letter::Bold}, At::Left, 170, 30, "Loan 2"},
     {{8}, At::Left, 9, 36, "Number of joint borrowers"},
     {{8, Letter::Italic}, At::Run, 0, 0, " (if applicable)"},
-    {{8}, At::Left, 9, 43.5, edition::LoanAtStart},
-    {{8}, At::Left, 9, 51, edition::LoanAtEnd},
+    {{8}, At::Left, 9, 43.5, edition::form::LoanAtStart},
+    {{8}, At::Left, 9, 51, edition::form::LoanAtEnd},
     {{8}, At::Left, 9, 58.5, "Maximum amount outstanding at any time in the year"},
-    {{8}, At::Left, 9, 66, edition::LoanInterestPaid},
+    {{8}, At::Left, 9, 66, edition::form::LoanInterestPaid},
     {{8, Letter::Italic}, At::Run, 0, 0, " - enter \"NIL\" if none was paid"},
-    {{8}, At::Left, 9, 73.5, edition::LoanMade},
-    {{8}, At::Left, 9, 81, edition::LoanDischarged},
+    {{8}, At::Left, 9, 73.5, edition::form::LoanMade},
+    {{8}, At::Left, 9, 81, edition::form::LoanDischarged},
     {{8}, At::Left, 9, 88.5, "Cash equivalent of loans after deducting any interest paid by the borrower"},
     {{8, Letter::Bold}, At::Left, 9, 97, "Private medical treatment or insurance"},
     {{8}, At::Left, 9, 105, "Private medical treatment or insurance"},
@@ -121,7 +121,7 @@ constexpr auto Labels = std::to_array<Label>({
     {{8}, At::Left, 157, 103, "="},
     {{8, Letter::Bold}, At::Left, 9, 113, "Qualifying relocation expenses payments and benefits"},
     {{8, Letter::Italic}, At::Left, 9, 117, "Non-qualifying benefits and expenses go in sections M and N below"},
-    {{8}, At::Left, 9, 123, edition::RelocationExcess},
+    {{8}, At::Left, 9, 123, edition::form::RelocationExcess},
     {{8, Letter::Bold}, At::Left, 9, 130, "Services supplied"},
     {{8}, At::Left, 9, 136, "Services supplied to the employee"},
     {{7}, At::Left, 105, 130.5, "Cost to you"},
@@ -282,7 +282,7 @@ void PrintP11D2(PageLayer& page, const FieldReader& read)
 
     page.BeginFixedPart();
     DrawLabels(page, Labels);
-    DrawIdentifier(page, 276, edition::P11DIdentifier);
+    DrawIdentifier(page, 276, edition::form::P11DIdentifier);
     page.EndFixedPart();
 
     BeginValues(page);

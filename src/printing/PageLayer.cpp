@@ -254,7 +254,7 @@ bool PageLayer::StartDocument()
 bool PageLayer::OpenPrintJob(std::string_view documentName)
 {
     vsDocName(documentName);
-    vp->Subject(edition::DocumentSubject);
+    vp->Subject(edition::form::DocumentSubject);
     if (route == Route::Printer)
         vsPreviewOff();
     else

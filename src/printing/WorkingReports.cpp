@@ -83,7 +83,7 @@ constexpr auto CarRows = std::to_array<WorkingRow>({
     {"Accessories", Figure, "FAccessories"},
     {"Total price of car and accessories", Figure, "FCBox"},
     {"Capital Contributions", Figure, "FCaptContr"},
-    {edition::ReportCarPrice, Figure, "FEBox"},
+    {edition::report::CarPrice, Figure, "FEBox"},
     {"Calculation of appropriate percentage"},
     {"CO2 Figure Rounded Down", Text, "FGBox"},
     {"Basic percentage", Text, "FHBox"},
@@ -95,14 +95,14 @@ constexpr auto CarRows = std::to_array<WorkingRow>({
     {"Deduction for Unavailability", Figure, "FRBox"},
     {"Car Benefit for available period", Figure, "FSBox"},
     {"Payments made in the year for private use of the car", Figure, "FPrivateUse"},
-    {edition::ReportCarCharge, Figure, "FUBox"},
+    {edition::report::CarCharge, Figure, "FUBox"},
     {"Car fuel benefit charge"},
     {"Car fuel charge (Full year)", Figure, "FVBox"},
     {"Date the Fuel was withdrawn", Text, "FDateWithdrawn"},
     {"Additional days after Fuel Withdrawn", Text, "FWBox"},
     {"Total Days fuel benefit not applicable", Text, "FXBox"},
     {"Deduction", Figure, "FYBox"},
-    {edition::ReportCarFuelCharge, Figure, "FFuelEqu"},
+    {edition::report::CarFuelCharge, Figure, "FFuelEqu"},
 });
 
 // ---- section G: vans ----------------------------------------------------------------------------
@@ -132,8 +132,8 @@ Amount VanFuelCharge(const WorkingReader& read)
 constexpr auto VanRows = std::to_array<WorkingRow>({
     {"The Van"},
     {"Registration Number", Text, "RegNumber"},
-    {edition::ReportVanFullCharge, Figure, "ABox"},
-    {.label = edition::ReportVanAvailability,
+    {edition::report::VanFullCharge, Figure, "ABox"},
+    {.label = edition::report::VanAvailability,
      .show = Period,
      .field = "DateFrom1",
      .field2 = "DateTo1",
@@ -148,7 +148,7 @@ constexpr auto VanRows = std::to_array<WorkingRow>({
     {"Reduction for Sharing", Figure, "JBox"},
     {"Van benefit charge after reduction for sharing", Figure, "KBox"},
     {"Payments made for private use of the van", Figure, "LBox"},
-    {edition::ReportVanCharge, Figure, "MBox"},
+    {edition::report::VanCharge, Figure, "MBox"},
     {.label = "Fuel Benefit charge for the whole tax year", .show = Worked, .work = VanFuelCharge},
     // The days without the van are those without its fuel: there is one figure for both.
     {"Days for which the van was unavailable", Text, "EBox"},
@@ -158,7 +158,7 @@ constexpr auto VanRows = std::to_array<WorkingRow>({
     {"Reduction", Figure, "TBox"},
     {"Van fuel benefit charge after reduction for unavailability", Figure, "VBox"},
     {"Reduction for sharing", Figure, "WBox"},
-    {edition::ReportVanFuelCharge, Figure, "XBox"},
+    {edition::report::VanFuelCharge, Figure, "XBox"},
 });
 
 // ---- section D: living accommodation ------------------------------------------------------------
@@ -189,7 +189,7 @@ std::string AccommodationDaysLabel(const WorkingReader& read)
 {
     const std::string days = read("AddChargeDays");
     return fmt::format("({} / {}{}", days.empty() ? "Number of days" : days, edition::Accommodation.daysDivisor,
-                       edition::ReportAdditionalChargeOfDays);
+                       edition::report::AdditionalChargeOfDays);
 }
 
 /// Not the stored sum: that is brought up to date by the additional charge's own screen alone, and this one must agree
@@ -211,9 +211,9 @@ constexpr auto AccommodationRows = std::to_array<WorkingRow>({
     {"Cost of Accommodation (including cost of improvements)", Figure, "AddChargeF"},
     {"Payments made by the employee towards the cost or for grant of tenancy", Figure, "AddChargeG"},
     {"(Cost of Accommodation) - (Payments made by the employee)", Figure, "AddChargeH"},
-    {edition::ReportCostLimit, Figure, "AddChargeJ"},
+    {edition::report::CostLimit, Figure, "AddChargeJ"},
     // Kept: the labels name the rate of an older year.
-    {edition::ReportAdditionalCharge, Figure, "AddChargeK"},
+    {edition::report::AdditionalCharge, Figure, "AddChargeK"},
     {"Number of days (if accommodation provided for less than a year)", Text, "AddChargeDays"},
     {.show = Figure, .field = "AddChargeL", .label2 = AccommodationDaysLabel},
     {"Rent paid by employee for the accommodation", Figure, "AddChargeM"},
@@ -251,15 +251,15 @@ constexpr auto VehicleEntered = std::to_array<std::string_view>({"ABox", "BBox",
 
 constexpr auto VehicleRows = std::to_array<WorkingRow>({
     {"Mileage allowance payments made to employee"},
-    {edition::ReportMileagePaid, Figure, "ABox"},
+    {edition::report::MileagePaid, Figure, "ABox"},
     {"Amounts from which tax has been deducted", Figure, "BBox"},
     {"Net mileage allowance paid", Figure, "CBox"},
-    {edition::ReportMiles, Text, "DBox"},
+    {edition::report::Miles, Text, "DBox"},
     {"Total Approved mileage allowance payments", Figure, "JBox"},
     {"Passenger payments"},
-    {edition::ReportPassengers, Figure, "KBox"},
+    {edition::report::Passengers, Figure, "KBox"},
     {"Number of business miles for which passenger payments made", Text, "LBox"},
-    {edition::ReportPassengerRate, Figure, "MBox"},
+    {edition::report::PassengerRate, Figure, "MBox"},
     {"Total", Figure, "QBox"},
 });
 
@@ -288,8 +288,8 @@ constexpr auto RelocationRows = std::to_array<WorkingRow>({
     {"Cost of qualifying living accommodation paid", Figure, "CBox"},
     {"Total of expenses and benefits", Figure, "DBox"},
     {"Calculating the exempt amount"},
-    {.label = edition::ReportExemption, .show = Worked, .work = RelocationExemption},
-    {edition::ReportPriorExpenses, Figure, "QualExp"},
+    {.label = edition::report::Exemption, .show = Worked, .work = RelocationExemption},
+    {edition::report::PriorExpenses, Figure, "QualExp"},
     {"Exempt amount for this employee", Figure, "EBox"},
 });
 

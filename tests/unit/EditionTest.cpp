@@ -1,6 +1,23 @@
+// All the headers of the edition in one file: a name that two of them give to two things does not compile.
 #include "edition/Edition.h"
 
+#include "edition/AccommodationRates.h"
+#include "edition/CarRates.h"
+#include "edition/Class1ARates.h"
+#include "edition/FormWords.h"
+#include "edition/JoinedText.h"
+#include "edition/LeftOvers.h"
+#include "edition/LoanRates.h"
+#include "edition/MileageRates.h"
+#include "edition/NotepadWords.h"
+#include "edition/RelocationRates.h"
+#include "edition/ReportWords.h"
+#include "edition/VanRates.h"
+#include "frame/CheckedFile.h"
+
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace quillmere::edition {
 namespace {
@@ -38,6 +55,16 @@ TEST(Edition, TheStartOfTheYearIsKeptInTwoFormsAndTheShortOneStaysShort)
 {
     EXPECT_EQ(TaxYearStartShort.size(), 8U);
     EXPECT_EQ(TaxYearStart.size(), 10U);
+}
+
+TEST(Edition, EveryHeaderOfItIsIncludedHere)
+{
+    const std::string source = ReadFile(SOURCE_DIR "/tests/unit/EditionTest.cpp");
+    for (const auto& entry : std::filesystem::directory_iterator(SOURCE_DIR "/src/edition"))
+        if (entry.path().extension() == ".h") {
+            const std::string line = "#include \"edition/" + entry.path().filename().string() + "\"\n";
+            EXPECT_NE(source.find(line), std::string::npos) << line;
+        }
 }
 
 } // namespace
