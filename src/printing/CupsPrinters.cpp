@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <array>
+#include <future>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <strings.h>
+#include <thread>
 #include <utility>
 
 namespace quillmere {
@@ -18,40 +21,55 @@ using Clock = std::chrono::steady_clock;
 constexpr auto ListStaysFresh = std::chrono::seconds(5);
 /// How long the spooler may take to answer a question about its printers.
 constexpr auto QuestionPatience = std::chrono::seconds(5);
-/// While the spooler is silent the windows are looked after so often, in seconds.
-constexpr double IdleStep = 0.1;
+/// How long it may take, in all, to tell what is left of a try that went wrong.
+constexpr auto CheckPatience = std::chrono::seconds(5);
+/// While the spooler is silent the windows are looked after so often.
+constexpr auto IdleStep = std::chrono::milliseconds(50);
+/// How often a request is tried, each time on a connection of its own, and the pause between two tries.
+constexpr int Tries = 3;
+constexpr auto Pause = std::chrono::milliseconds(200);
+
+/// Does the work beside the caller's thread, which looks after the windows meanwhile. The library's own way of doing
+/// that, a short time-out with a call-back, loses answers: where an answer's body comes later than the time-out after
+/// its head, the library takes it for unreadable. A busy spooler's bodies do.
+template<typename Work>
+auto WhileIdling(const std::function<void()>& idle, Work work)
+{
+    auto result = std::async(std::launch::async, std::move(work));
+    while (result.wait_for(IdleStep) != std::future_status::ready)
+        if (idle)
+            idle();
+    return result.get();
+}
 
 /// A conversation with the spooler that ends at a time.
 class Conversation {
 public:
-    Conversation(std::chrono::milliseconds patience, const std::function<void()>& idle)
-        : idle(idle), deadline(Clock::now() + patience)
+    explicit Conversation(Clock::time_point deadline) : deadline(deadline)
     {
+        const auto patience = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        if (patience.count() <= 0)
+            return;
         // Nobody is asked for a password, least of all on a terminal.
         cupsSetPasswordCB2([](const char*, http_t*, const char*, const char*, void*) -> const char* { return nullptr; },
                            nullptr);
         http = httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1,
                             static_cast<int>(patience.count()), nullptr);
         if (http != nullptr)
-            httpSetTimeout(http, IdleStep, &Conversation::Waited, this);
+            httpSetTimeout(http, std::chrono::duration<double>(patience).count(), &Conversation::Waited, this);
     }
     ~Conversation() { httpClose(http); }
     Conversation(const Conversation&) = delete;
     Conversation& operator=(const Conversation&) = delete;
 
     http_t* Http() const { return http; }
-    bool IsOver() const { return Clock::now() >= deadline; }
 
 private:
     static int Waited(http_t*, void* self)
     {
-        const auto* conversation = static_cast<Conversation*>(self);
-        if (conversation->idle)
-            conversation->idle();
-        return conversation->IsOver() ? 0 : 1;
+        return Clock::now() >= static_cast<const Conversation*>(self)->deadline ? 0 : 1;
     }
 
-    const std::function<void()>& idle;
     Clock::time_point deadline;
     http_t* http = nullptr;
 };
@@ -148,41 +166,206 @@ void SetOptions(Options& options, const cups_dest_t& destination, const PrintReq
         options.Set("sides", CUPS_SIDES_TWO_SIDED_PORTRAIT);
 }
 
-/// Hands the file over as the only document of a job. False if it did not get there whole.
-bool SendJob(const Conversation& conversation, cups_dest_t& destination, const PrintRequest& request, int& job)
+struct IppDeleter {
+    void operator()(ipp_t* ipp) const { ippDelete(ipp); }
+};
+using Ipp = std::unique_ptr<ipp_t, IppDeleter>;
+
+/// What became of one try.
+enum class Try {
+    Sent,
+    Refused, ///< by the spooler, which will do so again
+    Lost     ///< the conversation broke off; whether something arrived is not known
+};
+
+/// True if the last request was answered, be it with a refusal.
+bool WasAnswered()
 {
-    http_t* const http = conversation.Http();
+    const ipp_status_t status = cupsLastError();
+    return status != IPP_STATUS_ERROR_INTERNAL && status != IPP_STATUS_ERROR_SERVICE_UNAVAILABLE &&
+           status != IPP_STATUS_ERROR_TIMEOUT && status != IPP_STATUS_ERROR_BUSY;
+}
+
+/// Hands the file over as the only document of a job.
+Try SendJob(http_t* http, cups_dest_t& destination, const PrintRequest& request, int& job)
+{
+    // Where a connection breaks off while the document is on its way, the library keeps the status of the request
+    // before.
+    const auto failure = [] {
+        return WasAnswered() && cupsLastError() > IPP_STATUS_OK_EVENTS_COMPLETE ? Try::Refused : Try::Lost;
+    };
     const std::unique_ptr<cups_dinfo_t, decltype(&cupsFreeDestInfo)> information(cupsCopyDestInfo(http, &destination),
                                                                                  &cupsFreeDestInfo);
     if (information == nullptr)
-        return false;
+        return failure();
     Options options;
     SetOptions(options, destination, request);
     const char* title = request.documentName.c_str();
     if (cupsCreateDestJob(http, &destination, information.get(), &job, title, options.Count, options.List) >
         IPP_STATUS_OK_EVENTS_COMPLETE)
-        return false;
+        return failure();
     constexpr int isLast = 1;
     if (cupsStartDestDocument(http, &destination, information.get(), job, title, CUPS_FORMAT_PDF, 0, nullptr, isLast) !=
         HTTP_STATUS_CONTINUE)
-        return false;
+        return failure();
     constexpr std::size_t most = 65536;
     for (std::string_view rest = request.pdf; !rest.empty();) {
         const std::string_view piece = rest.substr(0, most);
         rest.remove_prefix(piece.size());
         if (cupsWriteRequestData(http, piece.data(), piece.size()) != HTTP_STATUS_CONTINUE)
-            return false;
+            return failure();
     }
-    return cupsFinishDestDocument(http, &destination, information.get()) <= IPP_STATUS_OK_EVENTS_COMPLETE;
+    return cupsFinishDestDocument(http, &destination, information.get()) <= IPP_STATUS_OK_EVENTS_COMPLETE ? Try::Sent
+                                                                                                          : failure();
 }
 
-/// Takes back a job that did not get to the spooler whole.
-void CancelJob(const std::string& printer, int job)
+/// A job of this user's, as the spooler tells of it.
+struct JobFacts {
+    int number = 0;
+    std::string name;
+    int documents = 0;
+    bool isOver = false;
+};
+
+/// This user's jobs for a printer that are not over, or the one job of the number. Nothing if the spooler does not say.
+std::optional<std::vector<JobFacts>> ReadJobs(http_t* http, const std::string& printer, int number = 0)
 {
-    const std::function<void()> noIdle;
-    const Conversation conversation(std::chrono::seconds(1), noIdle);
-    if (conversation.Http() != nullptr)
-        cupsCancelJob2(conversation.Http(), printer.c_str(), job, 0);
+    std::array<char, HTTP_MAX_URI> address{};
+    httpAssembleURIf(HTTP_URI_CODING_ALL, address.data(), static_cast<int>(address.size()), "ipp", nullptr, "localhost",
+                     0, "/printers/%s", printer.c_str());
+    ipp_t* question = ippNewRequest(number > 0 ? IPP_OP_GET_JOB_ATTRIBUTES : IPP_OP_GET_JOBS);
+    ippAddString(question, IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, address.data());
+    if (number > 0)
+        ippAddInteger(question, IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", number);
+    else
+        ippAddBoolean(question, IPP_TAG_OPERATION, "my-jobs", 1);
+    ippAddString(question, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+    constexpr std::array<const char*, 4> wanted = {"job-id", "job-name", "job-state", "number-of-documents"};
+    ippAddStrings(question, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes", static_cast<int>(wanted.size()),
+                  nullptr, wanted.data());
+    const Ipp answer(cupsDoRequest(http, question, "/"));
+    if (answer == nullptr || ippGetStatusCode(answer.get()) > IPP_STATUS_OK_EVENTS_COMPLETE)
+        return std::nullopt;
+    std::vector<JobFacts> jobs;
+    bool isOpen = false; // a job's attributes are being read
+    for (ipp_attribute_t* one = ippFirstAttribute(answer.get()); one != nullptr; one = ippNextAttribute(answer.get())) {
+        const bool isOfJob = ippGetGroupTag(one) == IPP_TAG_JOB && ippGetName(one) != nullptr;
+        if (isOfJob && !isOpen)
+            jobs.emplace_back();
+        isOpen = isOfJob;
+        if (!isOfJob)
+            continue;
+        const std::string_view name = ippGetName(one);
+        JobFacts& job = jobs.back();
+        if (name == "job-id")
+            job.number = ippGetInteger(one, 0);
+        else if (name == "job-name")
+            job.name = ippGetString(one, 0, nullptr);
+        else if (name == "job-state")
+            job.isOver = ippGetInteger(one, 0) == IPP_JSTATE_CANCELED || ippGetInteger(one, 0) == IPP_JSTATE_ABORTED;
+        else if (name == "number-of-documents")
+            job.documents = ippGetInteger(one, 0);
+    }
+    return jobs;
+}
+
+/// What was left of a try that did not end well.
+enum class Remains {
+    Document, ///< it is there after all
+    Nothing,  ///< a job without a document, if there was one, has been taken back
+    Unknown
+};
+
+/// Looks after what is left, on a connection of its own. Where the answer to the making of a job was lost, `job` is 0
+/// and the job is known by its name.
+Remains TakeBack(const PrintRequest& request, int job, Clock::time_point deadline)
+{
+    const Conversation conversation(deadline);
+    if (conversation.Http() == nullptr)
+        return Remains::Unknown;
+    const auto jobs = ReadJobs(conversation.Http(), request.printer, job);
+    if (!jobs)
+        return Remains::Unknown;
+    for (const JobFacts& found : *jobs) {
+        if (job > 0 && found.documents > 0 && !found.isOver)
+            return Remains::Document;
+        if (found.documents > 0 || found.isOver || found.name != request.documentName)
+            continue;
+        if (cupsCancelJob2(conversation.Http(), request.printer.c_str(), found.number, 0) >
+            IPP_STATUS_OK_EVENTS_COMPLETE)
+            return Remains::Unknown;
+    }
+    return Remains::Nothing;
+}
+
+/// One try, on a connection of its own. A document that is at the spooler counts as sent, and no job without one is
+/// left there.
+Try SendOnce(const PrintRequest& request, Clock::time_point deadline)
+{
+    int job = 0;
+    Try outcome = Try::Lost;
+    {
+        const Conversation conversation(deadline);
+        if (conversation.Http() == nullptr)
+            return Try::Lost;
+        const Destinations destinations(conversation.Http());
+        cups_dest_t* const destination = destinations.Find(request.printer);
+        if (destination == nullptr)
+            return WasAnswered() ? Try::Refused : Try::Lost;
+        outcome = SendJob(conversation.Http(), *destination, request, job);
+    }
+    if (outcome == Try::Sent)
+        return outcome;
+    Remains remains = Remains::Unknown;
+    const auto end = Clock::now() + CheckPatience;
+    for (int check = 0; check < Tries && remains == Remains::Unknown && Clock::now() < end; ++check) {
+        if (check > 0)
+            std::this_thread::sleep_for(Pause);
+        remains = TakeBack(request, job, end);
+    }
+    if (remains == Remains::Document)
+        return Try::Sent;
+    // While it is not known what is there nothing is sent again: never two copies of one document.
+    return remains == Remains::Unknown ? Try::Refused : outcome;
+}
+
+PrintOutcome Send(const PrintRequest& request)
+{
+    const auto deadline = Clock::now() + request.patience;
+    Try outcome = Try::Lost;
+    for (int tried = 0; tried < Tries && outcome == Try::Lost && Clock::now() < deadline; ++tried) {
+        if (tried > 0)
+            std::this_thread::sleep_for(Pause);
+        outcome = SendOnce(request, deadline);
+    }
+    if (outcome == Try::Sent)
+        return PrintOutcome::Sent;
+    return Clock::now() >= deadline ? PrintOutcome::NotReady : PrintOutcome::PrinterUnreachable;
+}
+
+/// All printers, the default one of the spooler first. Nothing if the conversation broke off.
+std::optional<std::vector<PrinterFacts>> ReadPrinters()
+{
+    const Conversation conversation(Clock::now() + QuestionPatience);
+    if (conversation.Http() == nullptr)
+        return std::vector<PrinterFacts>();
+    std::vector<PrinterFacts> printers;
+    std::string standard;
+    const Destinations destinations(conversation.Http());
+    if (destinations.begin() == destinations.end() && !WasAnswered())
+        return std::nullopt;
+    for (const cups_dest_t& destination : destinations) {
+        if (destination.is_default != 0)
+            standard = destination.name;
+        if (destination.instance == nullptr)
+            printers.push_back(FactsOf(destination));
+    }
+    // Where the user has saved options of a printer, the list does not mark the spooler's own default one.
+    if (const char* named = standard.empty() ? cupsGetDefault2(conversation.Http()) : nullptr)
+        standard = named;
+    std::stable_partition(printers.begin(), printers.end(),
+                          [&](const PrinterFacts& printer) { return printer.name == standard; });
+    return printers;
 }
 
 } // namespace
@@ -193,23 +376,12 @@ CupsPrinters::CupsPrinters(std::function<void()> idle) : idle(std::move(idle))
 
 void CupsPrinters::Read()
 {
-    printers.clear();
-    const Conversation conversation(QuestionPatience, idle);
-    if (conversation.Http() == nullptr)
-        return;
-    std::string standard;
-    for (const cups_dest_t& destination : Destinations(conversation.Http())) {
-        if (destination.is_default != 0)
-            standard = destination.name;
-        if (destination.instance == nullptr)
-            printers.push_back(FactsOf(destination));
-    }
-    // Where the user has saved options of a printer, the list does not mark the spooler's own default one.
-    if (const char* named = standard.empty() ? cupsGetDefault2(conversation.Http()) : nullptr)
-        standard = named;
-    for (const std::string& first : {standard, preferred})
-        std::stable_partition(printers.begin(), printers.end(),
-                              [&](const PrinterFacts& printer) { return printer.name == first; });
+    std::optional<std::vector<PrinterFacts>> found;
+    for (int tried = 0; tried < Tries && !found; ++tried)
+        found = WhileIdling(idle, &ReadPrinters);
+    printers = std::move(found).value_or(std::vector<PrinterFacts>());
+    std::stable_partition(printers.begin(), printers.end(),
+                          [this](const PrinterFacts& printer) { return printer.name == preferred; });
 }
 
 const std::vector<PrinterFacts>& CupsPrinters::Printers()
@@ -250,18 +422,10 @@ void CupsPrinters::Prefer(std::string_view name)
 
 PrintOutcome CupsPrinters::Print(const PrintRequest& request)
 {
-    const Conversation conversation(request.patience, idle);
-    if (conversation.Http() == nullptr)
-        return conversation.IsOver() ? PrintOutcome::NotReady : PrintOutcome::PrinterUnreachable;
-    int job = 0;
-    const Destinations destinations(conversation.Http());
-    cups_dest_t* const destination = destinations.Find(request.printer);
-    if (destination != nullptr && SendJob(conversation, *destination, request, job))
-        return PrintOutcome::Sent;
-    isFresh = false;
-    if (job > 0)
-        CancelJob(request.printer, job);
-    return conversation.IsOver() ? PrintOutcome::NotReady : PrintOutcome::PrinterUnreachable;
+    const PrintOutcome outcome = WhileIdling(idle, [&request] { return Send(request); });
+    if (outcome != PrintOutcome::Sent)
+        isFresh = false;
+    return outcome;
 }
 
 } // namespace quillmere

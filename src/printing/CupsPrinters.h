@@ -20,8 +20,8 @@ struct PrinterFacts {
     bool isAccepting = true; ///< takes new jobs
 };
 
-/// The printers of the print spooler (CUPS), and the way to them. Every call is bounded in time and made by the
-/// caller's thread.
+/// The printers of the print spooler (CUPS), and the way to them. Every call is bounded in time. The talking is done by
+/// a thread of the call's own, while the caller's looks after the windows.
 class CupsPrinters {
 public:
     /// `idle` is called again and again while the spooler lets the program wait.
@@ -42,7 +42,8 @@ public:
 
     /// Sends finished pages as one job, in the order in which they lie in the file; the spooler makes the copies.
     /// Both sides of the paper are used as the printer is set up unless the request says otherwise. A printer that the
-    /// spooler does not know by that name is unreachable. What could not be handed over whole is not printed.
+    /// spooler does not know by that name is unreachable. A conversation that breaks off is tried again from the start;
+    /// what has arrived is never sent twice. What could not be handed over whole is not printed.
     PrintOutcome Print(const PrintRequest& request);
 
 private:

@@ -1,5 +1,6 @@
 // Real jobs to a private spooler: what the user chooses in the print dialog is what arrives, page by page.
 #include "PrivateSpooler.h"
+#include "SpoolerRelay.h"
 #include "printing/CupsPrinters.h"
 #include "support/PreviewRoom.h"
 #include "support/ScriptedDoor.h"
@@ -10,6 +11,7 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
+#include <fmt/format.h>
 #include <memory>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -21,6 +23,7 @@ namespace {
 
 using testing::Enter;
 using testing::PrivateSpooler;
+using testing::SpoolerRelay;
 using Pages = std::vector<std::string>;
 
 /// The scripted door, with the spooler's printers behind it.
@@ -61,6 +64,12 @@ protected:
         before = spooler->Jobs().size();
     }
 
+    static std::string PdfOfOnePage()
+    {
+        Room room;
+        room.Draw(1);
+        return room.printing.engine.Pdf();
+    }
     /// The only job since the test began.
     PrivateSpooler::Job Arrived()
     {
@@ -239,6 +248,41 @@ TEST_F(PrinterTest, AJobWhoseDocumentDoesNotGetThereWholeIsTakenBack)
     const auto job = spooler->AttributesOfJob("Too large for it");
     ASSERT_FALSE(job.empty());
     EXPECT_EQ(job.at("job-state"), "canceled");
+}
+
+/// Whatever goes wrong with whichever request on the way to a busy spooler: the document is there once in the end, and
+/// no job without one stays behind.
+TEST_F(PrinterTest, WhateverIsLostOnTheWayEachDocumentArrivesOnce)
+{
+    for (const auto& [fault, what] : {std::pair(SpoolerRelay::Fault::LateBody, "late body"),
+                                      std::pair(SpoolerRelay::Fault::LostRequest, "lost request"),
+                                      std::pair(SpoolerRelay::Fault::LostAnswer, "lost answer")}) {
+        bool hasStruck = true;
+        for (int request = 1; hasStruck; ++request) {
+            const std::string name = fmt::format("Acme Ltd - {} {}", what, request);
+            SCOPED_TRACE(name);
+            {
+                const SpoolerRelay relay(spooler->Socket(), fault, request);
+                setenv("CUPS_SERVER", relay.Address().c_str(), 1);
+                CupsPrinters printers([] {});
+                EXPECT_EQ(
+                    printers.Print({.printer = "Office", .documentName = name, .pdf = PdfOfOnePage(), .pages = {1}}),
+                    PrintOutcome::Sent);
+                setenv("CUPS_SERVER", spooler->Socket().c_str(), 1);
+                hasStruck = relay.HasStruck();
+            }
+            int arrived = 0;
+            for (const auto& job : spooler->AllJobs()) {
+                if (job.at("job-name") != name)
+                    continue;
+                if (job.at("number-of-documents") == "1" && job.at("job-state") != "canceled")
+                    ++arrived;
+                else
+                    EXPECT_EQ(job.at("job-state"), "canceled");
+            }
+            EXPECT_EQ(arrived, 1);
+        }
+    }
 }
 
 /// A port of this machine at which nobody takes the calls: those that come wait.

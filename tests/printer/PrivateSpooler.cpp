@@ -104,7 +104,7 @@ bool PrivateSpooler::Start()
         std::filesystem::create_directories(folder / part);
     Write(folder / "cupsd.conf",
           fmt::format("Listen {}\nLogLevel warn\nBrowsing Off\nDefaultAuthType None\n"
-                      "WebInterface No\nLimitRequestBody {}\nPreserveJobFiles Yes\nPreserveJobHistory Yes\n"
+                      "WebInterface No\nLimitRequestBody {}\nPreserveJobFiles Yes\nPreserveJobHistory Yes\nMaxJobs 0\n"
                       "DefaultPolicy open\n<Location />\nAllow from all\n</Location>\n"
                       "<Policy open>\nJobPrivateAccess all\nJobPrivateValues none\n<Limit "
                       "All>\nOrder allow,deny\nAllow from all\n</Limit>\n"
@@ -206,39 +206,40 @@ void PrivateSpooler::ForgetOptions() const
     std::filesystem::remove(folder / ".cups" / "lpoptions");
 }
 
-std::map<std::string, std::string> PrivateSpooler::AttributesOfJob(std::string_view name) const
+std::vector<std::map<std::string, std::string>> PrivateSpooler::AllJobs() const
 {
-    constexpr int mostJobs = 1000;
-    for (int number = 1; number < mostJobs; ++number) {
+    std::vector<std::map<std::string, std::string>> jobs;
+    for (int number = 1;; ++number) {
         auto attributes = AttributesOf(number);
         if (!attributes.contains("job-id"))
-            break;
+            return jobs;
+        jobs.push_back(std::move(attributes));
+    }
+}
+
+std::map<std::string, std::string> PrivateSpooler::AttributesOfJob(std::string_view name) const
+{
+    for (auto& attributes : AllJobs())
         if (attributes["job-name"] == name)
             return attributes;
-    }
     return {};
 }
 
 std::vector<PrivateSpooler::Job> PrivateSpooler::Jobs() const
 {
     std::vector<Job> jobs;
-    constexpr int mostWithoutDocument = 3;
-    int without = 0;
-    for (int number = 1; without < mostWithoutDocument; ++number) {
+    for (int number = 1;; ++number) {
+        Job job{.attributes = AttributesOf(number), .pages = {}};
+        if (!job.attributes.contains("job-id"))
+            return jobs;
         const std::filesystem::path document = folder / "spool" / fmt::format("d{:05}-001", number);
-        if (!std::filesystem::exists(document)) {
-            ++without;
+        if (!std::filesystem::exists(document))
             continue;
-        }
-        without = 0;
-        Job job;
-        job.attributes = AttributesOf(number);
         std::istringstream pages(OutputOf(fmt::format("pdftotext {} -", document.string())));
         for (std::string page; std::getline(pages, page, '\f');)
             job.pages.push_back(Trimmed(page));
         jobs.push_back(std::move(job));
     }
-    return jobs;
 }
 
 } // namespace quillmere::testing

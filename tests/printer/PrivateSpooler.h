@@ -38,7 +38,9 @@ public:
 
     /// It refuses larger ones, in bytes.
     static constexpr std::size_t LargestDocument = 4000000;
-    /// What it tells of the job of that name, also of one without a document; empty if it knows none.
+    /// What it tells of each job, also of one without a document, the oldest first.
+    std::vector<std::map<std::string, std::string>> AllJobs() const;
+    /// The same of the first job of that name; empty if it knows none.
     std::map<std::string, std::string> AttributesOfJob(std::string_view name) const;
 
     /// A job as it arrived.
