@@ -8,6 +8,11 @@
 namespace quillmere {
 namespace {
 
+/// No record is longer than the longest texts that the boxes of a screen take, all together.
+constexpr int MostBytesOfRecord = 4'194'304;
+/// The longest text that a box takes, in three bytes a character.
+constexpr int MostBytesOfText = 131'072;
+
 /// How long a statement waits for another program's lock, in milliseconds.
 constexpr int BusyTimeout = 2000;
 
@@ -108,10 +113,20 @@ int Run::Change()
 
 std::string_view Run::Text(int column) const
 {
+    return TextOrNull(column).value_or(std::string_view());
+}
+
+std::optional<std::string_view> Run::TextOrNull(int column) const
+{
     const unsigned char* text = sqlite3_column_text(statement, column);
     if (text == nullptr)
-        return {};
-    return {reinterpret_cast<const char*>(text), static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+        return std::nullopt;
+    const int size = sqlite3_column_bytes(statement, column);
+    if (size > MostBytesOfText)
+        throw StoreError(SQLITE_TOOBIG,
+                         fmt::format("{} has a text that is too long.", sqlite3_column_name(statement, column)),
+                         sqlite3_sql(statement));
+    return std::string_view(reinterpret_cast<const char*>(text), static_cast<std::size_t>(size));
 }
 
 void Run::Fail(int result)
@@ -249,6 +264,9 @@ Database::Connection::Connection(const std::filesystem::path& path, int flags)
         throw StoreError(result, PathText(path) + ": " + words, "");
     }
     sqlite3_busy_timeout(handle, BusyTimeout);
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, MostBytesOfRecord);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);

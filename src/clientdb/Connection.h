@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -38,7 +39,9 @@ public:
     /// Runs a statement that has no rows: the number of records changed.
     int Change();
     std::int64_t Number(int column) const { return sqlite3_column_int64(statement, column); }
+    /// The text of a column, empty for null. Throws StoreError for one that no box could hold.
     std::string_view Text(int column) const;
+    std::optional<std::string_view> TextOrNull(int column) const;
     sqlite3_stmt* Raw() const { return statement; }
 
 private:

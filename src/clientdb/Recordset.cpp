@@ -1,6 +1,7 @@
 #include "clientdb/Recordset.h"
 
 #include "clientdb/Connection.h"
+#include "clientdb/Schema.h"
 
 #include <algorithm>
 #include <fmt/ranges.h>
@@ -34,17 +35,11 @@ public:
     /// Takes `count` columns of the run's row.
     void Take(const Run& run, int first, std::size_t count)
     {
-        sqlite3_stmt* const statement = run.Raw();
         cells.reserve(cells.size() + count);
         for (int column = first; column < first + static_cast<int>(count); ++column) {
-            const unsigned char* const text = sqlite3_column_text(statement, column);
-            if (text == nullptr) {
-                cells.push_back({bytes.size(), Null});
-                continue;
-            }
-            const int size = sqlite3_column_bytes(statement, column);
-            cells.push_back({bytes.size(), size});
-            bytes.append(reinterpret_cast<const char*>(text), static_cast<std::size_t>(size));
+            const std::optional<std::string_view> text = run.TextOrNull(column);
+            cells.push_back({bytes.size(), text ? static_cast<int>(text->size()) : Null});
+            bytes.append(text.value_or(std::string_view()));
         }
     }
 
@@ -122,6 +117,7 @@ Database Database::OpenDatabase(const std::filesystem::path& path, OpenMode mode
             throw StoreError(SQLITE_CANTOPEN, error.message(), "");
         if (size % static_cast<std::uintmax_t>(connection->Pragma("PRAGMA page_size")) != 0)
             throw StoreError(SQLITE_CORRUPT, "its end is missing", "");
+        RequireClientTables(*connection);
         if (mode == OpenMode::ReadWrite) {
             connection->Pragma("PRAGMA journal_mode=DELETE");
             connection->Pragma("PRAGMA synchronous=EXTRA");
@@ -373,8 +369,10 @@ bool Recordset::State::ReadAheadOfList()
         run.Bind(rowids);
         for (; ahead.Bytes() < MostBytesAhead && run.Step(); ++listRead) {
             const std::int64_t read = run.Number(0);
-            while (list[listRead] != read)
+            while (listRead < end && list[listRead] != read)
                 ++listRead;
+            if (listRead == end)
+                FailOutOfOrder();
             aheadRows.push_back({read, listRead});
             ahead.Take(run, 1, rowWidth);
         }
@@ -554,6 +552,8 @@ Recordset Database::OpenRecordset(std::string_view table)
 {
     connection->RequireOpen();
     const TableLayout& layout = connection->reference ? FindReferenceTable(table) : FindTable(table);
+    if (connection->reference)
+        RequireReferenceTable(*connection, layout);
     return Recordset(std::make_unique<Recordset::State>(connection, layout));
 }
 

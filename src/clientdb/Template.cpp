@@ -1,27 +1,13 @@
 #include "clientdb/Template.h"
 
 #include "clientdb/Connection.h"
+#include "clientdb/Schema.h"
 #include "edition/LoanRates.h"
 
 #include <fmt/format.h>
 
 namespace quillmere {
 namespace {
-
-std::string CreateTable(const TableLayout& table)
-{
-    std::string text = "CREATE TABLE " + Quoted(table.name) + "(";
-    for (const Field& field : FieldsOf(table).All())
-        text += Quoted(field.name) + " TEXT,";
-    text.back() = ')';
-    return text;
-}
-
-std::string CreateIndex(const TableLayout& table, const TableIndex& index)
-{
-    return fmt::format("CREATE UNIQUE INDEX [{}_{}] ON [{}]([{}]{})", table.name, index.name, table.name, index.part1,
-                       index.part2.empty() ? "" : fmt::format(",[{}]", index.part2));
-}
 
 void CreateFile(const std::filesystem::path& path, std::span<const TableLayout> tables, std::int32_t applicationId)
 {
@@ -35,9 +21,9 @@ void CreateFile(const std::filesystem::path& path, std::span<const TableLayout> 
     connection.Pragma(fmt::format("PRAGMA application_id={}", applicationId));
     connection.Pragma(fmt::format("PRAGMA user_version={}", LayoutVersion));
     for (const TableLayout& table : tables) {
-        connection.Execute(CreateTable(table));
+        connection.Execute(CreateTableText(table));
         for (const TableIndex& index : table.indexes)
-            connection.Execute(CreateIndex(table, index));
+            connection.Execute(CreateIndexText(table, index));
     }
     connection.Execute("COMMIT");
 }

@@ -135,6 +135,89 @@ TEST_F(Damaged, ADatabaseThatLacksATableIsTold)
     ExpectFailure(folder.path / "other");
 }
 
+/// A client database of which something has been changed by another program.
+class Tampered : public Damaged {
+protected:
+    /// What opening and reading it all ends in; empty if nothing is wrong.
+    std::string WordsAfter(const std::string& change) const
+    {
+        const std::filesystem::path other = folder.path / "other";
+        std::filesystem::copy_file(file, other, std::filesystem::copy_options::overwrite_existing);
+        sqlite3* handle = nullptr;
+        EXPECT_EQ(sqlite3_open(other.c_str(), &handle), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(handle, change.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(handle);
+        sqlite3_close(handle);
+        try {
+            Database database = Database::OpenDatabase(other);
+            for (const TableLayout& table : ClientTables()) {
+                Recordset records = database.OpenRecordset(table.name);
+                if (table.level != TableLevel::Database) {
+                    records.MoveFirstOf("Employer 1");
+                    records.Field("EmployerName");
+                }
+            }
+            ReadAll(database);
+            ListEmployers(database);
+            return {};
+        } catch (const StoreError& failure) {
+            return failure.what();
+        }
+    }
+};
+
+TEST_F(Tampered, TablesThatAreNotAsThisProgramMakesThemAreToldAtTheOpening)
+{
+    const std::string endless = "CREATE VIEW HNotepad AS WITH RECURSIVE n(EmployerName,EmployeeName) AS "
+                                "(SELECT 'a','b' UNION ALL SELECT EmployerName,EmployeeName FROM n) SELECT * FROM n";
+    const std::pair<std::string, std::string> cases[] = {
+        {"ALTER TABLE P11D ADD COLUMN rowid TEXT", "its table P11D has a field rowid that is not of this program"},
+        {"ALTER TABLE ANotepad ADD COLUMN [RowId] TEXT", "its table ANotepad has a field RowId"},
+        {"ALTER TABLE P11D DROP COLUMN NatIns", "its table P11D has no field NatIns"},
+        {"ALTER TABLE P11D RENAME COLUMN NatIns TO [nat ins]", "its table P11D has no field NatIns"},
+        {"DROP TABLE HNotepad", "its table HNotepad is missing"},
+        {"DROP TABLE HNotepad;" + endless, "its table HNotepad is none"},
+        {"DROP INDEX ENotepad_IndKey", "its table ENotepad has no index IndKey"},
+        {"CREATE UNIQUE INDEX one ON P11D(Name,PAYEBox)", "its table P11D has one hung on it"},
+        {"CREATE TRIGGER t AFTER UPDATE ON P11D BEGIN DELETE FROM P11D; END", "its table P11D has t hung on it"},
+        {"DROP TABLE HNotepad2;CREATE TABLE HNotepad2 AS SELECT 1", "its table HNotepad2 has no field Currency1"},
+        {"DROP TABLE SpareTable;CREATE TABLE SpareTable([EmployerName] TEXT,[EmployeeName] TEXT,[Name])",
+         "its table SpareTable is not as this program makes it"},
+    };
+    for (const auto& [change, words] : cases)
+        EXPECT_NE(WordsAfter(change).find(words), std::string::npos) << change << "\n" << WordsAfter(change);
+}
+
+TEST_F(Tampered, TablesOfOthersMayStandBeside)
+{
+    EXPECT_EQ(WordsAfter("CREATE TABLE history(rowid,what);CREATE VIEW others AS SELECT * FROM P11D"), "");
+}
+
+TEST_F(Tampered, TextsThatNoBoxCouldHoldAreToldAndNotRead)
+{
+    for (const int size : {131'073, 5'000'000})
+        for (const std::string field : {"ADescriptionAsset", "EmployerName", "EmployeeName"}) {
+            const auto words = WordsAfter(
+                fmt::format("UPDATE P11D SET {}=replace(zeroblob({}),x'00','x') WHERE rowid=3", field, size));
+            EXPECT_NE(words, "") << field << " " << size;
+        }
+    EXPECT_EQ(WordsAfter("UPDATE P11D SET ADescriptionAsset=replace(zeroblob(131072),x'00','x') WHERE rowid=3"), "");
+}
+
+TEST_F(Damaged, AReferenceTableThatHidesItsRecordNumbersIsTold)
+{
+    for (const char* made : {"CREATE TABLE Figures(Manufacturer TEXT,[RowID] TEXT);INSERT INTO Figures VALUES('A',7)",
+                             "CREATE VIEW Figures AS SELECT 'A' AS Manufacturer"}) {
+        const std::filesystem::path other = folder.path / "other";
+        std::filesystem::remove(other);
+        sqlite3* handle = nullptr;
+        ASSERT_EQ(sqlite3_open(other.c_str(), &handle), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(handle, made, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(handle);
+        Database database = Database::OpenReferenceDatabase(other);
+        EXPECT_THROW(database.OpenRecordset("Figures"), StoreError) << made;
+    }
+}
+
 TEST_F(Damaged, ADatabaseOfAnotherVersionIsTold)
 {
     std::filesystem::copy_file(file, folder.path / "other");
