@@ -51,25 +51,32 @@ bool AddEmployerRecord(Recordset& records, const TableLayout& table, const NewEm
     return true;
 }
 
-/// Takes out of the list the tables in which there is no such record after all, because the batch could not be
-/// committed.
-void KeepStored(Database& database, std::vector<std::string>& made, std::string_view employer,
-                std::string_view employee)
+bool HasRecord(Database& database, std::string_view table, std::string_view employer, std::string_view employee)
+{
+    Recordset records = database.OpenRecordset(table);
+    if (FindTable(table).level == TableLevel::Employer) {
+        records.Index("PrimaryKey");
+        records.Seek(employer);
+    } else {
+        records.Index("IndKey");
+        records.Seek(employer, employee);
+    }
+    return !records.NoMatch();
+}
+
+/// Those of the tables in which there is such a record after all; none of them if the batch could not be committed and
+/// nobody can look.
+std::vector<std::string> Stored(Database& database, const std::vector<std::string>& made, bool isLost,
+                                std::string_view employer, std::string_view employee)
 {
     try {
-        std::erase_if(made, [&](const std::string& table) {
-            Recordset records = database.OpenRecordset(table);
-            if (FindTable(table).level == TableLevel::Employer) {
-                records.Index("PrimaryKey");
-                records.Seek(employer);
-            } else {
-                records.Index("IndKey");
-                records.Seek(employer, employee);
-            }
-            return records.NoMatch();
-        });
+        std::vector<std::string> stored;
+        for (const std::string& table : made)
+            if (HasRecord(database, table, employer, employee))
+                stored.push_back(table);
+        return stored;
     } catch (const StoreError&) {
-        // A store that cannot be read either: the list stays as the writes have reported it.
+        return isLost ? std::vector<std::string>() : made;
     }
 }
 
@@ -160,8 +167,8 @@ void CreateEmployee(Database& database, const NewEmployee& employee)
         table = {};
         batch.Commit();
     } catch (const StoreError& failure) {
-        KeepStored(database, made, employee.employer, name);
-        throw RecordsNotMade(failure, table, std::move(made));
+        const bool isLost = dynamic_cast<const BatchLost*>(&failure) != nullptr;
+        throw RecordsNotMade(failure, table, Stored(database, made, isLost, employee.employer, name));
     }
 }
 

@@ -193,6 +193,23 @@ TEST_F(Employees, ACreationThatCannotBeCommittedNamesNoRecord)
     EXPECT_EQ(Keys("P11D"), Texts{});
 }
 
+TEST_F(Employees, ACreationOnADyingDiskNamesNoRecordThatNobodyCanFind)
+{
+    SetStoreFaultHook([failed = false](std::string_view statement) mutable {
+        failed = failed || statement == "COMMIT";
+        return failed ? 10 : 0;
+    });
+    try {
+        Create("Acme", "Jane", "Smith");
+        FAIL();
+    } catch (const RecordsNotMade& failure) {
+        EXPECT_EQ(failure.Made(), Texts{});
+        EXPECT_EQ(std::string(failure.what()).find("already made"), std::string::npos);
+    }
+    SetStoreFaultHook({});
+    EXPECT_EQ(Keys("P11D"), Texts{});
+}
+
 // ---- lists --------------------------------------------------------------------------------------
 
 TEST_F(Employees, EmployersAreListedAsTheyAreFirstMet)
