@@ -1,6 +1,7 @@
 #include "app/MDIForm1.h"
 
 #include "app/Version.h"
+#include "clientdb/Backup.h"
 #include "clientdb/FolderScreens.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
@@ -163,6 +164,7 @@ bool MDIForm1::Load()
         .SetText(std::to_string(VersionMajor) + "." + std::to_string(VersionMinor) + "." +
                  std::to_string(VersionRevision));
     const std::string& clientFolder = settings.path.at(static_cast<std::size_t>(settings.selectedFolder));
+    RemoveForgottenCopies(clientFolder);
     if (!CreateUserFile(session.resourceFolder, edition::TemplateDatabaseName, clientFolder,
                         edition::ClientDatabaseName))
         session.messages.Tell(edition::AppTitle,
@@ -316,7 +318,8 @@ void MDIForm1::Unload()
             settings.applicationWidth = placement->width;
         }
     }
-    WriteConfiguration(session.settings, session.programFolder);
+    // Where they cannot be written, the settings of this run are lost and nothing else suffers.
+    static_cast<void>(WriteConfiguration(session.settings, session.programFolder));
 }
 
 } // namespace quillmere

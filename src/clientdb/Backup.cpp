@@ -4,7 +4,9 @@
 #include "frame/CheckedFile.h"
 #include "frame/Text.h"
 
+#include <array>
 #include <fmt/format.h>
+#include <fstream>
 #include <memory>
 
 namespace quillmere {
@@ -59,6 +61,17 @@ bool IsWhole(const std::filesystem::path& file)
     }
 }
 
+/// True for a file that begins as a client database does.
+bool BeginsAsClientDatabase(const std::filesystem::path& file)
+{
+    constexpr std::size_t placeOfMark = 68;
+    std::array<char, placeOfMark + 4> head{};
+    std::ifstream in(file, std::ios::binary);
+    in.read(head.data(), head.size());
+    const std::string_view read(head.data(), static_cast<std::size_t>(in.gcount()));
+    return read.size() == head.size() && read.starts_with("SQLite format 3") && read.ends_with("Qmre");
+}
+
 } // namespace
 
 OlderCopyKept::OlderCopyKept(const std::filesystem::path& copy)
@@ -97,6 +110,7 @@ bool IsSameFile(const std::filesystem::path& first, const std::filesystem::path&
 
 bool BackUpDatabase(const std::filesystem::path& database, const std::filesystem::path& copy)
 {
+    RemoveForgottenCopies(copy.parent_path());
     const std::unique_ptr<const Hold> hold = HoldUnlessDamaged(database);
     bool isWhole = false;
     CopyFileChecked(database, copy, [&](const std::filesystem::path& complete) {
@@ -109,6 +123,16 @@ bool BackUpDatabase(const std::filesystem::path& database, const std::filesystem
         std::filesystem::remove(std::filesystem::path(copy) += "-journal", thereIsNone);
     });
     return isWhole;
+}
+
+void RemoveForgottenCopies(const std::filesystem::path& folder)
+{
+    for (const std::filesystem::path& leftOver : ForgottenTemporaries(folder)) {
+        std::error_code gone;
+        const bool isFile = std::filesystem::is_regular_file(std::filesystem::symlink_status(leftOver, gone));
+        if (isFile && BeginsAsClientDatabase(leftOver))
+            std::filesystem::remove(leftOver, gone);
+    }
 }
 
 } // namespace quillmere

@@ -30,4 +30,7 @@ public:
 /// stays as it was. False if what was copied is damaged. Throws OlderCopyKept, StoreError and FileError.
 [[nodiscard]] bool BackUpDatabase(const std::filesystem::path& database, const std::filesystem::path& copy);
 
+/// Removes the copies of client databases that a killed backup has left half made in a folder.
+void RemoveForgottenCopies(const std::filesystem::path& folder);
+
 } // namespace quillmere

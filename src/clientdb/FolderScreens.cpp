@@ -76,7 +76,9 @@ void frmFolderManager::Accept()
         session.settings.path[Slot(slot)] = box("txtPath", slot).Text();
     }
     RebuildFolderMenu(session);
-    WriteConfiguration(session.settings, session.programFolder);
+    if (!WriteConfiguration(session.settings, session.programFolder))
+        session.messages.Tell(edition::AppTitle,
+                              "The client folders could not be saved. They hold until the program ends.");
     session.screens.Unload(Name());
 }
 

@@ -75,6 +75,30 @@ std::filesystem::path BehindLinks(const std::filesystem::path& file)
 
 constexpr std::string_view TemporaryEnding = ".tmp";
 
+/// The stem, a process's number, "-", the number of its attempt, the ending.
+bool IsTemporaryName(std::string_view name, std::string_view stem)
+{
+    if (!name.starts_with(stem) || !name.ends_with(TemporaryEnding) ||
+        name.size() < stem.size() + TemporaryEnding.size())
+        return false;
+    name.remove_prefix(stem.size());
+    name.remove_suffix(TemporaryEnding.size());
+    const auto dash = name.find('-');
+    const auto isNumber = [](std::string_view text) {
+        return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+    };
+    return dash != std::string_view::npos && isNumber(name.substr(0, dash)) && isNumber(name.substr(dash + 1));
+}
+
+/// The part of a temporary file's name before the process's number, with its dot.
+std::string_view StemOf(std::string_view temporaryName)
+{
+    if (temporaryName.size() < TemporaryEnding.size())
+        return {};
+    const std::string_view name = temporaryName.substr(0, temporaryName.size() - TemporaryEnding.size());
+    return name.substr(0, name.rfind('.') + 1);
+}
+
 /// The new content of a file, which takes the file's place when it is complete and vanishes when it is not.
 class Replacement {
 public:
@@ -86,7 +110,8 @@ public:
         for (int attempt = 1; !descriptor.IsOpen(); ++attempt) {
             temporary = target;
             temporary += fmt::format(".{}-{}{}", ::getpid(), attempt, TemporaryEnding);
-            descriptor = Descriptor(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+            descriptor =
+                Descriptor(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
             if (!descriptor.IsOpen() && errno != EEXIST && errno != EINTR)
                 throw FileError(target, errno);
         }
@@ -139,39 +164,15 @@ private:
         return found.st_mode & 0777U;
     }
 
-    /// Removes what killed processes have left of their attempts to write this file: temporary files that nobody has
-    /// written to for so long that nobody can still be at it.
+    /// Removes what killed processes have left of their attempts to write this file.
     void RemoveLeftOvers() const
     {
-        constexpr std::chrono::hours Forgotten(1);
         const std::string stem = target.filename().string() + ".";
-        const auto now = std::filesystem::file_time_type::clock::now();
-        std::error_code ignored;
-        std::filesystem::directory_iterator entry(FolderOfTarget(), ignored);
-        for (; !ignored && entry != std::filesystem::directory_iterator(); entry.increment(ignored)) {
-            const std::string name = entry->path().filename().string();
-            if (!IsTemporaryName(name, stem))
-                continue;
-            std::error_code gone;
-            const auto written = entry->last_write_time(gone);
-            if (!gone && now - written > Forgotten)
-                std::filesystem::remove(entry->path(), gone);
-        }
-    }
-
-    /// The stem, a process's number, "-", the number of its attempt, the ending.
-    static bool IsTemporaryName(std::string_view name, std::string_view stem)
-    {
-        if (!name.starts_with(stem) || !name.ends_with(TemporaryEnding) ||
-            name.size() < stem.size() + TemporaryEnding.size())
-            return false;
-        name.remove_prefix(stem.size());
-        name.remove_suffix(TemporaryEnding.size());
-        const auto dash = name.find('-');
-        const auto isNumber = [](std::string_view text) {
-            return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-        };
-        return dash != std::string_view::npos && isNumber(name.substr(0, dash)) && isNumber(name.substr(dash + 1));
+        for (const std::filesystem::path& leftOver : ForgottenTemporaries(FolderOfTarget()))
+            if (IsTemporaryName(leftOver.filename().string(), stem)) {
+                std::error_code gone;
+                std::filesystem::remove(leftOver, gone);
+            }
     }
 
     std::filesystem::path FolderOfTarget() const
@@ -200,6 +201,27 @@ constexpr std::size_t PieceSize = 262'144;
 FileError::FileError(const std::filesystem::path& file, int errorNumber)
     : Failure(errorNumber, fmt::format("{}: {}", file.string(), std::generic_category().message(errorNumber)))
 {
+}
+
+std::vector<std::filesystem::path> ForgottenTemporaries(const std::filesystem::path& folder)
+{
+    // Nobody can still be at a file to which nobody has written for so long.
+    constexpr std::chrono::hours Forgotten(1);
+    const auto now = std::filesystem::file_time_type::clock::now();
+    std::vector<std::filesystem::path> found;
+    std::error_code ignored;
+    std::filesystem::directory_iterator entry(folder, ignored);
+    for (; !ignored && entry != std::filesystem::directory_iterator(); entry.increment(ignored)) {
+        const std::string name = entry->path().filename().string();
+        const std::string_view stem = StemOf(name);
+        if (stem.empty() || !IsTemporaryName(name, stem))
+            continue;
+        std::error_code gone;
+        const auto written = entry->last_write_time(gone);
+        if (!gone && now - written > Forgotten)
+            found.push_back(entry->path());
+    }
+    return found;
 }
 
 void WriteFileChecked(const std::filesystem::path& file, std::string_view content)

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillmere {
 
@@ -16,7 +17,7 @@ public:
 };
 
 /// Writes a whole file: a temporary file beside it, flushed and synced, then renamed over the old one, so that the old
-/// content stays whole if anything fails. Throws FileError.
+/// content stays whole if anything fails. One that is made anew is its owner's alone. Throws FileError.
 void WriteFileChecked(const std::filesystem::path& file, std::string_view content);
 
 /// Looks at a file that is complete but has not taken its place yet; what it throws leaves the old one as it was.
@@ -25,6 +26,9 @@ using FileCheck = std::function<void(const std::filesystem::path& complete)>;
 /// Copies a file byte for byte in the same way, read in pieces. Throws FileError, and what the check throws.
 void CopyFileChecked(const std::filesystem::path& source, const std::filesystem::path& target,
                      const FileCheck& check = {});
+
+/// What killed processes have left in a folder of files that they were about to write in this way, an hour ago or more.
+std::vector<std::filesystem::path> ForgottenTemporaries(const std::filesystem::path& folder);
 
 /// The whole content of a file. Throws FileError.
 std::string ReadFile(const std::filesystem::path& file);

@@ -304,6 +304,17 @@ std::string OnOneLine(std::string text)
     return text;
 }
 
+/// A path with a line end in it, as the program folder's may have, would lead elsewhere without. Its slot is left
+/// empty: an empty first one is the program's folder at the next start.
+void ForgetFoldersNoLineHolds(Settings& settings)
+{
+    for (std::size_t slot = 0; slot < settings.path.size(); ++slot)
+        if (OnOneLine(settings.path[slot]) != settings.path[slot]) {
+            settings.folder[slot].clear();
+            settings.path[slot].clear();
+        }
+}
+
 /// The text of a value as the file has it.
 std::string ValueText(Settings& settings, const Row& row)
 {
@@ -517,16 +528,18 @@ void ReadConfiguration(Settings& settings, const SettingsSurroundings& surroundi
     MakeConsistent(settings, surroundings, isFirstStart);
 }
 
-void WriteConfiguration(const Settings& settings, const std::filesystem::path& programFolder)
+bool WriteConfiguration(const Settings& settings, const std::filesystem::path& programFolder)
 {
     Settings record = settings;
+    ForgetFoldersNoLineHolds(record);
     std::string content;
     for (const Row& row : Rows)
         content += fmt::format("{}={}\n", row.key, ValueText(record, row));
     try {
         WriteFileChecked(programFolder / SettingsFileName, content);
+        return true;
     } catch (const FileError&) {
-        // The settings of this run are lost and nothing else suffers: closing the program must not fail over them.
+        return false;
     }
 }
 

@@ -88,8 +88,8 @@ Settings SetDefaultConfiguration(const SettingsSurroundings& surroundings);
 void ReadConfiguration(Settings& settings, const SettingsSurroundings& surroundings);
 
 /// Writes every key in order to the program folder's file; a number outside its kind's range is held at the bound, so
-/// that the file can always be read back. A file that cannot be written is left as it was, silently.
-void WriteConfiguration(const Settings& settings, const std::filesystem::path& programFolder);
+/// that the file can always be read back. False for a file that cannot be written, which is left as it was.
+bool WriteConfiguration(const Settings& settings, const std::filesystem::path& programFolder);
 
 /// Path and display name of the folder selected in last year's settings file, found in `priorProgramFolder`; with no
 /// selection in the file that of the first. Empty if there is no such file or entry.

@@ -7,7 +7,9 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
 #include <csignal>
+#include <set>
 #include <string>
 #include <sys/inotify.h>
 #include <sys/resource.h>
@@ -228,6 +230,35 @@ TEST_F(Backup, OfTheFileItselfIsRecognised)
     std::filesystem::create_symlink(file, folder.path / "link");
     EXPECT_TRUE(IsSameFile(file, folder.path / "link"));
     EXPECT_FALSE(IsSameFile(file, copy));
+}
+
+TEST_F(Backup, CopiesThatAKillHasLeftHalfMadeAreForgottenAndNothingElse)
+{
+    const std::string database = Content(file);
+    const auto leave = [&](const std::string& name, const std::string& content, int hours) {
+        Store(folder.path / name, content);
+        std::filesystem::last_write_time(folder.path / name,
+                                         std::filesystem::file_time_type::clock::now() - std::chrono::hours(hours));
+    };
+    leave("clients-2011-06-29.mdb.17-1.tmp", database, 2);
+    leave("other.bak.17-2.tmp", database.substr(0, 5000), 2);
+    leave("clients-2011-06-30.mdb.17-1.tmp", database, 0);
+    leave("clients.mdb.x.tmp", database, 2);
+    leave("clients.17-1.tmp.mdb", database, 2);
+    leave("letter.mdb.17-1.tmp", "Dear Sirs, " + std::string(200, 'x'), 2);
+    leave("short.mdb.17-1.tmp", database.substr(0, 60), 2);
+    const std::set<std::string> kept = {"clients",
+                                        "clients-2011-06-30.mdb.17-1.tmp",
+                                        "clients.mdb.x.tmp",
+                                        "clients.17-1.tmp.mdb",
+                                        "letter.mdb.17-1.tmp",
+                                        "short.mdb.17-1.tmp"};
+    RemoveForgottenCopies(folder.path);
+    EXPECT_EQ(NamesIn(folder.path), kept);
+    RemoveForgottenCopies(folder.path / "missing");
+    leave("again.mdb.17-1.tmp", database, 2);
+    EXPECT_TRUE(BackUpDatabase(file, copy));
+    EXPECT_FALSE(std::filesystem::exists(folder.path / "again.mdb.17-1.tmp"));
 }
 
 } // namespace

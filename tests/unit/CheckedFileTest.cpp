@@ -100,6 +100,15 @@ TEST(CheckedFile, ACopyOfAReadOnlyFileCanBeWritten)
     EXPECT_NE(made.st_mode & 0200U, 0U);
 }
 
+TEST(CheckedFile, ANewFileIsItsOwnersAlone)
+{
+    const TemporaryFolder folder;
+    WriteFileChecked(folder / "a", "new");
+    CopyFileChecked(folder / "a", folder / "b");
+    for (const char* name : {"a", "b"})
+        EXPECT_EQ(std::filesystem::status(folder / name).permissions(), std::filesystem::perms(0600)) << name;
+}
+
 TEST(CheckedFile, AReplacedFileKeepsItsPermissions)
 {
     const TemporaryFolder folder;

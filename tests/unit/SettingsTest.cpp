@@ -536,9 +536,9 @@ TEST_F(SettingsTest, AFileThatCannotBeWrittenIsLeftAsItWasWithoutAWord)
 {
     const Settings settings = Read("REPORT COMPILER=Old\n");
     std::filesystem::permissions(File(), std::filesystem::perms(0444));
-    EXPECT_NO_THROW(WriteConfiguration(settings, surroundings.programFolder));
+    EXPECT_FALSE(WriteConfiguration(settings, surroundings.programFolder));
     EXPECT_EQ(Content(File()), "REPORT COMPILER=Old\n");
-    EXPECT_NO_THROW(WriteConfiguration(settings, root / "missing"));
+    EXPECT_FALSE(WriteConfiguration(settings, root / "missing"));
     EXPECT_FALSE(std::filesystem::exists(root / "missing"));
 }
 
@@ -573,6 +573,23 @@ TEST_F(SettingsTest, ALineEndInATextIsNotWritten)
     EXPECT_NE(written.find("\nFOLDER 2=xPATH 1=/other\n"), std::string::npos);
     EXPECT_EQ(written.find('\r'), std::string::npos);
     EXPECT_EQ(Read().path[1], surroundings.programFolder.string());
+}
+
+TEST_F(SettingsTest, AProgramFolderWithALineEndInItsNameIsFoundAgain)
+{
+    surroundings.programFolder = root / "Q\n1111";
+    std::filesystem::create_directory(surroundings.programFolder);
+    Settings settings;
+    ReadConfiguration(settings, surroundings);
+    ASSERT_EQ(settings.path[1], surroundings.programFolder.string());
+    settings.folder[2] = "Second";
+    settings.path[2] = "/second";
+    for (int start = 1; start <= 2; ++start) {
+        EXPECT_TRUE(WriteConfiguration(settings, surroundings.programFolder));
+        ReadConfiguration(settings, surroundings);
+        EXPECT_EQ(settings.path[1], surroundings.programFolder.string());
+        EXPECT_EQ(settings.path[2], "/second");
+    }
 }
 
 TEST_F(SettingsTest, LastYearsFolderBelowTheTopIsNotLookedForWhereTheProcessWorks)
