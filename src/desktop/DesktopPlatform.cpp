@@ -116,6 +116,12 @@ PrintOutcome DesktopPlatform::Print(const PrintRequest& request)
     return printers.Print(request);
 }
 
+QUrl AddressOf(const std::filesystem::path& file)
+{
+    const QByteArray name = QByteArray::fromStdString(std::filesystem::absolute(file).string());
+    return QUrl::fromEncoded("file://" + name.toPercentEncoding("/"));
+}
+
 int DesktopPlatform::OpenWithDesktop(const std::filesystem::path& file)
 {
     std::error_code failure;
@@ -126,7 +132,7 @@ int DesktopPlatform::OpenWithDesktop(const std::filesystem::path& file)
         return InvalidPath;
     if (!exists)
         return FileNotFound;
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(look::Text(file.string()))) ? Opened : UnknownProgram;
+    return QDesktopServices::openUrl(AddressOf(file)) ? Opened : UnknownProgram;
 }
 
 Day DesktopPlatform::Today()

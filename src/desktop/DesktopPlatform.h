@@ -3,6 +3,10 @@
 #include "frame/Platform.h"
 #include "printing/CupsPrinters.h"
 
+#include <QUrl>
+
+#include <filesystem>
+
 namespace quillmere {
 
 class DesktopHost;
@@ -31,5 +35,8 @@ private:
     bool busy = false;
     CupsPrinters printers;
 };
+
+/// Where a viewer finds a file, byte for byte, even one whose name is no text.
+QUrl AddressOf(const std::filesystem::path& file);
 
 } // namespace quillmere

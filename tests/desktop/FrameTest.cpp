@@ -126,6 +126,13 @@ TEST(DesktopViewer, SaysWhyAFileCannotBeOpened)
     EXPECT_EQ(platform.OpenWithDesktop(folder.path / "a" / std::string("b\0c", 3)), 2);
 }
 
+TEST(DesktopViewer, IsGivenAFilesNameByteForByte)
+{
+    EXPECT_EQ(AddressOf("/a b/100%.pdf").toEncoded(), "file:///a%20b/100%25.pdf");
+    EXPECT_EQ(AddressOf("/M\xC3\xBCller?#.pdf").toEncoded(), "file:///M%C3%BCller%3F%23.pdf");
+    EXPECT_EQ(AddressOf("/M\xFCller/\xE9.pdf").toEncoded(), "file:///M%FCller/%E9.pdf");
+}
+
 // ---- where the files are --------------------------------------------------------------------------
 
 TEST(ProgramFolder, IsTheExecutablesOwnWhereThatCanBeWritten)
