@@ -1,11 +1,18 @@
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 /// How what is expected is held against what is found.
 namespace quillmere::scenario {
+
+/// A step that did not hold or could not be done. The text says what was expected and what was found.
+class StepFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 /// What `{program}`, `{root}` and `{client}` stand for, without a separator at the end.
 struct Places {

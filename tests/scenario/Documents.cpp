@@ -2,6 +2,13 @@
 
 namespace quillmere::scenario {
 
+const Document& DocumentWitness::Last() const
+{
+    if (last == nullptr)
+        throw StepFailure("nothing has been printed");
+    return *last;
+}
+
 std::vector<DrawnText> TextsOf(const Document& document, int page)
 {
     std::vector<DrawnText> texts;

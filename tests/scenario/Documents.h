@@ -18,8 +18,13 @@ public:
         last = std::move(document);
     }
 
+    /// The last document. Throws StepFailure before the first.
+    const Document& Last() const;
+
+    std::vector<std::string> namesSince; ///< since the scenario last asked for them
+
+private:
     std::shared_ptr<const Document> last; ///< null before the first
-    std::vector<std::string> namesSince;  ///< since the scenario last asked for them
 };
 
 /// The texts of a page, counted from 1, each with the left end of the line on which it stands, in millimetres.

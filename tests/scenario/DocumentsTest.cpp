@@ -38,13 +38,13 @@ TEST(Documents, GiveTheTextsOfOnePageByTheirLeftEnds)
 TEST(Documents, AreWitnessedInOrder)
 {
     DocumentWitness witness;
-    EXPECT_EQ(witness.last, nullptr);
+    EXPECT_THROW(static_cast<void>(witness.Last()), StepFailure);
     const auto first = std::make_shared<Document>();
     first->name = "first";
     witness.Finished(first);
     witness.Finished(TwoPages());
     EXPECT_EQ(witness.namesSince, (std::vector<std::string>{"first", "P11D"}));
-    EXPECT_EQ(witness.last->PageCount(), 2);
+    EXPECT_EQ(witness.Last().PageCount(), 2);
 }
 
 } // namespace

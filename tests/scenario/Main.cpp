@@ -22,8 +22,10 @@ namespace {
 
 using namespace quillmere::scenario;
 
-constexpr auto Usage = "scenario_player [--steps] [--pictures DIR] FILE...\n"
-                       "Plays scenarios against the windows of the program. A folder stands for all scenarios in it.\n";
+constexpr auto Usage =
+    "scenario_player [--steps] [--pictures DIR] FILE...\n"
+    "Plays scenarios against the windows of the program. A folder stands for all scenarios in it, a manual\n"
+    "(*.md) for its examples.\n";
 
 /// A file that plays longer than this hangs.
 constexpr unsigned SecondsForOneFile = 120;
@@ -90,15 +92,19 @@ std::optional<std::string> ReadWhole(const std::string& file)
     return text;
 }
 
-bool PlayFile(const std::string& file, const Player::Folders& folders)
+bool PlayFile(const std::string& file, const Folders& folders, bool tellSteps)
 {
     const std::optional<std::string> text = ReadWhole(file);
     if (!text) {
         fmt::print("{}: cannot be read\n", file);
         return false;
     }
+    const bool isManual = std::filesystem::path(file).extension() == ".md";
     try {
-        return Player(file, folders).Play(*text);
+        bool passed = true;
+        for (const std::string& scenario : isManual ? ExamplesOf(*text) : std::vector{*text})
+            passed = Player(file, folders, tellSteps).Play(scenario) && passed;
+        return passed;
     } catch (const std::exception& error) {
         fmt::print("{}: {}\n", file, error.what());
         return false;
@@ -142,10 +148,11 @@ void TellToolkitMessage(QtMsgType, const QMessageLogContext&, const QString& tex
         DoNotWaitForLocks();
         for (std::size_t place = first; place < arguments.files.size(); ++place) {
             ::alarm(SecondsForOneFile);
-            const bool passed = PlayFile(arguments.files[place], {.resources = QUILLMERE_RESOURCES,
-                                                                  .root = folder / std::to_string(place + 1),
-                                                                  .pictures = arguments.pictures,
-                                                                  .tellSteps = arguments.tellSteps});
+            const bool passed = PlayFile(arguments.files[place],
+                                         {.resources = QUILLMERE_RESOURCES,
+                                          .root = folder / std::to_string(place + 1),
+                                          .pictures = arguments.pictures},
+                                         arguments.tellSteps);
             fmt::print("{} {}\n", passed ? "ok" : "FAILED", arguments.files[place]);
             std::fflush(stdout);
             const char result = passed ? 1 : 0;

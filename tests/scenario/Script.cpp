@@ -137,23 +137,23 @@ private:
     std::size_t at = 0;
 };
 
-const Grammar* FindGrammar(std::string_view step)
+const StepRow* FindRow(std::string_view step)
 {
     const auto steps = Steps();
-    const auto found = std::ranges::find(steps, step, &Grammar::step);
+    const auto found = std::ranges::find(steps, step, &StepRow::step);
     return found == steps.end() ? nullptr : &*found;
 }
 
-std::string ChoicesOf(const Grammar& grammar)
+std::string ChoicesOf(const StepRow& row)
 {
     std::string text;
-    for (const std::string_view choice : grammar.choices)
+    for (const std::string_view choice : row.choices)
         text.append(text.empty() ? "" : ", ").append(choice);
     return text;
 }
 
 /// What is wrong with one word of a step; empty if nothing is.
-std::string WrongWord(const Grammar& grammar, Argument argument, const Word& word)
+std::string WrongWord(const StepRow& row, Argument argument, const Word& word)
 {
     if (word.isAssignment && argument != Argument::Assignment)
         return word.column + "=" + word.text + " must stand in quotes as a whole";
@@ -175,9 +175,9 @@ std::string WrongWord(const Grammar& grammar, Argument argument, const Word& wor
     case Argument::Date:
         return IsDate(word.text) ? "" : "\"" + word.text + "\" is no date of the form yyyy-mm-dd";
     case Argument::Choice:
-        return !word.quoted && std::ranges::find(grammar.choices, word.text) != grammar.choices.end()
+        return !word.quoted && std::ranges::find(row.choices, word.text) != row.choices.end()
                    ? ""
-                   : "unknown word \"" + word.text + "\", it must be one of: " + ChoicesOf(grammar);
+                   : "unknown word \"" + word.text + "\", it must be one of: " + ChoicesOf(row);
     case Argument::Assignment:
         if (!word.isAssignment || word.column.empty())
             return "\"" + word.text + "\" must be of the form COLUMN=\"TEXT\"";
@@ -187,34 +187,32 @@ std::string WrongWord(const Grammar& grammar, Argument argument, const Word& wor
 }
 
 /// What is wrong with the words of a step; empty if nothing is.
-std::string WrongWords(const Grammar& grammar, const std::vector<Word>& words)
+std::string WrongWords(const StepRow& row, const std::vector<Word>& words)
 {
-    const std::size_t most = grammar.arguments.size();
-    const std::size_t least = most - grammar.optional;
+    const std::size_t most = row.arguments.size();
+    const std::size_t least = most - row.optional;
     if (words.size() < least)
-        return std::string(grammar.step) + " takes " + (grammar.optional > 0 || grammar.repeats ? "at least " : "") +
+        return std::string(row.step) + " takes " + (row.optional > 0 || row.repeats ? "at least " : "") +
                std::to_string(least) + " words, found " + std::to_string(words.size());
-    if (words.size() > most && !grammar.repeats)
-        return std::string(grammar.step) + " takes " + (grammar.optional > 0 ? "at most " : "") + std::to_string(most) +
+    if (words.size() > most && !row.repeats)
+        return std::string(row.step) + " takes " + (row.optional > 0 ? "at most " : "") + std::to_string(most) +
                " words, found " + std::to_string(words.size());
     for (std::size_t place = 0; place < words.size(); ++place)
-        if (std::string wrong = WrongWord(grammar, grammar.arguments[std::min(place, most - 1)], words[place]);
-            !wrong.empty())
+        if (std::string wrong = WrongWord(row, row.arguments[std::min(place, most - 1)], words[place]); !wrong.empty())
             return wrong;
     // An answer is a path in quotes or one of the words.
-    if (grammar.step == "answer" && !words[0].quoted &&
-        std::ranges::find(grammar.choices, words[0].text) == grammar.choices.end())
-        return "unknown answer \"" + words[0].text + "\", it must be a path in quotes or one of: " + ChoicesOf(grammar);
+    if (row.step == "answer" && !words[0].quoted && std::ranges::find(row.choices, words[0].text) == row.choices.end())
+        return "unknown answer \"" + words[0].text + "\", it must be a path in quotes or one of: " + ChoicesOf(row);
     return {};
 }
 
 /// `COLUMN=null` has no quote that would tell it from any other word: it is taken apart where a column is due.
-void SplitNulls(const Grammar& grammar, std::vector<Word>& words)
+void SplitNulls(const StepRow& row, std::vector<Word>& words)
 {
     constexpr std::string_view Null = "=null";
-    for (std::size_t place = 0; place < words.size() && !grammar.arguments.empty(); ++place) {
+    for (std::size_t place = 0; place < words.size() && !row.arguments.empty(); ++place) {
         Word& word = words[place];
-        if (grammar.arguments[std::min(place, grammar.arguments.size() - 1)] != Argument::Assignment || word.quoted ||
+        if (row.arguments[std::min(place, row.arguments.size() - 1)] != Argument::Assignment || word.quoted ||
             word.isAssignment || !word.text.ends_with(Null))
             continue;
         word.column = word.text.substr(0, word.text.size() - Null.size());
@@ -239,92 +237,6 @@ std::vector<std::string_view> LinesOf(std::string_view text)
 }
 
 } // namespace
-
-std::span<const Grammar> Steps()
-{
-    using enum Argument;
-    static const std::vector<Grammar> steps = {
-        // Setting up
-        {"today", {Date}},
-        {.step = "given-file", .arguments = {Name}, .block = true},
-        {"given-employee", {Text, Text, Text, Text}},
-        {"given-last-year-employee", {Text, Text, Text, Text}},
-        {"given-field", {Name, Text, Text, Name, Value}},
-        {"given-last-year-field", {Name, Text, Text, Name, Value}},
-        {.step = "given-row", .arguments = {Name, Assignment}, .repeats = true},
-        {"remove-record", {Name, Text, Text}},
-        {"remove-last-year-record", {Name, Text, Text}},
-        {.step = "given-printers", .arguments = {Text}, .optional = 1, .repeats = true},
-        {"remove-file", {Name}},
-        {"lock-file", {Name}},
-        {"unlock-file", {Name}},
-        {"read-only", {Name}},
-        // The program
-        {"start", {}},
-        {"quit", {}},
-        {"restart", {}},
-        {"kill", {}},
-        {"start-second", {}},
-        // The user
-        {"menu", {Control}},
-        {"click", {Control}},
-        {.step = "doubleclick", .arguments = {Control, Text}, .optional = 1},
-        {"type", {Control, Text}},
-        {"enter", {Control, Text}},
-        {"leave", {}},
-        {"tick", {Control}},
-        {"untick", {Control}},
-        {"paste", {Control, Text}},
-        {"choose", {Control, Text}},
-        {"window", {Name, Choice}, {"minimised", "maximised", "normal"}},
-        {.step = "open-screen", .arguments = {Name, Number}, .optional = 1},
-        {.step = "key", .arguments = {Name}, .repeats = true},
-        {"answer", {Text}, {"yes", "no", "ok", "cancel"}},
-        {"wait-idle", {}},
-        // Expecting
-        {"expect", {Control, Text}},
-        {"expect-trimmed", {Control, Text}},
-        {.step = "expect-state",
-         .arguments = {Control, Choice},
-         .choices = {"enabled", "disabled", "readonly", "writable", "ticked", "unticked", "visible", "hidden"},
-         .repeats = true},
-        {"expect-message", {Text, Text}},
-        {"expect-message-like", {Text, Text}},
-        {"expect-no-message", {}},
-        {"expect-beep", {}},
-        {"expect-no-beep", {}},
-        {"expect-open", {Name}},
-        {"expect-closed", {Name}},
-        {"expect-focus", {Control}},
-        {"expect-caption", {Name, Text}},
-        {.step = "expect-list", .arguments = {Control, Text}, .optional = 1, .repeats = true},
-        {"expect-field", {Name, Text, Text, Name, Value}},
-        {"expect-last-year-field", {Name, Text, Text, Name, Value}},
-        {"expect-record", {Name, Text, Text, Choice}, {"exists", "absent"}},
-        {"expect-count", {Name, Number}},
-        {"expect-file", {Name, Choice}, {"exists", "absent"}},
-        {"expect-line", {Name, Text}},
-        {"expect-line-not", {Name, Text}},
-        {.step = "expect-lines", .arguments = {Name}, .block = true},
-        {"expect-tip", {Control, Text}},
-        {"expect-colour", {Control, Choice}, {"yellow", "plain"}},
-        {"expect-pages", {Number}},
-        {"expect-page", {Number, Text}},
-        {"expect-page-not", {Number, Text}},
-        {"expect-job", {Text}},
-        {.step = "expect-jobs", .arguments = {Text}, .optional = 1, .repeats = true},
-        {"expect-printed", {Number, Text}},
-        {"expect-opened-file", {Name}},
-        // Showing
-        {"show", {Control}},
-        {"show-field", {Name, Text, Text, Name}},
-        {"show-document", {}},
-        {"picture", {Name, Name}},
-        {"save-pdf", {Name}},
-        {"note", {Text}},
-    };
-    return steps;
-}
 
 std::vector<Word> ParseWords(std::string_view line)
 {
@@ -371,14 +283,14 @@ Script ParseScript(std::string_view text)
         }
         if (step.words.empty())
             continue;
-        step.name = step.words[0].text;
-        const Grammar* grammar = step.words[0].quoted ? nullptr : FindGrammar(step.name);
+        const Word name = step.words[0];
         step.words.erase(step.words.begin());
-        if (grammar == nullptr) {
-            script.errors.push_back({step.line, "unknown step \"" + step.name + "\""});
+        step.row = name.quoted ? nullptr : FindRow(name.text);
+        if (step.row == nullptr) {
+            script.errors.push_back({step.line, "unknown step \"" + name.text + "\""});
             continue;
         }
-        if (grammar->block) {
+        if (step.row->block) {
             bool ended = false;
             while (!ended && ++at < lines.size()) {
                 ended = WithoutOuterBlanks(lines[at]) == "end";
@@ -386,17 +298,35 @@ Script ParseScript(std::string_view text)
                     step.lines.emplace_back(lines[at]);
             }
             if (!ended) {
-                script.errors.push_back({step.line, step.name + " has no end"});
+                script.errors.push_back({step.line, name.text + " has no end"});
                 continue;
             }
         }
-        SplitNulls(*grammar, step.words);
-        if (std::string wrong = WrongWords(*grammar, step.words); !wrong.empty())
+        SplitNulls(*step.row, step.words);
+        if (std::string wrong = WrongWords(*step.row, step.words); !wrong.empty())
             script.errors.push_back({step.line, std::move(wrong)});
         else
             script.steps.push_back(std::move(step));
     }
     return script;
+}
+
+std::vector<std::string> ExamplesOf(std::string_view manual)
+{
+    std::vector<std::string> examples;
+    bool inside = false;
+    std::size_t number = 0;
+    for (const std::string_view line : LinesOf(manual)) {
+        ++number;
+        if (line.starts_with("```")) {
+            inside = line == "```scenario";
+            if (inside)
+                examples.emplace_back(number, '\n');
+        } else if (inside) {
+            examples.back().append(line).append("\n");
+        }
+    }
+    return examples;
 }
 
 } // namespace quillmere::scenario

@@ -178,7 +178,7 @@ TEST(Scripts, TellEveryErrorAndKeepTheOtherSteps)
     const Script script = ParseScript("strat\nstart\nquit now\n");
     EXPECT_EQ(script.errors.size(), 2U);
     ASSERT_EQ(script.steps.size(), 1U);
-    EXPECT_EQ(script.steps[0].name, "start");
+    EXPECT_EQ(script.steps[0].row->step, "start");
 }
 
 TEST(Scripts, AcceptEveryFormOfAStep)
@@ -221,8 +221,8 @@ end
 TEST(Scripts, HaveEachStepOnce)
 {
     std::set<std::string_view> names;
-    for (const Grammar& grammar : Steps())
-        EXPECT_TRUE(names.insert(grammar.step).second) << grammar.step;
+    for (const StepRow& row : Steps())
+        EXPECT_TRUE(names.insert(row.step).second) << row.step;
 }
 
 } // namespace

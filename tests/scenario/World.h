@@ -13,12 +13,6 @@
 
 namespace quillmere::scenario {
 
-/// A step that did not hold or could not be done. The text says what was expected and what was found.
-class StepFailure : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
 /// Which database a step speaks of.
 enum class Store { ThisYear, LastYear, Reference };
 

@@ -1,0 +1,76 @@
+#include "Stage.h"
+#include "StepFamilies.h"
+#include "desktop/DesktopHost.h"
+#include "printing/PdfWriter.h"
+
+#include <QPixmap>
+#include <QWidget>
+
+#include <fmt/format.h>
+#include <fstream>
+
+namespace quillmere::scenario {
+
+namespace {
+
+void Show(Stage& stage, const Step& step)
+{
+    const Control control = stage.Find(step.words[0]);
+    fmt::print("{}:{}: {} = {}\n", stage.file, step.line, control.name, Shown(control.box->Text()));
+}
+
+void ShowField(Stage& stage, const Step& step)
+{
+    bool isNull = false;
+    const std::string text = stage.FieldText(step, Store::ThisYear, isNull);
+    fmt::print("{}:{}: {} = {}\n", stage.file, step.line, step.words[3].text, isNull ? "null" : Shown(text));
+}
+
+void ShowDocument(Stage& stage, const Step&)
+{
+    const Document& document = stage.witness.Last();
+    fmt::print("document {}\n{}", Shown(document.name), Listing(document));
+}
+
+void Picture(Stage& stage, const Step& step)
+{
+    QWidget* window = stage.WindowOf(step.words[0].text);
+    if (window == nullptr)
+        throw StepFailure("expected " + step.words[0].text + " to have a window, found none");
+    const std::filesystem::path target = stage.pictures / stage.Text(step.words[1]);
+    if (target.has_parent_path())
+        std::filesystem::create_directories(target.parent_path());
+    if (!window->grab().save(QString::fromStdString(target.string())))
+        throw StepFailure("cannot write " + target.string());
+}
+
+void SavePdf(Stage& stage, const Step& step)
+{
+    const std::filesystem::path target = stage.pictures / stage.Text(step.words[0]);
+    if (target.has_parent_path())
+        std::filesystem::create_directories(target.parent_path());
+    std::ofstream stream(target, std::ios::binary | std::ios::trunc);
+    stream << PdfWriter().Write(stage.witness.Last());
+    if (!stream.flush())
+        throw StepFailure("cannot write " + target.string());
+}
+
+void Note(Stage& stage, const Step& step)
+{
+    fmt::print("{}:{}: {}\n", stage.file, step.line, stage.Text(step.words[0]));
+}
+
+} // namespace
+
+std::vector<StepRow> ShowingSteps()
+{
+    using enum Argument;
+    using enum Effect;
+    return {
+        {"show", {Control}, Show, LooksOn},           {"show-field", {Name, Text, Text, Name}, ShowField, LooksOn},
+        {"show-document", {}, ShowDocument, LooksOn}, {"picture", {Name, Name}, Picture, LooksOn},
+        {"save-pdf", {Name}, SavePdf, LooksOn},       {"note", {Text}, Note, Says},
+    };
+}
+
+} // namespace quillmere::scenario
