@@ -4,6 +4,7 @@
 #include "cars/CarMessages.h"
 #include "clientdb/CurrentRecord.h"
 #include "edition/CarRates.h"
+#include "edition/CarWords.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
 #include "frame/Text.h"
@@ -61,9 +62,8 @@ constexpr int PeriodRows = 4;
 carwords::Refusal PriceMessageOf(int car, PriceCheck check)
 {
     carwords::Refusal refusal = carwords::PriceMessage(check);
-    // Kept: the second car's message leaves a word out.
     if (car == 2 && check == PriceCheck::SumTooHigh)
-        refusal.text = "Listprice and Accessories cannot exceed £80,000";
+        refusal.text = edition::car::BothTooHighOfSecondCar;
     return refusal;
 }
 

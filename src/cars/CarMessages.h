@@ -2,6 +2,7 @@
 
 #include "cars/CarDates.h"
 #include "cars/CarPrices.h"
+#include "edition/CarWords.h"
 #include "edition/Edition.h"
 
 #include <string>
@@ -13,12 +14,7 @@ namespace quillmere::carwords {
 inline constexpr std::string_view InvalidFuel = "Invalid Fuel Character";
 
 inline constexpr std::string_view ExcessiveValue = "Excessive Value Entered";
-inline constexpr std::string_view ListPriceTooHigh = "Listprice value cannot exceed £80,000";
-inline constexpr std::string_view AccessoriesTooHigh = "Accessories value cannot exceed £80,000";
-inline constexpr std::string_view BothTooHigh = "Listprice and Accessories combined cannot exceed £80,000";
-
 inline constexpr std::string_view ContributionError = "Capital Contribution Error";
-inline constexpr std::string_view ContributionTooHigh = "Capital Contribution cannot be over £5000";
 
 /// Title and text of the box about a price that was refused; both empty for a good one.
 struct Refusal {
@@ -28,13 +24,13 @@ constexpr Refusal PriceMessage(PriceCheck check)
 {
     switch (check) {
     case PriceCheck::ListPriceTooHigh:
-        return {ExcessiveValue, ListPriceTooHigh};
+        return {ExcessiveValue, edition::car::ListPriceTooHigh};
     case PriceCheck::SumTooHigh:
-        return {edition::AppTitle, BothTooHigh};
+        return {edition::AppTitle, edition::car::BothTooHigh};
     case PriceCheck::AccessoriesTooHigh:
-        return {ExcessiveValue, AccessoriesTooHigh};
+        return {ExcessiveValue, edition::car::AccessoriesTooHigh};
     case PriceCheck::ContributionTooHigh:
-        return {ContributionError, ContributionTooHigh};
+        return {ContributionError, edition::car::ContributionTooHigh};
     case PriceCheck::Good:
         break;
     }

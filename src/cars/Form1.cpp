@@ -3,6 +3,7 @@
 #include "cars/CO2Calculations.h"
 #include "cars/CarMessages.h"
 #include "cars/FNotepad.h"
+#include "edition/CarWords.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
 #include "frame/Session.h"
@@ -165,7 +166,7 @@ bool Form1::RegistrationDateStands()
         return false;
     }
     if (IsBeforeCO2Regime(outcome.text)) {
-        session.messages.Tell("No CO2 Available", "Car registered before 1st Jan 1998.  No CO2 figure available");
+        session.messages.Tell("No CO2 Available", edition::car::NoCO2Figure);
         // Kept: the manufacturers go too; Delete brings them back.
         EmptyAll();
         return false;

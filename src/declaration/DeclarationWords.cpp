@@ -2,6 +2,7 @@
 
 #include "edition/Class1ARates.h"
 #include "edition/Edition.h"
+#include "edition/JoinedText.h"
 
 #include <fmt/format.h>
 
@@ -62,6 +63,15 @@ std::string BoxesNote()
                        "Class 1B NICs are due on them. The boxes concerned are marked 1A on the forms. Please read the "
                        "P11D Guide and booklet CWG5({}) first.",
                        edition::YearEndYear);
+}
+
+std::string FormsNote()
+{
+    return fmt::format("Complete a form P11D for each director, and for each employee paid at a rate of {} or more a "
+                       "year, to whom you gave expenses or benefits that no dispensation or PAYE Settlement Agreement "
+                       "covers, or for whom you arranged that somebody else gave them. If you send the forms in "
+                       "batches, send this declaration with the last one.",
+                       std::string_view(edition::Pounds(edition::P11DThreshold)));
 }
 
 std::string AdjustmentNote()

@@ -46,11 +46,7 @@ std::string LateNote();
 inline constexpr std::string_view NothingDueNote =
     "If your form P35 already says that no forms P11D and P11D(b) are due, you need not send this return.";
 std::string BoxesNote();
-inline constexpr std::string_view FormsNote =
-    "Complete a form P11D for each director, and for each employee paid at a rate of £8,500 or more a year, to whom "
-    "you "
-    "gave expenses or benefits that no dispensation or PAYE Settlement Agreement covers, or for whom you arranged that "
-    "somebody else gave them. If you send the forms in batches, send this declaration with the last one.";
+std::string FormsNote();
 std::string AdjustmentNote();
 
 } // namespace quillmere::words

@@ -138,7 +138,7 @@ void Section3(Layout& layout, int y)
     note(words::LateNote(), 1);
     note(words::NothingDueNote, 1, Bold);
     note(words::BoxesNote(), 2);
-    note(words::FormsNote, 3);
+    note(words::FormsNote(), 3);
 }
 
 constexpr int Section4Height = 366;

@@ -1,5 +1,6 @@
 #include "desktop/PageParts.h"
 
+#include "edition/CarWords.h"
 #include "edition/FormWords.h"
 #include "frame/Text.h"
 
@@ -107,7 +108,7 @@ int CarRows(Layout& layout, int y, int firstCar)
     };
     caption("Make and Model");
     caption("Date first registered");
-    caption("Approved CO2 emissions figure (if registered from 1998)");
+    caption(edition::car::CO2FigureCaption);
     caption("Engine size");
     layout.Text(TextX, row - 2, 330, "Type of fuel or power used.  Please use the key letter shown in the P11D Guide",
                 Small, CarRow);

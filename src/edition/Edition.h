@@ -55,6 +55,10 @@ inline constexpr std::string_view TemplateDatabaseName = "dClientQuillmere11.mdb
 /// Name that the settings propose for a PDF file, set afresh at the first start of a new edition.
 inline constexpr std::string_view DefaultPdfFileName = "2011 Quillmere";
 
+/// Pay in a year, in pounds, from which an employee's expenses and benefits are returned on a form P11D: the Income Tax
+/// (Earnings and Pensions) Act 2003, s.216 to s.218.
+inline constexpr int P11DThreshold = 8500;
+
 /// The fuel letters of a car on the form.
 inline constexpr std::string_view FuelLetters = "BCDEGHLP";
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "edition/CarRates.h"
 #include "edition/Class1ARates.h"
 #include "edition/Edition.h"
 #include "edition/JoinedText.h"
+#include "edition/RelocationRates.h"
 
 #include <string_view>
 
@@ -14,7 +16,7 @@ namespace quillmere::edition::form {
 /// P11D, first side: headings and notes.
 inline constexpr JoinedText P11DHeading = Join({"P11D Expenses and benefits ", YearLabel});
 inline constexpr JoinedText P11DWhoReturns =
-    Join({"rate of £8,500 or more a year during the year to ", LongYearEnd, ". Send the"});
+    Join({"rate of ", Pounds(P11DThreshold), " or more a year during the year to ", LongYearEnd, ". Send the"});
 inline constexpr JoinedText P11DWhenReturned =
     Join({"completed form to your HM Revenue & Customs office by ", ReturnDueDate, "."});
 inline constexpr JoinedText P11DTaxReturn =
@@ -30,7 +32,8 @@ inline constexpr std::string_view CarsWithCO2Figure = "registered on or after 1 
 inline constexpr std::string_view CarFromBox = "'From' box if the car was available on 5 April";
 inline constexpr std::string_view CarToBox = "2010 or the 'To' box if it continued to be";
 inline constexpr std::string_view CarStillAvailable = "available on 6 April 2011";
-inline constexpr std::string_view CapitalContributions = "Capital contributions (maximum £5,000)";
+inline constexpr JoinedText CapitalContributions =
+    Join({"Capital contributions (maximum ", Pounds(MaximumCapitalContribution), ")"});
 inline constexpr JoinedText TotalOfCars = Join({"Total cash equivalent of all cars made available in ", YearLabel});
 inline constexpr JoinedText TotalOfCarFuel =
     Join({"Total cash equivalent of fuel for all cars made available in ", YearLabel});
@@ -52,8 +55,9 @@ inline constexpr JoinedText LoanAtEnd =
 inline constexpr JoinedText LoanInterestPaid = Join({"Total amount of interest paid by the borrower in ", YearLabel});
 inline constexpr JoinedText LoanMade = Join({"Date loan was made in ", YearLabel, " if applicable"});
 inline constexpr JoinedText LoanDischarged = Join({"Date loan was discharged in ", YearLabel, " if applicable"});
-inline constexpr std::string_view RelocationExcess =
-    "Excess over £8,000 of all qualifying relocation expenses payments and benefits for each move";
+inline constexpr JoinedText RelocationExcess =
+    Join({"Excess over ", Pounds(RelocationExemption),
+          " of all qualifying relocation expenses payments and benefits for each move"});
 
 /// P11D(b), declaration side.
 inline constexpr JoinedText DeclarationYear = Join({"Year ended 5 April ", YearEndYear});
@@ -72,7 +76,8 @@ inline constexpr JoinedText NotesLate =
     Join({"Interest is chargeable on payments paid late. If your return is not received by ", ReturnDueDay, ", "});
 inline constexpr JoinedText NotesGuideRecord = Join({"CWG5(", YearEndYear, ")"});
 inline constexpr JoinedText NotesGuideTotals = Join({"CWG5(", YearEndYear, ") "});
-inline constexpr std::string_view NotesWhoReturns = "at a rate of £8,500 or more a year and for each director if:";
+inline constexpr JoinedText NotesWhoReturns =
+    Join({"at a rate of ", Pounds(P11DThreshold), " or more a year and for each director if:"});
 
 /// What the printed documents are about, for their properties.
 inline constexpr JoinedText DocumentSubject = Join({"Expenses and benefits ", YearLabel});

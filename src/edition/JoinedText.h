@@ -28,4 +28,22 @@ constexpr JoinedText Join(std::initializer_list<std::string_view> parts)
     return parts;
 }
 
+/// A number that is not negative, "5000".
+constexpr JoinedText Digits(int number)
+{
+    const char digit = static_cast<char>('0' + number % 10);
+    const std::string_view last(&digit, 1);
+    return number < 10 ? Join({last}) : Join({Digits(number / 10), last});
+}
+
+/// An amount of whole pounds as it is printed, "£80,000".
+constexpr JoinedText Pounds(int amount)
+{
+    constexpr int thousand = 1000;
+    if (amount < thousand)
+        return Join({"£", Digits(amount)});
+    const JoinedText last = Digits(thousand + amount % thousand);
+    return Join({Pounds(amount / thousand), ",", std::string_view(last).substr(1)});
+}
+
 } // namespace quillmere::edition

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "edition/AccommodationRates.h"
 #include "edition/Edition.h"
 #include "edition/JoinedText.h"
+#include "edition/LoanRates.h"
+#include "edition/MileageRates.h"
+#include "edition/RelocationRates.h"
 
 #include <array>
 #include <string_view>
@@ -27,13 +31,16 @@ inline constexpr JoinedText LoanDateMade = Join({"Date loan was made in ", YearL
 inline constexpr JoinedText LoanDateDischarged = Join({"Date loan was discharged in ", YearLabel, " if applicable"});
 
 // Living accommodation.
-inline constexpr std::string_view AccommodationExcess = "Excess of cost over £75,000 is H minus £75,000";
+inline constexpr JoinedText AccommodationExcess =
+    Join({"Excess of cost over ", Pounds(Accommodation.costLimit), " is H minus ", Pounds(Accommodation.costLimit)});
 // Kept: the notepad's own spelling.
-inline constexpr std::string_view AccommodationRate = "Multilply J by 4.00% ";
+inline constexpr JoinedText AccommodationRate = Join({"Multilply J by ", OfficialRateOfInterest, "% "});
 // Kept: the caption says 365 and the days are divided by 366.
 inline constexpr std::string_view AccommodationDays = "Divide the number of days by 365 and multiply the result by K";
-inline constexpr std::string_view AccommodationCostTooLow = "Value must not be lower than £75,000";
-inline constexpr std::string_view AccommodationDaysOutOfRange = "Value can not be greater than 366";
+inline constexpr JoinedText AccommodationCostTooLow =
+    Join({"Value must not be lower than ", Pounds(Accommodation.costLimit)});
+inline constexpr JoinedText AccommodationDaysOutOfRange =
+    Join({"Value can not be greater than ", Digits(Accommodation.longestStay)});
 
 /// A heading of the guidance on the cost of accommodation and what stands below it.
 struct GuidanceParagraph {
@@ -68,10 +75,11 @@ inline constexpr auto AccommodationGuidance = std::to_array<GuidanceParagraph>({
 // Mileage.
 inline constexpr JoinedText MileagePaid = Join({"Mileage allowance payments made to employee in ", YearLabel});
 inline constexpr JoinedText MileageMiles = Join({"Total business miles travelled by the employee in ", YearLabel});
-inline constexpr std::string_view MileagePassengers = "L x 5p";
+inline constexpr JoinedText MileagePassengers = Join({"L x ", Digits(Mileage.passenger), "p"});
 
 // Relocation.
 inline constexpr std::string_view RelocationPriorYear = "Qualifying expenses and benefits incurred in 2009-2010";
-inline constexpr JoinedText RelocationExempt = Join({"Exempt amount for ", YearLabelLong, " = £8,000"});
+inline constexpr JoinedText RelocationExempt =
+    Join({"Exempt amount for ", YearLabelLong, " = ", Pounds(RelocationExemption)});
 
 } // namespace quillmere::edition::notepad

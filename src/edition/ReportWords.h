@@ -1,7 +1,9 @@
 #pragma once
 
+#include "edition/AccommodationRates.h"
 #include "edition/Edition.h"
 #include "edition/JoinedText.h"
+#include "edition/MileageRates.h"
 
 #include <string_view>
 
@@ -21,13 +23,13 @@ inline constexpr JoinedText VanCharge = Join({"Van benefit charge for this van i
 inline constexpr JoinedText VanFuelCharge = Join({"Van fuel benefit charge for this van in ", YearLabel});
 
 /// Living accommodation.
-inline constexpr std::string_view CostLimit = "Excess of cost over £75,000";
+inline constexpr JoinedText CostLimit = Join({"Excess of cost over ", Pounds(Accommodation.costLimit)});
 
 /// Mileage allowance and passenger payments.
 inline constexpr JoinedText MileagePaid = Join({"Mileage allowance payments made to employee in ", YearLabel});
 inline constexpr JoinedText Miles = Join({"Total business miles travelled by the employee in ", YearLabel});
 inline constexpr JoinedText Passengers = Join({"Total of any passenger payments to the employee in ", YearLabel});
-inline constexpr std::string_view PassengerRate = "Number of business miles x 5p";
+inline constexpr JoinedText PassengerRate = Join({"Number of business miles x ", Digits(Mileage.passenger), "p"});
 
 /// Qualifying relocation.
 inline constexpr JoinedText Exemption = Join({"Exempt amount for ", YearLabel});

@@ -3,6 +3,7 @@
 
 #include "edition/AccommodationRates.h"
 #include "edition/CarRates.h"
+#include "edition/CarWords.h"
 #include "edition/Class1ARates.h"
 #include "edition/FormWords.h"
 #include "edition/JoinedText.h"
@@ -18,6 +19,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <initializer_list>
+#include <utility>
 
 namespace quillmere::edition {
 namespace {
@@ -55,6 +58,38 @@ TEST(Edition, TheStartOfTheYearIsKeptInTwoFormsAndTheShortOneStaysShort)
 {
     EXPECT_EQ(TaxYearStartShort.size(), 8U);
     EXPECT_EQ(TaxYearStart.size(), 10U);
+}
+
+TEST(Edition, AmountsInWordsAreTheRatesOfTheYear)
+{
+    EXPECT_EQ(std::string_view(Pounds(0)), "£0");
+    EXPECT_EQ(std::string_view(Pounds(999)), "£999");
+    EXPECT_EQ(std::string_view(Pounds(1000)), "£1,000");
+    EXPECT_EQ(std::string_view(Pounds(1234056)), "£1,234,056");
+    EXPECT_EQ(std::string_view(Digits(5000)), "5000");
+
+    for (const auto& [text, expected] : std::initializer_list<std::pair<std::string_view, std::string_view>>{
+             {car::ListPriceTooHigh, "Listprice value cannot exceed £80,000"},
+             {car::AccessoriesTooHigh, "Accessories value cannot exceed £80,000"},
+             {car::BothTooHigh, "Listprice and Accessories combined cannot exceed £80,000"},
+             {car::BothTooHighOfSecondCar, "Listprice and Accessories cannot exceed £80,000"},
+             {car::ContributionTooHigh, "Capital Contribution cannot be over £5000"},
+             {form::CapitalContributions, "Capital contributions (maximum £5,000)"},
+             {form::P11DWhoReturns, "rate of £8,500 or more a year during the year to 5 April 2011. Send the"},
+             {form::NotesWhoReturns, "at a rate of £8,500 or more a year and for each director if:"},
+             {form::RelocationExcess,
+              "Excess over £8,000 of all qualifying relocation expenses payments and benefits for each move"},
+             {form::NotesLate,
+              "Interest is chargeable on payments paid late. If your return is not received by 6 July, "},
+             {notepad::AccommodationExcess, "Excess of cost over £75,000 is H minus £75,000"},
+             {notepad::AccommodationRate, "Multilply J by 4.00% "},
+             {notepad::AccommodationCostTooLow, "Value must not be lower than £75,000"},
+             {notepad::AccommodationDaysOutOfRange, "Value can not be greater than 366"},
+             {notepad::MileagePassengers, "L x 5p"},
+             {notepad::RelocationExempt, "Exempt amount for 2010-2011 = £8,000"},
+             {report::CostLimit, "Excess of cost over £75,000"},
+             {report::PassengerRate, "Number of business miles x 5p"}})
+        EXPECT_EQ(text, expected);
 }
 
 TEST(Edition, EveryHeaderOfItIsIncludedHere)

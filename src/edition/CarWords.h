@@ -1,0 +1,24 @@
+#pragma once
+
+#include "edition/CarRates.h"
+#include "edition/JoinedText.h"
+
+#include <string_view>
+
+/// What the screens say of a car that names a limit of the year or the year in which the CO2 figure began to count.
+namespace quillmere::edition::car {
+
+inline constexpr JoinedText ListPriceTooHigh = Join({"Listprice value cannot exceed ", Pounds(MaximumCarPrice)});
+inline constexpr JoinedText AccessoriesTooHigh = Join({"Accessories value cannot exceed ", Pounds(MaximumCarPrice)});
+inline constexpr JoinedText BothTooHigh =
+    Join({"Listprice and Accessories combined cannot exceed ", Pounds(MaximumCarPrice)});
+// Kept: the second car's message leaves a word out.
+inline constexpr JoinedText BothTooHighOfSecondCar =
+    Join({"Listprice and Accessories cannot exceed ", Pounds(MaximumCarPrice)});
+inline constexpr JoinedText ContributionTooHigh =
+    Join({"Capital Contribution cannot be over £", Digits(MaximumCapitalContribution)});
+
+inline constexpr std::string_view CO2FigureCaption = "Approved CO2 emissions figure (if registered from 1998)";
+inline constexpr std::string_view NoCO2Figure = "Car registered before 1st Jan 1998.  No CO2 figure available";
+
+} // namespace quillmere::edition::car
