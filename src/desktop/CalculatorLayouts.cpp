@@ -16,7 +16,6 @@ namespace {
 constexpr TextLook Heading{.size = 13, .bold = true};
 constexpr TextLook Caption{.size = 12};
 constexpr TextLook Formula{.size = 12, .italic = true, .align = TextLook::Align::Right};
-constexpr TextLook Label{.size = 13};
 constexpr TextLook Centred{.size = 12, .align = TextLook::Align::Centre};
 constexpr TextLook ColumnHeading{.size = 13, .bold = true, .align = TextLook::Align::Centre};
 
@@ -65,13 +64,16 @@ struct SheetLine {
     std::string caption;
     std::string_view formula = {};
     std::string_view box = {};
-    int boxWidth = AmountWidth;
+    int boxWidth = 0; ///< 0: as wide as the sheet's amounts
 };
 
 /// A working sheet that is written from top to bottom: a panel with letters at its left and boxes at its right.
 class Sheet {
 public:
-    Sheet(Layout& layout, int x, int y, int width) : layout(layout), x(x), y(y), width(width) {}
+    Sheet(Layout& layout, int x, int y, int width, int boxWidth = AmountWidth)
+        : layout(layout), x(x), y(y), width(width), boxWidth(boxWidth)
+    {
+    }
 
     int Bottom() const { return y; }
     int Left() const { return x; }
@@ -96,31 +98,38 @@ public:
         const int formulaWidth = line.formula.empty() ? 0 : static_cast<int>(WidthOf(line.formula, Formula)) + Gap;
         const int boxY = PlaceLine(line, formulaWidth);
         if (formulaWidth > 0)
-            layout.Text(Right() - line.boxWidth - Gap - formulaWidth, boxY + 3, formulaWidth, line.formula, Formula);
+            layout.Text(Right() - WidthOfBox(line) - Gap - formulaWidth, boxY + 3, formulaWidth, line.formula, Formula);
     }
 
     /// A line whose formula is shown by a label of the screen.
     void Line(const SheetLine& line, std::string_view label)
     {
-        const int labelWidth = static_cast<int>(WidthOf(WithDaysOfYear(line.formula), Label));
+        const int labelWidth = static_cast<int>(WidthOf(WithDaysOfYear(line.formula), Formula)) + Gap;
         const int boxY = PlaceLine(line, labelWidth + Gap);
-        layout.Place(label, Right() - line.boxWidth - Gap - labelWidth, boxY, labelWidth);
+        layout.Place(label, Right() - WidthOfBox(line) - Gap - labelWidth, boxY, labelWidth);
+        layout.Looks(Formula);
     }
 
-    /// A pair of dates with the day count that follows from them.
-    void Period(std::string_view letter, std::string_view words, std::string_view from, std::string_view to,
-                std::string_view days)
+    /// A pair of dates.
+    void Dates(std::string_view words, std::string_view from, std::string_view to)
     {
-        const int boxX = Right() - AmountWidth;
-        const int toX = boxX - TagWidth - 3 * Gap - DateWidth;
+        const int toX = Right() - boxWidth - TagWidth - 3 * Gap - DateWidth;
         const int fromX = toX - 28 - DateWidth;
         layout.Text(fromX - 44 - Gap, y + 3, 44, "From", Formula);
         layout.Place(from, fromX, y, DateWidth, Layout::BoxHeight, std::string(words) + ", from");
         layout.Text(fromX + DateWidth, y + 3, 28, "to", Centred);
         layout.Place(to, toX, y, DateWidth, Layout::BoxHeight, std::string(words) + ", to");
-        layout.Tag(boxX - TagWidth - Gap, y, letter);
-        layout.Place(days, boxX, y, AmountWidth, Layout::BoxHeight, Spoken(letter, words) + ", days");
         y += Layout::BoxHeight + RowGap;
+    }
+    /// A pair of dates with the day count that follows from them.
+    void Period(std::string_view letter, std::string_view words, std::string_view from, std::string_view to,
+                std::string_view days)
+    {
+        const int boxX = Right() - boxWidth;
+        layout.Tag(boxX - TagWidth - Gap, y, letter);
+        const int row = y;
+        Dates(words, from, to);
+        layout.Place(days, boxX, row, boxWidth, Layout::BoxHeight, Spoken(letter, words) + ", days");
     }
 
     static std::string Spoken(std::string_view letter, std::string_view caption)
@@ -129,10 +138,12 @@ public:
     }
 
 private:
+    int WidthOfBox(const SheetLine& line) const { return line.boxWidth > 0 ? line.boxWidth : boxWidth; }
+
     /// Letter, caption and box; gives the height at which the box stands.
     int PlaceLine(const SheetLine& line, int formulaWidth)
     {
-        const int boxX = Right() - line.boxWidth;
+        const int boxX = Right() - WidthOfBox(line);
         const int captionWidth = boxX - Gap - CaptionX() - formulaWidth;
         const int captionHeight = HeightOf(line.caption, captionWidth);
         const int height = std::max(captionHeight, Layout::BoxHeight);
@@ -140,13 +151,13 @@ private:
         if (!line.letter.empty())
             layout.Tag(x, boxY, line.letter);
         layout.Text(CaptionX(), y + (height - captionHeight) / 2, captionWidth, line.caption, Caption, captionHeight);
-        layout.Place(line.box, boxX, boxY, line.boxWidth, Layout::BoxHeight, Spoken(line.letter, line.caption));
+        layout.Place(line.box, boxX, boxY, WidthOfBox(line), Layout::BoxHeight, Spoken(line.letter, line.caption));
         y += height + RowGap;
         return boxY;
     }
 
     Layout& layout;
-    int x, y, width;
+    int x, y, width, boxWidth;
 };
 
 void Tabs(Layout& layout, std::span<const std::string_view> labels)
@@ -161,6 +172,8 @@ void Tabs(Layout& layout, std::span<const std::string_view> labels)
 /// The three buttons at the foot, and with them the height of the window.
 void Buttons(Layout& layout, int y)
 {
+    if (layout.footTop == 0)
+        layout.footTop = y - Gap / 2;
     int x = layout.width - Margin - 3 * ButtonWidth - 2 * Gap;
     for (const std::string_view button : {"Ok", "Delete", "Cancel"}) {
         layout.Place(button, x, y, ButtonWidth, ButtonHeight);
@@ -180,19 +193,20 @@ void PanelBehind(Layout& layout, int x, int y, int width, int height)
 
 Layout GNotepad()
 {
-    Layout layout{.width = 1164};
-    Tabs(layout, std::to_array<std::string_view>({"Van1", "Van2", "Van3"}));
     constexpr int Top = Margin + TabHeight + Gap;
-    constexpr int PanelWidth = 562, Inner = PanelWidth - 2 * Gap;
+    constexpr int PanelWidth = 474, Inner = PanelWidth - 2 * Gap, BoxWidth = 100;
     constexpr int SecondX = Margin + PanelWidth + Gap;
+    Layout layout{.width = SecondX + PanelWidth + Margin, .headerHeight = Top};
+    Tabs(layout, std::to_array<std::string_view>({"Van1", "Van2", "Van3"}));
 
-    Sheet van(layout, Margin + Gap, Top + Gap, Inner);
+    Sheet van(layout, Margin + Gap, Top + Gap, Inner, BoxWidth);
     van.Title("Van benefit");
     van.Line({.caption = "Registration Number", .box = "VanRegNumber"});
     van.Line({.letter = "A", .caption = std::string(edition::notepad::VanStandardCharge), .box = "ABox"});
     van.Words("If the van was not available for the whole of the tax year, state the dates between which it was "
               "available.  The unavailable days will be calculated in box B");
-    van.Period("B", "Dates between which the van was available", "DateFrom1", "DateTo1", "BBox");
+    van.Dates("Dates between which the van was available", "DateFrom1", "DateTo1");
+    van.Line({.letter = "B", .caption = "Days for which the van was unavailable", .box = "BBox"});
     van.Words("If there were any other periods of at least 30 continuous days for which the van was not available to "
               "the employee, complete the boxes below");
     van.Period("C", "Second period for which the van was not available", "DateFrom2", "DateTo2", "CBox");
@@ -223,12 +237,11 @@ Layout GNotepad()
               .caption = "Enter any payments the employee was required to, and did, make for private use of this van "
                          "in the year",
               .box = "LBox"});
-    van.Line(
-        {.letter = "M", .caption = std::string(edition::notepad::VanResult), .formula = "K minus L", .box = "MBox"});
 
-    Sheet fuel(layout, SecondX + Gap, Top + Gap, Inner);
+    Sheet fuel(layout, SecondX + Gap, Top + Gap, Inner, BoxWidth);
     fuel.Title("Van fuel benefit");
     layout.Place("VanFuelTick", fuel.CaptionX(), fuel.Bottom(), 240);
+    layout.Looks(Caption);
     fuel.Space(Layout::BoxHeight + RowGap);
     fuel.Line({.letter = "P", .caption = "Fuel Benefit charge for the whole tax year", .box = "PBox"});
     fuel.Line({.caption = "Date the provision of fuel was withdrawn (if applicable)", .box = "DateWithdrawn"});
@@ -247,12 +260,16 @@ Layout GNotepad()
                .formula = "P minus T",
                .box = "VBox"});
     fuel.Line({.letter = "W", .caption = "Reduction for sharing of this van", .formula = "V x H", .box = "WBox"});
+
+    layout.footTop = van.Bottom();
+    fuel.Space(van.Bottom() - fuel.Bottom());
+    van.Line(
+        {.letter = "M", .caption = std::string(edition::notepad::VanResult), .formula = "K minus L", .box = "MBox"});
     fuel.Line({.letter = "X",
                .caption = std::string(edition::notepad::VanFuelResult),
                .formula = "V minus W",
                .box = "XBox"});
-
-    const int bottom = std::max(van.Bottom(), fuel.Bottom()) + Gap;
+    const int bottom = van.Bottom() + Gap;
     PanelBehind(layout, Margin, Top, PanelWidth, bottom - Top);
     PanelBehind(layout, SecondX, Top, PanelWidth, bottom - Top);
     Buttons(layout, bottom + Gap);
@@ -314,8 +331,8 @@ Layout JNotepad()
 
 Layout HNotepad()
 {
-    constexpr int Loans = 5, LoanWidth = 140, LoanStep = LoanWidth + Gap;
-    constexpr int CaptionX = Margin + 2 * Gap + TagWidth, CaptionWidth = 424;
+    constexpr int Loans = 5, LoanWidth = 126, LoanStep = LoanWidth + Gap;
+    constexpr int CaptionX = Margin + 2 * Gap + TagWidth, CaptionWidth = 232;
     constexpr int FirstX = CaptionX + CaptionWidth + Gap;
     Layout layout{.width = FirstX + Loans * LoanStep + Margin};
     struct Line {
@@ -362,7 +379,7 @@ Layout HNotepad2()
 {
     constexpr int Rows = 15, NameWidth = 240, NumberWidth = 24;
     constexpr int NameX = Margin + NumberWidth + Gap, RateX = NameX + NameWidth + Gap;
-    Layout layout{.width = RateX + AmountWidth + Margin};
+    Layout layout{.width = RateX + AmountWidth + Margin, .headerHeight = Margin + 22};
     int y = Margin;
     layout.Text(NameX, y, NameWidth, "Currency", Heading);
     layout.Text(RateX, y, AmountWidth, "Rate", {.size = 13, .bold = true, .align = TextLook::Align::Right});
@@ -393,8 +410,10 @@ Layout DNotepad()
     layout.Text(sheet.CaptionX(), tickY + 3, 400, "Was the accommodation provided for a full tax year?", Caption);
     layout.Place("AccommodationYTick", sheet.Right() - 150, tickY, 70, Layout::BoxHeight,
                  "Accommodation was provided for a full tax year: yes");
+    layout.Looks(Caption);
     layout.Place("AccommodationNTick", sheet.Right() - 70, tickY, 70, Layout::BoxHeight,
                  "Accommodation was provided for a full tax year: no");
+    layout.Looks(Caption);
     sheet.Space(Layout::BoxHeight + RowGap + Gap);
     sheet.Title("The basic charge");
     sheet.Line({.letter = "A",
@@ -468,6 +487,7 @@ Layout D2InfoNotepad()
         layout.Text(Margin + Gap, y, Width, paragraph.text, Paragraph, height);
         y += height + Gap;
     }
+    layout.footTop = y - Gap / 2;
     layout.Place("Close", layout.width - Margin - Gap - ButtonWidth, y, ButtonWidth, ButtonHeight);
     layout.height = y + ButtonHeight + Margin;
     return layout;

@@ -15,6 +15,7 @@ constexpr TextLook Heading{.size = 14, .bold = true};
 constexpr TextLook Bold{.size = 12, .bold = true};
 constexpr TextLook Small{.size = 11};
 constexpr TextLook Italic{.size = 11, .italic = true};
+constexpr TextLook Formula{.size = 12, .align = TextLook::Align::Right};
 
 // Columns of both sides, as on the form.
 constexpr int SectionX = 10, SectionWidth = 856;
@@ -90,7 +91,7 @@ void Section1(Layout& layout, int y)
     layout.Text(TextX, y + 99, TextWidth, words::MultiplyByRate);
     LetteredRate(layout, y + 96, "B", "Section1BoxB");
     layout.Text(TextX, y + 129, 300, words::NICsPayable, Bold);
-    layout.Text(LetterX - 212, y + 130, 200, "box A * rate in box B", {.size = 11, .align = TextLook::Align::Right});
+    layout.Text(LetterX - 212, y + 129, 200, "box A * rate in box B", Formula);
     LetteredAmount(layout, y + 126, "C", "Section1BoxC", true);
 }
 
@@ -173,13 +174,12 @@ void Section4(Layout& layout, int y)
     };
     result(y + 254, words::TotalDue, "D", "Section4BoxD");
     // On the form "minus" is a word of its own in the gap of the sum.
-    layout.Text(LetterX - 212, y + 258, 200, "box A + box B          box C",
-                {.size = 11, .align = TextLook::Align::Right});
-    layout.Text(LetterX - 74, y + 259, 36, "minus", {.size = 9, .align = TextLook::Align::Centre});
+    layout.Text(LetterX - 212, y + 257, 200, "box A + box B          box C", Formula);
+    layout.Text(LetterX - 77, y + 258, 34, "minus", {.size = 11, .align = TextLook::Align::Centre});
     layout.Text(TextX, y + 295, TextWidth, words::MultiplyByRate);
     LetteredRate(layout, y + 292, "E", "Section4BoxE");
     result(y + 328, words::NICsPayable, "F", "Section4BoxF");
-    layout.Text(LetterX - 212, y + 332, 200, "box D x box E", {.size = 11, .align = TextLook::Align::Right});
+    layout.Text(LetterX - 212, y + 331, 200, "box D x box E", Formula);
 }
 
 Layout AdjustmentWindow(std::string_view heading, const AdjustmentSchedule& schedule)

@@ -1,18 +1,24 @@
 #include "desktop/DesktopHost.h"
 
+#include "desktop/Layout.h"
+#include "desktop/Look.h"
 #include "desktop/MainWindow.h"
 #include "desktop/PreviewWindow.h"
 #include "desktop/ScreenWindow.h"
 #include "printing/frmVSPrint.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QTimer>
 #include <QWindow>
+
+#include <algorithm>
 
 namespace quillmere {
 
 DesktopHost::DesktopHost() : context(std::make_unique<QObject>())
 {
+    look::Dress();
 }
 
 DesktopHost::~DesktopHost() = default;
@@ -37,7 +43,7 @@ void DesktopHost::Show(Screen& screen)
         mainWindow->ShowPage(*window);
     } else {
         if (made && preview == nullptr)
-            CentreOnFront(*window);
+            Place(*window, screen);
         window->show();
         window->raise();
         window->activateWindow();
@@ -46,15 +52,20 @@ void DesktopHost::Show(Screen& screen)
         window->FocusFirst();
 }
 
-/// Puts a new window in the middle of the one that it opens in front of.
-void DesktopHost::CentreOnFront(QWidget& window) const
+/// Puts a new window in the middle of the one that it opens in front of, or of the screen where its layout says so.
+void DesktopHost::Place(QWidget& window, const Screen& screen) const
 {
     const QWidget* below = QApplication::activeModalWidget();
     if (below == nullptr)
         below = mainWindow.get();
     if (below == nullptr)
         return;
-    window.move(below->geometry().center() - window.rect().center());
+    const QRect ground = LayoutOf(screen.Name()).onScreen ? below->screen()->geometry() : below->geometry();
+    const QRect room = below->screen()->availableGeometry();
+    QRect place = window.rect();
+    place.moveCenter(ground.center());
+    // Never with its title off the screen.
+    window.move(std::max(place.left(), room.left()), std::max(place.top(), room.top()));
     // The window system keeps it in front of that one, too.
     window.winId();
     window.windowHandle()->setTransientParent(below->windowHandle());

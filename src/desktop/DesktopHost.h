@@ -40,7 +40,7 @@ public:
 
 private:
     using Windows = std::unordered_map<const Screen*, std::unique_ptr<ScreenWindow>>;
-    void CentreOnFront(QWidget& window) const;
+    void Place(QWidget& window, const Screen& screen) const;
     void ActivateNext();
     void CloseWindow(Windows::iterator position);
 

@@ -9,9 +9,14 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QMessageBox>
+#include <QScreen>
+#include <QStyle>
 #include <QUrl>
 
+#include <algorithm>
 #include <chrono>
 #include <pwd.h>
 #include <unistd.h>
@@ -44,6 +49,30 @@ QMessageBox::Icon IconOf(Icon icon)
     return QMessageBox::NoIcon;
 }
 
+int WidestLine(const QString& text, const QFont& font)
+{
+    int widest = 0;
+    for (const QString& line : text.split('\n'))
+        widest = std::max(widest, QFontMetrics(font).horizontalAdvance(line));
+    return widest;
+}
+
+/// Makes a message box so wide that its title stands whole beside the window's own buttons, and that a line which the
+/// text breaks by itself is not broken again.
+void GiveRoom(QMessageBox& box)
+{
+    constexpr int TitleButtons = 200, Margins = 60, ScreenEdge = 40;
+    QFont titleFont = QApplication::font("QMdiSubWindowTitleBar");
+    titleFont.setBold(true);
+    const int icon =
+        box.icon() == QMessageBox::NoIcon ? 0 : box.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &box);
+    const int wanted = std::max(WidestLine(box.windowTitle(), titleFont) + TitleButtons,
+                                WidestLine(box.text(), box.font()) + icon + Margins);
+    const int room = box.screen()->availableGeometry().width() - ScreenEdge;
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    grid->addItem(new QSpacerItem(std::min(wanted, room), 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 } // namespace
 
 DesktopPlatform::DesktopPlatform(DesktopHost& host) : host(host), printers([this] { YieldToMessages(); })
@@ -65,6 +94,7 @@ Answer DesktopPlatform::ShowMessage(const Message& message)
     } else {
         box.setStandardButtons(QMessageBox::Ok);
     }
+    GiveRoom(box);
     const int pressed = box.exec();
     SetBusyPointer(wasBusy);
     if (message.buttons == Buttons::Ok)

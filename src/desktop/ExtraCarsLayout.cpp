@@ -17,6 +17,7 @@ Layout ExtraCarsScreen(const ExtraCars& which)
         layout.Place(button, x, below + 18, ButtonWidth, ButtonHeight);
         x += ButtonWidth + 8;
     }
+    layout.footTop = below - 2 * CarRow - 4; // what the cars come to, and the buttons
     layout.height = below + 18 + ButtonHeight + 12;
     return layout;
 }

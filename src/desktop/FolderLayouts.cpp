@@ -13,7 +13,7 @@ constexpr int ButtonHeight = 28;
 Layout frmFolderManager()
 {
     constexpr int line = 30;
-    Layout layout{.width = 660, .height = 90 + FolderSlots * line};
+    Layout layout{.width = 660, .height = 90 + FolderSlots * line, .onScreen = true};
     layout.Text(44, 16, 180, "Folder Name", {.bold = true});
     layout.Text(236, 16, 400, "Directory Path", {.bold = true});
     for (int slot = 1; slot <= FolderSlots; ++slot) {
@@ -30,7 +30,8 @@ Layout frmFolderManager()
 Layout frmBackup()
 {
     Layout layout{.width = 620, .height = 136};
-    layout.Text(16, 18, 590, "Click on the 'Save' button to save a backup copy of your client database file:");
+    layout.Text(16, 18, 590,
+                "Click on the 'Save' button to save a backup copy of your client database file:", {.size = 13});
     layout.Place("lblSource", 16, 36, 588, 40, "Client database");
     layout.Place("cmdSave", 404, 92, ButtonWidth, ButtonHeight);
     layout.Place("cmdCancel", 508, 92, ButtonWidth, ButtonHeight);
@@ -39,13 +40,14 @@ Layout frmBackup()
 
 Layout TransferList()
 {
-    Layout layout{.width = 520, .height = 440};
-    layout.Place("lblLegend", 16, 14, 180, 20);
-    layout.Place("lblFolderName", 200, 14, 304, 20, "Last year's folder");
-    layout.Place("TransferListbox", 16, 40, 488, 342);
-    layout.Place("Transfer", 184, 396, 100, ButtonHeight);
-    layout.Place("TransferAll", 292, 396, 108, ButtonHeight);
-    layout.Place("Cancel", 408, 396, ButtonWidth, ButtonHeight);
+    constexpr int list = 76, buttons = 432;
+    Layout layout{.width = 520, .height = buttons + 44};
+    layout.Place("lblLegend", 16, 14, 488, 20);
+    layout.Place("lblFolderName", 16, 36, 488, 36, "Last year's folder");
+    layout.Place("TransferListbox", 16, list, 488, buttons - list - 14);
+    layout.Place("Transfer", 184, buttons, 100, ButtonHeight);
+    layout.Place("TransferAll", 292, buttons, 108, ButtonHeight);
+    layout.Place("Cancel", 408, buttons, ButtonWidth, ButtonHeight);
     return layout;
 }
 

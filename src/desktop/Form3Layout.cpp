@@ -64,8 +64,8 @@ Layout Form3()
 {
     Layout layout{.width = PageWidth};
     PageHeader(layout);
-    layout.Place("Label65", 560, 6, 110, 26);
-    layout.Place("Label66", 674, 6, 110, 26);
+    layout.Place("Label65", 628, 6, 110, 26);
+    layout.Place("Label66", 742, 6, 110, 26);
     layout.Place("lblP11DB", 860, 6, 110, 26);
 
     Identity(layout, 50);

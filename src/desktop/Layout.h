@@ -2,6 +2,7 @@
 
 #include "frame/Box.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,16 +31,23 @@ struct Layout {
         std::string box;
         int index = Box::NoIndex;
         int x = 0, y = 0, width = 0, height = 0;
-        std::string spoken = {}; ///< what a screen reader says; empty: the box's own
-        int page = 0;            ///< page of the tab strip on which it stands, from 1; 0: on every page
+        std::string spoken = {};           ///< what a screen reader says; empty: the box's own
+        int page = 0;                      ///< page of the tab strip on which it stands, from 1; 0: on every page
+        std::optional<TextLook> look = {}; ///< of its words, where that is not the window's
     };
 
     int width = 0, height = 0;
-    int headerHeight = 0; ///< this much at the top stays in place while the rest scrolls
-    std::string pageBox;  ///< array of the frames that are the pages of the tab strip
-    int page = 0;         ///< page on which the next things are put, from 1, at places within it; 0: on none
+    int headerHeight = 0;  ///< this much at the top stays in place while the rest scrolls
+    int footTop = 0;       ///< what stands from here on stays in place at the foot; 0: nothing does
+    bool onScreen = false; ///< opens in the middle of the screen, not of the window below it
+    std::string pageBox;   ///< array of the frames that are the pages of the tab strip
+    int page = 0;          ///< page on which the next things are put, from 1, at places within it; 0: on none
     std::vector<Drawn> drawn;
     std::vector<Placed> placed;
+    /// Where a page says its caption, which has no title bar of its own; no width: nowhere.
+    struct Words {
+        int x = 0, y = 0, width = 0, height = 0;
+    } captionPlace = {};
 
     static constexpr int BoxHeight = 22;
 
@@ -55,10 +63,15 @@ struct Layout {
     void Text(int x, int y, int w, std::string_view text, TextLook look = {}, int h = 0);
     void Line(int x, int y, int w, int h);
 
+    /// Where what scrolls ends.
+    int FormBottom() const { return footTop > 0 ? footTop : height; }
+
     /// A control of the screen.
     void Place(std::string_view box, int x, int y, int w, int h = BoxHeight, std::string_view spoken = {});
     /// A control of an array.
     void PlaceAt(std::string_view box, int index, int x, int y, int w, int h = BoxHeight, std::string_view spoken = {});
+    /// Gives the control that was placed last the look of what stands around it.
+    void Looks(const TextLook& look) { placed.back().look = look; }
     /// A caption with its box to the right of it: the usual line of a dialog.
     void Line(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX,
               int boxWidth);

@@ -7,7 +7,9 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QToolTip>
 
+#include <array>
 #include <map>
 
 namespace quillmere::look {
@@ -49,6 +51,35 @@ void DrawSheet(QPainter& painter, QColor paper = QColor(0xFF, 0xFD, 0xE8))
         painter.drawLine(QPointF(8, 7.5 + line * 3.2), QPointF(16, 7.5 + line * 3.2));
 }
 
+/// A short arrow with its point at `to`.
+void DrawArrow(QPainter& painter, QPointF from, QPointF to)
+{
+    painter.setPen(QPen(QColor(0x1E, 0x7B, 0x34), 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    const QLineF shaft(to, from);
+    painter.drawLine(shaft);
+    for (const int turn : {-40, 40}) {
+        QLineF barb = shaft;
+        barb.setLength(4);
+        barb.setAngle(shaft.angle() + turn);
+        painter.drawLine(barb);
+    }
+}
+
+/// A database as everybody draws it: a drum.
+void DrawStore(QPainter& painter, QPointF corner, const QColor& colour)
+{
+    constexpr double Width = 9.5, Height = 12, Lid = 4;
+    QPainterPath drum;
+    drum.moveTo(corner + QPointF(0, Lid / 2));
+    drum.lineTo(corner + QPointF(0, Height - Lid / 2));
+    drum.arcTo(QRectF(corner + QPointF(0, Height - Lid), QSizeF(Width, Lid)), 180, 180);
+    drum.lineTo(corner + QPointF(Width, Lid / 2));
+    painter.setBrush(colour);
+    painter.drawPath(drum);
+    painter.setBrush(colour.lighter(115));
+    painter.drawEllipse(QRectF(corner, QSizeF(Width, Lid)));
+}
+
 void DrawPicture(QPainter& painter, const std::string& name)
 {
     const QPen ink(QColor(0x34, 0x3A, 0x43), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
@@ -63,18 +94,21 @@ void DrawPicture(QPainter& painter, const std::string& name)
         painter.drawPolygon(QPolygonF({{3, 6}, {9, 6}, {11, 8}, {20, 8}, {20, 19}, {3, 19}}));
         painter.setBrush(QColor(0xF6, 0xDC, 0x98));
         painter.drawPolygon(QPolygonF({{3, 19}, {6, 11}, {23, 11}, {20, 19}}));
-    } else if (name == "Close File") {
-        DrawSheet(painter, Qt::white);
-        painter.setPen(QPen(QColor(0xB3, 0x26, 0x1E), 2.4, Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(QPointF(15.5, 15.5), QPointF(21.5, 21.5));
-        painter.drawLine(QPointF(21.5, 15.5), QPointF(15.5, 21.5));
-    } else if (name == "Backup database") {
+    } else if (name == "Close File") { // the sheet goes back into its folder
         painter.setPen(ink);
-        painter.setBrush(QColor(0x8F, 0xB3, 0xD9));
-        painter.drawRoundedRect(QRectF(3.5, 3.5, 17, 17), 1.5, 1.5);
+        painter.setBrush(QColor(0xE9, 0xC4, 0x6A));
+        painter.drawPolygon(QPolygonF({{2, 9}, {8, 9}, {10, 11}, {22, 11}, {22, 21.5}, {2, 21.5}}));
         painter.setBrush(Qt::white);
-        painter.drawRect(QRectF(7, 12.5, 10, 8));
-        painter.drawRect(QRectF(8, 3.5, 8, 5.5));
+        painter.drawRect(QRectF(7, 2, 11, 13));
+        DrawArrow(painter, {12.5, 4}, {12.5, 11});
+        painter.setPen(ink);
+        painter.setBrush(QColor(0xF6, 0xDC, 0x98));
+        painter.drawRect(QRectF(2, 13.5, 20, 8));
+    } else if (name == "Backup database") { // a second one beside the first
+        painter.setPen(ink);
+        DrawStore(painter, {2, 2.5}, QColor(0x8F, 0xB3, 0xD9));
+        DrawStore(painter, {13, 9.5}, QColor(0xDC, 0xE8, 0xF4));
+        DrawArrow(painter, {5, 17}, {10.5, 20});
     } else if (name == "Print") {
         painter.setPen(ink);
         painter.setBrush(Qt::white);
@@ -110,7 +144,95 @@ void LoadFonts()
     static_cast<void>(loaded);
 }
 
+/// What a widget's part looks like, in use and out of use.
+struct ColourRow {
+    QPalette::ColorRole role;
+    QColor usual, disabled;
+};
+
+const std::array<ColourRow, 21>& LightColours()
+{
+    static const QColor white(Qt::white), hint(0xFF, 0xFD, 0xE8), chosen(0x2F, 0x6F, 0xB5);
+    static const std::array<ColourRow, 21> rows{{
+        {QPalette::Window, Ground, Ground},
+        {QPalette::WindowText, Ink, Faint},
+        {QPalette::Base, Sheet, Ground},
+        {QPalette::AlternateBase, PanelGrey, PanelGrey},
+        {QPalette::Text, Ink, Faint},
+        {QPalette::PlaceholderText, Faint, Faint},
+        {QPalette::ToolTipBase, hint, hint},
+        {QPalette::ToolTipText, Ink, Ink},
+        {QPalette::Button, QColor(0xF0, 0xF1, 0xF3), QColor(0xF0, 0xF1, 0xF3)},
+        {QPalette::ButtonText, Ink, Faint},
+        {QPalette::BrightText, white, white},
+        {QPalette::Light, white, white},
+        {QPalette::Midlight, QColor(0xE3, 0xE6, 0xEA), QColor(0xE3, 0xE6, 0xEA)},
+        {QPalette::Mid, QColor(0xB4, 0xBA, 0xC2), QColor(0xB4, 0xBA, 0xC2)},
+        {QPalette::Dark, QColor(0x9A, 0xA1, 0xAB), QColor(0xB4, 0xBA, 0xC2)},
+        {QPalette::Shadow, QColor(0x6E, 0x76, 0x80), QColor(0x9A, 0xA1, 0xAB)},
+        {QPalette::Highlight, chosen, QColor(0xC9, 0xCE, 0xD4)},
+        {QPalette::HighlightedText, white, Ink},
+        {QPalette::Link, QColor(0x1D, 0x5A, 0xA0), Faint},
+        {QPalette::LinkVisited, QColor(0x6B, 0x3F, 0x8F), Faint},
+        {QPalette::NoRole, Ground, Ground},
+    }};
+    return rows;
+}
+
+/// The picture on the windows: a sheet of the form with its mark.
+QIcon ProgramPicture()
+{
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128}) {
+        QPixmap pixmap(size, size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(size / 24.0, size / 24.0);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0x1F, 0x4E, 0x8C));
+        painter.drawRoundedRect(QRectF(1, 1, 22, 22), 4, 4);
+        painter.setBrush(Qt::white);
+        painter.drawRoundedRect(QRectF(6, 4, 12, 16), 1, 1);
+        painter.setBrush(Yellow);
+        painter.drawRect(QRectF(6, 6, 5, 3.5));
+        painter.setPen(QPen(QColor(0x6C, 0x86, 0xA8), 1.2));
+        for (const double line : {12.0, 14.5, 17.0})
+            painter.drawLine(QPointF(8, line), QPointF(16, line));
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
 } // namespace
+
+const QPalette& WholePalette()
+{
+    static const QPalette palette = [] {
+        QPalette made;
+        for (const ColourRow& row : LightColours()) {
+            made.setColor(row.role, row.usual);
+            made.setColor(QPalette::Disabled, row.role, row.disabled);
+        }
+        return made;
+    }();
+    return palette;
+}
+
+void Dress()
+{
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    // The desktop may have colours of its own for menus, buttons and the like.
+    for (const char* kind : {"QAbstractButton", "QAbstractItemView", "QCheckBox", "QComboBox", "QGroupBox",
+                             "QHeaderView", "QLabel", "QLineEdit", "QMenu", "QMenuBar", "QMessageBox", "QRadioButton",
+                             "QTabBar", "QTextControl", "QTextEdit", "QToolButton"})
+        QApplication::setPalette(WholePalette(), kind);
+    QApplication::setPalette(WholePalette());
+    QToolTip::setPalette(WholePalette());
+    QApplication::setWindowIcon(ProgramPicture());
+}
 
 QFont CaptionFont(const TextLook& look)
 {

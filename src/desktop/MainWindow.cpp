@@ -33,7 +33,7 @@ protected:
     {
         QPainter painter(this);
         painter.fillRect(event->rect(), look::Desk);
-        painter.setPen(QColor(0x5A, 0x63, 0x6E));
+        painter.setPen(look::DeskInk);
         painter.drawText(rect().adjusted(40, 40, -40, -40), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
                          QStringLiteral("Choose Open in the File menu to open an employee, or New to add one."));
     }

@@ -13,6 +13,7 @@ void PageHeader(Layout& layout)
     layout.Line(0, 37, layout.width, 1);
     layout.Place("Page1", 10, 6, 84, 26);
     layout.Place("Page2", 98, 6, 84, 26);
+    layout.captionPlace = {.x = 190, .y = 2, .width = 430, .height = 34};
 }
 
 void Section(Layout& layout, int y, int height, std::string_view letter, std::string_view heading,

@@ -127,7 +127,7 @@ Layout frmVSPrintDialog()
     layout.PlaceAt("optRange", 2, x + 14, 172, 90);
     layout.Place("txtPageNumbers", x + 110, 172, 262, Layout::BoxHeight, "Page numbers");
     layout.Text(x + 14, 208, 360, "Enter page numbers and/or page ranges separated by commas. For example, 1,3,5-12",
-                {}, 48);
+                {.size = 13}, 48);
     group("fraDuplex", 286, 110);
     for (int index = 0; index <= 2; ++index)
         layout.PlaceAt("optDuplex", index, x + 14, 300 + index * 30, 300);

@@ -36,6 +36,8 @@ Layout ScheduleWindow(std::string_view heading, std::span<const ScheduleColumn> 
     layout.Text(Margin, 12, DescriptionWidth + 2 * AmountWidth, heading, Heading);
     constexpr int First = 62;
     constexpr int Totals = First + LinesOfASchedule * LineStep + Gap;
+    layout.headerHeight = First - 3;
+    layout.footTop = Totals - Gap / 2;
     int x = Margin;
     for (int line = 1; line <= LinesOfASchedule; ++line)
         layout.Text(x, First + (line - 1) * LineStep + 4, NumberWidth, std::to_string(line), LineNumber);

@@ -19,6 +19,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTabWidget>
 #include <QToolButton>
 
@@ -45,7 +46,7 @@ protected:
     void paintEvent(QPaintEvent* event) override
     {
         QPainter painter(this);
-        painter.fillRect(event->rect(), QColor(0xF7, 0xF8, 0xFA));
+        painter.fillRect(event->rect(), look::Ground);
         painter.translate(0, -top);
         const QRect dirty = event->rect().translated(0, top).adjusted(-40, -40, 40, 40);
         for (const Layout::Drawn& drawn : layout.drawn)
@@ -67,6 +68,28 @@ private:
     const Layout& layout;
     int page;
     int top;
+};
+
+/// A label of several lines: a word that is longer than a line goes on in the next.
+class WrappedLabel : public QLabel {
+public:
+    explicit WrappedLabel(QWidget* parent) : QLabel(parent)
+    {
+        setTextFormat(Qt::PlainText);
+        setWordWrap(true);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        const QStringList words = text().simplified().split(' ');
+        const bool fits = std::ranges::all_of(
+            words, [&](const QString& word) { return fontMetrics().horizontalAdvance(word) <= width(); });
+        const int wrap = fits ? Qt::TextWordWrap : Qt::TextWrapAnywhere;
+        style()->drawItemText(&painter, rect(), static_cast<int>(alignment()) | wrap, palette(), isEnabled(), text(),
+                              QPalette::WindowText);
+    }
 };
 
 /// A group of controls: its frame and title. What stands in it lies over it.
@@ -191,16 +214,25 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
     scroll = new QScrollArea(this);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
-    form = new Canvas(layout, layout.headerHeight, layout.height, nullptr);
+    form = new Canvas(layout, layout.headerHeight, layout.FormBottom(), nullptr);
+    if (layout.footTop > 0)
+        foot = new Canvas(layout, layout.footTop, layout.height, this);
+    if (layout.captionPlace.width > 0) {
+        captionLabel = new WrappedLabel(header);
+        captionLabel->setObjectName(objectName() + ".Caption");
+        captionLabel->setGeometry(layout.captionPlace.x, layout.captionPlace.y, layout.captionPlace.width,
+                                  layout.captionPlace.height);
+        captionLabel->setAlignment(Qt::AlignCenter);
+    }
 
     for (const Layout::Placed& place : layout.placed) {
         Box& box = screen.box(place.box, place.index);
-        QWidget* canvas = place.page > 0                  ? pages.at(static_cast<std::size_t>(place.page - 1))
-                          : place.y < layout.headerHeight ? header
-                                                          : form;
+        QWidget* canvas = CanvasOf(place);
         QWidget* widget = MakeWidget(box, place, canvas);
-        widget->setGeometry(place.x, canvas == form ? place.y - layout.headerHeight : place.y, place.width,
-                            place.height);
+        const int top = canvas == form ? layout.headerHeight : canvas == foot ? layout.footTop : 0;
+        widget->setGeometry(place.x, place.y - top, place.width, place.height);
+        if (place.look)
+            widget->setFont(look::CaptionFont(*place.look));
         const std::string& spoken = !place.spoken.empty()   ? place.spoken
                                     : !box.Spoken().empty() ? box.Spoken()
                                                             : box.Text();
@@ -208,9 +240,11 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
         Adopt(box, *widget);
     }
     scroll->setWidget(form);
-    if (header != nullptr)
-        connect(scroll->horizontalScrollBar(), &QScrollBar::valueChanged, this,
-                [this](int left) { header->move(-left, 0); });
+    connect(scroll->horizontalScrollBar(), &QScrollBar::valueChanged, this, [this](int left) {
+        for (QWidget* fixed : {header, foot})
+            if (fixed != nullptr)
+                fixed->move(-left, fixed->y());
+    });
     FixTabOrder();
     CaptionChanged();
     screen.SetView(this);
@@ -251,6 +285,16 @@ int ScreenWindow::FormWidth() const
     return layout.width + scroll->verticalScrollBar()->sizeHint().width();
 }
 
+/// The part of the window on which a control stands.
+QWidget* ScreenWindow::CanvasOf(const Layout::Placed& place) const
+{
+    if (place.page > 0)
+        return pages.at(static_cast<std::size_t>(place.page - 1));
+    if (place.y < layout.headerHeight)
+        return header;
+    return place.y < layout.FormBottom() ? form : foot;
+}
+
 QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget* parent)
 {
     switch (box.GetKind()) {
@@ -266,11 +310,12 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
         return new Group(parent);
     case Kind::Label:
         if (!screen.IsClickable(box)) {
-            auto* label = new QLabel(parent);
+            const bool wrapped = place.height > Layout::BoxHeight * 3 / 2;
+            QLabel* label = wrapped ? new WrappedLabel(parent) : new QLabel(parent);
             if (box.IsAmount())
                 label->setFont(look::AmountFont());
-            label->setAlignment(box.IsAmount() ? Qt::AlignRight | Qt::AlignVCenter : Qt::AlignLeft | Qt::AlignVCenter);
-            label->setWordWrap(place.height > Layout::BoxHeight * 3 / 2);
+            const bool right = box.IsAmount() || (place.look && place.look->align == TextLook::Align::Right);
+            label->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
             label->setTextFormat(Qt::PlainText);
             if (box.IsAmount()) {
                 label->setFrameShape(QFrame::StyledPanel);
@@ -452,6 +497,8 @@ void ScreenWindow::BoxChanged(const Box& box)
 void ScreenWindow::CaptionChanged()
 {
     setWindowTitle(look::Text(screen.Caption()));
+    if (captionLabel != nullptr)
+        captionLabel->setText(look::Text(screen.Caption()));
 }
 
 void ScreenWindow::FocusOn(const Box& box)
@@ -621,7 +668,10 @@ void ScreenWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     const int top = layout.headerHeight;
-    scroll->setGeometry(0, top, width(), height() - top);
+    const int bottom = height() - (foot == nullptr ? 0 : foot->height());
+    scroll->setGeometry(0, top, width(), std::max(0, bottom - top));
+    if (foot != nullptr)
+        foot->move(foot->x(), bottom);
 }
 
 } // namespace quillmere

@@ -8,8 +8,9 @@
 #include <unordered_map>
 #include <vector>
 
-class QScrollArea;
+class QLabel;
 class QLineEdit;
+class QScrollArea;
 
 namespace quillmere {
 
@@ -48,6 +49,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    QWidget* CanvasOf(const Layout::Placed& place) const;
     QWidget* MakeWidget(Box& box, const Layout::Placed& place, QWidget* parent);
     QWidget* MakeEdit(Box& box, QWidget* parent);
     QWidget* MakeList(Box& box, QWidget* parent);
@@ -62,6 +64,8 @@ private:
     const Layout& layout;
     QWidget* header = nullptr;
     QWidget* form = nullptr;
+    QWidget* foot = nullptr;
+    QLabel* captionLabel = nullptr; ///< of a page, which has no title bar
     QScrollArea* scroll = nullptr;
     std::vector<QWidget*> pages; ///< of the tab strip
     std::unordered_map<const Box*, QWidget*> widgets;

@@ -14,9 +14,10 @@ constexpr TextLook Formula{.size = 11, .align = TextLook::Align::Right};
 
 constexpr int ButtonWidth = 96, ButtonHeight = 28;
 
-void Buttons(Layout& layout, int y)
+/// The three buttons, ending at a place of the line.
+void Buttons(Layout& layout, int right, int y)
 {
-    int x = layout.width - 16 - 3 * ButtonWidth - 2 * 8;
+    int x = right - 3 * ButtonWidth - 2 * 8;
     for (const std::string_view button : {"Ok", "Delete", "Cancel"}) {
         layout.Place(button, x, y, ButtonWidth, ButtonHeight);
         x += ButtonWidth + 8;
@@ -69,6 +70,8 @@ struct SheetColumn {
     }
 };
 
+/// The sheet is wider than a small screen: what is always to be seen ends here.
+constexpr int SmallScreen = 980;
 constexpr int SheetHeader = 42, SheetTop = 48, SheetBottom = 672;
 constexpr int LeftX = 10, LeftWidth = 470, RightX = 488, RightWidth = 700;
 
@@ -142,6 +145,7 @@ void Benefits(Layout& layout)
 
     column.Head("Car fuel benefit");
     layout.Place("Check1", column.BoxX(), column.y, 70);
+    layout.Looks({.size = 12});
     column.Caption({}, "Fuel Benefit Required?", {}, 1);
     column.Pounds("V", "Car fuel benefit charge for the whole of the tax year ", edition::SheetFuelCaption, "VBox");
     const int withdrawn = column.Caption(
@@ -164,7 +168,7 @@ Layout FNotepad()
     layout.Line(0, SheetHeader - 1, layout.width, 1);
     for (int car = 1; car <= 5; ++car)
         layout.Place(Numbered("lblCar", car), 10 + (car - 1) * 88, 7, 84, ButtonHeight);
-    Buttons(layout, 7);
+    Buttons(layout, SmallScreen, 7);
 
     constexpr int particulars = 372;
     layout.Panel(LeftX, SheetTop, LeftWidth, particulars);
@@ -185,11 +189,11 @@ Layout Form1()
         int width;
     };
     constexpr auto Columns = std::to_array<Column>({
-        {"Make", "Manufacture", "MakeBox", 296},
+        {"Make", "Manufacture", "MakeBox", 240},
         {"Model", "Model", "ModelBox", 190},
-        {"Description", "ModelDescription", "ModelDescBox", 290},
-        {"Transmission", "Transm", "TransmissionBox", 120},
-        {"Type of fuel", "FuelT", "FuelBox", 110},
+        {"Description", "ModelDescription", "ModelDescBox", 260},
+        {"Transmission", "Transm", "TransmissionBox", 110},
+        {"Type of fuel", "FuelT", "FuelBox", 100},
     });
     constexpr int Left = 16, ListTop = 78, ListHeight = 270, Gap = 10;
     Layout layout;
@@ -210,7 +214,7 @@ Layout Form1()
     layout.Text(Left + 246, Found + 3, 80, "Engine size", {.size = 13});
     layout.Place("EngineBox", Left + 330, Found, 70);
     layout.Text(Left + 406, Found + 4, 30, "cc", Small);
-    Buttons(layout, Found - 3);
+    Buttons(layout, layout.width - Left, Found - 3);
     layout.height = Found + 40;
     return layout;
 }

@@ -1,6 +1,6 @@
 // What holds for the window of every screen: each control is placed, named for a screen reader, and visited by the Tab
 // key once, in the order of the form.
-#include "RunningProgram.h"
+#include "EveryScreen.h"
 #include "desktop/Layout.h"
 #include "desktop/MainWindow.h"
 
@@ -16,39 +16,8 @@
 namespace quillmere {
 namespace {
 
+using testing::EveryScreen;
 using testing::RunningProgram;
-
-class EveryScreen : public ::testing::TestWithParam<std::string_view> {
-protected:
-    /// The screen on its window.
-    void Open()
-    {
-        screen = running.Show(GetParam());
-        ASSERT_NE(screen, nullptr) << GetParam() << " does not open";
-        window = running.host.WindowOf(*screen);
-        window->window()->activateWindow();
-        QCoreApplication::processEvents();
-    }
-
-    QWidget* WidgetOf(const Box& box) const { return running.host.WidgetOf(*screen, box); }
-
-    /// The boxes that Tab is to visit, in the order of the form.
-    std::vector<const Box*> Visited() const
-    {
-        std::vector<const Box*> visited;
-        for (const auto& box : screen->Boxes()) {
-            const QWidget* widget = WidgetOf(*box);
-            if (widget != nullptr && widget->isEnabled() && widget->isVisible() &&
-                (widget->focusPolicy() & Qt::TabFocus) != 0)
-                visited.push_back(box.get());
-        }
-        return visited;
-    }
-
-    RunningProgram running;
-    Screen* screen = nullptr;
-    QWidget* window = nullptr;
-};
 
 /// What other controls stand on, or what a class of its own draws.
 bool IsGround(const Box& box)

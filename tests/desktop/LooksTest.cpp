@@ -1,0 +1,371 @@
+// What the user sees: our own colours on any desktop, every word readable and whole, and what counts in sight on a
+// small screen.
+#include "EveryScreen.h"
+#include "desktop/DesktopPlatform.h"
+#include "desktop/Layout.h"
+#include "desktop/Look.h"
+#include "frame/Text.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTextEdit>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <QToolTip>
+#include <QTreeView>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+
+namespace quillmere {
+namespace {
+
+using testing::EveryScreen;
+using testing::RunningProgram;
+
+// ---- colours --------------------------------------------------------------------------------------
+
+constexpr double Readable = 4.5;
+
+double Luminance(const QColor& colour)
+{
+    const auto part = [](double value) {
+        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
+}
+
+double Contrast(const QColor& one, const QColor& other)
+{
+    const auto [low, high] = std::minmax(Luminance(one), Luminance(other));
+    return (high + 0.05) / (low + 0.05);
+}
+
+/// What the desktop's theme does to the program: it has dark colours for all, and for kinds of widgets.
+void MakeTheDesktopDark()
+{
+    QPalette dark(QColor(0x20, 0x20, 0x20), QColor(0x1A, 0x1A, 0x1A));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        dark.setColor(role, Qt::white);
+    QApplication::setPalette(dark);
+    for (const char* kind : {"QMenu", "QMenuBar", "QAbstractButton", "QCheckBox", "QRadioButton", "QLabel", "QGroupBox",
+                             "QComboBox", "QLineEdit", "QAbstractItemView", "QMessageBox", "QTabBar"})
+        QApplication::setPalette(dark, kind);
+    QToolTip::setPalette(dark);
+}
+
+template<class... Kinds>
+void ExpectOurColours()
+{
+    const auto look = [](QWidget& widget) {
+        widget.ensurePolished();
+        for (int role = 0; role < QPalette::NColorRoles; ++role)
+            for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+                const auto which = static_cast<QPalette::ColorRole>(role);
+                EXPECT_EQ(widget.palette().color(group, which), look::WholePalette().color(group, which))
+                    << widget.metaObject()->className() << ", role " << role << ", group " << group;
+            }
+    };
+    const auto made = [&look](auto widget) { look(*widget); };
+    (made(std::make_unique<Kinds>()), ...);
+}
+
+TEST(Colours, AreOursForEveryKindOfWidgetOnADarkDesktop)
+{
+    MakeTheDesktopDark();
+    const DesktopHost host;
+    ExpectOurColours<QWidget, QCheckBox, QComboBox, QDialog, QDialogButtonBox, QGroupBox, QLabel, QLineEdit,
+                     QListWidget, QMenu, QMenuBar, QMessageBox, QProgressBar, QPushButton, QRadioButton, QScrollArea,
+                     QStatusBar, QTabBar, QTabWidget, QTextEdit, QToolBar, QToolButton, QTreeView>();
+    QFileDialog file;
+    for (const QWidget* part : file.findChildren<QWidget*>())
+        EXPECT_EQ(part->palette().color(QPalette::Active, QPalette::Base),
+                  look::WholePalette().color(QPalette::Active, QPalette::Base))
+            << part->metaObject()->className();
+    EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs)) << "a dialog of the desktop's is dark";
+    EXPECT_EQ(QToolTip::palette().color(QPalette::ToolTipText), look::WholePalette().color(QPalette::ToolTipText));
+}
+
+TEST(Colours, AreAllSaidAndReadable)
+{
+    const DesktopHost host;
+    const QPalette& ours = look::WholePalette();
+    struct {
+        QPalette::ColorRole text, ground;
+    } const pairs[] = {
+        {QPalette::WindowText, QPalette::Window},       {QPalette::Text, QPalette::Base},
+        {QPalette::Text, QPalette::AlternateBase},      {QPalette::ButtonText, QPalette::Button},
+        {QPalette::ToolTipText, QPalette::ToolTipBase}, {QPalette::HighlightedText, QPalette::Highlight},
+        {QPalette::PlaceholderText, QPalette::Base},    {QPalette::Link, QPalette::Base},
+        {QPalette::LinkVisited, QPalette::Base},
+    };
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        for (int role = 0; role < QPalette::NColorRoles; ++role)
+            EXPECT_TRUE(ours.isBrushSet(group, static_cast<QPalette::ColorRole>(role))) << group << " " << role;
+        for (const auto& [text, ground] : pairs)
+            EXPECT_GE(Contrast(ours.color(group, text), ours.color(group, ground)), Readable)
+                << "text " << text << " on " << ground << ", group " << group;
+    }
+}
+
+// ---- every screen ---------------------------------------------------------------------------------
+
+class ScreenLooks : public EveryScreen {
+protected:
+    /// A figure in every amount and words in every other box.
+    void Fill()
+    {
+        for (const auto& box : screen->Boxes())
+            if (box->GetKind() == Kind::Text || (box->GetKind() == Kind::Label && box->IsAmount()))
+                box->SetText(box->IsAmount() ? "   1234.56" : "Sample");
+        QCoreApplication::processEvents();
+    }
+
+    /// The window as large as its layout, without scroll bars.
+    void ShowWhole()
+    {
+        const Layout& layout = LayoutOf(GetParam());
+        window->resize(layout.width, layout.height);
+        QCoreApplication::processEvents();
+    }
+
+    bool IsText(const QWidget& widget) const
+    {
+        return qobject_cast<const QLabel*>(&widget) != nullptr ||
+               qobject_cast<const QAbstractButton*>(&widget) != nullptr ||
+               qobject_cast<const QLineEdit*>(&widget) != nullptr;
+    }
+};
+
+/// The contrast of a part of a picture: of the ground, which most of it is, and of what stands out from it most.
+double ContrastIn(const QImage& picture, const QRect& part)
+{
+    std::map<QRgb, int> count;
+    const QRect inside = part.intersected(picture.rect());
+    for (int y = inside.top(); y <= inside.bottom(); ++y)
+        for (int x = inside.left(); x <= inside.right(); ++x)
+            ++count[picture.pixel(x, y)];
+    if (count.size() < 2)
+        return 0;
+    const QRgb ground = std::ranges::max_element(count, {}, [](const auto& one) { return one.second; })->first;
+    double highest = 0;
+    for (const auto& [colour, times] : count)
+        highest = std::max(highest, Contrast(QColor(colour), QColor(ground)));
+    return highest;
+}
+
+TEST_P(ScreenLooks, EveryWordIsReadableOnADarkDesktop)
+{
+    MakeTheDesktopDark();
+    look::Dress();
+    ASSERT_NO_FATAL_FAILURE(Open());
+    if (GetParam() == "frmVSPrint") // its strip is laid out by its window
+        return;
+    Fill();
+    ShowWhole();
+    const QImage picture = window->grab().toImage();
+    const Layout& layout = LayoutOf(GetParam());
+    for (const Layout::Drawn& drawn : layout.drawn) {
+        using What = Layout::Drawn::What;
+        const bool words = drawn.what == What::Text || drawn.what == What::Letter || drawn.what == What::Tag;
+        if (!words || drawn.page > 0 || Trim(drawn.text).empty())
+            continue;
+        EXPECT_GE(ContrastIn(picture, QRect(drawn.x, drawn.y, drawn.width, drawn.height)), Readable) << drawn.text;
+    }
+    for (const auto& box : screen->Boxes()) {
+        const QWidget* widget = WidgetOf(*box);
+        if (widget == nullptr || !widget->isVisible() || !IsText(*widget) || Trim(box->Text()).empty())
+            continue;
+        const bool marked = box->GetKind() == Kind::Tick || box->GetKind() == Kind::Option;
+        const QRect whole(widget->mapTo(window, QPoint(0, 0)), widget->size());
+        EXPECT_GE(ContrastIn(picture, whole.adjusted(marked ? 20 : 4, 4, -4, -4)), Readable) << box->FullName();
+    }
+}
+
+TEST_P(ScreenLooks, KeepsButtonsAndTotalsInSightOnASmallScreen)
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    Fill();
+    window->resize(QSize(LayoutOf(GetParam()).width + 16, LayoutOf(GetParam()).height).boundedTo(QSize(1004, 540)));
+    QCoreApplication::processEvents();
+    static const std::set<std::string_view> results{"FCashEqu3", "FCashEqu4", "FCashEqu5", "FCashEqu6",
+                                                    "FFuelEqu3", "FFuelEqu4", "FFuelEqu5", "FFuelEqu6"};
+    for (const auto& box : screen->Boxes()) {
+        const bool total = (box->GetKind() == Kind::Label && box->IsAmount()) ||
+                           (screen->Mode() == ShowMode::Modal && results.contains(box->Name())) ||
+                           (GetParam() == "GNotepad" && (box->Name() == "MBox" || box->Name() == "XBox"));
+        const QWidget* widget = WidgetOf(*box);
+        if ((!total && box->GetKind() != Kind::Button) || widget == nullptr || !widget->isVisible())
+            continue;
+        if (const auto* tabs = window->findChild<QTabWidget*>(); tabs != nullptr && tabs->isAncestorOf(widget))
+            continue;
+        EXPECT_EQ(widget->visibleRegion().boundingRect(), widget->rect()) << box->FullName() << " is out of sight";
+    }
+}
+
+TEST_P(ScreenLooks, ShowsEveryLabelWhole)
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    if (Box* folder = screen->FindBox("lblFolderName"))
+        folder->SetText("Clients of the northern branch, first half of the alphabet, from A to M without the agencies");
+    for (const QLabel* label : window->findChildren<QLabel*>()) {
+        if (!label->isVisible() || label->objectName() == "frmVSPrint.lblDocument")
+            continue;
+        const int wrap = label->wordWrap() ? Qt::TextWrapAnywhere : 0;
+        const QRect room = label->contentsRect();
+        const QRect words =
+            label->fontMetrics().boundingRect(room, static_cast<int>(label->alignment()) | wrap, label->text());
+        EXPECT_TRUE(words.width() <= room.width() && words.height() <= room.height())
+            << label->objectName().toStdString() << ": " << label->text().toStdString();
+    }
+}
+
+/// Words of a control beside words that are drawn have their size.
+TEST_P(ScreenLooks, HasWordsOfOneSizeInALine)
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    const Layout& layout = LayoutOf(GetParam());
+    for (const Layout::Placed& place : layout.placed) {
+        const Box& box = screen->box(place.box, place.index);
+        const QWidget* widget = WidgetOf(box);
+        const bool words = box.GetKind() == Kind::Tick || box.GetKind() == Kind::Option ||
+                           (box.GetKind() == Kind::Label && !box.IsAmount() && !screen->IsClickable(box));
+        if (!words || Trim(box.Text()).empty() || place.y < layout.headerHeight)
+            continue;
+        for (const Layout::Drawn& drawn : layout.drawn) {
+            const int middle = place.y + place.height / 2;
+            if (drawn.what != Layout::Drawn::What::Text || drawn.page != place.page || drawn.look.bold ||
+                drawn.y > middle || drawn.y + drawn.height < middle || drawn.look.size < 12)
+                continue;
+            EXPECT_EQ(widget->font().pixelSize(), drawn.look.size) << box.FullName() << " beside " << drawn.text;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, ScreenLooks, ::testing::ValuesIn(ScreensWithLayout()),
+                         [](const auto& parameter) { return std::string(parameter.param); });
+
+// ---- the pages ------------------------------------------------------------------------------------
+
+TEST(PageHead, SaysThePagesCaption)
+{
+    RunningProgram running;
+    for (const std::string_view page : {"Form3", "Side2Form1"}) {
+        Screen* screen = running.Show(page);
+        ASSERT_NE(screen, nullptr);
+        QWidget* window = running.host.WindowOf(*screen);
+        const auto* words = window->findChild<QLabel*>(look::Text(std::string(page) + ".Caption"));
+        ASSERT_NE(words, nullptr);
+        EXPECT_TRUE(words->isVisible());
+        EXPECT_EQ(words->text().toStdString(), screen->Caption());
+        EXPECT_FALSE(screen->Caption().empty());
+        screen->SetCaption("P11D Form Page1 - Jane Smith (Acme Ltd)");
+        EXPECT_EQ(words->text().toStdString(), "P11D Form Page1 - Jane Smith (Acme Ltd)");
+        for (const char* neighbour : {"Page2", "Label65", "lblPage"})
+            if (const Box* box = screen->FindBox(neighbour)) {
+                EXPECT_FALSE(running.host.WidgetOf(*screen, *box)->geometry().intersects(words->geometry()))
+                    << neighbour;
+            }
+    }
+}
+
+// ---- windows --------------------------------------------------------------------------------------
+
+TEST(FolderManager, OpensInTheMiddleOfTheScreen)
+{
+    RunningProgram running;
+    MainWindow& main = *running.host.Main();
+    main.setWindowState(Qt::WindowNoState);
+    main.setGeometry(0, 0, 640, 400);
+    constexpr int FrameOfAWindow = 8;
+    const auto middleOf = [&](std::string_view name) {
+        return running.host.WindowOf(*running.Show(name))->geometry().center();
+    };
+    const QPoint middle = QGuiApplication::primaryScreen()->geometry().center();
+    EXPECT_LE((middleOf("frmFolderManager") - middle).manhattanLength(), FrameOfAWindow);
+    running.program.GetSession().screens.Unload("frmFolderManager");
+    EXPECT_LE((middleOf("NewFileCheck") - main.geometry().center()).manhattanLength(), FrameOfAWindow)
+        << "as all the others";
+}
+
+TEST(Windows, HaveThePictureOfTheProgram)
+{
+    const RunningProgram running;
+    EXPECT_FALSE(running.host.Main()->windowIcon().isNull());
+    EXPECT_FALSE(running.host.Main()->windowIcon().pixmap(16, 16).isNull());
+}
+
+TEST(Pictures, TellTheCommandsOfTheToolbarApart)
+{
+    const std::vector<std::string> commands{"New File", "Open File", "Close File", "Backup database",
+                                            "Print",    "Exit",      "any notepad"};
+    for (std::size_t one = 0; one < commands.size(); ++one)
+        for (std::size_t other = one + 1; other < commands.size(); ++other)
+            EXPECT_NE(look::Picture(commands[one]).pixmap(24, 24).toImage(),
+                      look::Picture(commands[other]).pixmap(24, 24).toImage())
+                << commands[one] << ", " << commands[other];
+}
+
+// ---- message boxes --------------------------------------------------------------------------------
+
+/// Looks at a message box while it is open.
+template<class Look>
+void ShowMessageAnd(const Message& message, Look look)
+{
+    DesktopHost host;
+    DesktopPlatform platform(host);
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        look(*box);
+        box->close();
+    });
+    platform.ShowMessage(message);
+}
+
+TEST(MessageBoxes, HaveRoomForTheirTitleBesideThreeButtons)
+{
+    const std::string title = "Quillmere Program Closing - Please restart from the desktop";
+    ShowMessageAnd({.title = title, .text = "Short"}, [&](QMessageBox& box) {
+        constexpr int ThreeButtons = 3 * 48;
+        QFont bold = QApplication::font();
+        bold.setBold(true);
+        EXPECT_GE(box.width(), QFontMetrics(bold).horizontalAdvance(look::Text(title)) + ThreeButtons);
+    });
+}
+
+TEST(MessageBoxes, BreakNoLineThatHasBeenBroken)
+{
+    const QString line = QString("mmmm ").repeated(12);
+    const std::string text = line.toStdString() + "\nnnnn nnnn\n\nDo you wish to proceed?";
+    ShowMessageAnd({.title = "T", .text = text, .buttons = Buttons::YesNo}, [&](QMessageBox& box) {
+        const auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+        ASSERT_NE(label, nullptr);
+        EXPECT_LT(label->height(), 6 * label->fontMetrics().lineSpacing()) << "four lines";
+        EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(line));
+    });
+}
+
+} // namespace
+} // namespace quillmere
