@@ -39,6 +39,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "mnuSettingsReports", .kind = Kind::Menu, .text = "Reports"},
     {.name = "picToolbar", .kind = Kind::Label},
     {.name = "StatusBar1", .kind = Kind::Label, .first = 1, .last = 2},
+    {.name = "StatusNote", .kind = Kind::Label},
 });
 
 /// The toolbar's buttons: the array cmdFile, and those beside it. Most of the family's buttons have no action in this
@@ -68,6 +69,9 @@ constexpr auto Tools = std::to_array<ToolRow>({
     {"cmdValidate", Box::NoIndex, ""},
     {"cmdExit", Box::NoIndex, "Exit", true},
 });
+
+/// The two sides of the form, in the order of closing.
+constexpr auto Pages = std::to_array<std::string_view>({"Side2Form1", "Form3"});
 
 constexpr auto Menus = std::to_array<MenuRow>({
     {.menu = "File", .box = "New"},
@@ -113,7 +117,7 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
     command("New", newFile);
     command("Open", open);
     command("mnuTransfer", [this] { CommandOpenScreen("TransferList"); });
-    command("FileP11DB", [this] { CommandDeclaration(); });
+    command("FileP11DB", [this] { this->session.screens.Show("P11DDeclaration"); });
     command("FileDeleteEmployer", [this] { CommandEmployerList(ChooseToDelete, "Select Employer to delete"); });
     command("FileDeleteEmployee",
             [this] { CommandEmployerList(ChooseToDeleteEmployee, "Select the Employee's Employer"); });
@@ -122,7 +126,7 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
     command("mnuPrint", print);
     command("mnuBatch", [this] { CommandOpenScreen("PrePrint"); });
     command("mnuPrintSetup", [this] { this->session.platform.ShowPrinterSetup(); });
-    command("ExitOpt", [this] { this->session.screens.Unload("MDIForm1"); });
+    command("ExitOpt", [this] { End(); });
     command("mnuFolderManager", [this] { this->session.screens.Show("frmFolderManager"); });
     command("ToolbarOpt", [this] { ToggleToolbar(); });
     command("mnuSettingsReports", [this] { this->session.screens.Show("frmVSPrintSettings"); });
@@ -229,7 +233,7 @@ void MDIForm1::ToggleToolbar()
 
 bool MDIForm1::PagesMayClose()
 {
-    for (const std::string_view name : {"Side2Form1", "Form3"})
+    for (const std::string_view name : Pages)
         if (Screen* page = session.screens.Find(name))
             if (!static_cast<P11DPage&>(*page).MayClose())
                 return false;
@@ -277,16 +281,9 @@ void MDIForm1::CommandOpenScreen(std::string_view screen)
     session.screens.Show(screen);
 }
 
-void MDIForm1::CommandDeclaration()
-{
-    session.DeclarationFromMenu = true;
-    session.screens.Show("P11DDeclaration");
-}
-
 void MDIForm1::CommandPrint()
 {
-    session.screens.LeaveBoxInUse();
-    for (const std::string_view page : {"Form3", "Side2Form1"}) {
+    for (const std::string_view page : Pages) {
         if (!session.screens.IsShown(page))
             continue;
         auto& shown = static_cast<P11DPage&>(*session.screens.Find(page));
@@ -295,12 +292,50 @@ void MDIForm1::CommandPrint()
             return;
     }
     session.printJob(PrintedDocument::Employee);
+    session.screens.WhenNoneIsModal([this] { RefreshAfterPrint(); });
+}
+
+/// The page that shows is sought again once the print run is over and the preview closed. One whose record has not been
+/// there before it has been told of.
+void MDIForm1::RefreshAfterPrint()
+{
+    auto* page = static_cast<P11DPage*>(session.screens.Find(session.CurrentPage == 2 ? "Side2Form1" : "Form3"));
+    if (page != nullptr && page->HasRecord())
+        static_cast<void>(page->SeekRecord(page->RefreshErrorTitle()));
 }
 
 void MDIForm1::CommandExit()
 {
     if (session.messages.Ask("End Program", "Quit " + std::string(edition::AppTitle), Icon::Critical))
+        End();
+}
+
+void MDIForm1::CloseRequested()
+{
+    session.screens.LeaveBoxInUse();
+    End();
+}
+
+void MDIForm1::End()
+{
+    if (MayEnd())
         session.screens.Unload(Name());
+}
+
+bool MDIForm1::MayEnd()
+{
+    for (Screen* screen : session.screens.Open()) {
+        auto* bound = dynamic_cast<BoundScreen*>(screen);
+        if (bound == nullptr)
+            continue;
+        if (session.endsBySystem)
+            bound->StoreOrKeep();
+        else if (!bound->MayClose() &&
+                 !session.messages.Ask(edition::AppTitle, "Close without storing?", Icon::Question, Answer::No))
+            return false;
+        bound->DropChanges();
+    }
+    return true;
 }
 
 void MDIForm1::Unload()
@@ -308,15 +343,14 @@ void MDIForm1::Unload()
     UnloadAllScreens(session);
     for (Screen* screen : session.screens.Open())
         session.screens.Unload(screen->Name());
-    if (const auto& placement = Placement()) {
+    // A window that is closed minimised keeps what was saved: its place, and whether it was large.
+    if (const auto& placement = Placement(); placement && !placement->minimised) {
         Settings& settings = session.settings;
         settings.applicationMaximised = placement->maximised;
-        if (!placement->minimised) {
-            settings.applicationTop = placement->top;
-            settings.applicationLeft = placement->left;
-            settings.applicationHeight = placement->height;
-            settings.applicationWidth = placement->width;
-        }
+        settings.applicationTop = placement->top;
+        settings.applicationLeft = placement->left;
+        settings.applicationHeight = placement->height;
+        settings.applicationWidth = placement->width;
     }
     // Where they cannot be written, the settings of this run are lost and nothing else suffers.
     static_cast<void>(WriteConfiguration(session.settings, session.programFolder));

@@ -34,6 +34,12 @@ public:
 
 private:
     void ReadSettings();
+    void CloseRequested() override;
+    /// Ends the program, if it may.
+    void End();
+    /// False if the store does not take what is open and the user does not want to lose it. At the system's wish nobody
+    /// is asked: it is kept for the next start.
+    [[nodiscard]] bool MayEnd();
     /// False, with the store's words and all left open, if the store does not take what the open page holds.
     [[nodiscard]] bool PagesMayClose();
     /// Closes every screen of the employee for a command that goes on with something else; false as above.
@@ -42,7 +48,7 @@ private:
     void CommandEmployerList(EmployerListPurpose mode, std::string_view caption);
     void CommandRename();
     void CommandPrint();
-    void CommandDeclaration();
+    void RefreshAfterPrint();
     void CommandExit();
     void CommandOpenScreen(std::string_view screen);
     void ChooseFolder(int slot);

@@ -72,6 +72,12 @@ void Program::Close()
         main->RequestClose();
 }
 
+void Program::CloseForSystem()
+{
+    session.endsBySystem = true;
+    Close();
+}
+
 bool Program::Ended() const
 {
     return session.screens.Find("MDIForm1") == nullptr;

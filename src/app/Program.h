@@ -32,6 +32,8 @@ public:
 
     /// Closes the main window, as its close box does: stores what is open, writes the settings, ends.
     void Close();
+    /// The same at the system's wish: nobody is asked, and what the store does not take is kept for the next start.
+    void CloseForSystem();
 
     /// True once the main window has been closed: the process ends.
     bool Ended() const;

@@ -1,6 +1,7 @@
 #include "clientdb/BoundScreen.h"
 
 #include "clientdb/Recordset.h"
+#include "frame/CloseAll.h"
 
 namespace quillmere {
 
@@ -14,11 +15,13 @@ BoundScreen::Sought BoundScreen::SeekRecord(std::string_view errorTitle)
 {
     try {
         const std::string_view employee = source.index == "IndKey" ? session.CurrentEmployee : std::string_view();
-        if (link->Seek(source.index, session.CurrentEmployer, employee))
+        const bool found = link->Seek(source.index, session.CurrentEmployer, employee);
+        TellOfBroughtBack();
+        if (found)
             return Sought::Found;
         session.messages.Tell(errorTitle, "Employee not found");
         return Sought::NotFound;
-    } catch (const StoreError& error) {
+    } catch (const Failure& error) {
         session.messages.Tell(Caption(), error.what());
         return Sought::Failed;
     }
@@ -26,15 +29,23 @@ BoundScreen::Sought BoundScreen::SeekRecord(std::string_view errorTitle)
 
 bool BoundScreen::StoreRecord()
 {
+    return Telling([this] {
+        try {
+            link->Store();
+        } catch (const RecordGone&) {
+        }
+    });
+}
+
+bool BoundScreen::Telling(const std::function<void()>& work)
+{
     try {
-        link->Store();
-    } catch (const RecordGone&) {
+        work();
         return true;
-    } catch (const StoreError& error) {
+    } catch (const Failure& error) {
         session.messages.Tell(Caption(), error.what());
         return false;
     }
-    return true;
 }
 
 void BoundScreen::TakeResult(std::string_view boxName, std::string_view text, std::string_view stored)
@@ -51,15 +62,40 @@ void BoundScreen::TakeField(std::string_view field, std::string_view text)
             link->Take(*bound, text);
 }
 
-bool BoundScreen::ReleaseRecord()
+void BoundScreen::CloseRequested()
+{
+    LeaveBoxInUse();
+    Screen::CloseRequested();
+}
+
+void BoundScreen::TellOfBroughtBack() const
+{
+    SetStatusNote(session,
+                  link->HasBroughtBack() ? "What was typed and not stored last time is back in its boxes" : "");
+}
+
+void BoundScreen::DropChanges()
+{
+    static_cast<void>(Telling([this] { link->DropChanges(); }));
+}
+
+void BoundScreen::StoreOrKeep()
 {
     try {
         link->Release();
-        return true;
-    } catch (const StoreError& error) {
-        session.messages.Tell(Caption(), error.what());
-        return false;
+    } catch (const RecordGone&) {
+        // There is nothing that it could come back to.
+    } catch (const StoreError&) {
+        static_cast<void>(Telling([this] { link->KeepChanges(); }));
     }
+}
+
+bool BoundScreen::ReleaseRecord()
+{
+    return Telling([this] {
+        link->Release();
+        TellOfBroughtBack();
+    });
 }
 
 } // namespace quillmere

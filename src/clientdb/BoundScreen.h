@@ -3,6 +3,7 @@
 #include "clientdb/DataLink.h"
 #include "frame/Screen.h"
 
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -37,17 +38,29 @@ public:
     /// The same before the screen is closed: false if it has to stay, because the store has not taken what is typed. A
     /// record that is gone is told of and is no bar.
     [[nodiscard]] bool MayClose() { return ReleaseRecord() || !link->HasRecord(); }
+    /// At the end of the program at the system's wish: stores what has changed, or keeps it for the next opening of the
+    /// record where the store does not take it, and says nothing.
+    void StoreOrKeep();
+    /// Gives up what has changed: nothing of it is stored when the screen closes.
+    void DropChanges();
+    bool HasRecord() const { return link->HasRecord(); }
     /// A notepad hands a result over: what the box is to read, and what the notepad has written to its field.
     void TakeResult(std::string_view boxName, std::string_view text, std::string_view stored);
     /// Another screen has written a field of the record: every box that is bound to it takes the text.
     void TakeField(std::string_view field, std::string_view text);
 
 protected:
+    /// Its boxes are stored when it closes, so the one in use is left first.
+    void CloseRequested() override;
     /// Binds the boxes that name a field; called when all boxes are made.
     void Bind() { link.emplace(session, *this, source.table); }
     const DataLink& Link() const { return *link; }
 
 private:
+    void TellOfBroughtBack() const;
+    /// Does the work; false if it fails, with the words of the failure.
+    [[nodiscard]] bool Telling(const std::function<void()>& work);
+
     Source source;
     std::optional<DataLink> link;
 };

@@ -3,6 +3,8 @@
 #include "clientdb/Recordset.h"
 #include "frame/Text.h"
 
+#include <utility>
+
 namespace quillmere {
 
 bool IsSet(std::string_view storedTick)
@@ -41,12 +43,17 @@ void DataLink::Show(Recordset& records)
         Take(*box, records.Field(box->Field()));
 }
 
-void DataLink::Take(Box& box, std::string_view text)
+void DataLink::Put(Box& box, std::string_view text)
 {
     if (box.GetKind() == Kind::Tick)
         box.SetTicked(IsSet(text));
     else
         box.SetText(text);
+}
+
+void DataLink::Take(Box& box, std::string_view text)
+{
+    Put(box, text);
     shown[&box] = Stored(box);
 }
 
@@ -68,21 +75,70 @@ bool DataLink::Seek(std::string_view index, std::string_view part1, std::string_
     Recordset records = opened.OpenRecordset(table);
     hasRecord = Position(records, to);
     key = std::move(to);
-    if (hasRecord)
+    if (hasRecord) {
         Show(records);
+        BringBack();
+    }
     return hasRecord;
+}
+
+/// What an earlier run could not store goes back into its boxes, which wait to be stored like any that have changed.
+void DataLink::BringBack()
+{
+    for (const TypedEntries::Entry& entry : TypedEntries(key.database).Of(Record()))
+        for (Box* box : bound)
+            if (box->Field() == entry.field) {
+                Put(*box, entry.typed);
+                hasBroughtBack = true;
+            }
+}
+
+void DataLink::KeepChanges()
+{
+    std::vector<TypedEntries::Entry> entries;
+    for (const Box* box : Changed())
+        entries.push_back({.field = box->Field(), .stored = shown.at(box), .typed = Stored(*box)});
+    TypedEntries(key.database).Keep(Record(), entries);
+    hasBroughtBack = hasRecord = false;
+}
+
+void DataLink::ForgetKept()
+{
+    if (!std::exchange(hasBroughtBack, false))
+        return;
+    std::vector<std::string> fields;
+    for (const Box* box : bound)
+        fields.push_back(box->Field());
+    TypedEntries(key.database).Forget(Record(), fields);
+}
+
+void DataLink::DropChanges()
+{
+    hasRecord = false;
+    ForgetKept();
+}
+
+TypedEntries::Record DataLink::Record() const
+{
+    return {.table = table, .employer = key.part1, .employee = key.part2};
+}
+
+std::vector<Box*> DataLink::Changed() const
+{
+    std::vector<Box*> changed;
+    for (Box* box : bound)
+        if (const auto before = shown.find(box); before == shown.end() || Stored(*box) != before->second)
+            changed.push_back(box);
+    return changed;
 }
 
 void DataLink::Store()
 {
     if (!hasRecord)
         return;
-    std::vector<Box*> changed;
-    for (Box* box : bound)
-        if (Stored(*box) != shown[box])
-            changed.push_back(box);
+    const std::vector<Box*> changed = Changed();
     if (changed.empty())
-        return;
+        return ForgetKept();
     Database opened = Database::OpenDatabase(key.database);
     Recordset records = opened.OpenRecordset(table);
     if (!Position(records, key)) {
@@ -95,6 +151,7 @@ void DataLink::Store()
     records.Update();
     for (const Box* box : changed)
         shown[box] = Stored(*box);
+    ForgetKept();
 }
 
 void DataLink::Release()

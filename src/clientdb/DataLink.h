@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/TypedEntries.h"
 #include "frame/Session.h"
 
 #include <string>
@@ -28,6 +29,13 @@ public:
     void Store();
     /// Writes what has changed and takes the link off its record.
     void Release();
+    /// Takes the link off its record with nothing written, here or for the next start. Throws FileError.
+    void DropChanges();
+    /// Takes the link off its record and keeps the changed boxes beside the database, until a link arrives there again.
+    /// Throws FileError.
+    void KeepChanges();
+    /// True while boxes hold what an earlier run kept and the store has not taken since.
+    bool HasBroughtBack() const { return hasBroughtBack; }
     /// Another screen has written the box's field: what it holds now. The box is written, too, if it reads otherwise.
     void NoteStored(const Box& box, std::string_view text) { shown[&box] = text; }
     /// Another screen has written the box's field: the box shows what it holds now.
@@ -44,8 +52,13 @@ private:
     };
 
     void Show(Recordset& records);
+    void BringBack();
+    void ForgetKept();
+    std::vector<Box*> Changed() const;
+    TypedEntries::Record Record() const;
     static bool Position(Recordset& records, const Key& to);
     static std::string Stored(const Box& box);
+    static void Put(Box& box, std::string_view text);
 
     Session& session;
     std::string table;
@@ -53,6 +66,7 @@ private:
     std::unordered_map<const Box*, std::string> shown; ///< what each box held when the link arrived
     Key key;
     bool hasRecord = false;
+    bool hasBroughtBack = false;
 };
 
 /// What a stored tick means: "1", "-1", "True" and "Y" are set, anything else is clear.

@@ -67,7 +67,10 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .spoken = "Amounts to be added: list of items",
      .tip = "List of amounts to be added",
      .disabled = true},
-    {.name = "Section4DescriptionB", .field = "Section4BDesc", .spoken = "Section 4 box B, brief description"},
+    {.name = "Section4DescriptionB",
+     .field = "Section4BDesc",
+     .spoken = "Section 4 box B, brief description",
+     .readOnly = true},
     {.name = "Section4BoxB",
      .field = "Section4BBox",
      .filter = MoneyKeyFilter,
@@ -79,7 +82,10 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .spoken = "Amounts to be deducted: list of items",
      .tip = "List of amounts to be deducted",
      .disabled = true},
-    {.name = "Section4DescriptionC", .field = "Section4CDesc", .spoken = "Section 4 box C, brief description"},
+    {.name = "Section4DescriptionC",
+     .field = "Section4CDesc",
+     .spoken = "Section 4 box C, brief description",
+     .readOnly = true},
     {.name = "Section4BoxC",
      .field = "Section4CBox",
      .filter = MoneyKeyFilter,
@@ -144,7 +150,7 @@ P11DDeclaration::P11DDeclaration(Session& session)
     OnClick("Image1", [this](Box&) { this->session.screens.Show("P11DBNotepad1"); });
     OnClick("Image2", [this](Box&) { this->session.screens.Show("P11DBNotepad2"); });
     OnClick("Print", [this](Box&) { PrintDeclaration(); });
-    OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
+    OnClick("Cancel", [this](Box&) { Close(); });
     if (!session.printJob) {
         box("Print").SetEnabled(false);
         box("Print").SetTip("Print this declaration (not available in this version)");
@@ -153,16 +159,12 @@ P11DDeclaration::P11DDeclaration(Session& session)
 
 bool P11DDeclaration::Load()
 {
-    if (!StorePages()) {
-        ForgetWayIn();
+    if (!StorePages())
         return false;
-    }
     // With no record the screen opens all the same. Where the store cannot be read it does not: nothing that is typed
     // would be kept.
-    if (SeekEmployer("P11D(B) - loading error") == Sought::Failed) {
-        ForgetWayIn();
+    if (SeekEmployer("P11D(B) - loading error") == Sought::Failed)
         return false;
-    }
     EnableToolbar(session, false);
     StartP11DBTimer();
     return true;
@@ -171,15 +173,14 @@ bool P11DDeclaration::Load()
 void P11DDeclaration::Unload()
 {
     static_cast<void>(ReleaseRecord());
-    ForgetWayIn();
     EnableToolbar(session, true);
 }
 
-void P11DDeclaration::ForgetWayIn()
+void P11DDeclaration::Close()
 {
-    // DeclarationOpen is the page's to clear, when it is in front again and has been worked out.
-    session.InDeclarationFromPage = false;
-    session.DeclarationFromMenu = false;
+    // It stays where the store does not take what it holds.
+    if (MayClose())
+        session.screens.Unload(Name());
 }
 
 P11DDeclaration::Sought P11DDeclaration::SeekEmployer(std::string_view errorTitle)
@@ -302,8 +303,8 @@ void P11DDeclaration::ChangeAdjustTick()
 void P11DDeclaration::OpenAdjustments()
 {
     const bool open = box("AdjustTick").Ticked();
-    for (const std::string_view amount : {"Section4BoxB", "Section4BoxC"})
-        box(amount).SetReadOnly(!open);
+    for (const std::string_view name : {"Section4DescriptionB", "Section4BoxB", "Section4DescriptionC", "Section4BoxC"})
+        box(name).SetReadOnly(!open);
     for (const std::string_view picture : {"Image1", "Image2"})
         box(picture).SetEnabled(open);
 }

@@ -18,10 +18,10 @@ public:
 
 private:
     Sought SeekEmployer(std::string_view errorTitle);
-    void ForgetWayIn();
     void P11DBTimer();
     [[nodiscard]] bool StorePages();
     void SeekPageAgain();
+    void Close();
     void Refresh();
     void RefreshSection1();
     void RefreshSection4();

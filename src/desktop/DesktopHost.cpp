@@ -50,6 +50,8 @@ void DesktopHost::Show(Screen& screen)
     }
     if (made)
         window->FocusFirst();
+    else if (page)
+        window->FocusAgain();
 }
 
 /// Puts a new window in the middle of the one that it opens in front of, or of the screen where its layout says so.
@@ -92,16 +94,6 @@ void DesktopHost::Close(Screen& screen)
     } else if (const auto found = windows.find(&screen); found != windows.end()) {
         CloseWindow(found);
     }
-}
-
-void DesktopHost::LeaveBoxInUse()
-{
-    const QWidget* focused = QApplication::focusWidget();
-    if (focused == nullptr)
-        return;
-    for (const auto& [screen, window] : windows)
-        if (window->isAncestorOf(focused))
-            return window->LeaveBox(*focused);
 }
 
 void DesktopHost::CloseWindow(Windows::iterator position)

@@ -23,7 +23,6 @@ public:
     void Show(Screen& screen) override;
     void Hide(Screen& screen) override;
     void Close(Screen& screen) override;
-    void LeaveBoxInUse() override;
     void WorkWaiting() override;
 
     /// The screens whose deferred work RunDeferred does; set once the program is made.

@@ -63,14 +63,16 @@ MainWindow::MainWindow(Screen& screen) : screen(screen)
     screen.SetView(this);
 
     const auto& placement = screen.Placement();
-    if (!placement || placement->maximised || placement->width <= 0 || placement->height <= 0) {
+    if (!placement || placement->maximised) {
         setWindowState(Qt::WindowMaximized);
     } else {
-        const QRect wanted(placement->left, placement->top, placement->width, placement->height);
+        const QSize size = QSize(placement->width, placement->height).expandedTo(minimumSize());
+        const QRect wanted(QPoint(placement->left, placement->top), size);
         QList<QRect> rooms{QGuiApplication::primaryScreen()->availableGeometry()};
         for (const QScreen* other : QGuiApplication::screens())
             rooms.push_back(other->availableGeometry());
         setGeometry(InSight(wanted, rooms));
+        TellPlacement();
     }
 }
 
@@ -150,7 +152,7 @@ void MainWindow::MakeToolbar()
 void MainWindow::MakeStatusBar()
 {
     for (const auto& box : screen.Boxes()) {
-        if (box->Name() != "StatusBar1")
+        if (box->Name() != "StatusBar1" && box->Name() != "StatusNote")
             continue;
         auto* panel = new QLabel(this);
         panel->setObjectName(look::Text(screen.Name() + "." + box->FullName()));

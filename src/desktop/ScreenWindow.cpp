@@ -196,6 +196,20 @@ void SyncDropDown(QComboBox& list, const Box& box)
     list.setCurrentIndex(box.Selected());
 }
 
+/// A control that leads elsewhere, with nothing to fill in.
+bool LeadsOn(const Box& box)
+{
+    const Kind kind = box.GetKind();
+    return kind == Kind::Label || kind == Kind::Picture || kind == Kind::Button || kind == Kind::Tabs;
+}
+
+/// The focus has gone to another window or a menu, or comes from there: the user's place in this window is the same.
+bool IsElsewhere(const QEvent& event)
+{
+    const auto reason = static_cast<const QFocusEvent&>(event).reason();
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+}
+
 } // namespace
 
 ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
@@ -516,13 +530,6 @@ QWidget* ScreenWindow::WidgetOf(const Box& box) const
     return found == widgets.end() ? nullptr : found->second;
 }
 
-void ScreenWindow::LeaveBox(const QWidget& widget)
-{
-    const auto found = boxes.find(&widget);
-    if (!detached && found != boxes.end())
-        screen.Leave(*found->second);
-}
-
 void ScreenWindow::FocusFirst()
 {
     QWidget* first = nullptr;
@@ -532,8 +539,7 @@ void ScreenWindow::FocusFirst()
             widget->focusPolicy() == Qt::NoFocus)
             continue;
         // What leads elsewhere waits until there is nothing to fill in.
-        const Kind kind = box->GetKind();
-        const bool leadsOn = kind == Kind::Label || kind == Kind::Picture || kind == Kind::Button || kind == Kind::Tabs;
+        const bool leadsOn = LeadsOn(*box);
         if (first == nullptr || !leadsOn)
             first = widget;
         if (!leadsOn)
@@ -541,6 +547,14 @@ void ScreenWindow::FocusFirst()
     }
     if (first != nullptr)
         first->setFocus(Qt::OtherFocusReason);
+}
+
+void ScreenWindow::FocusAgain()
+{
+    if (lastField != nullptr && lastField->isEnabled() && lastField->isVisible())
+        lastField->setFocus(Qt::OtherFocusReason);
+    else
+        FocusFirst();
 }
 
 void ScreenWindow::FixTabOrder()
@@ -560,6 +574,7 @@ void ScreenWindow::Typed(Box& box, QLineEdit& edit)
 {
     if (detached)
         return;
+    screen.Enter(box);
     const QString now = edit.text();
     const QString before = look::Text(box.Text());
     const auto end = static_cast<qsizetype>(edit.cursorPosition());
@@ -596,9 +611,12 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::FocusIn) {
         if (widget->parentWidget() == form)
             scroll->ensureWidgetVisible(widget, 20, 60);
+        if (!LeadsOn(box))
+            lastField = widget;
+        if (!IsElsewhere(*event) || screen.InUse() != &box)
+            screen.Enter(box);
     } else if (event->type() == QEvent::FocusOut) {
-        const auto reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason)
+        if (!IsElsewhere(*event))
             screen.Leave(box);
     } else if (event->type() == QEvent::KeyPress) {
         const auto* key = static_cast<QKeyEvent*>(event);

@@ -29,10 +29,10 @@ public:
     QWidget* WidgetOf(const Box& box) const;
     /// Cuts the ties to the screen: nothing that the toolkit still sends reaches it.
     virtual void Detach();
-    /// Tells the screen that the box which the widget shows has been left.
-    void LeaveBox(const QWidget& widget);
     /// Puts the focus in the first control that takes it.
     void FocusFirst();
+    /// Puts the focus back in the field in which the user was last.
+    void FocusAgain();
     /// The width that the whole form needs, with a scroll bar.
     int FormWidth() const;
 
@@ -70,6 +70,7 @@ private:
     std::vector<QWidget*> pages; ///< of the tab strip
     std::unordered_map<const Box*, QWidget*> widgets;
     std::unordered_map<const QObject*, Box*> boxes;
+    QWidget* lastField = nullptr; ///< in which the user was last
     bool detached = false;
 };
 

@@ -89,7 +89,9 @@ void SystemClose::Request()
         again.start();
         return;
     }
-    program.Close();
+    // A message that comes up meanwhile is taken away, too.
+    again.start();
+    program.CloseForSystem();
 }
 
 } // namespace quillmere

@@ -13,7 +13,7 @@ class Program;
 
 /// Closes the main window when the system asks for the program's end: the signals of a logout, a lost terminal and an
 /// interrupt, and the desktop's session manager. What is open is stored and the settings are written, as from the close
-/// box. One at a time.
+/// box; what the store does not take is kept for the next start. One at a time.
 class SystemClose : public QObject {
 public:
     explicit SystemClose(Program& program);

@@ -61,6 +61,12 @@ void SetMainCaption(Session& session, std::string_view caption)
         main->SetCaption(caption);
 }
 
+void SetStatusNote(Session& session, std::string_view note)
+{
+    if (Box* panel = session.screens.FindBox("MDIForm1", "StatusNote"))
+        panel->SetText(note);
+}
+
 std::string OpenEmployeeCaption(const Session& session)
 {
     return std::string(edition::AppTitle) + " - " + session.CurrentEmployee + " (" + session.CurrentEmployer + ")";

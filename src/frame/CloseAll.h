@@ -21,6 +21,9 @@ void EnableEmployeeCommands(Session& session, bool enabled);
 /// The main window's caption.
 void SetMainCaption(Session& session, std::string_view caption);
 
+/// A word in the status bar; an empty one takes it away.
+void SetStatusNote(Session& session, std::string_view note);
+
 /// The caption with an employee open: the program's title, the employee and, in parentheses, the employer.
 std::string OpenEmployeeCaption(const Session& session);
 

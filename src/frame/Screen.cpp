@@ -168,13 +168,33 @@ char32_t Screen::Passed(const Box& box, char32_t key, bool filters)
     return IsControl(verdict.key) ? 0 : verdict.key;
 }
 
+void Screen::Enter(Box& box)
+{
+    inUse = &box;
+    left = false;
+}
+
 void Screen::Leave(Box& box)
 {
-    Run(leaveOperations, box, "LostFocus");
+    const bool isLeft = inUse == &box && left;
+    if (inUse == &box)
+        inUse = nullptr;
+    if (!isLeft)
+        Run(leaveOperations, box, "LostFocus");
+}
+
+void Screen::LeaveBoxInUse(const Box* used)
+{
+    if (inUse == nullptr || inUse == used || left)
+        return;
+    left = true;
+    Run(leaveOperations, *inUse, "LostFocus");
 }
 
 void Screen::Click(Box& box)
 {
+    const Screens::EventScope scope(session.screens);
+    session.screens.LeaveBoxInUse(&box);
     if (box.GetKind() == Kind::Tick)
         box.SetTicked(!box.Ticked());
     if (box.GetKind() == Kind::Option) {
@@ -187,11 +207,15 @@ void Screen::Click(Box& box)
 
 void Screen::DoubleClick(Box& box)
 {
+    const Screens::EventScope scope(session.screens);
+    session.screens.LeaveBoxInUse(&box);
     Run(doubleClickOperations, box, "DblClick");
 }
 
 void Screen::Choose(Box& box, int position)
 {
+    const Screens::EventScope scope(session.screens);
+    session.screens.LeaveBoxInUse(&box);
     Select(box, position);
     Run(chooseOperations, box, "Click");
 }
@@ -222,7 +246,7 @@ void Screen::CloseRequested()
 {
     Box* cancel = FindBox(cancelButton);
     if (cancel != nullptr && cancel->Enabled())
-        Click(*cancel);
+        Run(clickOperations, *cancel, "Click");
     else
         session.screens.Unload(name);
 }

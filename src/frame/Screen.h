@@ -101,7 +101,15 @@ public:
     char32_t Key(Box& box, char32_t key);
     /// The same for characters that come at once: the guard is asked once for them all, the filter for each.
     std::u32string Keys(Box& box, std::u32string_view keys);
+    /// The user has come to the box, or has changed it: it is the one in use until it is left.
+    void Enter(Box& box);
+    const Box* InUse() const { return inUse; }
+    /// The focus has gone from the box. What leaving it does is done once for each time that it is entered.
     void Leave(Box& box);
+    /// What is done elsewhere leaves the box in use, although the focus stays in it; not if it is that box which is
+    /// used.
+    void LeaveBoxInUse(const Box* used = nullptr);
+    // A use of a control leaves the box in use first, wherever that is.
     /// A click; a tick box or option changes its state first.
     void Click(Box& box);
     void DoubleClick(Box& box);
@@ -109,7 +117,8 @@ public:
     void Choose(Box& box, int position);
     /// Another entry of a list becomes the chosen one by a key: nothing is gone on with.
     void Select(Box& box, int position);
-    /// The window's close box or Escape. Does what the screen's Cancel does, if it has one, else unloads it.
+    /// The window's close box or Escape. Does what the screen's Cancel does, if it has one, else unloads it. What is in
+    /// the box in use is dropped with the screen, unless the screen stores its boxes.
     void RequestClose();
     /// Deferred work of a timer, with the failures of an event.
     void Perform(const std::function<void()>& work, std::string_view timer) { Guarded(work, nullptr, timer); }
@@ -162,6 +171,8 @@ private:
     std::unordered_map<std::string, std::function<Guard(Box&)>> keyGuards;
     std::optional<WindowPlacement> placement;
     ScreenView* view = nullptr;
+    Box* inUse = nullptr;
+    bool left = false; ///< the box in use has been left by something done elsewhere
 };
 
 } // namespace quillmere

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace quillmere {
 
@@ -126,11 +127,30 @@ bool Screens::IsShown(std::string_view name) const
     return slot != nullptr && slot->shown;
 }
 
-void Screens::LeaveBoxInUse()
+void Screens::LeaveBoxInUse(const Box* used)
 {
     const EventScope scope(*this);
-    if (host != nullptr)
-        host->LeaveBoxInUse();
+    for (Screen* screen : Open())
+        screen->LeaveBoxInUse(used);
+}
+
+void Screens::WhenNoneIsModal(std::function<void()> work)
+{
+    afterModal.push_back(std::move(work));
+    if (!IsAnyModal())
+        DoAfterModal();
+}
+
+bool Screens::IsAnyModal() const
+{
+    return std::ranges::any_of(open,
+                               [](const Slot& slot) { return slot.shown && slot.screen->Mode() == ShowMode::Modal; });
+}
+
+void Screens::DoAfterModal()
+{
+    for (const auto& work : std::exchange(afterModal, {}))
+        work();
 }
 
 void Screens::Unload(std::string_view name)
@@ -148,8 +168,11 @@ void Screens::Unload(std::string_view name)
         host->Close(*screen);
     const bool wasModal = screen->Mode() == ShowMode::Modal && IsShown(screen->Name());
     Drop(*screen);
-    if (wasModal)
-        ActivateFront();
+    if (!wasModal)
+        return;
+    if (!IsAnyModal())
+        DoAfterModal();
+    ActivateFront();
 }
 
 void Screens::ActivateFront()
@@ -164,6 +187,7 @@ void Screens::ActivateFront()
 void Screens::Abandon()
 {
     timers.clear();
+    afterModal.clear();
     if (host != nullptr)
         for (const Slot& slot : open)
             host->Close(*slot.screen);

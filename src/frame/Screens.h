@@ -23,8 +23,6 @@ public:
     virtual void Show(Screen& screen) = 0;
     virtual void Hide(Screen& screen) = 0;
     virtual void Close(Screen& screen) = 0;
-    /// Runs what leaving it would do to the box that has the focus; the focus stays.
-    virtual void LeaveBoxInUse() {}
     /// There is deferred work: call RunDeferred as soon as the windows are up.
     virtual void WorkWaiting() = 0;
 };
@@ -59,9 +57,11 @@ public:
     Screen* Show(std::string_view name);
     void Hide(std::string_view name);
     bool IsShown(std::string_view name) const;
-    /// Before a command prints: what has just been typed is put in form and worked out, although the focus stays in its
-    /// box.
-    void LeaveBoxInUse();
+    /// Before anything is done that closes, hides, stores or prints what is open: what has just been typed is checked,
+    /// put in form and worked out, although the focus stays in its box. `used` is the control that is being used.
+    void LeaveBoxInUse(const Box* used = nullptr);
+    /// Does the work as soon as no modal screen is in front: at once, or when the last of them has closed.
+    void WhenNoneIsModal(std::function<void()> work);
     /// Runs the unload step and closes the screen; nothing happens if it is not loaded.
     void Unload(std::string_view name);
     /// Drops every screen without its unload step: the end of the process.
@@ -105,6 +105,8 @@ private:
     };
     Slot* FindSlot(std::string_view name);
     const Slot* FindSlot(std::string_view name) const;
+    bool IsAnyModal() const;
+    void DoAfterModal();
     void ActivateFront();
     void Drop(Screen& screen);
 
@@ -114,6 +116,7 @@ private:
     std::vector<Slot> open;
     std::vector<std::unique_ptr<Screen>> unloaded;
     std::deque<Timer> timers;
+    std::vector<std::function<void()>> afterModal;
     int depth = 0;
 };
 

@@ -30,14 +30,13 @@ struct Session {
     std::string CurrentEmployer; ///< key of the employer being worked on; empty before the first selection
     std::string CurrentEmployee; ///< key of the open employee; empty before the first selection
     int EmployerListMode = 0;    ///< why the employer list is open
-    int CurrentPage = 1;         ///< which page shows, 1 or 2
+    int CurrentPage = 1;         ///< which page shows, 1 or 2: it is sought again after a print run
     int VanOfHistory = 1;        ///< whose history the van record opens, van 1 to 3
 
-    bool EmployeeOpenFlag = false;      ///< an employee is being opened from the list
-    bool DeclarationOpen = false;       ///< from the click that leads to the P11D(b) until page 1 is in front again
-    bool InDeclarationFromPage = false; ///< the P11D(b) was reached from the page
-    bool DeclarationFromMenu = false;   ///< the P11D(b) was reached from the File menu
-    std::string LastBadDate;            ///< the last date text that could not be compared
+    bool EmployeeOpenFlag = false; ///< an employee is being opened from the list
+    bool DeclarationOpen = false;  ///< from the click that leads to the P11D(b) until page 1 is in front again
+    std::string LastBadDate;       ///< Kept: the last date text that could not be compared; nothing reads it
+    bool endsBySystem = false;     ///< the program is being closed at the system's wish: nobody is there to be asked
 
     /// Draws a document of the current employer and employee and shows it. Empty in a program that draws none.
     std::function<void(PrintedDocument)> printJob;

@@ -192,13 +192,11 @@ void Form3::LeaveDateOfBirth()
 void Form3::ClickDeclaration()
 {
     box("lblP11DB").SetPaint(Paint::Yellow);
-    session.InDeclarationFromPage = true;
     // From here until the page is in front again, so that no run on the way there or back resets a tick.
     session.DeclarationOpen = true;
     ComputeCars({&cars.front(), &cars.back()});
     // An employee whom somebody has deleted is told of and is no bar; a page that the store has not taken is.
     if (SeekRecord("Recovering Recordset after P11DB NICs") == Sought::Failed) {
-        session.InDeclarationFromPage = false;
         session.DeclarationOpen = false;
         box("lblP11DB").SetPaint(Paint::Plain);
         return;

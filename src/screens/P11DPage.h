@@ -29,7 +29,6 @@ public:
 
     P11DPage(Session& session, std::string_view name, std::string_view caption, const Titles& titles);
 
-    std::string_view LoadingErrorTitle() const { return titles.loading; }
     std::string_view RefreshErrorTitle() const { return titles.refresh; }
 
 protected:

@@ -4,6 +4,8 @@
 #include "RunningProgram.h"
 #include "clientdb/BoundScreen.h"
 #include "clientdb/CurrentRecord.h"
+#include "clientdb/EmployerScreens.h"
+#include "clientdb/StoreFaults.h"
 #include "desktop/DesktopPlatform.h"
 
 #include <QApplication>
@@ -72,6 +74,36 @@ TEST_F(SystemCloseTest, TheEndOfTheDesktopSessionStoresThePageAndTheSettings)
     ExpectEverythingStored();
 }
 
+TEST_F(SystemCloseTest, WhatAnotherDesksLockKeepsOutIsThereAtTheNextStart)
+{
+    const std::filesystem::path programFolder = running.program.GetSession().programFolder;
+    SetStoreFaultHook([](std::string_view) { return 5; });
+    std::raise(SIGTERM);
+    ASSERT_TRUE(Ends());
+    SetStoreFaultHook({});
+    EXPECT_TRUE(running.door.messages.empty()) << "nobody is asked: " << running.door.messages[0].text;
+
+    // The first program still stands in its folder: another one has its settings, and with them its client folder.
+    const std::filesystem::path secondFolder = running.folder.path / "second" / edition::ProductFolder;
+    std::filesystem::create_directories(secondFolder);
+    std::filesystem::copy_file(programFolder / SettingsFileName, secondFolder / SettingsFileName);
+    DesktopHost host;
+    Program program(running.door, &host, {.programFolder = secondFolder, .resourceFolder = QUILLMERE_RESOURCES});
+    host.SetScreens(&program.GetSession().screens);
+    ASSERT_TRUE(program.Main());
+    Session& session = program.GetSession();
+    session.CurrentEmployer = "Acme Ltd";
+    session.CurrentEmployee = "Jane Smith";
+    ASSERT_TRUE(OpenPage1(session, "Test"));
+    EXPECT_EQ(session.screens.FindBox("Form3", "WorkNumberBox")->Text(), "W17");
+    EXPECT_NE(session.screens.FindBox("MDIForm1", "StatusNote")->Text(), "") << "a word in the status bar";
+    program.Close();
+    EXPECT_TRUE(program.Ended());
+    Database database = Database::OpenDatabase(session.ClientDatabasePath());
+    EXPECT_EQ(OpenCurrent(database, "P11D", session).Field("WorkNumberBox"), "W17");
+    EXPECT_FALSE(std::filesystem::exists(programFolder / "ClientQuillmere11.typed"));
+}
+
 TEST_F(SystemCloseTest, AWorkUnderWayIsFinishedFirst)
 {
     Screens& screens = running.program.GetSession().screens;
@@ -111,6 +143,31 @@ TEST(SystemCloseWithDialogs, AMessageBoxThatIsUpGoesAwayUnanswered)
     EXPECT_FALSE(program.Ended()) << "the question was not taken for a Yes";
     EXPECT_TRUE(QTest::qWaitFor([&] { return program.Ended(); }, 2000));
     EXPECT_TRUE(std::filesystem::exists(programFolder / SettingsFileName));
+}
+
+TEST(SystemCloseWithDialogs, AMessageOfTheBoxInUseDoesNotHoldTheEndUp)
+{
+    const test::ScratchFolder folder;
+    const std::filesystem::path programFolder = folder.path / edition::ProductFolder;
+    std::filesystem::create_directories(programFolder);
+    DesktopHost host;
+    DesktopPlatform platform(host);
+    Program program(platform, &host, {.programFolder = programFolder, .resourceFolder = QUILLMERE_RESOURCES});
+    host.SetScreens(&program.GetSession().screens);
+    const SystemClose systemClose(program);
+    ASSERT_TRUE(program.Main());
+    Session& session = program.GetSession();
+    Database database = Database::OpenDatabase(session.ClientDatabasePath());
+    CreateEmployee(database, {.employer = "Acme Ltd", .firstName = "Jane", .surname = "Smith", .payeReference = "1"});
+    session.CurrentEmployer = "Acme Ltd";
+    session.CurrentEmployee = "Jane Smith";
+    ASSERT_TRUE(OpenPage1(session, "Test"));
+    Screen& page = *session.screens.Find("Form3");
+    page.box("NatIns").SetText("no number");
+    page.Enter(page.box("NatIns"));
+    std::raise(SIGTERM);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return program.Ended(); }, 2000));
+    EXPECT_EQ(OpenCurrent(database, "P11D", session).Field("NatIns"), "");
 }
 
 } // namespace

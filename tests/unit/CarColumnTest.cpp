@@ -369,7 +369,6 @@ TEST_P(ReinstatedTick, StandsOnTheWayToTheDeclarationAndBack)
     EXPECT_TRUE(page.box(Of("FWithdrawnTick")).Ticked());
     EXPECT_EQ(Stored("P11D", Of("FDateWithdrawnTick")), "1");
     EXPECT_FALSE(session.DeclarationOpen);
-    EXPECT_FALSE(session.InDeclarationFromPage);
     // Any other run resets it.
     Enter(page, Of("FListPrice"), "30000");
     EXPECT_FALSE(page.box(Of("FWithdrawnTick")).Ticked());
@@ -393,7 +392,6 @@ TEST_F(CarColumnTest, ADeclarationThatCannotBeReachedIsNotOpen)
     SetStoreFaultHook({});
     EXPECT_EQ(session.screens.Find("P11DDeclaration"), nullptr);
     EXPECT_FALSE(session.DeclarationOpen);
-    EXPECT_FALSE(session.InDeclarationFromPage);
 }
 
 // ---- what is carried, and what Delete takes

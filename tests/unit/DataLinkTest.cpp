@@ -24,7 +24,6 @@ public:
         AddBoxes(Rows);
         Bind();
     }
-    bool HasRecord() const { return Link().HasRecord(); }
 };
 
 class DataLinkTest : public test::StoreFixture {
@@ -134,6 +133,67 @@ TEST_F(DataLinkTest, WhatIsTypedWhileTheStoreIsHeldIsStoredLater)
     EXPECT_EQ(sheet.SeekRecord("Again"), Sought::Found);
     EXPECT_EQ(Stored("Acme Ltd"), "456/B");
     EXPECT_EQ(sheet.box("Reference").Text(), "456/B");
+}
+
+TEST_F(DataLinkTest, WhatTheSystemsEndCannotStoreIsBackInItsBoxAtTheNextOpening)
+{
+    const std::filesystem::path kept = folder.path / "ClientQuillmere11.typed";
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    sheet.box("Reference").SetText("456/B");
+    sheet.box("Adjusted").SetTicked(true);
+    SetStoreFaultHook([](std::string_view) { return BusyError; });
+    sheet.StoreOrKeep();
+    SetStoreFaultHook({});
+    EXPECT_TRUE(door.messages.empty());
+    EXPECT_EQ(Stored("Acme Ltd"), "123/A");
+
+    Sheet again(session);
+    session.CurrentEmployer = "Other Ltd";
+    ASSERT_EQ(again.SeekRecord("Loading"), Sought::Found);
+    EXPECT_EQ(again.box("Reference").Text(), "123/A") << "it is not this record's";
+    session.CurrentEmployer = "Acme Ltd";
+    ASSERT_EQ(again.SeekRecord("Loading"), Sought::Found);
+    EXPECT_EQ(again.box("Reference").Text(), "456/B");
+    EXPECT_TRUE(again.box("Adjusted").Ticked());
+    EXPECT_EQ(Stored("Acme Ltd"), "123/A") << "it waits to be stored like anything typed";
+    EXPECT_TRUE(std::filesystem::exists(kept));
+
+    // Kept a second time, it is not lost either.
+    SetStoreFaultHook([](std::string_view) { return BusyError; });
+    again.StoreOrKeep();
+    SetStoreFaultHook({});
+    ASSERT_EQ(again.SeekRecord("Loading"), Sought::Found);
+    EXPECT_TRUE(again.ReleaseRecord());
+    EXPECT_EQ(Stored("Acme Ltd"), "456/B");
+    EXPECT_FALSE(std::filesystem::exists(kept));
+}
+
+TEST_F(DataLinkTest, WhatIsGivenUpIsNeitherStoredNorBroughtBackAgain)
+{
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    sheet.box("Reference").SetText("456/B");
+    SetStoreFaultHook([](std::string_view) { return BusyError; });
+    sheet.StoreOrKeep();
+    SetStoreFaultHook({});
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    EXPECT_EQ(sheet.box("Reference").Text(), "456/B");
+    sheet.DropChanges();
+    EXPECT_TRUE(sheet.ReleaseRecord());
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    EXPECT_EQ(sheet.box("Reference").Text(), "123/A");
+    EXPECT_EQ(Stored("Acme Ltd"), "123/A");
+}
+
+TEST_F(DataLinkTest, WhatCannotEvenBeKeptIsTold)
+{
+    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    sheet.box("Reference").SetText("456/B");
+    std::filesystem::create_directory(folder.path / "ClientQuillmere11.typed");
+    SetStoreFaultHook([](std::string_view) { return BusyError; });
+    sheet.StoreOrKeep();
+    SetStoreFaultHook({});
+    ASSERT_EQ(door.messages.size(), 1U);
+    EXPECT_EQ(door.messages[0].title, "The sheet");
 }
 
 TEST_F(DataLinkTest, WhatTheStoreRefusesWaitsInItsBox)

@@ -196,29 +196,11 @@ TEST_F(DeclarationTest, AnEmployerWithNoRecordHasTheTotalsAlone)
 // ---- the screen
 // -------------------------------------------------------------------------------------------------------
 
-TEST_F(DeclarationTest, TheWayInIsForgottenWhenTheScreenCloses)
+TEST_F(DeclarationTest, IsNotShownWhenTheStoreCannotBeRead)
 {
-    Database database = Open();
-    Set(database, "P11DB", {{"EmployerName", "Acme Ltd"}});
-    session.DeclarationFromMenu = session.InDeclarationFromPage = true;
-    Screen* screen = session.screens.Show("P11DDeclaration");
-    session.screens.RunDeferred();
-    EXPECT_TRUE(session.InDeclarationFromPage);
-    EXPECT_TRUE(session.DeclarationFromMenu);
-    screen->Click(screen->box("Cancel"));
-    EXPECT_EQ(session.screens.Find("P11DDeclaration"), nullptr);
-    EXPECT_FALSE(session.InDeclarationFromPage);
-    EXPECT_FALSE(session.DeclarationFromMenu);
-    EXPECT_TRUE(door.messages.empty());
-}
-
-TEST_F(DeclarationTest, TheWayInIsForgottenWhenTheStoreCannotBeRead)
-{
-    session.DeclarationFromMenu = true;
     SetStoreFaultHook([](std::string_view) { return 5; });
     EXPECT_EQ(session.screens.Show("P11DDeclaration"), nullptr);
     SetStoreFaultHook({});
-    EXPECT_FALSE(session.DeclarationFromMenu);
     EXPECT_EQ(door.messages.size(), 1U);
 }
 

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace quillmere {
@@ -157,6 +158,57 @@ TEST_F(ScreenTest, RunsTheOperationOfAControlArrayForEachMember)
     Diary().clear();
     page->Leave(page->box("Line", 3));
     EXPECT_EQ(Diary(), std::vector<std::string>{"left Line(3)"});
+}
+
+TEST_F(ScreenTest, WhatIsUsedElsewhereLeavesTheBoxInUseOnce)
+{
+    Screen* page = session.screens.Show("Page");
+    Screen* notepad = session.screens.Show("Notepad");
+    page->Enter(page->box("Line", 1));
+    Diary().clear();
+    notepad->Click(notepad->box("Tick"));
+    EXPECT_EQ(Diary(), std::vector<std::string>{"left Line(1)"});
+    notepad->Click(notepad->box("Tick"));
+    page->Leave(page->box("Line", 1)); // the focus goes at last
+    EXPECT_EQ(Diary().size(), 1U);
+
+    page->Enter(page->box("Line", 1));
+    notepad->Choose(notepad->box("Line", 2), 0);
+    page->Enter(page->box("Line", 1)); // more is typed
+    notepad->DoubleClick(notepad->box("Line", 2));
+    page->Enter(page->box("Line", 1));
+    page->Click(page->box("Line", 1)); // used itself, it stays in use
+    EXPECT_EQ(Diary().size(), 3U);
+    page->Leave(page->box("Line", 1));
+    EXPECT_EQ(Diary().size(), 4U);
+    EXPECT_EQ(page->InUse(), nullptr);
+}
+
+TEST_F(ScreenTest, EscapeDropsWhatIsInTheBoxInUse)
+{
+    Screen* page = session.screens.Show("Page");
+    page->Enter(page->box("Line", 1));
+    Diary().clear();
+    page->RequestClose();
+    EXPECT_EQ(Diary(), (std::vector<std::string>{"unload Page", "still here: &Cancel"}));
+}
+
+TEST_F(ScreenTest, WorkThatFollowsAModalScreenWaitsForTheLastOfThem)
+{
+    session.screens.Show("Page");
+    const auto work = [] { Diary().push_back("work"); };
+    Diary().clear();
+    session.screens.WhenNoneIsModal(work);
+    EXPECT_EQ(Diary(), std::vector<std::string>{"work"}) << "nothing to wait for";
+    session.screens.Show("Notepad");
+    Diary().clear();
+    session.screens.WhenNoneIsModal(work);
+    EXPECT_TRUE(Diary().empty());
+    session.screens.Unload("Notepad");
+    EXPECT_EQ(Diary(), (std::vector<std::string>{"unload Notepad", "work", "activate Page"}));
+    session.screens.Show("Notepad");
+    session.screens.Unload("Notepad");
+    EXPECT_EQ(std::ranges::count(Diary(), "work"), 1);
 }
 
 TEST_F(ScreenTest, TurnsATickOverAndHoldsOneOptionOfAGroup)
