@@ -1,5 +1,5 @@
-#include "clientdb/TableLayouts.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/TableLayouts.h"
+#include "clientdb/store/Template.h"
 #include "declaration/Class1A.h"
 #include "declaration/Declaration.h"
 

@@ -2,7 +2,7 @@
 // interface of SQLite with the same single-field writes of the same texts. Both open the database each time; the texts
 // change from run to run, so that every write is one. "syncs" counts how often an Ok waits for the disk.
 #include "clientdb/Employees.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/Template.h"
 #include "edition/Edition.h"
 #include "frame/Text.h"
 #include "screens/ScheduleNotepad.h"

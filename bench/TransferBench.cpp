@@ -1,6 +1,6 @@
 #include "clientdb/Employees.h"
-#include "clientdb/TableLayouts.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/TableLayouts.h"
+#include "clientdb/store/Template.h"
 #include "frame/Text.h"
 #include "transfer/YearTransfer.h"
 

@@ -1,7 +1,7 @@
 #include "LastYearSample.h"
 
 #include "clientdb/Employees.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/Template.h"
 #include "frame/Text.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 #include "LastYearSample.h"
-#include "clientdb/StoreErrors.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/StoreErrors.h"
+#include "clientdb/store/Template.h"
 
 #include <cstdio>
 #include <exception>

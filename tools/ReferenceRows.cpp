@@ -1,8 +1,8 @@
 #include "ReferenceRows.h"
 
-#include "clientdb/Recordset.h"
-#include "clientdb/TableLayouts.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/Recordset.h"
+#include "clientdb/store/TableLayouts.h"
+#include "clientdb/store/Template.h"
 #include "frame/CheckedFile.h"
 
 #include <fmt/format.h>

@@ -1,8 +1,8 @@
 #include "app/MDIForm1.h"
 
 #include "app/Version.h"
-#include "clientdb/Backup.h"
 #include "clientdb/FolderScreens.h"
+#include "clientdb/store/Backup.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "clientdb/CurrentRecord.h"
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 #include "frame/Amount.h"
 #include "frame/Screen.h"
 #include "frame/Session.h"

@@ -2,7 +2,7 @@
 
 #include "cars/CarBenefit.h"
 #include "cars/CarPrices.h"
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 #include "frame/Session.h"
 
 #include <functional>

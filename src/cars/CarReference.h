@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cars/CarSheet.h"
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 
 #include <array>
 #include <cstddef>

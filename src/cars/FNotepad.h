@@ -2,7 +2,7 @@
 
 #include "cars/CarPrices.h"
 #include "cars/CarSheet.h"
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 #include "frame/Screen.h"
 #include "frame/Session.h"
 

@@ -1,6 +1,6 @@
 #include "clientdb/BoundScreen.h"
 
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 #include "frame/CloseAll.h"
 
 namespace quillmere {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 #include "frame/Session.h"
 
 #include <string_view>

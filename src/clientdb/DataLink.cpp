@@ -1,6 +1,6 @@
 #include "clientdb/DataLink.h"
 
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 #include "frame/Text.h"
 
 #include <utility>

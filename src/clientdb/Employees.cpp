@@ -1,6 +1,6 @@
 #include "clientdb/Employees.h"
 
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/TableLayouts.h"
 #include "frame/Text.h"
 
 #include <fmt/ranges.h>

@@ -1,7 +1,7 @@
 #include "clientdb/FolderScreens.h"
 
-#include "clientdb/Backup.h"
-#include "clientdb/StoreErrors.h"
+#include "clientdb/store/Backup.h"
+#include "clientdb/store/StoreErrors.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
 #include "frame/Session.h"

@@ -1,6 +1,6 @@
 #include "declaration/P11DDeclaration.h"
 
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 #include "declaration/Class1A.h"
 #include "declaration/Declaration.h"
 #include "declaration/DeclarationWords.h"

@@ -1,7 +1,7 @@
 #include "transfer/YearTransfer.h"
 
 #include "clientdb/Employees.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/TableLayouts.h"
 #include "frame/Text.h"
 
 #include <fmt/format.h>

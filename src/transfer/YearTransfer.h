@@ -1,6 +1,6 @@
 #pragma once
 
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 #include "transfer/TransferRules.h"
 
 #include <cstddef>

@@ -5,7 +5,7 @@
 #include "clientdb/BoundScreen.h"
 #include "clientdb/CurrentRecord.h"
 #include "clientdb/EmployerScreens.h"
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 #include "desktop/DesktopPlatform.h"
 
 #include <QApplication>

@@ -1,6 +1,6 @@
 // What a notepad's Ok leaves behind when the store fails in the middle of it, and how often it waits for the disk.
 #include "clientdb/Employees.h"
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 #include "edition/Edition.h"
 #include "frame/Text.h"
 #include "screens/Form3.h"

@@ -1,5 +1,5 @@
 #include "clientdb/Employees.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/TableLayouts.h"
 #include "support/StoreFixture.h"
 #include "transfer/YearTransfer.h"
 

@@ -1,6 +1,6 @@
 #include "KeptListing.h"
 #include "PdfReadBack.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/TableLayouts.h"
 #include "frame/CheckedFile.h"
 #include "frame/Text.h"
 #include "printing/ExtraCarSheets.h"

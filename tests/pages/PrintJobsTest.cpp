@@ -2,7 +2,7 @@
 
 #include "KeptListing.h"
 #include "PdfReadBack.h"
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 #include "support/PrintDesk.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "World.h"
 
 #include "cars/CarReference.h"
-#include "clientdb/TableLayouts.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/TableLayouts.h"
+#include "clientdb/store/Template.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
 #include "frame/Folders.h"

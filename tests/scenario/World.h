@@ -3,7 +3,7 @@
 #include "Compare.h"
 #include "Faults.h"
 #include "Script.h"
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 #include "frame/Session.h"
 
 #include <filesystem>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "clientdb/Employees.h"
-#include "clientdb/Recordset.h"
-#include "clientdb/TableLayouts.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/Recordset.h"
+#include "clientdb/store/TableLayouts.h"
+#include "clientdb/store/Template.h"
 #include "edition/Edition.h"
 #include "frame/Amount.h"
 #include "frame/Text.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "clientdb/Recordset.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/Recordset.h"
+#include "clientdb/store/Template.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "clientdb/Backup.h"
+#include "clientdb/store/Backup.h"
 
 #include "TemporaryFolder.h"
 #include "clientdb/Employees.h"

@@ -13,7 +13,7 @@
 #include "calculators/MileageBenefit.h"
 #include "calculators/RelocationBenefit.h"
 #include "clientdb/Employees.h"
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 #include "edition/Edition.h"
 #include "frame/Text.h"
 #include "screens/Form3.h"

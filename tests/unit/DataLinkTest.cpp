@@ -2,7 +2,7 @@
 #include "../support/ScriptedDoor.h"
 #include "../support/StoreFixture.h"
 #include "clientdb/BoundScreen.h"
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 #include "edition/Edition.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 
 #include "../support/ScriptedDoor.h"
 #include "../support/StoreFixture.h"
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/Class1A.h"
 #include "declaration/P11DDeclaration.h"

@@ -1,7 +1,7 @@
 #include "clientdb/Employees.h"
 
-#include "clientdb/StoreFaults.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/StoreFaults.h"
+#include "clientdb/store/TableLayouts.h"
 #include "support/StoreFixture.h"
 
 #include <algorithm>

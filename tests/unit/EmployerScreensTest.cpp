@@ -2,7 +2,7 @@
 // windows cannot see, such as icons and the pointer, and a store that fails between two steps.
 #include "clientdb/EmployerScreens.h"
 
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 #include "support/ProgramFixture.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // The folder manager and the backup as screens: icons, the pointer, and what the close box of their windows does.
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 #include "frame/CheckedFile.h"
 #include "support/ProgramFixture.h"
 

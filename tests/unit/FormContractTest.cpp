@@ -2,7 +2,7 @@
 // every field is somebody's.
 #include "../support/ScriptedDoor.h"
 #include "app/Program.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/TableLayouts.h"
 #include "declaration/AdjustmentNotepad.h"
 #include "frame/Text.h"
 #include "screens/P11DPage.h"

@@ -1,6 +1,6 @@
 // What a page opens it opens on stored records: a notepad, a calculator, the further cars, the declaration.
 #include "clientdb/CurrentRecord.h"
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 #include "support/ProgramFixture.h"
 
 #include <algorithm>

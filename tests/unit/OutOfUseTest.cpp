@@ -1,6 +1,6 @@
 // The two sheets that are out of use: nothing opens them, and nothing that is printed changes with what they store.
 #include "clientdb/CurrentRecord.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/TableLayouts.h"
 #include "frame/Text.h"
 #include "printing/PrintJobs.h"
 #include "support/ProgramFixture.h"

@@ -1,5 +1,5 @@
-#include "clientdb/StoreFaults.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/StoreFaults.h"
+#include "clientdb/store/TableLayouts.h"
 #include "support/StoreFixture.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-#include "clientdb/StoreErrors.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/StoreErrors.h"
+#include "clientdb/store/TableLayouts.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "TemporaryFolder.h"
 #include "clientdb/Employees.h"
-#include "clientdb/StoreFaults.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/StoreFaults.h"
+#include "clientdb/store/Template.h"
 #include "edition/Edition.h"
 #include "support/ScriptedDoor.h"
 

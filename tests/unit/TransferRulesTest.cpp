@@ -1,6 +1,6 @@
 #include "transfer/TransferRules.h"
 
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/TableLayouts.h"
 #include "frame/Text.h"
 
 #include <gtest/gtest.h>

@@ -4,8 +4,8 @@
 #include "../support/SyncCounter.h"
 #include "calculators/GNotepad2.h"
 #include "clientdb/Employees.h"
-#include "clientdb/StoreFaults.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/StoreFaults.h"
+#include "clientdb/store/TableLayouts.h"
 #include "edition/Edition.h"
 
 #include <gtest/gtest.h>

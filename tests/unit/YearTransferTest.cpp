@@ -2,9 +2,9 @@
 
 #include "LastYearSample.h"
 #include "clientdb/Employees.h"
-#include "clientdb/StoreFaults.h"
-#include "clientdb/TableLayouts.h"
-#include "clientdb/Template.h"
+#include "clientdb/store/StoreFaults.h"
+#include "clientdb/store/TableLayouts.h"
+#include "clientdb/store/Template.h"
 #include "frame/Text.h"
 #include "support/StoreFixture.h"
 

@@ -1,4 +1,4 @@
-#include "clientdb/Schema.h"
+#include "clientdb/store/Schema.h"
 
 #include <fmt/format.h>
 #include <map>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "clientdb/Recordset.h"
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/Recordset.h"
+#include "clientdb/store/TableLayouts.h"
 
 #include <sqlite3.h>
 

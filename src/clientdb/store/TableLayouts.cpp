@@ -1,6 +1,6 @@
-#include "clientdb/TableLayouts.h"
+#include "clientdb/store/TableLayouts.h"
 
-#include "clientdb/StoreErrors.h"
+#include "clientdb/store/StoreErrors.h"
 #include "frame/Text.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "clientdb/Connection.h"
+#include "clientdb/store/Connection.h"
 
-#include "clientdb/StoreFaults.h"
+#include "clientdb/store/StoreFaults.h"
 
 #include <fmt/format.h>
 #include <utility>

@@ -1,7 +1,7 @@
-#include "clientdb/Template.h"
+#include "clientdb/store/Template.h"
 
-#include "clientdb/Connection.h"
-#include "clientdb/Schema.h"
+#include "clientdb/store/Connection.h"
+#include "clientdb/store/Schema.h"
 #include "edition/LoanRates.h"
 
 #include <fmt/format.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "clientdb/Connection.h"
+#include "clientdb/store/Connection.h"
 
 /// The statements that make the tables of a database, and the look whether a file has the tables that they make.
 namespace quillmere {

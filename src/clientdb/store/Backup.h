@@ -1,6 +1,6 @@
 #pragma once
 
-#include "clientdb/StoreErrors.h"
+#include "clientdb/store/StoreErrors.h"
 #include "frame/Dates.h"
 
 #include <filesystem>

@@ -1,6 +1,6 @@
-#include "clientdb/Backup.h"
+#include "clientdb/store/Backup.h"
 
-#include "clientdb/Connection.h"
+#include "clientdb/store/Connection.h"
 #include "frame/CheckedFile.h"
 #include "frame/Text.h"
 

@@ -1,7 +1,7 @@
-#include "clientdb/Recordset.h"
+#include "clientdb/store/Recordset.h"
 
-#include "clientdb/Connection.h"
-#include "clientdb/Schema.h"
+#include "clientdb/store/Connection.h"
+#include "clientdb/store/Schema.h"
 
 #include <algorithm>
 #include <fmt/ranges.h>
