@@ -35,7 +35,7 @@ inline FieldReader RecordOf(int employee)
 inline std::shared_ptr<const Document> Forms(testing::PrintRoom& room, int firstEmployee, int employees,
                                              int pagesEach = 2)
 {
-    if (!room.page.OpenPrintJob("Marlow & Sons Ltd"))
+    if (room.page.OpenPrintJob("Marlow & Sons Ltd") != Opening::Open)
         throw std::runtime_error("no document");
     int pageNumber = 0;
     for (int employee = firstEmployee; employee < firstEmployee + employees; ++employee) {

@@ -31,7 +31,7 @@ std::shared_ptr<const Document> TheForm()
     PageLayer layer(door, settings, root);
     layer.vsBindEngine(engine, converter);
     const auto read = [](std::string_view) { return std::string("    250.00"); };
-    if (!layer.OpenPrintJob("Bench"))
+    if (layer.OpenPrintJob("Bench") != Opening::Open)
         return nullptr;
     PrintP11D1(layer, read);
     layer.NextPrintPage(2);

@@ -12,6 +12,7 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <QStyle>
 #include <QUrl>
@@ -94,9 +95,17 @@ Answer DesktopPlatform::ShowMessage(const Message& message)
     } else {
         box.setStandardButtons(QMessageBox::Ok);
     }
+    if (message.mayLeave) {
+        // Not shown: the box has the buttons that it names, and Escape presses this one.
+        QPushButton* const leave = box.addButton(QMessageBox::Cancel);
+        leave->hide();
+        box.setEscapeButton(leave);
+    }
     GiveRoom(box);
     const int pressed = box.exec();
     SetBusyPointer(wasBusy);
+    if (message.mayLeave && pressed == QMessageBox::Cancel)
+        return Answer::Cancel;
     if (message.buttons == Buttons::Ok)
         return Answer::Ok;
     return pressed == QMessageBox::Yes ? Answer::Yes : Answer::No;

@@ -21,6 +21,7 @@ struct Message {
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
     Answer defaultAnswer = Answer::Ok;
+    bool mayLeave = false; ///< Escape is an answer of its own, Cancel
 };
 
 /// A dialog that asks where to save a file.

@@ -45,11 +45,8 @@ std::string PageLayer::vsDefaultDevice()
     return vp->Device();
 }
 
-bool PageLayer::vsStartDoc(std::string_view printer)
+bool PageLayer::SelectDevice(std::string_view printer)
 {
-    isUnderlined = false;
-    cursorX = cursorY = 0;
-    vp->Clear();
     vp->Device("");
     for (int index = 0; index < vp->NDevices(); ++index) {
         if (vp->Devices(index) == printer) {
@@ -57,7 +54,20 @@ bool PageLayer::vsStartDoc(std::string_view printer)
             break;
         }
     }
-    if (vp->Device() != printer)
+    return vp->Device() == printer;
+}
+
+bool PageLayer::HasPrinter()
+{
+    return !settings.vsPrinter.empty() && SelectDevice(settings.vsPrinter);
+}
+
+bool PageLayer::vsStartDoc(std::string_view printer)
+{
+    isUnderlined = false;
+    cursorX = cursorY = 0;
+    vp->Clear();
+    if (!SelectDevice(printer))
         return false;
     vp->PaperSize(PaperA4);
     vp->Orientation(Portrait);
@@ -82,11 +92,12 @@ void PageLayer::vsSetScale(double left, double top, double percent)
     scaledUnit = scaleFraction * UnitsPerMillimetre;
 }
 
-void PageLayer::vsEndDoc()
+PrintResult PageLayer::vsEndDoc()
 {
     const PrintResult result = vp->EndDoc();
     if (result == PrintResult::PrinterUnreachable || result == PrintResult::NotReady)
         TellPrinterError(messages, vp->Device());
+    return result;
 }
 
 void TellPrinterError(Messages& messages, std::string_view device)
@@ -251,7 +262,7 @@ bool PageLayer::StartDocument()
     return true;
 }
 
-bool PageLayer::OpenPrintJob(std::string_view documentName)
+Opening PageLayer::OpenPrintJob(std::string_view documentName)
 {
     vsDocName(documentName);
     vp->Subject(edition::form::DocumentSubject);
@@ -268,22 +279,33 @@ bool PageLayer::OpenPrintJob(std::string_view documentName)
     if (settings.vsPrinter.empty())
         settings.vsPrinter = defaultDevice;
     if (StartDocument())
-        return true;
+        return Opening::Open;
 
-    if (defaultDevice.empty()) {
-        messages.Tell(settings.vsPrinter, "This printer is not available.", Icon::Critical);
-        return false;
-    }
-    if (!messages.Ask(settings.vsPrinter, fmt::format("This printer is not available.\n\n"
-                                                      "Do you wish to use the default printer '{}' instead?",
-                                                      defaultDevice)))
-        return false;
+    // A batch asks again until a printer opens; Escape is the way out.
+    if (defaultDevice.empty())
+        return platform.ShowMessage({.title = settings.vsPrinter,
+                                     .text = "This printer is not available.",
+                                     .icon = Icon::Critical,
+                                     .mayLeave = true}) == Answer::Cancel
+                   ? Opening::Left
+                   : Opening::NotOpen;
+    const Answer answer =
+        platform.ShowMessage({.title = settings.vsPrinter,
+                              .text = fmt::format("This printer is not available.\n\n"
+                                                  "Do you wish to use the default printer '{}' instead?",
+                                                  defaultDevice),
+                              .icon = Icon::Question,
+                              .buttons = Buttons::YesNo,
+                              .defaultAnswer = Answer::Yes,
+                              .mayLeave = true});
+    if (answer != Answer::Yes)
+        return answer == Answer::Cancel ? Opening::Left : Opening::NotOpen;
     settings.vsPrinter = defaultDevice;
     if (StartDocument())
-        return true;
+        return Opening::Open;
     // Kept: this one ends without a full stop, the one above with it.
     messages.Tell(settings.vsPrinter, "This printer is not available", Icon::Critical);
-    return false;
+    return Opening::NotOpen;
 }
 
 void PageLayer::NextPrintPage(int pageNumber)

@@ -13,6 +13,13 @@ namespace quillmere {
 /// Where the pages of the job in hand go.
 enum class Route { Screen = 1, Printer = 2, File = 3 };
 
+/// What became of the opening of a job's document.
+enum class Opening {
+    Open,
+    NotOpen,
+    Left ///< the user has left the question for another printer
+};
+
 /// Width of the lines of the forms, mm.
 inline constexpr double FormLine = 0.2;
 
@@ -44,7 +51,7 @@ public:
     void vsOrientation(int orientation) { vp->Orientation(orientation); }
     void vsNewPage() { vp->NewPage(); }
     /// Ends the document; if its pages were for the printer and it cannot be reached, says so.
-    void vsEndDoc();
+    PrintResult vsEndDoc();
     /// Writes the ended document as a PDF file. Throws FileError.
     void vsConvertToPdf(const std::filesystem::path& path);
 
@@ -90,8 +97,10 @@ public:
     /// Notes the page in hand (level 1) or a section on it (level 2, with its y in mm) for the document's bookmarks.
     void vsBookmark(std::string_view title, int level = 1, double y = 0);
 
-    /// Opens the document of a job, with questions to the user if the chosen printer is gone. True if it is open.
-    [[nodiscard]] bool OpenPrintJob(std::string_view documentName);
+    /// Opens the document of a job, with questions to the user if the chosen printer is gone.
+    [[nodiscard]] Opening OpenPrintJob(std::string_view documentName);
+    /// True if the job's printer is among the printers of this moment.
+    bool HasPrinter();
     /// Begins the job's page of this number: a new page of the document unless it is the first.
     void NextPrintPage(int pageNumber);
     /// Sets offsets and scale by the route. Called at the opening of a job and after every vsNewPage.
@@ -118,6 +127,7 @@ private:
     void SetPen(Colour colour, double width);
     /// `width` is that of the text, in engine units.
     void DrawText(std::string_view text, double width, Alignment alignment);
+    bool SelectDevice(std::string_view printer);
     bool StartDocument();
     /// False, and told, if the old file cannot go. It stays until the new one takes its place.
     bool OldPdfMayGo();

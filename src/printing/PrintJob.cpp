@@ -39,7 +39,7 @@ bool PrintJob::SeekEmployer(std::string_view table)
     return !records.NoMatch();
 }
 
-bool PrintJob::OpenDocument(std::string_view name)
+Opening PrintJob::OpenDocument(std::string_view name)
 {
     pageNumber = 0;
     return page.OpenPrintJob(name);

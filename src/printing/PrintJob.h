@@ -39,8 +39,8 @@ public:
     /// Puts a table that has one record for each employer on that of the job's employer. False if there is none.
     [[nodiscard]] bool SeekEmployer(std::string_view table);
 
-    /// Opens a document of its own for the job. False if there is no printer for it.
-    [[nodiscard]] bool OpenDocument(std::string_view name);
+    /// Opens a document of its own for the job. It does not open where there is no printer for it.
+    [[nodiscard]] Opening OpenDocument(std::string_view name);
     /// Begins the next page of the forms.
     void NextPage();
 

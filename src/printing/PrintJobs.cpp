@@ -2,6 +2,7 @@
 
 #include "clientdb/Employees.h"
 #include "declaration/Declaration.h"
+#include "edition/Edition.h"
 #include "frame/BusyPointer.h"
 #include "frame/ProgressBar.h"
 #include "frame/Text.h"
@@ -12,7 +13,9 @@
 #include "printing/ScheduleReports.h"
 #include "printing/WorkingReports.h"
 
+#include <algorithm>
 #include <array>
+#include <fmt/format.h>
 #include <map>
 
 namespace quillmere {
@@ -217,7 +220,7 @@ bool DrawSingleDocument(PrintJob& job, PrintedDocument document)
         static_cast<void>(job.SeekEmployer("P11DB"));
         const std::string name = DeclarationDocumentName(job.employer);
         job.employee = job.employer;
-        if (job.OpenDocument(name))
+        if (job.OpenDocument(name) == Opening::Open)
             PrintDeclarationDocument(job, SingleJob, DeclarationVariant::Record, ReaderOf(job.Table("P11DB")));
         return true;
     }
@@ -226,14 +229,83 @@ bool DrawSingleDocument(PrintJob& job, PrintedDocument document)
         return false;
     }
     EmployeeDocument paper(job, SingleJob, job.Table("P11D"));
-    if (job.OpenDocument(EmployeeDocumentName(job.employer, job.employee)))
+    if (job.OpenDocument(EmployeeDocumentName(job.employer, job.employee)) == Opening::Open)
         paper.Print(BatchSelection::All());
     return true;
 }
 
 // ---- a batch ------------------------------------------------------------------------------------
 
-void PrintEmployees(PrintJob& job, const BatchSelection& selection, ProgressBar& progress)
+/// How far a batch has come, and what became of its documents.
+class Batch {
+public:
+    Batch(PrintJob& job, int documents)
+        : job(job), left(documents), progress(job.session.platform, documents, ProgressBar::Shows::EveryStep)
+    {
+    }
+
+    /// Opens the document that comes next. It does not open once the batch is at its end.
+    [[nodiscard]] Opening Open(std::string_view name)
+    {
+        next = name;
+        const Opening opening = isStopped ? Opening::Left : job.OpenDocument(name);
+        isStopped = opening == Opening::Left;
+        if (isStopped && firstLeft.empty())
+            firstLeft = name;
+        return opening;
+    }
+
+    /// Ends the document in hand, which goes to the printer.
+    void Close()
+    {
+        const PrintResult result = job.page.vsEndDoc();
+        const bool hasFailed = result == PrintResult::PrinterUnreachable || result == PrintResult::NotReady;
+        if (hasFailed)
+            unprinted.push_back(next);
+        // A second one in turn, or a printer that is gone: the others would fare no better.
+        isStopped = hasFailed && (lastHasFailed || result == PrintResult::NotReady || !job.page.HasPrinter());
+        lastHasFailed = hasFailed;
+        Pass();
+    }
+
+    /// Goes on without the document in hand.
+    void Pass()
+    {
+        --left;
+        progress.Advance();
+    }
+
+    /// Tells, once, whose documents have not been printed and how many are left.
+    void TellOfUnprinted() const
+    {
+        std::string text;
+        if (!unprinted.empty())
+            text = "Not printed:\n";
+        for (std::size_t at = 0; at < std::min(unprinted.size(), MostNames); ++at)
+            text.append("\n").append(unprinted[at]);
+        if (unprinted.size() > MostNames)
+            text += fmt::format("\nand {} more", unprinted.size() - MostNames);
+        if (isStopped && left > 0)
+            text += fmt::format("{}{} of the batch {} left, from '{}' on.", text.empty() ? "" : "\n\n",
+                                left == 1 ? "1 document" : fmt::format("{} documents", left), left == 1 ? "is" : "are",
+                                firstLeft);
+        if (!text.empty())
+            job.session.messages.Tell(edition::AppTitle, text);
+    }
+
+private:
+    static constexpr std::size_t MostNames = 10;
+
+    PrintJob& job;
+    int left;
+    ProgressBar progress;
+    std::string next;                   ///< the name of the document in hand
+    std::string firstLeft;              ///< and of the first one that the batch has not come to
+    std::vector<std::string> unprinted; ///< names of those that did not reach the printer
+    bool isStopped = false, lastHasFailed = false;
+};
+
+void PrintEmployees(PrintJob& job, const BatchSelection& selection, Batch& batch)
 {
     Recordset records = job.Clients().OpenRecordset("P11D");
     records.Index("IndKey");
@@ -243,28 +315,33 @@ void PrintEmployees(PrintJob& job, const BatchSelection& selection, ProgressBar&
         job.employee = records.Field("EmployeeName");
         job.session.CurrentEmployee = job.employee;
         EmployeeDocument paper(job, BatchJob, records);
+        const Opening opening = batch.Open(EmployeeDocumentName(job.employer, job.employee));
+        if (opening == Opening::Left)
+            return;
         // Kept: without a printer that opens the same question is asked again, for the same employee.
-        if (!job.OpenDocument(EmployeeDocumentName(job.employer, job.employee)))
+        if (opening == Opening::NotOpen)
             continue;
         paper.Print(selection);
         job.At(BatchJob, DocumentEndStep);
-        job.page.vsEndDoc();
+        batch.Close();
         records.MoveNext();
-        progress.Advance();
     }
 }
 
-void PrintBatchDeclaration(PrintJob& job)
+void PrintBatchDeclaration(PrintJob& job, Batch& batch)
 {
     job.At(BatchJob, DeclarationStep);
     job.employee = job.employer;
-    if (!job.OpenDocument(DeclarationDocumentName(job.employer)))
+    const Opening opening = batch.Open(DeclarationDocumentName(job.employer));
+    if (opening == Opening::NotOpen)
+        batch.Pass();
+    if (opening != Opening::Open)
         return;
     job.batchDeclaration = true;
     PrintDeclarationDocument(job, BatchJob, DeclarationVariant::Totals,
                              ReaderOf(ComputeDeclarationTotals(job.Clients(), job.employer)));
     job.batchDeclaration = false;
-    job.page.vsEndDoc();
+    batch.Close();
 }
 
 void PrintBatch(PrintJob& job, const BatchSelection& selection)
@@ -273,14 +350,17 @@ void PrintBatch(PrintJob& job, const BatchSelection& selection)
     const bool hasEmployees = selection.HasPapersOfEmployees();
     const bool hasDeclaration = selection.Has(BatchTick::P11DB);
     const std::size_t employees = hasEmployees ? ListEmployees(job.Clients(), job.employer).size() : 0;
-    ProgressBar progress(job.session.platform, static_cast<int>(employees) + (hasDeclaration ? 1 : 0),
-                         ProgressBar::Shows::EveryStep);
-    if (hasEmployees)
-        PrintEmployees(job, selection, progress);
-    if (hasDeclaration) {
-        PrintBatchDeclaration(job);
-        progress.Advance();
+    Batch batch(job, static_cast<int>(employees) + (hasDeclaration ? 1 : 0));
+    try {
+        if (hasEmployees)
+            PrintEmployees(job, selection, batch);
+        if (hasDeclaration)
+            PrintBatchDeclaration(job, batch);
+    } catch (const std::exception&) {
+        batch.TellOfUnprinted();
+        throw;
     }
+    batch.TellOfUnprinted();
 }
 
 } // namespace

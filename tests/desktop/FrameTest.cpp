@@ -59,6 +59,7 @@ struct BoxCase {
 struct ShownBox {
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons buttons;
+    int shownButtons = 0;
     QString title, text;
     bool defaultIsNo = false;
     Answer answer = Answer::Cancel;
@@ -75,6 +76,8 @@ ShownBox ShowAndPress(const Message& message, Qt::Key key)
         box->activateWindow();
         shown.icon = box->icon();
         shown.buttons = box->standardButtons();
+        for (const QAbstractButton* button : box->buttons())
+            shown.shownButtons += button->isVisible() ? 1 : 0;
         shown.title = box->windowTitle();
         shown.text = box->text();
         shown.defaultIsNo =
@@ -114,6 +117,17 @@ TEST(DesktopMessages, EnterPressesTheDefaultAndEscapeSaysNo)
         EXPECT_EQ(ShowAndPress(question, Qt::Key_Escape).answer, Answer::No);
     }
     EXPECT_EQ(ShowAndPress({.title = "T", .text = "Q"}, Qt::Key_Return).answer, Answer::Ok);
+}
+
+TEST(DesktopMessages, ABoxThatMayBeLeftShowsTheSameButtonsAndIsLeftWithEscape)
+{
+    for (const Buttons buttons : {Buttons::Ok, Buttons::YesNo}) {
+        Message message{.title = "T", .text = "Q", .buttons = buttons, .defaultAnswer = Answer::Yes, .mayLeave = true};
+        const ShownBox left = ShowAndPress(message, Qt::Key_Escape);
+        EXPECT_EQ(left.answer, Answer::Cancel);
+        EXPECT_EQ(left.shownButtons, buttons == Buttons::Ok ? 1 : 2);
+        EXPECT_EQ(ShowAndPress(message, Qt::Key_Return).answer, buttons == Buttons::Ok ? Answer::Ok : Answer::Yes);
+    }
 }
 
 TEST(DesktopViewer, SaysWhyAFileCannotBeOpened)

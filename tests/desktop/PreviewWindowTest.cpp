@@ -54,7 +54,7 @@ protected:
         session.settings.vsPreviewWidth = 1000;
         session.settings.vsPreviewHeight = 700;
         PageLayer& layer = running.program.Printing().layer;
-        ASSERT_TRUE(layer.OpenPrintJob("Acme Ltd - Jane Smith"));
+        ASSERT_EQ(layer.OpenPrintJob("Acme Ltd - Jane Smith"), Opening::Open);
         for (int page = 1; page <= pages; ++page) {
             layer.NextPrintPage(page);
             layer.vsFillBox(layer.ColBlack, layer.ColBlack, 0.2, 50, 50, 100, 100);

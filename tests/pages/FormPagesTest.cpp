@@ -162,7 +162,7 @@ private:
             readFields.insert(std::string(name));
             return ReaderOf(fields)(name);
         };
-        EXPECT_TRUE(room.page.OpenPrintJob("Marlow & Sons Ltd - José María O'Neill-Smythe"));
+        EXPECT_EQ(room.page.OpenPrintJob("Marlow & Sons Ltd - José María O'Neill-Smythe"), Opening::Open);
         GetParam().print(room.page, read);
         room.page.vsEndDoc();
         return room.vp.Ended();
@@ -440,7 +440,7 @@ std::string PageOf(const PageRoutine& print, const FieldMap& fields, const std::
     room.settings.vsTop = -2; // against the added margin: listings show the places of the lists
     if (setUp)
         setUp(room);
-    EXPECT_TRUE(room.page.OpenPrintJob("Document"));
+    EXPECT_EQ(room.page.OpenPrintJob("Document"), Opening::Open);
     print(room.page, ReaderOf(fields));
     return Listing(room.Ended(), 1);
 }
@@ -502,7 +502,7 @@ TEST(P11DPage1, DrawsTheNumberAtItsTopInTheFontLeftInForce)
     PrintRoom room;
     const FieldMap fields = {{"NatIns", "AB123456C"}};
     const auto topNumber = [&] {
-        EXPECT_TRUE(room.page.OpenPrintJob("Document"));
+        EXPECT_EQ(room.page.OpenPrintJob("Document"), Opening::Open);
         PrintP11D1(room.page, ReaderOf(fields));
         const Document& document = room.Ended();
         for (const Operation& operation : document.Page(1))

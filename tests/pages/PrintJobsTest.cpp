@@ -596,13 +596,92 @@ TEST(ABatchInTrouble, GoesOnWithTheNextDocumentWhereThePrinterFailsAtTheEndOfOne
     BatchSelection forms;
     forms.Set(BatchTick::P11D);
     PrintBatchJob(desk.session, desk.printing, Employer, forms);
-    ASSERT_EQ(door.messages.size(), 1u);
+    ASSERT_EQ(door.messages.size(), 2u);
     EXPECT_EQ(door.messages[0].title, "2011 Quillmere");
     EXPECT_EQ(door.messages[0].text, "An error occurred while attempting to access the following printer:\n\nOffice\n\n"
                                      "Make sure this printer is available and properly set up.");
+    EXPECT_EQ(door.messages[1].title, "2011 Quillmere");
+    EXPECT_EQ(door.messages[1].text, "Not printed:\n\nMarlow & Sons Ltd - Jane Smith");
     ASSERT_EQ(door.printed.size(), 2u);
     EXPECT_EQ(door.printed[1].documentName, "Marlow & Sons Ltd - Zoe Smith");
     EXPECT_EQ(door.progress.back(), std::make_pair(0, 0));
+}
+
+/// What a batch of three employees and the declaration says, and how many documents it sends, where the door is as
+/// told.
+struct TroubledBatch {
+    explicit TroubledBatch(ScriptedDoor& door, std::string_view printer) : desk(door)
+    {
+        desk.session.settings.vsPrinter = printer;
+        for (const char* name : {"Jane", "Mary", "Zoe"})
+            desk.Add(Employer, name, "Smith");
+        BatchSelection forms;
+        forms.Set(BatchTick::P11D);
+        forms.Set(BatchTick::P11DB);
+        PrintBatchJob(desk.session, desk.printing, Employer, forms);
+        for (const Message& message : door.messages)
+            texts.push_back(message.text);
+    }
+    PrintDesk desk;
+    std::vector<std::string> texts;
+};
+
+constexpr auto OfficeFails = "An error occurred while attempting to access the following printer:\n\nOffice\n\n"
+                             "Make sure this printer is available and properly set up.";
+
+TEST(ABatchInTrouble, StopsAtTheFirstDocumentWithNoPrinterAtAll)
+{
+    ScriptedDoor door;
+    const TroubledBatch batch(door, "");
+    EXPECT_EQ(batch.texts, (std::vector<std::string>{
+                               "There is no printer available",
+                               "Not printed:\n\nMarlow & Sons Ltd - Jane Smith\n\n3 documents of the batch are "
+                               "left, from 'Marlow & Sons Ltd - Mary Smith' on."}));
+    EXPECT_TRUE(door.printed.empty());
+}
+
+TEST(ABatchInTrouble, StopsWhereTheSpoolerIsNotReady)
+{
+    ScriptedDoor door;
+    door.printers = {"Office"};
+    door.printOutcome = PrintOutcome::NotReady;
+    const TroubledBatch batch(door, "Office");
+    EXPECT_EQ(batch.texts,
+              (std::vector<std::string>{OfficeFails, "Not printed:\n\nMarlow & Sons Ltd - Jane Smith\n\n3 "
+                                                     "documents of the batch are left, from 'Marlow & Sons "
+                                                     "Ltd - Mary Smith' on."}));
+    EXPECT_EQ(door.printed.size(), 1u);
+}
+
+TEST(ABatchInTrouble, StopsWhereTwoDocumentsInTurnFail)
+{
+    ScriptedDoor door;
+    door.printers = {"Office"};
+    door.printOutcome = PrintOutcome::PrinterUnreachable;
+    const TroubledBatch batch(door, "Office");
+    EXPECT_EQ(batch.texts, (std::vector<std::string>{
+                               OfficeFails, OfficeFails,
+                               "Not printed:\n\nMarlow & Sons Ltd - Jane Smith\nMarlow & Sons Ltd - Mary Smith\n\n2 "
+                               "documents of the batch are left, from 'Marlow & Sons Ltd - Zoe Smith' on."}));
+    EXPECT_EQ(door.printed.size(), 2u);
+}
+
+/// The loop that asks the same question for the same employee, by both of its boxes.
+TEST(ABatchInTrouble, IsLeftWithEscape)
+{
+    for (const bool isThereAnother : {false, true}) {
+        ScriptedDoor door;
+        if (isThereAnother) {
+            door.printers = {"Office"};
+            door.answers = {Answer::No, Answer::Cancel};
+        } else {
+            door.answers = {Answer::Cancel};
+        }
+        const TroubledBatch batch(door, "Gone");
+        ASSERT_EQ(batch.texts.size(), isThereAnother ? 3u : 2u);
+        EXPECT_EQ(batch.texts.back(), "4 documents of the batch are left, from 'Marlow & Sons Ltd - Jane Smith' on.");
+        EXPECT_TRUE(door.printed.empty());
+    }
 }
 
 TEST(ABatchInTrouble, WaitsForAPrinterWhereThereIsNone)
@@ -651,6 +730,7 @@ TEST_F(PrintJobs, KeepOneEmployeesNumberOffTheNextOnesSheet)
     Set("P11D", "NatIns", "AB123456C");
     desk.Add(Employer, "Zoe", "Adams");
     desk.Set("ExtraCars", Employer, "Zoe Adams", "FCashEqu3", "   1000.00");
+    door.printers = {"Office"};
     Batch({BatchTick::P11D});
     ASSERT_EQ(desk.documents.size(), 2u);
     EXPECT_FALSE(Holds(*desk.documents[1], 3, "AB123456C"));

@@ -94,7 +94,7 @@ protected:
     /// The document of the report alone, behind the page with which it opens.
     const Document& Print()
     {
-        EXPECT_TRUE(job.OpenDocument("A report"));
+        EXPECT_EQ(job.OpenDocument("A report"), Opening::Open);
         if (GetParam().schedule != nullptr)
             PrintScheduleReport(job, *GetParam().schedule);
         else
@@ -388,14 +388,14 @@ protected:
     }
     const Document& Print(std::string_view schedule)
     {
-        EXPECT_TRUE(job.OpenDocument("A report"));
+        EXPECT_EQ(job.OpenDocument("A report"), Opening::Open);
         PrintScheduleReport(job, ScheduleReportOf(schedule));
         job.page.vsEndDoc();
         return *desk.documents.back();
     }
     const Document& PrintWorking(std::string_view name, int first, int last)
     {
-        EXPECT_TRUE(job.OpenDocument("A report"));
+        EXPECT_EQ(job.OpenDocument("A report"), Opening::Open);
         PrintWorkingReport(job, WorkingReportOf(name), first, last);
         job.page.vsEndDoc();
         return *desk.documents.back();
@@ -476,7 +476,7 @@ protected:
     void Set(std::string_view field, std::string_view text) { desk.Set("ExtraCars", Employer, Employee, field, text); }
     const Document& Print(const ExtraCarSheet& sheet)
     {
-        EXPECT_TRUE(job.OpenDocument("A sheet"));
+        EXPECT_EQ(job.OpenDocument("A sheet"), Opening::Open);
         isDrawn = PrintExtraCarSheet(job, sheet);
         job.page.vsEndDoc();
         return *desk.documents.back();
@@ -583,7 +583,7 @@ TEST(ReportFigures, HaveCommasBracketsAndNoZeros)
 TEST_F(ExtraCars, ReportPagesHaveTheirHeadAndFoot)
 {
     door.today = std::chrono::sys_days(std::chrono::year(2011) / 7 / 5);
-    EXPECT_TRUE(job.OpenDocument("A report"));
+    EXPECT_EQ(job.OpenDocument("A report"), Opening::Open);
     StartReportPage(job);
     EXPECT_DOUBLE_EQ(job.position, 17.0);
     StartReportPage(job);

@@ -57,12 +57,14 @@ Answer ScriptedPlatform::ShowMessage(const Message& message)
     StandInFront();
     unseen.push_back({message.title, message.text, line});
     bool isPath = false;
-    if (message.buttons == Buttons::Ok) {
-        Answered(message.title, {"ok"}, "ok", false, isPath);
-        return Answer::Ok;
-    }
-    const std::string standard = message.defaultAnswer == Answer::No ? "no" : "yes";
-    return Answered(message.title, {"yes", "no"}, standard, false, isPath) == "yes" ? Answer::Yes : Answer::No;
+    const bool isQuestion = message.buttons == Buttons::YesNo;
+    std::vector<std::string> words =
+        isQuestion ? std::vector<std::string>{"yes", "no"} : std::vector<std::string>{"ok"};
+    if (message.mayLeave)
+        words.emplace_back("cancel");
+    const std::string standard = !isQuestion ? "ok" : message.defaultAnswer == Answer::No ? "no" : "yes";
+    const std::string answer = Answered(message.title, words, standard, false, isPath);
+    return answer == "yes" ? Answer::Yes : answer == "no" ? Answer::No : answer == "ok" ? Answer::Ok : Answer::Cancel;
 }
 
 std::optional<std::string> ScriptedPlatform::AskSaveFile(const SaveFileQuestion& question)

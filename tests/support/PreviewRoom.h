@@ -34,7 +34,7 @@ struct PreviewRoom {
     bool Draw(int pages)
     {
         PageLayer& layer = printing.layer;
-        if (!layer.OpenPrintJob("Acme Ltd - Jane Smith"))
+        if (layer.OpenPrintJob("Acme Ltd - Jane Smith") != Opening::Open)
             return false;
         for (int page = 1; page <= pages; ++page) {
             layer.NextPrintPage(page);

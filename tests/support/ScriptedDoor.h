@@ -15,7 +15,8 @@ public:
     Answer ShowMessage(const Message& message) override
     {
         messages.push_back(message);
-        if (message.buttons == Buttons::Ok)
+        const bool leaves = message.mayLeave && !answers.empty() && answers.front() == Answer::Cancel;
+        if (message.buttons == Buttons::Ok && !leaves)
             return Answer::Ok;
         if (answers.empty())
             return message.defaultAnswer;

@@ -16,7 +16,7 @@ protected:
     void Begin()
     {
         room.settings.vsTop = -2; // against the added margin, so that listings show the given places
-        ASSERT_TRUE(page.OpenPrintJob("Document"));
+        ASSERT_EQ(page.OpenPrintJob("Document"), Opening::Open);
     }
     std::string Drawn() { return Listing(room.Ended(), 1); }
 

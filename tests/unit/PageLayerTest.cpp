@@ -25,7 +25,7 @@ constexpr double TopMargin = 2.0;
 
 class PageLayerTest : public ::testing::Test {
 protected:
-    void Open() { ASSERT_TRUE(page.OpenPrintJob("Document")); }
+    void Open() { ASSERT_EQ(page.OpenPrintJob("Document"), Opening::Open); }
 
     /// Lower edge of a text operation, twips.
     double Bottom(const Operation& text)
@@ -95,7 +95,7 @@ TEST_F(PageLayerTest, TakesTheScaleOfItsRoute)
     const auto drawnAt = [this](Route route, int preview) {
         page.route = route;
         settings.reportPreview = preview;
-        EXPECT_TRUE(page.OpenPrintJob("Document"));
+        EXPECT_EQ(page.OpenPrintJob("Document"), Opening::Open);
         page.vsLine(1, 0, 0, 10, 10);
         const Operation line = room.Last();
         return std::array{line.x1 / Mm, line.y1 / Mm, line.x2 / Mm - line.x1 / Mm};
@@ -118,7 +118,7 @@ TEST_F(PageLayerTest, FollowsTheThreeMethodsOfAlignment)
         settings.vsAlignTextMethod = method;
         settings.vsAlignTextX = x;
         settings.vsAlignTextY = y;
-        EXPECT_TRUE(page.OpenPrintJob("Document"));
+        EXPECT_EQ(page.OpenPrintJob("Document"), Opening::Open);
         page.vsFont(10, false, false);
         page.vsTextLeft(20, 100, "Text");
         return room.Last();
@@ -375,7 +375,7 @@ TEST_F(PageLayerTest, OpensNothingAfterANo)
     door.printers = {"Laser"};
     settings.vsPrinter = "Gone";
     door.answers = {Answer::No};
-    EXPECT_FALSE(page.OpenPrintJob("Document"));
+    EXPECT_EQ(page.OpenPrintJob("Document"), Opening::NotOpen);
     EXPECT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(settings.vsPrinter, "Gone");
     EXPECT_FALSE(room.vp.IsOpen());
@@ -403,7 +403,7 @@ TEST(PageLayerPrinters, SaysSoWhereTheDefaultPrinterFailsToo)
     PageLayer page(door, settings, root);
     page.vsBindEngine(vp, converter);
     door.answers = {Answer::Yes};
-    EXPECT_FALSE(page.OpenPrintJob("Document"));
+    EXPECT_EQ(page.OpenPrintJob("Document"), Opening::NotOpen);
     ASSERT_EQ(door.messages.size(), 2U);
     EXPECT_EQ(door.messages[1].title, "Laser");
     EXPECT_EQ(door.messages[1].text, "This printer is not available");
@@ -413,7 +413,7 @@ TEST(PageLayerPrinters, SaysSoWhereTheDefaultPrinterFailsToo)
 TEST_F(PageLayerTest, SaysSoWhereThePrinterIsGoneAndThereIsNoDefault)
 {
     settings.vsPrinter = "Gone";
-    EXPECT_FALSE(page.OpenPrintJob("Document"));
+    EXPECT_EQ(page.OpenPrintJob("Document"), Opening::NotOpen);
     ASSERT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(door.messages[0].title, "Gone");
     EXPECT_EQ(door.messages[0].text, "This printer is not available.");
@@ -425,7 +425,7 @@ TEST_F(PageLayerTest, KeepsNoOldDocumentWhereANewOneCannotBeOpened)
     Open();
     page.vsEndDoc();
     settings.vsPrinter = "Gone";
-    EXPECT_FALSE(page.OpenPrintJob("Document"));
+    EXPECT_EQ(page.OpenPrintJob("Document"), Opening::NotOpen);
     EXPECT_FALSE(room.vp.Ended());
 }
 
@@ -465,7 +465,7 @@ protected:
 
     void RunJob(std::string_view text = "Text")
     {
-        ASSERT_TRUE(room.page.OpenPrintJob("Acme Ltd - Jane Smith"));
+        ASSERT_EQ(room.page.OpenPrintJob("Acme Ltd - Jane Smith"), Opening::Open);
         room.page.vsTextLeft(10, 10, text);
         room.page.EndOnPdf();
     }
@@ -645,7 +645,7 @@ TEST_F(PdfEndingTest, ReportsAViewerThatDoesNotOpen)
 TEST_F(PdfEndingTest, WritesNothingWhereNoDocumentWasOpened)
 {
     room.settings.vsPrinter = "Gone";
-    EXPECT_FALSE(room.page.OpenPrintJob("Document"));
+    EXPECT_EQ(room.page.OpenPrintJob("Document"), Opening::NotOpen);
     room.page.EndOnPdf();
     EXPECT_FALSE(std::filesystem::exists(file));
     EXPECT_TRUE(room.door.opened.empty());
@@ -660,7 +660,7 @@ RC_GTEST_PROP(PageLayerProperty, EveryAlignmentHoldsAtAnyScaleAndOffset, ())
     PrintRoom room;
     room.settings.vsScale = scale;
     room.settings.vsLeft = left;
-    RC_ASSERT(room.page.OpenPrintJob("Document"));
+    RC_ASSERT(room.page.OpenPrintJob("Document") == Opening::Open);
     room.page.vsFont(8, false, false);
     room.page.vsTextRight(x, 10, text);
     room.page.vsTextCentre(x, x + 10, 10, text);
