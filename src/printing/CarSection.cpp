@@ -98,7 +98,7 @@ constexpr auto CarLabels = std::to_array<Label>({
 });
 
 constexpr auto CarValues = std::to_array<FormValue>({
-    {"FMakeModel", At::Left, 79, 152.5},
+    {"FMakeModel", At::Left, 79, 152.5, 131},
     {"FRegDate", At::Centre, 76, 160, 98},
     {"FC02", At::Right, 88, 171},
     {"FNoC02", At::Left, 102, 171, 0, ValueKind::Tick},

@@ -114,8 +114,7 @@ void PrintNICells(PageLayer& page, double x, double y, std::string_view number)
 
 void PrintIndented(PageLayer& page, int count, std::string_view text)
 {
-    if (page.IsPdfRoute())
-        page.vsTextRun(std::string(static_cast<std::size_t>(count), ' '));
+    page.vsTextRun(std::string(static_cast<std::size_t>(count), ' '));
     page.vsTextRun(text);
 }
 

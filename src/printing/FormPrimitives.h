@@ -42,8 +42,8 @@ void PrintDateCells(PageLayer& page, double x, double y, std::string_view date);
 /// Eight characters in cells of 4.5, the ninth in one of 7.5.
 void PrintNICells(PageLayer& page, double x, double y, std::string_view number);
 
-/// A text that goes on where the last one ended. On the PDF route `count` blanks come first, since the text before it
-/// ends in another font.
+/// A text that goes on where the last one ended. `count` blanks come first, as a text of their own, since the text before
+/// it ends in another font.
 void PrintIndented(PageLayer& page, int count, std::string_view text);
 
 } // namespace quillmere

@@ -1,10 +1,26 @@
 #include "printing/FormTables.h"
 
+#include "frame/Text.h"
+
 namespace quillmere {
 
 namespace {
 
 constexpr int IndentOfRunOn = 2;
+
+/// As much of a text, from its beginning, as a room of so many millimetres holds.
+std::string Fitting(const PageLayer& page, std::string_view text, double room)
+{
+    std::string fitting(text);
+    if (!(page.vsTextWidth(fitting) > room))
+        return fitting;
+    std::u32string characters = CodePoints(text);
+    do {
+        characters.pop_back();
+        fitting = Utf8(characters);
+    } while (!characters.empty() && page.vsTextWidth(fitting) > room);
+    return fitting;
+}
 
 void DrawBox(PageLayer& page, const FormBox& box, double dx)
 {
@@ -113,7 +129,9 @@ void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldR
         const std::string text = read(field);
         switch (value.kind) {
         case ValueKind::Text:
-            DrawText(page, value.at, value.x + dx, value.x2 + dx, value.y, FieldText(text, 0));
+            DrawText(page, value.at, value.x + dx, value.x2 + dx, value.y,
+                     value.at == At::Right ? FieldText(text, 0)
+                                           : Fitting(page, FieldText(text, 0), value.x2 - value.x));
             break;
         case ValueKind::Tick:
             if (FieldText(text, 1) == "Y")

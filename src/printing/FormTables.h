@@ -57,6 +57,8 @@ struct Label {
 /// How a value is drawn: as a text, as a tick if it is set, or with one character to a cell.
 enum class ValueKind { Text, Tick, DateCells, NICells };
 
+/// `x2` is where a centred value's cell ends, and the box of one that starts at x. What is longer is cut there, so that
+/// a word never prints over a figure; figures are never cut.
 struct FormValue {
     std::string_view field;
     At at;

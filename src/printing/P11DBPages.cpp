@@ -212,28 +212,28 @@ constexpr auto Section2Labels = std::to_array<Label>({
 });
 
 constexpr auto Values = std::to_array<FormValue>({
-    {"EmployerReference", At::Left, 36, 23},
-    {"AccountsOffReference", At::Left, 36, 33},
-    {"EmployerAdd1", At::Left, 12, 48},
-    {"EmployerAdd2", At::Left, 12, 53},
-    {"EmployerAdd3", At::Left, 12, 58},
-    {"EmployerAdd4", At::Left, 12, 63},
-    {"EmployerAdd5", At::Left, 12, 68},
-    {"EmployerAdd6", At::Left, 12, 73},
-    {"ReturnAdd1", At::Left, 120, 48},
-    {"ReturnAdd2", At::Left, 120, 53},
-    {"ReturnAdd3", At::Left, 120, 58},
-    {"ReturnAdd4", At::Left, 120, 63},
-    {"ReturnAdd5", At::Left, 120, 68},
-    {"ReturnAdd6", At::Left, 120, 73},
+    {"EmployerReference", At::Left, 36, 23, 90},
+    {"AccountsOffReference", At::Left, 36, 33, 90},
+    {"EmployerAdd1", At::Left, 12, 48, 74},
+    {"EmployerAdd2", At::Left, 12, 53, 74},
+    {"EmployerAdd3", At::Left, 12, 58, 74},
+    {"EmployerAdd4", At::Left, 12, 63, 74},
+    {"EmployerAdd5", At::Left, 12, 68, 74},
+    {"EmployerAdd6", At::Left, 12, 73, 74},
+    {"ReturnAdd1", At::Left, 120, 48, 182},
+    {"ReturnAdd2", At::Left, 120, 53, 182},
+    {"ReturnAdd3", At::Left, 120, 58, 182},
+    {"ReturnAdd4", At::Left, 120, 63, 182},
+    {"ReturnAdd5", At::Left, 120, 68, 182},
+    {"ReturnAdd6", At::Left, 120, 73, 182},
 });
 
 constexpr auto Section2Values = std::to_array<FormValue>({
     {"Section2Tick1", At::Left, 12, 183.5, 0, ValueKind::Tick},
     {"Section2Tick2", At::Left, 12, 194.5, 0, ValueKind::Tick},
     {"Section2Tick3", At::Left, 12, 206.5, 0, ValueKind::Tick},
-    {"SentToBox", At::Left, 65, 206.5},
-    {"SentToDate", At::Left, 145, 206.5},
+    {"SentToBox", At::Left, 65, 206.5, 114},
+    {"SentToDate", At::Left, 145, 206.5, 189},
 });
 
 void DrawTotal(PageLayer& page, const VariantRow& row, double y, std::string_view total)
@@ -437,9 +437,9 @@ constexpr double BulletRadius = 0.5;
 constexpr auto Section4Values = std::to_array<FormValue>({
     {"Section4ABox", At::Right, 182, 170.5},
     {"Section4BBox", At::Right, 182, 193},
-    {"Section4BDesc", At::Left, 49, 193.5},
+    {"Section4BDesc", At::Left, 49, 193.5, 152},
     {"Section4CBox", At::Right, 182, 213},
-    {"Section4CDesc", At::Left, 49, 213.5},
+    {"Section4CDesc", At::Left, 49, 213.5, 152},
     {"Section4DBox", At::Right, 182, 229},
 });
 constexpr auto PayableValue = std::to_array<FormValue>({

@@ -145,7 +145,7 @@ TEST_F(FormPrimitivesTest, NICellsLeaveTheLastOnesEmptyOrLoseTheTail)
     EXPECT_EQ(room.Ended().Page(1).size(), 3U) << "characters, not bytes";
 }
 
-TEST_F(FormPrimitivesTest, IndentsARunOnTextOnThePdfRouteOnly)
+TEST_F(FormPrimitivesTest, IndentsARunOnTextOnEveryRoute)
 {
     const auto drawn = [this](Route route, int preview) {
         page.route = route;
@@ -160,9 +160,9 @@ TEST_F(FormPrimitivesTest, IndentsARunOnTextOnThePdfRouteOnly)
     EXPECT_EQ(drawn(Route::Screen, 1), 3U);
     EXPECT_EQ(room.Ended().TextOf(room.Ended().Page(1)[1]), "  ");
     EXPECT_EQ(drawn(Route::File, 0), 3U);
-    EXPECT_EQ(drawn(Route::Screen, 0), 2U);
+    EXPECT_EQ(drawn(Route::Screen, 0), 3U);
     room.door.printers = {"Laser"};
-    EXPECT_EQ(drawn(Route::Printer, 1), 2U);
+    EXPECT_EQ(drawn(Route::Printer, 1), 3U);
 }
 
 TEST(FieldTextTest, ReadsATextOrATruth)
