@@ -102,8 +102,14 @@ bool PlayFile(const std::string& file, const Folders& folders, bool tellSteps)
     const bool isManual = std::filesystem::path(file).extension() == ".md";
     try {
         bool passed = true;
-        for (const std::string& scenario : isManual ? ExamplesOf(*text) : std::vector{*text})
-            passed = Player(file, folders, tellSteps).Play(scenario) && passed;
+        for (const std::string& scenario : isManual ? ExamplesOf(*text) : std::vector{*text}) {
+            const Tellings tellings = TellingsOf(scenario);
+            for (const ScriptError& error : tellings.errors)
+                fmt::print("{}:{}: {}\n", file, error.line, error.text);
+            passed = passed && tellings.errors.empty();
+            for (const Telling& telling : tellings.rows)
+                passed = Player(file, folders, tellSteps).Play(telling) && passed;
+        }
         return passed;
     } catch (const std::exception& error) {
         fmt::print("{}: {}\n", file, error.what());

@@ -5,9 +5,10 @@
 
 namespace quillmere::scenario {
 
-bool Player::Play(std::string_view text)
+bool Player::Play(const Telling& telling)
 {
-    const Script script = ParseScript(text);
+    row = telling.row;
+    const Script script = ParseScript(telling.text);
     for (const ScriptError& error : script.errors)
         Fail(error.line, error.text);
     if (!script.errors.empty())
@@ -48,7 +49,7 @@ void Player::WriteGiven()
 void Player::Fail(int line, const std::string& text)
 {
     ++failures;
-    fmt::print("{}:{}: {}\n", stage.file, line, text);
+    fmt::print("{}:{}: {}{}{}\n", stage.file, line, row, row.empty() ? "" : ": ", text);
 }
 
 void Player::FailStep(const Step& step, const std::string& text)

@@ -3,7 +3,6 @@
 #include "Stage.h"
 
 #include <string>
-#include <string_view>
 
 namespace quillmere::scenario {
 
@@ -16,8 +15,8 @@ public:
     {
     }
 
-    /// Plays the text of the scenario to its end and prints each failure. True if there was none.
-    bool Play(std::string_view text);
+    /// Plays a telling of the scenario to its end and prints each failure, with the row. True if there was none.
+    bool Play(const Telling& telling);
 
 private:
     void Perform(const Step& step);
@@ -29,6 +28,7 @@ private:
 
     Stage stage;
     bool tellSteps;
+    std::string row;
     int failures = 0;
 };
 

@@ -1,10 +1,13 @@
 #include "Script.h"
 
+#include "Compare.h"
+
 #include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace quillmere::scenario {
 
@@ -221,6 +224,83 @@ void SplitNulls(const StepRow& row, std::vector<Word>& words)
     }
 }
 
+constexpr std::string_view CapitalLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+
+/// The table of a scenario.
+struct Table {
+    std::vector<std::string> columns;
+    std::vector<bool> used; ///< which columns the scenario has asked for
+    std::vector<std::vector<std::string>> rows;
+};
+
+bool BeginsTable(std::string_view line)
+{
+    return line.starts_with("for-each");
+}
+
+/// A text as it is written between quotes.
+std::string Written(std::string_view text)
+{
+    const std::string shown = Shown(text);
+    return shown.substr(1, shown.size() - 2);
+}
+
+std::vector<std::string> Cells(std::string_view line)
+{
+    std::vector<std::string> cells;
+    for (const Word& word : ParseWords(line))
+        cells.push_back(Written(word.text));
+    return cells;
+}
+
+/// Reads the table that begins at a line, and ends at its last. Throws std::invalid_argument with what is wrong at it.
+Table ReadTable(const std::vector<std::string_view>& lines, std::size_t& at)
+{
+    const std::size_t first = at;
+    Table table{.columns = Cells(lines[at]), .used = {}, .rows = {}};
+    table.columns.erase(table.columns.begin());
+    table.used.resize(table.columns.size());
+    for (const std::string& column : table.columns)
+        if (column.empty() || column.find_first_not_of(CapitalLetters) != std::string::npos)
+            throw std::invalid_argument("\"" + column + "\" is no name of a column: it stands in capital letters");
+    while (++at < lines.size() && WithoutOuterBlanks(lines[at]) != "end") {
+        std::vector<std::string> cells = Cells(lines[at]);
+        if (!cells.empty() && cells.size() != table.columns.size())
+            throw std::invalid_argument("a row takes " + std::to_string(table.columns.size()) + " cells, found " +
+                                        std::to_string(cells.size()));
+        if (!cells.empty())
+            table.rows.push_back(std::move(cells));
+    }
+    const std::size_t last = std::exchange(at, first);
+    if (last == lines.size())
+        throw std::invalid_argument("for-each has no end");
+    if (table.rows.empty())
+        throw std::invalid_argument("the table has no rows");
+    at = last;
+    return table;
+}
+
+/// A line with the cells of a row in place of `$COLUMN`. Throws std::invalid_argument for a column that there is not.
+std::string WithCells(std::string_view line, Table& table, const std::vector<std::string>& cells)
+{
+    if (BeginsTable(line))
+        throw std::invalid_argument("there is a table already");
+    std::string text;
+    for (auto mark = line.find('$'); mark != std::string_view::npos; mark = line.find('$')) {
+        text.append(line.substr(0, mark));
+        line.remove_prefix(mark + 1);
+        const std::string_view name = line.substr(0, line.find_first_not_of(CapitalLetters));
+        const auto found = std::ranges::find(table.columns, name);
+        if (found == table.columns.end())
+            throw std::invalid_argument("the table has no column \"" + std::string(name) + "\"");
+        const auto column = static_cast<std::size_t>(found - table.columns.begin());
+        table.used[column] = true;
+        text.append(cells[column]);
+        line.remove_prefix(name.size());
+    }
+    return text.append(line);
+}
+
 /// The lines of a text, without their ends.
 std::vector<std::string_view> LinesOf(std::string_view text)
 {
@@ -267,6 +347,33 @@ ControlName ParseControl(std::string_view name)
         control.screen.find_first_of(NotInNames) != std::string::npos)
         throw std::invalid_argument(wrong);
     return control;
+}
+
+Tellings TellingsOf(std::string_view text)
+{
+    const std::vector<std::string_view> lines = LinesOf(text);
+    const auto first = static_cast<std::size_t>(std::ranges::find_if(lines, BeginsTable) - lines.begin());
+    if (first == lines.size())
+        return {.rows = {{.row = {}, .text = std::string(text)}}, .errors = {}};
+    Tellings tellings;
+    std::size_t at = first;
+    try {
+        Table table = ReadTable(lines, at);
+        const std::size_t last = at;
+        for (const std::vector<std::string>& cells : table.rows) {
+            Telling& telling = tellings.rows.emplace_back(Telling{.row = cells.front(), .text = {}});
+            for (at = 0; at < lines.size(); ++at)
+                telling.text.append(at >= first && at <= last ? "" : WithCells(lines[at], table, cells)).append("\n");
+        }
+        at = first;
+        if (const auto idle = std::ranges::find(table.used, false); idle != table.used.end())
+            throw std::invalid_argument("the column " +
+                                        table.columns[static_cast<std::size_t>(idle - table.used.begin())] +
+                                        " is used nowhere");
+    } catch (const std::invalid_argument& error) {
+        return {.rows = {}, .errors = {{static_cast<int>(at) + 1, error.what()}}};
+    }
+    return tellings;
 }
 
 Script ParseScript(std::string_view text)

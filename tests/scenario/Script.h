@@ -78,6 +78,21 @@ struct Script {
     std::vector<ScriptError> errors;
 };
 
+/// A scenario told for one row of its table: the row's first cell, and the text with the row's cells put in. The lines
+/// stand where they stood.
+struct Telling {
+    std::string row;
+    std::string text;
+};
+
+struct Tellings {
+    std::vector<Telling> rows;
+    std::vector<ScriptError> errors;
+};
+
+/// A scenario for each row of its `for-each` table; without a table it is told once, for the row "".
+Tellings TellingsOf(std::string_view text);
+
 /// Reads a scenario. Whatever is wrong stands among the errors with its line; the steps are those that are right.
 Script ParseScript(std::string_view text);
 

@@ -218,6 +218,52 @@ end
     EXPECT_FALSE(script.steps[3].words[3].quoted);
 }
 
+constexpr std::string_view TableOfTwo = "for-each BOX TEXT\n"
+                                        "  A  \"say \\\"so\\\"\"\n"
+                                        "# in between\n"
+                                        "  B2 c\n"
+                                        "end\n";
+
+TEST(Tables, TellTheScenarioForEachRow)
+{
+    const Tellings told =
+        TellingsOf(std::string("today 2011-06-30\n").append(TableOfTwo) + "type X.$BOX(1) \"$TEXT!\"\n");
+    ASSERT_TRUE(told.errors.empty());
+    ASSERT_EQ(told.rows.size(), 2U);
+    EXPECT_EQ(told.rows[0].row, "A");
+    EXPECT_EQ(told.rows[1].row, "B2");
+    const Script first = ParseScript(told.rows[0].text), second = ParseScript(told.rows[1].text);
+    ASSERT_EQ(first.steps.size(), 2U);
+    EXPECT_EQ(first.steps[1].line, 7);
+    EXPECT_EQ(first.steps[1].words[0].text, "X.A(1)");
+    EXPECT_EQ(first.steps[1].words[1].text, "say \"so\"!");
+    EXPECT_EQ(second.steps[1].source, "type X.B2(1) \"c!\"");
+}
+
+TEST(Tables, LeaveAScenarioWithoutOneAsItIs)
+{
+    const Tellings told = TellingsOf("note \"$1\"\n");
+    ASSERT_EQ(told.rows.size(), 1U);
+    EXPECT_EQ(told.rows[0].row, "");
+    EXPECT_EQ(told.rows[0].text, "note \"$1\"\n");
+}
+
+TEST(Tables, RefuseWhatIsWrong)
+{
+    const auto error = [](const std::string& text) {
+        const Tellings told = TellingsOf(text);
+        EXPECT_TRUE(told.rows.empty());
+        return told.errors.size() == 1 ? std::to_string(told.errors[0].line) + ": " + told.errors[0].text : "none";
+    };
+    EXPECT_EQ(error("start\nfor-each A B\n1 2\n"), "2: for-each has no end");
+    EXPECT_EQ(error("for-each A B\n1 2\n1\nend\n"), "3: a row takes 2 cells, found 1");
+    EXPECT_EQ(error("for-each a\n1\nend\n"), "1: \"a\" is no name of a column: it stands in capital letters");
+    EXPECT_EQ(error(std::string(TableOfTwo) + "start\nquit $BOY\n"), "7: the table has no column \"BOY\"");
+    EXPECT_EQ(error("for-each A\nend\nstart\n"), "1: the table has no rows");
+    EXPECT_EQ(error(std::string(TableOfTwo) + "note \"$BOX\"\n"), "1: the column TEXT is used nowhere");
+    EXPECT_EQ(error("for-each A\n1\nend\nfor-each A\n$A\nend\n"), "4: there is a table already");
+}
+
 TEST(Scripts, HaveEachStepOnce)
 {
     std::set<std::string_view> names;
