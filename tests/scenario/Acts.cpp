@@ -159,6 +159,8 @@ void Window(Stage& stage, const Step& step)
         window->showMinimized();
     else if (state == "maximised")
         window->showMaximized();
+    else if (state == "closed")
+        window->close();
     else
         window->showNormal();
 }
@@ -223,7 +225,7 @@ std::vector<StepRow> ActSteps()
         {"untick", {Control}, SetTick<false>, Acts},
         {"paste", {Control, Text}, Paste, Acts},
         {"choose", {Control, Text}, Choose, Acts},
-        {"window", {Name, Choice}, Window, Acts, {"minimised", "maximised", "normal"}},
+        {"window", {Name, Choice}, Window, Acts, {"minimised", "maximised", "normal", "closed"}},
         {.step = "open-screen", .arguments = {Name, Number}, .perform = OpenUnreached, .effect = Acts, .optional = 1},
         {.step = "key", .arguments = {Name}, .perform = Key, .effect = Acts, .repeats = true},
         {"answer", {Text}, AnswerNext, LooksOn, {"yes", "no", "ok", "cancel"}},
