@@ -21,22 +21,22 @@ namespace {
 
 /// Entries of the menus, and the parts of the window that are shown and hidden or read.
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "New", .kind = Kind::Menu, .text = "New"},
-    {.name = "Open", .kind = Kind::Menu, .text = "Open"},
-    {.name = "mnuTransfer", .kind = Kind::Menu, .text = "Transfer"},
-    {.name = "FileP11DB", .kind = Kind::Menu, .text = "P11D(b)"},
-    {.name = "FileDeleteEmployer", .kind = Kind::Menu, .text = "Delete Employer"},
-    {.name = "FileDeleteEmployee", .kind = Kind::Menu, .text = "Delete Employee"},
-    {.name = "FileRenameEmp", .kind = Kind::Menu, .text = "Rename Employer/PAYE"},
-    {.name = "FileRename", .kind = Kind::Menu, .text = "Rename Employee"},
-    {.name = "mnuPrint", .kind = Kind::Menu, .text = "Print "},
-    {.name = "mnuBatch", .kind = Kind::Menu, .text = "Employer Batch Print"},
-    {.name = "mnuPrintSetup", .kind = Kind::Menu, .text = "Print Setup..."},
-    {.name = "ExitOpt", .kind = Kind::Menu, .text = "Exit"},
+    {.name = "New", .kind = Kind::Menu, .text = "New", .letter = 'N'},
+    {.name = "Open", .kind = Kind::Menu, .text = "Open", .letter = 'O'},
+    {.name = "mnuTransfer", .kind = Kind::Menu, .text = "Transfer", .letter = 'T'},
+    {.name = "FileP11DB", .kind = Kind::Menu, .text = "P11D(b)", .letter = 'B'},
+    {.name = "FileDeleteEmployer", .kind = Kind::Menu, .text = "Delete Employer", .letter = 'D'},
+    {.name = "FileDeleteEmployee", .kind = Kind::Menu, .text = "Delete Employee", .letter = 'Y'},
+    {.name = "FileRenameEmp", .kind = Kind::Menu, .text = "Rename Employer/PAYE", .letter = 'R'},
+    {.name = "FileRename", .kind = Kind::Menu, .text = "Rename Employee", .letter = 'M'},
+    {.name = "mnuPrint", .kind = Kind::Menu, .text = "Print ", .letter = 'P'},
+    {.name = "mnuBatch", .kind = Kind::Menu, .text = "Employer Batch Print", .letter = 'H'},
+    {.name = "mnuPrintSetup", .kind = Kind::Menu, .text = "Print Setup...", .letter = 'S'},
+    {.name = "ExitOpt", .kind = Kind::Menu, .text = "Exit", .letter = 'X'},
     {.name = "mnuAltFolder", .kind = Kind::Menu, .first = 1, .last = FolderSlots},
-    {.name = "mnuFolderManager", .kind = Kind::Menu, .text = "Manager..."},
-    {.name = "ToolbarOpt", .kind = Kind::Menu, .text = "Toolbar"},
-    {.name = "mnuSettingsReports", .kind = Kind::Menu, .text = "Reports"},
+    {.name = "mnuFolderManager", .kind = Kind::Menu, .text = "Manager...", .letter = 'M'},
+    {.name = "ToolbarOpt", .kind = Kind::Menu, .text = "Toolbar", .letter = 'T'},
+    {.name = "mnuSettingsReports", .kind = Kind::Menu, .text = "Reports", .letter = 'R'},
     {.name = "picToolbar", .kind = Kind::Label},
     {.name = "StatusBar1", .kind = Kind::Label, .first = 1, .last = 2},
     {.name = "StatusNote", .kind = Kind::Label},
@@ -49,17 +49,18 @@ struct ToolRow {
     int index;
     std::string_view tip;
     bool shown = false;
+    char letter = 0; ///< of those that no menu has
 };
 constexpr auto Tools = std::to_array<ToolRow>({
     {"cmdFile", 0, "New File", true},
     {"cmdFile", 1, "Transfer File"},
     {"cmdFile", 2, "Copy File"},
     {"cmdFile", 3, "Open File", true},
-    {"cmdFile", 4, "Close File", true},
+    {"cmdFile", 4, "Close File", true, 'C'},
     {"cmdFile", 5, "Save File"},
     {"cmdFile", 6, "Rename File"},
     {"cmdFile", 7, "Delete File"},
-    {"cmdFile", 8, "Backup database", true},
+    {"cmdFile", 8, "Backup database", true, 'K'},
     {"cmdFile", 9, "Print", true},
     {"cmdFile", 10, "Print Preview"},
     {"cmdFile", 11, "Tax Return"},
@@ -67,7 +68,7 @@ constexpr auto Tools = std::to_array<ToolRow>({
     {"cmdELS", Box::NoIndex, ""},
     {"cmdSummary", Box::NoIndex, ""},
     {"cmdValidate", Box::NoIndex, ""},
-    {"cmdExit", Box::NoIndex, "Exit", true},
+    {"cmdExit", Box::NoIndex, "Exit", true, 'X'},
 });
 
 /// The two sides of the form, in the order of closing.
@@ -102,11 +103,18 @@ std::span<const MenuRow> MenuRows()
     return Menus;
 }
 
+char LetterOfMenu(std::string_view menu)
+{
+    // F is the first letter of two menus, and opens the one that is used all day.
+    return menu == "Folder" ? 'O' : menu.front();
+}
+
 MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Main, edition::AppTitle)
 {
     AddBoxes(Rows);
     for (const ToolRow& tool : Tools)
-        AddBox({.kind = Kind::Button, .tip = tool.tip, .hidden = !tool.shown}, std::string(tool.box), tool.index);
+        AddBox({.kind = Kind::Button, .tip = tool.tip, .letter = tool.letter, .hidden = !tool.shown},
+               std::string(tool.box), tool.index);
 
     const auto command = [this](std::string_view menuEntry, auto operation) {
         OnClick(menuEntry, [operation](Box&) { operation(); });

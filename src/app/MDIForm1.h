@@ -19,6 +19,8 @@ struct MenuRow {
 
 /// The menu bar.
 std::span<const MenuRow> MenuRows();
+/// The letter that opens a menu together with Alt.
+char LetterOfMenu(std::string_view menu);
 
 /// The main window: menus, toolbar, status bar, and the commands that tie the subsystems together.
 class MDIForm1 : public Screen {

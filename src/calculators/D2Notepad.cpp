@@ -12,7 +12,7 @@ namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "FBox", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "Info", .kind = Kind::Label, .text = "What counts as cost"},
+    {.name = "Info", .kind = Kind::Label, .text = "What counts as cost", .letter = 'W'},
     {.name = "GBox", .filter = MoneyKeyFilter, .amount = true},
     {.name = "HBox", .readOnly = true, .amount = true},
     {.name = "JBox", .readOnly = true, .amount = true},

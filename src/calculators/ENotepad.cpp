@@ -8,9 +8,9 @@ namespace quillmere {
 namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "CarVan", .kind = Kind::Label, .text = "Car or van"},
-    {.name = "Motorcycle", .kind = Kind::Label, .text = "Motorcycle"},
-    {.name = "Bicycle", .kind = Kind::Label, .text = "Bicycle"},
+    {.name = "CarVan", .kind = Kind::Label, .text = "Car or van", .letter = 'V'},
+    {.name = "Motorcycle", .kind = Kind::Label, .text = "Motorcycle", .letter = 'M'},
+    {.name = "Bicycle", .kind = Kind::Label, .text = "Bicycle", .letter = 'B'},
     {.name = "ABox", .filter = MoneyKeyFilter, .amount = true},
     {.name = "BBox", .filter = MoneyKeyFilter, .amount = true},
     {.name = "CBox", .readOnly = true, .amount = true},

@@ -10,9 +10,9 @@ namespace quillmere {
 namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "Van1", .kind = Kind::Label, .text = "Van 1"},
-    {.name = "Van2", .kind = Kind::Label, .text = "Van 2"},
-    {.name = "Van3", .kind = Kind::Label, .text = "Van 3"},
+    {.name = "Van1", .kind = Kind::Label, .text = "Van 1", .letter = '1'},
+    {.name = "Van2", .kind = Kind::Label, .text = "Van 2", .letter = '2'},
+    {.name = "Van3", .kind = Kind::Label, .text = "Van 3", .letter = '3'},
     {.name = "VanRegNumber"},
     {.name = "ABox", .readOnly = true, .amount = true},
     {.name = "DateFrom1", .filter = DateKeyFilter},

@@ -110,11 +110,11 @@ constexpr auto SheetFields = std::to_array<SheetField>({
 static_assert(SheetFields.size() == FNotepad::Fields);
 
 constexpr auto TabRows = std::to_array<BoxRow>({
-    {.name = "lblCar1", .kind = Kind::Label, .text = "Car 1"},
-    {.name = "lblCar2", .kind = Kind::Label, .text = "Car 2"},
-    {.name = "lblCar3", .kind = Kind::Label, .text = "Car 3"},
-    {.name = "lblCar4", .kind = Kind::Label, .text = "Car 4"},
-    {.name = "lblCar5", .kind = Kind::Label, .text = "Car 5"},
+    {.name = "lblCar1", .kind = Kind::Label, .text = "Car 1", .letter = '1'},
+    {.name = "lblCar2", .kind = Kind::Label, .text = "Car 2", .letter = '2'},
+    {.name = "lblCar3", .kind = Kind::Label, .text = "Car 3", .letter = '3'},
+    {.name = "lblCar4", .kind = Kind::Label, .text = "Car 4", .letter = '4'},
+    {.name = "lblCar5", .kind = Kind::Label, .text = "Car 5", .letter = '5'},
 });
 constexpr auto ButtonRows = std::to_array<BoxRow>({
     {.name = "Ok", .kind = Kind::Button, .text = "&OK"},

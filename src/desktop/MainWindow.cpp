@@ -39,6 +39,14 @@ protected:
     }
 };
 
+/// A menu's text with its letter marked.
+QString Marked(const std::string& text, char letter)
+{
+    QString marked = look::Text(text);
+    const qsizetype place = letter == 0 ? -1 : marked.indexOf(QLatin1Char(letter), 0, Qt::CaseInsensitive);
+    return place < 0 ? marked : marked.insert(place, u'&');
+}
+
 } // namespace
 
 QRect InSight(const QRect& wanted, const QList<QRect>& rooms)
@@ -95,7 +103,7 @@ void MainWindow::MakeMenus()
     for (const MenuRow& row : MenuRows()) {
         QMenu*& menu = menus[row.menu];
         if (menu == nullptr) {
-            menu = menuBar()->addMenu("&" + look::Text(std::string(row.menu)));
+            menu = menuBar()->addMenu(Marked(std::string(row.menu), LetterOfMenu(row.menu)));
             menu->setToolTipsVisible(true);
         }
         if (row.separatorBefore)
@@ -138,6 +146,8 @@ void MainWindow::MakeToolbar()
         button->setAutoRaise(true);
         button->setFocusPolicy(Qt::TabFocus);
         button->setAccessibleName(look::Text(box->Tip()));
+        if (box->Letter() != 0)
+            button->setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(box->Letter())));
         Box& pressed = *box;
         connect(button, &QToolButton::clicked, this, [this, &pressed] {
             if (!detached)
@@ -178,7 +188,7 @@ void MainWindow::BoxChanged(const Box& box)
 {
     if (const auto found = actions.find(&box); found != actions.end()) {
         QAction* action = found->second;
-        action->setText(look::Text(box.Text()));
+        action->setText(Marked(box.Text(), box.Letter()));
         action->setToolTip(look::Text(box.Tip()));
         action->setEnabled(box.Enabled());
         action->setVisible(box.Visible());

@@ -17,6 +17,7 @@ Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
       text(row.text),
       spoken(row.spoken),
       tip(row.tip),
+      letter(row.letter),
       enabled(!row.disabled),
       visible(!row.hidden),
       readOnly(row.readOnly),

@@ -38,6 +38,7 @@ struct BoxRow {
     std::string_view text = {};   ///< caption of a label, button, tick, option or menu entry
     std::string_view spoken = {}; ///< what a screen reader says; empty: the caption
     std::string_view tip = {};    ///< tooltip
+    char letter = 0;              ///< Alt and this letter press it, where its caption marks none
     int first = 0;                ///< a control array runs from here …
     int last = -1;                ///< … to here; below `first`: no array
     bool hidden = false;
@@ -61,9 +62,9 @@ constexpr BoxRow PictureRow(std::string_view name, std::string_view tip)
 }
 
 /// The row of one option of a group: the member of the array with that index.
-constexpr BoxRow OptionRow(std::string_view name, int index, std::string_view caption)
+constexpr BoxRow OptionRow(std::string_view name, int index, std::string_view caption, char letter)
 {
-    return {.name = name, .kind = Kind::Option, .text = caption, .first = index, .last = index};
+    return {.name = name, .kind = Kind::Option, .text = caption, .letter = letter, .first = index, .last = index};
 }
 
 /// A control of a screen: what it shows and whether it can be used. Setting anything tells the window that shows it.
@@ -111,6 +112,7 @@ public:
     const std::string& Tip() const { return tip; }
     void SetTip(std::string_view newTip);
     const std::string& Spoken() const { return spoken; }
+    char Letter() const { return letter; }
     void SetSpoken(std::string_view newSpoken);
 
     /// Entries of a list, and the position of the chosen one, -1 for none.
@@ -136,6 +138,7 @@ private:
     std::string text;
     std::string spoken;
     std::string tip;
+    char letter;
     std::vector<std::string> entries;
     int selected = -1;
     Paint paint = Paint::Plain;

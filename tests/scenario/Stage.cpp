@@ -194,8 +194,10 @@ std::string Stage::TextOf(const Control& control)
 {
     const std::string& held = control.box->Text();
     std::optional<std::string> shown;
+    // A menu's letter is marked in the window alone.
     if (control.action != nullptr)
-        shown = control.action->text().toStdString();
+        shown = (held.find('&') == std::string::npos ? control.action->text().remove(u'&') : control.action->text())
+                    .toStdString();
     else if (control.widget != nullptr)
         shown = ShownText(*control.widget);
     if (shown && *shown != held)
