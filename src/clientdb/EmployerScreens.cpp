@@ -70,8 +70,12 @@ NewFileCheck::NewFileCheck(Session& session) : Screen(session, "NewFileCheck", S
     static constexpr auto Rows = std::to_array<BoxRow>({
         {.name = "Option1",
          .kind = Kind::Option,
-         .text = "I would like to add a new Employee to an existing Employer  "},
-        {.name = "Option2", .kind = Kind::Option, .text = "I would like to create a new Employer and Employee"},
+         .text = "I would like to add a new Employee to an existing Employer  ",
+         .letter = 'A'},
+        {.name = "Option2",
+         .kind = Kind::Option,
+         .text = "I would like to create a new Employer and Employee",
+         .letter = 'N'},
         {.name = "NewFileOk", .kind = Kind::Button, .text = "&OK"},
         {.name = "NewFileCancel", .kind = Kind::Button, .text = "&Cancel"},
     });
@@ -264,6 +268,7 @@ void EmployerList::Proceed()
     const std::string& chosen = box("EmployerList").Text();
     if (chosen.empty()) {
         session.messages.Tell(edition::AppTitle, "You must choose an Employer");
+        Focus(box("EmployerList"));
         return;
     }
     session.CurrentEmployer = chosen;
@@ -291,6 +296,7 @@ void EmployerList::DeleteChosen()
     const std::string employer = box("EmployerList").Text();
     if (employer.empty()) {
         session.messages.Tell(EmployerError, "You must select an Employer to delete.");
+        Focus(box("EmployerList"));
         return;
     }
     session.CurrentEmployer = employer;
@@ -346,6 +352,7 @@ void EmployeeList::OpenChosen()
         session.messages.Tell(EmployeeError,
                               "You must choose an Employee.  If there are no Employees for this Employer, "
                               "then add one by selecting 'New' from the File Menu.");
+        Focus(box("EmployeeList"));
         return;
     }
     session.CurrentEmployee = employee;
@@ -363,6 +370,7 @@ void EmployeeList::DeleteChosen()
     const std::string employee = box("EmployeeList").Text();
     if (employee.empty()) {
         session.messages.Tell(edition::AppTitle, "You must select an Employee to delete");
+        Focus(box("EmployeeList"));
         return;
     }
     session.CurrentEmployee = employee;
@@ -391,7 +399,7 @@ RenameEmp::RenameEmp(Session& session) : Screen(session, "RenameEmp", ShowMode::
         {.name = "NewPAYE", .spoken = "New PAYE reference"},
         {.name = "Rename", .kind = Kind::Button, .text = "&Rename"},
         {.name = "Rename2", .kind = Kind::Button, .text = "&Rename"},
-        {.name = "Command1", .kind = Kind::Button, .text = "Close"},
+        {.name = "Command1", .kind = Kind::Button, .text = "Close", .letter = 'C'},
     });
     AddBoxes(Rows);
     OnSelect("RenameE", [this](Box&) { ChooseEmployer(); });
@@ -451,6 +459,7 @@ void RenameEmp::RenameChosenEmployer()
     const std::string employer = filledFrom;
     if (employer.empty()) {
         session.messages.Tell(edition::AppTitle, "You must select an Employer in order to rename it.");
+        Focus(box("RenameE"));
         return;
     }
     const std::string& newName = box("NewEmployer").Text();
@@ -472,6 +481,7 @@ void RenameEmp::RenameChosenEmployee()
     const std::string employee = filledFrom;
     if (employee.empty()) {
         session.messages.Tell(edition::AppTitle, "You must select an Employee in order to rename it.");
+        Focus(box("RenameEmployee"));
         return;
     }
     // Kept: the test looks at the name that the employee has, not at the new one.

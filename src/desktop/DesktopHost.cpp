@@ -42,8 +42,11 @@ void DesktopHost::Show(Screen& screen)
     if (page) {
         mainWindow->ShowPage(*window);
     } else {
-        if (made && preview == nullptr)
+        if (made && preview == nullptr) {
+            if (const auto size = sizes.find(screen.Name()); size != sizes.end())
+                window->resize(size->second);
             Place(*window, screen);
+        }
         window->show();
         window->raise();
         window->activateWindow();
@@ -102,6 +105,8 @@ void DesktopHost::CloseWindow(Windows::iterator position)
     ScreenWindow* window = position->second.release();
     windows.erase(position);
     const bool hadFocus = window->isActiveWindow();
+    if (window->isWindow() && window->GrowsWithItsList())
+        sizes.insert_or_assign(window->GetScreen().Name(), window->size());
     window->Detach();
     window->hide();
     window->deleteLater();

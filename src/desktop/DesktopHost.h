@@ -2,7 +2,11 @@
 
 #include "frame/Screens.h"
 
+#include <QSize>
+
+#include <map>
 #include <memory>
+#include <string>
 #include <unordered_map>
 
 class QObject;
@@ -46,6 +50,7 @@ private:
     std::unique_ptr<QObject> context; ///< deferred work that is still waiting goes with it
     std::unique_ptr<MainWindow> mainWindow;
     Windows windows;
+    std::map<std::string, QSize> sizes; ///< of windows that the user may make larger, as they were when they closed
     Screens* screens = nullptr;
 };
 

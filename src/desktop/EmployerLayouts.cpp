@@ -36,7 +36,7 @@ Layout NewFile()
 
 Layout EmployerList()
 {
-    Layout layout{.width = 460, .height = 420};
+    Layout layout{.width = 460, .height = 420, .growing = "EmployerList"};
     layout.Place("EmployerList", 16, 16, 428, 346);
     layout.Place("EmpSelect", 140, 376, ButtonWidth, ButtonHeight);
     for (const std::string_view accept : {"EmpOpen", "EmpOpen2", "EmpSelect2", "EmpDelete"})
@@ -47,7 +47,7 @@ Layout EmployerList()
 
 Layout EmployeeList()
 {
-    Layout layout{.width = 460, .height = 420};
+    Layout layout{.width = 460, .height = 420, .growing = "EmployeeList"};
     layout.Place("EmployeeList", 16, 16, 428, 346);
     layout.Place("EmployeeOpen", 244, 376, ButtonWidth, ButtonHeight);
     layout.Place("EmpeDelete", 244, 376, ButtonWidth, ButtonHeight);
@@ -57,7 +57,7 @@ Layout EmployeeList()
 
 Layout RenameEmp()
 {
-    Layout layout{.width = 460, .height = 440};
+    Layout layout{.width = 460, .height = 440, .growing = "RenameE"};
     layout.Place("RenameE", 16, 16, 428, 284);
     layout.Place("RenameEmployee", 16, 16, 428, 284);
     layout.Place("NewName", 16, 314, 90);

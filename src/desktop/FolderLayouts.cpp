@@ -41,7 +41,7 @@ Layout frmBackup()
 Layout TransferList()
 {
     constexpr int list = 76, buttons = 432;
-    Layout layout{.width = 520, .height = buttons + 44};
+    Layout layout{.width = 520, .height = buttons + 44, .growing = "TransferListbox"};
     layout.Place("lblLegend", 16, 14, 488, 20);
     layout.Place("lblFolderName", 16, 36, 488, 36, "Last year's folder");
     layout.Place("TransferListbox", 16, list, 488, buttons - list - 14);

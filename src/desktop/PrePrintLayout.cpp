@@ -12,7 +12,7 @@ constexpr int ButtonHeight = 28;
 Layout PrePrint()
 {
     constexpr int line = 26;
-    Layout layout{.width = 800, .height = 520};
+    Layout layout{.width = 800, .height = 520, .growing = "EmpList"};
     layout.Place("Title", 16, 12, 300, 24);
     layout.Place("Label1", 16, 40, 300, 96);
     layout.Text(16, 146, 340, "Employer", {.bold = true});

@@ -1,17 +1,17 @@
 #include "desktop/ScreenWindow.h"
 
+#include "desktop/BoxWidgets.h"
 #include "desktop/Look.h"
+#include "frame/KeyFilters.h"
 #include "frame/Text.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QGroupBox>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPushButton>
@@ -20,11 +20,12 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
 
 #include <algorithm>
-#include <functional>
+#include <array>
 #include <utility>
 
 namespace quillmere {
@@ -35,12 +36,16 @@ namespace {
 /// the controls.
 class Canvas : public QWidget {
 public:
-    Canvas(const Layout& layout, int top, int bottom, QWidget* parent) : Canvas(layout, Place{0, top}, parent)
+    Canvas(const Layout& layout, int top, int bottom, const Growth& growth, QWidget* parent)
+        : Canvas(layout, Place{0, top}, growth, parent)
     {
         setFixedSize(layout.width, bottom - top);
     }
     /// A page, which is as large as the tab strip makes it.
-    Canvas(const Layout& layout, int page, QWidget* parent) : Canvas(layout, Place{page, 0}, parent) {}
+    Canvas(const Layout& layout, int page, const Growth& growth, QWidget* parent)
+        : Canvas(layout, Place{page, 0}, growth, parent)
+    {
+    }
 
 protected:
     void paintEvent(QPaintEvent* event) override
@@ -49,23 +54,31 @@ protected:
         painter.fillRect(event->rect(), look::Ground);
         painter.translate(0, -top);
         const QRect dirty = event->rect().translated(0, top).adjusted(-40, -40, 40, 40);
-        for (const Layout::Drawn& drawn : layout.drawn)
-            if (drawn.page == page && dirty.intersects(QRect(drawn.x, drawn.y, drawn.width, std::max(drawn.height, 1))))
-                look::Draw(painter, drawn);
+        for (const Layout::Drawn& drawn : layout.drawn) {
+            const QRect wanted(drawn.x, drawn.y, drawn.width, std::max(drawn.height, 1));
+            const QRect place = growth.Of(wanted);
+            if (drawn.page != page || !dirty.intersects(place))
+                continue;
+            painter.save();
+            painter.translate(place.topLeft() - wanted.topLeft());
+            look::Draw(painter, drawn);
+            painter.restore();
+        }
     }
 
 private:
     struct Place {
         int page, top;
     };
-    Canvas(const Layout& layout, Place place, QWidget* parent)
-        : QWidget(parent), layout(layout), page(place.page), top(place.top)
+    Canvas(const Layout& layout, Place place, const Growth& growth, QWidget* parent)
+        : QWidget(parent), layout(layout), growth(growth), page(place.page), top(place.top)
     {
         setAutoFillBackground(false);
         setAttribute(Qt::WA_OpaquePaintEvent);
     }
 
     const Layout& layout;
+    const Growth& growth;
     int page;
     int top;
 };
@@ -114,57 +127,21 @@ protected:
     }
 };
 
-/// A list that tells which entry is chosen once a key or the mouse has been dealt with: what follows may fill it anew.
-class List : public QListWidget {
-public:
-    List(QWidget* parent, std::function<void(int row)> settled) : QListWidget(parent), settled(std::move(settled))
-    {
-        // Not the current row: the toolkit gives a list one when it gets the focus, and nobody has chosen it.
-        connect(this, &QListWidget::itemSelectionChanged, this, [this] {
-            if (!inEvent)
-                Settle();
-        });
-    }
+/// True for an amount, a date or a count.
+bool HoldsFigure(const Box& box)
+{
+    constexpr auto Filters =
+        std::to_array<KeyFilter>({DateKeyFilter, WholeNumberKeyFilter, MoneyKeyFilter, SignedMoneyKeyFilter});
+    return box.IsAmount() || std::ranges::find(Filters, box.Filter()) != Filters.end();
+}
 
-protected:
-    bool event(QEvent* event) override
-    {
-        return Handle(event->type() == QEvent::KeyPress, [&] { return QListWidget::event(event); });
-    }
-    bool viewportEvent(QEvent* event) override
-    {
-        return Handle(event->type() == QEvent::MouseButtonRelease, [&] { return QListWidget::viewportEvent(event); });
-    }
-    void keyPressEvent(QKeyEvent* event) override
-    {
-        // With nothing chosen the first step chooses the end at which it begins.
-        const bool steps = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
-        if (steps && count() > 0 && selectedItems().isEmpty())
-            setCurrentRow(event->key() == Qt::Key_Down ? 0 : count() - 1);
-        else
-            QListWidget::keyPressEvent(event);
-    }
-
-private:
-    template<class Work>
-    bool Handle(bool settles, Work work)
-    {
-        const bool outer = std::exchange(inEvent, true);
-        const bool taken = work();
-        inEvent = outer;
-        if (settles)
-            Settle();
-        return taken;
-    }
-    void Settle()
-    {
-        const QList<QListWidgetItem*> chosen = selectedItems();
-        settled(chosen.isEmpty() ? -1 : row(chosen.front()));
-    }
-
-    std::function<void(int row)> settled;
-    bool inEvent = false;
-};
+/// The caption, and the letter that presses the button where the caption marks none.
+void SetCaption(QAbstractButton& button, const Box& box)
+{
+    button.setText(look::Text(box.Text()));
+    if (box.Letter() != 0)
+        button.setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(box.Letter())));
+}
 
 void SyncList(QListWidget& list, const Box& box)
 {
@@ -213,7 +190,7 @@ bool IsElsewhere(const QEvent& event)
 } // namespace
 
 ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
-    : QWidget(parent), screen(screen), layout(LayoutOf(screen.Name()))
+    : QWidget(parent), screen(screen), layout(LayoutOf(screen.Name())), growth(layout)
 {
     setObjectName(look::Text(screen.Name()));
     setFont(look::CaptionFont({.size = 13}));
@@ -224,13 +201,13 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
             setWindowModality(Qt::ApplicationModal);
     }
     if (layout.headerHeight > 0)
-        header = new Canvas(layout, 0, layout.headerHeight, this);
+        header = new Canvas(layout, 0, layout.headerHeight, growth, this);
     scroll = new QScrollArea(this);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
-    form = new Canvas(layout, layout.headerHeight, layout.FormBottom(), nullptr);
+    form = new Canvas(layout, layout.headerHeight, layout.FormBottom(), growth, nullptr);
     if (layout.footTop > 0)
-        foot = new Canvas(layout, layout.footTop, layout.height, this);
+        foot = new Canvas(layout, layout.footTop, layout.height, growth, this);
     if (layout.captionPlace.width > 0) {
         captionLabel = new WrappedLabel(header);
         captionLabel->setObjectName(objectName() + ".Caption");
@@ -348,7 +325,7 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
 
 QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 {
-    auto* edit = new QLineEdit(parent);
+    auto* edit = new BoxEdit(HoldsFigure(box) ? BoxEdit::Holds::Figure : BoxEdit::Holds::Text, parent);
     if (box.IsMonospaced())
         edit->setFont(look::AmountFont());
     if (box.IsAmount())
@@ -359,11 +336,11 @@ QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 
 QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
 {
-    auto* list = new List(parent, [this, &box](int row) {
+    auto* list = new EntryList(parent, [this, &box](int row) {
         if (!detached && row != box.Selected())
             screen.Select(box, row);
     });
-    list->setUniformItemSizes(true);
+    list->viewport()->installEventFilter(this);
     connect(list, &QListWidget::itemClicked, this, [this, &box, list](QListWidgetItem* item) {
         if (!detached)
             screen.Choose(box, list->row(item));
@@ -379,7 +356,7 @@ QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
 
 QWidget* ScreenWindow::MakeDropDown(Box& box, QWidget* parent)
 {
-    auto* list = new QComboBox(parent);
+    auto* list = new DropDown(parent);
     connect(list, &QComboBox::activated, this, [this, &box](int row) {
         if (!detached)
             screen.Choose(box, row);
@@ -392,10 +369,10 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
     QAbstractButton* button = nullptr;
     switch (box.GetKind()) {
     case Kind::Tick:
-        button = new QCheckBox(parent);
+        button = new Marked<QCheckBox>(parent);
         break;
     case Kind::Option:
-        button = new QRadioButton(parent);
+        button = new Marked<QRadioButton>(parent);
         button->setAutoExclusive(false);
         break;
     case Kind::Picture: {
@@ -428,8 +405,9 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
 QWidget* ScreenWindow::MakeTabs(Box& box, QWidget* parent)
 {
     auto* tabs = new QTabWidget(parent);
+    tabs->tabBar()->installEventFilter(this);
     for (const std::string& caption : box.Entries()) {
-        pages.push_back(new Canvas(layout, static_cast<int>(pages.size()) + 1, tabs));
+        pages.push_back(new Canvas(layout, static_cast<int>(pages.size()) + 1, growth, tabs));
         tabs->addTab(pages.back(), look::Text(caption));
         if (Box* page = screen.FindBox(layout.pageBox, static_cast<int>(pages.size())))
             Adopt(*page, *pages.back());
@@ -455,9 +433,8 @@ void ScreenWindow::BoxChanged(const Box& box)
         widget->setToolTip(look::Text(box.Tip()));
     switch (box.GetKind()) {
     case Kind::Text: {
-        auto* edit = static_cast<QLineEdit*>(widget);
-        if (const QString text = look::Text(box.Text()); edit->text() != text)
-            edit->setText(text);
+        auto* edit = static_cast<BoxEdit*>(widget);
+        edit->Put(look::Text(box.Text()));
         edit->setReadOnly(box.ReadOnly());
         // Setting a palette is dear, even the same one.
         const QPalette& palette = look::EditPalette(!box.ReadOnly() && box.Enabled() && !box.IsComputed());
@@ -470,7 +447,7 @@ void ScreenWindow::BoxChanged(const Box& box)
         auto* button = static_cast<QAbstractButton*>(widget);
         button->setCheckable(true);
         button->setChecked(box.Ticked());
-        button->setText(look::Text(box.Text()));
+        SetCaption(*button, box);
         break;
     }
     case Kind::List:
@@ -487,7 +464,7 @@ void ScreenWindow::BoxChanged(const Box& box)
         [[fallthrough]];
     case Kind::Button: {
         auto* button = static_cast<QPushButton*>(widget);
-        button->setText(look::Text(box.Text()));
+        SetCaption(*button, box);
         QPalette palette;
         if (box.GetPaint() == Paint::Yellow)
             palette.setColor(QPalette::Button, look::Yellow);
@@ -519,8 +496,8 @@ void ScreenWindow::FocusOn(const Box& box)
 {
     if (QWidget* widget = WidgetOf(box)) {
         widget->setFocus(Qt::OtherFocusReason);
-        if (auto* edit = qobject_cast<QLineEdit*>(widget))
-            edit->selectAll();
+        if (auto* edit = dynamic_cast<BoxEdit*>(widget))
+            edit->SelectWhole();
     }
 }
 
@@ -528,6 +505,24 @@ QWidget* ScreenWindow::WidgetOf(const Box& box) const
 {
     const auto found = widgets.find(&box);
     return found == widgets.end() ? nullptr : found->second;
+}
+
+/// The focus goes elsewhere. Over a message that leaving shows the mouse button is let go, and nobody hears of it.
+void ScreenWindow::LeaveForOther(Box& box)
+{
+    const auto isHeld = [] { return QGuiApplication::mouseButtons().testFlag(Qt::LeftButton); };
+    const bool held = isHeld();
+    screen.Leave(box);
+    letGoMeanwhile = held && !isHeld();
+}
+
+/// A press whose button has been let go over a message is carried out all the same.
+void ScreenWindow::CompleteClick(QObject& pressed, const QMouseEvent& press)
+{
+    if (std::exchange(letGoMeanwhile, false))
+        QCoreApplication::postEvent(&pressed, new QMouseEvent(QEvent::MouseButtonRelease, press.position(),
+                                                              press.globalPosition(), press.button(), Qt::NoButton,
+                                                              press.modifiers()));
 }
 
 void ScreenWindow::FocusFirst()
@@ -570,7 +565,7 @@ void ScreenWindow::FixTabOrder()
     }
 }
 
-void ScreenWindow::Typed(Box& box, QLineEdit& edit)
+void ScreenWindow::Typed(Box& box, BoxEdit& edit)
 {
     if (detached)
         return;
@@ -590,11 +585,26 @@ void ScreenWindow::Typed(Box& box, QLineEdit& edit)
     const QString accepted = QString::fromStdU32String(screen.Keys(box, typed));
     if (detached || box.Text() != held) // the screen has put something else into the box
         return;
-    const bool refused = !typed.empty() && accepted.isEmpty();
-    const QString result = refused ? before : now.left(start) + accepted + tail;
+    if (!typed.empty() && accepted.isEmpty()) {
+        // What was to be replaced stays, and stays chosen.
+        edit.setText(before);
+        const qsizetype replaced = before.endsWith(tail) ? before.size() - tail.size() - start : 0;
+        if (replaced > 0)
+            edit.setSelection(static_cast<int>(start), static_cast<int>(replaced));
+        else
+            edit.setCursorPosition(static_cast<int>(std::min(start, before.size())));
+        return;
+    }
+    QString result = now.left(start) + accepted + tail;
+    qsizetype caret = start + accepted.size();
+    // A figure that is being typed is not padded.
+    while (edit.HoldsFigure() && result.startsWith(u' ')) {
+        result.remove(0, 1);
+        caret = std::max<qsizetype>(caret - 1, 0);
+    }
     if (result != now) {
         edit.setText(result);
-        edit.setCursorPosition(static_cast<int>(refused ? std::min(start, result.size()) : start + accepted.size()));
+        edit.setCursorPosition(static_cast<int>(caret));
     }
     box.AcceptTyped(result.toStdString());
 }
@@ -603,6 +613,8 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (detached)
         return false;
+    if (event->type() == QEvent::MouseButtonPress)
+        CompleteClick(*watched, static_cast<QMouseEvent&>(*event));
     const auto found = boxes.find(watched);
     if (found == boxes.end())
         return false;
@@ -617,9 +629,15 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             screen.Enter(box);
     } else if (event->type() == QEvent::FocusOut) {
         if (!IsElsewhere(*event))
-            screen.Leave(box);
+            LeaveForOther(box);
     } else if (event->type() == QEvent::KeyPress) {
-        const auto* key = static_cast<QKeyEvent*>(event);
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (box.GetKind() == Kind::Text && KeyInEdit(box, static_cast<BoxEdit&>(*widget), *key))
+            return true;
+        if (box.GetKind() == Kind::Picture && KeyOnPicture(*static_cast<QAbstractButton*>(watched), *key))
+            return true;
+        if (key->key() == Qt::Key_F4 && OpenPictureOf(box))
+            return true;
         if ((key->key() == Qt::Key_Up || key->key() == Qt::Key_Down) &&
             MoveBetweenLines(box, key->key() == Qt::Key_Up ? -1 : 1))
             return true;
@@ -628,13 +646,118 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             screen.DoubleClick(box);
             return true;
         }
-        if (enter && (box.GetKind() == Kind::Button || box.GetKind() == Kind::Picture ||
-                      (box.GetKind() == Kind::Label && screen.IsClickable(box)))) {
+        if (enter && (box.GetKind() == Kind::Button || (box.GetKind() == Kind::Label && screen.IsClickable(box)))) {
             static_cast<QAbstractButton*>(watched)->click();
             return true;
         }
     }
     return false;
+}
+
+/// Keys of a text box before it takes them itself; true if it does not get this one.
+bool ScreenWindow::KeyInEdit(Box& box, BoxEdit& edit, const QKeyEvent& key)
+{
+    constexpr char32_t Backspace = 8;
+    if (edit.isReadOnly())
+        return false;
+    if (key.key() == Qt::Key_Backspace) {
+        const std::string held = box.Text();
+        return screen.Key(box, Backspace) == 0 || detached || box.Text() != held;
+    }
+    if (key.key() != Qt::Key_Escape || edit.text() == edit.Kept())
+        return false;
+    edit.setText(edit.Kept());
+    edit.SelectWhole();
+    box.AcceptTyped(edit.text().toStdString());
+    return true;
+}
+
+/// What is typed on a picture was meant for the box after it. Only Space and F4 open what the picture stands for.
+bool ScreenWindow::KeyOnPicture(QAbstractButton& picture, QKeyEvent& key)
+{
+    if (key.key() == Qt::Key_F4) {
+        picture.click();
+        return true;
+    }
+    const QString typed = key.text();
+    constexpr auto Commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if (typed.isEmpty() || !typed.front().isPrint() || typed.front().isSpace() || (key.modifiers() & Commands) != 0)
+        return false;
+    const auto& all = screen.Boxes();
+    const auto next = std::find_if(PlaceOf(&picture), all.end(), [this](const auto& box) { return TakesTyping(*box); });
+    if (next == all.end())
+        return false;
+    QWidget* meant = WidgetOf(**next);
+    meant->setFocus(Qt::TabFocusReason);
+    if (!detached)
+        QCoreApplication::sendEvent(meant, &key);
+    return true;
+}
+
+/// Opens the picture of the section in which a box stands: the one at its line, or the last above it. False if the
+/// section has none.
+bool ScreenWindow::OpenPictureOf(const Box& box)
+{
+    if (box.GetKind() != Kind::Text && box.GetKind() != Kind::Tick)
+        return false;
+    const auto placeOf = [this](const Box& other) {
+        return std::ranges::find_if(layout.placed, [&other](const Layout::Placed& place) {
+            return place.box == other.Name() && place.index == other.Index();
+        });
+    };
+    const auto place = placeOf(box);
+    const auto section = std::ranges::find_if(layout.drawn, [&](const Layout::Drawn& drawn) {
+        return drawn.what == Layout::Drawn::What::Panel && drawn.page == place->page && drawn.y <= place->y &&
+               place->y < drawn.y + drawn.height;
+    });
+    if (section == layout.drawn.end())
+        return false;
+    const Box* found = nullptr;
+    for (const auto& other : screen.Boxes()) {
+        if (other->GetKind() != Kind::Picture || !other->Visible())
+            continue;
+        const auto picture = placeOf(*other);
+        if (picture->y >= section->y && picture->y < place->y + place->height)
+            found = other.get();
+    }
+    if (found == nullptr)
+        return false;
+    static_cast<QAbstractButton*>(WidgetOf(*found))->click();
+    return true;
+}
+
+bool ScreenWindow::IsInReach(const Box& box) const
+{
+    const QWidget* widget = WidgetOf(box);
+    return widget != nullptr && widget->isEnabled() && widget->isVisible();
+}
+
+bool ScreenWindow::TakesTyping(const Box& box) const
+{
+    return box.GetKind() == Kind::Text && !box.ReadOnly() && IsInReach(box);
+}
+
+/// Where the box that a widget shows stands among the others.
+std::vector<std::unique_ptr<Box>>::const_iterator ScreenWindow::PlaceOf(const QWidget* widget) const
+{
+    return std::ranges::find_if(screen.Boxes(), [&](const auto& box) { return WidgetOf(*box) == widget; });
+}
+
+/// Enter: goes to the next box that takes typing; after the last one to the next button, or round to the first box.
+void ScreenWindow::GoOn()
+{
+    const auto& all = screen.Boxes();
+    const auto from = PlaceOf(QApplication::focusWidget());
+    const auto typing = [this](const auto& box) { return TakesTyping(*box); };
+    const auto pressing = [this](const auto& box) { return box->GetKind() == Kind::Button && IsInReach(*box); };
+    const auto after = from == all.end() ? all.begin() : from + 1;
+    auto next = std::find_if(after, all.end(), typing);
+    if (next == all.end())
+        next = std::find_if(after, all.end(), pressing);
+    if (next == all.end())
+        next = std::ranges::find_if(all, typing);
+    if (next != all.end())
+        WidgetOf(**next)->setFocus(Qt::TabFocusReason);
 }
 
 /// Up and Down go to the same column of the line before or after; false where there is none.
@@ -668,7 +791,7 @@ void ScreenWindow::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         Box* button = screen.DefaultButton();
         if (button == nullptr) {
-            focusNextChild();
+            GoOn();
             return;
         }
         // The box in use is left first, so that what was typed counts.
@@ -682,6 +805,16 @@ void ScreenWindow::keyPressEvent(QKeyEvent* event)
     QWidget::keyPressEvent(event);
 }
 
+void ScreenWindow::Grow()
+{
+    growth.FollowSize(size());
+    form->setFixedSize(growth.Whole());
+    for (const Layout::Placed& place : layout.placed) {
+        const Box& box = screen.box(place.box, place.index);
+        WidgetOf(box)->setGeometry(growth.Of({place.x, place.y, place.width, place.height}, box.GetKind()));
+    }
+}
+
 void ScreenWindow::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
@@ -690,6 +823,8 @@ void ScreenWindow::resizeEvent(QResizeEvent* event)
     scroll->setGeometry(0, top, width(), std::max(0, bottom - top));
     if (foot != nullptr)
         foot->move(foot->x(), bottom);
+    if (growth.IsPossible() && !detached)
+        Grow();
 }
 
 } // namespace quillmere

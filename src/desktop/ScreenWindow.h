@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/Growth.h"
 #include "desktop/Layout.h"
 #include "frame/Screen.h"
 
@@ -8,11 +9,13 @@
 #include <unordered_map>
 #include <vector>
 
+class QAbstractButton;
 class QLabel;
-class QLineEdit;
 class QScrollArea;
 
 namespace quillmere {
+
+class BoxEdit;
 
 /// The window of any screen: widgets made from the screen's controls at the places of its layout. Each widget follows
 /// its box, and tells the screen what the user does.
@@ -35,6 +38,8 @@ public:
     void FocusAgain();
     /// The width that the whole form needs, with a scroll bar.
     int FormWidth() const;
+    /// True for a window whose list takes the room that the user gives it.
+    bool GrowsWithItsList() const { return growth.IsPossible(); }
 
 protected:
     /// Makes a widget the one that shows a control.
@@ -56,12 +61,23 @@ private:
     QWidget* MakeDropDown(Box& box, QWidget* parent);
     QWidget* MakeButton(Box& box, QWidget* parent);
     QWidget* MakeTabs(Box& box, QWidget* parent);
-    void Typed(Box& box, QLineEdit& edit);
+    void Typed(Box& box, BoxEdit& edit);
+    void LeaveForOther(Box& box);
+    void CompleteClick(QObject& pressed, const QMouseEvent& press);
+    bool KeyInEdit(Box& box, BoxEdit& edit, const QKeyEvent& key);
+    bool KeyOnPicture(QAbstractButton& picture, QKeyEvent& key);
+    bool OpenPictureOf(const Box& box);
+    bool IsInReach(const Box& box) const;
+    bool TakesTyping(const Box& box) const;
+    std::vector<std::unique_ptr<Box>>::const_iterator PlaceOf(const QWidget* widget) const;
+    void GoOn();
+    void Grow();
     bool MoveBetweenLines(const Box& box, int lines);
     void FixTabOrder();
 
     Screen& screen;
     const Layout& layout;
+    Growth growth;
     QWidget* header = nullptr;
     QWidget* form = nullptr;
     QWidget* foot = nullptr;
@@ -71,6 +87,7 @@ private:
     std::unordered_map<const Box*, QWidget*> widgets;
     std::unordered_map<const QObject*, Box*> boxes;
     QWidget* lastField = nullptr; ///< in which the user was last
+    bool letGoMeanwhile = false;  ///< the mouse button, while the box that was in use was left
     bool detached = false;
 };
 

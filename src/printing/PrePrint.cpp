@@ -90,6 +90,7 @@ void PrePrint::Print()
     const std::string employer = box("EmpList").Text();
     if (employer.empty()) {
         session.messages.Tell("Employer Error", "You must select an Employer");
+        Focus(box("EmpList"));
         return;
     }
     session.CurrentEmployer = employer;

@@ -14,11 +14,11 @@ namespace quillmere {
 namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "Page1", .kind = Kind::Label, .text = "Page 1", .spoken = "Page 1"},
-    {.name = "Page2", .kind = Kind::Label, .text = "Page 2", .spoken = "Page 2"},
-    {.name = "Label65", .kind = Kind::Label, .text = "Car 3 + 4"},
-    {.name = "Label66", .kind = Kind::Label, .text = "Car 5 + 6"},
-    {.name = "lblP11DB", .kind = Kind::Label, .text = "P11D (b)"},
+    {.name = "Page1", .kind = Kind::Label, .text = "Page 1", .spoken = "Page 1", .letter = '1'},
+    {.name = "Page2", .kind = Kind::Label, .text = "Page 2", .spoken = "Page 2", .letter = '2'},
+    {.name = "Label65", .kind = Kind::Label, .text = "Car 3 + 4", .letter = '3'},
+    {.name = "Label66", .kind = Kind::Label, .text = "Car 5 + 6", .letter = '5'},
+    {.name = "lblP11DB", .kind = Kind::Label, .text = "P11D (b)", .letter = 'B'},
 
     {.name = "EmployerNameBox", .field = "EmployerName", .spoken = "Employer name", .readOnly = true},
     {.name = "PAYEBox", .field = "PAYEBox", .spoken = "Employer PAYE reference"},
@@ -30,27 +30,27 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "NatIns", .field = "NatIns", .filter = NationalInsuranceKeyFilter, .spoken = "National Insurance number"},
     {.name = "SexBox", .field = "SexTick", .filter = SexKeyFilter, .spoken = "Gender, M for male or F for female"},
 
-    PictureRow("Image1", "Assets transferred: list of items"),
     {.name = "ADescriptionAsset", .field = "ADescriptionAsset", .spoken = "A, description of asset"},
     AmountRow("ACostMarketBox", "A, cost or market value"),
     AmountRow("AAmountGood", "A, amount made good or from which tax deducted"),
     AmountRow("ACashEqu", "A, cash equivalent, box 13"),
+    PictureRow("Image1", "Assets transferred: list of items"),
 
-    PictureRow("Image2", "Payments made on behalf of employee: list of items"),
     {.name = "BDescriptionPayment", .field = "BDescriptionPayment", .spoken = "B, description of payment"},
     AmountRow("B2", "B, payment, box 15"),
     AmountRow("BNotTax", "B, tax on notional payments, box 15"),
+    PictureRow("Image2", "Payments made on behalf of employee: list of items"),
 
-    PictureRow("Image3", "Vouchers and credit cards: list of items"),
     AmountRow("CGrossAmount", "C, gross amount"),
     AmountRow("CAmountGood", "C, amount made good or from which tax deducted"),
     AmountRow("CCashEqu", "C, cash equivalent, box 12"),
+    PictureRow("Image3", "Vouchers and credit cards: list of items"),
 
-    PictureRow("Image4", "Living accommodation: calculation"),
     AmountRow("DCashEqu", "D, cash equivalent, box 14"),
+    PictureRow("Image4", "Living accommodation: calculation"),
 
-    PictureRow("Image5", "Mileage allowance and passenger payments: calculation"),
     AmountRow("ETaxAmount", "E, taxable amount, box 12"),
+    PictureRow("Image5", "Mileage allowance and passenger payments: calculation"),
 
     {.name = "Image6", .kind = Kind::Picture, .spoken = "Cars and car fuel: sheet", .tip = "Car sheet", .hidden = true},
 });

@@ -19,13 +19,14 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "lblLegend", .kind = Kind::Label, .text = "Clients in %LTY% Database:"},
     {.name = "lblFolderName", .kind = Kind::Label},
     {.name = "TransferListbox", .kind = Kind::List, .spoken = "Clients in last year's database"},
-    {.name = "Transfer", .kind = Kind::Button, .text = "Transfer"},
+    {.name = "Transfer", .kind = Kind::Button, .text = "Transfer", .letter = 'T'},
     // Kept: the tooltip is older than the button's work.
     {.name = "TransferAll",
      .kind = Kind::Button,
      .text = "Transfer All",
-     .tip = "The Transfer All function will be available in a later version"},
-    {.name = "Cancel", .kind = Kind::Button, .text = "Cancel"},
+     .tip = "The Transfer All function will be available in a later version",
+     .letter = 'A'},
+    {.name = "Cancel", .kind = Kind::Button, .text = "Cancel", .letter = 'C'},
 });
 
 constexpr std::string_view YearMark = "%LTY%";
@@ -51,10 +52,12 @@ TransferList::TransferList(Session& session) : Screen(session, "TransferList", S
     AddBoxes(Rows);
     SetButtons("Cancel", "Transfer");
     OnClick("Transfer", [this](Box&) {
-        if (box("TransferListbox").Empty())
+        if (box("TransferListbox").Empty()) {
             this->session.messages.Tell(edition::AppTitle, "You must select a Client to transfer", Icon::Critical);
-        else if (Confirmed("Transfer", SingleQuestion))
+            Focus(box("TransferListbox"));
+        } else if (Confirmed("Transfer", SingleQuestion)) {
             TransferSelected();
+        }
     });
     OnClick("TransferAll", [this](Box&) {
         if (Confirmed("Transfer All", AllQuestion))

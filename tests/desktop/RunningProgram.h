@@ -57,7 +57,15 @@ public:
             if (progressShown)
                 progressShown();
         }
+        Answer ShowMessage(const Message& message) override
+        {
+            const Answer answer = ScriptedDoor::ShowMessage(message);
+            if (messageShown)
+                messageShown(message);
+            return answer;
+        }
         std::function<void()> progressShown; ///< looks at it
+        std::function<void(const Message&)> messageShown;
 
     private:
         DesktopHost& host;

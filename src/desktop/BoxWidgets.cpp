@@ -1,0 +1,178 @@
+#include "desktop/BoxWidgets.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillmere {
+
+BoxEdit::BoxEdit(Holds holds, QWidget* parent) : QLineEdit(parent), holds(holds)
+{
+    // The caret has no place among the blanks in front of a figure.
+    if (holds == Holds::Figure)
+        connect(this, &QLineEdit::cursorPositionChanged, this, [this](int, int place) {
+            if (!hasSelectedText() && place < Padding())
+                setCursorPosition(Padding());
+        });
+}
+
+void BoxEdit::Put(const QString& newText)
+{
+    if (text() != newText)
+        setText(newText);
+    Keep();
+}
+
+int BoxEdit::Padding() const
+{
+    const QString shown = text();
+    const auto figure = std::ranges::find_if(shown, [](QChar character) { return character != u' '; });
+    return static_cast<int>(figure - shown.begin());
+}
+
+void BoxEdit::SelectWhole()
+{
+    const int from = HoldsFigure() ? Padding() : 0;
+    setSelection(from, static_cast<int>(text().size()) - from);
+}
+
+void BoxEdit::focusInEvent(QFocusEvent* event)
+{
+    QLineEdit::focusInEvent(event);
+    switch (event->reason()) {
+    case Qt::ActiveWindowFocusReason:
+    case Qt::PopupFocusReason:
+    case Qt::MenuBarFocusReason:
+        return; // it had never been left
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+    case Qt::ShortcutFocusReason:
+        SelectWhole();
+        break;
+    default:
+        break;
+    }
+    choosesByPress = HoldsFigure() && event->reason() == Qt::MouseFocusReason;
+    Keep();
+}
+
+void BoxEdit::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::SelectAll))
+        SelectWhole();
+    else
+        QLineEdit::keyPressEvent(event);
+}
+
+void BoxEdit::mousePressEvent(QMouseEvent* event)
+{
+    choosesByPress = choosesByPress && event->button() == Qt::LeftButton;
+    if (choosesByPress)
+        SelectWhole();
+    else
+        QLineEdit::mousePressEvent(event);
+}
+
+void BoxEdit::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!choosesByPress)
+        QLineEdit::mouseMoveEvent(event);
+}
+
+void BoxEdit::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!std::exchange(choosesByPress, false))
+        QLineEdit::mouseReleaseEvent(event);
+}
+
+DropDown::DropDown(QWidget* parent) : QComboBox(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void DropDown::wheelEvent(QWheelEvent* event)
+{
+    event->ignore();
+}
+
+namespace {
+
+class RowLook : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (!option->state.testFlag(QStyle::State_Selected))
+            option->state.setFlag(QStyle::State_HasFocus, false);
+    }
+};
+
+} // namespace
+
+EntryList::EntryList(QWidget* parent, std::function<void(int row)> settled)
+    : QListWidget(parent), settled(std::move(settled))
+{
+    setUniformItemSizes(true);
+    setItemDelegate(new RowLook(this));
+    // Not the current row: the toolkit gives a list one when it gets the focus, and nobody has chosen it.
+    connect(this, &QListWidget::itemSelectionChanged, this, [this] {
+        if (!inEvent)
+            Settle();
+    });
+}
+
+bool EntryList::event(QEvent* event)
+{
+    return Handle(event->type() == QEvent::KeyPress, [&] { return QListWidget::event(event); });
+}
+
+bool EntryList::viewportEvent(QEvent* event)
+{
+    return Handle(event->type() == QEvent::MouseButtonRelease, [&] { return QListWidget::viewportEvent(event); });
+}
+
+void EntryList::keyPressEvent(QKeyEvent* event)
+{
+    // With nothing chosen the first step chooses the end at which it begins.
+    const bool steps = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (steps && count() > 0 && selectedItems().isEmpty())
+        setCurrentRow(event->key() == Qt::Key_Down ? 0 : count() - 1);
+    else
+        QListWidget::keyPressEvent(event);
+}
+
+bool EntryList::Handle(bool settles, const std::function<bool()>& work)
+{
+    const bool outer = std::exchange(inEvent, true);
+    const bool taken = work();
+    inEvent = outer;
+    if (settles)
+        Settle();
+    return taken;
+}
+
+void EntryList::Settle()
+{
+    const QList<QListWidgetItem*> chosen = selectedItems();
+    settled(chosen.isEmpty() ? -1 : row(chosen.front()));
+}
+
+void EntryList::paintEvent(QPaintEvent* event)
+{
+    QListWidget::paintEvent(event);
+    if (!hasFocus() || !selectedItems().isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.drawRect(viewport()->rect().adjusted(0, 0, -1, -1));
+}
+
+} // namespace quillmere

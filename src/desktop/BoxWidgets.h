@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+
+#include <functional>
+
+namespace quillmere {
+
+/// The edit of a text box. A figure (an amount, a date, a count) is replaced more often than mended: whichever way the
+/// focus comes, it is chosen whole, without the blanks in front of it.
+class BoxEdit : public QLineEdit {
+public:
+    enum class Holds { Text, Figure };
+    BoxEdit(Holds holds, QWidget* parent);
+
+    /// Shows what the program has put into the box.
+    void Put(const QString& text);
+    /// The text that Escape brings back: what the program put in last, or what stood there when the focus came.
+    const QString& Kept() const { return kept; }
+    void Keep() { kept = text(); }
+    bool HoldsFigure() const { return holds == Holds::Figure; }
+    /// Chooses the whole text, of a figure without its padding.
+    void SelectWhole();
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    int Padding() const;
+
+    Holds holds;
+    QString kept;
+    bool choosesByPress = false; ///< the press that brings the focus, until the button is let go
+};
+
+/// A drop-down list that the wheel does not turn: the page below it scrolls instead.
+class DropDown : public QComboBox {
+public:
+    explicit DropDown(QWidget* parent);
+
+protected:
+    void wheelEvent(QWheelEvent* event) override;
+};
+
+/// A list that tells which entry is chosen once a key or the mouse has been dealt with: what follows may fill it anew.
+/// Only the chosen row looks chosen; with the focus and no choice the frame alone shows the focus.
+class EntryList : public QListWidget {
+public:
+    EntryList(QWidget* parent, std::function<void(int row)> settled);
+
+protected:
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    bool Handle(bool settles, const std::function<bool()>& work);
+    void Settle();
+
+    std::function<void(int row)> settled;
+    bool inEvent = false;
+};
+
+/// A tick box or option whose mark is the box's to change, however often it is clicked.
+template<class Button>
+class Marked : public Button {
+public:
+    using Button::Button;
+
+protected:
+    void nextCheckState() override {}
+};
+
+} // namespace quillmere
