@@ -123,7 +123,7 @@ TEST_F(PrintJobs, OfAnEmployeeWithEverythingHasItAllInItsOrder)
 {
     FillAll();
     const auto document = PrintSingle();
-    ExpectAsKept("job-employee-full", Contents(*document));
+    ExpectAsKept("batch/job-employee-full", Contents(*document));
     EXPECT_TRUE(door.messages.empty());
 }
 
@@ -134,7 +134,7 @@ TEST_F(PrintJobs, OfADeclarationHaveItsTwoSidesAndBothSchedules)
     desk.Fill("P11DBNotepad1", Employer, Employee);
     desk.Fill("P11DBNotepad2", Employer, Employee);
     const auto document = PrintSingle(PrintedDocument::Declaration);
-    ExpectAsKept("job-declaration-full", Contents(*document));
+    ExpectAsKept("batch/job-declaration-full", Contents(*document));
     // The employer stands where an employee would.
     EXPECT_EQ(std::ranges::count(TextsOf(*document, 3), std::string(Employer)), 3);
     EXPECT_FALSE(Holds(*document, 3, Employee));
@@ -428,7 +428,7 @@ class BatchTicks : public PrintJobs, public ::testing::WithParamInterface<TickCa
 TEST_P(BatchTicks, PrintTheirOwnPapersAlone)
 {
     FillAll();
-    ExpectAsKept(std::string("batch-only-") + GetParam().name, Contents(*PrintInBatch({GetParam().tick})));
+    ExpectAsKept(std::string("batch/only-") + GetParam().name, Contents(*PrintInBatch({GetParam().tick})));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, BatchTicks,

@@ -125,7 +125,7 @@ TEST_P(ReportPages, AreDrawnAsKeptWithEveryFieldFilled)
     const Document& document = Print();
     ASSERT_EQ(document.PageCount(), 2);
     EXPECT_EQ(job.pageNumber, 1);
-    ExpectAsKept("report-" + GetParam().name + "-full", Listing(document, 2));
+    ExpectAsKept("reports/" + GetParam().name + "-full", Listing(document, 2));
     EXPECT_EQ(TextOutsideTheSheet(document, 2), "");
     ASSERT_EQ(document.bookmarks.size(), 1u);
     EXPECT_EQ(document.bookmarks.front().page, 2);
@@ -143,7 +143,7 @@ TEST_P(ReportPages, AreDrawnAsKeptWithLittleFilled)
     }
     const Document& document = Print();
     ASSERT_EQ(document.PageCount(), 2);
-    ExpectAsKept("report-" + GetParam().name + "-sparse", Listing(document, 2));
+    ExpectAsKept("reports/" + GetParam().name + "-sparse", Listing(document, 2));
 }
 
 TEST_P(ReportPages, HaveNoPageWithNothingFilled)
@@ -491,10 +491,10 @@ protected:
 TEST_F(ExtraCars, SheetsAreDrawnAsKept)
 {
     desk.Fill("ExtraCars", Employer, Employee);
-    ExpectAsKept("cars-3-4-full", Listing(Print(Cars3And4), 1));
-    ExpectAsKept("cars-5-6-full", Listing(Print(Cars5And6), 1));
+    ExpectAsKept("cars/3-4-full", Listing(Print(Cars3And4), 1));
+    ExpectAsKept("cars/5-6-full", Listing(Print(Cars5And6), 1));
     desk.session.settings.reportShading = false;
-    ExpectAsKept("cars-5-6-plain", Listing(Print(Cars5And6), 1));
+    ExpectAsKept("cars/5-6-plain", Listing(Print(Cars5And6), 1));
 }
 
 TEST_F(ExtraCars, SheetsAddUpTheirOwnTwoCars)
@@ -589,7 +589,7 @@ TEST_F(ExtraCars, ReportPagesHaveTheirHeadAndFoot)
     StartReportPage(job);
     job.page.vsEndDoc();
     EXPECT_EQ(job.pageNumber, 2);
-    ExpectAsKept("report-head-and-foot", Listing(*desk.documents.back(), 3));
+    ExpectAsKept("reports/head-and-foot", Listing(*desk.documents.back(), 3));
 }
 
 } // namespace
