@@ -45,3 +45,15 @@ function(edition_constant variable name)
     endif()
     set(${variable} "${CMAKE_MATCH_1}" PARENT_SCOPE)
 endfunction()
+
+# quillmere_tests(TARGET SHARDS n [ENVIRONMENT ...]): the tests of a program in n processes, each with every n-th test. One process for
+# each test would spend more on starting than on testing.
+function(quillmere_tests target)
+    cmake_parse_arguments(ARG "" "SHARDS" "ENVIRONMENT" ${ARGN})
+    math(EXPR last "${ARG_SHARDS} - 1")
+    foreach(shard RANGE ${last})
+        add_test(NAME ${target}/${shard} COMMAND ${target} --gtest_brief=1)
+        set_tests_properties(${target}/${shard} PROPERTIES TIMEOUT 600
+            ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${shard};${ARG_ENVIRONMENT}")
+    endforeach()
+endfunction()
