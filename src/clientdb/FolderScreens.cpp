@@ -105,19 +105,20 @@ bool frmBackup::Load()
 
 void frmBackup::Save()
 {
-    std::string path;
-    if (!SaveCopy(path)) {
+    const std::optional<std::filesystem::path> copy = SaveCopy();
+    if (!copy) {
         TellNotSaved();
         return;
     }
     session.messages.Tell(
         edition::AppTitle,
-        fmt::format("A backup copy of your client database has been saved in the following file:\n\n{}", path),
+        fmt::format("A backup copy of your client database has been saved in the following file:\n\n{}",
+                    copy->string()),
         Icon::Information);
     session.screens.Unload(Name());
 }
 
-bool frmBackup::SaveCopy(std::string& path)
+std::optional<std::filesystem::path> frmBackup::SaveCopy()
 {
     const std::filesystem::path source = session.ClientDatabasePath();
     const SaveFileQuestion question{.title = "Backup client database",
@@ -127,17 +128,17 @@ bool frmBackup::SaveCopy(std::string& path)
                                     .defaultExtension = "mdb"};
     const std::optional<std::string> chosen = session.platform.AskSaveFile(question);
     if (!chosen)
-        return false;
+        return std::nullopt;
     std::filesystem::path target = *chosen;
     if (!target.has_extension())
         target += "." + question.defaultExtension;
-    path = target.string();
     if (IsSameFile(source, target))
-        return false;
+        return std::nullopt;
     if (NameIsTaken(target) &&
-        !session.messages.Ask(edition::AppTitle,
-                              fmt::format("The file:\n\n{}\n\nalready exits. Do you wish to replace it?", path)))
-        return false;
+        !session.messages.Ask(
+            edition::AppTitle,
+            fmt::format("The file:\n\n{}\n\nalready exits. Do you wish to replace it?", target.string())))
+        return std::nullopt;
     const auto backUp = [&] {
         const BusyPointer busy(session.platform);
         return BackUpDatabase(source, target);
@@ -145,12 +146,12 @@ bool frmBackup::SaveCopy(std::string& path)
     try {
         if (!backUp())
             TellDamaged("It is copied as it is. Keep your older backups.");
-        return true;
+        return target;
     } catch (const OlderCopyKept&) {
         TellDamaged("The older backup is whole and stays. Choose another name for a copy of the damaged database.");
-        return false;
+        return std::nullopt;
     } catch (const Failure&) {
-        return false;
+        return std::nullopt;
     }
 }
 

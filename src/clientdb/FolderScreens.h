@@ -2,6 +2,9 @@
 
 #include "frame/Screen.h"
 
+#include <filesystem>
+#include <optional>
+
 namespace quillmere {
 
 /// So many client folders can be named.
@@ -29,8 +32,8 @@ public:
 
 private:
     void Save();
-    /// Asks where to and copies. False if there is no backup; it is then told so.
-    [[nodiscard]] bool SaveCopy(std::string& path);
+    /// Asks where to and copies. Where the copy is; nothing if there is none, which Save then tells.
+    [[nodiscard]] std::optional<std::filesystem::path> SaveCopy();
     void TellDamaged(std::string_view whatFollows);
     void TellNotSaved();
 };

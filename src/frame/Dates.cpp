@@ -55,17 +55,12 @@ std::optional<DatePieces> PartDate(std::string_view text)
     return DatePieces{text.substr(0, first - 1), text.substr(first, second - first - 1), text.substr(second)};
 }
 
-/// Of a year as typed: 0 stands for 2000 and is one.
-constexpr bool IsLeapYear(int year)
-{
-    return year % 400 == 0 || (year % 4 == 0 && year % 100 != 0);
-}
-
+/// Of a year as typed: 0 stands for 2000 and is a leap year too.
 constexpr int DaysInMonth(int month, int year)
 {
     switch (month) {
     case 2:
-        return IsLeapYear(year) ? 29 : 28;
+        return std::chrono::year{year}.is_leap() ? 29 : 28;
     case 4:
     case 6:
     case 9:
