@@ -232,6 +232,47 @@ void SeekAndReadBare(benchmark::State& state)
     }
 }
 
+// ---- seek and read three fields -------------------------------------------------------------------
+
+constexpr std::array<std::string_view, 3> Looked = {"FirstName", "Surname", "NatIns"};
+
+void SeekThreeStore(benchmark::State& state)
+{
+    Database database = Database::OpenDatabase(TenThousand());
+    Recordset records = database.OpenRecordset("P11D");
+    records.Index("IndKey");
+    std::minstd_rand random(1);
+    for (auto _ : state) {
+        const int i = static_cast<int>(random() % 10000);
+        records.Seek(EmployerOf(i), EmployeeOf(i));
+        std::size_t bytes = 0;
+        for (const std::string_view field : Looked)
+            bytes += records.Field(field).size();
+        benchmark::DoNotOptimize(bytes);
+    }
+}
+
+void SeekThreeBare(benchmark::State& state)
+{
+    Bare bare(TenThousand());
+    sqlite3_stmt* const seek = bare.Prepared(
+        fmt::format("SELECT {} FROM P11D WHERE EmployerName=? AND EmployeeName=?", fmt::join(Looked, ",")));
+    std::minstd_rand random(1);
+    for (auto _ : state) {
+        const int i = static_cast<int>(random() % 10000);
+        const std::string employer = EmployerOf(i);
+        const std::string employee = EmployeeOf(i);
+        Bare::Bind(seek, 1, employer);
+        Bare::Bind(seek, 2, employee);
+        Require(sqlite3_step(seek) == SQLITE_ROW, "no record");
+        std::size_t bytes = 0;
+        for (int column = 0; column < 3; ++column)
+            bytes += static_cast<std::size_t>(sqlite3_column_bytes(seek, column));
+        benchmark::DoNotOptimize(bytes);
+        sqlite3_reset(seek);
+    }
+}
+
 // ---- thirteen fields of all employees of one employer -------------------------------------------
 
 constexpr std::array<std::string_view, 13> Totalled = {
@@ -459,6 +500,8 @@ void DeleteBare(benchmark::State& state)
 
 BENCHMARK(SeekAndReadStore)->Name("seek and read a record/store");
 BENCHMARK(SeekAndReadBare)->Name("seek and read a record/bare");
+BENCHMARK(SeekThreeStore)->Name("seek and read three fields/store");
+BENCHMARK(SeekThreeBare)->Name("seek and read three fields/bare");
 BENCHMARK(ScanStore)->Name("13 fields of 1,000 employees/store")->Unit(benchmark::kMicrosecond);
 BENCHMARK(ScanBare)->Name("13 fields of 1,000 employees/bare")->Unit(benchmark::kMicrosecond);
 BENCHMARK(ListStore)->Name("list the employers of 10,000/store")->Unit(benchmark::kMicrosecond);

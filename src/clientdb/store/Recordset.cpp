@@ -1,78 +1,17 @@
 #include "clientdb/store/Recordset.h"
 
 #include "clientdb/store/Connection.h"
+#include "clientdb/store/PendingEdit.h"
+#include "clientdb/store/ReadAhead.h"
 #include "clientdb/store/Schema.h"
 
 #include <algorithm>
-#include <fmt/ranges.h>
-#include <limits>
-#include <numeric>
+#include <fmt/format.h>
 #include <optional>
-#include <unordered_set>
 #include <utility>
 
 namespace quillmere {
 namespace {
-
-/// A scan reads so many records ahead, and then gives up its lock until they are used up.
-constexpr std::size_t MostRecordsAhead = 128;
-constexpr std::size_t MostBytesAhead = 262144;
-/// A scan that looks at more fields than this reads whole records.
-constexpr std::size_t MostFieldsApart = 24;
-
-constexpr std::uint16_t NotRead = std::numeric_limits<std::uint16_t>::max();
-
-/// Texts of records, copied out of the store.
-class Cells {
-public:
-    void Clear()
-    {
-        cells.clear();
-        bytes.clear();
-    }
-    std::size_t Bytes() const { return bytes.size(); }
-
-    /// Takes `count` columns of the run's row.
-    void Take(const Run& run, int first, std::size_t count)
-    {
-        cells.reserve(cells.size() + count);
-        for (int column = first; column < first + static_cast<int>(count); ++column) {
-            const std::optional<std::string_view> text = run.TextOrNull(column);
-            cells.push_back({bytes.size(), text ? static_cast<int>(text->size()) : Null});
-            bytes.append(text.value_or(std::string_view()));
-        }
-    }
-
-    bool IsNull(std::size_t cell) const { return cells[cell].size == Null; }
-    std::string_view Text(std::size_t cell) const
-    {
-        const Cell& at = cells[cell];
-        return at.size == Null ? std::string_view()
-                               : std::string_view(bytes.data() + at.offset, static_cast<std::size_t>(at.size));
-    }
-
-private:
-    static constexpr int Null = -1;
-    struct Cell {
-        std::size_t offset;
-        int size;
-    };
-    std::vector<Cell> cells;
-    std::string bytes;
-};
-
-/// A record read ahead, and where it stands in the list of a listed scan.
-struct RecordAhead {
-    std::int64_t rowid;
-    std::size_t listed;
-};
-
-/// A field to be written.
-struct Change {
-    std::uint16_t column;
-    bool isNull;
-    std::string text;
-};
 
 std::shared_ptr<Database::Connection> OpenFile(const std::filesystem::path& path, OpenMode mode)
 {
@@ -149,79 +88,40 @@ void Database::Close()
 
 // ---- cursor -------------------------------------------------------------------------------------
 
+using Place = Position::Place;
+
 struct Recordset::State {
     State(std::shared_ptr<Database::Connection> of, const TableLayout& layout)
         : connection(std::move(of)),
           statements(connection->Statements(layout)),
           fields(statements.Fields()),
-          placeInRow(fields.Count(), NotRead),
+          position(*connection, statements),
+          ahead(*connection, statements),
           columnAfter(fields.Count())
     {
+        StartScan();
     }
 
-    enum class Place { BeforeFirst, OnRecord, OnDeleted, Nowhere, AtEnd };
-    enum class Writing { Nothing, Record, NewRecord };
-
     std::size_t Column(std::string_view name);
-    void RequireRecord() const;
     bool Exists();
-
-    void StartScan();
     void Forget();
-    void StandOn(std::int64_t record);
+    void StartScan();
     void SeekKey(std::string_view part1, std::optional<std::string_view> part2);
     void Next();
-    bool ReadAhead();
-    bool ReadAheadOfList();
-    void ListRecords();
-    [[noreturn]] void FailOutOfOrder();
-    void DropAhead(std::size_t from);
-    void LearnColumn(std::size_t column);
-    void ReadWhole();
-    std::pair<const Cells*, std::size_t> CellOf(std::size_t column);
-    const Change* Changed(std::size_t column) const;
-
-    void Set(std::string_view name, std::string_view text, bool isNull);
+    void Set(std::string_view name, std::string_view text, bool isNull) { edit.Set(Column(name), text, isNull); }
     bool Write(bool mayRefuse);
     void WriteNow();
+    void Delete();
 
     std::shared_ptr<Database::Connection> connection;
     TableStatements& statements;
     const TableFields& fields;
-    const TableIndex* index = nullptr;
-    std::optional<std::string> employer;
-
-    Place place = Place::BeforeFirst;
-    std::int64_t rowid = 0;
-
-    // The records of a scan in another order than that of adding, and how many of them have been read.
-    bool listed = false;
-    std::vector<std::int64_t> list;
-    std::size_t listRead = 0;
-
-    // Records read ahead, with the fields that this cursor has been asked for so far.
-    std::vector<std::uint16_t> columns;
-    bool allColumns = false;
-    std::vector<std::uint16_t> placeInRow; ///< of each field, or NotRead
-    std::vector<RecordAhead> aheadRows;
-    Cells ahead;
-    std::size_t aheadAt = 0;
-    std::size_t rowWidth = 0;
-    std::size_t aheadGoal = 1;
-    sqlite3_int64 changesSeen = 0;
-    bool rowIsAhead = false; ///< the current record is read from row `aheadAt` of those
-    bool scanned = false;    ///< the current record was reached by MoveFirst, MoveNext or Seek
-    bool sought = false;     ///< there has been a Seek: the next brings only the fields that were asked for so far
-
-    // The current record whole.
-    Cells whole;
-    bool wholeRead = false;
+    Position position;
+    ReadAhead ahead;
+    PendingEdit edit;
 
     std::vector<std::uint16_t> columnAfter; ///< which field was last asked for after each
     std::size_t lastColumn = 0;
-
-    Writing writing = Writing::Nothing;
-    std::vector<Change> changes;
 };
 
 std::size_t Recordset::State::Column(std::string_view name)
@@ -238,302 +138,72 @@ std::size_t Recordset::State::Column(std::string_view name)
     return column;
 }
 
-void Recordset::State::RequireRecord() const
-{
-    if (place == Place::OnDeleted)
-        throw StoreError(SQLITE_NOTFOUND, "The record has been deleted.", "");
-    if (place != Place::OnRecord)
-        throw StoreError(SQLITE_NOTFOUND, "There is no current record.", "");
-}
-
 bool Recordset::State::Exists()
 {
     connection->RequireOpen();
-    return Run(*connection, statements.Exists()).Bind(rowid).Step();
+    return Run(*connection, statements.Exists()).Bind(position.Rowid()).Step();
 }
 
 /// Drops what was read of the current record, and what was to be written.
 void Recordset::State::Forget()
 {
-    wholeRead = false;
-    rowIsAhead = false;
-    writing = Writing::Nothing;
-    changes.clear();
-}
-
-/// Takes up a position that no scan has led to.
-void Recordset::State::StandOn(std::int64_t record)
-{
-    rowid = record;
-    place = Place::OnRecord;
-    wholeRead = false;
-    rowIsAhead = false;
-    scanned = false;
-    listed = false;
-    aheadRows.clear();
-    aheadAt = 0;
-    aheadGoal = 1;
+    ahead.ForgetRecord();
+    edit.Drop();
 }
 
 void Recordset::State::StartScan()
 {
-    Forget();
-    StandOn(std::numeric_limits<std::int64_t>::min());
-    place = Place::BeforeFirst;
+    ahead.Drop();
+    edit.Drop();
+    position.StandBeforeFirst();
 }
 
 void Recordset::State::SeekKey(std::string_view part1, std::optional<std::string_view> part2)
 {
+    const TableIndex* const index = position.Order();
     if (index == nullptr || index->part2.empty() == part2.has_value())
         throw std::logic_error("Seek in table " + std::string(statements.Layout().name) +
                                " without an index of that key");
     connection->RequireOpen();
     Forget();
-    place = Place::Nowhere;
-    // Who seeks once will mostly ask for much; who goes on seeking asks for the same fields each time.
-    const bool all = !sought || allColumns;
-    Run run(*connection, all ? statements.Seek(*index, {}, true) : statements.Seek(*index, columns, false));
-    run.Bind(part1);
-    if (part2)
-        run.Bind(*part2);
-    if (!run.Step())
-        return;
-    StandOn(run.Number(0));
-    sought = true;
-    scanned = true;
-    if (all) {
-        whole.Clear();
-        whole.Take(run, 1, fields.Count());
-        wholeRead = true;
-    } else {
-        rowWidth = columns.size();
-        ahead.Clear();
-        ahead.Take(run, 1, rowWidth);
-        aheadRows.push_back({rowid, 0});
-        rowIsAhead = true;
-    }
-}
-
-/// A scan that does not go forward would never end.
-void Recordset::State::FailOutOfOrder()
-{
-    aheadRows.clear();
-    place = Place::AtEnd;
-    throw StoreError(SQLITE_CORRUPT,
-                     fmt::format("The records of table {} are out of their order.", statements.Layout().name), "");
-}
-
-/// Takes up the rowids of a scan in the order of an index, or of one employer.
-void Recordset::State::ListRecords()
-{
-    list.clear();
-    listRead = 0;
-    Run run(*connection, statements.Order(index, employer.has_value()));
-    if (employer)
-        run.Bind(*employer);
-    std::unordered_set<std::int64_t> met;
-    while (run.Step()) {
-        const std::int64_t listedNow = run.Number(0);
-        if (!met.insert(listedNow).second)
-            FailOutOfOrder();
-        list.push_back(listedNow);
-    }
-    if (index == nullptr)
-        std::sort(list.begin(), list.end());
-    listed = true;
-    if (place == Place::BeforeFirst)
-        return;
-    const auto current = std::find(list.begin(), list.end(), rowid);
-    listRead = static_cast<std::size_t>(current - list.begin()) + (current == list.end() ? 0 : 1);
-}
-
-/// Reads the next records of a listed scan. Those that are gone are passed over.
-bool Recordset::State::ReadAheadOfList()
-{
-    if (!listed)
-        ListRecords();
-    while (aheadRows.empty() && listRead < list.size()) {
-        if (aheadGoal == 1) {
-            Run run(*connection, statements.Read(columns, allColumns));
-            if (run.Bind(list[listRead]).Step()) {
-                aheadRows.push_back({list[listRead], listRead});
-                ahead.Take(run, 0, rowWidth);
-            }
-            ++listRead;
-            continue;
-        }
-        const std::size_t end = std::min(list.size(), listRead + aheadGoal);
-        const std::string rowids = fmt::format("[{}]", fmt::join(list.begin() + static_cast<std::ptrdiff_t>(listRead),
-                                                                 list.begin() + static_cast<std::ptrdiff_t>(end), ","));
-        Run run(*connection, statements.ReadList(columns, allColumns));
-        run.Bind(rowids);
-        for (; ahead.Bytes() < MostBytesAhead && run.Step(); ++listRead) {
-            const std::int64_t read = run.Number(0);
-            while (listRead < end && list[listRead] != read)
-                ++listRead;
-            if (listRead == end)
-                FailOutOfOrder();
-            aheadRows.push_back({read, listRead});
-            ahead.Take(run, 1, rowWidth);
-        }
-        if (ahead.Bytes() < MostBytesAhead)
-            listRead = end;
-    }
-    return !aheadRows.empty();
-}
-
-bool Recordset::State::ReadAhead()
-{
-    connection->RequireOpen();
-    aheadRows.clear();
-    ahead.Clear();
-    aheadAt = 0;
-    rowWidth = allColumns ? fields.Count() : columns.size();
-    changesSeen = sqlite3_total_changes64(connection->handle);
-    if (index != nullptr || employer)
-        return ReadAheadOfList();
-    Run run(*connection, statements.ReadAfter(columns, allColumns));
-    run.Bind(rowid);
-    while (aheadRows.size() < aheadGoal && ahead.Bytes() < MostBytesAhead && run.Step()) {
-        const std::int64_t read = run.Number(0);
-        if (read <= (aheadRows.empty() ? rowid : aheadRows.back().rowid))
-            FailOutOfOrder();
-        aheadRows.push_back({read, 0});
-        ahead.Take(run, 1, rowWidth);
-    }
-    return !aheadRows.empty();
+    position.Leave(Place::Nowhere);
+    ahead.Seek(position, part1, part2);
 }
 
 void Recordset::State::Next()
 {
-    if (place == Place::AtEnd)
+    if (position.At() == Place::AtEnd)
         return;
-    if (place == Place::Nowhere)
-        RequireRecord();
-    Forget();
-    if (aheadAt < aheadRows.size())
-        ++aheadAt;
-    // Records read ahead of a write through this database are read again.
-    if (aheadAt < aheadRows.size() && changesSeen != sqlite3_total_changes64(connection->handle)) {
-        DropAhead(aheadAt);
-        aheadGoal = 1;
-    }
-    if (aheadAt >= aheadRows.size()) {
-        if (!ReadAhead()) {
-            place = Place::AtEnd;
-            return;
-        }
-        aheadGoal = std::min(MostRecordsAhead, aheadGoal * 8);
-    }
-    rowid = aheadRows[aheadAt].rowid;
-    place = Place::OnRecord;
-    rowIsAhead = true;
-    scanned = true;
-}
-
-/// Drops the records read ahead, the list to be taken up again with row `from`.
-void Recordset::State::DropAhead(std::size_t from)
-{
-    if (from < aheadRows.size())
-        listRead = aheadRows[from].listed;
-    aheadRows.clear();
-    aheadAt = 0;
-}
-
-/// Has the scan bring the field along from the next record on.
-void Recordset::State::LearnColumn(std::size_t column)
-{
-    if (columns.size() == MostFieldsApart) {
-        allColumns = true;
-        columns.clear();
-        std::iota(placeInRow.begin(), placeInRow.end(), std::uint16_t{0});
-    } else {
-        placeInRow[column] = static_cast<std::uint16_t>(columns.size());
-        columns.push_back(static_cast<std::uint16_t>(column));
-    }
-    DropAhead(aheadAt + 1);
-    rowIsAhead = false;
-}
-
-void Recordset::State::ReadWhole()
-{
-    connection->RequireOpen();
-    Run run(*connection, statements.Read({}, true));
-    run.Bind(rowid);
-    if (!run.Step()) {
-        place = Place::OnDeleted;
-        RequireRecord();
-    }
-    whole.Clear();
-    whole.Take(run, 0, fields.Count());
-    wholeRead = true;
-}
-
-/// Where the field of the current record is to be read.
-std::pair<const Cells*, std::size_t> Recordset::State::CellOf(std::size_t column)
-{
-    if (scanned && placeInRow[column] == NotRead)
-        LearnColumn(column);
-    if (wholeRead)
-        return {&whole, column};
-    RequireRecord();
-    if (rowIsAhead)
-        return {&ahead, aheadAt * rowWidth + placeInRow[column]};
-    ReadWhole();
-    return {&whole, column};
-}
-
-const Change* Recordset::State::Changed(std::size_t column) const
-{
-    const auto found =
-        std::find_if(changes.begin(), changes.end(), [&](const Change& change) { return change.column == column; });
-    return found == changes.end() ? nullptr : &*found;
-}
-
-void Recordset::State::Set(std::string_view name, std::string_view text, bool isNull)
-{
-    if (writing == Writing::Nothing)
-        throw std::logic_error("A field is set without Edit or AddNew");
-    const auto column = static_cast<std::uint16_t>(Column(name));
-    const auto at = std::ranges::lower_bound(changes, column, {}, &Change::column);
-    if (at != changes.end() && at->column == column)
-        *at = {column, isNull, std::string(text)};
-    else
-        changes.insert(at, {column, isNull, std::string(text)});
+    if (position.At() == Place::Nowhere)
+        position.RequireRecord();
+    edit.Drop();
+    if (!ahead.Next(position))
+        position.Leave(Place::AtEnd);
 }
 
 void Recordset::State::WriteNow()
 {
-    std::vector<std::uint16_t> written;
-    written.reserve(changes.size());
-    for (const Change& change : changes)
-        written.push_back(change.column);
     connection->BeforeWrite();
-    const bool aheadIsRight = changesSeen == sqlite3_total_changes64(connection->handle);
-    Run run(*connection, writing == Writing::NewRecord ? statements.Insert(written) : statements.Update(written));
-    for (const Change& change : changes)
-        if (change.isNull)
-            run.BindNull();
-        else
-            run.Bind(change.text);
-    if (writing == Writing::NewRecord) {
-        run.Change();
-        StandOn(sqlite3_last_insert_rowid(connection->handle));
-    } else if (run.Bind(rowid).Change() == 0) {
-        place = Place::OnDeleted;
-        RequireRecord();
+    const bool isFresh = ahead.IsFresh();
+    const int written = edit.Write(*connection, statements, position.Rowid());
+    if (edit.IsNewRecord()) {
+        ahead.Drop();
+        position.StandOn(sqlite3_last_insert_rowid(connection->handle));
+    } else if (written == 0) {
+        position.Leave(Place::OnDeleted);
+        position.RequireRecord();
     }
-    if (aheadIsRight)
-        changesSeen = sqlite3_total_changes64(connection->handle);
+    if (isFresh)
+        ahead.StayFresh();
 }
 
 /// False if the store refused the key, where that is allowed.
 bool Recordset::State::Write(bool mayRefuse)
 {
-    if (writing == Writing::Nothing)
+    if (!edit.IsOpen())
         throw std::logic_error("Update without Edit or AddNew");
     try {
-        if (writing == Writing::NewRecord || !changes.empty())
+        if (!edit.IsEmpty())
             WriteNow();
     } catch (const StoreError& failure) {
         Forget();
@@ -544,6 +214,25 @@ bool Recordset::State::Write(bool mayRefuse)
     }
     Forget();
     return true;
+}
+
+void Recordset::State::Delete()
+{
+    position.RequireRecord();
+    try {
+        connection->BeforeWrite();
+        const bool isFresh = ahead.IsFresh();
+        const int deleted = Run(*connection, statements.Delete()).Bind(position.Rowid()).Change();
+        if (isFresh)
+            ahead.StayFresh();
+        position.Leave(Place::OnDeleted);
+        Forget();
+        if (deleted == 0)
+            position.RequireRecord();
+    } catch (const StoreError& failure) {
+        connection->AfterFailedWrite(failure);
+        throw;
+    }
 }
 
 // ---- the cursor's operations --------------------------------------------------------------------
@@ -569,7 +258,6 @@ std::vector<std::string> Database::EmployersInOrder(std::string_view table)
 
 Recordset::Recordset(std::unique_ptr<State> opened) : state(std::move(opened))
 {
-    state->StartScan();
 }
 
 Recordset::Recordset(Recordset&&) noexcept = default;
@@ -584,8 +272,7 @@ void Recordset::Index(std::string_view name)
     if (found == indexes.end())
         throw UnknownName("There is no index " + std::string(name) + " on table " +
                           std::string(state->statements.Layout().name));
-    state->index = &*found;
-    state->employer.reset();
+    state->position.SetOrder(*found);
     state->StartScan();
 }
 
@@ -601,7 +288,7 @@ void Recordset::Seek(std::string_view part1, std::string_view part2)
 
 bool Recordset::NoMatch() const
 {
-    return state->place == State::Place::Nowhere;
+    return state->position.At() == Place::Nowhere;
 }
 
 void Recordset::MoveFirst()
@@ -617,7 +304,7 @@ void Recordset::MoveNext()
 
 bool Recordset::AtEnd() const
 {
-    return state->place == State::Place::AtEnd;
+    return state->position.At() == Place::AtEnd;
 }
 
 void Recordset::MoveFirstOf(std::string_view employer)
@@ -625,53 +312,41 @@ void Recordset::MoveFirstOf(std::string_view employer)
     if (state->fields.Find("EmployerName") == TableFields::None)
         throw std::logic_error("The records of table " + std::string(state->statements.Layout().name) +
                                " have no employer");
-    state->employer.emplace(employer);
+    state->position.SetEmployer(employer);
     MoveFirst();
 }
 
 std::string_view Recordset::Field(std::string_view name) const
 {
     const std::size_t column = state->Column(name);
-    if (state->writing != State::Writing::Nothing) {
-        if (const Change* const change = state->Changed(column))
-            return change->text;
-        if (state->writing == State::Writing::NewRecord)
-            return {};
-    }
-    const auto [cells, cell] = state->CellOf(column);
-    return cells->Text(cell);
+    if (const PendingEdit::Change* const change = state->edit.Find(column))
+        return change->text;
+    return state->edit.IsNewRecord() ? std::string_view() : state->ahead.Text(state->position, column);
 }
 
 bool Recordset::IsNull(std::string_view name) const
 {
     const std::size_t column = state->Column(name);
-    if (state->writing != State::Writing::Nothing) {
-        if (const Change* const change = state->Changed(column))
-            return change->isNull;
-        if (state->writing == State::Writing::NewRecord)
-            return true;
-    }
-    const auto [cells, cell] = state->CellOf(column);
-    return cells->IsNull(cell);
+    if (const PendingEdit::Change* const change = state->edit.Find(column))
+        return change->isNull;
+    return state->edit.IsNewRecord() || state->ahead.IsNull(state->position, column);
 }
 
 void Recordset::Edit()
 {
-    state->RequireRecord();
+    state->position.RequireRecord();
     if (!state->Exists()) {
-        state->place = State::Place::OnDeleted;
-        state->wholeRead = false;
-        state->RequireRecord();
+        state->position.Leave(Place::OnDeleted);
+        state->ahead.ForgetRecord();
+        state->position.RequireRecord();
     }
-    state->changes.clear();
-    state->writing = State::Writing::Record;
+    state->edit.BeginRecord();
 }
 
 void Recordset::AddNew()
 {
     state->connection->RequireOpen();
-    state->changes.clear();
-    state->writing = State::Writing::NewRecord;
+    state->edit.BeginNewRecord();
 }
 
 void Recordset::SetField(std::string_view name, std::string_view text)
@@ -696,21 +371,7 @@ bool Recordset::TryUpdate()
 
 void Recordset::Delete()
 {
-    state->RequireRecord();
-    try {
-        state->connection->BeforeWrite();
-        const bool aheadIsRight = state->changesSeen == sqlite3_total_changes64(state->connection->handle);
-        const int deleted = Run(*state->connection, state->statements.Delete()).Bind(state->rowid).Change();
-        if (aheadIsRight)
-            state->changesSeen = sqlite3_total_changes64(state->connection->handle);
-        state->place = State::Place::OnDeleted;
-        state->Forget();
-        if (deleted == 0)
-            state->RequireRecord();
-    } catch (const StoreError& failure) {
-        state->connection->AfterFailedWrite(failure);
-        throw;
-    }
+    state->Delete();
 }
 
 // ---- batch --------------------------------------------------------------------------------------

@@ -4,8 +4,6 @@
 #include "frame/Text.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
 
 namespace quillmere {
 namespace {
@@ -458,38 +456,18 @@ constexpr char LowerCase(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-bool SameName(std::string_view a, std::string_view b)
+std::string LowerCase(std::string_view name)
 {
-    if (a.size() != b.size())
-        return false;
-    return std::memcmp(a.data(), b.data(), a.size()) == 0 ||
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return LowerCase(x) == LowerCase(y); });
-}
-
-/// Eight bytes at a time; the bit that parts upper from lower case is set in every byte.
-std::size_t HashOfName(std::string_view name)
-{
-    constexpr std::uint64_t caseBits = 0x2020202020202020;
-    constexpr std::uint64_t factor = 0x9E3779B97F4A7C15;
-    std::uint64_t hash = name.size();
-    const char* at = name.data();
-    std::size_t left = name.size();
-    while (left > 0) {
-        std::uint64_t piece = 0;
-        const std::size_t taken = std::min<std::size_t>(left, sizeof piece);
-        std::memcpy(&piece, at, taken);
-        hash = (hash ^ (piece | caseBits)) * factor;
-        hash ^= hash >> 32;
-        at += taken;
-        left -= taken;
-    }
-    return static_cast<std::size_t>(hash);
+    std::string lower(name);
+    for (char& c : lower)
+        c = LowerCase(c);
+    return lower;
 }
 
 const TableLayout& FindIn(std::span<const TableLayout> tables, std::string_view name)
 {
-    const auto found = std::find_if(tables.begin(), tables.end(),
-                                    [&](const TableLayout& table) { return SameName(table.name, name); });
+    const auto found = std::ranges::find_if(
+        tables, [lower = LowerCase(name)](const TableLayout& table) { return LowerCase(table.name) == lower; });
     if (found == tables.end())
         throw UnknownName("There is no table " + std::string(name));
     return *found;
@@ -529,22 +507,14 @@ TableFields::TableFields(const TableLayout& layout)
             for (const FieldStem& field : group.stems)
                 fields.push_back(
                     {group.first == 0 ? std::string(field.stem) : Numbered(field.stem, number), field.kind});
-    slots.resize(std::bit_ceil(4 * fields.size()));
-    for (std::size_t place = 0; place < fields.size(); ++place) {
-        std::size_t slot = HashOfName(fields[place].name) & (slots.size() - 1);
-        while (slots[slot] != 0)
-            slot = (slot + 1) & (slots.size() - 1);
-        slots[slot] = static_cast<std::uint16_t>(place + 1);
-    }
+    for (const Field& field : fields)
+        places.emplace(LowerCase(field.name), places.size());
 }
 
 std::size_t TableFields::Find(std::string_view name) const
 {
-    std::size_t slot = HashOfName(name) & (slots.size() - 1);
-    for (; slots[slot] != 0; slot = (slot + 1) & (slots.size() - 1))
-        if (SameName(fields[slots[slot] - 1].name, name))
-            return slots[slot] - 1u;
-    return None;
+    const auto found = places.find(LowerCase(name));
+    return found == places.end() ? None : found->second;
 }
 
 const TableFields& FieldsOf(const TableLayout& table)

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 /// The tables of a client database and of the reference database: names, indexes and every field, as lists. The
@@ -93,7 +94,7 @@ public:
 
 private:
     std::vector<Field> fields;
-    std::vector<std::uint16_t> slots; ///< open addressing; a place plus 1, or 0
+    std::unordered_map<std::string, std::size_t> places; ///< of the names in small letters
 };
 
 /// The fields of one of the tables above.

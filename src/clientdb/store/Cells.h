@@ -1,0 +1,50 @@
+#pragma once
+
+#include "clientdb/store/Connection.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillmere {
+
+/// Texts of records, copied out of the store.
+class Cells {
+public:
+    void Clear()
+    {
+        cells.clear();
+        bytes.clear();
+    }
+    std::size_t Bytes() const { return bytes.size(); }
+
+    /// Takes `count` columns of the run's row.
+    void Take(const Run& run, int first, std::size_t count)
+    {
+        cells.reserve(cells.size() + count);
+        for (int column = first; column < first + static_cast<int>(count); ++column) {
+            const std::optional<std::string_view> text = run.TextOrNull(column);
+            cells.push_back({bytes.size(), text ? static_cast<int>(text->size()) : Null});
+            bytes.append(text.value_or(std::string_view()));
+        }
+    }
+
+    bool IsNull(std::size_t cell) const { return cells[cell].size == Null; }
+    std::string_view Text(std::size_t cell) const
+    {
+        const Cell& at = cells[cell];
+        return at.size == Null ? std::string_view()
+                               : std::string_view(bytes.data() + at.offset, static_cast<std::size_t>(at.size));
+    }
+
+private:
+    static constexpr int Null = -1;
+    struct Cell {
+        std::size_t offset;
+        int size;
+    };
+    std::vector<Cell> cells;
+    std::string bytes;
+};
+
+} // namespace quillmere

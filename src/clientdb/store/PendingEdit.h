@@ -1,0 +1,45 @@
+#pragma once
+
+#include "clientdb/store/Connection.h"
+
+namespace quillmere {
+
+/// What was set since Edit or AddNew and is not written yet. One change a field, in the order of the fields, so that
+/// the same fields always make the same statement; none while nothing is being written.
+class PendingEdit {
+public:
+    /// A field to be written.
+    struct Change {
+        std::uint16_t column;
+        bool isNull;
+        std::string text;
+    };
+
+    void BeginRecord() { Begin(Writing::Record); }
+    void BeginNewRecord() { Begin(Writing::NewRecord); }
+    void Drop() { Begin(Writing::Nothing); }
+    bool IsOpen() const { return writing != Writing::Nothing; }
+    bool IsNewRecord() const { return writing == Writing::NewRecord; }
+    /// True if Update has nothing to do.
+    bool IsEmpty() const { return !IsNewRecord() && changes.empty(); }
+
+    /// Throws std::logic_error if nothing is being written.
+    void Set(std::size_t column, std::string_view text, bool isNull);
+    /// The change of a field; nullptr if it stays as it is.
+    const Change* Find(std::size_t column) const;
+    /// Writes the record, or adds it: the number of records written.
+    int Write(Database::Connection& connection, TableStatements& statements, std::int64_t rowid) const;
+
+private:
+    enum class Writing { Nothing, Record, NewRecord };
+    void Begin(Writing what)
+    {
+        changes.clear();
+        writing = what;
+    }
+
+    Writing writing = Writing::Nothing;
+    std::vector<Change> changes;
+};
+
+} // namespace quillmere

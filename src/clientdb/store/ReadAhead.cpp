@@ -1,0 +1,220 @@
+#include "clientdb/store/ReadAhead.h"
+
+#include <algorithm>
+#include <fmt/ranges.h>
+#include <limits>
+#include <numeric>
+
+namespace quillmere {
+namespace {
+
+/// A scan reads so many records ahead, and then gives up its lock until they are used up.
+constexpr std::size_t MostRecordsAhead = 128;
+constexpr std::size_t MostBytesAhead = 262144;
+/// A scan that looks at more fields than this reads whole records.
+constexpr std::size_t MostFieldsApart = 24;
+
+constexpr std::uint16_t NotRead = std::numeric_limits<std::uint16_t>::max();
+
+} // namespace
+
+ReadAhead::ReadAhead(Database::Connection& of, TableStatements& tableStatements)
+    : connection(of),
+      statements(tableStatements),
+      fieldCount(tableStatements.Fields().Count()),
+      placeInRow(fieldCount, NotRead)
+{
+}
+
+void ReadAhead::ForgetRecord()
+{
+    isWhole = false;
+    isRow = false;
+}
+
+void ReadAhead::Drop()
+{
+    ForgetRecord();
+    scanned = false;
+    rows.clear();
+    at = 0;
+    goal = 1;
+}
+
+bool ReadAhead::Seek(Position& position, std::string_view part1, std::optional<std::string_view> part2)
+{
+    // Who seeks once will mostly ask for much; who goes on seeking asks for the same fields each time.
+    const bool all = !sought || allColumns;
+    const TableIndex& index = *position.Order();
+    Run run(connection, all ? statements.Seek(index, {}, true) : statements.Seek(index, columns, false));
+    run.Bind(part1);
+    if (part2)
+        run.Bind(*part2);
+    if (!run.Step())
+        return false;
+    Drop();
+    position.StandOn(run.Number(0));
+    sought = true;
+    scanned = true;
+    isWhole = all;
+    isRow = !all;
+    if (all) {
+        whole.Clear();
+        whole.Take(run, 1, fieldCount);
+    } else {
+        rowWidth = columns.size();
+        cells.Clear();
+        cells.Take(run, 1, rowWidth);
+        rows.push_back({position.Rowid(), 0});
+    }
+    return true;
+}
+
+bool ReadAhead::Next(Position& position)
+{
+    ForgetRecord();
+    if (at < rows.size())
+        ++at;
+    if (at < rows.size() && !IsFresh()) {
+        DropFrom(at, position);
+        goal = 1;
+    }
+    if (at >= rows.size()) {
+        try {
+            if (!Fill(position))
+                return false;
+        } catch (const StoreError&) {
+            rows.clear(); // what was read before the failure is read again
+            throw;
+        }
+        goal = std::min(MostRecordsAhead, goal * 8);
+    }
+    position.MoveOnTo(rows[at].rowid);
+    isRow = true;
+    scanned = true;
+    return true;
+}
+
+bool ReadAhead::Fill(Position& position)
+{
+    connection.RequireOpen();
+    rows.clear();
+    cells.Clear();
+    at = 0;
+    rowWidth = allColumns ? fieldCount : columns.size();
+    StayFresh();
+    if (position.GoesByList())
+        return FillFromList(position);
+    Run run(connection, statements.ReadAfter(columns, allColumns));
+    run.Bind(position.Rowid());
+    while (rows.size() < goal && cells.Bytes() < MostBytesAhead && run.Step()) {
+        const std::int64_t read = run.Number(0);
+        if (read <= (rows.empty() ? position.Rowid() : rows.back().rowid))
+            position.FailOutOfOrder();
+        rows.push_back({read, 0});
+        cells.Take(run, 1, rowWidth);
+    }
+    return !rows.empty();
+}
+
+/// Reads the next records of the list. Those that are gone are passed over.
+bool ReadAhead::FillFromList(Position& position)
+{
+    const std::vector<std::int64_t>& list = position.List();
+    std::size_t used = position.Used();
+    while (rows.empty() && used < list.size()) {
+        if (goal == 1) {
+            Run run(connection, statements.Read(columns, allColumns));
+            if (run.Bind(list[used]).Step()) {
+                rows.push_back({list[used], used});
+                cells.Take(run, 0, rowWidth);
+            }
+            ++used;
+            continue;
+        }
+        const std::size_t end = std::min(list.size(), used + goal);
+        const std::string rowids = fmt::format("[{}]", fmt::join(list.begin() + static_cast<std::ptrdiff_t>(used),
+                                                                 list.begin() + static_cast<std::ptrdiff_t>(end), ","));
+        Run run(connection, statements.ReadList(columns, allColumns));
+        run.Bind(rowids);
+        for (; cells.Bytes() < MostBytesAhead && run.Step(); ++used) {
+            const std::int64_t read = run.Number(0);
+            while (used < end && list[used] != read)
+                ++used;
+            if (used == end)
+                position.FailOutOfOrder();
+            rows.push_back({read, used});
+            cells.Take(run, 1, rowWidth);
+        }
+        if (cells.Bytes() < MostBytesAhead)
+            used = end;
+    }
+    position.Use(used);
+    return !rows.empty();
+}
+
+/// Drops the rows, the list to be taken up again with row `row`.
+void ReadAhead::DropFrom(std::size_t row, Position& position)
+{
+    if (row < rows.size())
+        position.Use(rows[row].listed);
+    rows.clear();
+    at = 0;
+}
+
+/// Has the scan bring the field along from the next record on.
+void ReadAhead::Learn(std::size_t column, Position& position)
+{
+    if (columns.size() == MostFieldsApart) {
+        allColumns = true;
+        columns.clear();
+        std::iota(placeInRow.begin(), placeInRow.end(), std::uint16_t{0});
+    } else {
+        placeInRow[column] = static_cast<std::uint16_t>(columns.size());
+        columns.push_back(static_cast<std::uint16_t>(column));
+    }
+    DropFrom(at + 1, position);
+    isRow = false;
+}
+
+void ReadAhead::ReadWhole(Position& position)
+{
+    connection.RequireOpen();
+    Run run(connection, statements.Read({}, true));
+    run.Bind(position.Rowid());
+    if (!run.Step()) {
+        position.Leave(Position::Place::OnDeleted);
+        position.RequireRecord();
+    }
+    whole.Clear();
+    whole.Take(run, 0, fieldCount);
+    isWhole = true;
+}
+
+/// Where the field of the current record is to be read.
+std::pair<const Cells*, std::size_t> ReadAhead::CellOf(std::size_t column, Position& position)
+{
+    if (scanned && placeInRow[column] == NotRead)
+        Learn(column, position);
+    if (isWhole)
+        return {&whole, column};
+    position.RequireRecord();
+    if (isRow)
+        return {&cells, at * rowWidth + placeInRow[column]};
+    ReadWhole(position);
+    return {&whole, column};
+}
+
+std::string_view ReadAhead::Text(Position& position, std::size_t column)
+{
+    const auto [of, cell] = CellOf(column, position);
+    return of->Text(cell);
+}
+
+bool ReadAhead::IsNull(Position& position, std::size_t column)
+{
+    const auto [of, cell] = CellOf(column, position);
+    return of->IsNull(cell);
+}
+
+} // namespace quillmere
