@@ -4,8 +4,8 @@
 #include "clientdb/Employees.h"
 #include "desktop/DesktopHost.h"
 #include "desktop/DesktopPlatform.h"
-#include "desktop/Layout.h"
 #include "desktop/MainWindow.h"
+#include "desktop/layouts/Layout.h"
 #include "edition/Edition.h"
 
 #include <QApplication>

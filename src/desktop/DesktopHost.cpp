@@ -1,6 +1,6 @@
 #include "desktop/DesktopHost.h"
 
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 #include "desktop/Look.h"
 #include "desktop/MainWindow.h"
 #include "desktop/PreviewWindow.h"

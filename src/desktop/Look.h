@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 #include "frame/Box.h"
 
 #include <QColor>

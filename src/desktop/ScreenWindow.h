@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/Growth.h"
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 #include "frame/Screen.h"
 
 #include <QWidget>

@@ -1,6 +1,6 @@
 // The words that a window draws or labels once and for all, as the user reads them.
 #include "app/Program.h"
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 #include "frame/Text.h"
 #include "screens/ScheduleNotepad.h"
 #include "support/ScriptedDoor.h"

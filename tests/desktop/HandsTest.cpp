@@ -3,7 +3,7 @@
 #include "RunningProgram.h"
 #include "app/MDIForm1.h"
 #include "desktop/DesktopPlatform.h"
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 #include "desktop/MainWindow.h"
 
 #include <QAbstractButton>

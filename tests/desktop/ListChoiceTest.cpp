@@ -1,7 +1,7 @@
 // Every list of the program, chosen from by arrow key, by letter and by click: the screen's boxes are the same.
 #include "RunningProgram.h"
 #include "clientdb/EmployerScreens.h"
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

@@ -2,7 +2,7 @@
 // small screen.
 #include "EveryScreen.h"
 #include "desktop/DesktopPlatform.h"
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 #include "desktop/Look.h"
 #include "frame/Text.h"
 

@@ -1,8 +1,8 @@
 // What holds for the window of every screen: each control is placed, named for a screen reader, and visited by the Tab
 // key once, in the order of the form.
 #include "EveryScreen.h"
-#include "desktop/Layout.h"
 #include "desktop/MainWindow.h"
+#include "desktop/layouts/Layout.h"
 
 #include <QApplication>
 #include <QLabel>

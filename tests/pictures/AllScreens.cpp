@@ -2,7 +2,7 @@
 #include "app/Program.h"
 #include "clientdb/Employees.h"
 #include "desktop/DesktopHost.h"
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 #include "desktop/Look.h"
 #include "desktop/MainWindow.h"
 #include "desktop/ScreenWindow.h"

@@ -1,4 +1,4 @@
-#include "desktop/PageParts.h"
+#include "desktop/layouts/PageParts.h"
 
 #include "edition/CarWords.h"
 #include "edition/FormWords.h"

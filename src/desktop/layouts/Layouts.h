@@ -2,7 +2,7 @@
 
 #include "cars/ExtraCarsScreen.h"
 #include "clientdb/Schedule.h"
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 #include "screens/ScheduleNotepad.h"
 
 #include <span>

@@ -1,5 +1,5 @@
-#include "desktop/Layouts.h"
-#include "desktop/PageParts.h"
+#include "desktop/layouts/Layouts.h"
+#include "desktop/layouts/PageParts.h"
 #include "edition/FormWords.h"
 #include "frame/Text.h"
 

@@ -1,4 +1,4 @@
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 
 #include <algorithm>
 
@@ -80,8 +80,8 @@ void Layout::PlaceAt(std::string_view box, int index, int x, int y, int w, int h
                       .page = page});
 }
 
-void Layout::Line(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX,
-                  int boxWidth)
+void Layout::Field(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX,
+                   int boxWidth)
 {
     Text(captionX, y + 3, captionWidth, caption, {.size = 13});
     Place(box, boxX, y, boxWidth, BoxHeight, caption);

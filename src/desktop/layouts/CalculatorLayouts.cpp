@@ -1,9 +1,9 @@
 #include "calculators/GNotepad.h"
-#include "desktop/Layouts.h"
+#include "desktop/layouts/DialogParts.h"
+#include "desktop/layouts/Layouts.h"
 #include "edition/Edition.h"
 #include "edition/NotepadWords.h"
 #include "frame/Text.h"
-#include "printing/Fonts.h"
 
 #include <algorithm>
 #include <array>
@@ -22,40 +22,11 @@ constexpr TextLook ColumnHeading{.size = 13, .bold = true, .align = TextLook::Al
 constexpr int Margin = 16, Gap = 8;
 constexpr int TagWidth = 24, AmountWidth = 120, DateWidth = 100;
 constexpr int RowGap = 6;
-constexpr int ButtonWidth = 96, ButtonHeight = 28;
 constexpr int TabWidth = 110, TabHeight = 28;
 
 std::string With(std::string_view words, std::string_view label)
 {
     return std::string(words) + std::string(label);
-}
-
-/// Width of a text on the screen, where rounding makes it a little wider than its glyphs together.
-double WidthOf(std::string_view text, const TextLook& look)
-{
-    const Face face = look.bold ? Face::SansBold : look.italic ? Face::SansItalic : Face::SansRegular;
-    const FaceMetrics& metrics = MetricsOf(face);
-    constexpr double ForRounding = 1.02;
-    return static_cast<double>(metrics.Measure(text)) * look.size / metrics.UnitsPerEm() * ForRounding;
-}
-
-/// Height of a text that is wrapped at its blanks to a width.
-int HeightOf(std::string_view text, int width, const TextLook& look = Caption)
-{
-    const double blank = WidthOf(" ", look);
-    int lines = 1;
-    double used = 0;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find(' ', at), text.size());
-        const double word = WidthOf(text.substr(at, end - at), look);
-        if (used > 0 && used + word > width) {
-            ++lines;
-            used = 0;
-        }
-        used += word + blank;
-        at = end + 1;
-    }
-    return lines * (look.size + 4);
 }
 
 /// One line of a working sheet: letter, caption, how it is worked out, box.
@@ -145,7 +116,7 @@ private:
     {
         const int boxX = Right() - WidthOfBox(line);
         const int captionWidth = boxX - Gap - CaptionX() - formulaWidth;
-        const int captionHeight = HeightOf(line.caption, captionWidth);
+        const int captionHeight = HeightOf(line.caption, captionWidth, Caption);
         const int height = std::max(captionHeight, Layout::BoxHeight);
         const int boxY = y + (height - Layout::BoxHeight) / 2;
         if (!line.letter.empty())
@@ -174,11 +145,7 @@ void Buttons(Layout& layout, int y)
 {
     if (layout.footTop == 0)
         layout.footTop = y - Gap / 2;
-    int x = layout.width - Margin - 3 * ButtonWidth - 2 * Gap;
-    for (const std::string_view button : {"Ok", "Delete", "Cancel"}) {
-        layout.Place(button, x, y, ButtonWidth, ButtonHeight);
-        x += ButtonWidth + Gap;
-    }
+    ButtonRow(layout, layout.width - Margin, y, OkDeleteCancel);
     layout.height = y + ButtonHeight + Margin;
 }
 
@@ -357,7 +324,7 @@ Layout HNotepad()
         layout.Text(FirstX + (loan - 1) * LoanStep, y, LoanWidth, With("Loan ", std::to_string(loan)), ColumnHeading);
     y += 26;
     for (const Line& line : Lines) {
-        const int captionHeight = HeightOf(line.caption, CaptionWidth);
+        const int captionHeight = HeightOf(line.caption, CaptionWidth, Caption);
         const int height = std::max(captionHeight, Layout::BoxHeight + 2);
         const int boxY = y + (height - Layout::BoxHeight) / 2;
         if (!line.letter.empty())
@@ -488,7 +455,7 @@ Layout D2InfoNotepad()
         y += height + Gap;
     }
     layout.footTop = y - Gap / 2;
-    layout.Place("Close", layout.width - Margin - Gap - ButtonWidth, y, ButtonWidth, ButtonHeight);
+    Button(layout, layout.width - Margin - Gap, y, "Close");
     layout.height = y + ButtonHeight + Margin;
     return layout;
 }

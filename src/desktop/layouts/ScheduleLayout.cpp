@@ -1,4 +1,5 @@
-#include "desktop/Layouts.h"
+#include "desktop/layouts/DialogParts.h"
+#include "desktop/layouts/Layouts.h"
 #include "frame/Text.h"
 
 #include <array>
@@ -15,7 +16,6 @@ constexpr TextLook LineNumber{.size = 11, .align = TextLook::Align::Right};
 constexpr int Margin = 16, NumberWidth = 22, Gap = 8;
 constexpr int DescriptionWidth = 400, AmountWidth = 136;
 constexpr int LineStep = Layout::BoxHeight + 2;
-constexpr int ButtonWidth = 96, ButtonHeight = 28;
 
 bool IsDescription(const ScheduleColumn& column)
 {
@@ -57,11 +57,7 @@ Layout ScheduleWindow(std::string_view heading, std::span<const ScheduleColumn> 
     }
     layout.width = x - Gap + Margin;
     constexpr int ButtonTop = Totals + Layout::BoxHeight + 16;
-    x = layout.width - Margin - static_cast<int>(buttons.size()) * (ButtonWidth + Gap) + Gap;
-    for (const std::string_view button : buttons) {
-        layout.Place(button, x, ButtonTop, ButtonWidth, ButtonHeight);
-        x += ButtonWidth + Gap;
-    }
+    ButtonRow(layout, layout.width - Margin, ButtonTop, buttons);
     layout.height = ButtonTop + ButtonHeight + Margin;
     return layout;
 }

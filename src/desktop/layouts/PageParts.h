@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/Layout.h"
+#include "desktop/layouts/Layout.h"
 #include "screens/P11DPage.h"
 
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "desktop/Layouts.h"
+#include "desktop/layouts/Layouts.h"
 
 #include <array>
 #include <map>

@@ -1,13 +1,7 @@
-#include "desktop/Layouts.h"
+#include "desktop/layouts/DialogParts.h"
+#include "desktop/layouts/Layouts.h"
 
 namespace quillmere::layouts {
-
-namespace {
-
-constexpr int ButtonWidth = 96;
-constexpr int ButtonHeight = 28;
-
-} // namespace
 
 Layout PrePrint()
 {
@@ -30,8 +24,7 @@ Layout PrePrint()
     layout.Place("P11D", 388, 314, 190, 24);
     layout.Place("P11DB", 584, 314, 190, 24);
 
-    layout.Place("Print", 584, 476, ButtonWidth, ButtonHeight);
-    layout.Place("Cancel", 688, 476, ButtonWidth, ButtonHeight);
+    ButtonRow(layout, 784, 476, std::to_array<std::string_view>({"Print", "Cancel"}));
     return layout;
 }
 

@@ -1,6 +1,7 @@
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/DeclarationWords.h"
-#include "desktop/Layouts.h"
+#include "desktop/layouts/DialogParts.h"
+#include "desktop/layouts/Layouts.h"
 #include "edition/Class1ARates.h"
 #include "edition/Edition.h"
 #include "frame/Text.h"
@@ -184,8 +185,7 @@ void Section4(Layout& layout, int y)
 
 Layout AdjustmentWindow(std::string_view heading, const AdjustmentSchedule& schedule)
 {
-    constexpr auto Buttons = std::to_array<std::string_view>({"Ok", "Delete", "Cancel"});
-    return ScheduleWindow(heading, schedule.columns, Buttons);
+    return ScheduleWindow(heading, schedule.columns, OkDeleteCancel);
 }
 
 } // namespace
@@ -197,8 +197,7 @@ Layout P11DDeclaration()
     layout.Panel(0, 0, layout.width, 41);
     layout.Line(0, 41, layout.width, 1);
     layout.Text(SectionX, 12, 500, "P11D(b)  " + std::string(edition::YearLabelLong), {.size = 16, .bold = true});
-    layout.Place("Print", SectionX + SectionWidth - 198, 7, 96, 28);
-    layout.Place("Cancel", SectionX + SectionWidth - 96, 7, 96, 28);
+    ButtonRow(layout, SectionX + SectionWidth, 7, std::to_array<std::string_view>({"Print", "Cancel"}));
 
     int y = 54;
     Heads(layout, y);

@@ -1,4 +1,5 @@
-#include "desktop/Layouts.h"
+#include "desktop/layouts/DialogParts.h"
+#include "desktop/layouts/Layouts.h"
 #include "edition/LeftOvers.h"
 #include "frame/Text.h"
 
@@ -11,18 +12,6 @@ constexpr TextLook Bold{.size = 12, .bold = true};
 constexpr TextLook Small{.size = 11};
 constexpr TextLook Italic{.size = 11, .italic = true};
 constexpr TextLook Formula{.size = 11, .align = TextLook::Align::Right};
-
-constexpr int ButtonWidth = 96, ButtonHeight = 28;
-
-/// The three buttons, ending at a place of the line.
-void Buttons(Layout& layout, int right, int y)
-{
-    int x = right - 3 * ButtonWidth - 2 * 8;
-    for (const std::string_view button : {"Ok", "Delete", "Cancel"}) {
-        layout.Place(button, x, y, ButtonWidth, ButtonHeight);
-        x += ButtonWidth + 8;
-    }
-}
 
 // ---- the car notepad
 
@@ -168,7 +157,7 @@ Layout FNotepad()
     layout.Line(0, SheetHeader - 1, layout.width, 1);
     for (int car = 1; car <= 5; ++car)
         layout.Place(Numbered("lblCar", car), 10 + (car - 1) * 88, 7, 84, ButtonHeight);
-    Buttons(layout, SmallScreen, 7);
+    ButtonRow(layout, SmallScreen, 7, OkDeleteCancel);
 
     constexpr int particulars = 372;
     layout.Panel(LeftX, SheetTop, LeftWidth, particulars);
@@ -214,7 +203,7 @@ Layout Form1()
     layout.Text(Left + 246, Found + 3, 80, "Engine size", {.size = 13});
     layout.Place("EngineBox", Left + 330, Found, 70);
     layout.Text(Left + 406, Found + 4, 30, "cc", Small);
-    Buttons(layout, layout.width - Left, Found - 3);
+    ButtonRow(layout, layout.width - Left, Found - 3, OkDeleteCancel);
     layout.height = Found + 40;
     return layout;
 }
@@ -253,10 +242,7 @@ Layout GNotepad2()
                 Italic, 34);
 
     constexpr int ButtonTop = Last + 40;
-    const int cancelX = layout.width - 16 - ButtonWidth;
-    for (const std::string_view ok : {"Ok", "OK2", "OK3"})
-        layout.Place(ok, cancelX - ButtonWidth - 8, ButtonTop, ButtonWidth, ButtonHeight);
-    layout.Place("Cancel", cancelX, ButtonTop, ButtonWidth, ButtonHeight);
+    TakeTurns(layout, layout.width - 16, ButtonTop, std::to_array<std::string_view>({"Ok", "OK2", "OK3"}), "Cancel");
     layout.height = ButtonTop + ButtonHeight + 16;
     return layout;
 }

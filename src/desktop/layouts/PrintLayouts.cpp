@@ -1,14 +1,13 @@
-#include "desktop/Layouts.h"
+#include "desktop/layouts/DialogParts.h"
+#include "desktop/layouts/Layouts.h"
 
 namespace quillmere::layouts {
 
 namespace {
 
-constexpr int ButtonWidth = 96;
-constexpr int ButtonHeight = 28;
 constexpr int LineHeight = 30;
 
-struct Field {
+struct CaptionedBox {
     std::string_view caption, box;
 };
 
@@ -26,12 +25,14 @@ int Group(Layout& layout, int x, int y, int width, int lines, std::string_view t
     return y + 14;
 }
 
-void FieldGroup(Layout& layout, int x, int y, int width, std::string_view title, std::initializer_list<Field> fields)
+void FieldGroup(Layout& layout, int x, int y, int width, std::string_view title,
+                std::initializer_list<CaptionedBox> fields)
 {
     constexpr int boxWidth = 84;
     int line = Group(layout, x, y, width, static_cast<int>(fields.size()), title);
-    for (const Field& field : fields) {
-        layout.Line(line, x + 12, width - boxWidth - 30, field.caption, field.box, x + width - boxWidth - 12, boxWidth);
+    for (const CaptionedBox& field : fields) {
+        layout.Field(line, x + 12, width - boxWidth - 30, field.caption, field.box, x + width - boxWidth - 12,
+                     boxWidth);
         layout.placed.back().spoken.clear(); // the box's own words say which page is meant
         line += LineHeight;
     }
@@ -55,7 +56,7 @@ Layout frmVSPrintSettings()
 
     constexpr int left = 18, right = 296, width = 258;
     layout.page = 1;
-    layout.Line(22, left, 60, "Printer", "cmbPrinter", left + 62, 348);
+    layout.Field(22, left, 60, "Printer", "cmbPrinter", left + 62, 348);
     layout.Place("cmdSetup", 442, 19, 112, ButtonHeight);
     FieldGroup(layout, left, 74, width, "Page Setup",
                {{"Top Offset (mm)", "txtVSTop"}, {"Left Offset (mm)", "txtVSLeft"}, {"Scale (%)", "txtVSScale"}});
@@ -81,13 +82,14 @@ Layout frmVSPrintSettings()
     const int shading = Group(layout, left, 190, 190, 5, "Shading");
     layout.Place("chkShading", left + 12, shading, 160);
     int line = shading;
-    for (const Field& field :
-         {Field{"Black", "txtBlack"}, {"Dark Grey", "txtDark"}, {"Light Grey", "txtLight"}, {"White", "txtWhite"}})
-        layout.Line(line += LineHeight, left + 12, 84, field.caption, field.box, left + 94, 84);
+    for (const CaptionedBox& field : {CaptionedBox{"Black", "txtBlack"},
+                                      {"Dark Grey", "txtDark"},
+                                      {"Light Grey", "txtLight"},
+                                      {"White", "txtWhite"}})
+        layout.Field(line += LineHeight, left + 12, 84, field.caption, field.box, left + 94, 84);
 
     layout.page = 0;
-    layout.Place("cmdDefaults", 388, 462, ButtonWidth, ButtonHeight);
-    layout.Place("cmdClose", 492, 462, ButtonWidth, ButtonHeight);
+    ButtonRow(layout, 588, 462, std::to_array<std::string_view>({"cmdDefaults", "cmdClose"}));
     return layout;
 }
 
@@ -120,7 +122,7 @@ Layout frmVSPrintDialog()
         layout.Place(box, x, y - title, width, height + title);
     };
     group("fraCopies", 22, 56);
-    layout.Line(40, x + 14, 150, "Number of copies", "txtCopies", x + 180, 64);
+    layout.Field(40, x + 14, 150, "Number of copies", "txtCopies", x + 180, 64);
     group("fraRange", 98, 168);
     layout.PlaceAt("optRange", 0, x + 14, 112, 160);
     layout.PlaceAt("optRange", 1, x + 14, 142, 160);
@@ -131,8 +133,7 @@ Layout frmVSPrintDialog()
     group("fraDuplex", 286, 110);
     for (int index = 0; index <= 2; ++index)
         layout.PlaceAt("optDuplex", index, x + 14, 300 + index * 30, 300);
-    layout.Place("cmdPrint", 204, 412, ButtonWidth, ButtonHeight);
-    layout.Place("cmdCancel", 308, 412, ButtonWidth, ButtonHeight);
+    ButtonRow(layout, 404, 412, std::to_array<std::string_view>({"cmdPrint", "cmdCancel"}));
     return layout;
 }
 

@@ -1,14 +1,8 @@
 #include "clientdb/FolderScreens.h"
-#include "desktop/Layouts.h"
+#include "desktop/layouts/DialogParts.h"
+#include "desktop/layouts/Layouts.h"
 
 namespace quillmere::layouts {
-
-namespace {
-
-constexpr int ButtonWidth = 96;
-constexpr int ButtonHeight = 28;
-
-} // namespace
 
 Layout frmFolderManager()
 {
@@ -22,8 +16,7 @@ Layout frmFolderManager()
         layout.PlaceAt("txtName", slot, 44, y, 180);
         layout.PlaceAt("txtPath", slot, 236, y, 408);
     }
-    layout.Place("cmdOK", 444, layout.height - 44, ButtonWidth, ButtonHeight);
-    layout.Place("cmdCancel", 548, layout.height - 44, ButtonWidth, ButtonHeight);
+    ButtonRow(layout, 644, layout.height - 44, std::to_array<std::string_view>({"cmdOK", "cmdCancel"}));
     return layout;
 }
 
@@ -33,8 +26,7 @@ Layout frmBackup()
     layout.Text(16, 18, 590,
                 "Click on the 'Save' button to save a backup copy of your client database file:", {.size = 13});
     layout.Place("lblSource", 16, 36, 588, 40, "Client database");
-    layout.Place("cmdSave", 404, 92, ButtonWidth, ButtonHeight);
-    layout.Place("cmdCancel", 508, 92, ButtonWidth, ButtonHeight);
+    ButtonRow(layout, 604, 92, std::to_array<std::string_view>({"cmdSave", "cmdCancel"}));
     return layout;
 }
 
@@ -47,7 +39,7 @@ Layout TransferList()
     layout.Place("TransferListbox", 16, list, 488, buttons - list - 14);
     layout.Place("Transfer", 184, buttons, 100, ButtonHeight);
     layout.Place("TransferAll", 292, buttons, 108, ButtonHeight);
-    layout.Place("Cancel", 408, buttons, ButtonWidth, ButtonHeight);
+    Button(layout, 504, buttons, "Cancel");
     return layout;
 }
 

@@ -74,8 +74,8 @@ struct Layout {
     /// Gives the control that was placed last the look of what stands around it.
     void Looks(const TextLook& look) { placed.back().look = look; }
     /// A caption with its box to the right of it: the usual line of a dialog.
-    void Line(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX,
-              int boxWidth);
+    void Field(int y, int captionX, int captionWidth, std::string_view caption, std::string_view box, int boxX,
+               int boxWidth);
 };
 
 /// The layout of a screen by its name. An unknown name is a mistake in the program: std::logic_error.
