@@ -1,10 +1,10 @@
 #include "desktop/DesktopHost.h"
 
-#include "desktop/layouts/Layout.h"
 #include "desktop/Look.h"
 #include "desktop/MainWindow.h"
 #include "desktop/PreviewWindow.h"
 #include "desktop/ScreenWindow.h"
+#include "desktop/layouts/Layout.h"
 #include "printing/frmVSPrint.h"
 
 #include <QApplication>

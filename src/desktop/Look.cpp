@@ -40,10 +40,16 @@ int FlagsOf(const TextLook& look)
     return flags | Qt::AlignLeft;
 }
 
+/// The lines of the pictures, which stand on the window's ground.
+QColor OutlineInUse()
+{
+    return ShadeInUse() == Shade::Dark ? QColor(0xC4, 0xCA, 0xD2) : QColor(0x34, 0x3A, 0x43);
+}
+
 /// A sheet with lines, and what the picture adds to it.
 void DrawSheet(QPainter& painter, QColor paper = QColor(0xFF, 0xFD, 0xE8))
 {
-    painter.setPen(QPen(QColor(0x45, 0x4B, 0x54), 1.4));
+    painter.setPen(QPen(OutlineInUse(), 1.4));
     painter.setBrush(paper);
     painter.drawRoundedRect(QRectF(5, 3, 14, 18), 1.5, 1.5);
     painter.setPen(QPen(QColor(0x6C, 0x86, 0xA8), 1.2));
@@ -82,7 +88,7 @@ void DrawStore(QPainter& painter, QPointF corner, const QColor& colour)
 
 void DrawPicture(QPainter& painter, const std::string& name)
 {
-    const QPen ink(QColor(0x34, 0x3A, 0x43), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    const QPen ink(OutlineInUse(), 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     if (name == "New File") {
         DrawSheet(painter, Qt::white);
         painter.setPen(QPen(QColor(0x1E, 0x7B, 0x34), 2.4, Qt::SolidLine, Qt::RoundCap));
@@ -150,33 +156,47 @@ struct ColourRow {
     QColor usual, disabled;
 };
 
-const std::array<ColourRow, 21>& LightColours()
+using ColourRows = std::array<ColourRow, 21>;
+
+ColourRows ColoursOf(Shade shade)
 {
-    static const QColor white(Qt::white), hint(0xFF, 0xFD, 0xE8), chosen(0x2F, 0x6F, 0xB5);
-    static const std::array<ColourRow, 21> rows{{
-        {QPalette::Window, Ground, Ground},
-        {QPalette::WindowText, Ink, Faint},
-        {QPalette::Base, Sheet, Ground},
-        {QPalette::AlternateBase, PanelGrey, PanelGrey},
-        {QPalette::Text, Ink, Faint},
-        {QPalette::PlaceholderText, Faint, Faint},
+    const Tones& tones = TonesOf(shade);
+    const auto pick = [shade](QRgb light, QRgb dark) { return QColor(shade == Shade::Light ? light : dark); };
+    const QColor hint = pick(0xFFFDE8, 0x3A3D33), button = pick(0xF0F1F3, 0x3A3F46), chosen = pick(0x2F6FB5, 0x2F6FB5);
+    const QColor light = pick(0xFFFFFF, 0x4C525A), middle = pick(0xE3E6EA, 0x42474E), mid = pick(0xB4BAC2, 0x2B2F34);
+    return {{
+        {QPalette::Window, tones.ground, tones.ground},
+        {QPalette::WindowText, tones.ink, tones.faint},
+        {QPalette::Base, tones.sheet, tones.ground},
+        {QPalette::AlternateBase, tones.panel, tones.panel},
+        {QPalette::Text, tones.ink, tones.faint},
+        {QPalette::PlaceholderText, tones.faint, tones.faint},
         {QPalette::ToolTipBase, hint, hint},
-        {QPalette::ToolTipText, Ink, Ink},
-        {QPalette::Button, QColor(0xF0, 0xF1, 0xF3), QColor(0xF0, 0xF1, 0xF3)},
-        {QPalette::ButtonText, Ink, Faint},
-        {QPalette::BrightText, white, white},
-        {QPalette::Light, white, white},
-        {QPalette::Midlight, QColor(0xE3, 0xE6, 0xEA), QColor(0xE3, 0xE6, 0xEA)},
-        {QPalette::Mid, QColor(0xB4, 0xBA, 0xC2), QColor(0xB4, 0xBA, 0xC2)},
-        {QPalette::Dark, QColor(0x9A, 0xA1, 0xAB), QColor(0xB4, 0xBA, 0xC2)},
-        {QPalette::Shadow, QColor(0x6E, 0x76, 0x80), QColor(0x9A, 0xA1, 0xAB)},
-        {QPalette::Highlight, chosen, QColor(0xC9, 0xCE, 0xD4)},
-        {QPalette::HighlightedText, white, Ink},
-        {QPalette::Link, QColor(0x1D, 0x5A, 0xA0), Faint},
-        {QPalette::LinkVisited, QColor(0x6B, 0x3F, 0x8F), Faint},
-        {QPalette::NoRole, Ground, Ground},
+        {QPalette::ToolTipText, tones.ink, tones.ink},
+        {QPalette::Button, button, button},
+        {QPalette::ButtonText, tones.ink, tones.faint},
+        {QPalette::BrightText, Qt::white, Qt::white},
+        {QPalette::Light, light, light},
+        {QPalette::Midlight, middle, middle},
+        {QPalette::Mid, mid, mid},
+        {QPalette::Dark, pick(0x9AA1AB, 0x1C1F23), pick(0xB4BAC2, 0x24282C)},
+        {QPalette::Shadow, pick(0x6E7680, 0x101214), pick(0x9AA1AB, 0x181B1E)},
+        {QPalette::Highlight, chosen, tones.desk},
+        {QPalette::HighlightedText, Qt::white, tones.ink},
+        {QPalette::Link, pick(0x1D5AA0, 0x8FBDF0), tones.faint},
+        {QPalette::LinkVisited, pick(0x6B3F8F, 0xC9A9E8), tones.faint},
+        {QPalette::NoRole, tones.ground, tones.ground},
     }};
-    return rows;
+}
+
+QPalette MakePalette(Shade shade)
+{
+    QPalette made;
+    for (const ColourRow& row : ColoursOf(shade)) {
+        made.setColor(row.role, row.usual);
+        made.setColor(QPalette::Disabled, row.role, row.disabled);
+    }
+    return made;
 }
 
 /// The picture on the windows: a sheet of the form with its mark.
@@ -207,30 +227,59 @@ QIcon ProgramPicture()
 
 } // namespace
 
-const QPalette& WholePalette()
+Shade ShadeInUse()
 {
-    static const QPalette palette = [] {
-        QPalette made;
-        for (const ColourRow& row : LightColours()) {
-            made.setColor(row.role, row.usual);
-            made.setColor(QPalette::Disabled, row.role, row.disabled);
-        }
-        return made;
-    }();
-    return palette;
+    const QPalette inUse = QGuiApplication::palette();
+    const bool dark = inUse.color(QPalette::Window).lightness() < inUse.color(QPalette::WindowText).lightness();
+    return dark ? Shade::Dark : Shade::Light;
+}
+
+const Tones& TonesOf(Shade shade)
+{
+    static const Tones light{.ground = QColor(0xF7, 0xF8, 0xFA),
+                             .panel = QColor(0xE9, 0xEB, 0xEE),
+                             .sheet = QColor(0xFF, 0xFF, 0xFF),
+                             .computed = QColor(0xE2, 0xE6, 0xDC),
+                             .ink = QColor(0x1A, 0x1A, 0x1A),
+                             .faint = QColor(0x5A, 0x61, 0x6A),
+                             .frame = QColor(0x9A, 0xA1, 0xAB),
+                             .letter = QColor(0x00, 0x00, 0x00),
+                             .letterInk = QColor(0xFF, 0xFF, 0xFF),
+                             .desk = QColor(0xC9, 0xCE, 0xD4),
+                             .deskInk = QColor(0x3C, 0x43, 0x4C)};
+    static const Tones dark{.ground = QColor(0x24, 0x27, 0x2B),
+                            .panel = QColor(0x2E, 0x32, 0x38),
+                            .sheet = QColor(0x3B, 0x41, 0x49),
+                            .computed = QColor(0x29, 0x2E, 0x26),
+                            .ink = QColor(0xEC, 0xEE, 0xF1),
+                            .faint = QColor(0xAE, 0xB5, 0xBE),
+                            .frame = QColor(0x7A, 0x82, 0x8C),
+                            .letter = QColor(0xDD, 0xE0, 0xE5),
+                            .letterInk = QColor(0x12, 0x14, 0x16),
+                            .desk = QColor(0x3A, 0x40, 0x48),
+                            .deskInk = QColor(0xD2, 0xD7, 0xDE)};
+    return shade == Shade::Dark ? dark : light;
+}
+
+const QPalette& WholePalette(Shade shade)
+{
+    static const QPalette light = MakePalette(Shade::Light), dark = MakePalette(Shade::Dark);
+    return shade == Shade::Dark ? dark : light;
 }
 
 void Dress()
 {
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    // Before the style is set, which brings light colours.
+    const QPalette& ours = WholePalette(ShadeInUse());
     QApplication::setStyle(QStringLiteral("Fusion"));
     // The desktop may have colours of its own for menus, buttons and the like.
     for (const char* kind : {"QAbstractButton", "QAbstractItemView", "QCheckBox", "QComboBox", "QGroupBox",
                              "QHeaderView", "QLabel", "QLineEdit", "QMenu", "QMenuBar", "QMessageBox", "QRadioButton",
                              "QTabBar", "QTextControl", "QTextEdit", "QToolButton"})
-        QApplication::setPalette(WholePalette(), kind);
-    QApplication::setPalette(WholePalette());
-    QToolTip::setPalette(WholePalette());
+        QApplication::setPalette(ours, kind);
+    QApplication::setPalette(ours);
+    QToolTip::setPalette(ours);
     QApplication::setWindowIcon(ProgramPicture());
 }
 
@@ -254,44 +303,53 @@ QFont AmountFont(int size)
 
 const QPalette& EditPalette(bool writable)
 {
-    static const auto make = [](const QColor& base) {
-        QPalette palette;
-        palette.setColor(QPalette::Base, base);
-        palette.setColor(QPalette::Text, Ink);
-        palette.setColor(QPalette::Disabled, QPalette::Base, Computed);
+    static const auto make = [](Shade shade, bool typed) {
+        const Tones& tones = TonesOf(shade);
+        QPalette palette = WholePalette(shade);
+        palette.setColor(QPalette::Base, typed ? tones.sheet : tones.computed);
+        palette.setColor(QPalette::Text, tones.ink);
+        palette.setColor(QPalette::Disabled, QPalette::Base, tones.computed);
         return palette;
     };
-    static const QPalette typed = make(Sheet);
-    static const QPalette computed = make(Computed);
-    return writable ? typed : computed;
+    static const QPalette light[] = {make(Shade::Light, false), make(Shade::Light, true)};
+    static const QPalette dark[] = {make(Shade::Dark, false), make(Shade::Dark, true)};
+    return (ShadeInUse() == Shade::Dark ? dark : light)[writable ? 1 : 0];
 }
 
-const QPalette& FigurePalette()
+QPalette FigurePalette()
 {
-    static const QPalette palette = [] {
-        QPalette made;
-        made.setColor(QPalette::Window, Computed);
-        made.setColor(QPalette::WindowText, Ink);
-        return made;
-    }();
-    return palette;
+    QPalette made = WholePalette(ShadeInUse());
+    made.setColor(QPalette::Window, TonesInUse().computed);
+    made.setColor(QPalette::WindowText, TonesInUse().ink);
+    return made;
+}
+
+QPalette ButtonPalette(Paint paint)
+{
+    QPalette made;
+    if (paint == Paint::Yellow) {
+        made.setColor(QPalette::Button, Yellow);
+        made.setColor(QPalette::ButtonText, Qt::black);
+    }
+    return made;
 }
 
 void Draw(QPainter& painter, const Layout::Drawn& drawn)
 {
     using What = Layout::Drawn::What;
     const QRectF rect(drawn.x, drawn.y, drawn.width, drawn.height);
+    const Tones& tones = TonesInUse();
     switch (drawn.what) {
     case What::Panel:
-        painter.fillRect(rect, PanelGrey);
+        painter.fillRect(rect, tones.panel);
         return;
     case What::Line:
-        painter.fillRect(rect, Ink);
+        painter.fillRect(rect, tones.ink);
         return;
     case What::Letter:
     case What::Tag:
-        painter.fillRect(rect, Qt::black);
-        painter.setPen(Qt::white);
+        painter.fillRect(rect, tones.letter);
+        painter.setPen(tones.letterInk);
         painter.setFont(CaptionFont(drawn.look));
         painter.drawText(rect, Qt::AlignCenter, Text(drawn.text));
         return;
@@ -302,15 +360,15 @@ void Draw(QPainter& painter, const Layout::Drawn& drawn)
         painter.save();
         if (!title.isEmpty()) // which stands in a gap of the line, on whatever lies below
             painter.setClipRegion(QRegion(rect.toAlignedRect()).subtracted(place.toAlignedRect()));
-        painter.setPen(QPen(QColor(0x9A, 0xA1, 0xAB), 1));
+        painter.setPen(QPen(tones.frame, 1));
         painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
         painter.restore();
-        painter.setPen(Ink);
+        painter.setPen(tones.ink);
         painter.drawText(place, Qt::AlignCenter, title);
         return;
     }
     case What::Text:
-        painter.setPen(Ink);
+        painter.setPen(tones.ink);
         painter.setFont(CaptionFont(drawn.look));
         painter.drawText(rect, FlagsOf(drawn.look) | Qt::TextWordWrap, Text(drawn.text));
         return;
@@ -319,8 +377,9 @@ void Draw(QPainter& painter, const Layout::Drawn& drawn)
 
 QIcon Picture(const std::string& name)
 {
-    static std::map<std::string, QIcon> drawn;
-    const auto found = drawn.find(name);
+    static std::map<std::pair<Shade, std::string>, QIcon> drawn;
+    const std::pair key(ShadeInUse(), name);
+    const auto found = drawn.find(key);
     if (found != drawn.end())
         return found->second;
     constexpr int Size = 24;
@@ -332,7 +391,7 @@ QIcon Picture(const std::string& name)
     painter.setRenderHint(QPainter::Antialiasing);
     DrawPicture(painter, name);
     painter.end();
-    return drawn.emplace(name, QIcon(pixmap)).first->second;
+    return drawn.emplace(key, QIcon(pixmap)).first->second;
 }
 
 } // namespace quillmere::look

@@ -18,27 +18,45 @@ namespace quillmere::look {
 QFont CaptionFont(const TextLook& look = {});
 QFont AmountFont(int size = 13);
 
-inline const QColor Sheet(0xFF, 0xFF, 0xFF);
-inline const QColor Ground(0xF7, 0xF8, 0xFA); ///< of every window
-inline const QColor PanelGrey(0xE9, 0xEB, 0xEE);
-inline const QColor Ink(0x1A, 0x1A, 0x1A);
-inline const QColor Faint(0x5A, 0x61, 0x6A); ///< what cannot be used just now
-inline const QColor Desk(0xC9, 0xCE, 0xD4);
-inline const QColor DeskInk(0x3C, 0x43, 0x4C);
-inline const QColor Computed(0xE2, 0xE6, 0xDC); ///< behind what is not typed in
-inline const QColor Yellow(0xFF, 0xFF, 0x00);   ///< the current tab
+/// The colours of what is painted here, for which the toolkit's palette has no place.
+struct Tones {
+    QColor ground;            ///< of every window
+    QColor panel;             ///< of a section
+    QColor sheet;             ///< behind what is typed in
+    QColor computed;          ///< behind what is not typed in
+    QColor ink, faint;        ///< words, and those of what cannot be used just now
+    QColor frame;             ///< the line round a group
+    QColor letter, letterInk; ///< a section's letter, a box's number
+    QColor desk, deskInk;     ///< what lies behind the pages
+};
 
-/// The colours of every widget, message box and dialog, whatever the desktop's own are.
-const QPalette& WholePalette();
+enum class Shade { Light, Dark };
 
-/// Gives the program its look: one style, its own colours, dialogs that have them, and the picture on its windows.
+/// The shade of the program's windows, which is that of the desktop.
+Shade ShadeInUse();
+const Tones& TonesOf(Shade shade);
+inline const Tones& TonesInUse()
+{
+    return TonesOf(ShadeInUse());
+}
+
+inline const QColor Yellow(0xFF, 0xFF, 0x00); ///< the current tab, in either shade
+
+/// The colours of every widget, message box and dialog: complete, so that none of the desktop's own comes between.
+const QPalette& WholePalette(Shade shade);
+
+/// Gives the program its look: one style, its own colours in the desktop's shade, dialogs that have them, and the
+/// picture on its windows.
 void Dress();
 
 /// Palette of a text box by whether it can be typed in.
 const QPalette& EditPalette(bool writable);
 
 /// Palette of a label that shows a figure.
-const QPalette& FigurePalette();
+QPalette FigurePalette();
+
+/// Palette of a button, which may be painted.
+QPalette ButtonPalette(Paint paint);
 
 /// Draws one thing of a layout.
 void Draw(QPainter& painter, const Layout::Drawn& drawn);

@@ -32,8 +32,8 @@ protected:
     void paintEvent(QPaintEvent* event) override
     {
         QPainter painter(this);
-        painter.fillRect(event->rect(), look::Desk);
-        painter.setPen(look::DeskInk);
+        painter.fillRect(event->rect(), look::TonesInUse().desk);
+        painter.setPen(look::TonesInUse().deskInk);
         painter.drawText(rect().adjusted(40, 40, -40, -40), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
                          QStringLiteral("Choose Open in the File menu to open an employee, or New to add one."));
     }

@@ -117,7 +117,7 @@ const PageReplay& PreviewSurface::ReplayOf(int wanted)
 void PreviewSurface::paintEvent(QPaintEvent* event)
 {
     QPainter painter(viewport());
-    painter.fillRect(event->rect(), look::Desk);
+    painter.fillRect(event->rect(), look::TonesInUse().desk);
     if (detached)
         return;
     const QPointF origin = Origin();

@@ -51,7 +51,7 @@ protected:
     void paintEvent(QPaintEvent* event) override
     {
         QPainter painter(this);
-        painter.fillRect(event->rect(), look::Ground);
+        painter.fillRect(event->rect(), look::TonesInUse().ground);
         painter.translate(0, -top);
         const QRect dirty = event->rect().translated(0, top).adjusted(-40, -40, 40, 40);
         for (const Layout::Drawn& drawn : layout.drawn) {
@@ -465,10 +465,7 @@ void ScreenWindow::BoxChanged(const Box& box)
     case Kind::Button: {
         auto* button = static_cast<QPushButton*>(widget);
         SetCaption(*button, box);
-        QPalette palette;
-        if (box.GetPaint() == Paint::Yellow)
-            palette.setColor(QPalette::Button, look::Yellow);
-        button->setPalette(palette);
+        button->setPalette(look::ButtonPalette(box.GetPaint()));
         break;
     }
     case Kind::Tabs:

@@ -2,8 +2,8 @@
 // small screen.
 #include "EveryScreen.h"
 #include "desktop/DesktopPlatform.h"
-#include "desktop/layouts/Layout.h"
 #include "desktop/Look.h"
+#include "desktop/layouts/Layout.h"
 #include "frame/Text.h"
 
 #include <QApplication>
@@ -62,55 +62,87 @@ double Contrast(const QColor& one, const QColor& other)
     return (high + 0.05) / (low + 0.05);
 }
 
-/// What the desktop's theme does to the program: it has dark colours for all, and for kinds of widgets.
-void MakeTheDesktopDark()
+/// What the desktop's theme does to the program: it has colours for all, and others for kinds of widgets.
+void MakeTheDesktop(look::Shade shade)
 {
-    QPalette dark(QColor(0x20, 0x20, 0x20), QColor(0x1A, 0x1A, 0x1A));
+    const QColor ground = shade == look::Shade::Dark ? QColor(0x20, 0x20, 0x20) : QColor(0xD8, 0xD0, 0xC0);
+    const QColor ink = shade == look::Shade::Dark ? Qt::white : Qt::darkBlue;
+    QPalette theirs(ground, ground);
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        dark.setColor(role, Qt::white);
-    QApplication::setPalette(dark);
+        theirs.setColor(role, ink);
+    QApplication::setPalette(theirs);
     for (const char* kind : {"QMenu", "QMenuBar", "QAbstractButton", "QCheckBox", "QRadioButton", "QLabel", "QGroupBox",
                              "QComboBox", "QLineEdit", "QAbstractItemView", "QMessageBox", "QTabBar"})
-        QApplication::setPalette(dark, kind);
-    QToolTip::setPalette(dark);
+        QApplication::setPalette(theirs, kind);
+    QToolTip::setPalette(theirs);
+}
+
+constexpr look::Shade Shades[] = {look::Shade::Light, look::Shade::Dark};
+
+/// The looks of a test in one shade; afterwards those of all the others.
+class InShade {
+public:
+    explicit InShade(look::Shade shade) : shade(shade)
+    {
+        MakeTheDesktop(shade);
+        look::Dress();
+    }
+    InShade(const InShade&) = delete;
+    InShade& operator=(const InShade&) = delete;
+    ~InShade()
+    {
+        MakeTheDesktop(look::Shade::Light);
+        look::Dress();
+    }
+    friend std::ostream& operator<<(std::ostream& out, const InShade& one)
+    {
+        return out << (one.shade == look::Shade::Dark ? "dark" : "light");
+    }
+
+private:
+    look::Shade shade;
+};
+
+void ExpectOurColours(QWidget& widget, const QPalette& ours)
+{
+    widget.ensurePolished();
+    for (int role = 0; role < QPalette::NColorRoles; ++role)
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+            const auto which = static_cast<QPalette::ColorRole>(role);
+            EXPECT_EQ(widget.palette().color(group, which), ours.color(group, which))
+                << widget.metaObject()->className() << ", role " << role << ", group " << group;
+        }
 }
 
 template<class... Kinds>
-void ExpectOurColours()
+void ExpectOurColoursIn(const QPalette& ours)
 {
-    const auto look = [](QWidget& widget) {
-        widget.ensurePolished();
-        for (int role = 0; role < QPalette::NColorRoles; ++role)
-            for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-                const auto which = static_cast<QPalette::ColorRole>(role);
-                EXPECT_EQ(widget.palette().color(group, which), look::WholePalette().color(group, which))
-                    << widget.metaObject()->className() << ", role " << role << ", group " << group;
-            }
-    };
-    const auto made = [&look](auto widget) { look(*widget); };
-    (made(std::make_unique<Kinds>()), ...);
+    (ExpectOurColours(*std::make_unique<Kinds>(), ours), ...);
 }
 
-TEST(Colours, AreOursForEveryKindOfWidgetOnADarkDesktop)
+TEST(Colours, AreOursForEveryKindOfWidgetOnAnyDesktop)
 {
-    MakeTheDesktopDark();
-    const DesktopHost host;
-    ExpectOurColours<QWidget, QCheckBox, QComboBox, QDialog, QDialogButtonBox, QGroupBox, QLabel, QLineEdit,
-                     QListWidget, QMenu, QMenuBar, QMessageBox, QProgressBar, QPushButton, QRadioButton, QScrollArea,
-                     QStatusBar, QTabBar, QTabWidget, QTextEdit, QToolBar, QToolButton, QTreeView>();
-    QFileDialog file;
-    for (const QWidget* part : file.findChildren<QWidget*>())
-        EXPECT_EQ(part->palette().color(QPalette::Active, QPalette::Base),
-                  look::WholePalette().color(QPalette::Active, QPalette::Base))
-            << part->metaObject()->className();
-    EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs)) << "a dialog of the desktop's is dark";
-    EXPECT_EQ(QToolTip::palette().color(QPalette::ToolTipText), look::WholePalette().color(QPalette::ToolTipText));
+    for (const look::Shade shade : Shades) {
+        const InShade dressed(shade);
+        SCOPED_TRACE(dressed);
+        EXPECT_EQ(look::ShadeInUse(), shade);
+        const QPalette& ours = look::WholePalette(shade);
+        ExpectOurColoursIn<QWidget, QCheckBox, QComboBox, QDialog, QDialogButtonBox, QGroupBox, QLabel, QLineEdit,
+                           QListWidget, QMenu, QMenuBar, QMessageBox, QProgressBar, QPushButton, QRadioButton,
+                           QScrollArea, QStatusBar, QTabBar, QTabWidget, QTextEdit, QToolBar, QToolButton, QTreeView>(
+            ours);
+        QFileDialog file;
+        for (const QWidget* part : file.findChildren<QWidget*>())
+            EXPECT_EQ(part->palette().color(QPalette::Active, QPalette::Base),
+                      ours.color(QPalette::Active, QPalette::Base))
+                << part->metaObject()->className();
+        EXPECT_TRUE(QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs)) << "the desktop's have its colours";
+        EXPECT_EQ(QToolTip::palette().color(QPalette::ToolTipText), ours.color(QPalette::ToolTipText));
+    }
 }
 
 TEST(Colours, AreAllSaidAndReadable)
 {
-    const DesktopHost host;
-    const QPalette& ours = look::WholePalette();
     struct {
         QPalette::ColorRole text, ground;
     } const pairs[] = {
@@ -120,12 +152,20 @@ TEST(Colours, AreAllSaidAndReadable)
         {QPalette::PlaceholderText, QPalette::Base},    {QPalette::Link, QPalette::Base},
         {QPalette::LinkVisited, QPalette::Base},
     };
-    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-        for (int role = 0; role < QPalette::NColorRoles; ++role)
-            EXPECT_TRUE(ours.isBrushSet(group, static_cast<QPalette::ColorRole>(role))) << group << " " << role;
-        for (const auto& [text, ground] : pairs)
-            EXPECT_GE(Contrast(ours.color(group, text), ours.color(group, ground)), Readable)
-                << "text " << text << " on " << ground << ", group " << group;
+    for (const look::Shade shade : Shades) {
+        const QPalette& ours = look::WholePalette(shade);
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+            for (int role = 0; role < QPalette::NColorRoles; ++role)
+                EXPECT_TRUE(ours.isBrushSet(group, static_cast<QPalette::ColorRole>(role))) << group << " " << role;
+            for (const auto& [text, ground] : pairs)
+                EXPECT_GE(Contrast(ours.color(group, text), ours.color(group, ground)), Readable)
+                    << "text " << text << " on " << ground << ", group " << group;
+        }
+        const look::Tones& tones = look::TonesOf(shade);
+        for (const QColor& ground : {tones.ground, tones.panel, tones.sheet, tones.computed})
+            EXPECT_GE(Contrast(tones.ink, ground), Readable);
+        EXPECT_GE(Contrast(tones.deskInk, tones.desk), Readable);
+        EXPECT_GE(Contrast(tones.letterInk, tones.letter), Readable);
     }
 }
 
@@ -149,6 +189,9 @@ protected:
         window->resize(layout.width, layout.height);
         QCoreApplication::processEvents();
     }
+
+    /// Every word stands out from its ground.
+    void ExpectReadable();
 
     bool IsText(const QWidget& widget) const
     {
@@ -175,10 +218,8 @@ double ContrastIn(const QImage& picture, const QRect& part)
     return highest;
 }
 
-TEST_P(ScreenLooks, EveryWordIsReadableOnADarkDesktop)
+void ScreenLooks::ExpectReadable()
 {
-    MakeTheDesktopDark();
-    look::Dress();
     ASSERT_NO_FATAL_FAILURE(Open());
     if (GetParam() == "frmVSPrint") // its strip is laid out by its window
         return;
@@ -201,6 +242,18 @@ TEST_P(ScreenLooks, EveryWordIsReadableOnADarkDesktop)
         const QRect whole(widget->mapTo(window, QPoint(0, 0)), widget->size());
         EXPECT_GE(ContrastIn(picture, whole.adjusted(marked ? 20 : 4, 4, -4, -4)), Readable) << box->FullName();
     }
+}
+
+TEST_P(ScreenLooks, EveryWordIsReadableOnALightDesktop)
+{
+    const InShade dressed(look::Shade::Light);
+    ExpectReadable();
+}
+
+TEST_P(ScreenLooks, EveryWordIsReadableOnADarkDesktop)
+{
+    const InShade dressed(look::Shade::Dark);
+    ExpectReadable();
 }
 
 TEST_P(ScreenLooks, KeepsButtonsAndTotalsInSightOnASmallScreen)

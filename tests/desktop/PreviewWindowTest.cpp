@@ -209,7 +209,7 @@ TEST_F(PreviewWindowTest, PaintsWhatItsModeShows)
         ExpectPainted(3);
         EXPECT_LT(PlaceOf(2, {SheetMillimetresAcross, 0}).x(), PlaceOf(3, {0, 0}).x());
         EXPECT_EQ(PlaceOf(2, {0, 0}).y(), PlaceOf(3, {0, 0}).y());
-        EXPECT_EQ(ColourAt(PlaceOf(3, {0, 100}) - QPointF(3, 0)), look::Desk) << "between the two";
+        EXPECT_EQ(ColourAt(PlaceOf(3, {0, 100}) - QPointF(3, 0)), look::TonesInUse().desk) << "between the two";
     }
 }
 
@@ -226,8 +226,8 @@ TEST_F(PreviewWindowTest, PaintsAllThumbnailsAndAClickOnOneTurnsToIt)
     QTest::mouseClick(surface->viewport(), Qt::LeftButton, {}, PlaceOf(4, {105, 150}).toPoint());
     EXPECT_EQ(PageShown(), "4 of 5");
     Paint(1);
-    EXPECT_NE(ColourAt(PlaceOf(4, {0, 150}) - QPointF(2, 0)), look::Desk) << "the page shown has an edge";
-    EXPECT_EQ(ColourAt(PlaceOf(1, {0, 150}) - QPointF(2, 0)), look::Desk);
+    EXPECT_NE(ColourAt(PlaceOf(4, {0, 150}) - QPointF(2, 0)), look::TonesInUse().desk) << "the page shown has an edge";
+    EXPECT_EQ(ColourAt(PlaceOf(1, {0, 150}) - QPointF(2, 0)), look::TonesInUse().desk);
     QTest::mouseClick(surface->viewport(), Qt::LeftButton, {}, QPoint(3, 3)); // beside them
     EXPECT_EQ(PageShown(), "4 of 5");
 }

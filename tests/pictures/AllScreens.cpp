@@ -1,11 +1,12 @@
-// all_screens DIR: a picture of every screen of the program, each in its full size, and one sheet with all of them.
+// all_screens DIR [dark]: a picture of every screen of the program, each in its full size, and one sheet with all of
+// them, as on a light desktop or on a dark one.
 #include "app/Program.h"
 #include "clientdb/Employees.h"
 #include "desktop/DesktopHost.h"
-#include "desktop/layouts/Layout.h"
 #include "desktop/Look.h"
 #include "desktop/MainWindow.h"
 #include "desktop/ScreenWindow.h"
+#include "desktop/layouts/Layout.h"
 #include "edition/Edition.h"
 #include "support/ScriptedDoor.h"
 
@@ -85,7 +86,7 @@ QPixmap Sheet(const std::vector<ScreenPicture>& pictures)
         *column = places.back().bottom() + Gap;
     }
     QPixmap sheet(Gap + Columns * (ColumnWidth + Gap), *std::ranges::max_element(bottoms) + Gap);
-    sheet.fill(look::Desk);
+    sheet.fill(look::TonesInUse().desk);
     QPainter painter(&sheet);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setFont(look::CaptionFont({.size = 15, .bold = true}));
@@ -134,11 +135,14 @@ void Run(const std::filesystem::path& target)
 
 int main(int count, char** words)
 {
-    if (count != 2) {
-        fmt::print(stderr, "all_screens DIR\n");
+    const bool dark = count == 3 && std::string_view(words[2]) == "dark";
+    if (count != 2 && !dark) {
+        fmt::print(stderr, "all_screens DIR [dark]\n");
         return 2;
     }
     const QApplication application(count, words);
+    if (dark)
+        QApplication::setPalette(quillmere::look::WholePalette(quillmere::look::Shade::Dark));
     quillmere::Run(words[1]);
     return 0;
 }
