@@ -23,8 +23,9 @@ BoxEdit::BoxEdit(Holds holds, QWidget* parent) : QLineEdit(parent), holds(holds)
 
 void BoxEdit::Put(const QString& newText)
 {
-    if (text() != newText)
-        setText(newText);
+    if (text() == newText)
+        return;
+    setText(newText);
     Keep();
 }
 

@@ -74,6 +74,7 @@ private:
     void Grow();
     bool MoveBetweenLines(const Box& box, int lines);
     void FixTabOrder();
+    static bool LeadsOn(const Box& box);
 
     Screen& screen;
     const Layout& layout;

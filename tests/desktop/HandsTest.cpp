@@ -3,8 +3,8 @@
 #include "RunningProgram.h"
 #include "app/MDIForm1.h"
 #include "desktop/DesktopPlatform.h"
-#include "desktop/layouts/Layout.h"
 #include "desktop/MainWindow.h"
+#include "desktop/layouts/Layout.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -448,6 +448,7 @@ TEST_P(HandsOnEveryScreen, ShowsNothingAsChosenInAListUntilItIs)
         if (list->count() < 2)
             box->SetEntries({"", "", ""});
         ASSERT_LT(box->Selected(), 0) << box->FullName();
+        list->clearFocus();
         list->setFocus(Qt::OtherFocusReason);
         QCoreApplication::processEvents();
         for (int number = 0; number < 2; ++number)

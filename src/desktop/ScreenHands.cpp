@@ -1,0 +1,271 @@
+// What mouse and keyboard do in a window before its widgets hear of it, and what is typed.
+#include "desktop/BoxWidgets.h"
+#include "desktop/Look.h"
+#include "desktop/ScreenWindow.h"
+#include "frame/Inserted.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QScrollArea>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillmere {
+
+namespace {
+
+/// The focus has gone to another window or a menu, or comes from there: the user's place in this window is the same.
+bool IsElsewhere(const QEvent& event)
+{
+    const auto reason = static_cast<const QFocusEvent&>(event).reason();
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
+}
+
+} // namespace
+
+/// The focus goes elsewhere. Over a message that leaving shows the mouse button is let go, and nobody hears of it.
+void ScreenWindow::LeaveForOther(Box& box)
+{
+    const auto isHeld = [] { return QGuiApplication::mouseButtons().testFlag(Qt::LeftButton); };
+    const bool held = isHeld();
+    screen.Leave(box);
+    letGoMeanwhile = held && !isHeld();
+}
+
+/// A press whose button has been let go over a message is carried out all the same.
+void ScreenWindow::CompleteClick(QObject& pressed, const QMouseEvent& press)
+{
+    if (std::exchange(letGoMeanwhile, false))
+        QCoreApplication::postEvent(&pressed, new QMouseEvent(QEvent::MouseButtonRelease, press.position(),
+                                                              press.globalPosition(), press.button(), Qt::NoButton,
+                                                              press.modifiers()));
+}
+
+/// What has been typed or pasted into an edit goes on to its box as far as the screen lets it in.
+void ScreenWindow::Typed(Box& box, BoxEdit& edit)
+{
+    if (detached)
+        return;
+    screen.Enter(box);
+    const std::string held = box.Text();
+    const std::u32string before = look::Text(held).toStdU32String();
+    std::u32string now = edit.text().toStdU32String();
+    const Insertion in = Inserted(before, now, edit.text().left(edit.cursorPosition()).toStdU32String().size());
+    const std::u32string accepted = screen.Keys(box, in.typed);
+    if (detached || box.Text() != held) // the screen has put something else into the box
+        return;
+    const bool refused = !in.typed.empty() && accepted.empty();
+    now = refused ? before : now.replace(in.place, in.typed.size(), accepted);
+    std::size_t caret = in.place + (refused ? 0 : accepted.size());
+    // A figure that is being typed is not padded.
+    if (edit.HoldsFigure() && !refused) {
+        const std::size_t padding = std::min(now.find_first_not_of(U' '), now.size());
+        now.erase(0, padding);
+        caret -= std::min(caret, padding);
+    }
+    const QString shown = QString::fromStdU32String(now);
+    const auto unitsOf = [&now](std::size_t from, std::size_t count) {
+        return static_cast<int>(QString::fromStdU32String(now.substr(from, count)).size());
+    };
+    if (edit.text() != shown) {
+        edit.setText(shown);
+        if (refused && in.removed > 0) // what was to be replaced stays chosen
+            edit.setSelection(unitsOf(0, caret), unitsOf(caret, in.removed));
+        else
+            edit.setCursorPosition(unitsOf(0, caret));
+    }
+    box.AcceptTyped(shown.toStdString());
+}
+
+bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (detached)
+        return false;
+    if (event->type() == QEvent::MouseButtonPress)
+        CompleteClick(*watched, static_cast<QMouseEvent&>(*event));
+    const auto found = boxes.find(watched);
+    if (found == boxes.end())
+        return false;
+    Box& box = *found->second;
+    auto* widget = static_cast<QWidget*>(watched);
+    if (event->type() == QEvent::FocusIn) {
+        if (widget->parentWidget() == form)
+            scroll->ensureWidgetVisible(widget, 20, 60);
+        if (!LeadsOn(box))
+            lastField = widget;
+        if (!IsElsewhere(*event) || screen.InUse() != &box)
+            screen.Enter(box);
+    } else if (event->type() == QEvent::FocusOut) {
+        if (!IsElsewhere(*event))
+            LeaveForOther(box);
+    } else if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (box.GetKind() == Kind::Text && KeyInEdit(box, static_cast<BoxEdit&>(*widget), *key))
+            return true;
+        if (box.GetKind() == Kind::Picture && KeyOnPicture(*static_cast<QAbstractButton*>(watched), *key))
+            return true;
+        if (key->key() == Qt::Key_F4 && OpenPictureOf(box))
+            return true;
+        if ((key->key() == Qt::Key_Up || key->key() == Qt::Key_Down) &&
+            MoveBetweenLines(box, key->key() == Qt::Key_Up ? -1 : 1))
+            return true;
+        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+        if (enter && screen.IsDoubleClickable(box) && box.Selected() >= 0) {
+            screen.DoubleClick(box);
+            return true;
+        }
+        if (enter && (box.GetKind() == Kind::Button || (box.GetKind() == Kind::Label && screen.IsClickable(box)))) {
+            static_cast<QAbstractButton*>(watched)->click();
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Keys of a text box before it takes them itself; true if it does not get this one.
+bool ScreenWindow::KeyInEdit(Box& box, BoxEdit& edit, const QKeyEvent& key)
+{
+    constexpr char32_t Backspace = 8;
+    if (edit.isReadOnly())
+        return false;
+    if (key.key() == Qt::Key_Backspace) {
+        const std::string held = box.Text();
+        return screen.Key(box, Backspace) == 0 || detached || box.Text() != held;
+    }
+    if (key.key() != Qt::Key_Escape || edit.text() == edit.Kept())
+        return false;
+    edit.setText(edit.Kept());
+    edit.SelectWhole();
+    box.AcceptTyped(edit.text().toStdString());
+    return true;
+}
+
+/// What is typed on a picture was meant for the box after it. Only Space and F4 open what the picture stands for.
+bool ScreenWindow::KeyOnPicture(QAbstractButton& picture, QKeyEvent& key)
+{
+    if (key.key() == Qt::Key_F4) {
+        picture.click();
+        return true;
+    }
+    const QString typed = key.text();
+    constexpr auto Commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if (typed.isEmpty() || !typed.front().isPrint() || typed.front().isSpace() || (key.modifiers() & Commands) != 0)
+        return false;
+    const auto& all = screen.Boxes();
+    const auto next = std::find_if(PlaceOf(&picture), all.end(), [this](const auto& box) { return TakesTyping(*box); });
+    if (next == all.end())
+        return false;
+    QWidget* meant = WidgetOf(**next);
+    meant->setFocus(Qt::TabFocusReason);
+    if (!detached)
+        QCoreApplication::sendEvent(meant, &key);
+    return true;
+}
+
+/// Opens the picture of the section in which a box stands: the one at its line, or the last above it. False if the
+/// section has none.
+bool ScreenWindow::OpenPictureOf(const Box& box)
+{
+    if (box.GetKind() != Kind::Text && box.GetKind() != Kind::Tick)
+        return false;
+    const auto placeOf = [this](const Box& other) {
+        return std::ranges::find_if(layout.placed, [&other](const Layout::Placed& place) {
+            return place.box == other.Name() && place.index == other.Index();
+        });
+    };
+    const auto place = placeOf(box);
+    const auto section = std::ranges::find_if(layout.drawn, [&](const Layout::Drawn& drawn) {
+        return drawn.what == Layout::Drawn::What::Panel && drawn.page == place->page && drawn.y <= place->y &&
+               place->y < drawn.y + drawn.height;
+    });
+    if (section == layout.drawn.end())
+        return false;
+    const Box* found = nullptr;
+    for (const auto& other : screen.Boxes()) {
+        if (other->GetKind() != Kind::Picture || !other->Visible())
+            continue;
+        const auto picture = placeOf(*other);
+        if (picture->y >= section->y && picture->y < place->y + place->height)
+            found = other.get();
+    }
+    if (found == nullptr)
+        return false;
+    static_cast<QAbstractButton*>(WidgetOf(*found))->click();
+    return true;
+}
+
+bool ScreenWindow::IsInReach(const Box& box) const
+{
+    const QWidget* widget = WidgetOf(box);
+    return widget != nullptr && widget->isEnabled() && widget->isVisible();
+}
+
+bool ScreenWindow::TakesTyping(const Box& box) const
+{
+    return box.GetKind() == Kind::Text && !box.ReadOnly() && IsInReach(box);
+}
+
+/// Where the box that a widget shows stands among the others.
+std::vector<std::unique_ptr<Box>>::const_iterator ScreenWindow::PlaceOf(const QWidget* widget) const
+{
+    return std::ranges::find_if(screen.Boxes(), [&](const auto& box) { return WidgetOf(*box) == widget; });
+}
+
+/// Enter: goes to the next box that takes typing; after the last one to the next button, or round to the first box.
+void ScreenWindow::GoOn()
+{
+    const auto& all = screen.Boxes();
+    const auto from = PlaceOf(QApplication::focusWidget());
+    const auto typing = [this](const auto& box) { return TakesTyping(*box); };
+    const auto pressing = [this](const auto& box) { return box->GetKind() == Kind::Button && IsInReach(*box); };
+    const auto after = from == all.end() ? all.begin() : from + 1;
+    auto next = std::find_if(after, all.end(), typing);
+    if (next == all.end())
+        next = std::find_if(after, all.end(), pressing);
+    if (next == all.end())
+        next = std::ranges::find_if(all, typing);
+    if (next != all.end())
+        WidgetOf(**next)->setFocus(Qt::TabFocusReason);
+}
+
+/// Up and Down go to the same column of the line before or after; false where there is none.
+bool ScreenWindow::MoveBetweenLines(const Box& box, int lines)
+{
+    if (box.GetKind() != Kind::Text || box.Index() == Box::NoIndex)
+        return false;
+    const Box* next = screen.FindBox(box.Name(), box.Index() + lines);
+    QWidget* widget = next == nullptr ? nullptr : WidgetOf(*next);
+    if (widget == nullptr || !widget->isEnabled() || !widget->isVisible())
+        return false;
+    FocusOn(*next);
+    return true;
+}
+
+void ScreenWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (detached)
+        return;
+    if (event->key() == Qt::Key_Escape && screen.Mode() != ShowMode::Child) {
+        screen.RequestClose();
+        return;
+    }
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        Box* button = screen.DefaultButton();
+        if (button == nullptr) {
+            GoOn();
+            return;
+        }
+        // The box in use is left first, so that what was typed counts.
+        if (QWidget* widget = WidgetOf(*button); widget != nullptr && widget->isEnabled() && widget->isVisible()) {
+            widget->setFocus(Qt::OtherFocusReason);
+            if (!detached && button->Enabled())
+                screen.Click(*button);
+        }
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+} // namespace quillmere

@@ -1,0 +1,272 @@
+// The widgets of a window: each made from its box, and following it.
+#include "desktop/BoxWidgets.h"
+#include "desktop/Look.h"
+#include "desktop/ScreenParts.h"
+#include "desktop/ScreenWindow.h"
+#include "frame/KeyFilters.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolButton>
+
+#include <algorithm>
+#include <array>
+
+namespace quillmere {
+
+namespace {
+
+/// True for an amount, a date or a count.
+bool HoldsFigure(const Box& box)
+{
+    constexpr auto Filters =
+        std::to_array<KeyFilter>({DateKeyFilter, WholeNumberKeyFilter, MoneyKeyFilter, SignedMoneyKeyFilter});
+    return box.IsAmount() || std::ranges::find(Filters, box.Filter()) != Filters.end();
+}
+
+/// The caption, and the letter that presses the button where the caption marks none.
+void SetCaption(QAbstractButton& button, const Box& box)
+{
+    button.setText(look::Text(box.Text()));
+    if (box.Letter() != 0)
+        button.setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(box.Letter())));
+}
+
+void SyncList(QListWidget& list, const Box& box)
+{
+    const auto& entries = box.Entries();
+    bool same = list.count() == static_cast<int>(entries.size());
+    for (int row = 0; same && row < list.count(); ++row)
+        same = list.item(row)->text() == look::Text(entries[static_cast<std::size_t>(row)]);
+    const QSignalBlocker quiet(list);
+    if (!same) {
+        list.clear();
+        for (const std::string& entry : entries)
+            list.addItem(look::Text(entry));
+    }
+    list.setCurrentRow(box.Selected());
+}
+
+void SyncDropDown(QComboBox& list, const Box& box)
+{
+    const auto& entries = box.Entries();
+    const QSignalBlocker quiet(list);
+    bool same = list.count() == static_cast<int>(entries.size());
+    for (int row = 0; same && row < list.count(); ++row)
+        same = list.itemText(row) == look::Text(entries[static_cast<std::size_t>(row)]);
+    if (!same) {
+        list.clear();
+        for (const std::string& entry : entries)
+            list.addItem(look::Text(entry));
+    }
+    list.setCurrentIndex(box.Selected());
+}
+
+void ShowText(BoxEdit& edit, const Box& box)
+{
+    edit.Put(look::Text(box.Text()));
+    edit.setReadOnly(box.ReadOnly());
+    // Setting a palette is dear, even the same one.
+    const QPalette& palette = look::EditPalette(!box.ReadOnly() && box.Enabled() && !box.IsComputed());
+    if (edit.palette().color(QPalette::Active, QPalette::Base) != palette.color(QPalette::Active, QPalette::Base))
+        edit.setPalette(palette);
+}
+
+void ShowButton(QPushButton& button, const Box& box)
+{
+    SetCaption(button, box);
+    button.setPalette(look::ButtonPalette(box.GetPaint()));
+}
+
+} // namespace
+
+QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget* parent)
+{
+    switch (box.GetKind()) {
+    case Kind::Text:
+        return MakeEdit(box, parent);
+    case Kind::List:
+        return MakeList(box, parent);
+    case Kind::DropDown:
+        return MakeDropDown(box, parent);
+    case Kind::Tabs:
+        return MakeTabs(box, parent);
+    case Kind::Frame:
+        return new Group(parent);
+    case Kind::Label:
+        if (!screen.IsClickable(box)) {
+            const bool wrapped = place.height > Layout::BoxHeight * 3 / 2;
+            QLabel* label = wrapped ? new WrappedLabel(parent) : new QLabel(parent);
+            if (box.IsAmount())
+                label->setFont(look::AmountFont());
+            const bool right = box.IsAmount() || (place.look && place.look->align == TextLook::Align::Right);
+            label->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+            label->setTextFormat(Qt::PlainText);
+            if (box.IsAmount()) {
+                label->setFrameShape(QFrame::StyledPanel);
+                label->setMargin(1);
+                label->setAutoFillBackground(true);
+                label->setPalette(look::FigurePalette());
+            }
+            return label;
+        }
+        break;
+    default:
+        break;
+    }
+    return MakeButton(box, parent);
+}
+
+QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
+{
+    auto* edit = new BoxEdit(HoldsFigure(box) ? BoxEdit::Holds::Figure : BoxEdit::Holds::Text, parent);
+    if (box.IsMonospaced())
+        edit->setFont(look::AmountFont());
+    if (box.IsAmount())
+        edit->setAlignment(Qt::AlignRight);
+    connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
+    return edit;
+}
+
+QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
+{
+    auto* list = new EntryList(parent, [this, &box](int row) {
+        if (!detached && row != box.Selected())
+            screen.Select(box, row);
+    });
+    list->viewport()->installEventFilter(this);
+    connect(list, &QListWidget::itemClicked, this, [this, &box, list](QListWidgetItem* item) {
+        if (!detached)
+            screen.Choose(box, list->row(item));
+    });
+    connect(list, &QListWidget::itemDoubleClicked, this, [this, &box, list](QListWidgetItem* item) {
+        if (detached)
+            return;
+        box.Select(list->row(item));
+        screen.DoubleClick(box);
+    });
+    return list;
+}
+
+QWidget* ScreenWindow::MakeDropDown(Box& box, QWidget* parent)
+{
+    auto* list = new DropDown(parent);
+    connect(list, &QComboBox::activated, this, [this, &box](int row) {
+        if (!detached)
+            screen.Choose(box, row);
+    });
+    return list;
+}
+
+QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
+{
+    QAbstractButton* button = nullptr;
+    switch (box.GetKind()) {
+    case Kind::Tick:
+        button = new Marked<QCheckBox>(parent);
+        break;
+    case Kind::Option:
+        button = new Marked<QRadioButton>(parent);
+        button->setAutoExclusive(false);
+        break;
+    case Kind::Picture: {
+        auto* picture = new QToolButton(parent);
+        picture->setIcon(look::Picture(box.Tip()));
+        picture->setIconSize(QSize(20, 20));
+        picture->setAutoRaise(true);
+        picture->setFocusPolicy(Qt::StrongFocus);
+        button = picture;
+        break;
+    }
+    default: {
+        auto* push = new QPushButton(parent);
+        push->setAutoDefault(false);
+        push->setFlat(false);
+        button = push;
+        break;
+    }
+    }
+    connect(button, &QAbstractButton::clicked, this, [this, &box, button] {
+        // A key that presses the button from elsewhere leaves the box in use first, so that what was typed counts.
+        if (!detached && !button->hasFocus() && button->focusPolicy() != Qt::NoFocus)
+            button->setFocus(Qt::ShortcutFocusReason);
+        if (!detached && box.Enabled())
+            screen.Click(box);
+    });
+    return button;
+}
+
+QWidget* ScreenWindow::MakeTabs(Box& box, QWidget* parent)
+{
+    auto* tabs = new QTabWidget(parent);
+    tabs->tabBar()->installEventFilter(this);
+    for (const std::string& caption : box.Entries()) {
+        pages.push_back(new Canvas(layout, static_cast<int>(pages.size()) + 1, growth, tabs));
+        tabs->addTab(pages.back(), look::Text(caption));
+        if (Box* page = screen.FindBox(layout.pageBox, static_cast<int>(pages.size())))
+            Adopt(*page, *pages.back());
+    }
+    connect(tabs, &QTabWidget::currentChanged, this, [this, &box](int page) {
+        if (!detached && page != box.Selected())
+            screen.Choose(box, page);
+    });
+    return tabs;
+}
+
+void ScreenWindow::BoxChanged(const Box& box)
+{
+    const auto found = widgets.find(&box);
+    if (found == widgets.end())
+        return;
+    QWidget* widget = found->second;
+    if (std::ranges::find(pages, widget) != pages.end())
+        return; // the tab strip shows and hides its pages
+    widget->setEnabled(box.Enabled());
+    widget->setVisible(box.Visible());
+    if (widget->toolTip().isEmpty() != box.Tip().empty() || !box.Tip().empty())
+        widget->setToolTip(look::Text(box.Tip()));
+    switch (box.GetKind()) {
+    case Kind::Text:
+        ShowText(*static_cast<BoxEdit*>(widget), box);
+        break;
+    case Kind::Tick:
+    case Kind::Option: {
+        auto* button = static_cast<QAbstractButton*>(widget);
+        button->setCheckable(true);
+        button->setChecked(box.Ticked());
+        SetCaption(*button, box);
+        break;
+    }
+    case Kind::List:
+        SyncList(*static_cast<QListWidget*>(widget), box);
+        break;
+    case Kind::DropDown:
+        SyncDropDown(*static_cast<QComboBox*>(widget), box);
+        break;
+    case Kind::Label:
+        if (auto* label = qobject_cast<QLabel*>(widget)) {
+            label->setText(look::Text(box.Text()));
+            break;
+        }
+        [[fallthrough]];
+    case Kind::Button:
+        ShowButton(*static_cast<QPushButton*>(widget), box);
+        break;
+    case Kind::Tabs:
+        static_cast<QTabWidget*>(widget)->setCurrentIndex(box.Selected());
+        break;
+    case Kind::Frame:
+        if (auto* group = qobject_cast<QGroupBox*>(widget))
+            group->setTitle(look::Text(box.Text()));
+        break;
+    case Kind::Picture:
+    case Kind::Menu:
+    case Kind::Surface:
+        break;
+    }
+}
+
+} // namespace quillmere
