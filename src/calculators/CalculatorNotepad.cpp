@@ -98,24 +98,15 @@ std::string NotepadCaption(std::string_view words, const Session& session)
 void ShowStored(Screen& screen, const Recordset& records, std::span<const BoundBox> rows)
 {
     for (const BoundBox& row : rows) {
-        const std::string_view stored = records.Field(row.field);
-        if (stored.empty())
-            continue;
-        Box& shown = screen.box(row.box);
-        if (shown.GetKind() == Kind::Tick)
-            shown.SetTicked(IsSet(stored));
-        else
-            shown.SetText(stored);
+        if (const std::string_view stored = records.Field(row.field); !stored.empty())
+            screen.box(row.box).ShowStored(stored);
     }
 }
 
 void StoreBoxes(const Screen& screen, Recordset& records, std::span<const BoundBox> rows)
 {
-    for (const BoundBox& row : rows) {
-        const Box& stored = screen.box(row.box);
-        const bool isTick = stored.GetKind() == Kind::Tick;
-        StoreField(records, row.field, isTick ? (stored.Ticked() ? "1" : "0") : std::string_view(stored.Text()));
-    }
+    for (const BoundBox& row : rows)
+        StoreField(records, row.field, screen.box(row.box).Stored());
 }
 
 } // namespace quillmere

@@ -1,6 +1,5 @@
 #include "calculators/TabbedNotepad.h"
 
-#include "clientdb/DataLink.h"
 #include "frame/Text.h"
 
 #include <algorithm>
@@ -53,10 +52,8 @@ void TabbedNotepad::StoreGrid(Recordset& records) const
 
 void TabbedNotepad::SaveColumn()
 {
-    for (std::size_t row = 0; row < grid.rows.size(); ++row) {
-        const Box& shown = box(grid.rows[row].box);
-        Column()[row] = shown.GetKind() != Kind::Tick ? shown.Text() : shown.Ticked() ? "1" : "0";
-    }
+    for (std::size_t row = 0; row < grid.rows.size(); ++row)
+        Column()[row] = box(grid.rows[row].box).Stored();
 }
 
 void TabbedNotepad::Choose(int column)
@@ -76,13 +73,8 @@ void TabbedNotepad::PaintTabs()
 
 void TabbedNotepad::ShowColumn()
 {
-    for (std::size_t row = 0; row < grid.rows.size(); ++row) {
-        Box& shown = box(grid.rows[row].box);
-        if (shown.GetKind() == Kind::Tick)
-            shown.SetTicked(IsSet(Column()[row]));
-        else
-            shown.SetText(Column()[row]);
-    }
+    for (std::size_t row = 0; row < grid.rows.size(); ++row)
+        box(grid.rows[row].box).ShowStored(Column()[row]);
     ColumnShown();
 }
 

@@ -1,7 +1,6 @@
 #include "cars/ExtraCarsScreen.h"
 
 #include "clientdb/CurrentRecord.h"
-#include "clientdb/DataLink.h"
 
 #include <string>
 
@@ -55,13 +54,8 @@ void ExtraCarsScreen::LoadCars()
     for (const auto& control : Boxes()) {
         if (control->Field().empty())
             continue;
-        const std::string_view stored = records.Field(control->Field());
-        if (stored.empty())
-            continue;
-        if (control->GetKind() == Kind::Tick)
-            control->SetTicked(IsSet(stored));
-        else
-            control->SetText(stored);
+        if (const std::string_view stored = records.Field(control->Field()); !stored.empty())
+            control->ShowStored(stored);
     }
 }
 
@@ -82,12 +76,9 @@ void ExtraCarsScreen::Store()
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
     Recordset records = OpenCurrent(database, Table, session);
     records.Edit();
-    for (const auto& control : Boxes()) {
-        if (control->Field().empty())
-            continue;
-        const bool tick = control->GetKind() == Kind::Tick;
-        records.SetField(control->Field(), tick ? (control->Ticked() ? "1" : "0") : control->Text());
-    }
+    for (const auto& control : Boxes())
+        if (!control->Field().empty())
+            records.SetField(control->Field(), control->Stored());
     records.Update();
 }
 

@@ -256,8 +256,7 @@ void FNotepad::StoreBoxes()
         const SheetField& field = SheetFields[place];
         if (field.row.name.empty())
             continue;
-        const Box& from = box(field.row.name, IndexOf(field));
-        TextsOf(current)[place] = IsTick(field) ? (from.Ticked() ? "1" : "0") : from.Text();
+        TextsOf(current)[place] = box(field.row.name, IndexOf(field)).Stored();
     }
 }
 
@@ -268,11 +267,7 @@ void FNotepad::ShowCar(int car)
         const SheetField& field = SheetFields[place];
         if (field.row.name.empty())
             continue;
-        Box& to = box(field.row.name, IndexOf(field));
-        if (IsTick(field))
-            to.SetTicked(IsSet(TextsOf(car)[place]));
-        else
-            to.SetText(TextsOf(car)[place]);
+        box(field.row.name, IndexOf(field)).ShowStored(TextsOf(car)[place]);
     }
     SetWithdrawnState();
 }

@@ -1,30 +1,16 @@
 #include "clientdb/DataLink.h"
 
 #include "clientdb/store/Recordset.h"
-#include "frame/Text.h"
 
 #include <utility>
 
 namespace quillmere {
-
-bool IsSet(std::string_view storedTick)
-{
-    const std::string upper = UpperCase(Trim(storedTick));
-    return upper == "1" || upper == "-1" || upper == "TRUE" || upper == "Y";
-}
 
 DataLink::DataLink(Session& session, Screen& screen, std::string_view table) : session(session), table(table)
 {
     for (const auto& box : screen.Boxes())
         if (!box->Field().empty())
             bound.push_back(box.get());
-}
-
-std::string DataLink::Stored(const Box& box)
-{
-    if (box.GetKind() == Kind::Tick)
-        return box.Ticked() ? "1" : "0";
-    return box.Text();
 }
 
 bool DataLink::Position(Recordset& records, const Key& to)
@@ -43,18 +29,10 @@ void DataLink::Show(Recordset& records)
         Take(*box, records.Field(box->Field()));
 }
 
-void DataLink::Put(Box& box, std::string_view text)
-{
-    if (box.GetKind() == Kind::Tick)
-        box.SetTicked(IsSet(text));
-    else
-        box.SetText(text);
-}
-
 void DataLink::Take(Box& box, std::string_view text)
 {
-    Put(box, text);
-    shown[&box] = Stored(box);
+    box.ShowStored(text);
+    shown[&box] = box.Stored();
 }
 
 bool DataLink::Seek(std::string_view index, std::string_view part1, std::string_view part2)
@@ -88,7 +66,7 @@ void DataLink::BringBack()
     for (const TypedEntries::Entry& entry : TypedEntries(key.database).Of(Record()))
         for (Box* box : bound)
             if (box->Field() == entry.field) {
-                Put(*box, entry.typed);
+                box->ShowStored(entry.typed);
                 hasBroughtBack = true;
             }
 }
@@ -97,7 +75,7 @@ void DataLink::KeepChanges()
 {
     std::vector<TypedEntries::Entry> entries;
     for (const Box* box : Changed())
-        entries.push_back({.field = box->Field(), .stored = shown.at(box), .typed = Stored(*box)});
+        entries.push_back({.field = box->Field(), .stored = shown.at(box), .typed = box->Stored()});
     TypedEntries(key.database).Keep(Record(), entries);
     hasBroughtBack = hasRecord = false;
 }
@@ -127,7 +105,7 @@ std::vector<Box*> DataLink::Changed() const
 {
     std::vector<Box*> changed;
     for (Box* box : bound)
-        if (const auto before = shown.find(box); before == shown.end() || Stored(*box) != before->second)
+        if (const auto before = shown.find(box); before == shown.end() || box->Stored() != before->second)
             changed.push_back(box);
     return changed;
 }
@@ -147,10 +125,10 @@ void DataLink::Store()
     }
     records.Edit();
     for (const Box* box : changed)
-        records.SetField(box->Field(), Stored(*box));
+        records.SetField(box->Field(), box->Stored());
     records.Update();
     for (const Box* box : changed)
-        shown[box] = Stored(*box);
+        shown[box] = box->Stored();
     ForgetKept();
 }
 

@@ -57,8 +57,6 @@ private:
     std::vector<Box*> Changed() const;
     TypedEntries::Record Record() const;
     static bool Position(Recordset& records, const Key& to);
-    static std::string Stored(const Box& box);
-    static void Put(Box& box, std::string_view text);
 
     Session& session;
     std::string table;
@@ -68,8 +66,5 @@ private:
     bool hasRecord = false;
     bool hasBroughtBack = false;
 };
-
-/// What a stored tick means: "1", "-1", "True" and "Y" are set, anything else is clear.
-bool IsSet(std::string_view storedTick);
 
 } // namespace quillmere

@@ -1,8 +1,8 @@
 #include "declaration/Declaration.h"
 
-#include "clientdb/DataLink.h"
 #include "declaration/Class1A.h"
 #include "frame/Text.h"
+#include "frame/Tick.h"
 
 namespace quillmere {
 

@@ -2,6 +2,7 @@
 
 #include "frame/Screen.h"
 #include "frame/Text.h"
+#include "frame/Tick.h"
 
 #include <utility>
 
@@ -57,6 +58,19 @@ const std::string& Box::TrimText()
 {
     SetText(Trim(text));
     return text;
+}
+
+std::string Box::Stored() const
+{
+    return kind == Kind::Tick ? std::string(StoredTick(ticked)) : text;
+}
+
+void Box::ShowStored(std::string_view fieldText)
+{
+    if (kind == Kind::Tick)
+        SetTicked(IsSet(fieldText));
+    else
+        SetText(fieldText);
 }
 
 void Box::SetTicked(bool newTicked)

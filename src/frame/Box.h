@@ -99,6 +99,11 @@ public:
     /// Drops the outer blanks of the text in place and gives what is left.
     const std::string& TrimText();
 
+    /// What the box reads as the text of a field: a tick's is that of a stored tick.
+    std::string Stored() const;
+    /// Shows the text of a field.
+    void ShowStored(std::string_view fieldText);
+
     bool Ticked() const { return ticked; }
     void SetTicked(bool newTicked);
     bool Enabled() const { return enabled; }

@@ -1,7 +1,7 @@
 #include "printing/FormPrimitives.h"
 
-#include "clientdb/DataLink.h"
 #include "frame/Text.h"
+#include "frame/Tick.h"
 
 #include <array>
 #include <cstddef>

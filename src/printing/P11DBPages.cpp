@@ -1,8 +1,8 @@
 #include "printing/P11DBPages.h"
 
-#include "clientdb/DataLink.h"
 #include "edition/Edition.h"
 #include "edition/FormWords.h"
+#include "frame/Tick.h"
 #include "printing/FormTables.h"
 
 #include <array>

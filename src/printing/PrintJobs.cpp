@@ -6,6 +6,7 @@
 #include "frame/BusyPointer.h"
 #include "frame/ProgressBar.h"
 #include "frame/Text.h"
+#include "frame/Tick.h"
 #include "printing/ExtraCarSheets.h"
 #include "printing/P11DBPages.h"
 #include "printing/P11DPages.h"
@@ -189,7 +190,7 @@ FieldReader ReaderOf(const DeclarationTotals& totals)
     for (const TextField& field : texts)
         fields.emplace(field.name, totals.*field.text);
     for (const TickField& field : ticks)
-        fields.emplace(field.name, totals.*field.tick ? "1" : "0");
+        fields.emplace(field.name, StoredTick(totals.*field.tick));
     for (std::size_t line = 0; line < AddressLines; ++line) {
         fields.emplace(Numbered("EmployerAdd", static_cast<int>(line) + 1), totals.employerAdd[line]);
         fields.emplace(Numbered("ReturnAdd", static_cast<int>(line) + 1), totals.returnAdd[line]);

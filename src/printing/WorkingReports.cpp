@@ -1,6 +1,5 @@
 #include "printing/WorkingReports.h"
 
-#include "clientdb/DataLink.h"
 #include "edition/AccommodationRates.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
@@ -8,6 +7,7 @@
 #include "edition/ReportWords.h"
 #include "edition/VanRates.h"
 #include "frame/Text.h"
+#include "frame/Tick.h"
 #include "printing/FormPrimitives.h"
 #include "printing/ReportPage.h"
 

@@ -1,9 +1,9 @@
 #include "transfer/TransferRules.h"
 
-#include "clientdb/DataLink.h"
 #include "edition/LeftOvers.h"
 #include "edition/LoanRates.h"
 #include "frame/Text.h"
+#include "frame/Tick.h"
 
 #include <algorithm>
 #include <utility>

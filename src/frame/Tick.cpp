@@ -1,0 +1,15 @@
+#include "frame/Tick.h"
+
+#include "frame/Text.h"
+
+#include <string>
+
+namespace quillmere {
+
+bool IsSet(std::string_view storedTick)
+{
+    const std::string upper = UpperCase(Trim(storedTick));
+    return upper == "1" || upper == "-1" || upper == "TRUE" || upper == "Y";
+}
+
+} // namespace quillmere
