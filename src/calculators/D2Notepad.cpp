@@ -10,69 +10,71 @@ namespace quillmere {
 
 namespace {
 
+/// Box E is not stored.
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "FBox", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "FBox", .field = "AddChargeF", .filter = MoneyKeyFilter, .amount = true},
     {.name = "Info", .kind = Kind::Label, .text = "What counts as cost", .letter = 'W'},
-    {.name = "GBox", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "HBox", .readOnly = true, .amount = true},
-    {.name = "JBox", .readOnly = true, .amount = true},
-    {.name = "KBox", .readOnly = true, .amount = true},
-    {.name = "AddChargeDays", .filter = WholeNumberKeyFilter, .amount = true},
-    {.name = "LBox", .readOnly = true, .amount = true},
-    {.name = "MBox", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "NBox", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "PBox", .readOnly = true, .amount = true},
-    {.name = "QBox", .readOnly = true, .amount = true},
+    {.name = "GBox", .field = "AddChargeG", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "HBox", .field = "AddChargeH", .readOnly = true, .amount = true},
+    {.name = "JBox", .field = "AddChargeJ", .readOnly = true, .amount = true},
+    {.name = "KBox", .field = "AddChargeK", .readOnly = true, .amount = true},
+    {.name = "AddChargeDays", .field = "AddChargeDays", .filter = WholeNumberKeyFilter, .amount = true},
+    {.name = "LBox", .field = "AddChargeL", .readOnly = true, .amount = true},
+    {.name = "MBox", .field = "AddChargeM", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "NBox", .field = "AddChargeN", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "PBox", .field = "AddChargeP", .readOnly = true, .amount = true},
+    {.name = "QBox", .field = "AddChargeQ", .readOnly = true, .amount = true},
     {.name = "EBox", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "RBox", .readOnly = true, .amount = true},
+    {.name = "RBox", .field = "AddChargeR", .readOnly = true, .amount = true},
 });
 
-/// The fields, in the order in which they are written. Box E is not stored.
-constexpr auto Stored = std::to_array<BoundBox>({
-    {"FBox", "AddChargeF"},
-    {"GBox", "AddChargeG"},
-    {"HBox", "AddChargeH"},
-    {"JBox", "AddChargeJ"},
-    {"KBox", "AddChargeK"},
-    {"LBox", "AddChargeL"},
-    {"MBox", "AddChargeM"},
-    {"NBox", "AddChargeN"},
-    {"PBox", "AddChargeP"},
-    {"QBox", "AddChargeQ"},
-    {"RBox", "AddChargeR"},
-    {"AddChargeDays", "AddChargeDays"},
+/// The fields, in the order in which they are written.
+constexpr auto WritingOrder = std::to_array<std::string_view>({
+    "AddChargeF",
+    "AddChargeG",
+    "AddChargeH",
+    "AddChargeJ",
+    "AddChargeK",
+    "AddChargeL",
+    "AddChargeM",
+    "AddChargeN",
+    "AddChargeP",
+    "AddChargeQ",
+    "AddChargeR",
+    "AddChargeDays",
 });
 
 constexpr auto Computed = std::to_array<std::string_view>({"HBox", "JBox", "KBox", "LBox", "PBox", "QBox", "RBox"});
 
+constexpr std::string_view LoadingErrorTitle = "Notepad D2 - loading error";
 constexpr std::string_view UpdateErrorTitle = "Notepad D - update error";
 
 } // namespace
 
 D2Notepad::D2Notepad(Session& session)
-    : CalculatorNotepad(
-          session, "D2Notepad", "Notepad D - The additional charge",
-          {.loading = "Notepad D2 - loading error", .failed = "Notepad D Error", .ok = "Notepad D 'Ok' Error"})
+    : Notepad(session, "D2Notepad", "Notepad D - The additional charge", "DNotepad",
+              {.loading = LoadingErrorTitle,
+               .loadingPage = LoadingErrorTitle,
+               .failed = "Notepad D Error",
+               .ok = "Notepad D 'Ok' Error",
+               .okMissing = UpdateErrorTitle,
+               .okMissingPage = UpdateErrorTitle})
 {
     AddBoxes(Rows);
     AddButtons();
-    for (const BoundBox& row : Stored)
-        OnLeave(row.box, [this](Box&) { Recalculate(); });
-    OnLeave("EBox", [this](Box&) { Recalculate(); });
+    KeepBoxes(WritingOrder);
+    for (const Box* stored : FieldBoxes())
+        OnLeave(stored->Name(), [this](Box&) { WorkOut(); });
+    OnLeave("EBox", [this](Box&) { WorkOut(); });
     OnLeave("FBox", [this](Box& cost) { LeaveCost(cost); });
     OnLeave("AddChargeDays", [this](Box& days) { LeaveDays(days); });
     OnClick("Info", [this](Box&) { this->session.screens.Show("D2InfoNotepad"); });
 }
 
-bool D2Notepad::Load()
+void D2Notepad::Open(Database& database)
 {
-    return Open([this](Database& database) {
-        const Recordset own = FindEmployee(database, "DNotepad", titles.loading);
-        FindEmployee(database, "P11D", titles.loading);
-        if (!own.NoMatch())
-            ShowStored(*this, own, Stored);
-        ShowBasicCharge(own);
-    });
+    Notepad::Open(database);
+    ShowBasicCharge(OpenOwn(database));
 }
 
 /// Box E and N come from the basic charge: as it reads on its notepad, else as it is stored.
@@ -116,7 +118,7 @@ void D2Notepad::LeaveCost(const Box& cost)
 {
     if (IsCostTooLow(cost.Text()))
         session.messages.Tell("Value too low", edition::notepad::AccommodationCostTooLow);
-    Recalculate();
+    WorkOut();
 }
 
 void D2Notepad::LeaveDays(Box& days)
@@ -125,24 +127,12 @@ void D2Notepad::LeaveDays(Box& days)
         session.messages.Tell("Out of range", edition::notepad::AccommodationDaysOutOfRange);
         days.Clear();
     }
-    Recalculate();
-}
-
-void D2Notepad::Ok()
-{
-    const bool stored = StoreAll([this](Database& database) {
-        Recordset own = FindEmployee(database, "DNotepad", UpdateErrorTitle);
-        FindEmployee(database, "P11D", UpdateErrorTitle);
-        StoreBoxes(*this, own, Stored);
-    });
-    if (stored)
-        session.screens.Unload(Name());
+    WorkOut();
 }
 
 void D2Notepad::Delete()
 {
-    for (const BoundBox& row : Stored)
-        box(row.box).Clear();
+    Notepad::Delete();
     box("EBox").Clear();
 }
 

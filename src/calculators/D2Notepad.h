@@ -1,22 +1,22 @@
 #pragma once
 
-#include "calculators/CalculatorNotepad.h"
+#include "clientdb/Notepad.h"
 
 namespace quillmere {
 
 /// The calculator of the additional charge for living accommodation, opened from the basic charge.
-class D2Notepad : public CalculatorNotepad {
+class D2Notepad : public Notepad {
 public:
     explicit D2Notepad(Session& session);
 
-    bool Load() override;
-
 private:
+    void Open(Database& database) override;
     void ShowBasicCharge(const Recordset& records);
-    void Recalculate();
+    void Recalculate() override;
     void LeaveCost(const Box& cost);
     void LeaveDays(Box& days);
-    void Ok() override;
+    // Kept: Ok works nothing out.
+    bool MayStore() override { return true; }
     void Delete() override;
 };
 

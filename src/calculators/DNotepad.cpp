@@ -8,51 +8,46 @@ namespace quillmere {
 
 namespace {
 
+/// In the order in which the record is written.
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "Address1"},
-    {.name = "Address2"},
-    {.name = "Address3"},
-    {.name = "Address4"},
-    {.name = "Address5"},
-    {.name = "Postcode"},
-    {.name = "AccommodationYTick", .kind = Kind::Tick, .text = "Yes"},
-    {.name = "AccommodationNTick", .kind = Kind::Tick, .text = "No"},
-    {.name = "BasicChargeA", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "BasicChargeB", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "BasicChargeC", .readOnly = true, .amount = true},
-    {.name = "BasicChargeD", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "BasicChargeE", .filter = SignedMoneyKeyFilter, .amount = true},
+    {.name = "Address1", .field = "Address1"},
+    {.name = "Address2", .field = "Address2"},
+    {.name = "Address3", .field = "Address3"},
+    {.name = "Address4", .field = "Address4"},
+    {.name = "Address5", .field = "Address5"},
+    {.name = "Postcode", .field = "Postcode"},
+    {.name = "AccommodationYTick", .kind = Kind::Tick, .field = "AccommodationYTick", .text = "Yes"},
+    {.name = "AccommodationNTick", .kind = Kind::Tick, .field = "AccommodationNTick", .text = "No"},
+    {.name = "BasicChargeA", .field = "BasicChargeA", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "BasicChargeB", .field = "BasicChargeB", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "BasicChargeC", .field = "BasicChargeC", .readOnly = true, .amount = true},
+    {.name = "BasicChargeD", .field = "BasicChargeD", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "BasicChargeE", .field = "BasicChargeE", .filter = SignedMoneyKeyFilter, .amount = true},
     PictureRow("Image1", "Calculate Additional Charge (if needed)"),
 });
 
-/// The fields, in the order in which they are written: every one has its box's name.
-constexpr auto Stored = std::to_array<BoundBox>({
-    {"Address1", "Address1"},
-    {"Address2", "Address2"},
-    {"Address3", "Address3"},
-    {"Address4", "Address4"},
-    {"Address5", "Address5"},
-    {"Postcode", "Postcode"},
-    {"AccommodationYTick", "AccommodationYTick"},
-    {"AccommodationNTick", "AccommodationNTick"},
-    {"BasicChargeA", "BasicChargeA"},
-    {"BasicChargeB", "BasicChargeB"},
-    {"BasicChargeC", "BasicChargeC"},
-    {"BasicChargeD", "BasicChargeD"},
-    {"BasicChargeE", "BasicChargeE"},
-});
+/// The two answers to one question.
+constexpr int Answers = 1;
+
+constexpr std::string_view MissingTitle = "Notepad D - loading error";
 
 } // namespace
 
 DNotepad::DNotepad(Session& session)
-    : CalculatorNotepad(
-          session, "DNotepad", NotepadCaption("Living Accommodation - ", session),
-          {.loading = "Notepad D - loading error", .failed = "Notepad D Error", .ok = "Notepad D 'Ok' Error"})
+    : Notepad(session, "DNotepad", NotepadCaption("Living Accommodation - ", session), "DNotepad",
+              {.loading = MissingTitle,
+               .loadingPage = MissingTitle,
+               .failed = "Notepad D Error",
+               .ok = "Notepad D 'Ok' Error",
+               .okMissing = MissingTitle,
+               .okMissingPage = MissingTitle})
 {
     AddBoxes(Rows);
     AddButtons();
+    for (Box* stored : FieldBoxes())
+        Keep(stored->Field(), stored, stored->GetKind() == Kind::Tick ? Answers : 0);
     for (const std::string_view entered : {"BasicChargeA", "BasicChargeB", "BasicChargeD"})
-        OnLeave(entered, [this](Box&) { Recalculate(); });
+        OnLeave(entered, [this](Box&) { WorkOut(); });
     OnKey("BasicChargeE", [this](Box&) { return GuardE(); });
     OnClick("AccommodationYTick", [this](Box& yes) {
         if (yes.Ticked())
@@ -63,15 +58,6 @@ DNotepad::DNotepad(Session& session)
             box("AccommodationYTick").SetTicked(false);
     });
     OnClick("Image1", [this](Box&) { this->session.screens.Show("D2Notepad"); });
-}
-
-bool DNotepad::Load()
-{
-    return Open([this](Database& database) {
-        if (const Recordset own = FindEmployee(database, "DNotepad", titles.loading); !own.NoMatch())
-            ShowStored(*this, own, Stored);
-        FindEmployee(database, "P11D", titles.loading);
-    });
 }
 
 void DNotepad::Recalculate()
@@ -100,28 +86,13 @@ Screen::Guard DNotepad::GuardE()
     return Guard::LetsIn;
 }
 
-void DNotepad::Ok()
+std::vector<Notepad::Result> DNotepad::Results(const Recordset& own) const
 {
-    Recalculate();
-    std::string total;
-    const bool stored = StoreAll([&](Database& database) {
-        Recordset own = FindEmployee(database, "DNotepad", titles.loading);
-        Recordset page = FindEmployee(database, "P11D", titles.loading);
-        StoreBoxes(*this, own, Stored);
-        // Kept: the record takes the basic charge alone, until the page is stored.
-        StoreField(page, "DCashEqu", TextOf("BasicChargeE"));
-        total = AccommodationTotalText(TextOf("BasicChargeE"), own.Field("AddChargeQ"));
-    });
-    if (!stored)
-        return;
-    PutOnPage("Form3", "DCashEqu", total, TextOf("BasicChargeE"));
-    session.screens.Unload(Name());
-}
-
-void DNotepad::Delete()
-{
-    for (const BoundBox& row : Stored)
-        box(row.box).Clear();
+    const std::string& basicCharge = TextOf("BasicChargeE");
+    // Kept: the record takes the basic charge alone, until the page is stored.
+    return {{.field = "DCashEqu",
+             .stored = basicCharge,
+             .shown = AccommodationTotalText(basicCharge, own.Field("AddChargeQ"))}};
 }
 
 } // namespace quillmere

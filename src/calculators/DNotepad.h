@@ -1,23 +1,21 @@
 #pragma once
 
-#include "calculators/CalculatorNotepad.h"
+#include "clientdb/Notepad.h"
 
 namespace quillmere {
 
 /// The calculator of the basic charge for living accommodation, behind section D.
-class DNotepad : public CalculatorNotepad {
+class DNotepad : public Notepad {
 public:
     explicit DNotepad(Session& session);
 
-    bool Load() override;
-    void Activate() override { Recalculate(); }
+    void Activate() override { WorkOut(); }
 
 private:
-    void Recalculate();
+    void Recalculate() override;
     /// Looks at what is typed in `BasicChargeE`, which wants figures in C and D first.
     [[nodiscard]] Guard GuardE();
-    void Ok() override;
-    void Delete() override;
+    std::vector<Result> Results(const Recordset& own) const override;
 };
 
 } // namespace quillmere

@@ -10,13 +10,10 @@ class ENotepad : public TabbedNotepad {
 public:
     explicit ENotepad(Session& session);
 
-    bool Load() override { return OpenGrid(); }
-
 private:
-    void ColumnShown() override;
+    void TabShown() override;
     void Recalculate() override;
-    void Ok() override;
-    void Delete() override { ClearColumn(); }
+    std::vector<Result> Results(const Recordset& own) const override;
 };
 
 } // namespace quillmere

@@ -13,68 +13,44 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "Van1", .kind = Kind::Label, .text = "Van 1", .letter = '1'},
     {.name = "Van2", .kind = Kind::Label, .text = "Van 2", .letter = '2'},
     {.name = "Van3", .kind = Kind::Label, .text = "Van 3", .letter = '3'},
-    {.name = "VanRegNumber"},
-    {.name = "ABox", .readOnly = true, .amount = true},
-    {.name = "DateFrom1", .filter = DateKeyFilter},
-    {.name = "DateTo1", .filter = DateKeyFilter},
-    {.name = "BBox", .readOnly = true, .amount = true},
-    {.name = "DateFrom2", .filter = DateKeyFilter},
-    {.name = "DateTo2", .filter = DateKeyFilter},
-    {.name = "CBox", .readOnly = true, .amount = true},
-    {.name = "DateFrom3", .filter = DateKeyFilter},
-    {.name = "DateTo3", .filter = DateKeyFilter},
-    {.name = "DBox", .filter = MoneyKeyFilter, .amount = true, .computed = true},
-    {.name = "EBox", .readOnly = true, .amount = true},
+    {.name = "VanRegNumber", .field = "RegNumber"},
+    {.name = "ABox", .field = "ABox", .readOnly = true, .amount = true},
+    {.name = "DateFrom1", .field = "DateFrom1", .filter = DateKeyFilter},
+    {.name = "DateTo1", .field = "DateTo1", .filter = DateKeyFilter},
+    {.name = "BBox", .field = "BBox", .readOnly = true, .amount = true},
+    {.name = "DateFrom2", .field = "DateFrom2", .filter = DateKeyFilter},
+    {.name = "DateTo2", .field = "DateTo2", .filter = DateKeyFilter},
+    {.name = "CBox", .field = "CBox", .readOnly = true, .amount = true},
+    {.name = "DateFrom3", .field = "DateFrom3", .filter = DateKeyFilter},
+    {.name = "DateTo3", .field = "DateTo3", .filter = DateKeyFilter},
+    {.name = "DBox", .field = "DBox", .filter = MoneyKeyFilter, .amount = true, .computed = true},
+    {.name = "EBox", .field = "EBox", .readOnly = true, .amount = true},
     {.name = "FFormula", .kind = Kind::Label, .text = edition::notepad::VanReductionFormula},
-    {.name = "FBox", .readOnly = true, .amount = true},
-    {.name = "GBox", .filter = MoneyKeyFilter, .amount = true, .computed = true},
-    {.name = "HBox", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "JBox", .readOnly = true, .amount = true},
-    {.name = "KBox", .readOnly = true, .amount = true},
-    {.name = "LBox", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "MBox", .readOnly = true, .amount = true},
-    {.name = "VanFuelTick", .kind = Kind::Tick, .text = "Fuel Benefit Required?"},
+    {.name = "FBox", .field = "FBox", .readOnly = true, .amount = true},
+    {.name = "GBox", .field = "GBox", .filter = MoneyKeyFilter, .amount = true, .computed = true},
+    {.name = "HBox", .field = "HBox", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "JBox", .field = "JBox", .readOnly = true, .amount = true},
+    {.name = "KBox", .field = "KBox", .readOnly = true, .amount = true},
+    {.name = "LBox", .field = "LBox", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "MBox", .field = "MBox", .readOnly = true, .amount = true},
+    {.name = "VanFuelTick", .kind = Kind::Tick, .field = "FuelVanTick", .text = "Fuel Benefit Required?"},
     {.name = "PBox", .readOnly = true, .amount = true},
-    {.name = "DateWithdrawn", .filter = DateKeyFilter},
-    {.name = "RBox", .readOnly = true, .amount = true},
-    {.name = "SBox", .readOnly = true, .amount = true},
+    {.name = "DateWithdrawn", .field = "DateFuelWithdrawn", .filter = DateKeyFilter},
+    {.name = "RBox", .field = "RBox", .readOnly = true, .amount = true},
+    {.name = "SBox", .field = "SBox", .readOnly = true, .amount = true},
     {.name = "TFormula", .kind = Kind::Label, .text = edition::notepad::VanFuelReductionFormula},
-    {.name = "TBox", .readOnly = true, .amount = true},
-    {.name = "VBox", .readOnly = true, .amount = true},
-    {.name = "WBox", .readOnly = true, .amount = true},
-    {.name = "XBox", .readOnly = true, .amount = true},
+    {.name = "TBox", .field = "TBox", .readOnly = true, .amount = true},
+    {.name = "VBox", .field = "VBox", .readOnly = true, .amount = true},
+    {.name = "WBox", .field = "WBox", .readOnly = true, .amount = true},
+    {.name = "XBox", .field = "XBox", .readOnly = true, .amount = true},
     {.name = "EBox2", .hidden = true}, // Kept: a spare box that nothing writes.
 });
 
-/// The grid's rows, in the order in which the record is written.
-constexpr auto GridRows = std::to_array<BoundBox>({
-    {"VanFuelTick", "FuelVanTick"},
-    {"ABox", "ABox"},
-    {"BBox", "BBox"},
-    {"CBox", "CBox"},
-    {"DBox", "DBox"},
-    {"EBox", "EBox"},
-    {"FBox", "FBox"},
-    {"GBox", "GBox"},
-    {"HBox", "HBox"},
-    {"JBox", "JBox"},
-    {"LBox", "LBox"},
-    {"MBox", "MBox"},
-    {"KBox", "KBox"},
-    {"VanRegNumber", "RegNumber"},
-    {"DateFrom1", "DateFrom1"},
-    {"DateTo1", "DateTo1"},
-    {"DateFrom2", "DateFrom2"},
-    {"DateTo2", "DateTo2"},
-    {"DateFrom3", "DateFrom3"},
-    {"DateTo3", "DateTo3"},
-    {"RBox", "RBox"},
-    {"SBox", "SBox"},
-    {"TBox", "TBox"},
-    {"VBox", "VBox"},
-    {"WBox", "WBox"},
-    {"XBox", "XBox"},
-    {"DateWithdrawn", "DateFuelWithdrawn"},
+/// The fields, in the order in which they are written.
+constexpr auto WritingOrder = std::to_array<std::string_view>({
+    "FuelVanTick", "ABox",    "BBox", "CBox", "DBox",      "EBox",      "FBox",    "GBox",      "HBox",
+    "JBox",        "LBox",    "MBox", "KBox", "RegNumber", "DateFrom1", "DateTo1", "DateFrom2", "DateTo2",
+    "DateFrom3",   "DateTo3", "RBox", "SBox", "TBox",      "VBox",      "WBox",    "XBox",      "DateFuelWithdrawn",
 });
 
 /// The date boxes in the order of VanDate.
@@ -83,6 +59,8 @@ constexpr auto DateBoxes = std::to_array<std::string_view>(
 
 /// In the captions it stands for the days of the tax year.
 constexpr std::string_view DaysInYearMark = "%DIY%";
+
+constexpr std::string_view MissingTitle = "Notepad G - loading error";
 
 } // namespace
 
@@ -96,14 +74,17 @@ std::string WithDaysOfYear(std::string_view caption)
 
 GNotepad::GNotepad(Session& session)
     : TabbedNotepad(session, "GNotepad", NotepadCaption("Vans - ", session),
-                    {.loading = "Notepad G - loading error", .failed = {}, .ok = "Notepad G 'Ok' Error"},
-                    {.table = "GNotepad", .tabs = {"Van1", "Van2", "Van3"}, .rows = GridRows})
+                    {.loading = MissingTitle,
+                     .loadingPage = MissingTitle,
+                     .ok = "Notepad G 'Ok' Error",
+                     .okMissing = MissingTitle},
+                    {"Van1", "Van2", "Van3"})
 {
     AddBoxes(Rows);
     AddButtons();
-    BindTabs();
-    for (const BoundBox& row : GridRows)
-        OnLeave(row.box, [this](Box&) { Recalculate(); });
+    KeepTabs(WritingOrder);
+    for (const Box* stored : FieldBoxes())
+        OnLeave(stored->Name(), [this](Box&) { WorkOut(); });
     for (std::size_t place = 0; place < DateBoxes.size(); ++place)
         OnLeave(DateBoxes[place], [this, place](Box&) { LeaveDate(static_cast<VanDate>(place)); });
     OnLeave("VanRegNumber", [this](Box& number) { LeaveRegistrationNumber(number); });
@@ -114,14 +95,15 @@ bool GNotepad::Load()
 {
     for (const std::string_view formula : {"FFormula", "TFormula"})
         box(formula).SetText(WithDaysOfYear(TextOf(formula)));
-    if (!OpenGrid())
+    if (!TabbedNotepad::Load())
         return false;
-    session.screens.StartTimer(*this, "Timer1", [this] { Recalculate(); });
+    session.screens.StartTimer(*this, "Timer1", [this] { WorkOut(); });
     return true;
 }
 
-void GNotepad::ColumnShown()
+void GNotepad::TabShown()
 {
+    TabbedNotepad::TabShown();
     box("PBox").Clear();
     OpenDateWithdrawn();
     datesBefore = Dates();
@@ -142,14 +124,14 @@ VanDates GNotepad::Dates() const
 
 void GNotepad::Recalculate()
 {
-    Write(VanBenefit({.registrationNumber = TextOf("VanRegNumber"),
-                      .dates = Dates(),
-                      .percentage = TextOf("HBox"),
-                      .payments = TextOf("LBox"),
-                      .fuelTick = box("VanFuelTick").Ticked()}));
+    Put(VanBenefit({.registrationNumber = TextOf("VanRegNumber"),
+                    .dates = Dates(),
+                    .percentage = TextOf("HBox"),
+                    .payments = TextOf("LBox"),
+                    .fuelTick = box("VanFuelTick").Ticked()}));
 }
 
-void GNotepad::Write(const VanWorking& working)
+void GNotepad::Put(const VanWorking& working)
 {
     SetAmount("ABox", working.A);
     SetNumber("BBox", working.B);
@@ -183,13 +165,13 @@ void GNotepad::WriteDates(const VanDates& dates)
 void GNotepad::LeaveDate(VanDate left)
 {
     WriteDates(LeaveVanDate(datesBefore, Dates(), left));
-    Recalculate();
+    WorkOut();
 }
 
 void GNotepad::LeaveRegistrationNumber(Box& number)
 {
     number.SetText(UpperCase(number.Text()));
-    Recalculate();
+    WorkOut();
 }
 
 void GNotepad::ClickFuelTick()
@@ -197,33 +179,21 @@ void GNotepad::ClickFuelTick()
     if (!box("VanFuelTick").Ticked())
         box("DateWithdrawn").Clear();
     OpenDateWithdrawn();
-    Recalculate();
+    WorkOut();
 }
 
 void GNotepad::Delete()
 {
-    ClearColumn();
+    Notepad::Delete();
     OpenDateWithdrawn();
-    Recalculate();
+    WorkOut();
 }
 
-void GNotepad::Ok()
+std::vector<Notepad::Result> GNotepad::Results(const Recordset& /*own*/) const
 {
-    Recalculate();
-    SaveColumn();
     const VanTotals totals = TotalOfVans(Row("MBox"), Row("XBox"));
-    const bool stored = StoreAll([&](Database& database) {
-        Recordset own = FindEmployee(database, "GNotepad", titles.loading);
-        StoreGrid(own);
-        Recordset page = OpenCurrent(database, "P11D", session);
-        StoreField(page, "GVan", totals.storedVan);
-        StoreField(page, "GVanFuel", totals.storedFuel);
-    });
-    if (!stored)
-        return;
-    PutOnPage("Side2Form1", "GVan", totals.van, totals.storedVan);
-    PutOnPage("Side2Form1", "GVanFuel", totals.fuel, totals.storedFuel);
-    session.screens.Unload(Name());
+    return {{.field = "GVan", .stored = totals.storedVan, .shown = totals.van},
+            {.field = "GVanFuel", .stored = totals.storedFuel, .shown = totals.fuel}};
 }
 
 } // namespace quillmere

@@ -16,9 +16,9 @@ public:
     bool Load() override;
 
 private:
-    void ColumnShown() override;
+    void TabShown() override;
     void Recalculate() override;
-    void Write(const VanWorking& working);
+    void Put(const VanWorking& working);
     void WriteDates(const VanDates& dates);
     VanDates Dates() const;
     /// The day on which the fuel was withdrawn can be entered while there is fuel.
@@ -26,7 +26,7 @@ private:
     void LeaveDate(VanDate left);
     void LeaveRegistrationNumber(Box& number);
     void ClickFuelTick();
-    void Ok() override;
+    std::vector<Result> Results(const Recordset& own) const override;
     void Delete() override;
 
     VanDates datesBefore; ///< as they stood when the box in use was entered

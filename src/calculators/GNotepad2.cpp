@@ -1,6 +1,5 @@
 #include "calculators/GNotepad2.h"
 
-#include "clientdb/CurrentRecord.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
 #include "frame/Amount.h"
@@ -31,6 +30,11 @@ constexpr auto Vans = std::to_array<VanOfHistory>({
     // Kept: the third button has words of its own.
     {.caption = "History of third van - ", .ok = "OK3", .failure = "Unable to update van history", .number = "3"},
 });
+
+const VanOfHistory& OfVan(int van)
+{
+    return Vans.at(static_cast<std::size_t>(van - 1));
+}
 
 /// Types of use: 1 exclusive, 2 shared, 3 and 4 the shorter and the longer unavailability.
 constexpr std::string_view ShortUnavailability = "3", LongUnavailability = "4";
@@ -140,7 +144,14 @@ VanUseFault CheckUse(const std::vector<VanUse>& uses, std::size_t row)
 }
 
 GNotepad2::GNotepad2(Session& session)
-    : Screen(session, "GNotepad2", ShowMode::Modal, edition::VanHistoryCaption), van(session.VanOfHistory)
+    : Notepad(session, "GNotepad2", edition::VanHistoryCaption, "GNotepad",
+              {.loading = "Notepad G2 - loading error",
+               .ok = "Notepad G2 'Ok' Error",
+               .okFailure = OfVan(session.VanOfHistory).failure,
+               .okIcon = Icon::Exclamation,
+               .okMissing = "Notepad G2 - Updating error",
+               .missingEnds = true}),
+      van(session.VanOfHistory)
 {
     for (int row = 1; row <= UseRows; ++row) {
         const std::string ofRow = ", row " + std::to_string(row);
@@ -151,19 +162,18 @@ GNotepad2::GNotepad2(Session& session)
     AddBox({.hidden = true}, "Days", DaysRows);
     AddBox({.spoken = "Days of the last use", .readOnly = true}, "FinalDays");
     AddBoxes(ButtonRows);
-    const VanOfHistory& own = Vans.at(static_cast<std::size_t>(van - 1));
-    box(own.ok).SetVisible(true);
-    SetButtons("Cancel", {});
+    const std::string_view ok = OfVan(van).ok;
+    box(ok).SetVisible(true);
+    BindButtons(ok, {}, "Cancel");
+    KeepHistory();
     for (const std::string_view column : {"ChangeUse", "TypeUse"})
         OnLeave(column, [this](Box& left) { LeaveRow(left); });
-    OnClick(own.ok, [this](Box&) { Ok(); });
-    OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 /// Fields of the second and third van have its number between stem and row.
 std::string GNotepad2::FieldOf(std::string_view stem, int row) const
 {
-    return Numbered(std::string(stem) + std::string(Vans[static_cast<std::size_t>(van - 1)].number), row);
+    return Numbered(std::string(stem) + std::string(OfVan(van).number), row);
 }
 
 std::string GNotepad2::LastField() const
@@ -171,33 +181,23 @@ std::string GNotepad2::LastField() const
     return Numbered("TotalDays", van);
 }
 
-bool GNotepad2::Load()
+/// The fields, in the order in which they are written.
+void GNotepad2::KeepHistory()
 {
-    try {
-        Database database = Database::OpenDatabase(session.ClientDatabasePath());
-        const Recordset records = OpenCurrent(database, "GNotepad", session);
-        if (records.NoMatch())
-            session.messages.Tell("Notepad G2 - loading error", "Employee not found");
-        else
-            Show(records);
-    } catch (const StoreError& error) {
-        session.messages.Tell(Caption(), error.what());
-        return false;
-    }
-    SetCaption(std::string(Vans[static_cast<std::size_t>(van - 1)].caption) + session.CurrentEmployee + " (" +
-               session.CurrentEmployer + ")");
-    return true;
+    for (int row = 1; row <= UseRows; ++row)
+        for (const std::string_view column : {"ChangeUse", "TypeUse"})
+            Keep(FieldOf(column, row), &box(column, row), row);
+    for (int row = 1; row <= DaysRows; ++row)
+        Keep(FieldOf("Days", row), &box("Days", row), row);
+    Keep(LastField(), &box("FinalDays"));
 }
 
-void GNotepad2::Show(const Recordset& records)
+bool GNotepad2::Load()
 {
-    for (int row = 1; row <= UseRows; ++row) {
-        box("ChangeUse", row).SetText(records.Field(FieldOf("ChangeUse", row)));
-        box("TypeUse", row).SetText(records.Field(FieldOf("TypeUse", row)));
-    }
-    for (int row = 1; row <= DaysRows; ++row)
-        box("Days", row).SetText(records.Field(FieldOf("Days", row)));
-    box("FinalDays").SetText(records.Field(LastField()));
+    if (!Notepad::Load())
+        return false;
+    SetCaption(NotepadCaption(OfVan(van).caption, session));
+    return true;
 }
 
 std::vector<VanUse> GNotepad2::Uses() const
@@ -220,7 +220,7 @@ void GNotepad2::LeaveRow(const Box& left)
         change.Clear();
         box("TypeUse", left.Index()).Clear();
     }
-    Recalculate();
+    WorkOut();
 }
 
 void GNotepad2::Recalculate()
@@ -232,39 +232,14 @@ void GNotepad2::Recalculate()
     box("FinalDays").SetText(days.last);
 }
 
-void GNotepad2::Ok()
+bool GNotepad2::MayStore()
 {
     for (const VanUse& use : Uses())
         if (!use.change.empty() && use.type.empty()) {
             session.messages.Tell("No Type selected", "You must enter a Type of use alongside a Change of use");
-            return;
+            return false;
         }
-    try {
-        Database database = Database::OpenDatabase(session.ClientDatabasePath());
-        Recordset records = OpenCurrent(database, "GNotepad", session);
-        if (records.NoMatch()) {
-            session.messages.Tell("Notepad G2 - Updating error", "Employee not found");
-            return;
-        }
-        WriteBatch batch(database);
-        Store(records);
-        batch.Commit();
-    } catch (const StoreError&) {
-        session.messages.Tell("Notepad G2 'Ok' Error", Vans[static_cast<std::size_t>(van - 1)].failure);
-        return;
-    }
-    session.screens.Unload(Name());
-}
-
-void GNotepad2::Store(Recordset& records)
-{
-    for (int row = 1; row <= UseRows; ++row) {
-        StoreField(records, FieldOf("ChangeUse", row), box("ChangeUse", row).Text());
-        StoreField(records, FieldOf("TypeUse", row), box("TypeUse", row).Text());
-    }
-    for (int row = 1; row <= DaysRows; ++row)
-        StoreField(records, FieldOf("Days", row), box("Days", row).Text());
-    StoreField(records, LastField(), box("FinalDays").Text());
+    return true;
 }
 
 } // namespace quillmere

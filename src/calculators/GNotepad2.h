@@ -1,8 +1,6 @@
 #pragma once
 
-#include "clientdb/store/Recordset.h"
-#include "frame/Screen.h"
-#include "frame/Session.h"
+#include "clientdb/Notepad.h"
 
 #include <string>
 #include <string_view>
@@ -40,7 +38,7 @@ VanUseFault CheckUse(const std::vector<VanUse>& uses, std::size_t row);
 
 /// The history of one van by an earlier method of charging: a list of changes of use through the year. Nothing leads
 /// to it, and nothing reads what it stores in the vans' record.
-class GNotepad2 : public Screen {
+class GNotepad2 : public Notepad {
 public:
     explicit GNotepad2(Session& session);
 
@@ -50,11 +48,10 @@ private:
     std::vector<VanUse> Uses() const;
     std::string FieldOf(std::string_view stem, int row) const;
     std::string LastField() const;
-    void Show(const Recordset& records);
+    void KeepHistory();
     void LeaveRow(const Box& left);
-    void Recalculate();
-    void Ok();
-    void Store(Recordset& records);
+    void Recalculate() override;
+    bool MayStore() override;
 
     int van; ///< 1 to 3
 };

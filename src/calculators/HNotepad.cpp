@@ -9,39 +9,38 @@ namespace quillmere {
 
 namespace {
 
-constexpr std::string_view Page = "Side2Form1";
-
-/// A box of one loan; `field` is the stem of its fields.
+/// A box of one loan; its field is the stem of five.
 struct LoanRow {
     BoxRow row;
-    std::string_view field = {};
     bool shown = true;    ///< the stored text comes back at the opening
     bool guarded = false; ///< needs a currency and the loans before
     bool deleted = true;
 };
 
 constexpr auto Rows = std::to_array<LoanRow>({
-    {.row = {.name = "Currency", .kind = Kind::DropDown, .spoken = "Currency"}, .shown = false, .deleted = false},
-    {.row = {.name = "ABox", .spoken = "Maximum balance at the start", .amount = true},
-     .field = "MaxBalanceLater",
-     .guarded = true},
-    {.row = {.name = "BBox", .spoken = "Maximum balance at the end", .amount = true},
-     .field = "MaxBalanceEarlier",
-     .guarded = true},
-    {.row = {.name = "CBox", .spoken = "Total", .readOnly = true, .amount = true}, .field = "TotalBalance"},
-    {.row = {.name = "DBox", .spoken = "Total divided by 2", .readOnly = true, .amount = true}, .field = "Divide2"},
-    {.row = {.name = "EBox", .spoken = "Complete tax months", .amount = true, .computed = true},
-     .field = "TaxMonths",
-     .guarded = true},
-    {.row = {.name = "GBox", .spoken = "Official rate of interest", .readOnly = true, .amount = true},
-     .field = "InterestRate",
+    {.row = {.name = "Currency", .kind = Kind::DropDown, .field = "Currency", .spoken = "Currency"},
      .shown = false,
      .deleted = false},
-    {.row = {.name = "JBox", .spoken = "Interest paid", .amount = true}, .field = "InterestPaid", .guarded = true},
-    {.row = {.name = "CashEq", .spoken = "Cash equivalent", .readOnly = true, .amount = true}, .field = "CashEq"},
-    {.row = {.name = "MaxAmount", .spoken = "Maximum amount outstanding", .amount = true}, .field = "MaxBox"},
-    {.row = {.name = "DateFrom", .filter = DateKeyFilter, .spoken = "Date loan was made"}, .field = "DateFrom"},
-    {.row = {.name = "DateTo", .filter = DateKeyFilter, .spoken = "Date loan was discharged"}, .field = "DateTo"},
+    {.row = {.name = "ABox", .field = "MaxBalanceLater", .spoken = "Maximum balance at the start", .amount = true},
+     .guarded = true},
+    {.row = {.name = "BBox", .field = "MaxBalanceEarlier", .spoken = "Maximum balance at the end", .amount = true},
+     .guarded = true},
+    {.row = {.name = "CBox", .field = "TotalBalance", .spoken = "Total", .readOnly = true, .amount = true}},
+    {.row = {.name = "DBox", .field = "Divide2", .spoken = "Total divided by 2", .readOnly = true, .amount = true}},
+    {.row = {.name = "EBox", .field = "TaxMonths", .spoken = "Complete tax months", .amount = true, .computed = true},
+     .guarded = true},
+    {.row = {.name = "GBox",
+             .field = "InterestRate",
+             .spoken = "Official rate of interest",
+             .readOnly = true,
+             .amount = true},
+     .shown = false,
+     .deleted = false},
+    {.row = {.name = "JBox", .field = "InterestPaid", .spoken = "Interest paid", .amount = true}, .guarded = true},
+    {.row = {.name = "CashEq", .field = "CashEq", .spoken = "Cash equivalent", .readOnly = true, .amount = true}},
+    {.row = {.name = "MaxAmount", .field = "MaxBox", .spoken = "Maximum amount outstanding", .amount = true}},
+    {.row = {.name = "DateFrom", .field = "DateFrom", .filter = DateKeyFilter, .spoken = "Date loan was made"}},
+    {.row = {.name = "DateTo", .field = "DateTo", .filter = DateKeyFilter, .spoken = "Date loan was discharged"}},
 });
 
 /// What is said where a loan is typed in before those in front of it are complete.
@@ -69,16 +68,6 @@ CurrencyList CurrencyList::Read(Database& database)
     return list;
 }
 
-void CurrencyList::Store(Database& database) const
-{
-    Recordset records = database.OpenRecordset("HNotepad2");
-    records.MoveFirst();
-    for (int row = 1; row <= CurrencyRows; ++row)
-        StoreField(records, Numbered("Currency", row), names[static_cast<std::size_t>(row - 1)]);
-    for (int row = 1; row <= CurrencyRows; ++row)
-        StoreField(records, Numbered("Rate", row), rates[static_cast<std::size_t>(row - 1)]);
-}
-
 std::vector<std::string> CurrencyList::Entries() const
 {
     std::vector<std::string> entries;
@@ -87,15 +76,20 @@ std::vector<std::string> CurrencyList::Entries() const
 }
 
 HNotepad::HNotepad(Session& session)
-    : CalculatorNotepad(session, "HNotepad", NotepadCaption("Interest-free and low interest loans - ", session),
-                        {.loading = "Notepad H - loading error", .failed = "Notepad H Error", .ok = "Notepad H Error"})
+    : Notepad(session, "HNotepad", NotepadCaption("Interest-free and low interest loans - ", session), "HNotepad",
+              {.loading = "Notepad H - loading error",
+               .failed = "Notepad H Error",
+               .failure = "Unable to load Notepad H data",
+               .ok = "Notepad H Error"})
 {
     for (int loan = 1; loan <= Loans; ++loan)
         AddLoan(loan);
     AddBox(PictureRow("Image1", "Add/Edit Currency"), "Image1");
     AddButtons();
+    for (int loan = 1; loan <= Loans; ++loan)
+        KeepLoan(loan);
     for (const LoanRow& row : Rows) {
-        OnLeave(row.row.name, [this](Box& left) { Recalculate(left.Index()); });
+        OnLeave(row.row.name, [this](Box& left) { WorkOut([&] { Recalculate(left.Index()); }); });
         if (row.guarded)
             OnKey(row.row.name, [this](Box& typedIn) { return GuardEntry(typedIn); });
     }
@@ -117,36 +111,42 @@ void HNotepad::AddLoan(int loan)
     }
 }
 
-bool HNotepad::Load()
+/// The fields of a loan, in the order in which they are written. The position of its currency in the list has no box.
+void HNotepad::KeepLoan(int loan)
 {
-    return Open(
-        [this](Database& database) {
-            currencies = CurrencyList::Read(database);
-            for (int loan = 1; loan <= Loans; ++loan)
-                box("Currency", loan).SetEntries(currencies.Entries());
-            FindEmployee(database, "P11D", "Notepad H - Data 2 loading error");
-            const Recordset own = FindEmployee(database, "HNotepad", titles.loading);
-            for (int loan = 1; loan <= Loans; ++loan)
-                ShowLoan(own, loan);
-        },
-        "Unable to load Notepad H data");
+    for (const LoanRow& row : Rows) {
+        Keep(Numbered(row.row.field, loan), &box(row.row.name, loan), loan);
+        if (row.row.name == "Currency")
+            Keep(Numbered("Index", loan), nullptr, loan);
+    }
 }
 
-void HNotepad::ShowLoan(const Recordset& records, int loan)
+void HNotepad::Open(Database& database)
 {
-    int position = 0;
-    if (!records.NoMatch()) {
-        for (const LoanRow& row : Rows) {
-            if (!row.shown)
-                continue;
-            if (const std::string_view stored = records.Field(Numbered(row.field, loan)); !stored.empty())
-                box(row.row.name, loan).SetText(stored);
-        }
-        if (!records.Field(Numbered("Currency", loan)).empty())
-            position = ReadWholeNumber(records.Field(Numbered("Index", loan))) - 1;
+    currencies = CurrencyList::Read(database);
+    for (int loan = 1; loan <= Loans; ++loan) {
+        box("Currency", loan).SetEntries(currencies.Entries());
+        box("Currency", loan).Select(0);
     }
-    box("Currency", loan).Select(position);
-    ChooseCurrency(loan);
+    FindEmployee(database, "P11D", "Notepad H - Data 2 loading error");
+    Notepad::Open(database);
+    Recalculate();
+}
+
+void HNotepad::ShowStored(Entry& entry)
+{
+    if (entry.box == nullptr) {
+        if (!EntryOf(Numbered("Currency", entry.thing)).stored.empty())
+            box("Currency", entry.thing).Select(ReadWholeNumber(entry.stored) - 1);
+    } else if (std::ranges::any_of(
+                   Rows, [&](const LoanRow& row) { return row.shown && row.row.name == entry.box->Name(); })) {
+        Show(entry, entry.stored);
+    }
+}
+
+std::string HNotepad::Reads(const Entry& entry) const
+{
+    return entry.box == nullptr ? std::to_string(box("Currency", entry.thing).Selected() + 1) : Notepad::Reads(entry);
 }
 
 void HNotepad::ChooseCurrency(int loan)
@@ -162,14 +162,16 @@ void HNotepad::ChooseCurrency(int loan)
 void HNotepad::TakeCurrencies(const CurrencyList& changed)
 {
     currencies = changed;
-    const std::vector<std::string> entries = currencies.Entries();
-    for (int loan = 1; loan <= Loans; ++loan) {
-        Box& list = box("Currency", loan);
-        const std::string remembered = list.Text();
-        list.SetEntries(entries);
-        list.Select(static_cast<int>(PositionOfCurrency(entries, remembered)));
-        ChooseCurrency(loan);
-    }
+    const std::vector<std::string> names = currencies.Entries();
+    WorkOut([&] {
+        for (int loan = 1; loan <= Loans; ++loan) {
+            Box& list = box("Currency", loan);
+            const std::string remembered = list.Text();
+            list.SetEntries(names);
+            list.Select(static_cast<int>(PositionOfCurrency(names, remembered)));
+            ChooseCurrency(loan);
+        }
+    });
 }
 
 Screen::Guard HNotepad::GuardEntry(Box& typedIn)
@@ -194,7 +196,14 @@ void HNotepad::LeaveDate(Box& left, LoanDate which)
 {
     const std::string_view other = which == LoanDate::From ? "DateTo" : "DateFrom";
     left.SetText(LeaveLoanDate(which, left.Text(), box(other, left.Index()).Text()));
-    Recalculate(left.Index());
+    WorkOut([&] { Recalculate(left.Index()); });
+}
+
+/// Every loan, with the present rate of its currency.
+void HNotepad::Recalculate()
+{
+    for (int loan = 1; loan <= Loans; ++loan)
+        ChooseCurrency(loan);
 }
 
 void HNotepad::Recalculate(int loan)
@@ -238,32 +247,12 @@ LoanTexts HNotepad::Texts(int loan) const
             .dateTo = text("DateTo")};
 }
 
-void HNotepad::StoreLoan(Recordset& records, int loan) const
+std::vector<Notepad::Result> HNotepad::Results(const Recordset& /*own*/) const
 {
-    const Box& currency = box("Currency", loan);
-    StoreField(records, Numbered("Currency", loan), currency.Text());
-    StoreField(records, Numbered("Index", loan), std::to_string(currency.Selected() + 1));
-    for (const LoanRow& row : Rows)
-        if (!row.field.empty())
-            StoreField(records, Numbered(row.field, loan), box(row.row.name, loan).Text());
-}
-
-void HNotepad::Ok()
-{
-    const auto fields = LoanPageFields({Texts(1), Texts(2), Texts(3), Texts(4), Texts(5)});
-    const bool stored = StoreAll([&](Database& database) {
-        Recordset own = OpenCurrent(database, "HNotepad", session);
-        for (int loan = 1; loan <= Loans; ++loan)
-            StoreLoan(own, loan);
-        Recordset page = OpenCurrent(database, "P11D", session);
-        for (const PageField& field : fields)
-            StoreField(page, field.field, field.text);
-    });
-    if (!stored)
-        return;
-    for (const PageField& field : fields)
-        PutOnPage(Page, field.field, field.text, field.text);
-    session.screens.Unload(Name());
+    std::vector<Result> results;
+    for (const PageField& field : LoanPageFields({Texts(1), Texts(2), Texts(3), Texts(4), Texts(5)}))
+        results.push_back({.field = field.field, .stored = field.text, .shown = field.text});
+    return results;
 }
 
 void HNotepad::Delete()

@@ -1,11 +1,13 @@
 #include "calculators/HNotepad2.h"
 
 #include "edition/LoanRates.h"
+#include "frame/Text.h"
 
 namespace quillmere {
 
 HNotepad2::HNotepad2(Session& session)
-    : CalculatorNotepad(session, "HNotepad2", "Add/Edit Currency", {.ok = "Notepad H2 'Ok' Error"})
+    : Notepad(session, "HNotepad2", "Add/Edit Currency", "HNotepad2",
+              {.ok = "Notepad H2 'Ok' Error", .okFailure = "Unable to update currency"})
 {
     for (int row = 1; row <= CurrencyRows; ++row) {
         const std::string number = std::to_string(row);
@@ -13,32 +15,35 @@ HNotepad2::HNotepad2(Session& session)
         AddBox({.filter = MoneyKeyFilter, .amount = true}, "Rate", row).SetSpoken("Rate of currency " + number);
     }
     AddButtons();
+    for (const std::string_view column : {"Currency", "Rate"})
+        for (int row = 1; row <= CurrencyRows; ++row)
+            Keep(Numbered(column, row), &box(column, row), row);
 }
 
-bool HNotepad2::Load()
+/// The list is one for the whole database.
+Recordset HNotepad2::OpenOwn(Database& database) const
 {
-    return Open([this](Database& database) {
-        const CurrencyList list = CurrencyList::Read(database);
-        for (int row = 1; row <= CurrencyRows; ++row) {
-            box("Currency", row).SetText(list.names[static_cast<std::size_t>(row - 1)]);
-            box("Rate", row).SetText(list.rates[static_cast<std::size_t>(row - 1)]);
-        }
-        box("Currency", 1).SetText(edition::FirstCurrency);
-    });
+    Recordset records = database.OpenRecordset("HNotepad2");
+    records.MoveFirst();
+    return records;
 }
 
-void HNotepad2::Ok()
+void HNotepad2::Open(Database& database)
+{
+    Notepad::Open(database);
+    box("Currency", 1).SetText(edition::FirstCurrency);
+}
+
+bool HNotepad2::HandOver(const std::vector<Result>& /*results*/)
 {
     CurrencyList list;
     for (int row = 1; row <= CurrencyRows; ++row) {
-        list.names[static_cast<std::size_t>(row - 1)] = box("Currency", row).Text();
-        list.rates[static_cast<std::size_t>(row - 1)] = box("Rate", row).Text();
+        list.names[static_cast<std::size_t>(row - 1)] = TextOf("Currency", row);
+        list.rates[static_cast<std::size_t>(row - 1)] = TextOf("Rate", row);
     }
-    if (!StoreAll([&](Database& database) { list.Store(database); }, "Unable to update currency"))
-        return;
-    if (auto* loans = static_cast<HNotepad*>(session.screens.Find("HNotepad")))
+    if (auto* loans = dynamic_cast<HNotepad*>(session.screens.Find("HNotepad")))
         loans->TakeCurrencies(list);
-    session.screens.Unload(Name());
+    return true;
 }
 
 void HNotepad2::Delete()

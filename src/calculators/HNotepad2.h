@@ -5,14 +5,14 @@
 namespace quillmere {
 
 /// The list of currencies and their official rates, opened from the loans. Its Ok writes its table at once.
-class HNotepad2 : public CalculatorNotepad {
+class HNotepad2 : public Notepad {
 public:
     explicit HNotepad2(Session& session);
 
-    bool Load() override;
-
 private:
-    void Ok() override;
+    Recordset OpenOwn(Database& database) const override;
+    void Open(Database& database) override;
+    bool HandOver(const std::vector<Result>& results) override;
     void Delete() override;
 };
 

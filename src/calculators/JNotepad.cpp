@@ -9,51 +9,53 @@ namespace quillmere {
 namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "ABox", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "EmployerCost", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "EmployeeCost", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "ABox", .field = "ABox", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "EmployerCost", .field = "EmployerCost", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "EmployeeCost", .field = "EmployeeCost", .filter = MoneyKeyFilter, .amount = true},
     {.name = "BBox", .readOnly = true, .amount = true},
-    {.name = "CBox", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "DBox", .readOnly = true, .amount = true},
-    {.name = "QualExp", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "EBox", .readOnly = true, .amount = true},
+    {.name = "CBox", .field = "CBox", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "DBox", .field = "DBox", .readOnly = true, .amount = true},
+    {.name = "QualExp", .field = "QualExp", .filter = MoneyKeyFilter, .amount = true},
+    {.name = "EBox", .field = "EBox", .readOnly = true, .amount = true},
     {.name = "FBox", .readOnly = true, .amount = true},
 });
 
-/// Fields of the notepad's own table, in the order in which they are written.
-constexpr auto Stored = std::to_array<BoundBox>({
-    {"ABox", "ABox"},
-    {"EmployerCost", "EmployerCost"},
-    {"EmployeeCost", "EmployeeCost"},
-    {"CBox", "CBox"},
-    {"DBox", "DBox"},
-    {"EBox", "EBox"},
-    {"QualExp", "QualExp"},
+/// The fields, in the order in which they are written.
+constexpr auto WritingOrder = std::to_array<std::string_view>({
+    "ABox",
+    "EmployerCost",
+    "EmployeeCost",
+    "CBox",
+    "DBox",
+    "EBox",
+    "QualExp",
 });
-constexpr auto StoredOnPage = std::to_array<BoundBox>({{"FBox", "JRelocationExp"}});
+
+constexpr std::string_view PageField = "JRelocationExp";
+
+constexpr std::string_view LoadingErrorTitle = "Notepad J - loading error";
 
 } // namespace
 
 JNotepad::JNotepad(Session& session)
-    : CalculatorNotepad(
-          session, "JNotepad", NotepadCaption("Qualifying relocation expenses payments and benefits - ", session),
-          {.loading = "Notepad J - loading error", .failed = "Notepad J Error", .ok = "Notepad J 'Ok' Error"})
+    : Notepad(session, "JNotepad", NotepadCaption("Qualifying relocation expenses payments and benefits - ", session),
+              "JNotepad",
+              {.loading = LoadingErrorTitle,
+               .loadingPage = LoadingErrorTitle,
+               .failed = "Notepad J Error",
+               .ok = "Notepad J 'Ok' Error"})
 {
     AddBoxes(Rows);
     AddButtons();
+    KeepBoxes(WritingOrder);
     for (const BoxRow& row : Rows)
-        OnLeave(row.name, [this](Box&) { Recalculate(); });
+        OnLeave(row.name, [this](Box&) { WorkOut(); });
     OnLeave("EmployeeCost", [this](Box& cost) { LeaveEmployeeCost(cost); });
 }
 
-bool JNotepad::Load()
+void JNotepad::ShowPage(const Recordset& page)
 {
-    return Open([this](Database& database) {
-        if (const Recordset own = FindEmployee(database, "JNotepad", titles.loading); !own.NoMatch())
-            ShowStored(*this, own, Stored);
-        if (const Recordset page = FindEmployee(database, "P11D", titles.loading); !page.NoMatch())
-            ShowStored(*this, page, StoredOnPage);
-    });
+    box("FBox").SetText(page.Field(PageField));
 }
 
 void JNotepad::Recalculate()
@@ -80,22 +82,12 @@ void JNotepad::LeaveEmployeeCost(Box& cost)
 {
     if (!DoesEmployeeCostStand(cost.Text(), TextOf("EmployerCost")))
         cost.Clear();
-    Recalculate();
+    WorkOut();
 }
 
-void JNotepad::Ok()
+std::vector<Notepad::Result> JNotepad::Results(const Recordset& /*own*/) const
 {
-    Recalculate();
-    const bool stored = StoreAll([this](Database& database) {
-        Recordset own = OpenCurrent(database, "JNotepad", session);
-        StoreBoxes(*this, own, Stored);
-        Recordset page = OpenCurrent(database, "P11D", session);
-        StoreBoxes(*this, page, StoredOnPage);
-    });
-    if (!stored)
-        return;
-    PutOnPage("Side2Form1", "JRelocation", TextOf("FBox"), TextOf("FBox"));
-    session.screens.Unload(Name());
+    return {{.field = std::string(PageField), .stored = TextOf("FBox"), .shown = TextOf("FBox")}};
 }
 
 void JNotepad::Delete()

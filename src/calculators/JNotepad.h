@@ -1,20 +1,19 @@
 #pragma once
 
-#include "calculators/CalculatorNotepad.h"
+#include "clientdb/Notepad.h"
 
 namespace quillmere {
 
 /// The calculator of qualifying relocation behind section J.
-class JNotepad : public CalculatorNotepad {
+class JNotepad : public Notepad {
 public:
     explicit JNotepad(Session& session);
 
-    bool Load() override;
-
 private:
-    void Recalculate();
+    void ShowPage(const Recordset& page) override;
+    void Recalculate() override;
     void LeaveEmployeeCost(Box& cost);
-    void Ok() override;
+    std::vector<Result> Results(const Recordset& own) const override;
     void Delete() override;
 };
 

@@ -1,14 +1,10 @@
 #include "cars/ExtraCarsScreen.h"
 
-#include "clientdb/CurrentRecord.h"
-
-#include <string>
+#include <span>
 
 namespace quillmere {
 
 namespace {
-
-constexpr std::string_view Table = "ExtraCars";
 
 /// Cash and fuel, as the two totals of page 1.
 constexpr auto Totals = std::to_array<CarTotalKind>({
@@ -19,67 +15,37 @@ constexpr auto Totals = std::to_array<CarTotalKind>({
 } // namespace
 
 ExtraCarsScreen::ExtraCarsScreen(Session& session, const ExtraCars& which)
-    : Screen(session, which.name, ShowMode::Modal, which.caption), which(which)
+    : Notepad(session, which.name, which.caption, "ExtraCars",
+              {.loading = which.loadingTitle, .okFailure = {}, .okIcon = Icon::Exclamation})
 {
-    for (const int car : which.cars)
+    for (const int car : which.cars) {
+        const std::size_t before = Boxes().size();
         columns.emplace_back(session, *this, car, CarColumn::Totals{});
-    AddBox({.kind = Kind::Button, .text = "&OK"}, "Ok");
-    AddBox({.kind = Kind::Button, .text = "&Delete"}, "Delete");
-    AddBox({.kind = Kind::Button, .text = "&Cancel"}, "Cancel");
-    SetButtons("Cancel", {});
-    OnClick("Ok", [this](Box&) { Ok(); });
-    OnClick("Delete", [this](Box&) { Delete(); });
-    OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
+        for (const auto& added : std::span(Boxes()).subspan(before))
+            if (!added->Field().empty())
+                Keep(added->Field(), added.get(), car);
+    }
+    AddButtons();
 }
 
-bool ExtraCarsScreen::Load()
+/// All in one edit and update.
+void ExtraCarsScreen::Write(Recordset& own) const
+{
+    own.Edit();
+    for (const Entry& entry : Entries())
+        own.SetField(entry.field, Reads(entry));
+    own.Update();
+}
+
+bool ExtraCarsScreen::HandOver(const std::vector<Result>& /*results*/)
 {
     try {
-        LoadCars();
+        ComputeCarTotals(session, *this, Totals, FurtherCars(session));
         return true;
     } catch (const StoreError& error) {
         session.messages.Tell(Caption(), error.what());
         return false;
     }
-}
-
-void ExtraCarsScreen::LoadCars()
-{
-    Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    const Recordset records = OpenCurrent(database, Table, session);
-    if (records.NoMatch()) {
-        session.messages.Tell(which.loadingTitle, "Employee not found");
-        return;
-    }
-    for (const auto& control : Boxes()) {
-        if (control->Field().empty())
-            continue;
-        if (const std::string_view stored = records.Field(control->Field()); !stored.empty())
-            control->ShowStored(stored);
-    }
-}
-
-void ExtraCarsScreen::Ok()
-{
-    try {
-        Store();
-        ComputeCarTotals(session, *this, Totals, FurtherCars(session));
-    } catch (const StoreError& error) {
-        session.messages.Tell(Caption(), error.what());
-        return;
-    }
-    session.screens.Unload(Name());
-}
-
-void ExtraCarsScreen::Store()
-{
-    Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Recordset records = OpenCurrent(database, Table, session);
-    records.Edit();
-    for (const auto& control : Boxes())
-        if (!control->Field().empty())
-            records.SetField(control->Field(), control->Stored());
-    records.Update();
 }
 
 void ExtraCarsScreen::Delete()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cars/CarColumn.h"
-#include "frame/Screen.h"
+#include "clientdb/Notepad.h"
 
 #include <array>
 #include <deque>
@@ -24,19 +24,15 @@ inline constexpr auto ExtraCarsScreens = std::to_array<ExtraCars>({
 
 /// Two further cars of the open employee, in the columns of page 1. The screen holds the only working copy of its cars:
 /// nothing is stored, and the totals on page 1 stay as they are, until Ok.
-class ExtraCarsScreen : public Screen {
+class ExtraCarsScreen : public Notepad {
 public:
     ExtraCarsScreen(Session& session, const ExtraCars& which);
 
-    bool Load() override;
-
 private:
-    void LoadCars();
-    void Ok();
-    void Store();
-    void Delete();
+    void Write(Recordset& own) const override;
+    bool HandOver(const std::vector<Result>& results) override;
+    void Delete() override;
 
-    const ExtraCars& which;
     std::deque<CarColumn> columns;
 };
 

@@ -3,8 +3,6 @@
 #include "cars/CarColumn.h"
 #include "cars/CarMessages.h"
 #include "cars/CarReference.h"
-#include "clientdb/BoundScreen.h"
-#include "clientdb/CurrentRecord.h"
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
@@ -116,17 +114,8 @@ constexpr auto TabRows = std::to_array<BoxRow>({
     {.name = "lblCar4", .kind = Kind::Label, .text = "Car 4", .letter = '4'},
     {.name = "lblCar5", .kind = Kind::Label, .text = "Car 5", .letter = '5'},
 });
-constexpr auto ButtonRows = std::to_array<BoxRow>({
-    {.name = "Ok", .kind = Kind::Button, .text = "&OK"},
-    {.name = "Delete", .kind = Kind::Button, .text = "&Delete"},
-    {.name = "Cancel", .kind = Kind::Button, .text = "&Cancel"},
-});
-
 /// The cars of page 1; the others are in the record of further cars.
 constexpr int CarsOfPage = 2;
-constexpr std::string_view Page = "Form3";
-
-constexpr std::string_view OpeningError = "Notepad F Error";
 
 bool IsTick(const SheetField& field)
 {
@@ -169,7 +158,12 @@ std::string_view ForPage(std::string_view stem, std::string_view text)
 } // namespace
 
 FNotepad::FNotepad(Session& session)
-    : Screen(session, "FNotepad", ShowMode::Modal, "Notepad F - Calculating Car and Fuel Benefit")
+    : Notepad(session, "FNotepad", "Notepad F - Calculating Car and Fuel Benefit", "FNotepad",
+              {.loading = "Car 1 Notepad - loading error",
+               .loadingPage = "Car Notepad - loading error",
+               .failed = "Notepad F Error",
+               .ok = "Notepad F 'Ok' Error",
+               .okIcon = Icon::Exclamation})
 {
     AddBoxes(TabRows);
     for (const SheetField& field : SheetFields) {
@@ -179,16 +173,24 @@ FNotepad::FNotepad(Session& session)
         if (field.row.name == "C02Level")
             AddBox(PictureRow("Image1", "CO2 Calculator"), "Image1");
     }
-    AddBoxes(ButtonRows);
-    SetButtons("Cancel", {});
+    AddButtons();
+    KeepCars();
     BindEvents();
+}
+
+void FNotepad::KeepCars()
+{
+    for (int car = 1; car <= Tabs; ++car)
+        for (const SheetField& field : SheetFields)
+            Keep(field.stored.empty() ? std::string() : Numbered(field.stored, car),
+                 FindBox(field.row.name, IndexOf(field)), car, car);
 }
 
 void FNotepad::BindEvents()
 {
     for (const SheetField& field : SheetFields)
         if (!field.row.name.empty() && !IsTick(field))
-            OnLeave(field.row.name, [this](Box&) { Recalculate(); });
+            OnLeave(field.row.name, [this](Box&) { WorkOut(); });
     const auto leave = [this](std::string_view boxName, void (FNotepad::*operation)()) {
         OnLeave(boxName, [this, operation](Box&) { (this->*operation)(); });
     };
@@ -203,82 +205,45 @@ void FNotepad::BindEvents()
     const auto leavePeriod = [this](std::string_view boxName, auto check) {
         OnLeave(boxName, [this, check](Box& left) {
             left.SetText(check(DateTexts(), static_cast<std::size_t>(left.Index() - 1)).text);
-            Recalculate();
+            WorkOut();
         });
     };
     leavePeriod(FirstBox, LeavePeriodFirst);
     leavePeriod(LastBox, LeavePeriodLast);
     OnClick("Check1", [this](Box&) { ClickFuelTick(); });
-    OnClick("WithdrawnTick", [this](Box&) { Recalculate(); });
+    OnClick("WithdrawnTick", [this](Box&) { WorkOut(); });
     for (int car = 1; car <= Tabs; ++car)
         OnClick(Numbered("lblCar", car), [this, car](Box&) { ClickTab(car); });
     OnClick("Image1", [this](Box&) { session.screens.Show("Form1"); });
-    OnClick("Ok", [this](Box&) { Ok(); });
-    OnClick("Delete", [this](Box&) { Delete(); });
-    OnClick("Cancel", [this](Box&) { session.screens.Unload(Name()); });
 }
 
 // ---- opening, and the car that shows
 
 bool FNotepad::Load()
 {
-    try {
-        Database database = Database::OpenDatabase(session.ClientDatabasePath());
-        const Recordset own = OpenCurrent(database, "FNotepad", session);
-        if (own.NoMatch())
-            session.messages.Tell("Car 1 Notepad - loading error", "Employee not found");
-        else
-            ReadRecord(own);
-        if (OpenCurrent(database, "P11D", session).NoMatch())
-            session.messages.Tell("Car Notepad - loading error", "Employee not found");
-    } catch (const StoreError& error) {
-        session.messages.Tell(OpeningError, error.what());
-        return false;
-    }
     // Kept: the sheet opens with every tab plain, and shows the first car.
-    ShowCar(1);
-    SetCaption("Cars and car fuel - " + session.CurrentEmployee + " (" + session.CurrentEmployer + ")");
+    if (!Notepad::Load())
+        return false;
+    SetCaption(NotepadCaption("Cars and car fuel - ", session));
     return true;
 }
 
-void FNotepad::ReadRecord(const Recordset& own)
+void FNotepad::ShowStored(Entry& entry)
 {
-    for (int car = 1; car <= Tabs; ++car)
-        for (std::size_t place = 0; place < Fields; ++place)
-            if (const std::string_view stem = SheetFields[place].stored; !stem.empty())
-                TextsOf(car)[place] = WithoutLastYear(stem, own.Field(Numbered(stem, car)));
+    const auto place = static_cast<std::size_t>(&entry - Entries().data()) % Fields;
+    Show(entry, WithoutLastYear(SheetFields[place].stored, entry.stored));
 }
 
-/// Takes the boxes into the working store, under the car that shows.
-void FNotepad::StoreBoxes()
+std::string FNotepad::TextOfCar(int car, std::size_t place) const
 {
-    for (std::size_t place = 0; place < Fields; ++place) {
-        const SheetField& field = SheetFields[place];
-        if (field.row.name.empty())
-            continue;
-        TextsOf(current)[place] = box(field.row.name, IndexOf(field)).Stored();
-    }
-}
-
-void FNotepad::ShowCar(int car)
-{
-    current = car;
-    for (std::size_t place = 0; place < Fields; ++place) {
-        const SheetField& field = SheetFields[place];
-        if (field.row.name.empty())
-            continue;
-        box(field.row.name, IndexOf(field)).ShowStored(TextsOf(car)[place]);
-    }
-    SetWithdrawnState();
+    return Reads(Entries()[static_cast<std::size_t>(car - 1) * Fields + place]);
 }
 
 void FNotepad::ClickTab(int car)
 {
-    StoreBoxes();
     for (int tab = 1; tab <= Tabs; ++tab)
         box(Numbered("lblCar", tab)).SetPaint(tab == car ? Paint::Yellow : Paint::Plain);
-    ShowCar(car);
-    Recalculate();
+    TurnTo(car);
 }
 
 void FNotepad::TakeCar(const FoundCar& car)
@@ -289,7 +254,7 @@ void FNotepad::TakeCar(const FoundCar& car)
     box("C02Level").SetText(car.co2);
     box("DateReg").SetText(car.registrationDate);
     box("EngineSize").SetText(car.engine);
-    Recalculate();
+    WorkOut();
 }
 
 // ---- the calculation
@@ -344,10 +309,10 @@ void FNotepad::Compute()
         return CarReferenceRate(session.resourceFolder / CarReferenceName, figure, column);
     });
     SetWithdrawnState();
-    Write(working);
+    Put(working);
 }
 
-void FNotepad::Write(const CarSheetWorking& working)
+void FNotepad::Put(const CarSheetWorking& working)
 {
     const auto amount = [this](std::string_view boxName, Amount value) {
         box(boxName).SetText(AmountText(value, edition::FormatMoneyBlankZero));
@@ -402,7 +367,7 @@ void FNotepad::LeaveFuel()
         fuel.Clear();
         session.messages.Tell(edition::AppTitle, carwords::InvalidFuel);
     }
-    Recalculate();
+    WorkOut();
 }
 
 void FNotepad::LeaveRegistration()
@@ -412,7 +377,7 @@ void FNotepad::LeaveRegistration()
     registered.SetText(outcome.text);
     if (const std::string_view refusal = carwords::RegistrationMessage(outcome.check); !refusal.empty())
         session.messages.Tell(edition::AppTitle, refusal);
-    Recalculate();
+    WorkOut();
 }
 
 void FNotepad::LeaveFirst()
@@ -422,7 +387,7 @@ void FNotepad::LeaveFirst()
     first.SetText(outcome.text);
     if (outcome.beforeRegistration)
         session.messages.Tell(edition::AppTitle, carwords::FirstDateTooEarly);
-    Recalculate();
+    WorkOut();
 }
 
 void FNotepad::LeaveLast()
@@ -432,21 +397,21 @@ void FNotepad::LeaveLast()
     last.SetText(LastDateChecker(box("DateFirst").Text(), entered));
     if (last.Empty() && !entered.empty() && IsDateText(entered))
         session.messages.Tell("Incorrect Date", "Date must not be earlier than first date");
-    Recalculate();
+    WorkOut();
 }
 
 void FNotepad::LeavePrice()
 {
     Box& price = box("ListPriceBox");
     Refuse(price, CheckListPrice(price.Text(), box("AccessoriesBox").Text()));
-    Recalculate();
+    WorkOut();
 }
 
 void FNotepad::LeaveExtras()
 {
     Box& accessories = box("AccessoriesBox");
     Refuse(accessories, CheckAccessories(accessories.Text()));
-    Recalculate();
+    WorkOut();
 }
 
 void FNotepad::LeaveContribution()
@@ -454,7 +419,7 @@ void FNotepad::LeaveContribution()
     Box& contribution = box("DBox");
     if (Refuse(contribution, CheckContribution(contribution.Text())))
         Focus(contribution);
-    Recalculate();
+    WorkOut();
 }
 
 bool FNotepad::Refuse(Box& price, PriceCheck check)
@@ -472,13 +437,13 @@ void FNotepad::LeaveWithdrawn()
     Box& withdrawn = box("DateWithdrawn");
     withdrawn.SetText(CheckWithdrawnDate(withdrawn.Text(), box("DateFirst").Text(), box("DateLast").Text()));
     SetWithdrawnState();
-    Recalculate();
+    WorkOut();
 }
 
 void FNotepad::ClickFuelTick()
 {
     if (box("Check1").Ticked()) {
-        Recalculate();
+        WorkOut();
         return;
     }
     // Kept: the additional days stay.
@@ -488,60 +453,34 @@ void FNotepad::ClickFuelTick()
 
 // ---- the buttons
 
-void FNotepad::Ok()
+std::vector<Notepad::Result> FNotepad::Results(const Recordset& /*own*/) const
 {
-    Recalculate();
-    StoreBoxes();
-    try {
-        Store();
-    } catch (const StoreError&) {
-        session.messages.Tell("Notepad F 'Ok' Error", "Unable to update database");
-        return;
-    }
-    session.screens.Unload(Name());
+    std::vector<Result> results;
+    for (int car = 1; car <= Tabs; ++car)
+        AddCar(results, car);
+    for (const auto& [field, stem] : {std::pair("FTotalCashCars", "CashEqu"), std::pair("FTotalCashFuel", "FuelEqu")})
+        results.push_back({.field = field, .stored = Total(stem), .shown = Total(stem)});
+    return results;
 }
 
-void FNotepad::Store()
+/// A car's facts for the record that has the car, and for the page if it is one of the page's.
+void FNotepad::AddCar(std::vector<Result>& results, int car) const
 {
-    Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Recordset own = OpenCurrent(database, "FNotepad", session);
-    Recordset page = OpenCurrent(database, "P11D", session);
-    Recordset extraCars = OpenCurrent(database, "ExtraCars", session);
-    WriteBatch batch(database);
-    for (int car = 1; car <= Tabs; ++car)
-        for (std::size_t place = 0; place < Fields; ++place)
-            if (const std::string_view stem = SheetFields[place].stored; !stem.empty())
-                StoreField(own, Numbered(stem, car), TextsOf(car)[place]);
-    for (int car = 1; car <= Tabs; ++car)
-        StoreCar(car <= CarsOfPage ? page : extraCars, car);
-    StorePage(page, "FTotalCashCars", Total("CashEqu"));
-    StorePage(page, "FTotalCashFuel", Total("FuelEqu"));
-    batch.Commit();
-}
-
-/// Copies a car's facts to the record that has the car, and to the page if it is one of the page's.
-void FNotepad::StoreCar(Recordset& records, int car)
-{
-    const auto store = [&](std::string_view stem, std::string_view text) {
-        if (car <= CarsOfPage)
-            StorePage(records, FieldOfCar(stem, car), ForPage(stem, text));
-        else
-            StoreField(records, FieldOfCar(stem, car), text);
+    const auto add = [&](std::string_view stem, std::string_view text) {
+        if (car <= CarsOfPage) {
+            const std::string forPage(ForPage(stem, text));
+            results.push_back({.field = FieldOfCar(stem, car), .stored = forPage, .shown = forPage});
+        } else {
+            results.push_back(
+                {.field = FieldOfCar(stem, car), .stored = std::string(text), .shown = {}, .table = "ExtraCars"});
+        }
     };
-    const std::string& make = TextsOf(car)[PlaceOf("Make")];
-    const std::string& model = TextsOf(car)[PlaceOf("Model")];
-    store("FMakeModel", make.empty() && model.empty() ? std::string() : MakeAndModel(make, model));
+    const std::string make = TextOfCar(car, PlaceOf("Make"));
+    const std::string model = TextOfCar(car, PlaceOf("Model"));
+    add("FMakeModel", make.empty() && model.empty() ? std::string() : MakeAndModel(make, model));
     for (std::size_t place = 0; place < Fields; ++place)
         if (const std::string_view stem = SheetFields[place].page; !stem.empty())
-            store(stem, TextsOf(car)[place]);
-}
-
-/// Writes a field of page 1, and puts the same text into the box that is bound to it.
-void FNotepad::StorePage(Recordset& records, std::string_view field, std::string_view text)
-{
-    StoreField(records, field, text);
-    if (auto* page = dynamic_cast<BoundScreen*>(session.screens.Find(Page)))
-        page->TakeField(field, text);
+            add(stem, TextOfCar(car, place));
 }
 
 /// The sum of a figure of the sheet's cars, as page 1 shows it.
@@ -549,16 +488,14 @@ std::string FNotepad::Total(std::string_view storedStem) const
 {
     Amount total;
     for (int car = 1; car <= Tabs; ++car)
-        total += ReadAmount(TextsOf(car)[PlaceOf(storedStem)]);
+        total += ReadAmount(TextOfCar(car, PlaceOf(storedStem)));
     return AmountText(total, edition::FormatMoneyBlankZero);
 }
 
 void FNotepad::Delete()
 {
-    for (std::size_t place = 0; place < Fields; ++place)
-        if (!SheetFields[place].row.name.empty())
-            TextsOf(current)[place].clear();
-    ShowCar(current);
+    Notepad::Delete();
+    SetWithdrawnState();
 }
 
 } // namespace quillmere

@@ -2,9 +2,7 @@
 
 #include "cars/CarPrices.h"
 #include "cars/CarSheet.h"
-#include "clientdb/store/Recordset.h"
-#include "frame/Screen.h"
-#include "frame/Session.h"
+#include "clientdb/Notepad.h"
 
 #include <array>
 #include <cstddef>
@@ -16,7 +14,7 @@ namespace quillmere {
 /// The car notepad: a working sheet for five cars, of which one shows at a time, by the rules of an older year. It is
 /// out of ordinary use. Its Ok writes its own table and copies the cars' facts to page 1 and to the record of further
 /// cars.
-class FNotepad : public Screen {
+class FNotepad : public Notepad {
 public:
     explicit FNotepad(Session& session);
 
@@ -33,24 +31,21 @@ public:
     static constexpr std::size_t Fields = 43;
 
 private:
-    /// The working store has room for six cars, of which the sheet uses five.
-    static constexpr std::size_t Cars = 6;
     static constexpr int Tabs = 5;
-    using CarTexts = std::array<std::string, Fields>;
 
-    CarTexts& TextsOf(int car) { return texts[static_cast<std::size_t>(car - 1)]; }
-    const CarTexts& TextsOf(int car) const { return texts[static_cast<std::size_t>(car - 1)]; }
+    void KeepCars();
     void BindEvents();
-    void ReadRecord(const Recordset& own);
-    void StoreBoxes();
-    void ShowCar(int car);
+    void ShowStored(Entry& entry) override;
+    void TabShown() override { SetWithdrawnState(); }
     void ClickTab(int car);
+    /// What a field of a car reads, by its place among the fields of one.
+    std::string TextOfCar(int car, std::size_t place) const;
 
-    void Recalculate();
+    void Recalculate() override;
     void Compute();
     CarDateTexts DateTexts() const;
     CarSheetFacts Facts() const;
-    void Write(const CarSheetWorking& working);
+    void Put(const CarSheetWorking& working);
     /// The tick beside the day of withdrawal has a meaning only with a day.
     void SetWithdrawnState();
 
@@ -66,15 +61,10 @@ private:
     void LeaveWithdrawn();
     void ClickFuelTick();
 
-    void Ok();
-    void Store();
-    void StoreCar(Recordset& records, int car);
-    void StorePage(Recordset& records, std::string_view field, std::string_view text);
+    std::vector<Result> Results(const Recordset& own) const override;
+    void AddCar(std::vector<Result>& results, int car) const;
     std::string Total(std::string_view storedStem) const;
-    void Delete();
-
-    std::array<CarTexts, Cars> texts;
-    int current = 1;
+    void Delete() override;
 };
 
 } // namespace quillmere

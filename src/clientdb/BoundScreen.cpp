@@ -48,18 +48,15 @@ bool BoundScreen::Telling(const std::function<void()>& work)
     }
 }
 
-void BoundScreen::TakeResult(std::string_view boxName, std::string_view text, std::string_view stored)
+void BoundScreen::TakeResult(std::string_view field, std::string_view text, const std::optional<std::string>& stored)
 {
-    Box& result = box(boxName);
-    result.SetText(text);
-    link->NoteStored(result, stored);
-}
-
-void BoundScreen::TakeField(std::string_view field, std::string_view text)
-{
-    for (const auto& bound : Boxes())
-        if (bound->Field() == field)
-            link->Take(*bound, text);
+    for (const auto& bound : Boxes()) {
+        if (bound->Field() != field)
+            continue;
+        bound->ShowStored(text);
+        if (stored)
+            link->NoteStored(*bound, *stored == text ? bound->Stored() : *stored);
+    }
 }
 
 void BoundScreen::CloseRequested()

@@ -44,10 +44,13 @@ public:
     /// Gives up what has changed: nothing of it is stored when the screen closes.
     void DropChanges();
     bool HasRecord() const { return link->HasRecord(); }
-    /// A notepad hands a result over: what the box is to read, and what the notepad has written to its field.
-    void TakeResult(std::string_view boxName, std::string_view text, std::string_view stored);
-    /// Another screen has written a field of the record: every box that is bound to it takes the text.
-    void TakeField(std::string_view field, std::string_view text);
+    /// The table of the record that it shows.
+    std::string_view Table() const { return source.table; }
+    /// A notepad has worked a field of the record out: every box that is bound to it shows the text. If the notepad has
+    /// written the field, the box holds what it has written; else the box waits to be stored.
+    void TakeResult(std::string_view field, std::string_view text, const std::optional<std::string>& stored);
+    /// All results of a notepad have been taken.
+    virtual void ResultsTaken() {}
 
 protected:
     /// Its boxes are stored when it closes, so the one in use is left first.

@@ -25,14 +25,10 @@ bool DataLink::Position(Recordset& records, const Key& to)
 
 void DataLink::Show(Recordset& records)
 {
-    for (Box* box : bound)
-        Take(*box, records.Field(box->Field()));
-}
-
-void DataLink::Take(Box& box, std::string_view text)
-{
-    box.ShowStored(text);
-    shown[&box] = box.Stored();
+    for (Box* box : bound) {
+        box->ShowStored(records.Field(box->Field()));
+        shown[box] = box->Stored();
+    }
 }
 
 bool DataLink::Seek(std::string_view index, std::string_view part1, std::string_view part2)

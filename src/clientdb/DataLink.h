@@ -38,8 +38,6 @@ public:
     bool HasBroughtBack() const { return hasBroughtBack; }
     /// Another screen has written the box's field: what it holds now. The box is written, too, if it reads otherwise.
     void NoteStored(const Box& box, std::string_view text) { shown[&box] = text; }
-    /// Another screen has written the box's field: the box shows what it holds now.
-    void Take(Box& box, std::string_view text);
     bool HasRecord() const { return hasRecord; }
 
 private:

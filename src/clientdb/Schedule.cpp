@@ -1,6 +1,5 @@
 #include "clientdb/Schedule.h"
 
-#include "clientdb/CurrentRecord.h"
 #include "edition/Edition.h"
 #include "frame/KeyFilters.h"
 #include "frame/Text.h"
@@ -17,7 +16,8 @@ Schedule::Schedule(Screen& screen, std::span<const ScheduleColumn> columns) : sc
             if (!column.Exists())
                 continue;
             const bool amount = column.use != Use::Description;
-            Box& added = screen.AddBox({.filter = amount ? SignedMoneyKeyFilter : nullptr,
+            Box& added = screen.AddBox({.field = column.field,
+                                        .filter = amount ? SignedMoneyKeyFilter : nullptr,
                                         .readOnly = column.use == Use::Computed,
                                         .amount = amount,
                                         .monospaced = true},
@@ -34,23 +34,6 @@ void Schedule::OnLeaveAmount(const Screen::Operation& operation)
             screen.OnLeave(column.box, operation);
 }
 
-void Schedule::Load(const Recordset& records)
-{
-    for (int line = 1; line <= LinesOfASchedule; ++line)
-        for (const ScheduleColumn& column : columns)
-            if (column.Exists())
-                if (const std::string_view stored = records.Field(Numbered(column.field, line)); !stored.empty())
-                    At(column, line).SetText(stored);
-}
-
-void Schedule::Store(Recordset& records) const
-{
-    for (int line = 1; line <= LinesOfASchedule; ++line)
-        for (const ScheduleColumn& column : columns)
-            if (column.Exists())
-                StoreField(records, Numbered(column.field, line), At(column, line).Text());
-}
-
 bool Schedule::HasDescription() const
 {
     for (const ScheduleColumn& column : columns)
@@ -59,14 +42,6 @@ bool Schedule::HasDescription() const
                 if (!At(column, line).Empty())
                     return true;
     return false;
-}
-
-void Schedule::Clear()
-{
-    for (const ScheduleColumn& column : columns)
-        if (column.Exists())
-            for (int line = 1; line <= LinesOfASchedule; ++line)
-                At(column, line).Clear();
 }
 
 void RewriteAndAdd(std::string& amount, Amount& total)

@@ -12,8 +12,6 @@
 /// schedules of the pages and those of the declaration have in common.
 namespace quillmere {
 
-class Recordset;
-
 inline constexpr int LinesOfASchedule = 20;
 
 /// One column of a schedule. A column that a schedule lacks is left empty.
@@ -44,14 +42,8 @@ public:
 
     /// Runs the operation when an amount of any line is left.
     void OnLeaveAmount(const Screen::Operation& operation);
-    /// Fills the boxes from the fields of the current record; an empty field leaves its box as it is.
-    void Load(const Recordset& records);
-    /// Writes every box to its field, line by line, each in an edit and update of its own. Throws StoreError at the
-    /// first that fails.
-    void Store(Recordset& records) const;
     /// True if any line has a description.
     bool HasDescription() const;
-    void Clear();
 
 private:
     Screen& screen;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "clientdb/Notepad.h"
 #include "clientdb/Schedule.h"
 #include "declaration/DeclarationWords.h"
-#include "frame/Screen.h"
 
 #include <array>
 #include <string_view>
@@ -15,7 +15,7 @@ struct AdjustmentSchedule {
     std::string_view caption;
     std::string_view timer;
     std::array<ScheduleColumn, 2> columns; ///< the description and the amount
-    std::string_view target;               ///< boxes of the declaration that take the result
+    std::string_view target;               ///< fields of the declaration that take the result
     std::string_view targetDescription;
     std::string_view loadingError;
 
@@ -34,8 +34,8 @@ inline constexpr auto AdjustmentSchedules = std::to_array<AdjustmentSchedule>({
                   .field = "AmountAdded",
                   .caption = words::AmountToBeAdded,
                   .total = "AmountAddedTotal"}},
-     .target = "Section4BoxB",
-     .targetDescription = "Section4DescriptionB",
+     .target = "Section4BBox",
+     .targetDescription = "Section4BDesc",
      .loadingError = "P11D(B) Notepad 1 - loading error"},
     {.name = "P11DBNotepad2",
      .caption = "P11D (B) Notepad 2",
@@ -45,27 +45,24 @@ inline constexpr auto AdjustmentSchedules = std::to_array<AdjustmentSchedule>({
                   .field = "AmountDeducted",
                   .caption = words::AmountToBeDeducted,
                   .total = "AmountDeductedTotal"}},
-     .target = "Section4BoxC",
-     .targetDescription = "Section4DescriptionC",
+     .target = "Section4CBox",
+     .targetDescription = "Section4CDesc",
      .loadingError = "P11D(B) Notepad 2 - loading error"},
 });
 
 /// A schedule of up to twenty lines, each a description and an amount. Its total and whether there is any description
 /// go to the declaration.
-class AdjustmentNotepad : public Screen {
+class AdjustmentNotepad : public Notepad {
 public:
     AdjustmentNotepad(Session& session, const AdjustmentSchedule& schedule);
 
     bool Load() override;
 
 private:
-    Box& Total() { return box(schedule.AmountColumn().total); }
-    void LoadLines();
-    void Recalculate();
-    void Ok();
-    void StoreLines();
-    void HandBack();
-    void Delete();
+    Recordset OpenOwn(Database& database) const override;
+    void Recalculate() override;
+    std::vector<Result> Results(const Recordset& own) const override;
+    void Delete() override;
 
     const AdjustmentSchedule& schedule;
     Schedule lines;

@@ -11,9 +11,9 @@ public:
 
     bool Load() override;
     void Unload() override;
+    void ResultsTaken() override { StartP11DBTimer(); }
 
-    /// Has the total and all that follows from it worked out anew once the windows are up; for whoever changes
-    /// section 4.
+    /// Has the total and all that follows from it worked out anew once the windows are up.
     void StartP11DBTimer();
 
 private:

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "clientdb/Notepad.h"
 #include "clientdb/Schedule.h"
-#include "frame/Screen.h"
 
 #include <array>
 #include <cstddef>
@@ -18,9 +18,8 @@ struct NotepadMember {
     std::array<ScheduleColumn, 4> columns; ///< description, cost, tax, cash
     ScheduleKind kind = ScheduleKind::CostTaxAndCash;
 
-    std::string_view page;                       ///< the side of the form that shows the totals
-    std::array<std::string_view, 3> totalFields; ///< fields of P11D, and boxes of the page, for cost, tax and cash
-    std::string_view describedBox = {}; ///< box of the page that reads "As per attached"; none: nothing is said there
+    std::array<std::string_view, 3> totalFields; ///< of P11D, for cost, tax and cash
+    std::string_view describedField = {};        ///< of P11D, reads "As per attached"; none: nothing is said there
     /// Field of P11D that is emptied in place of the total's own where there is no total; none: the total's own.
     std::string_view emptiedInstead = {};
 
@@ -38,24 +37,19 @@ std::span<const NotepadMember> Notepads();
 
 /// A list of up to twenty like items behind a section of the form. It hands one total a column back to the page and to
 /// the employee's record, and tells the page whether any line has a description.
-class ScheduleNotepad : public Screen {
+class ScheduleNotepad : public Notepad {
 public:
     ScheduleNotepad(Session& session, const NotepadMember& member);
 
-    bool Load() override;
-    void Activate() override;
+    void Activate() override { WorkOut(); }
 
 private:
-    void LoadLines();
-    void Recalculate();
-    [[nodiscard]] bool TaxIsWithinCost();
-    void Ok();
-    void Store();
-    void StoreTotal(Recordset& records, std::size_t which);
-    void Delete();
-    const std::string& Total(std::size_t which) const;
-    std::string_view FieldOfTotal(std::size_t which) const;
-    void PutOnPage();
+    void ShowPage(const Recordset& page) override;
+    void Recalculate() override;
+    /// A line whose tax exceeds its cost is told of; an empty box counts as nothing.
+    bool MayStore() override;
+    std::vector<Result> Results(const Recordset& own) const override;
+    void Delete() override;
 
     const NotepadMember& member;
     Schedule schedule;

@@ -1,0 +1,273 @@
+#include "clientdb/Notepad.h"
+
+#include "clientdb/BoundScreen.h"
+#include "clientdb/CurrentRecord.h"
+#include "edition/Edition.h"
+#include "frame/Text.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace quillmere {
+
+Notepad::Notepad(Session& session, std::string_view name, std::string_view caption, std::string_view table,
+                 const Words& words)
+    : Screen(session, name, ShowMode::Modal, caption), table(table), words(words)
+{
+}
+
+// ---- how a notepad is put together
+
+void Notepad::AddButtons(std::string_view ok, std::string_view remove, std::string_view cancel)
+{
+    AddBox({.kind = Kind::Button, .text = "&OK"}, std::string(ok));
+    AddBox({.kind = Kind::Button, .text = "&Delete"}, std::string(remove));
+    AddBox({.kind = Kind::Button, .text = "&Cancel"}, std::string(cancel));
+    BindButtons(ok, remove, cancel);
+}
+
+void Notepad::BindButtons(std::string_view ok, std::string_view remove, std::string_view cancel)
+{
+    SetButtons(cancel, {});
+    OnClick(ok, [this](Box&) { Ok(); });
+    if (!remove.empty())
+        OnClick(remove, [this](Box&) { Delete(); });
+    OnClick(cancel, [this](Box&) { session.screens.Unload(Name()); });
+}
+
+void Notepad::Keep(std::string_view field, Box* box, int thing, int tab)
+{
+    entries.push_back(
+        {.field = std::string(field), .box = box, .thing = thing, .tab = tab, .text = {}, .stored = {}, .opened = {}});
+}
+
+std::vector<Box*> Notepad::FieldBoxes(std::span<const std::string_view> writingOrder) const
+{
+    std::vector<Box*> named;
+    for (const auto& control : Boxes())
+        if (!control->Field().empty())
+            named.push_back(control.get());
+    std::ranges::stable_sort(named, {},
+                             [&](const Box* control) { return std::ranges::find(writingOrder, control->Field()); });
+    return named;
+}
+
+void Notepad::KeepBoxes(std::span<const std::string_view> writingOrder)
+{
+    for (Box* named : FieldBoxes(writingOrder)) {
+        if (named->Index() == Box::NoIndex)
+            Keep(named->Field(), named);
+        else
+            Keep(Numbered(named->Field(), named->Index()), named, named->Index());
+    }
+}
+
+std::vector<std::string> Notepad::Fields() const
+{
+    std::vector<std::string> fields;
+    for (const Entry& entry : entries)
+        if (!entry.field.empty())
+            fields.push_back(entry.field);
+    return fields;
+}
+
+// ---- the opening
+
+bool Notepad::Load()
+{
+    try {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        Open(database);
+    } catch (const StoreError& error) {
+        session.messages.Tell(words.failed.empty() ? Caption() : words.failed,
+                              words.failure.empty() ? error.what() : words.failure);
+        return false;
+    }
+    TabShown();
+    for (Entry& entry : entries)
+        entry.opened = Reads(entry);
+    return true;
+}
+
+void Notepad::Open(Database& database)
+{
+    if (const Recordset own = FindOwn(database, words.loading); !own.NoMatch()) {
+        for (Entry& entry : entries)
+            if (!entry.field.empty())
+                entry.stored = own.Field(entry.field);
+        for (Entry& entry : entries)
+            ShowStored(entry);
+    }
+    if (!words.loadingPage.empty())
+        if (const Recordset page = FindEmployee(database, "P11D", words.loadingPage); !page.NoMatch())
+            ShowPage(page);
+}
+
+Recordset Notepad::OpenOwn(Database& database) const
+{
+    return OpenCurrent(database, table, session);
+}
+
+Recordset Notepad::FindOwn(Database& database, std::string_view title) const
+{
+    Recordset records = OpenOwn(database);
+    if (records.NoMatch() && !title.empty())
+        session.messages.Tell(title, "Employee not found");
+    return records;
+}
+
+Recordset Notepad::FindEmployee(Database& database, std::string_view ofTable, std::string_view title) const
+{
+    Recordset records = OpenCurrent(database, ofTable, session);
+    if (records.NoMatch() && !title.empty())
+        session.messages.Tell(title, "Employee not found");
+    return records;
+}
+
+// ---- what is kept
+
+std::string Notepad::Reads(const Entry& entry) const
+{
+    return IsInBox(entry) ? entry.box->Stored() : entry.text;
+}
+
+const Notepad::Entry& Notepad::EntryOf(std::string_view field) const
+{
+    const auto found = std::ranges::find(entries, field, &Entry::field);
+    if (found == entries.end())
+        throw std::logic_error(Name() + " keeps no field " + std::string(field));
+    return *found;
+}
+
+void Notepad::Show(Entry& entry, std::string_view text)
+{
+    entry.text = text;
+    if (IsInBox(entry))
+        entry.box->ShowStored(text);
+}
+
+void Notepad::TurnTo(int tab)
+{
+    WorkOut([this, tab] {
+        for (Entry& entry : entries)
+            entry.text = Reads(entry);
+        shownTab = tab;
+        for (Entry& entry : entries)
+            Show(entry, entry.text);
+        TabShown();
+        Recalculate();
+    });
+}
+
+// ---- the work
+
+void Notepad::WorkOut()
+{
+    WorkOut([this] { Recalculate(); });
+}
+
+void Notepad::WorkOut(const std::function<void()>& work)
+{
+    std::vector<Entry*> untouched;
+    for (Entry& entry : entries)
+        if (Reads(entry) == entry.opened)
+            untouched.push_back(&entry);
+    work();
+    for (Entry* entry : untouched)
+        entry->opened = Reads(*entry);
+}
+
+// ---- the buttons
+
+void Notepad::Ok()
+{
+    std::vector<Result> results;
+    if (MayStore() && Store(results) && HandOver(results))
+        session.screens.Unload(Name());
+}
+
+bool Notepad::MayStore()
+{
+    WorkOut();
+    return true;
+}
+
+bool Notepad::Store(std::vector<Result>& results)
+{
+    try {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        WriteBatch batch(database);
+        if (FindOwn(database, words.okMissing).NoMatch() && words.missingEnds)
+            return false;
+        if (!words.okMissingPage.empty())
+            FindEmployee(database, "P11D", words.okMissingPage);
+        Recordset own = OpenOwn(database);
+        Write(own);
+        results = Results(own);
+        std::optional<Recordset> records;
+        std::string_view inHand;
+        for (const Result& result : results) {
+            if (!result.stored)
+                continue;
+            if (inHand != result.table)
+                records = OpenCurrent(database, result.table, session);
+            inHand = result.table;
+            StoreField(*records, result.field, *result.stored);
+        }
+        batch.Commit();
+        return true;
+    } catch (const StoreError& error) {
+        session.messages.Tell(words.ok.empty() ? Caption() : words.ok,
+                              words.okFailure.empty() ? error.what() : words.okFailure, words.okIcon);
+        return false;
+    }
+}
+
+void Notepad::Write(Recordset& own) const
+{
+    for (const Entry& entry : entries)
+        if (!entry.field.empty())
+            StoreField(own, entry.field, Reads(entry));
+}
+
+bool Notepad::HandOver(const std::vector<Result>& results)
+{
+    for (Screen* screen : session.screens.Open())
+        if (auto* bound = dynamic_cast<BoundScreen*>(screen)) {
+            for (const Result& result : results)
+                if (result.shown && result.table == bound->Table())
+                    bound->TakeResult(result.field, *result.shown, result.stored);
+            bound->ResultsTaken();
+        }
+    return true;
+}
+
+void Notepad::Delete()
+{
+    for (Entry& entry : entries)
+        if (IsInBox(entry))
+            entry.box->Clear();
+}
+
+void Notepad::SetAmount(std::string_view boxName, Amount amount)
+{
+    box(boxName).SetText(AmountText(amount, edition::FormatMoneyBlankZero));
+}
+
+void Notepad::SetNumber(std::string_view boxName, double number)
+{
+    box(boxName).SetText(PlainNumberBlankZero(number));
+}
+
+void Notepad::ClearBoxes(std::span<const std::string_view> boxNames)
+{
+    for (const std::string_view boxName : boxNames)
+        box(boxName).Clear();
+}
+
+std::string NotepadCaption(std::string_view words, const Session& session)
+{
+    return std::string(words) + session.CurrentEmployee + " (" + session.CurrentEmployer + ")";
+}
+
+} // namespace quillmere
