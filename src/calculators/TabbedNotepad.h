@@ -14,7 +14,7 @@ class TabbedNotepad : public Notepad {
 public:
     static constexpr int Tabs = 3;
 
-    /// The labels, which must outlive nothing but the construction.
+    /// Names of the labels.
     using TabNames = std::array<std::string_view, Tabs>;
 
     TabbedNotepad(Session& session, std::string_view name, std::string_view caption, const Words& words,

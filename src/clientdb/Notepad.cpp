@@ -6,6 +6,7 @@
 #include "frame/Text.h"
 
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 
 namespace quillmere {
@@ -201,7 +202,10 @@ bool Notepad::Store(std::vector<Result>& results)
             return false;
         if (!words.okMissingPage.empty())
             FindEmployee(database, "P11D", words.okMissingPage);
+        batch.Begin();
         Recordset own = OpenOwn(database);
+        if (!own.NoMatch())
+            TakeOver(own);
         Write(own);
         results = Results(own);
         std::optional<Recordset> records;
@@ -221,6 +225,31 @@ bool Notepad::Store(std::vector<Result>& results)
                               words.okFailure.empty() ? error.what() : words.okFailure, words.okIcon);
         return false;
     }
+}
+
+void Notepad::TakeOver(const Recordset& own)
+{
+    std::set<int> touched;
+    const auto isTouched = [&](const Entry& entry) {
+        return entry.thing == 0 ? Reads(entry) != entry.opened : touched.contains(entry.thing);
+    };
+    for (const Entry& entry : entries)
+        if (Reads(entry) != entry.opened)
+            touched.insert(entry.thing);
+    std::vector<Entry*> taken;
+    for (Entry& entry : entries)
+        if (!entry.field.empty() && !isTouched(entry) && own.Field(entry.field) != entry.stored)
+            taken.push_back(&entry);
+    if (taken.empty())
+        return;
+    WorkOut([&] {
+        for (Entry* entry : taken) {
+            entry->stored = own.Field(entry->field);
+            ShowStored(*entry);
+        }
+        TabShown();
+        Recalculate();
+    });
 }
 
 void Notepad::Write(Recordset& own) const

@@ -16,6 +16,10 @@ namespace quillmere {
 
 /// A dialog that stores by its Ok alone: modal, filled from its own record when it opens. Ok writes that record field
 /// by field, then what comes of it to the records of what is open, and hands the same to the screens that show them.
+///
+/// Somebody else may have the same record open. What he has stored meanwhile Ok takes over first, thing by thing, where
+/// the user has changed nothing: so two users' lines stand together, and the figures are those of both. Where both have
+/// changed one thing, the later Ok has it.
 class Notepad : public Screen {
 public:
     /// What the messages of one notepad say.
@@ -138,6 +142,7 @@ protected:
 private:
     void Ok();
     [[nodiscard]] bool Store(std::vector<Result>& results);
+    void TakeOver(const Recordset& own);
     bool IsInBox(const Entry& entry) const { return entry.box != nullptr && entry.tab == shownTab; }
 
     std::string table;

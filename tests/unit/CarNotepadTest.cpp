@@ -6,6 +6,7 @@
 #include "cars/CarReference.h"
 #include "cars/FNotepad.h"
 #include "cars/Form1.h"
+#include "clientdb/CurrentRecord.h"
 #include "clientdb/Employees.h"
 #include "clientdb/store/StoreFaults.h"
 #include "clientdb/store/TableLayouts.h"
@@ -20,6 +21,7 @@
 #include <algorithm>
 #include <cctype>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace quillmere {
@@ -281,29 +283,26 @@ TEST_F(CarNotepadTest, AStoreThatFailsAtTheOpeningIsToldUnderItsTitleAndTheSheet
 
 class OkOfTheSheet : public CarNotepadTest {
 protected:
-    std::map<std::string, std::string> All()
+    bool IsNull(std::string_view table, std::string_view field)
     {
         Database database = Open();
-        std::map<std::string, std::string> texts;
-        for (const std::string_view table : {"FNotepad", "P11D", "ExtraCars"}) {
-            Recordset records = database.OpenRecordset(table);
-            records.Index("IndKey");
-            records.Seek(session.CurrentEmployer, session.CurrentEmployee);
-            for (const Field& field : FieldsOf(FindTable(table)).All())
-                texts[std::string(table) + "." + field.name] = records.Field(field.name);
-        }
-        return texts;
+        return OpenCurrent(database, table, session).IsNull(field);
     }
-    /// Fields of the three records that are not as they were marked.
-    std::size_t Changed(std::string_view mark)
+    /// Fields of the three records that are not null: what Ok writes for an empty box is an empty text.
+    std::size_t Written()
     {
-        std::size_t changed = 0;
-        for (const auto& [field, text] : All())
-            if (!field.ends_with("Name") && text != mark)
-                ++changed;
-        return changed;
+        Database database = Open();
+        std::size_t written = 0;
+        for (const std::string_view table : {"FNotepad", "P11D", "ExtraCars"}) {
+            const Recordset records = OpenCurrent(database, table, session);
+            for (const Field& field : FieldsOf(FindTable(table)).All())
+                if (!std::string_view(field.name).ends_with("Name") && !records.IsNull(field.name))
+                    ++written;
+        }
+        return written;
     }
-    void MarkAll(std::string_view mark)
+    /// Without a mark every field becomes null, which reads as it did before.
+    void MarkAll(std::optional<std::string_view> mark)
     {
         Database database = Open();
         const WriteBatch batch(database);
@@ -313,8 +312,12 @@ protected:
             records.Seek(session.CurrentEmployer, session.CurrentEmployee);
             records.Edit();
             for (const Field& field : FieldsOf(FindTable(table)).All())
-                if (!std::string_view(field.name).ends_with("Name"))
-                    records.SetField(field.name, mark);
+                if (!std::string_view(field.name).ends_with("Name")) {
+                    if (mark)
+                        records.SetField(field.name, *mark);
+                    else
+                        records.SetNull(field.name);
+                }
             records.Update();
         }
     }
@@ -330,29 +333,29 @@ protected:
 TEST_F(OkOfTheSheet, WritesEveryFieldOfFiveCarsAndLeavesTheRestAlone)
 {
     session.screens.Show("FNotepad");
-    MarkAll("mark");
+    MarkAll({});
     PressOk();
-    EXPECT_EQ(Changed("mark"), Writes);
-    EXPECT_EQ(Stored("FNotepad", "Make6"), "mark");
-    EXPECT_EQ(Stored("P11D", "FFuelTick1"), "mark");
-    EXPECT_EQ(Stored("P11D", "FNBox1"), "mark");
-    EXPECT_EQ(Stored("P11D", "GVan"), "mark");
-    EXPECT_EQ(Stored("ExtraCars", "FCashEqu6"), "mark");
-    EXPECT_EQ(Stored("ExtraCars", "FCashEqu5"), "");
+    EXPECT_EQ(Written(), Writes);
+    EXPECT_TRUE(IsNull("FNotepad", "Make6"));
+    EXPECT_TRUE(IsNull("P11D", "FFuelTick1"));
+    EXPECT_TRUE(IsNull("P11D", "FNBox1"));
+    EXPECT_TRUE(IsNull("P11D", "GVan"));
+    EXPECT_TRUE(IsNull("ExtraCars", "FCashEqu6"));
+    EXPECT_FALSE(IsNull("ExtraCars", "FCashEqu5"));
 }
 
 TEST_F(OkOfTheSheet, KeepsWhatWasWrittenBeforeAFailure)
 {
     session.screens.Show("FNotepad");
     for (std::size_t failing = 1; failing <= Writes; failing += 7) {
-        MarkAll("mark");
+        MarkAll({});
         std::size_t updates = 0;
         SetStoreFaultHook([&](std::string_view statement) {
             return statement.starts_with("UPDATE") && ++updates == failing ? SQLITE_FULL : SQLITE_OK;
         });
         PressOk();
         SetStoreFaultHook({});
-        EXPECT_EQ(Changed("mark"), failing - 1);
+        EXPECT_EQ(Written(), failing - 1);
         ASSERT_EQ(door.messages.size(), 1U);
         EXPECT_EQ(door.messages[0].title, "Notepad F 'Ok' Error");
         EXPECT_EQ(door.TakeText(), "Unable to update database");

@@ -382,6 +382,11 @@ WriteBatch::WriteBatch(Database& database) : connection(database.connection)
     ++connection->batches;
 }
 
+void WriteBatch::Begin()
+{
+    connection->BeforeWrite();
+}
+
 void WriteBatch::Commit()
 {
     if (connection->batches == 1)

@@ -106,6 +106,8 @@ private:
 class WriteBatch {
 public:
     explicit WriteBatch(Database& database);
+    /// Locks the store now, so that what is read from here on is what is written over. Throws BatchLost if it cannot.
+    void Begin();
     /// Commits now; throws BatchLost if the store cannot, and then nothing of the batch since the last commit is
     /// stored. A write of the batch throws it likewise.
     void Commit();
