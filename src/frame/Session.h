@@ -19,7 +19,7 @@ struct Session {
 
     Platform& platform;
     Messages messages;
-    Settings settings;
+    Settings settings = SetDefaultConfiguration({});
 
     std::filesystem::path programFolder;   ///< holds the settings file; its last component is the product's code
     std::filesystem::path resourceFolder;  ///< holds the template and the reference database: the executable's folder

@@ -10,54 +10,54 @@
 namespace quillmere {
 
 /// The settings record: every key of the settings file, in file order, named after its key. Slots of folders and
-/// mailboxes are counted from 1; slot 0 is not in use.
+/// mailboxes are counted from 1; slot 0 is not in use. What a key stands at by default, SetDefaultConfiguration says.
 struct Settings {
     using Slots = std::array<std::string, 5>;
 
     std::string user;
     Slots folder, path;
-    int selectedFolder = 1;
+    int selectedFolder{};
     std::array<Slots, 5> folderRecent;
-    bool viewPicToolbar = true, viewEditBar = false, viewStatusBar = true, viewTooltips = true;
-    bool applicationMaximised = true;
-    int applicationTop = 0, applicationLeft = 0, applicationHeight = 0, applicationWidth = 0;
-    int backgroundColour = 0;
+    bool viewPicToolbar{}, viewEditBar{}, viewStatusBar{}, viewTooltips{};
+    bool applicationMaximised{};
+    int applicationTop{}, applicationLeft{}, applicationHeight{}, applicationWidth{};
+    int backgroundColour{};
     std::string agentReference, agentTelephone, agentName;
     std::array<std::string, 6> agentAddress;
     std::string notepadName, notepadType, notepadIdentifier, notepadOccurrence;
-    bool calculationNext = false;
+    bool calculationNext{};
     std::string reportCompiler, reportDate, reportMode, reportType;
-    int reportPage = 1;
+    int reportPage{};
     std::string reportIdentifier, reportOccurrence;
-    bool reportLinked = false, reportShading = true;
-    int reportScale = 0;
+    bool reportLinked{}, reportShading{};
+    int reportScale{};
     std::string reportFont;
-    bool reportReverse = false;
+    bool reportReverse{};
     std::string reportPrinter;
-    int reportTicks = 0;
-    int reportPreview = 0; ///< 0 preview on screen, 1 PDF file
-    int reportCalculation = 0;
-    bool reportPadding = false;
+    int reportTicks{};
+    int reportPreview{}; ///< 0 preview on screen, 1 PDF file
+    int reportCalculation{};
+    bool reportPadding{};
     std::string pwTemplate, pwLeft, pwTop, pwWidth, pwHeight, pwResolution;
-    int pwSpacing = 0;
-    bool pwMixFonts = true;
+    int pwSpacing{};
+    bool pwMixFonts{};
     std::string pwZoom;
-    int pwBlack = 0, pwDark = 200, pwLight = 225, pwWhite = 255, pwSection = 0;
+    int pwBlack{}, pwDark{}, pwLight{}, pwWhite{}, pwSection{};
     std::string vsPrinter;
-    double vsLeft = 0, vsTop = 0, vsScale = 100; ///< mm, mm, percent
+    double vsLeft{}, vsTop{}, vsScale{}; ///< mm, mm, percent
     std::string vsPdfFolder;
-    int vsPdfFileOption = 0;
+    int vsPdfFileOption{};
     std::string vsPdfFileName;
-    double vsPdfLeft = 0, vsPdfTop = 0, vsPdfScale = 100; ///< mm, mm, percent
-    int vsBlack = 0, vsDark = 200, vsLight = 225, vsWhite = 255, vsSection = 0;
-    bool vsPreviewMaximised = true;
-    int vsPreviewTop = 0, vsPreviewLeft = 0, vsPreviewHeight = 0, vsPreviewWidth = 0;
-    int vsAlignTextMethod = 0;
-    double vsAlignTextX = 0, vsAlignTextY = 0;
-    int vsDuplexMode = 0; ///< 0 printer default, 1 single-sided, 2 double-sided
+    double vsPdfLeft{}, vsPdfTop{}, vsPdfScale{}; ///< mm, mm, percent
+    int vsBlack{}, vsDark{}, vsLight{}, vsWhite{}, vsSection{};
+    bool vsPreviewMaximised{};
+    int vsPreviewTop{}, vsPreviewLeft{}, vsPreviewHeight{}, vsPreviewWidth{};
+    int vsAlignTextMethod{};
+    double vsAlignTextX{}, vsAlignTextY{};
+    int vsDuplexMode{}; ///< 0 printer default, 1 single-sided, 2 double-sided
     std::string elsMode, elsFolder;
     Slots elsMailbox;
-    bool elsAdjust = false;
+    bool elsAdjust{};
     std::string accountsFormat, accountsFile;
 };
 

@@ -30,6 +30,7 @@ constexpr double TickStroke = 0.4;     // mm
 PageLayer::PageLayer(Platform& platform, Settings& settings, const std::filesystem::path& rootFolder)
     : platform(platform), messages(platform), settings(settings), rootFolder(rootFolder)
 {
+    SetGreys();
 }
 
 void PageLayer::vsBindEngine(PageEngine& engine, PdfConverter& converter)
@@ -270,10 +271,7 @@ Opening PageLayer::OpenPrintJob(std::string_view documentName)
         vsPreviewOff();
     else
         vsPreviewOn();
-    ColBlack = Grey(settings.vsBlack);
-    ColDark = Grey(settings.vsDark);
-    ColLight = Grey(settings.vsLight);
-    ColWhite = Grey(settings.vsWhite);
+    SetGreys();
 
     const std::string defaultDevice = vsDefaultDevice();
     if (settings.vsPrinter.empty())
@@ -306,6 +304,14 @@ Opening PageLayer::OpenPrintJob(std::string_view documentName)
     // Kept: this one ends without a full stop, the one above with it.
     messages.Tell(settings.vsPrinter, "This printer is not available", Icon::Critical);
     return Opening::NotOpen;
+}
+
+void PageLayer::SetGreys()
+{
+    ColBlack = Grey(settings.vsBlack);
+    ColDark = Grey(settings.vsDark);
+    ColLight = Grey(settings.vsLight);
+    ColWhite = Grey(settings.vsWhite);
 }
 
 void PageLayer::NextPrintPage(int pageNumber)

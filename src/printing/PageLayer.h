@@ -115,7 +115,7 @@ public:
     Route route = Route::Screen;
 
     /// The greys of the job in hand, worked out from the settings when it was opened.
-    Colour ColBlack = Grey(0), ColDark = Grey(200), ColLight = Grey(225), ColWhite = Grey(255);
+    Colour ColBlack{}, ColDark{}, ColLight{}, ColWhite{};
 
     /// Shading of panels, and the font of the values.
     bool HasShading() const { return settings.reportShading; }
@@ -128,6 +128,7 @@ private:
     /// `width` is that of the text, in engine units.
     void DrawText(std::string_view text, double width, Alignment alignment);
     bool SelectDevice(std::string_view printer);
+    void SetGreys();
     bool StartDocument();
     /// False, and told, if the old file cannot go. It stays until the new one takes its place.
     bool OldPdfMayGo();

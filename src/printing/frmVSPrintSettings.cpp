@@ -1,6 +1,5 @@
 #include "printing/frmVSPrintSettings.h"
 
-#include "edition/Edition.h"
 #include "frame/Amount.h"
 #include "frame/Session.h"
 #include "printing/PrintSystem.h"
@@ -65,34 +64,33 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "cmdClose", .kind = Kind::Button, .text = "&Close"},
 });
 
-/// A box with a number, the setting that it shows, and what it becomes by Defaults.
+/// A box with a number, and the setting that it shows.
 template<typename Value>
 struct NumberRow {
     std::string_view box;
     Value Settings::*setting;
-    std::string_view standard;
 };
 
 constexpr auto RealNumbers = std::to_array<NumberRow<double>>({
-    {"txtVSTop", &Settings::vsTop, "0"},
-    {"txtVSLeft", &Settings::vsLeft, "0"},
-    {"txtVSScale", &Settings::vsScale, "100"},
-    {"txtPDFTop", &Settings::vsPdfTop, "0"},
-    {"txtPDFLeft", &Settings::vsPdfLeft, "0"},
-    {"txtPDFScale", &Settings::vsPdfScale, "100"},
-    {"txtAlignV", &Settings::vsAlignTextY, "0"},
-    {"txtAlignH", &Settings::vsAlignTextX, "0"},
+    {"txtVSTop", &Settings::vsTop},
+    {"txtVSLeft", &Settings::vsLeft},
+    {"txtVSScale", &Settings::vsScale},
+    {"txtPDFTop", &Settings::vsPdfTop},
+    {"txtPDFLeft", &Settings::vsPdfLeft},
+    {"txtPDFScale", &Settings::vsPdfScale},
+    {"txtAlignV", &Settings::vsAlignTextY},
+    {"txtAlignH", &Settings::vsAlignTextX},
 });
 
 constexpr auto WholeNumbers = std::to_array<NumberRow<int>>({
-    {"txtAlignMethod", &Settings::vsAlignTextMethod, "0"},
-    {"txtBlack", &Settings::vsBlack, "0"},
-    {"txtDark", &Settings::vsDark, "200"},
-    {"txtLight", &Settings::vsLight, "225"},
-    {"txtWhite", &Settings::vsWhite, "255"},
+    {"txtAlignMethod", &Settings::vsAlignTextMethod},
+    {"txtBlack", &Settings::vsBlack},
+    {"txtDark", &Settings::vsDark},
+    {"txtLight", &Settings::vsLight},
+    {"txtWhite", &Settings::vsWhite},
 });
 
-/// A group of options whose indexes are the values of a setting. By Defaults each becomes 0.
+/// A group of options whose indexes are the values of a setting.
 struct ChoiceRow {
     std::string_view box;
     int Settings::*setting;
@@ -134,9 +132,14 @@ frmVSPrintSettings::frmVSPrintSettings(Session& session, PrintSystem& printing)
 
 bool frmVSPrintSettings::Load()
 {
-    const Settings& settings = session.settings;
     ShowPage(1);
-    FillPrinters(settings.vsPrinter);
+    FillPrinters(session.settings.vsPrinter);
+    ShowSettings(session.settings);
+    return true;
+}
+
+void frmVSPrintSettings::ShowSettings(const Settings& settings)
+{
     for (const auto& row : RealNumbers)
         box(row.box).SetText(PlainNumber(settings.*row.setting));
     for (const auto& row : WholeNumbers)
@@ -147,7 +150,6 @@ bool frmVSPrintSettings::Load()
     box("txtFile").SetText(settings.vsPdfFileName);
     box("chkDuplexPadding").SetTicked(settings.reportPadding);
     box("chkShading").SetTicked(settings.reportShading);
-    return true;
 }
 
 void frmVSPrintSettings::ShowPage(int page)
@@ -204,16 +206,7 @@ void frmVSPrintSettings::Defaults()
                               Icon::Question, Answer::No))
         return;
     FillPrinters(std::nullopt);
-    for (const auto& row : RealNumbers)
-        box(row.box).SetText(row.standard);
-    for (const auto& row : WholeNumbers)
-        box(row.box).SetText(row.standard);
-    for (const ChoiceRow& row : Choices)
-        SetOption(row.box, 0);
-    SetOption("optFont", 0);
-    box("txtFile").SetText(edition::DefaultPdfFileName);
-    box("chkDuplexPadding").SetTicked(false);
-    box("chkShading").SetTicked(true);
+    ShowSettings(SetDefaultConfiguration({}));
 }
 
 void frmVSPrintSettings::Unload()

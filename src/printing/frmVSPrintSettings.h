@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/Screen.h"
+#include "frame/Settings.h"
 
 #include <optional>
 #include <string>
@@ -21,6 +22,7 @@ public:
 
 private:
     void ShowPage(int page);
+    void ShowSettings(const Settings& settings);
     /// Lists the printers of now, with one of them chosen: the default one if none is given.
     void FillPrinters(std::optional<std::string> chosen);
     void Defaults();

@@ -31,9 +31,7 @@ public:
     {
         session.programFolder = session.resourceFolder = folder.path;
         session.RootFolder = folder.path;
-        session.settings.selectedFolder = 1;
         session.settings.path.at(1) = folder.path.string();
-        session.settings.reportFont = "Arial";
         session.settings.reportCompiler = "M. Jones";
         CreateTables(session.ClientDatabasePath());
         printing.engine.documentEnded = [this](std::shared_ptr<const Document> document) {

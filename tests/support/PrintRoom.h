@@ -14,7 +14,6 @@ namespace quillmere::testing {
 struct PrintRoom {
     explicit PrintRoom(std::filesystem::path rootFolder = {}) : root(std::move(rootFolder))
     {
-        settings.reportFont = "Arial";
         page.vsBindEngine(vp, converter);
     }
 
@@ -33,7 +32,7 @@ struct PrintRoom {
     }
 
     ScriptedDoor door;
-    Settings settings;
+    Settings settings = SetDefaultConfiguration({});
     std::filesystem::path root;
     PageEngine vp{door};
     PdfConverter converter;

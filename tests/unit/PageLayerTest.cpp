@@ -395,7 +395,7 @@ public:
 TEST(PageLayerPrinters, SaysSoWhereTheDefaultPrinterFailsToo)
 {
     FadingPrinters door;
-    Settings settings;
+    Settings settings = SetDefaultConfiguration({});
     settings.vsPrinter = "Gone";
     const std::filesystem::path root;
     PageEngine vp(door);

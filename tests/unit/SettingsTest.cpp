@@ -683,7 +683,7 @@ RC_GTEST_PROP(SettingsJunk, AnyRecordReadsBackFromItsFile, ())
         });
     };
     const TemporaryFolder root;
-    Settings settings;
+    Settings settings = SetDefaultConfiguration({});
     settings.folder = {"", "One" + text(), text(), text(), text()};
     settings.path = {"", text(), text(), text(), text()};
     settings.reportCompiler = text();
