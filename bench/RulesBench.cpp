@@ -41,7 +41,7 @@ double RoundUp(double pounds)
 
 // ---- cars ----
 
-CarFacts Car()
+CarTexts Car()
 {
     return {.registrationDate = "01/02/2008",
             .fuel = "H",
@@ -164,7 +164,7 @@ double BareContributions()
     BENCHMARK_CAPTURE(Rule, name##_rule, rule)->Name(#name "/rule");                                                   \
     BENCHMARK_CAPTURE(Rule, name##_bare, bare)->Name(#name "/bare")
 
-QUILLMERE_PAIR(car, ([facts = Car()] { return CarBenefit(facts); }), BareCar);
+QUILLMERE_PAIR(car, ([texts = Car()] { return CarBenefit(ReadCar(texts)); }), BareCar);
 QUILLMERE_PAIR(car_totals,
                ([texts = std::array<std::string, 6>{"   2700.00", "   2700.00", "   2700.00", "   2700.00",
                                                     "   2700.00", "   2700.00"}] { return TotalOfCars(texts).total; }),

@@ -62,7 +62,7 @@ std::optional<Day> BeginningOf(const std::vector<VanUse>& uses, std::size_t row)
 {
     if (uses[row].type.empty())
         return std::nullopt;
-    return ReadDate(row == 0 ? edition::VanHistoryStart : std::string_view(uses[row].change));
+    return row == 0 ? edition::VanHistoryStartDay : ReadDate(uses[row].change);
 }
 
 std::optional<std::size_t> NextInUse(const std::vector<VanUse>& uses, std::size_t row)
@@ -122,7 +122,7 @@ VanUseDays DaysOfUse(const std::vector<VanUse>& uses)
         if (const auto next = NextInUse(uses, row))
             days.rows[row] = PlainNumberBlankZero(DaysBetween(*beginning, *BeginningOf(uses, *next)));
         else
-            days.last = PlainNumberBlankZero(DaysBetween(*beginning, *ReadDate(edition::VanHistoryEnd)));
+            days.last = PlainNumberBlankZero(DaysBetween(*beginning, edition::VanHistoryEndDay));
     }
     return days;
 }

@@ -11,11 +11,6 @@ namespace quillmere {
 
 namespace {
 
-std::string_view Or(std::string_view text, std::string_view standIn)
-{
-    return text.empty() ? standIn : text;
-}
-
 /// How many days of a series lie on or before the date; none for a text that is no date.
 int CountUpTo(std::span<const edition::TaxMonthDay> series, std::string_view text)
 {
@@ -73,8 +68,8 @@ LoanWorking LoanBenefit(const LoanFacts& facts)
 
 int CompleteTaxMonths(std::string_view dateFrom, std::string_view dateTo)
 {
-    const int upTo = CountUpTo(edition::TaxMonthEnds, Or(dateTo, edition::TaxYearEnd));
-    const int before = CountUpTo(edition::TaxMonthSecondDays, Or(dateFrom, edition::TaxYearStart));
+    const int upTo = CountUpTo(edition::TaxMonthEnds, TextOr(dateTo, edition::TaxYearEnd));
+    const int before = CountUpTo(edition::TaxMonthSecondDays, TextOr(dateFrom, edition::TaxYearStart));
     return std::max(upTo - before, 0);
 }
 
@@ -84,8 +79,8 @@ std::string LeaveLoanDate(LoanDate left, std::string_view text, std::string_view
     if (date.empty())
         return date;
     const bool isFrom = left == LoanDate::From;
-    const auto from = ReadDate(isFrom ? date : Or(other, edition::TaxYearStart));
-    const auto to = ReadDate(isFrom ? Or(other, edition::TaxYearEnd) : date);
+    const auto from = ReadDate(isFrom ? date : TextOr(other, edition::TaxYearStart));
+    const auto to = ReadDate(isFrom ? TextOr(other, edition::TaxYearEnd) : date);
     const bool inOrder = from && to && DaysBetween(*from, *to) > 0;
     return inOrder ? date : std::string();
 }

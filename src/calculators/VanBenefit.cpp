@@ -14,7 +14,6 @@ namespace {
 using enum VanDate;
 
 constexpr auto FirstPair = std::to_array({From1, To1});
-constexpr std::int64_t UnitsOfAPound = 10000;
 
 /// The day in a box; nothing for a blank one.
 std::optional<Day> DayIn(const VanDates& dates, VanDate box)
@@ -25,11 +24,11 @@ std::optional<Day> DayIn(const VanDates& dates, VanDate box)
 /// The day in a box of the first pair, or the bound of the year for a blank one.
 Day FirstDay(const VanDates& dates)
 {
-    return DayIn(dates, From1).value_or(*ReadDate(edition::TaxYearStartShort));
+    return DayIn(dates, From1).value_or(edition::TaxYearStartDay);
 }
 Day LastDay(const VanDates& dates)
 {
-    return DayIn(dates, To1).value_or(*ReadDate(edition::TaxYearEnd));
+    return DayIn(dates, To1).value_or(edition::TaxYearEndDay);
 }
 
 /// A further period of unavailability with both its dates.
@@ -56,7 +55,7 @@ int DaysOf(const std::optional<Period>& period, const edition::VanRates& rates)
 /// Whole pounds times a percentage; exact, since a percentage has no more than four decimals.
 Amount TimesPercentage(Amount wholePounds, Amount percentage)
 {
-    return percentage * (wholePounds.Units() / UnitsOfAPound);
+    return percentage * (wholePounds.Units() / Amount::UnitsOfAPound);
 }
 
 /// The days that a rule compares. A blank box of the first pair is the bound of the year unless the rule says
@@ -178,8 +177,8 @@ VanWorking VanBenefit(const VanFacts& facts, const edition::VanRates& rates)
     const VanDates& dates = working.dates;
     const int daysInYear = DaysInYear(ReadWholeNumber(edition::YearEndYear));
     working.A = Amount::WholePounds(rates.charge);
-    working.B = DaysBetween(*ReadDate(edition::TaxYearStartShort), FirstDay(dates)) +
-                DaysBetween(LastDay(dates), *ReadDate(edition::TaxYearEnd));
+    working.B =
+        DaysBetween(edition::TaxYearStartDay, FirstDay(dates)) + DaysBetween(LastDay(dates), edition::TaxYearEndDay);
     working.C = DaysOf(CompletePeriod(dates, From2, To2), rates);
     working.D = DaysOf(CompletePeriod(dates, From3, To3), rates);
     working.E = working.B + working.C + working.D;

@@ -1,6 +1,5 @@
 #include "cars/CO2Calculations.h"
 
-#include "cars/CarDates.h"
 #include "edition/CarRates.h"
 
 #include <algorithm>
@@ -10,18 +9,18 @@ namespace quillmere {
 namespace {
 
 /// Diesel, and the cleaner diesel of "L" once its exemption had ended for newly registered cars.
-bool IsDieselRated(std::string_view fuel, std::string_view regDate)
+bool IsDieselRated(std::string_view fuel, Day registered)
 {
     if (fuel == "D")
         return true;
-    return fuel == "L" && DateOf(regDate) >= DateOf(edition::DieselStandardEnd);
+    return fuel == "L" && registered >= edition::DieselStandardEnd;
 }
 
 } // namespace
 
-bool IsBeforeCO2Regime(std::string_view regDate)
+bool IsBeforeCO2Regime(Day registered)
 {
-    return DateOf(regDate) < DateOf(edition::CO2RegimeStart);
+    return registered < edition::CO2RegimeStart;
 }
 
 std::int16_t GetFuelReduction(std::string_view fuel)
@@ -30,9 +29,9 @@ std::int16_t GetFuelReduction(std::string_view fuel)
     return static_cast<std::int16_t>(row == edition::FuelReductions.end() ? 0 : row->points);
 }
 
-std::int16_t GetCO2Percentage(std::int16_t co2, std::string_view fuel, std::string_view regDate, bool low)
+std::int16_t GetCO2Percentage(std::int16_t co2, std::string_view fuel, Day registered, bool low)
 {
-    const auto byFuel = [diesel = IsDieselRated(fuel, regDate)](int petrolRate, int dieselRate) {
+    const auto byFuel = [diesel = IsDieselRated(fuel, registered)](int petrolRate, int dieselRate) {
         return static_cast<std::int16_t>(diesel ? dieselRate : petrolRate);
     };
     // Kept: the rounded figure decides here, so a car entered at 76 to 79 earns the rate of 75.
@@ -48,7 +47,7 @@ std::int16_t GetCO2Percentage(std::int16_t co2, std::string_view fuel, std::stri
     return row == edition::CO2Table.end() ? std::int16_t{0} : byFuel(row->petrol, row->diesel);
 }
 
-std::int16_t GetEnginePercentage(std::int32_t engine, std::string_view fuel, std::string_view regDate)
+std::int16_t GetEnginePercentage(std::int32_t engine, std::string_view fuel, Day registered)
 {
     // Kept: a bi-fuel car has no basic percentage on this road, so that its reduction alone is left and turns it
     // negative.
@@ -57,9 +56,9 @@ std::int16_t GetEnginePercentage(std::int32_t engine, std::string_view fuel, std
     const auto found =
         std::ranges::find_if(edition::EngineTable, [engine](const auto& row) { return engine < row.below; });
     const edition::EngineColumn& column = found == edition::EngineTable.end() ? edition::EngineTable.back() : *found;
-    if (IsBeforeCO2Regime(regDate))
+    if (IsBeforeCO2Regime(registered))
         return static_cast<std::int16_t>(column.older);
-    if (IsDieselRated(fuel, regDate))
+    if (IsDieselRated(fuel, registered))
         return static_cast<std::int16_t>(column.diesel);
     return static_cast<std::int16_t>(column.petrol);
 }

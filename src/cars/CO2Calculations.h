@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/Dates.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -7,19 +9,16 @@
 namespace quillmere {
 
 /// True if the date of registration lies before the day from which the CO2 figure decides.
-/// Throws Failure for a text that is no date.
-bool IsBeforeCO2Regime(std::string_view regDate);
+bool IsBeforeCO2Regime(Day registered);
 
 /// Percentage points that the fuel letter takes off; 0 for every letter without a reduction.
 std::int16_t GetFuelReduction(std::string_view fuel);
 
 /// Appropriate percentage for an approved CO2 figure that has been rounded down to a multiple of five. `low` says that
 /// the figure as entered lies in the low band. 0 if the table has no such figure.
-/// Throws Failure for fuel "L" with a date of registration that is no date.
-std::int16_t GetCO2Percentage(std::int16_t co2, std::string_view fuel, std::string_view regDate, bool low);
+std::int16_t GetCO2Percentage(std::int16_t co2, std::string_view fuel, Day registered, bool low);
 
 /// Percentage for a car without a CO2 figure by its engine size in cc; 0 for the letters "B" and "E".
-/// Throws Failure for a date of registration that is no date.
-std::int16_t GetEnginePercentage(std::int32_t engine, std::string_view fuel, std::string_view regDate);
+std::int16_t GetEnginePercentage(std::int32_t engine, std::string_view fuel, Day registered);
 
 } // namespace quillmere

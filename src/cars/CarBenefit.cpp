@@ -11,23 +11,18 @@ namespace quillmere {
 
 namespace {
 
-std::string_view DateFrom(const CarFacts& facts)
+Day DayOr(std::string_view text, Day standIn)
 {
-    return facts.dateFrom.empty() ? edition::TaxYearStart : std::string_view(facts.dateFrom);
-}
-
-std::string_view DateTo(const CarFacts& facts)
-{
-    return facts.dateTo.empty() ? edition::TaxYearEnd : std::string_view(facts.dateTo);
+    return text.empty() ? standIn : DateOf(text);
 }
 
 CarPercentages ByCO2(const CarFacts& facts)
 {
     CarPercentages result;
-    const std::int16_t entered = ShortNumber(ReadWholeNumber(facts.co2));
+    const std::int16_t entered = ShortNumber(*facts.co2);
     const bool low = entered < edition::LowBandBelow;
     result.G = ShortNumber(FloorQuotient(entered, 5) * 5);
-    result.H = GetCO2Percentage(result.G, facts.fuel, facts.registrationDate, low);
+    result.H = GetCO2Percentage(result.G, facts.fuel, facts.registered, low);
     if (!low) {
         result.J = GetFuelReduction(facts.fuel);
         result.M = result.J;
@@ -39,13 +34,48 @@ CarPercentages ByCO2(const CarFacts& facts)
 CarPercentages ByEngine(const CarFacts& facts)
 {
     CarPercentages result;
-    result.H = GetEnginePercentage(ReadWholeNumber(facts.engine), facts.fuel, facts.registrationDate);
+    result.H = GetEnginePercentage(facts.engine, facts.fuel, facts.registered);
     result.J = GetFuelReduction(facts.fuel);
     result.N = ShortNumber(result.H - result.J);
     return result;
 }
 
 } // namespace
+
+CarFacts ReadCar(const CarTexts& boxes)
+{
+    CarFacts facts{.listPrice = ReadAmount(boxes.listPrice),
+                   .accessories = ReadAmount(boxes.accessories),
+                   .contribution = ReadAmount(boxes.contribution),
+                   .isCharged = !boxes.registrationDate.empty() && !boxes.fuel.empty()};
+    const bool withdrawn = !boxes.dateWithdrawn.empty() && !boxes.reinstated;
+    // Kept: the last day of the year is known by its text.
+    facts.fuelWithdrawnAtYearEnd = withdrawn && boxes.dateWithdrawn == edition::TaxYearEnd;
+    if (facts.isCharged) {
+        facts.registered = DateOf(boxes.registrationDate);
+        facts.fuel = boxes.fuel;
+        if (!boxes.co2.empty())
+            facts.co2 = ReadWholeNumber(boxes.co2);
+        facts.noCO2 = boxes.noCO2;
+        facts.engine = ReadWholeNumber(boxes.engine);
+        facts.privateUse = ReadAmount(boxes.privateUse);
+        facts.available.first = DayOr(boxes.dateFrom, edition::TaxYearStartDay);
+        facts.available.last = DayOr(boxes.dateTo, edition::TaxYearEndDay);
+    }
+    for (const UnavailablePeriod& period : boxes.periods) {
+        if (period.first.empty() || period.last.empty())
+            continue;
+        if (facts.isCharged)
+            facts.unavailable.push_back({DateOf(period.first), DateOf(period.last)});
+        else if (const auto first = ReadDate(period.first), last = ReadDate(period.last); first && last)
+            facts.unavailable.push_back({*first, *last});
+    }
+    if (withdrawn && !facts.fuelWithdrawnAtYearEnd) {
+        facts.fuelWithdrawn = DateOf(boxes.dateWithdrawn);
+        facts.available.last = DayOr(boxes.dateTo, edition::TaxYearEndDay);
+    }
+    return facts;
+}
 
 Amount CarPrice(Amount total, Amount contribution)
 {
@@ -54,9 +84,9 @@ Amount CarPrice(Amount total, Amount contribution)
 
 CarPercentages PercentagesOf(const CarFacts& facts)
 {
-    if (IsBeforeCO2Regime(facts.registrationDate))
-        return {.N = GetEnginePercentage(ReadWholeNumber(facts.engine), facts.fuel, facts.registrationDate)};
-    if (facts.fuel != "E" && !facts.co2.empty())
+    if (IsBeforeCO2Regime(facts.registered))
+        return {.N = GetEnginePercentage(facts.engine, facts.fuel, facts.registered)};
+    if (facts.fuel != "E" && facts.co2)
         return ByCO2(facts);
     if (facts.fuel == "E" || facts.noCO2)
         return ByEngine(facts);
@@ -71,12 +101,11 @@ Amount FullYearBenefit(Amount price, std::int16_t percentage)
 
 std::int16_t UnavailableDays(const CarFacts& facts)
 {
-    std::int64_t days = DaysBetween(DateOf(edition::TaxYearStart), DateOf(DateFrom(facts)));
-    days += DaysBetween(DateOf(DateTo(facts)), DateOf(edition::TaxYearEnd));
+    std::int64_t days = DaysBetween(edition::TaxYearStartDay, facts.available.first);
+    days += DaysBetween(facts.available.last, edition::TaxYearEndDay);
     // Kept: periods are neither clipped to the days of availability nor tested for overlap, and the sum has no limit.
-    for (const UnavailablePeriod& period : facts.periods)
-        if (!period.first.empty() && !period.last.empty())
-            days += DaysBetween(DateOf(period.first), DateOf(period.last)) + 1;
+    for (const DayRange& period : facts.unavailable)
+        days += DaysBetween(period.first, period.last) + 1;
     return ShortNumber(days);
 }
 
@@ -87,16 +116,16 @@ Amount DeductionForDays(Amount fullYear, std::int16_t days)
 
 FuelDays DaysWithoutFuel(const CarFacts& facts, std::int16_t unavailable)
 {
-    if (facts.dateWithdrawn.empty() || facts.reinstated)
-        return {.X = unavailable};
-    // Kept: fuel withdrawn on the last day of the year, by its text, leaves the charge whole even for a car that was
-    // unavailable for part of the year.
-    if (facts.dateWithdrawn == edition::TaxYearEnd)
+    // Kept: fuel withdrawn on the last day of the year leaves the charge whole even for a car that was unavailable for
+    // part of the year.
+    if (facts.fuelWithdrawnAtYearEnd)
         return {};
-    const std::string next = FormatDate(DateOf(facts.dateWithdrawn) + std::chrono::days(1));
-    std::int64_t days = DaysBetween(DateOf(next), DateOf(DateTo(facts))) + 1;
-    for (const UnavailablePeriod& period : facts.periods)
-        days -= OverlapDays(period.first, period.last, next, DateTo(facts));
+    if (!facts.fuelWithdrawn)
+        return {.X = unavailable};
+    const DayRange without{*facts.fuelWithdrawn + std::chrono::days(1), facts.available.last};
+    std::int64_t days = DaysBetween(without.first, without.last) + 1;
+    for (const DayRange& period : facts.unavailable)
+        days -= OverlapDays(period, without);
     // Kept: a withdrawal after the car's last day takes the unavailable days out of X as well.
     if (days < 0)
         return {};
@@ -106,14 +135,14 @@ FuelDays DaysWithoutFuel(const CarFacts& facts, std::int16_t unavailable)
 CarWorking CarBenefit(const CarFacts& facts)
 {
     CarWorking working;
-    working.A = ReadAmount(facts.listPrice);
-    working.B = ReadAmount(facts.accessories);
-    working.D = ReadAmount(facts.contribution);
+    working.A = facts.listPrice;
+    working.B = facts.accessories;
+    working.D = facts.contribution;
     working.C = working.A + working.B;
     working.E = CarPrice(working.C, working.D);
 
-    if (!facts.registrationDate.empty() && !facts.fuel.empty()) {
-        working.T = ReadAmount(facts.privateUse);
+    if (facts.isCharged) {
+        working.T = facts.privateUse;
         working.percentages = PercentagesOf(facts);
         working.P = FullYearBenefit(working.E, working.percentages.N);
         working.Q = UnavailableDays(facts);
@@ -127,7 +156,7 @@ CarWorking CarBenefit(const CarFacts& facts)
     working.V = Amount::WholePounds(std::int64_t{working.percentages.N} * edition::CarFuelMultiplier / 100);
     working.fuelDays = DaysWithoutFuel(facts, working.Q);
     working.Y = DeductionForDays(working.V, working.fuelDays.X);
-    working.fuelEquivalent = ShortNumber((working.V - working.Y).Units() / Amount::WholePounds(1).Units());
+    working.fuelEquivalent = ShortNumber((working.V - working.Y).Units() / Amount::UnitsOfAPound);
     return working;
 }
 

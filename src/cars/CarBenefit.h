@@ -1,18 +1,21 @@
 #pragma once
 
 #include "cars/CarDates.h"
+#include "edition/Edition.h"
 #include "frame/Amount.h"
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The car benefit and the car fuel benefit of one car, and the totals of the six. ITEPA 2003 s.114 to s.153.
 namespace quillmere {
 
 /// A car as its column's boxes read when the routine is run.
-struct CarFacts {
+struct CarTexts {
     std::string registrationDate; ///< `FRegDateN`
     std::string fuel;             ///< `FFuelN`, one letter
     std::string co2;              ///< `FC02N`, g/km; empty: the car has no figure
@@ -28,6 +31,29 @@ struct CarFacts {
     std::string dateWithdrawn;    ///< `FDateWithdrawnN`
     bool reinstated = false;      ///< `FWithdrawnTickN`
 };
+
+/// What the rules go by: the texts, read once.
+struct CarFacts {
+    Amount listPrice, accessories, contribution; ///< A, B, D
+    bool isCharged = false;                      ///< date of registration and fuel letter are known
+
+    // Of a car that is charged.
+    Day registered;
+    std::string fuel;
+    std::optional<std::int32_t> co2; ///< g/km; nothing: the car has no figure
+    bool noCO2 = false;
+    std::int32_t engine = 0; ///< cc
+    Amount privateUse;       ///< T
+
+    DayRange available{edition::TaxYearStartDay, edition::TaxYearEndDay};
+    std::vector<DayRange> unavailable;   ///< in the order of the rows, of those with both dates
+    std::optional<Day> fuelWithdrawn;    ///< for good, and before the last day of the year
+    bool fuelWithdrawnAtYearEnd = false; ///< for good, on the last day of the year
+};
+
+/// Reads the boxes. Of a car that is not charged a text that is no date is passed over unless free fuel was withdrawn
+/// from it. Throws Failure with "Type mismatch" for a text that is no date and decides something.
+CarFacts ReadCar(const CarTexts& boxes);
 
 /// Percentages of a car: what the CO2 figure, the engine and the fuel make of it.
 struct CarPercentages {
@@ -71,14 +97,14 @@ struct CarWorking {
 Amount CarPrice(Amount total, Amount contribution);
 
 /// Percentages of a car whose date of registration and fuel letter are known.
-/// Throws Failure for a CO2 figure beyond 16 bits and for a text that is no date.
+/// Throws Failure for a CO2 figure beyond 16 bits.
 CarPercentages PercentagesOf(const CarFacts& facts);
 
 /// Full-year benefit (box P) in whole pounds. The thousandth that is added before the cut keeps 3199.9995 at 3200.
 Amount FullYearBenefit(Amount price, std::int16_t percentage);
 
 /// Days on which the car was unavailable (box Q): before `dateFrom`, after `dateTo`, and the four periods as they
-/// stand. Throws Failure for a count beyond 16 bits and for a text that is no date.
+/// stand. Throws Failure for a count beyond 16 bits.
 std::int16_t UnavailableDays(const CarFacts& facts);
 
 /// Deduction for `days` of `fullYear` (boxes R and Y) in whole pounds, rounded up from a thousandth on.
@@ -89,8 +115,7 @@ FuelDays DaysWithoutFuel(const CarFacts& facts, std::int16_t unavailable);
 
 /// Works out one car, box by box (`CarBenefitCompute`). A car without a date of registration or a fuel letter has its
 /// prices C and E and nothing else; T is 0 there too.
-/// Throws Failure with "Overflow" where a whole number leaves 16 bits, and with "Type mismatch" for a text that is no
-/// date.
+/// Throws Failure with "Overflow" where a whole number leaves 16 bits.
 CarWorking CarBenefit(const CarFacts& facts);
 
 /// A total of the six cars (`ComputeCash`, `ComputeFuel`).

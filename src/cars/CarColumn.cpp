@@ -173,7 +173,7 @@ CarDateTexts CarColumn::DateTexts() const
     return texts;
 }
 
-CarFacts CarColumn::Facts() const
+CarTexts CarColumn::Texts() const
 {
     return {.registrationDate = box("FRegDate").Text(),
             .fuel = box("FFuel").Text(),
@@ -203,14 +203,14 @@ void CarColumn::CarBenefitCompute()
 void CarColumn::Compute()
 {
     SetStates();
-    const CarFacts facts = Facts();
-    if (IsAvailableBeforeRegistered(facts.dateFrom, facts.registrationDate)) {
+    const CarTexts texts = Texts();
+    if (IsAvailableBeforeRegistered(texts.dateFrom, texts.registrationDate)) {
         Tell(carwords::InvalidDate, carwords::AvailabilityMessage(DefaultFirstDay(car)));
         box("FDateFrom").Clear();
         return;
     }
-    const CarWorking working = CarBenefit(facts);
-    SetWithdrawnState(facts);
+    const CarWorking working = CarBenefit(ReadCar(texts));
+    SetWithdrawnState(texts.dateWithdrawn);
     Write(working);
     if (totals.computeBoth)
         totals.computeBoth();
@@ -244,7 +244,7 @@ void CarColumn::SetStates()
             if (fuelTick.Ticked())
                 box("FFuelEqu").Clear();
             setAndDisable(fuelTick, false);
-        } else if (IsBeforeCO2Regime(registered)) {
+        } else if (IsBeforeCO2Regime(DateOf(registered))) {
             withdrawn.SetReadOnly(false);
             close(co2);
             setAndDisable(noCO2, true);
@@ -269,10 +269,10 @@ void CarColumn::SetStates()
 }
 
 /// The tick beside the date of withdrawal has a meaning only with a date.
-void CarColumn::SetWithdrawnState(const CarFacts& facts)
+void CarColumn::SetWithdrawnState(std::string_view dateWithdrawn)
 {
     Box& reinstated = box("FWithdrawnTick");
-    if (!facts.dateWithdrawn.empty()) {
+    if (!dateWithdrawn.empty()) {
         reinstated.SetEnabled(true);
     } else if (!session.DeclarationOpen && !session.EmployeeOpenFlag) {
         reinstated.SetTicked(false);
@@ -339,7 +339,7 @@ void CarColumn::LeaveRegistrationDate()
         return;
     // Kept: the first car's check leaves the tick as the user set it.
     if (car > 1) {
-        const bool early = IsBeforeCO2Regime(outcome.text);
+        const bool early = IsBeforeCO2Regime(DateOf(outcome.text));
         if (early)
             box("FC02").Clear();
         box("FNoC02").SetTicked(early);

@@ -40,13 +40,13 @@ private:
     Box& PeriodBox(std::string_view stem, int row) const;
     void AddBoxes();
     void BindEvents();
-    CarFacts Facts() const;
+    CarTexts Texts() const;
     CarDateTexts DateTexts() const;
 
     void SetStates();
     void Compute();
     void Write(const CarWorking& working);
-    void SetWithdrawnState(const CarFacts& facts);
+    void SetWithdrawnState(std::string_view dateWithdrawn);
 
     void LeaveFuel();
     void LeaveRegistrationDate();

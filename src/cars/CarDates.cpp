@@ -12,11 +12,6 @@ namespace quillmere {
 
 namespace {
 
-std::string_view Or(std::string_view text, std::string_view standIn)
-{
-    return text.empty() ? standIn : text;
-}
-
 /// A trimmed text that is a date, in the standard form; nothing for an empty text and for anything else.
 std::optional<std::string> StandardForm(std::string_view text)
 {
@@ -32,7 +27,7 @@ std::string_view PreviousBoundary(const CarDateTexts& texts, std::size_t row)
     for (std::size_t earlier = row; earlier-- > 0;)
         if (!texts.periods[earlier].last.empty())
             return texts.periods[earlier].last;
-    return Or(texts.dateFrom, edition::TaxYearStartShort);
+    return TextOr(texts.dateFrom, edition::TaxYearStartShort);
 }
 
 /// The first date of the nearest later row that has one, else the last day of availability.
@@ -41,7 +36,7 @@ std::string_view NextBoundary(const CarDateTexts& texts, std::size_t row)
     for (std::size_t later = row + 1; later < texts.periods.size(); ++later)
         if (!texts.periods[later].first.empty())
             return texts.periods[later].first;
-    return Or(texts.dateTo, edition::TaxYearEnd);
+    return TextOr(texts.dateTo, edition::TaxYearEnd);
 }
 
 /// Days from the first date to the second; nothing if either is unreadable, and then no rule about them holds.
@@ -74,7 +69,7 @@ bool LastDateStands(const CarDateTexts& texts, std::size_t row, std::string_view
     const std::string& first = texts.periods[row].first;
     if (first.empty())
         return false;
-    const auto room = DaysFrom(last, Or(texts.dateTo, edition::TaxYearEnd));
+    const auto room = DaysFrom(last, TextOr(texts.dateTo, edition::TaxYearEnd));
     const auto span = DaysFrom(first, last);
     return room && *room >= 0 && span && *span + 1 >= edition::ShortestCarPeriod;
 }
@@ -112,7 +107,7 @@ std::string LastDateChecker(std::string_view from, std::string_view text)
     const auto date = StandardForm(text);
     if (!date)
         return {};
-    const auto days = DaysFrom(Or(from, edition::TaxYearStartShort), *date);
+    const auto days = DaysFrom(TextOr(from, edition::TaxYearStartShort), *date);
     return days && *days >= 0 ? *date : std::string();
 }
 

@@ -52,21 +52,20 @@ int FullDiscount(std::string_view fuel, int figure)
     return FloorQuotient(rule.below - figure, rule.step);
 }
 
-void WorkOutPercentage(CarSheetWorking& working, const CarFacts& car, const SheetLookUp& lookUp)
+void WorkOutPercentage(CarSheetWorking& working, const CarFacts& car, std::string_view co2, const SheetLookUp& lookUp)
 {
-    const std::int32_t engine = ReadWholeNumber(car.engine);
-    if (IsBeforeCO2Regime(car.registrationDate)) {
-        working.N = ShortNumber(ColumnOfEngine(engine).older);
+    if (IsBeforeCO2Regime(car.registered)) {
+        working.N = ShortNumber(ColumnOfEngine(car.engine).older);
         return;
     }
     const edition::SheetDiscountRow* discounts = DiscountsOf(car.fuel);
-    if (car.fuel != "E" && !car.co2.empty()) {
-        working.G = SheetFigure(car.co2);
+    if (car.fuel != "E" && car.co2) {
+        working.G = SheetFigure(co2);
         working.H = ShortNumber(RateByFigure(car.fuel, working.G, lookUp));
         working.J = ShortNumber(discounts ? discounts->withFigure : 0);
         working.fullDiscount = ShortNumber(FullDiscount(car.fuel, working.G));
     } else {
-        working.H = ShortNumber(RateByEngine(car.fuel, engine));
+        working.H = ShortNumber(RateByEngine(car.fuel, car.engine));
         working.J = ShortNumber(discounts ? discounts->withoutFigure : 0);
     }
     working.N = ShortNumber(working.H - (working.J + working.fullDiscount));
@@ -81,17 +80,17 @@ Amount PlainShare(Amount fullYear, std::int16_t days, int divisor)
 
 CarSheetWorking CarSheet(const CarSheetFacts& facts, const SheetLookUp& lookUp)
 {
-    const CarFacts& car = facts.car;
+    const CarFacts car = ReadCar(facts.car);
     CarSheetWorking working;
-    working.A = ReadAmount(car.listPrice);
-    working.B = ReadAmount(car.accessories);
-    working.D = ReadAmount(car.contribution);
+    working.A = car.listPrice;
+    working.B = car.accessories;
+    working.D = car.contribution;
     working.total = working.A + working.B;
     working.E = CarPrice(working.total, working.D);
 
-    if (!car.registrationDate.empty() && !car.fuel.empty()) {
-        working.T = ReadAmount(car.privateUse);
-        WorkOutPercentage(working, car, lookUp);
+    if (car.isCharged) {
+        working.T = car.privateUse;
+        WorkOutPercentage(working, car, facts.car.co2, lookUp);
         working.P = Amount::FromDouble((working.E * working.N).Pounds() / 100);
         working.Q = UnavailableDays(car);
         // Kept: the caption says 366, and the car's deduction is by the days of the year in which the tax year ends.

@@ -19,7 +19,7 @@ using SheetLookUp = std::function<std::string(int figure, SheetColumn column)>;
 
 /// The sheet as its boxes read. Of the car the tick for no CO2 figure is not looked at: an empty `C02Level` says it.
 struct CarSheetFacts {
-    CarFacts car;
+    CarTexts car;
     bool fuelTick = false; ///< `Check1`
 };
 

@@ -165,7 +165,7 @@ bool Form1::RegistrationDateStands()
         RestoreOpeningState();
         return false;
     }
-    if (IsBeforeCO2Regime(outcome.text)) {
+    if (IsBeforeCO2Regime(DateOf(outcome.text))) {
         session.messages.Tell("No CO2 Available", edition::car::NoCO2Figure);
         // Kept: the manufacturers go too; Delete brings them back.
         EmptyAll();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "edition/DayOf.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -65,12 +67,10 @@ struct FuelReductionRow {
 inline constexpr auto FuelReductions = std::to_array<FuelReductionRow>({{"B", 2}, {"G", 2}, {"H", 3}});
 
 /// Cars registered from this day on are charged by their CO2 figure. ITEPA s.133, s.142.
-inline constexpr std::string_view CO2RegimeStart = "01/01/1998";
-/// The last day of registration before it.
-inline constexpr std::string_view CO2RegimeEve = "31/12/1997";
+inline constexpr auto CO2RegimeStart = DayOf("01/01/1998");
 /// A car of letter "L" registered from this day on pays the diesel supplement. ITEPA s.141 and the regulations, SI
 /// 2001/1123.
-inline constexpr std::string_view DieselStandardEnd = "01/01/2006";
+inline constexpr auto DieselStandardEnd = DayOf("01/01/2006");
 
 /// The price of a car, after contributions, counts up to so many pounds. ITEPA s.121.
 inline constexpr int MaximumCarPrice = 80000;

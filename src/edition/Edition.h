@@ -1,5 +1,7 @@
 #pragma once
 
+#include "edition/DayOf.h"
+
 #include <string_view>
 
 /// The constants of the edition for the tax year 2010-11: its dates, labels, file names and display formats. Nothing
@@ -13,6 +15,9 @@ inline constexpr std::string_view TaxYearStartShort = "06/04/10";
 inline constexpr std::string_view TaxYearStart = "06/04/2010";
 /// Last day of the tax year: upper bound of every range test, default end of a period.
 inline constexpr std::string_view TaxYearEnd = "05/04/2011";
+/// The two days themselves, for rules that count.
+inline constexpr auto TaxYearStartDay = DayOf(TaxYearStart);
+inline constexpr auto TaxYearEndDay = DayOf(TaxYearEnd);
 /// First and last day of last tax year, read by the car notepad for a car carried over.
 inline constexpr std::string_view PriorYearStart = "06/04/2009";
 inline constexpr std::string_view PriorYearEnd = "05/04/2010";

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "edition/DayOf.h"
+
 #include <array>
 #include <cstdint>
 #include <limits>
@@ -14,7 +16,7 @@ namespace quillmere::edition {
 inline constexpr std::string_view OldAvailabilityDate = "06/04/2003";
 
 /// The earliest loan and discharge date that page 2 takes in its own boxes.
-inline constexpr std::string_view EarliestLoanDate = "06/04/2002";
+inline constexpr auto EarliestLoanDay = DayOf("06/04/2002");
 
 /// The last days with which a car of last year still counts as running on when the years change, cars 1 to 6. No date
 /// that is entered comes to them; they are compared as they stand.
@@ -101,6 +103,8 @@ inline constexpr std::string_view SheetFuelDeductionCaption = "(V * X) / 366";
 inline constexpr std::string_view VanHistoryCaption = "Van Record 2009-2010";
 inline constexpr std::string_view VanHistoryStart = "06/04/2009";
 inline constexpr std::string_view VanHistoryEnd = "05/04/2010";
+inline constexpr auto VanHistoryStartDay = DayOf(VanHistoryStart);
+inline constexpr auto VanHistoryEndDay = DayOf(VanHistoryEnd);
 /// A period of the shorter type of unavailability has fewer days than this, one of the longer type at least so many.
 inline constexpr int VanHistoryLongPeriod = 30;
 

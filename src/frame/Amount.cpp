@@ -14,16 +14,10 @@ namespace quillmere {
 
 namespace {
 
-constexpr std::int64_t UnitsOfAPound = 10'000;
 constexpr std::int64_t Largest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t Smallest = std::numeric_limits<std::int64_t>::min();
 constexpr std::size_t DecimalsHeld = 4;
 constexpr std::size_t ColumnWidth = edition::AmountColumnWidth.size();
-
-constexpr bool IsDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
 
 /// The size of a number of units without its sign; the smallest amount has one unit more than the largest.
 constexpr std::uint64_t Magnitude(std::int64_t units)
@@ -179,7 +173,7 @@ std::string Draw(std::uint64_t number, const Picture& picture)
 std::string PlainAmount(Amount amount)
 {
     const std::uint64_t magnitude = Magnitude(amount.Units());
-    std::string text = fmt::format("{}.{:04}", magnitude / UnitsOfAPound, magnitude % UnitsOfAPound);
+    std::string text = fmt::format("{}.{:04}", magnitude / Amount::UnitsOfAPound, magnitude % Amount::UnitsOfAPound);
     text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.')
         text.pop_back();

@@ -12,6 +12,9 @@ namespace quillmere {
 /// There is no way in from `double` but the named functions.
 class Amount {
 public:
+    /// Amounts are held in ten-thousandths of a pound.
+    static constexpr std::int64_t UnitsOfAPound = 10'000;
+
     constexpr Amount() = default;
 
     /// The amount of so many ten-thousandths of a pound.
@@ -26,7 +29,7 @@ public:
     constexpr std::int64_t Units() const { return units; }
 
     /// The pounds as a floating-point number: the way into a division.
-    double Pounds() const { return static_cast<double>(units) / 10000.0; }
+    double Pounds() const { return static_cast<double>(units) / static_cast<double>(UnitsOfAPound); }
 
     constexpr bool IsZero() const { return units == 0; }
     constexpr bool IsNegative() const { return units < 0; }

@@ -17,11 +17,6 @@ struct DatePieces {
     std::string_view day, month, year;
 };
 
-constexpr bool IsDigit(char character)
-{
-    return character >= '0' && character <= '9';
-}
-
 constexpr bool IsCapital(char character)
 {
     return character >= 'A' && character <= 'Z';
@@ -145,13 +140,13 @@ YearEndTest TestYearEnd(std::string_view text)
     const auto day = ReadDate(text);
     if (!day)
         return YearEndTest::Unreadable;
-    return *day <= *ReadDate(edition::TaxYearEnd) ? YearEndTest::Yes : YearEndTest::No;
+    return *day <= edition::TaxYearEndDay ? YearEndTest::Yes : YearEndTest::No;
 }
 
 bool IsNotBeforeYearStart(std::string_view text)
 {
     const auto day = ReadDate(text);
-    return day && *day >= *ReadDate(edition::TaxYearStartShort);
+    return day && *day >= edition::TaxYearStartDay;
 }
 
 std::string EnteredDate(std::string_view text)
@@ -171,8 +166,8 @@ bool IsNotTooEarly(std::string_view text)
 bool IsDateBetween(std::string_view text, std::string_view start, std::string_view end)
 {
     const auto day = ReadDate(text);
-    const auto first = ReadDate(start.empty() ? edition::TaxYearStartShort : start);
-    const auto last = ReadDate(end.empty() ? edition::TaxYearEnd : end);
+    const auto first = start.empty() ? edition::TaxYearStartDay : ReadDate(start);
+    const auto last = end.empty() ? edition::TaxYearEndDay : ReadDate(end);
     return day && first && last && *first <= *day && *day <= *last;
 }
 
@@ -184,10 +179,15 @@ int OverlapDays(std::string_view start1, std::string_view end1, std::string_view
     const auto last2 = ReadDate(end2);
     if (!first1 || !last1 || !first2 || !last2)
         return 0;
-    if (*last1 < *first2 || *first1 > *last2)
+    return OverlapDays({*first1, *last1}, {*first2, *last2});
+}
+
+int OverlapDays(DayRange one, DayRange other)
+{
+    if (one.last < other.first || one.first > other.last)
         return 0;
     // Kept: a period typed the wrong way round counts below zero; the screens' own checks are what keeps it out.
-    return DaysBetween(std::max(*first1, *first2), std::min(*last1, *last2)) + 1;
+    return DaysBetween(std::max(one.first, other.first), std::min(one.last, other.last)) + 1;
 }
 
 int DaysBetween(Day from, Day to)

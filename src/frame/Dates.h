@@ -48,6 +48,14 @@ bool IsDateBetween(std::string_view text, std::string_view start, std::string_vi
 /// may be negative for a reversed period.
 int OverlapDays(std::string_view start1, std::string_view end1, std::string_view start2, std::string_view end2);
 
+/// A first day and a last day, both counted.
+struct DayRange {
+    Day first, last;
+};
+
+/// Days common to two periods, both ends counted. 0 if they lie apart; may be negative for a reversed period.
+int OverlapDays(DayRange one, DayRange other);
+
 /// Whole days from `from` to `to`, neither counted twice: negative if `to` is the earlier.
 int DaysBetween(Day from, Day to);
 

@@ -26,11 +26,6 @@ constexpr KeyVerdict Drop()
     return {.key = 0, .beep = false};
 }
 
-constexpr bool IsDigit(char32_t key)
-{
-    return key >= U'0' && key <= U'9';
-}
-
 constexpr bool IsLetter(char32_t key)
 {
     return (key >= U'A' && key <= U'Z') || (key >= U'a' && key <= U'z');

@@ -6,6 +6,17 @@
 
 namespace quillmere {
 
+constexpr bool IsDigit(char32_t character)
+{
+    return character >= U'0' && character <= U'9';
+}
+
+/// The text, or what stands in for an empty one.
+constexpr std::string_view TextOr(std::string_view text, std::string_view standIn)
+{
+    return text.empty() ? standIn : text;
+}
+
 /// The text without its outer blanks. Only the blank character counts, no tabs or line ends.
 std::string Trim(std::string_view text);
 

@@ -82,9 +82,7 @@ constexpr std::string_view EarliestBirth = "01/01/1905";
 
 } // namespace
 
-Form3::Form3(Session& session)
-    : P11DPage(session, "Form3", "P11D - Form 1",
-               {.loading = "P11D Page 1 - loading error", .refresh = "P11D Page 1 - Refresh after Print Error"})
+Form3::Form3(Session& session) : P11DPage(session, "Form3", "P11D - Form 1", "P11D Page 1 - Refresh after Print Error")
 {
     AddBoxes(Rows);
     for (const int car : {1, 2})

@@ -33,8 +33,10 @@ void RewriteTriple(Screen& screen, const AmountTriple& triple)
         cashEquivalent.Clear();
 }
 
-P11DPage::P11DPage(Session& session, std::string_view name, std::string_view caption, const Titles& titles)
-    : BoundScreen(session, name, ShowMode::Child, caption, {.table = "P11D", .index = "IndKey"}), titles(titles)
+P11DPage::P11DPage(Session& session, std::string_view name, std::string_view caption,
+                   std::string_view refreshErrorTitle)
+    : BoundScreen(session, name, ShowMode::Child, caption, {.table = "P11D", .index = "IndKey"}),
+      refreshErrorTitle(refreshErrorTitle)
 {
 }
 

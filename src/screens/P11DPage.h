@@ -21,15 +21,10 @@ void RewriteAmount(Box& box);
 /// rewritten when they are left. There is no Save: what is typed is stored when the cursor moves or the page closes.
 class P11DPage : public BoundScreen {
 public:
-    /// Titles of the messages of one side.
-    struct Titles {
-        std::string_view loading;
-        std::string_view refresh; ///< after printing
-    };
+    /// `refreshErrorTitle` is that of the message when the record is not found again after printing.
+    P11DPage(Session& session, std::string_view name, std::string_view caption, std::string_view refreshErrorTitle);
 
-    P11DPage(Session& session, std::string_view name, std::string_view caption, const Titles& titles);
-
-    std::string_view RefreshErrorTitle() const { return titles.refresh; }
+    std::string_view RefreshErrorTitle() const { return refreshErrorTitle; }
 
 protected:
     /// Rewrites the triple when any of its boxes is left.
@@ -43,7 +38,7 @@ protected:
     void TurnTo(std::string_view page, std::string_view errorTitle);
 
 private:
-    Titles titles;
+    std::string_view refreshErrorTitle;
 };
 
 } // namespace quillmere

@@ -182,8 +182,7 @@ constexpr auto Loans = std::to_array<int>({1, 2});
 } // namespace
 
 Side2Form1::Side2Form1(Session& session)
-    : P11DPage(session, "Side2Form1", "P11D",
-               {.loading = "P11D Side 2 - loading error", .refresh = "P11D Page 2 - Refresh after Print Error"})
+    : P11DPage(session, "Side2Form1", "P11D", "P11D Page 2 - Refresh after Print Error")
 {
     AddBoxes(Rows);
     Bind();
@@ -236,8 +235,7 @@ void Side2Form1::LeaveLoanDate(Box& date)
         return;
     const auto day = ReadDate(text);
     // Kept: the earliest date is that of an older year.
-    const bool valid =
-        IsDateText(text) && IsNotAfterYearEnd(session, text) && day && *day >= *ReadDate(edition::EarliestLoanDate);
+    const bool valid = IsDateText(text) && IsNotAfterYearEnd(session, text) && day && *day >= edition::EarliestLoanDay;
     date.SetText(valid ? NormaliseDate(text) : std::string());
 }
 

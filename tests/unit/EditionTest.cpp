@@ -5,6 +5,7 @@
 #include "edition/CarRates.h"
 #include "edition/CarWords.h"
 #include "edition/Class1ARates.h"
+#include "edition/DayOf.h"
 #include "edition/FormWords.h"
 #include "edition/JoinedText.h"
 #include "edition/LeftOvers.h"
@@ -15,6 +16,7 @@
 #include "edition/ReportWords.h"
 #include "edition/VanRates.h"
 #include "frame/CheckedFile.h"
+#include "frame/Dates.h"
 
 #include <gtest/gtest.h>
 
@@ -52,6 +54,18 @@ TEST(Edition, TheConstantsAreThoseOfTheYear)
     EXPECT_EQ(FormatPrintMoneyBlankZero, "#,###,##0.00;(#,###,##0.00);#");
     EXPECT_EQ(AmountColumnWidth, "          ");
     EXPECT_EQ(AsPerAttached, "As per attached");
+}
+
+TEST(Edition, TheDaysAreThoseOfTheTexts)
+{
+    EXPECT_EQ(ReadDate(TaxYearStartShort), TaxYearStartDay);
+    EXPECT_EQ(ReadDate(TaxYearStart), TaxYearStartDay);
+    EXPECT_EQ(ReadDate(TaxYearEnd), TaxYearEndDay);
+    EXPECT_EQ(ReadDate("01/01/1998"), CO2RegimeStart);
+    EXPECT_EQ(ReadDate("01/01/2006"), DieselStandardEnd);
+    EXPECT_EQ(ReadDate("06/04/2002"), EarliestLoanDay);
+    EXPECT_EQ(ReadDate(VanHistoryStart), VanHistoryStartDay);
+    EXPECT_EQ(ReadDate(VanHistoryEnd), VanHistoryEndDay);
 }
 
 TEST(Edition, TheStartOfTheYearIsKeptInTwoFormsAndTheShortOneStaysShort)

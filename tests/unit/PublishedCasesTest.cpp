@@ -110,12 +110,12 @@ Figures Accommodation(Facts& facts)
 
 Figures Car(Facts& facts)
 {
-    const CarWorking w = CarBenefit({.registrationDate = "01/02/2008",
-                                     .fuel = facts["fuel"],
-                                     .co2 = facts["co2"],
-                                     .dateFrom = facts["from"],
-                                     .listPrice = facts["price"],
-                                     .dateWithdrawn = facts["withdrawn"]});
+    const CarWorking w = CarBenefit(ReadCar({.registrationDate = "01/02/2008",
+                                             .fuel = facts["fuel"],
+                                             .co2 = facts["co2"],
+                                             .dateFrom = facts["from"],
+                                             .listPrice = facts["price"],
+                                             .dateWithdrawn = facts["withdrawn"]}));
     return {{"N", std::to_string(w.percentages.N)}, {"Q", std::to_string(w.Q)},
             {"W", std::to_string(w.fuelDays.W)},    {"X", std::to_string(w.fuelDays.X)},
             {"result", Money(w.cashEquivalent)},    {"fuelresult", std::to_string(w.fuelEquivalent)}};
