@@ -31,22 +31,30 @@ Day LastDay(const VanDates& dates)
     return DayIn(dates, To1).value_or(edition::TaxYearEndDay);
 }
 
-/// A further period of unavailability with both its dates.
-struct Period {
-    Day first, last;
+/// The date boxes of a van, read once.
+struct VanDays {
+    DayRange available;
+    std::optional<DayRange> second, third; ///< further periods of unavailability with both their dates
+    std::optional<Day> withdrawn;
 };
 
-std::optional<Period> CompletePeriod(const VanDates& dates, VanDate from, VanDate to)
+VanDays ReadDays(const VanDates& dates)
 {
-    const auto first = DayIn(dates, from);
-    const auto last = DayIn(dates, to);
-    if (!first || !last)
-        return std::nullopt;
-    return Period{*first, *last};
+    const auto complete = [&](VanDate from, VanDate to) -> std::optional<DayRange> {
+        const auto first = DayIn(dates, from);
+        const auto last = DayIn(dates, to);
+        if (!first || !last)
+            return std::nullopt;
+        return DayRange{*first, *last};
+    };
+    return {.available = {FirstDay(dates), LastDay(dates)},
+            .second = complete(From2, To2),
+            .third = complete(From3, To3),
+            .withdrawn = DayIn(dates, Withdrawn)};
 }
 
 /// Days of a further period, both ends counted; one that is too short counts nothing.
-int DaysOf(const std::optional<Period>& period, const edition::VanRates& rates)
+int DaysOf(const std::optional<DayRange>& period, const edition::VanRates& rates)
 {
     const int days = period ? DaysBetween(period->first, period->last) + 1 : 0;
     return days < rates.shortestPeriod ? 0 : days;
@@ -144,10 +152,30 @@ std::string TotalText(const std::array<std::string, 3>& rows)
     return AmountText(total, edition::FormatMoneyBlankZero);
 }
 
-void WorkOutFuel(VanWorking& working, const edition::VanRates& rates, int daysInYear)
+int DaysAfterFuelWithdrawn(const VanDays& days)
+{
+    if (!days.withdrawn)
+        return 0;
+    const Day withdrawn = *days.withdrawn;
+    const std::optional<DayRange>&second = days.second, &third = days.third;
+    const auto daysUpTo = [](Day from, Day to) { return DaysBetween(from, to) - 1; };
+    const auto toTheEnd = [&days](Day from) { return DaysBetween(from, days.available.last); };
+
+    int g = 0;
+    if (second && withdrawn < second->first) {
+        g = daysUpTo(withdrawn, second->first);
+        g += third ? daysUpTo(second->last, third->first) + toTheEnd(third->last) : toTheEnd(second->last);
+    } else if (second && third && withdrawn > second->last && withdrawn < third->first) {
+        g = daysUpTo(withdrawn, third->first) + toTheEnd(third->last);
+    }
+    // Kept: a count that is truly nought falls back to all days to the end, unavailable ones included.
+    return g != 0 ? g : toTheEnd(withdrawn);
+}
+
+void WorkOutFuel(VanWorking& working, const VanDays& days, const edition::VanRates& rates, int daysInYear)
 {
     working.P = Amount::WholePounds(rates.fuelCharge);
-    working.R = DaysAfterFuelWithdrawn(working.dates);
+    working.R = DaysAfterFuelWithdrawn(days);
     working.S = working.E + working.R;
     working.T = RoundUpToPounds(Amount::FromDouble((working.P * working.S).Pounds() / daysInYear));
     working.V = working.P - working.T;
@@ -174,13 +202,13 @@ VanWorking VanBenefit(const VanFacts& facts, const edition::VanRates& rates)
         return working;
     }
 
-    const VanDates& dates = working.dates;
+    VanDays days = ReadDays(facts.dates);
     const int daysInYear = DaysInYear(ReadWholeNumber(edition::YearEndYear));
     working.A = Amount::WholePounds(rates.charge);
-    working.B =
-        DaysBetween(edition::TaxYearStartDay, FirstDay(dates)) + DaysBetween(LastDay(dates), edition::TaxYearEndDay);
-    working.C = DaysOf(CompletePeriod(dates, From2, To2), rates);
-    working.D = DaysOf(CompletePeriod(dates, From3, To3), rates);
+    working.B = DaysBetween(edition::TaxYearStartDay, days.available.first) +
+                DaysBetween(days.available.last, edition::TaxYearEndDay);
+    working.C = DaysOf(days.second, rates);
+    working.D = DaysOf(days.third, rates);
     working.E = working.B + working.C + working.D;
     working.F = RoundUpToPounds(Amount::FromDouble((working.A * working.E).Pounds() / daysInYear));
     working.G = working.A - working.F;
@@ -192,7 +220,7 @@ VanWorking VanBenefit(const VanFacts& facts, const edition::VanRates& rates)
     if (!facts.fuelTick)
         return working;
 
-    switch (CheckVanWithdrawn(dates)) {
+    switch (CheckVanWithdrawn(facts.dates)) {
     case VanWithdrawnCheck::EmptiedAndRestart: {
         VanFacts again = facts;
         again.dates[Withdrawn].clear();
@@ -200,33 +228,18 @@ VanWorking VanBenefit(const VanFacts& facts, const edition::VanRates& rates)
     }
     case VanWithdrawnCheck::Emptied:
         working.dates[Withdrawn].clear();
+        days.withdrawn.reset();
         break;
     case VanWithdrawnCheck::Stands:
         break;
     }
-    WorkOutFuel(working, rates, daysInYear);
+    WorkOutFuel(working, days, rates, daysInYear);
     return working;
 }
 
 int DaysAfterFuelWithdrawn(const VanDates& dates)
 {
-    const auto withdrawn = DayIn(dates, Withdrawn);
-    if (!withdrawn)
-        return 0;
-    const auto daysUpTo = [](Day from, Day to) { return DaysBetween(from, to) - 1; };
-    const auto toTheEnd = [&](Day from) { return DaysBetween(from, LastDay(dates)); };
-    const auto second = CompletePeriod(dates, From2, To2);
-    const auto third = CompletePeriod(dates, From3, To3);
-
-    int g = 0;
-    if (second && *withdrawn < second->first) {
-        g = daysUpTo(*withdrawn, second->first);
-        g += third ? daysUpTo(second->last, third->first) + toTheEnd(third->last) : toTheEnd(second->last);
-    } else if (second && third && *withdrawn > second->last && *withdrawn < third->first) {
-        g = daysUpTo(*withdrawn, third->first) + toTheEnd(third->last);
-    }
-    // Kept: a count that is truly nought falls back to all days to the end, unavailable ones included.
-    return g != 0 ? g : toTheEnd(*withdrawn);
+    return DaysAfterFuelWithdrawn(ReadDays(dates));
 }
 
 VanWithdrawnCheck CheckVanWithdrawn(const VanDates& dates)
@@ -234,10 +247,11 @@ VanWithdrawnCheck CheckVanWithdrawn(const VanDates& dates)
     const std::string& withdrawn = dates[Withdrawn];
     if (withdrawn.empty())
         return VanWithdrawnCheck::Stands;
-    const auto day = ReadDate(withdrawn);
-    if (!day || *day == LastDay(dates) || !IsDateBetween(withdrawn, dates[From1], dates[To1]))
+    const VanDays days = ReadDays(dates);
+    const auto& day = days.withdrawn;
+    if (!day || *day == days.available.last || !IsDateBetween(withdrawn, dates[From1], dates[To1]))
         return VanWithdrawnCheck::EmptiedAndRestart;
-    for (const auto& period : {CompletePeriod(dates, From2, To2), CompletePeriod(dates, From3, To3)})
+    for (const auto& period : {days.second, days.third})
         if (period && *day >= period->first && *day <= period->last)
             return VanWithdrawnCheck::Emptied;
     return VanWithdrawnCheck::Stands;
