@@ -120,17 +120,18 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
         OnClick(menuEntry, [operation](Box&) { operation(); });
     };
     const auto newFile = [this] { CommandNew(); };
-    const auto open = [this] { CommandEmployerList(ChooseToOpen, "Select Employer"); };
+    const auto open = [this] { CommandEmployerList(EmployerListPurpose::Open, "Select Employer"); };
     const auto print = [this] { CommandPrint(); };
     command("New", newFile);
     command("Open", open);
     command("mnuTransfer", [this] { CommandOpenScreen("TransferList"); });
     command("FileP11DB", [this] { this->session.screens.Show("P11DDeclaration"); });
-    command("FileDeleteEmployer", [this] { CommandEmployerList(ChooseToDelete, "Select Employer to delete"); });
+    command("FileDeleteEmployer",
+            [this] { CommandEmployerList(EmployerListPurpose::DeleteEmployer, "Select Employer to delete"); });
     command("FileDeleteEmployee",
-            [this] { CommandEmployerList(ChooseToDeleteEmployee, "Select the Employee's Employer"); });
+            [this] { CommandEmployerList(EmployerListPurpose::DeleteEmployee, "Select the Employee's Employer"); });
     command("FileRenameEmp", [this] { CommandRename(); });
-    command("FileRename", [this] { CommandEmployerList(ChooseToRenameEmployee, "Select Employer"); });
+    command("FileRename", [this] { CommandEmployerList(EmployerListPurpose::RenameEmployee, "Select Employer"); });
     command("mnuPrint", print);
     command("mnuBatch", [this] { CommandOpenScreen("PrePrint"); });
     command("mnuPrintSetup", [this] { this->session.platform.ShowPrinterSetup(); });
@@ -278,7 +279,7 @@ void MDIForm1::CommandRename()
 {
     if (!CloseAllScreens())
         return;
-    session.EmployerListMode = ChooseToOpen;
+    session.EmployerListMode = EmployerListPurpose::Open;
     session.screens.Show("RenameEmp");
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "clientdb/EmployerScreens.h"
 #include "frame/Screen.h"
+#include "frame/Session.h"
 
 #include <filesystem>
 #include <span>

@@ -8,6 +8,7 @@
 #include "frame/Text.h"
 
 #include <array>
+#include <optional>
 
 namespace quillmere {
 
@@ -94,7 +95,7 @@ void NewFileCheck::Accept()
         session.messages.Tell(edition::AppTitle, "You must choose one of the options");
         return;
     }
-    session.EmployerListMode = existing ? ChooseForNewEmployee : ChooseToOpen;
+    session.EmployerListMode = existing ? EmployerListPurpose::NewEmployee : EmployerListPurpose::Open;
     const std::string_view next = existing ? "EmployerList" : "NewFile";
     // The options stay if the store fails while what follows them is loaded.
     const bool wanted = session.screens.Load(next) != nullptr;
@@ -125,7 +126,7 @@ NewFile::NewFile(Session& session) : Screen(session, "NewFile", ShowMode::Window
 
 bool NewFile::Load()
 {
-    const bool existing = session.EmployerListMode == ChooseForNewEmployee;
+    const bool existing = session.EmployerListMode == EmployerListPurpose::NewEmployee;
     SetButtons("CancelEmp", existing ? "OkEmp2" : "OkEmp");
     if (!existing)
         return true;
@@ -205,7 +206,7 @@ bool NewFile::CreateAndOpen(Database& database, const NewEmployee& employee)
 void NewFile::Cancel()
 {
     session.screens.Unload(Name());
-    if (session.EmployerListMode == ChooseForNewEmployee)
+    if (session.EmployerListMode == EmployerListPurpose::NewEmployee)
         session.screens.Unload("EmployerList");
 }
 
@@ -213,22 +214,19 @@ void NewFile::Cancel()
 
 namespace {
 
-/// The buttons of the employer list, and in which modes each shows.
+/// A button of the employer list, shown for one purpose of the list or two.
 struct ListButton {
     std::string_view box, text;
-    std::array<bool, 6> shownInMode;
+    EmployerListPurpose shownFor;
+    std::optional<EmployerListPurpose> shownToo = {};
 };
-// clang-format off
 constexpr auto EmployerListButtons = std::to_array<ListButton>({
-    // mode                       0      1      2      3      4      5
-    {"EmpSelect", "&Select",   {true,  false, true,  false, false, false}},
-    {"EmpOpen", "&Open",       {true,  false, false, false, false, false}},
-    {"EmpOpen2", "&Open",      {false, false, false, false, true,  false}},
-    {"EmpSelect2", "&Select",  {false, true,  false, false, false, false}},
-    {"EmpDelete", "&Delete",   {false, false, false, false, false, true}},
-    {"EmpCancel", "&Cancel",   {true,  true,  true,  true,  true,  true}},
+    {"EmpSelect", "&Select", EmployerListPurpose::Open, EmployerListPurpose::DeleteEmployee},
+    {"EmpOpen", "&Open", EmployerListPurpose::Open},
+    {"EmpOpen2", "&Open", EmployerListPurpose::NewEmployee},
+    {"EmpSelect2", "&Select", EmployerListPurpose::RenameEmployee},
+    {"EmpDelete", "&Delete", EmployerListPurpose::DeleteEmployer},
 });
-// clang-format on
 
 } // namespace
 
@@ -239,10 +237,11 @@ EmployerList::EmployerList(Session& session) : Screen(session, "EmployerList", S
         AddBox({.kind = Kind::Button, .text = button.text}, std::string(button.box));
         OnClick(button.box, [this](Box&) { Proceed(); });
     }
+    AddBox({.kind = Kind::Button, .text = "&Cancel"}, "EmpCancel");
     OnClick("EmpDelete", [this](Box&) { DeleteChosen(); });
     OnClick("EmpCancel", [this](Box&) { this->session.screens.Unload(Name()); });
     const auto choose = [this](Box&) {
-        if (this->session.EmployerListMode != ChooseToDelete)
+        if (this->session.EmployerListMode != EmployerListPurpose::DeleteEmployer)
             Proceed();
     };
     OnChoose("EmployerList", choose);
@@ -251,10 +250,10 @@ EmployerList::EmployerList(Session& session) : Screen(session, "EmployerList", S
 
 bool EmployerList::Load()
 {
-    const auto mode = static_cast<std::size_t>(session.EmployerListMode);
+    const EmployerListPurpose purpose = session.EmployerListMode;
     std::string_view accept;
     for (const ListButton& button : EmployerListButtons) {
-        const bool shown = button.shownInMode.at(mode);
+        const bool shown = button.shownFor == purpose || button.shownToo == purpose;
         box(button.box).SetVisible(shown);
         if (shown && accept.empty())
             accept = button.box;
@@ -273,14 +272,14 @@ void EmployerList::Proceed()
     }
     session.CurrentEmployer = chosen;
     switch (session.EmployerListMode) {
-    case ChooseToRenameEmployee:
+    case EmployerListPurpose::RenameEmployee:
         // The list stays if the store fails while its successor is loaded.
         if (session.screens.Load("RenameEmp") == nullptr)
             return;
         session.screens.Unload(Name());
         session.screens.Show("RenameEmp");
         return;
-    case ChooseForNewEmployee:
+    case EmployerListPurpose::NewEmployee:
         session.screens.Unload("NewFile");
         session.screens.Show("NewFile");
         return;
@@ -328,7 +327,7 @@ EmployeeList::EmployeeList(Session& session) : Screen(session, "EmployeeList", S
     OnClick("EmpeDelete", [this](Box&) { DeleteChosen(); });
     OnClick("EmployeeCancel", [this](Box&) { this->session.screens.Unload(Name()); });
     OnDoubleClick("EmployeeList", [this](Box&) {
-        if (this->session.EmployerListMode == ChooseToDeleteEmployee)
+        if (this->session.EmployerListMode == EmployerListPurpose::DeleteEmployee)
             DeleteChosen();
         else
             OpenChosen();
@@ -337,7 +336,7 @@ EmployeeList::EmployeeList(Session& session) : Screen(session, "EmployeeList", S
 
 bool EmployeeList::Load()
 {
-    const bool deletes = session.EmployerListMode == ChooseToDeleteEmployee;
+    const bool deletes = session.EmployerListMode == EmployerListPurpose::DeleteEmployee;
     box("EmployeeOpen").SetVisible(!deletes);
     box("EmpeDelete").SetVisible(deletes);
     SetButtons("EmployeeCancel", deletes ? "EmpeDelete" : "EmployeeOpen");
@@ -413,7 +412,7 @@ RenameEmp::RenameEmp(Session& session) : Screen(session, "RenameEmp", ShowMode::
 
 bool RenameEmp::Load()
 {
-    const bool employees = session.EmployerListMode == ChooseToRenameEmployee;
+    const bool employees = session.EmployerListMode == EmployerListPurpose::RenameEmployee;
     for (const std::string_view ofEmployer : {"RenameE", "Rename", "NewReference", "NewPAYE"})
         box(ofEmployer).SetVisible(!employees);
     for (const std::string_view ofEmployee : {"RenameEmployee", "Rename2"})
@@ -432,7 +431,7 @@ void RenameEmp::ClearBoxes()
 bool RenameEmp::FillList()
 {
     ClearBoxes();
-    if (session.EmployerListMode != ChooseToRenameEmployee)
+    if (session.EmployerListMode != EmployerListPurpose::RenameEmployee)
         return FillEmployers(session, box("RenameE"));
     FillEmployees(session, box("RenameEmployee"));
     return true;

@@ -8,15 +8,6 @@
 
 namespace quillmere {
 
-/// Why the employer list is open (`EmployerListMode`).
-enum EmployerListPurpose : int {
-    ChooseToOpen = 0,
-    ChooseToRenameEmployee = 1,
-    ChooseToDeleteEmployee = 2,
-    ChooseForNewEmployee = 4,
-    ChooseToDelete = 5,
-};
-
 /// "New File Options": a new employee of an employer who is there, or a new employer.
 class NewFileCheck : public Screen {
 public:

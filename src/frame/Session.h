@@ -13,6 +13,15 @@ namespace quillmere {
 /// Which document a print command of one employee or employer asks for.
 enum class PrintedDocument { Employee, Declaration };
 
+/// Why the employer list is open. The numbers are given.
+enum class EmployerListPurpose {
+    Open = 0,
+    RenameEmployee = 1,
+    DeleteEmployee = 2,
+    NewEmployee = 4,
+    DeleteEmployer = 5,
+};
+
 /// What the whole process shares, made once and handed down by reference.
 struct Session {
     explicit Session(Platform& platform) : platform(platform), messages(platform), screens(*this) {}
@@ -21,22 +30,23 @@ struct Session {
     Messages messages;
     Settings settings = SetDefaultConfiguration({});
 
-    std::filesystem::path programFolder;   ///< holds the settings file; its last component is the product's code
-    std::filesystem::path resourceFolder;  ///< holds the template and the reference database: the executable's folder
-    std::filesystem::path RootFolder;      ///< the folder above the program folder, shared by the editions
-    std::filesystem::path WindowsFolder;   ///< the platform's own folder for what is temporary
-    int screenHeight = 0, screenWidth = 0; ///< of the desktop: default size of the windows
-
-    std::string CurrentEmployer; ///< key of the employer being worked on; empty before the first selection
-    std::string CurrentEmployee; ///< key of the open employee; empty before the first selection
-    int EmployerListMode = 0;    ///< why the employer list is open
-    int CurrentPage = 1;         ///< which page shows, 1 or 2: it is sought again after a print run
-    int VanOfHistory = 1;        ///< whose history the van record opens, van 1 to 3
-
+    // Shared values whose names are given.
+    std::filesystem::path RootFolder;    ///< the folder above the program folder, shared by the editions
+    std::filesystem::path WindowsFolder; ///< the platform's own folder for what is temporary
+    std::string CurrentEmployer;         ///< key of the employer being worked on; empty before the first selection
+    std::string CurrentEmployee;         ///< key of the open employee; empty before the first selection
+    EmployerListPurpose EmployerListMode = EmployerListPurpose::Open;
+    int CurrentPage = 1;           ///< which page shows, 1 or 2: it is sought again after a print run
     bool EmployeeOpenFlag = false; ///< an employee is being opened from the list
     bool DeclarationOpen = false;  ///< from the click that leads to the P11D(b) until page 1 is in front again
     std::string LastBadDate;       ///< Kept: the last date text that could not be compared; nothing reads it
-    bool endsBySystem = false;     ///< the program is being closed at the system's wish: nobody is there to be asked
+
+    // The program's own.
+    std::filesystem::path programFolder;   ///< holds the settings file; its last component is the product's code
+    std::filesystem::path resourceFolder;  ///< holds the template and the reference database: the executable's folder
+    int screenHeight = 0, screenWidth = 0; ///< of the desktop: default size of the windows
+    int VanOfHistory = 1;                  ///< whose history the van record opens, van 1 to 3
+    bool endsBySystem = false;             ///< closed at the system's wish: nobody is there to be asked
 
     /// Draws a document of the current employer and employee and shows it. Empty in a program that draws none.
     std::function<void(PrintedDocument)> printJob;

@@ -462,7 +462,7 @@ TEST_P(HandsOnEveryScreen, ShowsNothingAsChosenInAListUntilItIs)
 
 struct UnchosenCase {
     std::string_view screen, button, list;
-    int mode = 0;
+    EmployerListPurpose mode = EmployerListPurpose::Open;
 };
 
 class Unchosen : public Hands, public ::testing::WithParamInterface<UnchosenCase> {};
@@ -480,21 +480,20 @@ TEST_P(Unchosen, ListHasTheFocusAfterTheMessageAndArrowsAndEnterWorkThere)
     EXPECT_EQ(screen.box(listBox).Selected(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Lists, Unchosen,
-                         ::testing::Values(UnchosenCase{"EmployerList", "EmpOpen", "EmployerList"},
-                                           UnchosenCase{"EmployerList", "EmpSelect", "EmployerList"},
-                                           UnchosenCase{"EmployerList", "EmpSelect2", "EmployerList", 1},
-                                           UnchosenCase{"EmployerList", "EmpOpen2", "EmployerList", 4},
-                                           UnchosenCase{"EmployerList", "EmpDelete", "EmployerList", 5},
-                                           UnchosenCase{"EmployeeList", "EmployeeOpen", "EmployeeList"},
-                                           UnchosenCase{"EmployeeList", "EmpeDelete", "EmployeeList", 2},
-                                           UnchosenCase{"RenameEmp", "Rename", "RenameE"},
-                                           UnchosenCase{"RenameEmp", "Rename2", "RenameEmployee", 1},
-                                           UnchosenCase{"PrePrint", "Print", "EmpList"},
-                                           UnchosenCase{"TransferList", "Transfer", "TransferListbox"}),
-                         [](const auto& parameter) {
-                             return std::string(parameter.param.button) + std::string(parameter.param.screen);
-                         });
+INSTANTIATE_TEST_SUITE_P(
+    Lists, Unchosen,
+    ::testing::Values(UnchosenCase{"EmployerList", "EmpOpen", "EmployerList"},
+                      UnchosenCase{"EmployerList", "EmpSelect", "EmployerList"},
+                      UnchosenCase{"EmployerList", "EmpSelect2", "EmployerList", EmployerListPurpose::RenameEmployee},
+                      UnchosenCase{"EmployerList", "EmpOpen2", "EmployerList", EmployerListPurpose::NewEmployee},
+                      UnchosenCase{"EmployerList", "EmpDelete", "EmployerList", EmployerListPurpose::DeleteEmployer},
+                      UnchosenCase{"EmployeeList", "EmployeeOpen", "EmployeeList"},
+                      UnchosenCase{"EmployeeList", "EmpeDelete", "EmployeeList", EmployerListPurpose::DeleteEmployee},
+                      UnchosenCase{"RenameEmp", "Rename", "RenameE"},
+                      UnchosenCase{"RenameEmp", "Rename2", "RenameEmployee", EmployerListPurpose::RenameEmployee},
+                      UnchosenCase{"PrePrint", "Print", "EmpList"},
+                      UnchosenCase{"TransferList", "Transfer", "TransferListbox"}),
+    [](const auto& parameter) { return std::string(parameter.param.button) + std::string(parameter.param.screen); });
 
 TEST_P(HandsOnEveryScreen, KeepsAListAsLargeAsItsWindowWasMade)
 {

@@ -22,8 +22,9 @@ namespace {
 
 using testing::RunningProgram;
 
-constexpr std::array Purposes = {ChooseToOpen, ChooseToRenameEmployee, ChooseToDeleteEmployee, ChooseForNewEmployee,
-                                 ChooseToDelete};
+constexpr std::array Purposes = {EmployerListPurpose::Open, EmployerListPurpose::RenameEmployee,
+                                 EmployerListPurpose::DeleteEmployee, EmployerListPurpose::NewEmployee,
+                                 EmployerListPurpose::DeleteEmployer};
 
 enum class Way { Click, Arrow, Letter };
 

@@ -176,7 +176,7 @@ TEST_F(EmployerScreens, PageOneHasItsOwnCaptionForANewEmployer)
 
 struct ModeCase {
     std::string_view command; ///< entry of the main window that opens the list
-    int mode;
+    EmployerListPurpose mode;
     std::string_view caption;
     std::vector<std::string_view> buttons; ///< those that show, but for Cancel
     std::string_view next;                 ///< where they lead with an employer chosen
@@ -185,11 +185,15 @@ struct ModeCase {
 std::vector<ModeCase> Modes()
 {
     return {
-        {"Open", 0, "Select Employer", {"EmpSelect", "EmpOpen"}, "EmployeeList"},
-        {"FileRename", 1, "Select Employer", {"EmpSelect2"}, "RenameEmp"},
-        {"FileDeleteEmployee", 2, "Select the Employee's Employer", {"EmpSelect"}, "EmployeeList"},
-        {"New", 4, "Select Employer", {"EmpOpen2"}, "NewFile"},
-        {"FileDeleteEmployer", 5, "Select Employer to delete", {"EmpDelete"}, {}},
+        {"Open", EmployerListPurpose::Open, "Select Employer", {"EmpSelect", "EmpOpen"}, "EmployeeList"},
+        {"FileRename", EmployerListPurpose::RenameEmployee, "Select Employer", {"EmpSelect2"}, "RenameEmp"},
+        {"FileDeleteEmployee",
+         EmployerListPurpose::DeleteEmployee,
+         "Select the Employee's Employer",
+         {"EmpSelect"},
+         "EmployeeList"},
+        {"New", EmployerListPurpose::NewEmployee, "Select Employer", {"EmpOpen2"}, "NewFile"},
+        {"FileDeleteEmployer", EmployerListPurpose::DeleteEmployer, "Select Employer to delete", {"EmpDelete"}, {}},
     };
 }
 
@@ -200,7 +204,7 @@ TEST_F(EmployerScreens, TheListShowsTheButtonsOfItsModeAndEachLeadsOn)
         for (const std::string_view pressed : expected.buttons) {
             SCOPED_TRACE(std::string(expected.command) + " " + std::string(pressed));
             Menu(expected.command);
-            if (expected.mode == ChooseForNewEmployee) {
+            if (expected.mode == EmployerListPurpose::NewEmployee) {
                 Click("NewFileCheck", "Option1");
                 Click("NewFileCheck", "NewFileOk");
             }
@@ -216,8 +220,9 @@ TEST_F(EmployerScreens, TheListShowsTheButtonsOfItsModeAndEachLeadsOn)
             EXPECT_EQ(list.DefaultButton(), &list.box(expected.buttons.front()));
             // With nothing chosen each says so.
             Click("EmployerList", pressed);
-            EXPECT_EQ(TakeMessage().text, expected.mode == ChooseToDelete ? "You must select an Employer to delete."
-                                                                          : "You must choose an Employer");
+            EXPECT_EQ(TakeMessage().text, expected.mode == EmployerListPurpose::DeleteEmployer
+                                              ? "You must select an Employer to delete."
+                                              : "You must choose an Employer");
             EXPECT_TRUE(Shows("EmployerList"));
             Mark("EmployerList", "EmployerList");
             Click("EmployerList", pressed);
@@ -227,7 +232,7 @@ TEST_F(EmployerScreens, TheListShowsTheButtonsOfItsModeAndEachLeadsOn)
                 EXPECT_TRUE(Shows("EmployerList"));
             } else {
                 EXPECT_TRUE(Shows(expected.next));
-                EXPECT_EQ(Shows("EmployerList"), expected.mode != ChooseToRenameEmployee);
+                EXPECT_EQ(Shows("EmployerList"), expected.mode != EmployerListPurpose::RenameEmployee);
             }
             EXPECT_TRUE(door.messages.empty());
         }
