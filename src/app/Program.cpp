@@ -28,6 +28,8 @@
 #include "screens/Side2Form1.h"
 #include "transfer/TransferList.h"
 
+#include <algorithm>
+#include <array>
 #include <memory>
 
 namespace quillmere {
@@ -85,60 +87,111 @@ bool Program::Ended() const
 
 namespace {
 
-template<typename ScreenClass>
-void Register(Screens& screens, std::string_view name)
+// How a screen of a table's row is made.
+
+template<class S>
+std::unique_ptr<Screen> Plain(std::string_view, Session& session, PrintSystem&)
 {
-    screens.Register(name, [](Session& session) { return std::make_unique<ScreenClass>(session); });
+    return std::make_unique<S>(session);
 }
 
 /// A screen that prints or shows what has been drawn.
-template<typename ScreenClass>
-void Register(Screens& screens, std::string_view name, PrintSystem& printing)
+template<class S>
+std::unique_ptr<Screen> Printing(std::string_view, Session& session, PrintSystem& printing)
 {
-    screens.Register(name, [&printing](Session& session) { return std::make_unique<ScreenClass>(session, printing); });
+    return std::make_unique<S>(session, printing);
 }
+
+/// A member of a family that has one class and a table of its members.
+template<class S>
+std::unique_ptr<Screen> Member(const auto& members, std::string_view name, Session& session)
+{
+    return std::make_unique<S>(session, *std::ranges::find_if(members, [&](const auto& member) {
+        return member.name == name;
+    }));
+}
+
+std::unique_ptr<Screen> Schedule(std::string_view name, Session& session, PrintSystem&)
+{
+    return Member<ScheduleNotepad>(Notepads(), name, session);
+}
+
+std::unique_ptr<Screen> Adjustment(std::string_view name, Session& session, PrintSystem&)
+{
+    return Member<AdjustmentNotepad>(AdjustmentSchedules, name, session);
+}
+
+std::unique_ptr<Screen> FurtherCars(std::string_view name, Session& session, PrintSystem&)
+{
+    return Member<ExtraCarsScreen>(ExtraCarsScreens, name, session);
+}
+
+/// A screen of the program: how it is made, and when it is closed along with others.
+struct ScreenRow {
+    std::string_view name;
+    std::unique_ptr<Screen> (*make)(std::string_view name, Session& session, PrintSystem& printing);
+    Closing closing = Closing::ByItself;
+};
+
+/// Every screen, in the order in which they are closed.
+constexpr auto ScreenRows = std::to_array<ScreenRow>({
+    {"Side2Form1", Plain<Side2Form1>, Closing::WithOpened},
+    {"Form3", Plain<Form3>, Closing::WithAll},
+    {"ANotepad", Schedule, Closing::WithOpened},
+    {"BNotepad", Schedule, Closing::WithOpened},
+    {"CNotepad", Schedule, Closing::WithOpened},
+    {"DNotepad", Plain<DNotepad>, Closing::WithOpened},
+    {"D2Notepad", Plain<D2Notepad>, Closing::WithOpened},
+    {"D2InfoNotepad", Plain<D2InfoNotepad>, Closing::WithAll},
+    {"ENotepad", Plain<ENotepad>, Closing::WithOpened},
+    {"FNotepad", Plain<FNotepad>, Closing::WithOpened},
+    {"GNotepad", Plain<GNotepad>, Closing::WithOpened},
+    {"GNotepad2", Plain<GNotepad2>, Closing::WithOpened},
+    {"HNotepad", Plain<HNotepad>, Closing::WithOpened},
+    {"HNotepad2", Plain<HNotepad2>, Closing::WithOpened},
+    {"INotepad", Schedule, Closing::WithOpened},
+    {"JNotepad", Plain<JNotepad>, Closing::WithOpened},
+    {"KNotepad", Schedule, Closing::WithOpened},
+    {"LNotepad", Schedule, Closing::WithOpened},
+    {"NNotepad1", Schedule, Closing::WithOpened},
+    {"NNotepad2", Schedule, Closing::WithOpened},
+    {"NNotepad3", Schedule, Closing::WithOpened},
+    {"ONotepad1", Schedule, Closing::WithOpened},
+    {"ONotepad2", Schedule, Closing::WithOpened},
+    {"ONotepad3", Schedule, Closing::WithOpened},
+    {"ONotepad4", Schedule, Closing::WithOpened},
+    {"ONotepad5", Schedule, Closing::WithOpened},
+    {"ONotepad6", Schedule, Closing::WithOpened},
+    {"EmployeeList", Plain<EmployeeList>, Closing::WithAll},
+    {"EmployerList", Plain<EmployerList>, Closing::WithAll},
+    {"Form1", Plain<Form1>, Closing::WithAll},
+    {"NewFile", Plain<NewFile>, Closing::WithAll},
+    {"NewFileCheck", Plain<NewFileCheck>, Closing::WithAll},
+    {"RenameEmp", Plain<RenameEmp>, Closing::WithAll},
+    {"P11DDeclaration", Plain<P11DDeclaration>, Closing::WithAll},
+    {"P11DBNotepad1", Adjustment, Closing::WithAll},
+    {"P11DBNotepad2", Adjustment, Closing::WithAll},
+    {"PrePrint", Printing<PrePrint>, Closing::WithAll},
+    {"TransferList", Plain<TransferList>, Closing::WithAll},
+
+    {"MDIForm1", Plain<MDIForm1>},
+    {"Form3_4", FurtherCars},
+    {"Form5_6", FurtherCars},
+    {"frmFolderManager", Plain<frmFolderManager>},
+    {"frmBackup", Plain<frmBackup>},
+    {"frmVSPrintSettings", Printing<frmVSPrintSettings>},
+    {"frmVSPrint", Printing<frmVSPrint>},
+    {"frmVSPrintDialog", Printing<frmVSPrintDialog>},
+});
 
 } // namespace
 
 void RegisterScreens(Screens& screens, PrintSystem& printing)
 {
-    Register<MDIForm1>(screens, "MDIForm1");
-    Register<NewFileCheck>(screens, "NewFileCheck");
-    Register<NewFile>(screens, "NewFile");
-    Register<EmployerList>(screens, "EmployerList");
-    Register<EmployeeList>(screens, "EmployeeList");
-    Register<RenameEmp>(screens, "RenameEmp");
-    Register<frmFolderManager>(screens, "frmFolderManager");
-    Register<frmBackup>(screens, "frmBackup");
-    Register<TransferList>(screens, "TransferList");
-    Register<PrePrint>(screens, "PrePrint", printing);
-    Register<frmVSPrintSettings>(screens, "frmVSPrintSettings", printing);
-    Register<frmVSPrint>(screens, "frmVSPrint", printing);
-    Register<frmVSPrintDialog>(screens, "frmVSPrintDialog", printing);
-    Register<Form3>(screens, "Form3");
-    Register<Side2Form1>(screens, "Side2Form1");
-    for (const ExtraCars& cars : ExtraCarsScreens)
-        screens.Register(cars.name,
-                         [&cars](Session& session) { return std::make_unique<ExtraCarsScreen>(session, cars); });
-    Register<P11DDeclaration>(screens, "P11DDeclaration");
-    Register<FNotepad>(screens, "FNotepad");
-    Register<Form1>(screens, "Form1");
-    Register<GNotepad2>(screens, "GNotepad2");
-    for (const AdjustmentSchedule& schedule : AdjustmentSchedules)
-        screens.Register(schedule.name, [&schedule](Session& session) {
-            return std::make_unique<AdjustmentNotepad>(session, schedule);
-        });
-    for (const NotepadMember& member : Notepads())
-        screens.Register(member.name,
-                         [&member](Session& session) { return std::make_unique<ScheduleNotepad>(session, member); });
-    Register<DNotepad>(screens, "DNotepad");
-    Register<D2Notepad>(screens, "D2Notepad");
-    Register<D2InfoNotepad>(screens, "D2InfoNotepad");
-    Register<ENotepad>(screens, "ENotepad");
-    Register<GNotepad>(screens, "GNotepad");
-    Register<HNotepad>(screens, "HNotepad");
-    Register<HNotepad2>(screens, "HNotepad2");
-    Register<JNotepad>(screens, "JNotepad");
+    for (const ScreenRow& row : ScreenRows)
+        screens.Register(
+            row.name, [&row, &printing](Session& session) { return row.make(row.name, session, printing); },
+            row.closing);
 }
 
 } // namespace quillmere

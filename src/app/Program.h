@@ -48,7 +48,7 @@ private:
     std::optional<SingleInstance> instance;
 };
 
-/// Registers every screen of the program under its name.
+/// Registers every screen of the program under its name, in the order of closing.
 void RegisterScreens(Screens& screens, PrintSystem& printing);
 
 } // namespace quillmere

@@ -6,8 +6,7 @@
 
 namespace quillmere {
 
-/// Unloads the pages, notepads, lists and dialogs that the fixed order names, in that order. Closing a page stores its
-/// boxes.
+/// Unloads the pages, notepads, lists and dialogs of the employee, in their order. Closing a page stores its boxes.
 void UnloadAllScreens(Session& session);
 
 /// When an employee has just been opened: unloads page 2 and the notepads (but not the guidance on accommodation), so

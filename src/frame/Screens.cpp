@@ -19,31 +19,41 @@ Screens::EventScope::~EventScope()
         screens.unloaded.clear();
 }
 
-void Screens::Register(std::string_view name, Factory factory)
+const Screens::KnownScreen* Screens::FindKnown(std::string_view name) const
 {
-    factories.insert_or_assign(std::string(name), std::move(factory));
+    const auto found = std::ranges::find(known, name, &KnownScreen::name);
+    return found == known.end() ? nullptr : &*found;
+}
+
+void Screens::Register(std::string_view name, Factory factory, Closing closing)
+{
+    const auto found = std::ranges::find(known, name, &KnownScreen::name);
+    if (found == known.end())
+        known.push_back({std::string(name), std::move(factory), closing});
+    else
+        found->factory = std::move(factory);
 }
 
 bool Screens::IsRegistered(std::string_view name) const
 {
-    return factories.contains(std::string(name));
+    return FindKnown(name) != nullptr;
 }
 
 std::vector<std::string> Screens::Registered() const
 {
     std::vector<std::string> names;
-    for (const auto& [name, factory] : factories)
-        names.push_back(name);
+    for (const KnownScreen& screen : known)
+        names.push_back(screen.name);
     std::ranges::sort(names);
     return names;
 }
 
 std::unique_ptr<Screen> Screens::Make(std::string_view name) const
 {
-    const auto factory = factories.find(std::string(name));
-    if (factory == factories.end())
+    const KnownScreen* screen = FindKnown(name);
+    if (screen == nullptr)
         throw std::logic_error("no screen is named " + std::string(name));
-    return factory->second(session);
+    return screen->factory(session);
 }
 
 Screens::Slot* Screens::FindSlot(std::string_view name)
@@ -182,6 +192,13 @@ void Screens::ActivateFront()
     });
     if (front != open.rend() && !front->unloading)
         front->screen->Activate();
+}
+
+void Screens::UnloadAll(Closing occasion)
+{
+    for (const KnownScreen& screen : known)
+        if (screen.closing >= occasion)
+            Unload(screen.name);
 }
 
 void Screens::Abandon()

@@ -27,6 +27,13 @@ public:
     virtual void WorkWaiting() = 0;
 };
 
+/// On which occasions a screen is closed along with others.
+enum class Closing {
+    ByItself,   ///< on none
+    WithAll,    ///< when something else than this employee is worked on
+    WithOpened, ///< then, and when an employee has just been opened
+};
+
 /// The screens that are open. They are made on demand by name, so that one screen can open another without knowing its
 /// class, and live until they are unloaded.
 class Screens {
@@ -38,7 +45,8 @@ public:
     Screens& operator=(const Screens&) = delete;
     ~Screens();
 
-    void Register(std::string_view name, Factory factory);
+    /// The order of registration is the order of closing. One that is known gets another factory and keeps its place.
+    void Register(std::string_view name, Factory factory, Closing closing = Closing::ByItself);
     bool IsRegistered(std::string_view name) const;
     /// Names of all registered screens, in alphabetical order.
     std::vector<std::string> Registered() const;
@@ -64,6 +72,8 @@ public:
     void WhenNoneIsModal(std::function<void()> work);
     /// Runs the unload step and closes the screen; nothing happens if it is not loaded.
     void Unload(std::string_view name);
+    /// Unloads the screens that are closed on that occasion.
+    void UnloadAll(Closing occasion);
     /// Drops every screen without its unload step: the end of the process.
     void Abandon();
 
@@ -99,10 +109,16 @@ private:
         bool shown = false;
         bool unloading = false;
     };
+    struct KnownScreen {
+        std::string name;
+        Factory factory;
+        Closing closing;
+    };
     struct Timer {
         std::string screen, name;
         std::function<void()> work;
     };
+    const KnownScreen* FindKnown(std::string_view name) const;
     Slot* FindSlot(std::string_view name);
     const Slot* FindSlot(std::string_view name) const;
     bool IsAnyModal() const;
@@ -112,7 +128,7 @@ private:
 
     Session& session;
     ScreenHost* host = nullptr;
-    std::unordered_map<std::string, Factory> factories;
+    std::vector<KnownScreen> known;
     std::vector<Slot> open;
     std::vector<std::unique_ptr<Screen>> unloaded;
     std::deque<Timer> timers;

@@ -151,6 +151,19 @@ TEST_P(EveryScreen, KeepsEveryControlOnItsSheetAndOffTheOthers)
         }
 }
 
+TEST(Layouts, EveryScreenHasOneAndNothingElseHas)
+{
+    RunningProgram running;
+    std::set<std::string, std::less<>> screens;
+    for (const std::string& name : running.program.GetSession().screens.Registered())
+        if (name != "MDIForm1")
+            screens.insert(name);
+    std::set<std::string, std::less<>> layouts;
+    for (const std::string_view name : ScreensWithLayout())
+        layouts.emplace(name);
+    EXPECT_EQ(layouts, screens);
+}
+
 INSTANTIATE_TEST_SUITE_P(Screens, EveryScreen, ::testing::ValuesIn(ScreensWithLayout()),
                          [](const auto& parameter) { return std::string(parameter.param); });
 

@@ -5,6 +5,7 @@
 #include "clientdb/Notepad.h"
 #include "clientdb/store/TableLayouts.h"
 #include "declaration/AdjustmentNotepad.h"
+#include "frame/CheckedFile.h"
 #include "frame/Text.h"
 #include "screens/P11DPage.h"
 #include "screens/ScheduleNotepad.h"
@@ -12,8 +13,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
+#include <filesystem>
 #include <map>
 #include <set>
+#include <utility>
 
 namespace quillmere {
 namespace {
@@ -74,6 +78,25 @@ protected:
     ScriptedDoor door;
     Program program;
 };
+
+TEST_F(FormContractTest, EveryScreenIsNamedInAScenario)
+{
+    std::set<std::string, std::less<>> words;
+    const std::filesystem::path scenarios = std::filesystem::path(SOURCE_DIR) / "tests" / "scenarios";
+    for (const auto& file : std::filesystem::recursive_directory_iterator(scenarios)) {
+        if (file.path().extension() != ".scenario")
+            continue;
+        std::string word;
+        for (const char letter : ReadFile(file.path()) + "\n") {
+            if (std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '_')
+                word += letter;
+            else
+                words.insert(std::exchange(word, {}));
+        }
+    }
+    for (const std::string& name : program.GetSession().screens.Registered())
+        EXPECT_TRUE(words.contains(name)) << "no scenario opens " << name;
+}
 
 TEST_F(FormContractTest, EveryBoxIsBoundToAFieldOfItsTable)
 {

@@ -301,6 +301,7 @@ class CloseAllTest : public ::testing::Test {
 protected:
     CloseAllTest()
     {
+        RegisterScreens(session.screens, printing);
         std::set<std::string> names(all.begin(), all.end());
         names.insert(others.begin(), others.end());
         for (const std::string& name : names) {
@@ -329,6 +330,7 @@ protected:
     std::vector<std::string> ends;
     ScriptedDoor door;
     Session session{door};
+    PrintSystem printing{session};
 };
 
 TEST_F(CloseAllTest, UnloadsInTheFixedOrder)
