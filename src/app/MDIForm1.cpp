@@ -243,9 +243,8 @@ void MDIForm1::ToggleToolbar()
 bool MDIForm1::PagesMayClose()
 {
     for (const std::string_view name : Pages)
-        if (Screen* page = session.screens.Find(name))
-            if (!static_cast<P11DPage&>(*page).MayClose())
-                return false;
+        if (auto* page = session.screens.Find<P11DPage>(name); page != nullptr && !page->MayClose())
+            return false;
     return true;
 }
 
@@ -295,7 +294,7 @@ void MDIForm1::CommandPrint()
     for (const std::string_view page : Pages) {
         if (!session.screens.IsShown(page))
             continue;
-        auto& shown = static_cast<P11DPage&>(*session.screens.Find(page));
+        auto& shown = *session.screens.Find<P11DPage>(page);
         // What the store has not taken would be missing on the paper.
         if (shown.SeekRecord(shown.RefreshErrorTitle()) == BoundScreen::Sought::Failed)
             return;
@@ -308,7 +307,7 @@ void MDIForm1::CommandPrint()
 /// there before it has been told of.
 void MDIForm1::RefreshAfterPrint()
 {
-    auto* page = static_cast<P11DPage*>(session.screens.Find(session.CurrentPage == 2 ? "Side2Form1" : "Form3"));
+    auto* page = session.screens.Find<P11DPage>(session.CurrentPage == 2 ? "Side2Form1" : "Form3");
     if (page != nullptr && page->HasRecord())
         static_cast<void>(page->SeekRecord(page->RefreshErrorTitle()));
 }
@@ -333,10 +332,7 @@ void MDIForm1::End()
 
 bool MDIForm1::MayEnd()
 {
-    for (Screen* screen : session.screens.Open()) {
-        auto* bound = dynamic_cast<BoundScreen*>(screen);
-        if (bound == nullptr)
-            continue;
+    for (BoundScreen* bound : session.screens.AllOf<BoundScreen>()) {
         if (session.endsBySystem)
             bound->StoreOrKeep();
         else if (!bound->MayClose() &&

@@ -106,9 +106,8 @@ std::unique_ptr<Screen> Printing(std::string_view, Session& session, PrintSystem
 template<class S>
 std::unique_ptr<Screen> Member(const auto& members, std::string_view name, Session& session)
 {
-    return std::make_unique<S>(session, *std::ranges::find_if(members, [&](const auto& member) {
-        return member.name == name;
-    }));
+    return std::make_unique<S>(session,
+                               *std::ranges::find_if(members, [&](const auto& member) { return member.name == name; }));
 }
 
 std::unique_ptr<Screen> Schedule(std::string_view name, Session& session, PrintSystem&)

@@ -52,7 +52,7 @@ bool OpenPage1(Session& session, std::string_view errorTitle)
 {
     session.screens.StopTimer("Form3", "OpenTimer");
     session.EmployeeOpenFlag = true;
-    auto* page = static_cast<BoundScreen*>(session.screens.Load("Form3"));
+    auto* page = session.screens.Load<BoundScreen>("Form3");
     if (page->SeekRecord(errorTitle) == BoundScreen::Sought::Failed) {
         session.EmployeeOpenFlag = false;
         return false;

@@ -217,8 +217,7 @@ void P11DDeclaration::P11DBTimer()
 bool P11DDeclaration::StorePages()
 {
     for (const std::string_view name : {"Form3", "Side2Form1"})
-        if (auto* page = dynamic_cast<BoundScreen*>(session.screens.Find(name));
-            page != nullptr && !page->StoreRecord())
+        if (auto* page = session.screens.Find<BoundScreen>(name); page != nullptr && !page->StoreRecord())
             return false;
     return true;
 }
@@ -227,7 +226,7 @@ void P11DDeclaration::SeekPageAgain()
 {
     for (const std::string_view name : {"Form3", "Side2Form1"})
         if (session.screens.IsShown(name))
-            if (auto* page = dynamic_cast<BoundScreen*>(session.screens.Find(name)))
+            if (auto* page = session.screens.Find<BoundScreen>(name))
                 static_cast<void>(page->SeekCurrent("Recovering Recordset after P11DB NICs"));
 }
 

@@ -2,6 +2,7 @@
 
 #include "frame/Session.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace quillmere {
@@ -80,34 +81,42 @@ const Box& Screen::box(std::string_view boxName, int index) const
     return const_cast<Screen*>(this)->box(boxName, index);
 }
 
+std::string Screen::Known(std::string_view boxName) const
+{
+    if (std::ranges::find(boxes, boxName, [](const auto& control) -> std::string_view { return control->Name(); }) ==
+        boxes.end())
+        throw std::logic_error(name + " has no control " + std::string(boxName));
+    return std::string(boxName);
+}
+
 void Screen::OnLeave(std::string_view boxName, Operation operation)
 {
-    leaveOperations.insert_or_assign(std::string(boxName), std::move(operation));
+    leaveOperations.insert_or_assign(Known(boxName), std::move(operation));
 }
 
 void Screen::OnClick(std::string_view boxName, Operation operation)
 {
-    clickOperations.insert_or_assign(std::string(boxName), std::move(operation));
+    clickOperations.insert_or_assign(Known(boxName), std::move(operation));
 }
 
 void Screen::OnDoubleClick(std::string_view boxName, Operation operation)
 {
-    doubleClickOperations.insert_or_assign(std::string(boxName), std::move(operation));
+    doubleClickOperations.insert_or_assign(Known(boxName), std::move(operation));
 }
 
 void Screen::OnChoose(std::string_view boxName, Operation operation)
 {
-    chooseOperations.insert_or_assign(std::string(boxName), std::move(operation));
+    chooseOperations.insert_or_assign(Known(boxName), std::move(operation));
 }
 
 void Screen::OnSelect(std::string_view boxName, Operation operation)
 {
-    selectOperations.insert_or_assign(std::string(boxName), std::move(operation));
+    selectOperations.insert_or_assign(Known(boxName), std::move(operation));
 }
 
 void Screen::OnKey(std::string_view boxName, std::function<Guard(Box&)> guard)
 {
-    keyGuards.insert_or_assign(std::string(boxName), std::move(guard));
+    keyGuards.insert_or_assign(Known(boxName), std::move(guard));
 }
 
 void Screen::Guarded(const std::function<void()>& operation, const Box* box, std::string_view event)

@@ -75,7 +75,7 @@ public:
     /// Makes one control whose name is worked out: the row gives all the rest.
     Box& AddBox(const BoxRow& row, std::string boxName, int index = Box::NoIndex);
 
-    // What happens to a control (every member of a control array).
+    // What happens to a control (every member of a control array). An unknown one is a mistake in the program, too.
     void OnLeave(std::string_view boxName, Operation operation);
     void OnClick(std::string_view boxName, Operation operation);
     void OnDoubleClick(std::string_view boxName, Operation operation);
@@ -155,6 +155,8 @@ protected:
 
 private:
     friend class Box;
+    /// The name, if a control has it.
+    std::string Known(std::string_view boxName) const;
     void Guarded(const std::function<void()>& operation, const Box* box, std::string_view event);
     void BoxChanged(const Box& box);
     char32_t Passed(const Box& box, char32_t key, bool filters);

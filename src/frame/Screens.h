@@ -56,11 +56,39 @@ public:
 
     /// The screen if it is loaded, else nothing.
     Screen* Find(std::string_view name) const;
+    /// The loaded screen of a class, or of a name and a class, else nothing.
+    template<class S>
+    S* Find() const
+    {
+        const std::vector<S*> loaded = AllOf<S>();
+        return loaded.empty() ? nullptr : loaded.front();
+    }
+    template<class S>
+    S* Find(std::string_view name) const
+    {
+        return dynamic_cast<S*>(Find(name));
+    }
+    /// All loaded screens of a class, in the order of loading.
+    template<class S>
+    std::vector<S*> AllOf() const
+    {
+        std::vector<S*> found;
+        for (const Slot& slot : open)
+            if (auto* screen = dynamic_cast<S*>(slot.screen.get()))
+                found.push_back(screen);
+        return found;
+    }
     /// The box of a loaded screen, else nothing: how a notepad puts its result into the page.
     Box* FindBox(std::string_view screen, std::string_view box) const;
     /// The screen, made and run through its load step if it is not loaded yet, without showing it.
     /// Nothing if its load step decided against it.
     Screen* Load(std::string_view name);
+    /// The same for a screen whose class is known by name.
+    template<class S>
+    S* Load(std::string_view name)
+    {
+        return dynamic_cast<S*>(Load(name));
+    }
     /// Loads the screen if need be, shows it in front and runs its activate step.
     Screen* Show(std::string_view name);
     void Hide(std::string_view name);

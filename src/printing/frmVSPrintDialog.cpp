@@ -66,19 +66,15 @@ frmVSPrintDialog::frmVSPrintDialog(Session& session, PrintSystem& printing)
     OnClick("cmdCancel", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
-const frmVSPrint& frmVSPrintDialog::Preview() const
-{
-    return static_cast<const frmVSPrint&>(*session.screens.Load("frmVSPrint"));
-}
-
 bool frmVSPrintDialog::Load()
 {
+    preview = session.screens.Load<frmVSPrint>("frmVSPrint");
     if (!printing.engine.Device().empty())
         SetCaption(printing.engine.Device());
     box("txtCopies").SetText("1");
     box("optRange", AllPages).SetTicked(true);
     box("optDuplex", 0).SetTicked(true);
-    if (Preview().PageCount() < 2)
+    if (preview->PageCount() < 2)
         for (const Range other : {CurrentPage, Pages})
             box("optRange", other).SetEnabled(false);
     RangeChosen();
@@ -96,7 +92,7 @@ int frmVSPrintDialog::Chosen(std::string_view options) const
 void frmVSPrintDialog::RangeChosen()
 {
     const int range = Chosen("optRange");
-    const bool passes = range == AllPages && Preview().PageCount() >= 2;
+    const bool passes = range == AllPages && preview->PageCount() >= 2;
     box("fraDuplex").SetEnabled(passes);
     for (int index = 0; index <= 2; ++index) {
         Box& option = box("optDuplex", index);
@@ -111,26 +107,24 @@ void frmVSPrintDialog::RangeChosen()
 
 std::optional<std::string> frmVSPrintDialog::PageList() const
 {
-    const frmVSPrint& preview = Preview();
     switch (Chosen("optRange")) {
     case CurrentPage:
-        return std::to_string(preview.PageShown());
+        return std::to_string(preview->PageShown());
     case Pages:
         return box("txtPageNumbers").Text();
     default:
         break;
     }
-    return PageListOf(static_cast<ManualDuplex>(Chosen("optDuplex")), preview.PageCount(), preview.IsReversed());
+    return PageListOf(static_cast<ManualDuplex>(Chosen("optDuplex")), preview->PageCount(), preview->IsReversed());
 }
 
 void frmVSPrintDialog::Print()
 {
-    const frmVSPrint& preview = Preview();
     PrintResult result{};
     {
         const BusyPointer busy(session.platform);
         result = printing.engine.PrintDoc(ReadCopies(box("txtCopies").Text()), PageList(),
-                                          preview.IsReversed() ? PageOrder::Reverse : PageOrder::AsListed);
+                                          preview->IsReversed() ? PageOrder::Reverse : PageOrder::AsListed);
     }
     session.platform.YieldToMessages();
     switch (result) {

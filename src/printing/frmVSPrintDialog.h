@@ -15,7 +15,6 @@ public:
     bool Load() override;
 
 private:
-    const frmVSPrint& Preview() const;
     void RangeChosen();
     int Chosen(std::string_view options) const;
     /// The page list as text; nothing for the whole document.
@@ -24,6 +23,7 @@ private:
     void TellNothingToPrint();
 
     PrintSystem& printing;
+    const frmVSPrint* preview = nullptr; ///< in front of which it opens
 };
 
 } // namespace quillmere

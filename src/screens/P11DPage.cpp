@@ -65,7 +65,7 @@ void P11DPage::TurnTo(std::string_view page, std::string_view errorTitle)
     if (!StoreRecord())
         return;
     const int currentPage = session.CurrentPage;
-    auto* other = static_cast<P11DPage*>(session.screens.Load(page));
+    auto* other = session.screens.Load<P11DPage>(page);
     if (other == nullptr || other->SeekRecord(errorTitle) == Sought::Failed) {
         session.CurrentPage = currentPage;
         return;

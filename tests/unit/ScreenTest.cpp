@@ -231,6 +231,27 @@ TEST_F(ScreenTest, TreatsAnUnknownControlAsAMistakeInTheProgram)
     EXPECT_THROW(page->box("Line"), std::logic_error);
     EXPECT_EQ(page->FindBox("Line", 4), nullptr);
     EXPECT_THROW(session.screens.Show("Nowhere"), std::logic_error);
+    const auto nothing = [](Box&) {};
+    for (const std::string_view name : {"Nowhere", "Lin", "Line(1)"}) {
+        EXPECT_THROW(page->OnLeave(name, nothing), std::logic_error);
+        EXPECT_THROW(page->OnClick(name, nothing), std::logic_error);
+        EXPECT_THROW(page->OnDoubleClick(name, nothing), std::logic_error);
+        EXPECT_THROW(page->OnChoose(name, nothing), std::logic_error);
+        EXPECT_THROW(page->OnSelect(name, nothing), std::logic_error);
+        EXPECT_THROW(page->OnKey(name, [](Box&) { return Screen::Guard::LetsIn; }), std::logic_error);
+    }
+}
+
+TEST_F(ScreenTest, FindsALoadedScreenByItsClass)
+{
+    EXPECT_EQ(session.screens.Find<Sheet>(), nullptr);
+    Screen* page = session.screens.Show("Page");
+    Screen* notepad = session.screens.Show("Notepad");
+    EXPECT_EQ(session.screens.Find<Sheet>(), page);
+    EXPECT_EQ(session.screens.Find<Sheet>("Notepad"), notepad);
+    EXPECT_EQ(session.screens.Load<Sheet>("Notepad"), notepad);
+    EXPECT_EQ(session.screens.AllOf<Sheet>(),
+              (std::vector<Sheet*>{session.screens.Find<Sheet>("Page"), session.screens.Find<Sheet>("Notepad")}));
 }
 
 TEST_F(ScreenTest, RunsDeferredWorkOnceAndDropsThatOfAnUnloadedScreen)
