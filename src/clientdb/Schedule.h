@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/Amount.h"
+#include "frame/ScheduleLines.h"
 #include "frame/Screen.h"
 
 #include <span>
@@ -11,8 +12,6 @@
 /// Schedules: lists of up to twenty lines behind one box of a form, stored as numbered fields of one record. What the
 /// schedules of the pages and those of the declaration have in common.
 namespace quillmere {
-
-inline constexpr int LinesOfASchedule = 20;
 
 /// One column of a schedule. A column that a schedule lacks is left empty.
 struct ScheduleColumn {
