@@ -1,6 +1,6 @@
 #pragma once
 
-#include "printing/P11DPages.h"
+#include "printing/forms/P11DPages.h"
 #include "support/PrintRoom.h"
 
 #include <fmt/format.h>
@@ -35,19 +35,18 @@ inline FieldReader RecordOf(int employee)
 inline std::shared_ptr<const Document> Forms(testing::PrintRoom& room, int firstEmployee, int employees,
                                              int pagesEach = 2)
 {
-    if (room.page.OpenPrintJob("Marlow & Sons Ltd") != Opening::Open)
+    if (room.job.OpenPrintJob("Marlow & Sons Ltd") != Opening::Open)
         throw std::runtime_error("no document");
-    int pageNumber = 0;
     for (int employee = firstEmployee; employee < firstEmployee + employees; ++employee) {
         const FieldReader read = RecordOf(employee);
-        room.page.NextPrintPage(++pageNumber);
+        room.page.NextPrintPage();
         PrintP11D1(room.page, read);
         if (pagesEach > 1) {
-            room.page.NextPrintPage(++pageNumber);
+            room.page.NextPrintPage();
             PrintP11D2(room.page, read);
         }
     }
-    room.page.vsEndDoc();
+    room.job.vsEndDoc();
     return room.vp.Ended();
 }
 

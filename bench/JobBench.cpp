@@ -4,7 +4,7 @@
 
 #include "LargestMemory.h"
 #include "QtPages.h"
-#include "printing/PrintJobs.h"
+#include "printing/jobs/PrintJobs.h"
 #include "support/PrintDesk.h"
 
 #include <QGuiApplication>

@@ -2,9 +2,9 @@
 // the page ready and paints it, "Repainted" paints it once more, as scrolling does.
 #include "desktop/Look.h"
 #include "desktop/PageReplay.h"
-#include "printing/P11DPages.h"
-#include "printing/PageEngine.h"
-#include "printing/PageLayer.h"
+#include "printing/forms/P11DPages.h"
+#include "printing/jobs/JobDocument.h"
+#include "printing/paper/PageEngine.h"
 #include "support/ScriptedDoor.h"
 
 #include <QApplication>
@@ -28,15 +28,17 @@ std::shared_ptr<const Document> TheForm()
     PageEngine engine(door);
     PdfConverter converter;
     const std::filesystem::path root;
-    PageLayer layer(door, settings, root);
-    layer.vsBindEngine(engine, converter);
+    PageLayer layer(settings);
+    JobDocument job(door, settings, root, layer);
+    job.vsBindEngine(engine, converter);
     const auto read = [](std::string_view) { return std::string("    250.00"); };
-    if (layer.OpenPrintJob("Bench") != Opening::Open)
+    if (job.OpenPrintJob("Bench") != Opening::Open)
         return nullptr;
+    layer.NextPrintPage();
     PrintP11D1(layer, read);
-    layer.NextPrintPage(2);
+    layer.NextPrintPage();
     PrintP11D2(layer, read);
-    layer.vsEndDoc();
+    job.vsEndDoc();
     return engine.Ended();
 }
 

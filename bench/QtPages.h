@@ -1,6 +1,6 @@
 #pragma once
 
-#include "printing/Document.h"
+#include "printing/paper/Document.h"
 
 #include <QBuffer>
 #include <QFont>

@@ -2,7 +2,7 @@
 
 #include "frame/Session.h"
 #include "frame/SingleInstance.h"
-#include "printing/PrintSystem.h"
+#include "printing/jobs/PrintSystem.h"
 
 #include <filesystem>
 #include <functional>

@@ -5,7 +5,7 @@
 #include "desktop/PreviewWindow.h"
 #include "desktop/ScreenWindow.h"
 #include "desktop/layouts/Layout.h"
-#include "printing/frmVSPrint.h"
+#include "printing/jobs/frmVSPrint.h"
 
 #include <QApplication>
 #include <QScreen>

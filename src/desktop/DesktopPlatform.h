@@ -1,7 +1,7 @@
 #pragma once
 
 #include "frame/Platform.h"
-#include "printing/CupsPrinters.h"
+#include "printing/jobs/CupsPrinters.h"
 
 #include <QUrl>
 

@@ -1,6 +1,6 @@
 #include "desktop/Look.h"
 
-#include "printing/Fonts.h"
+#include "printing/paper/Fonts.h"
 
 #include <QApplication>
 #include <QFontDatabase>

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace quillmere {
 
@@ -35,40 +36,37 @@ struct Axis {
 /// Paints the shapes of one page.
 class Shapes {
 public:
-    Shapes(QPainter& painter, const Document& document) : painter(painter), document(document)
+    explicit Shapes(QPainter& painter) : painter(painter)
     {
         const QTransform device = painter.deviceTransform();
         across = {device.m11(), device.dx()};
         down = {device.m22(), device.dy()};
     }
 
-    void Paint(const Operation& shape)
+    void Line(const ShapeStyle& style, double x1, double y1, double x2, double y2)
     {
-        const ShapeStyle& style = document.ShapeStyleOf(shape);
-        const double x1 = Point(shape.x1), y1 = Point(shape.y1), x2 = Point(shape.x2), y2 = Point(shape.y2);
-        switch (shape.kind) {
-        case OperationKind::Line:
-            return Line(style, {x1, y1}, {x2, y2});
-        case OperationKind::Rectangle:
-            return Rectangle(style, QRectF(QPointF(x1, y1), QPointF(x2, y2)).normalized());
-        case OperationKind::Circle:
-            Smooth(style);
-            painter.drawEllipse(QPointF(x1, y1), x2, x2);
-            break;
-        case OperationKind::Polygon: {
-            const auto corners = document.CornersOf(shape);
-            QPolygonF polygon;
-            for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
-                polygon << QPointF(Point(corners[at]), Point(corners[at + 1]));
-            Smooth(style);
-            painter.drawPolygon(polygon);
-            break;
-        }
-        case OperationKind::Text:
-            return;
-        }
+        Line(style, {Point(x1), Point(y1)}, {Point(x2), Point(y2)});
+    }
+    void Rectangle(const ShapeStyle& style, double x1, double y1, double x2, double y2)
+    {
+        Rectangle(style, QRectF(QPointF(Point(x1), Point(y1)), QPointF(Point(x2), Point(y2))).normalized());
+    }
+    void Circle(const ShapeStyle& style, double x, double y, double radius)
+    {
+        Smooth(style);
+        painter.drawEllipse(QPointF(Point(x), Point(y)), Point(radius), Point(radius));
         painter.setRenderHint(QPainter::Antialiasing, false);
     }
+    void Polygon(const ShapeStyle& style, std::span<const double> corners)
+    {
+        QPolygonF polygon;
+        for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
+            polygon << QPointF(Point(corners[at]), Point(corners[at + 1]));
+        Smooth(style);
+        painter.drawPolygon(polygon);
+        painter.setRenderHint(QPainter::Antialiasing, false);
+    }
+    void Text(const TextStyle&, const Operation&, std::string_view) {} // Texts are painted as runs of glyphs.
 
 private:
     /// Fills between pixel boundaries.
@@ -135,25 +133,46 @@ private:
     }
 
     QPainter& painter;
-    const Document& document;
     Axis across{1, 0}, down{1, 0};
+};
+
+/// What a shape reaches over, in points.
+class Bounds {
+public:
+    void Line(const ShapeStyle& style, double x1, double y1, double x2, double y2)
+    {
+        Take(style, QRectF(QPointF(x1, y1), QPointF(x2, y2)));
+    }
+    void Rectangle(const ShapeStyle& style, double x1, double y1, double x2, double y2) { Line(style, x1, y1, x2, y2); }
+    void Circle(const ShapeStyle& style, double x, double y, double radius)
+    {
+        Take(style, QRectF(x - radius, y - radius, 2 * radius, 2 * radius));
+    }
+    void Polygon(const ShapeStyle& style, std::span<const double> corners)
+    {
+        QPolygonF polygon;
+        for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
+            polygon << QPointF(corners[at], corners[at + 1]);
+        Take(style, polygon.boundingRect());
+    }
+    void Text(const TextStyle&, const Operation&, std::string_view) {}
+
+    QRectF points;
+
+private:
+    void Take(const ShapeStyle& style, const QRectF& twips)
+    {
+        const double reach = style.width + TwipsPerPoint;
+        const QRectF all = twips.normalized().adjusted(-reach, -reach, reach, reach);
+        points = {Point(all.x()), Point(all.y()), Point(all.width()), Point(all.height())};
+    }
 };
 
 QRectF BoundsOf(const Document& document, const Operation& shape)
 {
-    const double reach = document.ShapeStyleOf(shape).width + TwipsPerPoint;
-    QRectF twips(QPointF(shape.x1, shape.y1), QPointF(shape.x2, shape.y2));
-    if (shape.kind == OperationKind::Circle) {
-        twips = QRectF(shape.x1 - shape.x2, shape.y1 - shape.x2, 2 * shape.x2, 2 * shape.x2);
-    } else if (shape.kind == OperationKind::Polygon) {
-        const auto corners = document.CornersOf(shape);
-        QPolygonF polygon;
-        for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
-            polygon << QPointF(corners[at], corners[at + 1]);
-        twips = polygon.boundingRect();
-    }
-    twips = twips.normalized().adjusted(-reach, -reach, reach, reach);
-    return {Point(twips.x()), Point(twips.y()), Point(twips.width()), Point(twips.height())};
+    Bounds bounds;
+    Visit(document, shape, bounds);
+    return bounds.points;
 }
 
 } // namespace
@@ -230,12 +249,12 @@ void PageReplay::FinishText(ReplayFonts& fonts)
 
 void PageReplay::Paint(QPainter& painter, const QRectF& exposed) const
 {
-    Shapes shapes(painter, *document);
+    Shapes shapes(painter);
     for (const Step& step : steps) {
         if (!step.bounds.intersects(exposed))
             continue;
         if (step.shape != nullptr) {
-            shapes.Paint(*step.shape);
+            Visit(*document, *step.shape, shapes);
         } else {
             const auto& [colour, run] = runs[static_cast<std::size_t>(step.glyphs)];
             painter.setPen(colour);

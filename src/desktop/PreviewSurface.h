@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/PageReplay.h"
-#include "printing/frmVSPrint.h"
+#include "printing/jobs/frmVSPrint.h"
 
 #include <QAbstractScrollArea>
 

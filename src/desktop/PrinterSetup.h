@@ -1,6 +1,6 @@
 #pragma once
 
-#include "printing/CupsPrinters.h"
+#include "printing/jobs/CupsPrinters.h"
 
 #include <QDialog>
 

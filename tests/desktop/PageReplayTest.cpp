@@ -2,8 +2,8 @@
 #include "desktop/PageReplay.h"
 
 #include "frame/Text.h"
-#include "printing/P11DBPages.h"
-#include "printing/P11DPages.h"
+#include "printing/forms/P11DBPages.h"
+#include "printing/forms/P11DPages.h"
 #include "support/PrintRoom.h"
 
 #include <QImage>
@@ -130,7 +130,7 @@ TEST_P(PreviewAndPdf, HaveEveryCharacterAtTheSamePlace)
 {
     testing::PrintRoom room;
     room.settings = SetDefaultConfiguration({.programFolder = "/nowhere", .screenHeight = 768, .screenWidth = 1366});
-    ASSERT_EQ(room.page.OpenPrintJob("Document"), Opening::Open);
+    ASSERT_EQ(room.job.OpenPrintJob("Document"), Opening::Open);
     GetParam().print(room.page, [](std::string_view field) { return std::string(field.substr(0, 9)); });
     const auto texts = TextsOf(room.Ended());
     const QImage preview = Previewed(texts);

@@ -2,8 +2,8 @@
 #include "RunningProgram.h"
 #include "desktop/Look.h"
 #include "desktop/PrinterSetup.h"
-#include "printing/PrintJobs.h"
-#include "printing/frmVSPrint.h"
+#include "printing/jobs/PrintJobs.h"
+#include "printing/jobs/frmVSPrint.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
@@ -53,15 +53,16 @@ protected:
         session.settings.vsPreviewTop = session.settings.vsPreviewLeft = 20;
         session.settings.vsPreviewWidth = 1000;
         session.settings.vsPreviewHeight = 700;
-        PageLayer& layer = running.program.Printing().layer;
-        ASSERT_EQ(layer.OpenPrintJob("Acme Ltd - Jane Smith"), Opening::Open);
+        PrintSystem& printing = running.program.Printing();
+        PageLayer& layer = printing.page;
+        ASSERT_EQ(printing.document.OpenPrintJob("Acme Ltd - Jane Smith"), Opening::Open);
         for (int page = 1; page <= pages; ++page) {
-            layer.NextPrintPage(page);
+            layer.NextPrintPage();
             layer.vsFillBox(layer.ColBlack, layer.ColBlack, 0.2, 50, 50, 100, 100);
             const double mark = MarkOf(page).x;
             layer.vsFillBox(layer.ColBlack, layer.ColBlack, 0.2, mark - 8, 122, mark + 8, 138);
         }
-        layer.vsEndDoc();
+        printing.document.vsEndDoc();
         preview = static_cast<frmVSPrint*>(session.screens.Show("frmVSPrint"));
         ASSERT_NE(preview, nullptr);
         window = running.host.WindowOf(*preview);

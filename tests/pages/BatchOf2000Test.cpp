@@ -1,6 +1,6 @@
 #include "PdfReadBack.h"
 #include "frame/CheckedFile.h"
-#include "printing/PrintJobs.h"
+#include "printing/jobs/PrintJobs.h"
 #include "support/PrintDesk.h"
 
 #include <gtest/gtest.h>

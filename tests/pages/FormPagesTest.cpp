@@ -3,9 +3,9 @@
 #include "clientdb/store/TableLayouts.h"
 #include "frame/CheckedFile.h"
 #include "frame/Text.h"
-#include "printing/ExtraCarSheets.h"
-#include "printing/P11DBPages.h"
-#include "printing/P11DPages.h"
+#include "printing/forms/ExtraCarSheets.h"
+#include "printing/forms/P11DBPages.h"
+#include "printing/forms/P11DPages.h"
 #include "support/PrintRoom.h"
 
 #include <gtest/gtest.h>
@@ -265,9 +265,9 @@ private:
             readFields.insert(std::string(name));
             return ReaderOf(fields)(name);
         };
-        EXPECT_EQ(room.page.OpenPrintJob("Marlow & Sons Ltd - José María O'Neill-Smythe"), Opening::Open);
+        EXPECT_EQ(room.job.OpenPrintJob("Marlow & Sons Ltd - José María O'Neill-Smythe"), Opening::Open);
         GetParam().print(room.page, read);
-        room.page.vsEndDoc();
+        room.job.vsEndDoc();
         return room.vp.Ended();
     }
 };
@@ -577,7 +577,7 @@ std::string PageOf(const PageRoutine& print, const FieldMap& fields, const std::
     room.settings.vsTop = -2; // against the added margin: listings show the places of the lists
     if (setUp)
         setUp(room);
-    EXPECT_EQ(room.page.OpenPrintJob("Document"), Opening::Open);
+    EXPECT_EQ(room.job.OpenPrintJob("Document"), Opening::Open);
     print(room.page, ReaderOf(fields));
     return Listing(room.Ended(), 1);
 }
@@ -639,7 +639,7 @@ TEST(P11DPage1, DrawsTheNumberAtItsTopInTheFontLeftInForce)
     PrintRoom room;
     const FieldMap fields = {{"NatIns", "AB123456C"}};
     const auto topNumber = [&] {
-        EXPECT_EQ(room.page.OpenPrintJob("Document"), Opening::Open);
+        EXPECT_EQ(room.job.OpenPrintJob("Document"), Opening::Open);
         PrintP11D1(room.page, ReaderOf(fields));
         const Document& document = room.Ended();
         for (const Operation& operation : document.Page(1))
@@ -692,7 +692,7 @@ TEST(P11DPage1, IndentsTwoRunOnTextsOnEveryRoad)
     };
     const auto onPaper = [](PrintRoom& room) {
         room.door.printers = {"Office"};
-        room.page.route = Route::Printer;
+        room.job.route = Route::Printer;
     };
     const std::string preview = PageOf(PrintP11D1, {});
     EXPECT_TRUE(Has(preview, "8 italic \"  \"\ntext run 87.90 140.00 8 italic \"(See P11D Guide for"));

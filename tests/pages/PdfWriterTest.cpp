@@ -1,8 +1,8 @@
-#include "printing/PdfWriter.h"
+#include "printing/paper/PdfWriter.h"
 
 #include "PdfReadBack.h"
 #include "frame/CheckedFile.h"
-#include "printing/PdfContent.h"
+#include "printing/paper/PdfContent.h"
 #include "support/PrintRoom.h"
 
 #include <gtest/gtest.h>

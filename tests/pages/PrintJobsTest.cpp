@@ -1,4 +1,4 @@
-#include "printing/PrintJobs.h"
+#include "printing/jobs/PrintJobs.h"
 
 #include "KeptListing.h"
 #include "PdfReadBack.h"

@@ -1,8 +1,5 @@
 #include "KeptListing.h"
-#include "printing/ExtraCarSheets.h"
-#include "printing/ReportPage.h"
-#include "printing/ScheduleReports.h"
-#include "printing/WorkingReports.h"
+#include "printing/jobs/JobPapers.h"
 #include "support/PrintDesk.h"
 
 #include <gtest/gtest.h>
@@ -61,12 +58,15 @@ protected:
     ReportPages()
     {
         desk.Add(Employer, "José María", "O'Neill-Smythe");
-        job.employer = Employer;
-        job.employee = IsOfEmployer() ? Employer : Employee;
+        job.names.employer = Employer;
+        job.names.employee = IsOfEmployer() ? Employer : Employee;
         job.OpenClients();
     }
 
-    bool IsOfEmployer() const { return GetParam().schedule != nullptr && GetParam().schedule->ofEmployer; }
+    bool IsOfEmployer() const
+    {
+        return GetParam().schedule != nullptr && GetParam().schedule->whose == RecordOf::Employer;
+    }
     void Set(const std::string& field, std::string_view text)
     {
         desk.Set(GetParam().table, Employer, Employee, field, text);
@@ -94,12 +94,12 @@ protected:
     /// The document of the report alone, behind the page with which it opens.
     const Document& Print()
     {
-        EXPECT_EQ(job.OpenDocument("A report"), Opening::Open);
+        EXPECT_EQ(job.document.OpenPrintJob("A report"), Opening::Open);
         if (GetParam().schedule != nullptr)
             PrintScheduleReport(job, *GetParam().schedule);
         else
             PrintWorkingReport(job, *GetParam().working, GetParam().number, GetParam().number);
-        job.page.vsEndDoc();
+        job.document.vsEndDoc();
         return *desk.documents.back();
     }
 
@@ -124,7 +124,7 @@ TEST_P(ReportPages, AreDrawnAsKeptWithEveryFieldFilled)
     desk.Fill(GetParam().table, Employer, Employee);
     const Document& document = Print();
     ASSERT_EQ(document.PageCount(), 2);
-    EXPECT_EQ(job.pageNumber, 1);
+    EXPECT_EQ(job.page.PageNumber(), 1);
     ExpectAsKept("reports/" + GetParam().name + "-full", Listing(document, 2));
     EXPECT_EQ(TextOutsideTheSheet(document, 2), "");
     ASSERT_EQ(document.bookmarks.size(), 1u);
@@ -149,7 +149,7 @@ TEST_P(ReportPages, AreDrawnAsKeptWithLittleFilled)
 TEST_P(ReportPages, HaveNoPageWithNothingFilled)
 {
     EXPECT_EQ(Print().PageCount(), 1);
-    EXPECT_EQ(job.pageNumber, 0);
+    EXPECT_EQ(job.page.PageNumber(), 0);
     EXPECT_TRUE(desk.documents.back()->Page(1).empty());
     EXPECT_TRUE(door.messages.empty());
 }
@@ -175,7 +175,7 @@ TEST_P(ReportPages, HaveAPageAsSoonAsOneEnteredFieldIsFilled)
 
 TEST_P(ReportPages, TellOfAMissingRecord)
 {
-    job.employer = "Nobody plc";
+    job.names.employer = "Nobody plc";
     EXPECT_EQ(Print().PageCount(), 1);
     ASSERT_EQ(door.messages.size(), 1u);
     if (GetParam().working != nullptr && !GetParam().working->readingError.empty()) {
@@ -289,22 +289,22 @@ TEST_P(ReportPages, KeepLongNamesInTheHeadApart)
     const std::string first = "Alexandra Wilhelmina Bartholomew";
     const std::string last = "Featherstonehaugh-Cholmondeley-Marjoribanks";
     desk.Add(employer, first, last);
-    job.employer = employer;
-    job.employee = IsOfEmployer() ? employer : first + " " + last;
+    job.names.employer = employer;
+    job.names.employee = IsOfEmployer() ? employer : first + " " + last;
     {
         Database database = desk.Open();
         Recordset records = database.OpenRecordset(GetParam().table);
-        PrintDesk::Seek(records, GetParam().table, employer, job.employee);
+        PrintDesk::Seek(records, GetParam().table, employer, job.names.employee);
         PrintDesk::FillRecord(records, GetParam().table);
     }
-    desk.session.settings.reportCompiler = employer + employer;
+    job.names.compiler = employer + employer;
     const Document& document = Print();
     ASSERT_EQ(document.PageCount(), 2);
     EXPECT_EQ(TextOutsideTheSheet(document, 2), "");
     EXPECT_EQ(Overlap(document, 2), "");
     const std::vector<std::string> texts = TextsOf(document, 2);
     EXPECT_EQ(texts[0], "2011 Quillmere");
-    EXPECT_TRUE(texts[1].starts_with(job.employee.substr(0, 40))) << texts[1];
+    EXPECT_TRUE(texts[1].starts_with(job.names.employee.substr(0, 40))) << texts[1];
     EXPECT_TRUE(texts[2].starts_with(employer.substr(0, 35)) && texts[2].ends_with("…")) << texts[2];
 }
 
@@ -336,7 +336,7 @@ TEST_P(SchedulePages, GoOnToAFurtherPageWhereLongTextsFillOne)
     }
     const Document& document = Print();
     EXPECT_GT(document.PageCount(), 2);
-    EXPECT_EQ(job.pageNumber, document.PageCount() - 1);
+    EXPECT_EQ(job.page.PageNumber(), document.PageCount() - 1);
     for (int page = 2; page <= document.PageCount(); ++page) {
         EXPECT_EQ(TextOutsideTheSheet(document, page), "");
         EXPECT_EQ(Overlap(document, page), "");
@@ -382,22 +382,22 @@ protected:
     SinglePapers()
     {
         desk.Add(Employer, "José María", "O'Neill-Smythe");
-        job.employer = Employer;
-        job.employee = Employee;
+        job.names.employer = Employer;
+        job.names.employee = Employee;
         job.OpenClients();
     }
     const Document& Print(std::string_view schedule)
     {
-        EXPECT_EQ(job.OpenDocument("A report"), Opening::Open);
+        EXPECT_EQ(job.document.OpenPrintJob("A report"), Opening::Open);
         PrintScheduleReport(job, ScheduleReportOf(schedule));
-        job.page.vsEndDoc();
+        job.document.vsEndDoc();
         return *desk.documents.back();
     }
     const Document& PrintWorking(std::string_view name, int first, int last)
     {
-        EXPECT_EQ(job.OpenDocument("A report"), Opening::Open);
+        EXPECT_EQ(job.document.OpenPrintJob("A report"), Opening::Open);
         PrintWorkingReport(job, WorkingReportOf(name), first, last);
-        job.page.vsEndDoc();
+        job.document.vsEndDoc();
         return *desk.documents.back();
     }
     void Set(std::string_view table, std::string_view field, std::string_view text)
@@ -453,7 +453,7 @@ TEST_F(SinglePapers, KeepTheTotalsOffTheFootRule)
 
 TEST_F(SinglePapers, TellOfOneMissingRecordOfSeveralThingsOnce)
 {
-    job.employee = "Nobody";
+    job.names.employee = "Nobody";
     for (const std::string_view name : {"ENotepad", "GNotepad", "HNotepad"}) {
         door.messages.clear();
         PrintWorking(name, 1, 3);
@@ -468,17 +468,17 @@ protected:
     ExtraCars()
     {
         desk.Add(Employer, "José María", "O'Neill-Smythe");
-        job.employer = Employer;
-        job.employee = Employee;
+        job.names.employer = Employer;
+        job.names.employee = Employee;
         job.nationalInsurance = "AB123456C";
         job.OpenClients();
     }
     void Set(std::string_view field, std::string_view text) { desk.Set("ExtraCars", Employer, Employee, field, text); }
     const Document& Print(const ExtraCarSheet& sheet)
     {
-        EXPECT_EQ(job.OpenDocument("A sheet"), Opening::Open);
+        EXPECT_EQ(job.document.OpenPrintJob("A sheet"), Opening::Open);
         isDrawn = PrintExtraCarSheet(job, sheet);
-        job.page.vsEndDoc();
+        job.document.vsEndDoc();
         return *desk.documents.back();
     }
 
@@ -528,13 +528,13 @@ TEST_F(ExtraCars, SheetsTellOfAMissingRecordAndBeginNoPage)
 {
     Print(Cars3And4);
     EXPECT_TRUE(isDrawn);
-    EXPECT_EQ(job.pageNumber, 1);
-    job.employee = "Nobody";
+    EXPECT_EQ(job.page.PageNumber(), 1);
+    job.names.employee = "Nobody";
     EXPECT_TRUE(Print(Cars3And4).Page(1).empty());
     EXPECT_FALSE(isDrawn);
     EXPECT_TRUE(Print(Cars5And6).Page(1).empty());
     EXPECT_FALSE(isDrawn);
-    EXPECT_EQ(job.pageNumber, 0);
+    EXPECT_EQ(job.page.PageNumber(), 0);
     ASSERT_EQ(door.messages.size(), 2u);
     EXPECT_EQ(door.messages[0].title, "P11D Cars 3 + 4 - loading error");
     EXPECT_EQ(door.messages[1].title, "P11D Cars 5 + 6 - loading error");
@@ -561,7 +561,7 @@ TEST_F(ExtraCars, HaveDataAsSoonAsOneCarHasACashOrFuelEquivalent)
 
 TEST_F(ExtraCars, OfAnEmployeeWithoutARecordAreToldOfAndHaveNoData)
 {
-    job.employee = "Nobody";
+    job.names.employee = "Nobody";
     EXPECT_FALSE(ExtraCarsHaveData(job, "ExtraCars", 3, 4));
     ASSERT_EQ(door.messages.size(), 1u);
     EXPECT_EQ(door.messages[0].title, "Extra Cars check for data error");
@@ -583,12 +583,12 @@ TEST(ReportFigures, HaveCommasBracketsAndNoZeros)
 TEST_F(ExtraCars, ReportPagesHaveTheirHeadAndFoot)
 {
     door.today = std::chrono::sys_days(std::chrono::year(2011) / 7 / 5);
-    EXPECT_EQ(job.OpenDocument("A report"), Opening::Open);
-    StartReportPage(job);
-    EXPECT_DOUBLE_EQ(job.position, 17.0);
-    StartReportPage(job);
-    job.page.vsEndDoc();
-    EXPECT_EQ(job.pageNumber, 2);
+    EXPECT_EQ(job.document.OpenPrintJob("A report"), Opening::Open);
+    job.names.today = door.Today();
+    EXPECT_DOUBLE_EQ(ReportSheet(job.page, job.names, {}).position, 27.0);
+    static_cast<void>(ReportSheet(job.page, job.names, {}));
+    job.document.vsEndDoc();
+    EXPECT_EQ(job.page.PageNumber(), 2);
     ExpectAsKept("reports/head-and-foot", Listing(*desk.documents.back(), 3));
 }
 

@@ -1,7 +1,7 @@
 // Real jobs to a private spooler: what the user chooses in the print dialog is what arrives, page by page.
 #include "PrivateSpooler.h"
 #include "SpoolerRelay.h"
-#include "printing/CupsPrinters.h"
+#include "printing/jobs/CupsPrinters.h"
 #include "support/PreviewRoom.h"
 #include "support/ScriptedDoor.h"
 

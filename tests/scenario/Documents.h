@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Compare.h"
-#include "printing/Document.h"
+#include "printing/paper/Document.h"
 
 #include <memory>
 #include <string>

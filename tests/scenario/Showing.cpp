@@ -1,7 +1,7 @@
 #include "Stage.h"
 #include "StepFamilies.h"
 #include "desktop/DesktopHost.h"
-#include "printing/PdfWriter.h"
+#include "printing/paper/PdfWriter.h"
 
 #include <QPixmap>
 #include <QWidget>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "printing/PrintSystem.h"
-#include "printing/frmVSPrint.h"
-#include "printing/frmVSPrintDialog.h"
-#include "printing/frmVSPrintSettings.h"
+#include "printing/jobs/PrintSystem.h"
+#include "printing/jobs/frmVSPrint.h"
+#include "printing/jobs/frmVSPrintDialog.h"
+#include "printing/jobs/frmVSPrintSettings.h"
 
 #include <memory>
 #include <string>
@@ -33,14 +33,13 @@ struct PreviewRoom {
     }
     bool Draw(int pages)
     {
-        PageLayer& layer = printing.layer;
-        if (layer.OpenPrintJob("Acme Ltd - Jane Smith") != Opening::Open)
+        if (printing.document.OpenPrintJob("Acme Ltd - Jane Smith") != Opening::Open)
             return false;
         for (int page = 1; page <= pages; ++page) {
-            layer.NextPrintPage(page);
-            layer.vsTextLeft(20, 20, "Page " + std::to_string(page));
+            printing.page.NextPrintPage();
+            printing.page.vsTextLeft(20, 20, "Page " + std::to_string(page));
         }
-        layer.vsEndDoc();
+        printing.document.vsEndDoc();
         return true;
     }
     /// Opens the print dialog from the preview.

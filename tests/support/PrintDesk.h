@@ -7,8 +7,8 @@
 #include "edition/Edition.h"
 #include "frame/Amount.h"
 #include "frame/Text.h"
-#include "printing/PrintSystem.h"
-#include "printing/frmVSPrint.h"
+#include "printing/jobs/PrintSystem.h"
+#include "printing/jobs/frmVSPrint.h"
 #include "support/ScriptedDoor.h"
 #include "support/StoreFixture.h"
 

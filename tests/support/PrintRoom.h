@@ -1,6 +1,6 @@
 #pragma once
 
-#include "printing/PageLayer.h"
+#include "printing/jobs/JobDocument.h"
 #include "support/ScriptedDoor.h"
 
 #include <filesystem>
@@ -14,14 +14,14 @@ namespace quillmere::testing {
 struct PrintRoom {
     explicit PrintRoom(std::filesystem::path rootFolder = {}) : root(std::move(rootFolder))
     {
-        page.vsBindEngine(vp, converter);
+        job.vsBindEngine(vp, converter);
     }
 
     /// The ended document; ends the open one first.
     const Document& Ended()
     {
         if (vp.IsOpen())
-            page.vsEndDoc();
+            job.vsEndDoc();
         return *vp.Ended();
     }
     /// The last operation of the open or ended document's last page.
@@ -36,7 +36,8 @@ struct PrintRoom {
     std::filesystem::path root;
     PageEngine vp{door};
     PdfConverter converter;
-    PageLayer page{door, settings, root};
+    PageLayer page{settings};
+    JobDocument job{door, settings, root, page};
 };
 
 /// A record as names and texts; a field that it lacks reads as empty, as a null one does.

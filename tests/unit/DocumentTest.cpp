@@ -1,4 +1,4 @@
-#include "printing/Document.h"
+#include "printing/paper/Document.h"
 
 #include <gtest/gtest.h>
 

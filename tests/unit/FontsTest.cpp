@@ -1,4 +1,4 @@
-#include "printing/Fonts.h"
+#include "printing/paper/Fonts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "printing/FormPrimitives.h"
+#include "printing/forms/FormPrimitives.h"
 
 #include "support/PrintRoom.h"
 
@@ -16,7 +16,7 @@ protected:
     void Begin()
     {
         room.settings.vsTop = -2; // against the added margin, so that listings show the given places
-        ASSERT_EQ(page.OpenPrintJob("Document"), Opening::Open);
+        ASSERT_EQ(room.job.OpenPrintJob("Document"), Opening::Open);
     }
     std::string Drawn() { return Listing(room.Ended(), 1); }
 
@@ -148,7 +148,7 @@ TEST_F(FormPrimitivesTest, NICellsLeaveTheLastOnesEmptyOrLoseTheTail)
 TEST_F(FormPrimitivesTest, IndentsARunOnTextOnEveryRoute)
 {
     const auto drawn = [this](Route route, int preview) {
-        page.route = route;
+        room.job.route = route;
         room.settings.reportPreview = preview;
         room.settings.vsPdfTop = -2;
         Begin();

@@ -2,7 +2,7 @@
 #include "clientdb/CurrentRecord.h"
 #include "clientdb/store/TableLayouts.h"
 #include "frame/Text.h"
-#include "printing/PrintJobs.h"
+#include "printing/jobs/PrintJobs.h"
 #include "support/ProgramFixture.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "printing/PageLayer.h"
+#include "printing/paper/PageLayer.h"
 
 #include "TemporaryFolder.h"
 #include "frame/CheckedFile.h"
@@ -25,7 +25,7 @@ constexpr double TopMargin = 2.0;
 
 class PageLayerTest : public ::testing::Test {
 protected:
-    void Open() { ASSERT_EQ(page.OpenPrintJob("Document"), Opening::Open); }
+    void Open() { ASSERT_EQ(room.job.OpenPrintJob("Document"), Opening::Open); }
 
     /// Lower edge of a text operation, twips.
     double Bottom(const Operation& text)
@@ -93,9 +93,9 @@ TEST_F(PageLayerTest, TakesTheScaleOfItsRoute)
     settings.vsPdfTop = 4;
     settings.vsPdfScale = 80;
     const auto drawnAt = [this](Route route, int preview) {
-        page.route = route;
+        room.job.route = route;
         settings.reportPreview = preview;
-        EXPECT_EQ(page.OpenPrintJob("Document"), Opening::Open);
+        EXPECT_EQ(room.job.OpenPrintJob("Document"), Opening::Open);
         page.vsLine(1, 0, 0, 10, 10);
         const Operation line = room.Last();
         return std::array{line.x1 / Mm, line.y1 / Mm, line.x2 / Mm - line.x1 / Mm};
@@ -118,7 +118,7 @@ TEST_F(PageLayerTest, FollowsTheThreeMethodsOfAlignment)
         settings.vsAlignTextMethod = method;
         settings.vsAlignTextX = x;
         settings.vsAlignTextY = y;
-        EXPECT_EQ(page.OpenPrintJob("Document"), Opening::Open);
+        EXPECT_EQ(room.job.OpenPrintJob("Document"), Opening::Open);
         page.vsFont(10, false, false);
         page.vsTextLeft(20, 100, "Text");
         return room.Last();
@@ -306,10 +306,10 @@ TEST_F(PageLayerTest, SetsUpTheEngineForTheSheet)
 TEST_F(PageLayerTest, BeginsNoNewPageForTheFirst)
 {
     Open();
-    page.NextPrintPage(1);
+    page.NextPrintPage();
     EXPECT_EQ(room.vp.PageCount(), 1);
     page.vsSetScale(50, 50, 10);
-    page.NextPrintPage(2);
+    page.NextPrintPage();
     EXPECT_EQ(room.vp.PageCount(), 2);
     page.vsLine(1, 0, 0, 10, 0);
     EXPECT_NEAR(room.Last().x2, 10 * Mm, 1e-9) << "a new page has the job's scale again";
@@ -323,7 +323,7 @@ TEST_F(PageLayerTest, SurvivesAScaleOfNothing)
     page.vsTextLeft(10, 10, "Text");
     page.vsFillBox(Black, White, 0.2, 1, 1, 2, 2);
     page.vsCircle(Black, 5, 5, 1);
-    page.vsEndDoc();
+    room.job.vsEndDoc();
     EXPECT_NE(room.vp.Pdf().find("%%EOF"), std::string::npos);
 }
 
@@ -375,7 +375,7 @@ TEST_F(PageLayerTest, OpensNothingAfterANo)
     door.printers = {"Laser"};
     settings.vsPrinter = "Gone";
     door.answers = {Answer::No};
-    EXPECT_EQ(page.OpenPrintJob("Document"), Opening::NotOpen);
+    EXPECT_EQ(room.job.OpenPrintJob("Document"), Opening::NotOpen);
     EXPECT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(settings.vsPrinter, "Gone");
     EXPECT_FALSE(room.vp.IsOpen());
@@ -400,10 +400,11 @@ TEST(PageLayerPrinters, SaysSoWhereTheDefaultPrinterFailsToo)
     const std::filesystem::path root;
     PageEngine vp(door);
     PdfConverter converter;
-    PageLayer page(door, settings, root);
-    page.vsBindEngine(vp, converter);
+    PageLayer page(settings);
+    JobDocument job(door, settings, root, page);
+    job.vsBindEngine(vp, converter);
     door.answers = {Answer::Yes};
-    EXPECT_EQ(page.OpenPrintJob("Document"), Opening::NotOpen);
+    EXPECT_EQ(job.OpenPrintJob("Document"), Opening::NotOpen);
     ASSERT_EQ(door.messages.size(), 2U);
     EXPECT_EQ(door.messages[1].title, "Laser");
     EXPECT_EQ(door.messages[1].text, "This printer is not available");
@@ -413,7 +414,7 @@ TEST(PageLayerPrinters, SaysSoWhereTheDefaultPrinterFailsToo)
 TEST_F(PageLayerTest, SaysSoWhereThePrinterIsGoneAndThereIsNoDefault)
 {
     settings.vsPrinter = "Gone";
-    EXPECT_EQ(page.OpenPrintJob("Document"), Opening::NotOpen);
+    EXPECT_EQ(room.job.OpenPrintJob("Document"), Opening::NotOpen);
     ASSERT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(door.messages[0].title, "Gone");
     EXPECT_EQ(door.messages[0].text, "This printer is not available.");
@@ -423,26 +424,26 @@ TEST_F(PageLayerTest, SaysSoWhereThePrinterIsGoneAndThereIsNoDefault)
 TEST_F(PageLayerTest, KeepsNoOldDocumentWhereANewOneCannotBeOpened)
 {
     Open();
-    page.vsEndDoc();
+    room.job.vsEndDoc();
     settings.vsPrinter = "Gone";
-    EXPECT_EQ(page.OpenPrintJob("Document"), Opening::NotOpen);
+    EXPECT_EQ(room.job.OpenPrintJob("Document"), Opening::NotOpen);
     EXPECT_FALSE(room.vp.Ended());
 }
 
 TEST_F(PageLayerTest, SendsAJobOfThePrinterRouteWhenItEnds)
 {
     door.printers = {"Laser"};
-    page.route = Route::Printer;
+    room.job.route = Route::Printer;
     Open();
     page.vsTextLeft(10, 10, "Text");
-    page.vsEndDoc();
+    room.job.vsEndDoc();
     ASSERT_EQ(door.printed.size(), 1U);
     EXPECT_EQ(door.printed[0].documentName, "Document");
     EXPECT_TRUE(door.messages.empty());
 
     door.printOutcome = PrintOutcome::PrinterUnreachable;
     Open();
-    page.vsEndDoc();
+    room.job.vsEndDoc();
     ASSERT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(door.messages[0].text, "An error occurred while attempting to access the following printer:\n\nLaser\n\n"
                                      "Make sure this printer is available and properly set up.");
@@ -450,9 +451,9 @@ TEST_F(PageLayerTest, SendsAJobOfThePrinterRouteWhenItEnds)
 
 TEST_F(PageLayerTest, SaysThatThereIsNoPrinterWhereAJobIsForOne)
 {
-    page.route = Route::Printer;
+    room.job.route = Route::Printer;
     Open();
-    page.vsEndDoc();
+    room.job.vsEndDoc();
     ASSERT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(door.messages[0].text, "There is no printer available");
 }
@@ -465,9 +466,9 @@ protected:
 
     void RunJob(std::string_view text = "Text")
     {
-        ASSERT_EQ(room.page.OpenPrintJob("Acme Ltd - Jane Smith"), Opening::Open);
+        ASSERT_EQ(room.job.OpenPrintJob("Acme Ltd - Jane Smith"), Opening::Open);
         room.page.vsTextLeft(10, 10, text);
-        room.page.EndOnPdf();
+        room.job.EndOnPdf();
     }
 
     test::TemporaryFolder folder;
@@ -645,8 +646,8 @@ TEST_F(PdfEndingTest, ReportsAViewerThatDoesNotOpen)
 TEST_F(PdfEndingTest, WritesNothingWhereNoDocumentWasOpened)
 {
     room.settings.vsPrinter = "Gone";
-    EXPECT_EQ(room.page.OpenPrintJob("Document"), Opening::NotOpen);
-    room.page.EndOnPdf();
+    EXPECT_EQ(room.job.OpenPrintJob("Document"), Opening::NotOpen);
+    room.job.EndOnPdf();
     EXPECT_FALSE(std::filesystem::exists(file));
     EXPECT_TRUE(room.door.opened.empty());
 }
@@ -660,7 +661,7 @@ RC_GTEST_PROP(PageLayerProperty, EveryAlignmentHoldsAtAnyScaleAndOffset, ())
     PrintRoom room;
     room.settings.vsScale = scale;
     room.settings.vsLeft = left;
-    RC_ASSERT(room.page.OpenPrintJob("Document") == Opening::Open);
+    RC_ASSERT(room.job.OpenPrintJob("Document") == Opening::Open);
     room.page.vsFont(8, false, false);
     room.page.vsTextRight(x, 10, text);
     room.page.vsTextCentre(x, x + 10, 10, text);

@@ -1,4 +1,4 @@
-#include "printing/PageList.h"
+#include "printing/paper/PageList.h"
 
 #include <gtest/gtest.h>
 

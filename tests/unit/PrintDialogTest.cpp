@@ -1,6 +1,6 @@
 // Choosing copies and pages for the printer.
-#include "printing/PageList.h"
-#include "printing/PrintPasses.h"
+#include "printing/jobs/PrintPasses.h"
+#include "printing/paper/PageList.h"
 #include "support/PreviewRoom.h"
 #include "support/ScriptedDoor.h"
 

@@ -1,6 +1,6 @@
 #include "desktop/layouts/DialogParts.h"
 
-#include "printing/Fonts.h"
+#include "printing/paper/Fonts.h"
 
 #include <algorithm>
 

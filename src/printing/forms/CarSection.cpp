@@ -1,0 +1,171 @@
+#include "printing/forms/CarSection.h"
+
+#include "edition/FormWords.h"
+#include "frame/Text.h"
+
+#include <array>
+
+namespace quillmere {
+
+namespace {
+
+/// How far the second car's column lies to the right of the first one's.
+constexpr double SecondCar = 59;
+
+constexpr auto CarBoxes = std::to_array<FormBox>({
+    {BoxKind::Entry, 76, 148.5, 131},  // make and model
+    {BoxKind::Entry, 76, 156, 98},     // date first registered
+    {BoxKind::Entry, 76, 167, 98},     // CO2 figure
+    {BoxKind::Entry, 100, 167, 105.5}, // no CO2 figure
+    {BoxKind::Entry, 76, 174, 98},     // engine size
+    {BoxKind::Entry, 76, 181, 88},     // type of fuel
+    {BoxKind::Entry, 83, 188, 105},    // date from
+    {BoxKind::Entry, 109, 188, 131},   // date to
+    {BoxKind::Pound, 76, 202},         // list price
+    {BoxKind::Pound, 76, 210},         // accessories
+    {BoxKind::Pound, 76, 219},         // capital contributions
+    {BoxKind::Pound, 76, 229},         // private use payment
+    {BoxKind::Entry, 76, 238, 98},     // date fuel withdrawn
+    {BoxKind::Entry, 102, 238, 107.5}, // fuel reinstated
+    {BoxKind::Pound, 76, 245},         // cash equivalent of the car
+    {BoxKind::Pound, 76, 259},         // cash equivalent of the fuel
+});
+
+constexpr auto TotalBoxes = std::to_array<FormBox>({
+    {BoxKind::Number1A, 161, 253, 0, "   9"},
+    {BoxKind::Number1A, 161, 266, 0, "  10"},
+});
+
+constexpr auto LabelsAboveCars = std::to_array<Label>({
+    {{8, Weight::Bold}, At::Left, 9, 144, "Cars and car fuel"},
+    {{7.5, Weight::Italic},
+     At::Indented,
+     0,
+     0,
+     "If more than two cars were made available, either at the same time or in succession, please give details on a "
+     "separate sheet"},
+});
+
+constexpr auto CarLabels = std::to_array<Label>({
+    {{8}, At::Right, 74, 152.5, "Make and Model"},
+    {{8}, At::Right, 74, 160, "Date first registered"},
+    {{8}, At::Right, 74, 165, "Approved CO   emissions figure for cars"},
+    {{8}, At::Left, 40, 166, "2"},
+    {{8}, At::Right, 62, 168.5, edition::form::CarsWithCO2Figure},
+    {{8}, At::Right, 96, 171, "g/km"},
+    {{8}, At::Right, 155, 171, "g/km"},
+    {{7.5, Weight::Italic}, At::Right, 74, 168.5, "Tick"},
+    {{7.5, Weight::Italic}, At::Right, 74, 171.5, "box if the car does not have an approved CO   figure"},
+    {{7.5, Weight::Italic}, At::Left, 65, 172.5, "2"},
+    {{7, Weight::Italic}, At::Left, 106.5, 167, "See P11D Guide for"},
+    {{7, Weight::Italic}, At::Left, 106.5, 170.5, "details of cars that have"},
+    {{7, Weight::Italic}, At::Left, 106.5, 174, "no approved CO   figure"},
+    {{7, Weight::Italic}, At::Left, 124, 175, "2"},
+    {{7, Weight::Italic}, At::Left, 165.5, 167, "See P11D Guide for"},
+    {{7, Weight::Italic}, At::Left, 165.5, 170.5, "details of cars that have"},
+    {{7, Weight::Italic}, At::Left, 165.5, 174, "no approved CO   figure"},
+    {{7, Weight::Italic}, At::Left, 183, 175, "2"},
+    {{8}, At::Right, 74, 178, "Engine size"},
+    {{8}, At::Right, 96, 178, "cc"},
+    {{8}, At::Right, 155, 178, "cc"},
+    {{8}, At::Right, 50, 182.5, "Type of fuel or power used"},
+    {{7.5, Weight::Italic}, At::Right, 74, 182.5, "Please use the"},
+    {{7.5, Weight::Italic}, At::Right, 74, 185.5, "key letter shown in the P11D Guide"},
+    {{8}, At::Left, 12, 190.5, "Dates car was available"},
+    {{7.5}, At::Right, 82, 190.5, "From"},
+    {{7.5}, At::Centre, 105, 190.5, "to", 109},
+    {{7.5}, At::Right, 141, 190.5, "From"},
+    {{7.5}, At::Centre, 164, 190.5, "to", 168},
+    {{7.5, Weight::Italic}, At::Left, 50, 190.5, "Do not complete the"},
+    {{7.5, Weight::Italic}, At::Left, 12, 193.5, edition::form::CarFromBox},
+    {{7.5, Weight::Italic}, At::Left, 12, 196.5, edition::form::CarToBox},
+    {{7.5, Weight::Italic}, At::Left, 12, 199.5, edition::form::CarStillAvailable},
+    {{8}, At::Left, 12, 203, "List price of car"},
+    {{7.5, Weight::Italic}, At::Run, 0, 0, " Including car and standard"},
+    {{7.5, Weight::Italic}, At::Left, 12, 206, "accessories only: if there is no list price, or if it is a"},
+    {{7.5, Weight::Italic}, At::Left, 12, 209, "classic car, employers see booklet 480"},
+    {{8}, At::Left, 12, 213, "Accessories "},
+    {{7.5, Weight::Italic}, At::Run, 0, 0, "All non-standard accessories,"},
+    {{7.5, Weight::Italic}, At::Left, 12, 216, "see P11D Guide"},
+    {{8}, At::Left, 12, 220.5, edition::form::CapitalContributions},
+    {{8}, At::Left, 12, 224, "the employee made towards the cost of"},
+    {{8}, At::Left, 12, 227.5, "car or accessories"},
+    {{8}, At::Left, 12, 232.5, "Amount paid by employee for private use"},
+    {{8}, At::Left, 12, 236, "of the car"},
+    {{8}, At::Left, 12, 241, "Date free fuel was withdrawn"},
+    {{7.5, Weight::Italic}, At::Left, 12, 244, "Tick if reinstated in year (see P11D Guide)"},
+    {{8}, At::Left, 12, 249, "Cash equivalent of each car"},
+});
+
+constexpr auto CarValues = std::to_array<FormValue>({
+    {"FMakeModel", At::Left, 79, 152.5, 131},
+    {"FRegDate", At::Centre, 76, 160, 98},
+    {"FC02", At::Right, 88, 171},
+    {"FNoC02", At::Left, 102, 171, 0, ValueKind::Tick},
+    {"FEngine", At::Right, 91, 178},
+    {"FFuel", At::Centre, 76, 185, 88},
+    {"FDateFrom", At::Centre, 83, 192, 105},
+    {"FDateTo", At::Centre, 109, 192, 131},
+    {"FListPrice", At::Right, 96, 206},
+    {"FAccessories", At::Right, 96, 214},
+    {"FCaptContr", At::Right, 96, 223},
+    {"FPrivateUse", At::Right, 96, 233},
+    {"FCashEqu", At::Right, 96, 249},
+    {"FFuelEqu", At::Right, 96, 263},
+});
+
+constexpr auto TotalValues = std::to_array<FormValue>({
+    {"FTotalCashCars", At::Right, 188, 257},
+    {"FTotalCashFuel", At::Right, 188, 270},
+});
+
+constexpr auto WithdrawalValues = std::to_array<FormValue>({
+    {"FDateWithdrawn", At::Right, 96, 242.5},
+    // Kept: the tick is printed whether or not a date stands before it.
+    {"FDateWithdrawnTick", At::Left, 104, 242.5, 0, ValueKind::Tick},
+});
+
+void DrawOfBothCars(PageLayer& page, std::span<const FormValue> values, int firstCar, const FieldReader& read)
+{
+    for (std::size_t row = 0; row < values.size(); ++row) {
+        DrawValues(page, values.subspan(row, 1), read, std::to_string(firstCar));
+        DrawValues(page, values.subspan(row, 1), read, std::to_string(firstCar + 1), SecondCar);
+    }
+}
+
+} // namespace
+
+void DrawCarBoxes(PageLayer& page)
+{
+    DrawBoxes(page, CarBoxes);
+    DrawBoxes(page, CarBoxes, SecondCar);
+    DrawBoxes(page, TotalBoxes);
+}
+
+void DrawCarLabels(PageLayer& page, int firstCar, const CarSectionWords& words)
+{
+    const std::string first = Numbered("Car ", firstCar);
+    const std::string second = Numbered("Car ", firstCar + 1);
+    const auto heads = std::to_array<Label>({
+        {{8, Weight::Bold}, At::Left, 76, 147.5, first},
+        {{8, Weight::Bold}, At::Left, 76 + SecondCar, 147.5, second},
+    });
+    const auto totals = std::to_array<Label>({
+        {{8, Weight::Bold}, At::Left, 12, 257, words.totalOfCars},
+        {{8}, At::Left, 12, 263, "Cash equivalent of fuel for each car"},
+        {{8, Weight::Bold}, At::Left, 12, 270, words.totalOfFuel},
+    });
+    DrawLabels(page, LabelsAboveCars);
+    DrawLabels(page, heads);
+    DrawLabels(page, CarLabels);
+    DrawLabels(page, totals);
+}
+
+void DrawCarValues(PageLayer& page, int firstCar, const FieldReader& read)
+{
+    DrawOfBothCars(page, CarValues, firstCar, read);
+    DrawValues(page, TotalValues, read);
+    DrawOfBothCars(page, WithdrawalValues, firstCar, read);
+}
+
+} // namespace quillmere

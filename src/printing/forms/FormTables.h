@@ -1,0 +1,89 @@
+#pragma once
+
+#include "printing/forms/FormPrimitives.h"
+
+#include <span>
+#include <string_view>
+
+/// The lists of which a form's page is made, in millimetres, each in the order of the form, and the drawing of a list.
+namespace quillmere {
+
+/// Weight and slant of a text.
+enum class Weight { Plain, Bold, Italic, BoldItalic };
+
+struct Font {
+    double size = 8; ///< points
+    Weight weight = Weight::Plain;
+};
+
+/// Where a text stands: it starts or ends at x, is centred from x to x2, goes on after the text before it, or goes on
+/// after an indent of two blanks (see PrintIndented).
+enum class At { Left, Right, Centre, Run, Indented };
+
+/// A grey panel of a section.
+struct Panel {
+    double x1, y1, x2, y2;
+};
+
+/// The black square that begins a section, and the section's name for the document's bookmarks.
+struct SectionMark {
+    std::string_view letter;
+    double x, y;
+    std::string_view title = {};
+};
+
+enum class BoxKind { Entry, Pound, Number, Number1A, Tag1A, Letter };
+
+/// An empty box of the form. `x2` is the right end of an entry box; `text` the number or letter in its tag.
+struct FormBox {
+    BoxKind kind;
+    double x, y;
+    double x2 = 0;
+    std::string_view text = {};
+};
+
+struct FormLineRow {
+    double x1, y1, x2, y2;
+};
+
+struct Label {
+    Font font;
+    At at;
+    double x = 0, y = 0;
+    std::string_view text;
+    double x2 = 0;
+};
+
+/// How a value is drawn: as a text, as a tick if it is set, or with one character to a cell.
+enum class ValueKind { Text, Tick, DateCells, NICells };
+
+/// `x2` is where a centred value's cell ends, and the box of one that starts at x. What is longer is cut there, so that
+/// a word never prints over a figure; figures are never cut.
+struct FormValue {
+    std::string_view field;
+    At at;
+    double x, y;
+    double x2 = 0;
+    ValueKind kind = ValueKind::Text;
+};
+
+/// Panels with a white edge.
+void DrawPanels(PageLayer& page, std::span<const Panel> panels, Colour fill);
+void DrawSectionMarks(PageLayer& page, std::span<const SectionMark> marks);
+/// The boxes, each moved by `dx` to the right.
+void DrawBoxes(PageLayer& page, std::span<const FormBox> boxes, double dx = 0);
+void DrawLines(PageLayer& page, std::span<const FormLineRow> lines);
+/// Labels in `ColBlack`, Arial.
+void DrawLabels(PageLayer& page, std::span<const Label> labels);
+void DrawLabel(PageLayer& page, const Label& label);
+/// Sets the font of the values: the one chosen for reports, 10 bold, `ColBlack`.
+void BeginValues(PageLayer& page);
+/// Values in the font in force. `suffix` is put behind each field's name and `dx` added to its x.
+void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldReader& read,
+                std::string_view suffix = {}, double dx = 0);
+/// A text at its place in the font in force.
+void DrawText(PageLayer& page, At at, double x, double x2, double y, std::string_view text);
+/// The form's identifier at the foot of a page.
+void DrawIdentifier(PageLayer& page, double y, std::string_view identifier);
+
+} // namespace quillmere

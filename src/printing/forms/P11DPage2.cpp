@@ -1,0 +1,296 @@
+#include "edition/FormWords.h"
+#include "frame/Amount.h"
+#include "frame/Text.h"
+#include "printing/forms/FormTables.h"
+#include "printing/forms/P11DPages.h"
+
+#include <array>
+
+namespace quillmere {
+
+namespace {
+
+constexpr auto Panels = std::to_array<Panel>({
+    {2, 1, 195, 17.5},
+    {2, 18, 195, 90.5},
+    {2, 93, 195, 106.5},
+    {2, 109, 195, 124.5},
+    {2, 125, 195, 138.5},
+    {2, 140, 195, 154.5},
+    {2, 155, 195, 193},
+    {2, 197, 195, 272},
+});
+
+constexpr auto Sections = std::to_array<SectionMark>({
+    {"G", 2, 1, "Vans and van fuel"},
+    {"H", 2, 18, "Interest-free and low interest loans"},
+    {"I", 2, 93, "Private medical treatment or insurance"},
+    {"J", 2, 109, "Qualifying relocation expenses payments and benefits"},
+    {"K", 2, 125, "Services supplied"},
+    {"L", 2, 140, "Assets placed at the employee's disposal"},
+    {"M", 2, 155, "Other items"},
+    {"N", 2, 197, "Expenses payments made to, or on behalf of, the employee"},
+});
+
+constexpr auto Boxes = std::to_array<FormBox>({
+    {BoxKind::Number1A, 161, 4, 0, "    9"}, // G
+    {BoxKind::Number1A, 161, 11, 0, "  10"},
+    {BoxKind::Entry, 133, 31, 145}, // H: joint borrowers
+    {BoxKind::Entry, 169, 31, 181},
+    {BoxKind::Pound, 133, 38.5}, // at the start of the year
+    {BoxKind::Pound, 169, 38.5},
+    {BoxKind::Pound, 133, 46}, // at its end
+    {BoxKind::Pound, 169, 46},
+    {BoxKind::Pound, 133, 53.5}, // maximum
+    {BoxKind::Pound, 169, 53.5},
+    {BoxKind::Pound, 133, 61}, // interest
+    {BoxKind::Pound, 169, 61},
+    {BoxKind::Entry, 133, 68.5, 155}, // date made
+    {BoxKind::Entry, 169, 68.5, 191},
+    {BoxKind::Entry, 133, 76, 155}, // date discharged
+    {BoxKind::Entry, 169, 76, 191},
+    {BoxKind::Number1A, 125, 83.5, 0, "  15"},
+    {BoxKind::Number1A, 161, 83.5, 0, "  15"},
+    {BoxKind::Pound, 105, 100}, // I
+    {BoxKind::Pound, 133, 100},
+    {BoxKind::Number1A, 161, 100, 0, "  11"},
+    {BoxKind::Number1A, 161, 118, 0, "  15"}, // J
+    {BoxKind::Pound, 105, 131},               // K
+    {BoxKind::Pound, 133, 131},
+    {BoxKind::Number1A, 161, 131, 0, "  15"},
+    {BoxKind::Entry, 49, 148, 103}, // L
+    {BoxKind::Pound, 105, 148},
+    {BoxKind::Pound, 133, 148},
+    {BoxKind::Number1A, 161, 148, 0, "  13"},
+    {BoxKind::Entry, 49, 166, 103}, // M: items that bear Class 1A contributions
+    {BoxKind::Pound, 105, 166},
+    {BoxKind::Pound, 133, 166},
+    {BoxKind::Number1A, 161, 166, 0, "  15"},
+    {BoxKind::Entry, 49, 176, 103}, // items that do not
+    {BoxKind::Pound, 105, 176},
+    {BoxKind::Pound, 133, 176},
+    {BoxKind::Number, 161, 176, 0, "  15"},
+    {BoxKind::Number, 161, 186, 0, "  15"}, // tax paid
+    {BoxKind::Pound, 105, 204},             // N: travelling
+    {BoxKind::Pound, 133, 204},
+    {BoxKind::Number, 161, 204, 0, "  16"},
+    {BoxKind::Entry, 98, 213, 103.5}, // entertainment
+    {BoxKind::Pound, 105, 213},
+    {BoxKind::Pound, 133, 213},
+    {BoxKind::Number, 161, 213, 0, "  16"},
+    {BoxKind::Pound, 105, 222}, // general allowance
+    {BoxKind::Pound, 133, 222},
+    {BoxKind::Number, 161, 222, 0, "  16"},
+    {BoxKind::Pound, 105, 231}, // telephone
+    {BoxKind::Pound, 133, 231},
+    {BoxKind::Number, 161, 231, 0, "  16"},
+    {BoxKind::Pound, 105, 240}, // relocation
+    {BoxKind::Pound, 133, 240},
+    {BoxKind::Number, 161, 240, 0, "  16"},
+    {BoxKind::Entry, 49, 249, 103}, // other
+    {BoxKind::Pound, 105, 249},
+    {BoxKind::Pound, 133, 249},
+    {BoxKind::Number, 161, 249, 0, "  16"},
+});
+
+constexpr auto Labels = std::to_array<Label>({
+    {{8, Weight::Bold}, At::Left, 9, 4, "Vans and van fuel"},
+    {{8}, At::Left, 9, 9, edition::form::TotalOfVans},
+    {{8}, At::Left, 9, 14, edition::form::TotalOfVanFuel},
+    {{8, Weight::Bold}, At::Left, 9, 21, "Interest-free and low interest loans"},
+    {{8, Weight::Italic}, At::Left, 9, 24.5, edition::form::SmallLoans},
+    {{8, Weight::Bold}, At::Left, 134, 30, "Loan 1"},
+    {{8, Weight::Bold}, At::Left, 170, 30, "Loan 2"},
+    {{8}, At::Left, 9, 36, "Number of joint borrowers"},
+    {{8, Weight::Italic}, At::Run, 0, 0, " (if applicable)"},
+    {{8}, At::Left, 9, 43.5, edition::form::LoanAtStart},
+    {{8}, At::Left, 9, 51, edition::form::LoanAtEnd},
+    {{8}, At::Left, 9, 58.5, "Maximum amount outstanding at any time in the year"},
+    {{8}, At::Left, 9, 66, edition::form::LoanInterestPaid},
+    {{8, Weight::Italic}, At::Run, 0, 0, " - enter \"NIL\" if none was paid"},
+    {{8}, At::Left, 9, 73.5, edition::form::LoanMade},
+    {{8}, At::Left, 9, 81, edition::form::LoanDischarged},
+    {{8}, At::Left, 9, 88.5, "Cash equivalent of loans after deducting any interest paid by the borrower"},
+    {{8, Weight::Bold}, At::Left, 9, 97, "Private medical treatment or insurance"},
+    {{8}, At::Left, 9, 105, "Private medical treatment or insurance"},
+    {{7}, At::Left, 105, 99, "Cost to you"},
+    {{7}, At::Left, 133, 96, "Amount made good or"},
+    {{7}, At::Left, 133, 99, "from which tax deducted"},
+    {{7}, At::Left, 168, 99, "Cash equivalent"},
+    {{8}, At::Left, 129.5, 103, "-"},
+    {{8}, At::Left, 157, 103, "="},
+    {{8, Weight::Bold}, At::Left, 9, 113, "Qualifying relocation expenses payments and benefits"},
+    {{8, Weight::Italic}, At::Left, 9, 117, "Non-qualifying benefits and expenses go in sections M and N below"},
+    {{8}, At::Left, 9, 123, edition::form::RelocationExcess},
+    {{8, Weight::Bold}, At::Left, 9, 130, "Services supplied"},
+    {{8}, At::Left, 9, 136, "Services supplied to the employee"},
+    {{7}, At::Left, 105, 130.5, "Cost to you"},
+    {{7}, At::Left, 133, 127.5, "Amount made good or"},
+    {{7}, At::Left, 133, 130.5, "from which tax deducted"},
+    {{7}, At::Left, 168, 130.5, "Cash equivalent"},
+    {{8}, At::Left, 129.5, 134, "-"},
+    {{8}, At::Left, 157, 134, "="},
+    {{8, Weight::Bold}, At::Left, 9, 145, "Assets placed at the employee's disposal"},
+    {{8}, At::Left, 9, 153, "Description of asset"},
+    {{7}, At::Left, 105, 144, "Annual value plus"},
+    {{7}, At::Left, 105, 147, "expenses incurred"},
+    {{7}, At::Left, 133, 144, "Amount made good or"},
+    {{7}, At::Left, 133, 147, "from which tax deducted"},
+    {{7}, At::Left, 168, 147, "Cash equivalent"},
+    {{8}, At::Left, 129.5, 151, "-"},
+    {{8}, At::Left, 157, 151, "="},
+    {{8, Weight::Bold}, At::Left, 9, 159.5, "Other items (including subscriptions and professional fees)"},
+    {{8}, At::Left, 9, 168, "Description of"},
+    {{8}, At::Left, 9, 171, "other items"},
+    {{7}, At::Left, 105, 164, "Cost to you"},
+    {{7}, At::Left, 133, 161, "Amount made good or"},
+    {{7}, At::Left, 133, 164, "from which tax deducted"},
+    {{7}, At::Left, 168, 164, "Cash equivalent"},
+    {{7}, At::Left, 168, 185, "Tax paid"},
+    {{8}, At::Left, 9, 178, "Description of"},
+    {{8}, At::Left, 9, 181, "other items"},
+    {{8}, At::Left, 9, 189, "Income tax paid but not deducted from director's remuneration"},
+    {{8}, At::Left, 129.5, 169, "-"},
+    {{8}, At::Left, 157, 169, "="},
+    {{8}, At::Left, 129.5, 179, "-"},
+    {{8}, At::Left, 157, 179, "="},
+    {{8, Weight::Bold}, At::Left, 9, 201, "Expenses payments made to, or on behalf of, the employee"},
+    {{8}, At::Left, 9, 206, "Travelling and subsistence payments "},
+    {{8, Weight::Italic}, At::Left, 57.5, 206, "(except mileage allowance"},
+    {{8, Weight::Italic}, At::Left, 9, 209, "payments for employee's own car"},
+    {{8, Weight::Italic}, At::Run, 0, 0, " - see section E)"},
+    {{7}, At::Left, 105, 202.5, "Cost to you"},
+    {{7}, At::Left, 133, 199.5, "Amount made good or"},
+    {{7}, At::Left, 133, 202.5, "from which tax deducted"},
+    {{7}, At::Left, 168, 202.5, "Taxable payment"},
+    {{8}, At::Left, 9, 215, "Entertainment"},
+    {{8, Weight::Italic}, At::Run, 0, 0, " (trading organisations read P11D Guide and then"},
+    {{8, Weight::Italic}, At::Left, 9, 218, "enter a tick or a cross as appropriate here)"},
+    {{8}, At::Left, 9, 226, "General expenses allowance for business travel"},
+    {{8}, At::Left, 9, 235, "Payments for use of home telephone"},
+    {{8}, At::Left, 9, 243, "Non-qualifying relocation expenses"},
+    {{7, Weight::Italic}, At::Run, 0, 0, " (those not shown in sections J or M)"},
+    {{8}, At::Left, 9, 253, "Description of other expenses"},
+    {{8}, At::Left, 129.5, 207, "-"},
+    {{8}, At::Left, 157, 207, "="},
+    {{8}, At::Left, 129.5, 216, "-"},
+    {{8}, At::Left, 157, 216, "="},
+    {{8}, At::Left, 129.5, 225, "-"},
+    {{8}, At::Left, 157, 225, "="},
+    {{8}, At::Left, 129.5, 234, "-"},
+    {{8}, At::Left, 157, 234, "="},
+    {{8}, At::Left, 129.5, 243, "-"},
+    {{8}, At::Left, 157, 243, "="},
+    {{8}, At::Left, 129.5, 252, "-"},
+    {{8}, At::Left, 157, 252, "="},
+});
+
+/// The cash equivalent of the second loan stands between these two lists.
+constexpr auto ValuesToLoans = std::to_array<FormValue>({
+    {"GVan", At::Right, 188, 8},
+    {"GVanFuel", At::Right, 188, 15},
+    {"HJointBorrow1", At::Centre, 133, 35, 145},
+    {"HJointBorrow2", At::Centre, 169, 35, 181},
+    {"HOutstand1", At::Right, 152, 42.5},
+    {"HOutstand2", At::Right, 188, 42.5},
+    {"HOutsand20031", At::Right, 152, 50},
+    {"HOutsand20032", At::Right, 188, 50},
+    {"HMaxLoan1", At::Right, 152, 57.5},
+    {"HMaxLoan2", At::Right, 188, 57.5},
+    {"HLoanInterest1", At::Right, 152, 65},
+    {"HLoanInterest2", At::Right, 188, 65},
+    {"HLoanDate1", At::Centre, 133, 72.5, 155},
+    {"HLoanDate2", At::Centre, 169, 72.5, 191},
+    {"HLoanDischarge1", At::Centre, 133, 80, 155},
+    {"HLoanDischarge2", At::Centre, 169, 80, 191},
+    {"HLoanCashEqu1", At::Right, 152, 87.5},
+});
+
+constexpr auto Values = std::to_array<FormValue>({
+    {"IMedCost", At::Right, 124, 104},     {"IAmountGood", At::Right, 152, 104},
+    {"ICashEqu", At::Right, 188, 104},     {"JRelocationExp", At::Right, 188, 122},
+    {"KCostYou", At::Right, 124, 135},     {"KAmountGood", At::Right, 152, 135},
+    {"KCashEqu", At::Right, 188, 135},     {"LDescriptAsset", At::Left, 52, 152, 103},
+    {"LAnnualValue", At::Right, 124, 152}, {"LAmountGood", At::Right, 152, 152},
+    {"LCashEqu", At::Right, 188, 152},     {"NDescriptItems1", At::Left, 52, 170, 103},
+    {"NCostYou1", At::Right, 124, 170},    {"NAmountGood1", At::Right, 152, 170},
+    {"NCashEqu1", At::Right, 188, 170},    {"NDescriptItems2", At::Left, 52, 180, 103},
+    {"NCostYou2", At::Right, 124, 180},    {"NAmountGood2", At::Right, 152, 180},
+    {"NCashEqu2", At::Right, 188, 180},    {"NTaxPaid", At::Right, 188, 190},
+    {"OCostYou1", At::Right, 124, 208},    {"OAmountGood1", At::Right, 152, 208},
+    {"OCashEqu1", At::Right, 188, 208},
+});
+
+// The entertainment mark stands between.
+constexpr auto ValuesFromEntertainment = std::to_array<FormValue>({
+    {"OCostYou2", At::Right, 124, 217},
+    {"OAmountGood2", At::Right, 152, 217},
+    {"OCashEqu2", At::Right, 188, 217},
+    {"OCostYou3", At::Right, 124, 226},
+    {"OAmountGood3", At::Right, 152, 226},
+    {"OCashEqu3", At::Right, 188, 226},
+    {"OCostYou4", At::Right, 124, 235},
+    {"OAmountGood4", At::Right, 152, 235},
+    {"OCashEqu4", At::Right, 188, 235},
+    {"OCostYou5", At::Right, 124, 244},
+    {"OAmountGood5", At::Right, 152, 244},
+    {"OCashEqu5", At::Right, 188, 244},
+    {"ODescExpenses", At::Left, 52, 253, 103},
+    {"OCostYou6", At::Right, 124, 253},
+    {"OAmountGood6", At::Right, 152, 253},
+    {"OCashEqu6", At::Right, 188, 253},
+});
+
+/// The box of the second loan holds its figure or, with more than two loans, words that have no room in it.
+void DrawSecondLoan(PageLayer& page, std::string_view value)
+{
+    constexpr std::size_t LongestFigure = 5;
+    const std::string text = Trim(value);
+    // Kept: words of five characters or fewer print in the box, and so does a zero.
+    if (Length(text) > LongestFigure && ReadAmount(text).IsZero())
+        page.vsTextLeft(125, 93, "See attached schedule");
+    else
+        page.vsTextRight(188, 87.5, text);
+}
+
+/// A tick for Y, a cross for N.
+void DrawEntertainmentMark(PageLayer& page, std::string_view value)
+{
+    if (value == "Y")
+        page.vsTick(100, 217);
+    else if (value == "N")
+        page.vsTextCentre(98, 103.5, 217, "X");
+}
+
+} // namespace
+
+void PrintP11D2(PageLayer& page, const FieldReader& read)
+{
+    page.vsBookmark("P11D page 2");
+    page.BeginFixedPart();
+    if (page.HasShading())
+        DrawPanels(page, Panels, page.ColLight);
+    DrawSectionMarks(page, Sections);
+    page.vsFontName("Arial");
+    DrawBoxes(page, Boxes);
+    page.EndFixedPart();
+
+    // Each side of the form carries the number.
+    page.vsTextColor(page.ColBlack);
+    page.vsFont(9, true, true);
+    page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
+
+    page.BeginFixedPart();
+    DrawLabels(page, Labels);
+    DrawIdentifier(page, 276, edition::form::P11DIdentifier);
+    page.EndFixedPart();
+
+    BeginValues(page);
+    DrawValues(page, ValuesToLoans, read);
+    DrawSecondLoan(page, read("HLoanCashEqu2"));
+    DrawValues(page, Values, read);
+    DrawEntertainmentMark(page, FieldText(read("OEntertainTick"), 0));
+    DrawValues(page, ValuesFromEntertainment, read);
+}
+
+} // namespace quillmere

@@ -1,0 +1,197 @@
+#include "printing/jobs/frmVSPrint.h"
+
+#include "frame/Amount.h"
+#include "frame/Session.h"
+#include "printing/jobs/PrintSystem.h"
+
+#include <algorithm>
+#include <array>
+#include <fmt/format.h>
+#include <vector>
+
+namespace quillmere {
+
+namespace {
+
+/// The surface comes first: it has the focus when the window opens, so that the arrow keys move the page.
+constexpr auto Rows = std::to_array<BoxRow>({
+    {.name = "vp", .kind = Kind::Surface, .spoken = "Page"},
+    {.name = "picControls", .kind = Kind::Frame},
+    {.name = "cmbPrint", .kind = Kind::DropDown, .spoken = "Page Order"},
+    {.name = "cmdFirst",
+     .kind = Kind::Button,
+     .text = "<<",
+     .spoken = "First Page",
+     .tip = "First Page",
+     .letter = 'F'},
+    {.name = "cmdPrevious",
+     .kind = Kind::Button,
+     .text = "<",
+     .spoken = "Previous Page",
+     .tip = "Previous Page",
+     .letter = 'V'},
+    {.name = "lblPage", .kind = Kind::Label, .spoken = "Page shown"},
+    {.name = "cmdNext", .kind = Kind::Button, .text = ">", .spoken = "Next Page", .tip = "Next Page", .letter = 'N'},
+    {.name = "cmdLast", .kind = Kind::Button, .text = ">>", .spoken = "Last Page", .tip = "Last Page", .letter = 'L'},
+    {.name = "cmbZoomMode", .kind = Kind::DropDown, .spoken = "Zoom"},
+    {.name = "cmbPercent", .kind = Kind::DropDown, .spoken = "Percentage"},
+    {.name = "cmdPrint", .kind = Kind::Button, .text = "&Print"},
+    {.name = "cmdClose", .kind = Kind::Button, .text = "&Close"},
+    {.name = "lblDocument", .kind = Kind::Label, .spoken = "Document"},
+});
+
+constexpr auto Percentages = std::to_array<int>({25, 50, 75, 100, 150, 200, 400});
+constexpr int PercentAtStart = 2;
+
+/// Two sizes closer than this, in percent, are the same to the eye.
+constexpr double SamePercent = 0.5;
+
+} // namespace
+
+frmVSPrint::frmVSPrint(Session& session, PrintSystem& printing)
+    : Screen(session, "frmVSPrint", ShowMode::Modal, "Print Preview"), printing(printing)
+{
+    AddBoxes(Rows);
+    SetButtons("cmdClose", {});
+    box("cmbPrint").SetEntries({"Normal", "Reverse"});
+    box("cmbZoomMode").SetEntries({"Percentage", "Thumbnail", "TwoPages", "WholePage", "PageWidth", "Stretch"});
+    for (const int percent : Percentages)
+        box("cmbPercent").AddEntry(std::to_string(percent) + "%");
+    OnClick("cmdFirst", [this](Box&) { TurnTo(1); });
+    OnClick("cmdPrevious", [this](Box&) { TurnTo(pageShown - 1); });
+    OnClick("cmdNext", [this](Box&) { TurnTo(pageShown + 1); });
+    OnClick("cmdLast", [this](Box&) { TurnTo(PageCount()); });
+    OnChoose("cmbZoomMode", [this](Box&) { ZoomModeChosen(); });
+    OnClick("cmdPrint", [this](Box&) { this->session.screens.Show("frmVSPrintDialog"); });
+    OnClick("cmdClose", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+bool frmVSPrint::Load()
+{
+    const Settings& settings = session.settings;
+    document = printing.engine.Ended();
+    box("lblDocument").SetText(document ? document->name : std::string());
+    box("lblDocument").SetTip(box("lblDocument").Text());
+    box("cmbPercent").Select(PercentAtStart);
+    box("cmbZoomMode").Select(static_cast<int>(ZoomMode::PageWidth));
+    ZoomModeChosen();
+    box("cmbPrint").Select(settings.reportReverse ? 1 : 0);
+    SetPlacement({.maximised = settings.vsPreviewMaximised,
+                  .top = settings.vsPreviewTop,
+                  .left = settings.vsPreviewLeft,
+                  .height = settings.vsPreviewHeight,
+                  .width = settings.vsPreviewWidth});
+    TurnTo(1);
+    return true;
+}
+
+void frmVSPrint::Unload()
+{
+    Settings& settings = session.settings;
+    if (const auto& placement = Placement()) {
+        settings.vsPreviewMaximised = placement->maximised;
+        settings.vsPreviewTop = placement->top;
+        settings.vsPreviewLeft = placement->left;
+        settings.vsPreviewHeight = placement->height;
+        settings.vsPreviewWidth = placement->width;
+    }
+    settings.reportReverse = IsReversed();
+    session.screens.Unload("frmVSPrintDialog");
+    // One that was closed before it was painted leaves no busy pointer behind.
+    Painted();
+}
+
+void frmVSPrint::TurnTo(int page)
+{
+    pageShown = std::min(std::max(page, 1), PageCount());
+    ShowPage();
+}
+
+void frmVSPrint::ShowPage()
+{
+    box("lblPage").SetText(fmt::format("{} of {}", pageShown, PageCount()));
+    for (const std::string_view back : {"cmdFirst", "cmdPrevious"})
+        box(back).SetEnabled(pageShown > 1);
+    for (const std::string_view on : {"cmdNext", "cmdLast"})
+        box(on).SetEnabled(pageShown < PageCount());
+}
+
+void frmVSPrint::ZoomModeChosen()
+{
+    box("cmbPercent").SetEnabled(box("cmbZoomMode").Selected() == static_cast<int>(ZoomMode::Percentage));
+}
+
+int frmVSPrint::Percent() const
+{
+    return ReadWholeNumber(box("cmbPercent").Text());
+}
+
+PreviewView frmVSPrint::View() const
+{
+    return {.mode = static_cast<ZoomMode>(box("cmbZoomMode").Selected()),
+            .percent = static_cast<double>(Percent()),
+            .page = pageShown,
+            .pageCount = PageCount(),
+            .width = surfaceWidth,
+            .height = surfaceHeight};
+}
+
+void frmVSPrint::SurfaceSized(double width, double height)
+{
+    surfaceWidth = width;
+    surfaceHeight = height;
+}
+
+void frmVSPrint::Painted()
+{
+    session.platform.SetBusyPointer(false);
+}
+
+void frmVSPrint::Press(std::string_view button)
+{
+    if (box(button).Enabled())
+        Click(box(button));
+}
+
+void frmVSPrint::Execute(Command command)
+{
+    switch (command) {
+    case Command::PreviousPage:
+        return Press("cmdPrevious");
+    case Command::NextPage:
+        return Press("cmdNext");
+    case Command::FirstPage:
+        return Press("cmdFirst");
+    case Command::LastPage:
+        return Press("cmdLast");
+    case Command::ZoomIn:
+        return Zoom(true);
+    case Command::ZoomOut:
+        return Zoom(false);
+    case Command::Print:
+        return Press("cmdPrint");
+    }
+}
+
+/// Goes to the next percentage of the list, from whatever size the sheets have now.
+void frmVSPrint::Zoom(bool larger)
+{
+    const double now = PercentOf(View());
+    int position = -1;
+    for (int candidate = 0; candidate < static_cast<int>(Percentages.size()); ++candidate) {
+        const int percent = Percentages[static_cast<std::size_t>(candidate)];
+        if (!larger && percent < now - SamePercent)
+            position = candidate;
+        if (larger && percent > now + SamePercent) {
+            position = candidate;
+            break;
+        }
+    }
+    if (position < 0)
+        return;
+    box("cmbPercent").Select(position);
+    box("cmbZoomMode").Select(static_cast<int>(ZoomMode::Percentage));
+    ZoomModeChosen();
+}
+
+} // namespace quillmere

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "frame/Screen.h"
+#include "printing/jobs/PreviewPages.h"
+#include "printing/paper/Document.h"
+
+#include <memory>
+
+namespace quillmere {
+
+struct PrintSystem;
+
+/// "Print Preview": shows the engine's ended document, and is the way in which a single job reaches the printer.
+class frmVSPrint : public Screen {
+public:
+    frmVSPrint(Session& session, PrintSystem& printing);
+
+    bool Load() override;
+    void Unload() override;
+
+    /// The document that is shown; null if there is none.
+    const std::shared_ptr<const Document>& Shown() const { return document; }
+    int PageShown() const { return pageShown; }
+    int PageCount() const { return document ? document->PageCount() : 0; }
+    /// True if the pages are to be printed from the last to the first.
+    bool IsReversed() const { return box("cmbPrint").Selected() == 1; }
+
+    /// Turns to a page; one outside the document is the first or the last.
+    void TurnTo(int page);
+
+    /// What the surface is to show.
+    PreviewView View() const;
+    /// The surface's size, pixels at scale 1.
+    void SurfaceSized(double width, double height);
+    /// The window has been painted for the first time: the pointer goes back to normal.
+    void Painted();
+
+    /// Keys that work wherever the focus stands.
+    enum class Command { PreviousPage, NextPage, FirstPage, LastPage, ZoomIn, ZoomOut, Print };
+    void Execute(Command command);
+
+private:
+    void Press(std::string_view button);
+    void ShowPage();
+    void ZoomModeChosen();
+    void Zoom(bool larger);
+    int Percent() const;
+
+    PrintSystem& printing;
+    std::shared_ptr<const Document> document;
+    int pageShown = 0;
+    double surfaceWidth = 0, surfaceHeight = 0;
+};
+
+} // namespace quillmere

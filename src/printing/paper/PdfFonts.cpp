@@ -1,0 +1,241 @@
+#include "printing/paper/PdfFonts.h"
+
+#include "printing/paper/Deflate.h"
+
+#include <hb-ot.h>
+#include <hb-subset.h>
+#include <hb.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+namespace quillmere {
+
+namespace {
+
+constexpr char32_t GroupSize = 64;
+constexpr CharacterRange PrintableAscii{0x20, 0x7E};
+constexpr char32_t PoundSign = 0xA3;
+
+/// Kept subsets at most; documents of one office need a handful.
+constexpr std::size_t KeptFonts = 96;
+
+/// Subsets are made once and stand in every file.
+constexpr int FontEffort = 12;
+
+bool IsInEverySubset(char32_t character)
+{
+    return (character >= PrintableAscii.first && character <= PrintableAscii.last) || character == PoundSign;
+}
+
+template<auto Destroy>
+struct Destroyer {
+    template<typename Object>
+    void operator()(Object* object) const
+    {
+        Destroy(object);
+    }
+};
+using Blob = std::unique_ptr<hb_blob_t, Destroyer<hb_blob_destroy>>;
+using OpenFace = std::unique_ptr<hb_face_t, Destroyer<hb_face_destroy>>;
+using OpenFont = std::unique_ptr<hb_font_t, Destroyer<hb_font_destroy>>;
+using SubsetInput = std::unique_ptr<hb_subset_input_t, Destroyer<hb_subset_input_destroy>>;
+using SubsetPlan = std::unique_ptr<hb_subset_plan_t, Destroyer<hb_subset_plan_destroy>>;
+
+OpenFace Open(Face face)
+{
+    const auto file = FontFile(face);
+    const Blob blob(hb_blob_create(reinterpret_cast<const char*>(file.data()), static_cast<unsigned int>(file.size()),
+                                   HB_MEMORY_MODE_READONLY, nullptr, nullptr));
+    return OpenFace(hb_face_create(blob.get(), 0));
+}
+
+SubsetInput InputFor(const std::vector<CharacterRange>& characters)
+{
+    SubsetInput input(hb_subset_input_create_or_fail());
+    if (!input)
+        throw std::bad_alloc();
+    for (const CharacterRange range : characters)
+        hb_set_add_range(hb_subset_input_unicode_set(input.get()), range.first, range.last);
+    hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING | HB_SUBSET_FLAGS_NOTDEF_OUTLINE);
+    // A PDF file reaches glyphs by number and has its own list of widths and characters.
+    for (const char* table : {"cmap", "name", "OS/2", "post", "GSUB", "GPOS", "GDEF", "kern", "gasp", "DSIG", "FFTM"})
+        hb_set_add(hb_subset_input_set(input.get(), HB_SUBSET_SETS_DROP_TABLE_TAG), hb_tag_from_string(table, -1));
+    return input;
+}
+
+std::string BytesOf(hb_face_t* face)
+{
+    const Blob blob(hb_face_reference_blob(face));
+    unsigned int length = 0;
+    const char* bytes = hb_blob_get_data(blob.get(), &length);
+    return {bytes, length};
+}
+
+/// The glyph of each code, two bytes each.
+std::string GlyphsByCode(hb_subset_plan_t* plan, const std::vector<CharacterRange>& characters)
+{
+    const hb_map_t* glyphOf = hb_subset_plan_unicode_to_old_glyph_mapping(plan);
+    const hb_map_t* newGlyphOf = hb_subset_plan_old_to_new_glyph_mapping(plan);
+    std::string glyphs((std::size_t{characters.back().last} + 1) * 2, '\0');
+    for (const CharacterRange range : characters)
+        for (char32_t character = range.first; character <= range.last; ++character) {
+            const hb_codepoint_t old = hb_map_get(glyphOf, character);
+            const hb_codepoint_t glyph = old == HB_MAP_VALUE_INVALID ? 0 : hb_map_get(newGlyphOf, old);
+            const std::size_t at = std::size_t{character} * 2;
+            glyphs[at] = static_cast<char>(glyph >> 8);
+            glyphs[at + 1] = static_cast<char>(glyph & 0xFF);
+        }
+    return glyphs;
+}
+
+/// The map from codes to characters. A range may not go past the last byte's end, which groups never do.
+std::string ToUnicode(const std::vector<CharacterRange>& characters)
+{
+    std::vector<CharacterRange> pieces;
+    for (const CharacterRange range : characters)
+        for (char32_t first = range.first; first <= range.last;) {
+            const char32_t last = std::min<char32_t>(range.last, first | 0xFF);
+            pieces.push_back({first, last});
+            first = last + 1;
+        }
+    std::string map = "/CIDInit /ProcSet findresource begin\n12 dict begin\nbegincmap\n"
+                      "/CIDSystemInfo << /Registry (Adobe) /Ordering (UCS) /Supplement 0 >> def\n"
+                      "/CMapName /Adobe-Identity-UCS def\n/CMapType 2 def\n"
+                      "1 begincodespacerange\n<0000> <FFFF>\nendcodespacerange\n";
+    constexpr std::size_t AtOnce = 100;
+    for (std::size_t start = 0; start < pieces.size(); start += AtOnce) {
+        const std::size_t end = std::min(start + AtOnce, pieces.size());
+        map += fmt::format("{} beginbfrange\n", end - start);
+        for (std::size_t at = start; at < end; ++at)
+            map += fmt::format("<{0:04X}> <{1:04X}> <{0:04X}>\n", static_cast<std::uint32_t>(pieces[at].first),
+                               static_cast<std::uint32_t>(pieces[at].last));
+        map += "endbfrange\n";
+    }
+    return map + "endcmap\nCMapName currentdict /CMap defineresource pop\nend\nend\n";
+}
+
+/// The tag that sets one subset of a face apart from another: six capital letters that follow from what it holds.
+std::string SubsetTag(std::string_view glyphs)
+{
+    std::uint64_t hash = 0xCBF29CE484222325U; // FNV-1a
+    for (const char byte : glyphs)
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3U;
+    std::string tag;
+    for (int letter = 0; letter < 6; ++letter, hash /= 26)
+        tag += static_cast<char>('A' + hash % 26);
+    return tag;
+}
+
+std::string_view PostScriptName(Face face)
+{
+    constexpr std::array<std::string_view, FaceCount> Names = {
+        "LiberationSans",  "LiberationSans-Bold",  "LiberationSans-Italic",  "LiberationSans-BoldItalic",
+        "LiberationSerif", "LiberationSerif-Bold", "LiberationSerif-Italic", "LiberationSerif-BoldItalic",
+        "LiberationMono",  "LiberationMono-Bold",  "LiberationMono-Italic",  "LiberationMono-BoldItalic",
+    };
+    return Names.at(static_cast<std::size_t>(face));
+}
+
+/// Flags of a font descriptor.
+constexpr int FixedPitch = 1, Serif = 2, Symbolic = 4, Italic = 64;
+
+void Describe(PdfFont& font, Face face, hb_face_t* opened)
+{
+    const OpenFont metrics(hb_font_create(opened));
+    const double unitsPerEm = hb_face_get_upem(opened);
+    const auto thousandths = [unitsPerEm](double units) {
+        return static_cast<int>(std::lround(units * 1000.0 / unitsPerEm));
+    };
+    font.ascent = thousandths(MetricsOf(face).Ascent());
+    font.descent = -thousandths(MetricsOf(face).Descent());
+    hb_position_t capHeight = 0;
+    hb_ot_metrics_get_position(metrics.get(), HB_OT_METRICS_TAG_CAP_HEIGHT, &capHeight);
+    font.capHeight = thousandths(capHeight);
+    font.italicAngle = hb_style_get_value(metrics.get(), HB_STYLE_TAG_SLANT_ANGLE);
+    font.stemWidth = IsBold(face) ? 140 : 80;
+    font.flags = Symbolic | (IsItalic(face) ? Italic : 0);
+    if (FamilyOf(face) == FamilyOf(Face::SerifRegular))
+        font.flags |= Serif;
+    if (FamilyOf(face) == FamilyOf(Face::MonoRegular))
+        font.flags |= FixedPitch;
+
+    const Blob head(hb_face_reference_table(opened, HB_TAG('h', 'e', 'a', 'd')));
+    unsigned int length = 0;
+    const auto* bytes = reinterpret_cast<const unsigned char*>(hb_blob_get_data(head.get(), &length));
+    constexpr unsigned int BoxAt = 36;
+    if (length < BoxAt + 8)
+        throw std::runtime_error("a built-in font has no header");
+    for (unsigned int side = 0; side < 4; ++side)
+        font.box[side] =
+            thousandths(static_cast<std::int16_t>((bytes[BoxAt + side * 2] << 8) | bytes[BoxAt + side * 2 + 1]));
+}
+
+PdfFont MakeFont(Face face, const CharacterGroups& groups)
+{
+    PdfFont font;
+    font.characters = groups.Ranges();
+    const OpenFace opened = Open(face);
+    Describe(font, face, opened.get());
+
+    const SubsetInput input = InputFor(font.characters);
+    const SubsetPlan plan(hb_subset_plan_create_or_fail(opened.get(), input.get()));
+    const OpenFace subset(plan ? hb_subset_plan_execute_or_fail(plan.get()) : nullptr);
+    if (!subset)
+        throw std::runtime_error("a built-in font could not be cut down");
+
+    Deflate deflate(FontEffort);
+    const std::string file = BytesOf(subset.get());
+    const std::string glyphs = GlyphsByCode(plan.get(), font.characters);
+    font.fileLength = file.size();
+    font.file = deflate.Compress(file);
+    font.glyphs = deflate.Compress(glyphs);
+    font.toUnicode = deflate.Compress(ToUnicode(font.characters));
+    font.name = SubsetTag(glyphs) + '+' + std::string(PostScriptName(face));
+    return font;
+}
+
+} // namespace
+
+void CharacterGroups::Add(char32_t character)
+{
+    if (IsInEverySubset(character))
+        return;
+    const auto group = static_cast<std::uint16_t>(PdfCode(character) / GroupSize);
+    const auto place = std::ranges::lower_bound(groups, group);
+    if (place == groups.end() || *place != group)
+        groups.insert(place, group);
+}
+
+std::vector<CharacterRange> CharacterGroups::Ranges() const
+{
+    std::vector<CharacterRange> ranges = {PrintableAscii, {PoundSign, PoundSign}};
+    for (const std::uint16_t group : groups)
+        ranges.push_back({group * GroupSize, group * GroupSize + GroupSize - 1});
+    std::ranges::sort(ranges, {}, &CharacterRange::first);
+    std::vector<CharacterRange> joined;
+    for (const CharacterRange range : ranges)
+        if (!joined.empty() && range.first <= joined.back().last + 1)
+            joined.back().last = std::max(joined.back().last, range.last);
+        else
+            joined.push_back(range);
+    return joined;
+}
+
+const PdfFont& PdfFonts::FontFor(Face face, const CharacterGroups& characters)
+{
+    const std::pair key(face, characters);
+    auto kept = fonts.find(key);
+    if (kept == fonts.end()) {
+        if (fonts.size() >= KeptFonts)
+            fonts.clear();
+        kept = fonts.emplace(key, MakeFont(face, characters)).first;
+    }
+    return kept->second;
+}
+
+} // namespace quillmere
