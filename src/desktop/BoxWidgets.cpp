@@ -55,10 +55,16 @@ void BoxEdit::focusInEvent(QFocusEvent* event)
     case Qt::ShortcutFocusReason:
         SelectWhole();
         break;
+    case Qt::MouseFocusReason:
+        break; // the press that brought it follows
     default:
+        // The program has put the focus here: a figure is there to be typed over.
+        if (HoldsFigure())
+            SelectWhole();
         break;
     }
-    choosesByPress = HoldsFigure() && event->reason() == Qt::MouseFocusReason;
+    // Whatever brought the focus, the first press chooses the figure; only the next one places the caret.
+    choosesByPress = HoldsFigure();
     Keep();
 }
 

@@ -138,6 +138,26 @@ TEST_P(HandsOnEveryScreen, ChoosesAFigureWholeByTheFirstClickAndPlacesTheCaretBy
     }
 }
 
+TEST_P(HandsOnEveryScreen, ChoosesAFigureWholeHoweverTheFocusComesToIt)
+{
+    for (const auto& box : screen->Boxes()) {
+        if (box->GetKind() != Kind::Text || !IsFigure(*box) || box->ReadOnly() || !InReach(*box))
+            continue;
+        auto& edit = dynamic_cast<QLineEdit&>(*WidgetOf(*box));
+        for (const Qt::FocusReason reason : {Qt::OtherFocusReason, Qt::TabFocusReason, Qt::ShortcutFocusReason}) {
+            if (QWidget* used = QApplication::focusWidget())
+                used->clearFocus();
+            QCoreApplication::processEvents();
+            box->SetText("    500.00");
+            edit.setFocus(reason);
+            ASSERT_EQ(edit.selectedText(), "500.00") << box->FullName() << ", reason " << reason;
+            Click(edit);
+            ASSERT_EQ(edit.selectedText(), "500.00") << box->FullName() << ", reason " << reason << ", then a click";
+        }
+        return; // one of a screen: every box has the same edit
+    }
+}
+
 TEST_F(Hands, TypeOverAFigureThatAClickHasChosen)
 {
     Screen& page = Open("Form3");
