@@ -159,7 +159,8 @@ void DesktopHost::ShowProgress(int done, int total)
 
 QWidget* DesktopHost::FrontWindow() const
 {
-    if (QWidget* active = QApplication::activeWindow())
+    // One that has been closed may be the active one until its end.
+    if (QWidget* active = QApplication::activeWindow(); active != nullptr && active->isVisible())
         return active;
     return mainWindow.get();
 }

@@ -12,6 +12,7 @@
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
@@ -84,25 +85,28 @@ Answer DesktopPlatform::ShowMessage(const Message& message)
 {
     const bool wasBusy = busy;
     SetBusyPointer(false);
-    QMessageBox box(IconOf(message.icon), look::Text(message.title), look::Text(message.text), QMessageBox::NoButton,
-                    host.FrontWindow());
-    box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // The window below may be closed while the box is up, at the system's wish, and takes the box along.
+    const QPointer<QMessageBox> box =
+        new QMessageBox(IconOf(message.icon), look::Text(message.title), look::Text(message.text),
+                        QMessageBox::NoButton, host.FrontWindow());
+    box->setTextFormat(Qt::PlainText);
+    box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     if (message.buttons == Buttons::YesNo) {
-        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        box.setDefaultButton(message.defaultAnswer == Answer::No ? QMessageBox::No : QMessageBox::Yes);
-        box.setEscapeButton(QMessageBox::No);
+        box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box->setDefaultButton(message.defaultAnswer == Answer::No ? QMessageBox::No : QMessageBox::Yes);
+        box->setEscapeButton(QMessageBox::No);
     } else {
-        box.setStandardButtons(QMessageBox::Ok);
+        box->setStandardButtons(QMessageBox::Ok);
     }
     if (message.mayLeave) {
         // Not shown: the box has the buttons that it names, and Escape presses this one.
-        QPushButton* const leave = box.addButton(QMessageBox::Cancel);
+        QPushButton* const leave = box->addButton(QMessageBox::Cancel);
         leave->hide();
-        box.setEscapeButton(leave);
+        box->setEscapeButton(leave);
     }
-    GiveRoom(box);
-    const int pressed = box.exec();
+    GiveRoom(*box);
+    const int pressed = box->exec();
+    delete box;
     SetBusyPointer(wasBusy);
     if (message.mayLeave && pressed == QMessageBox::Cancel)
         return Answer::Cancel;
