@@ -58,7 +58,7 @@ double Luminance(const QColor& colour)
 
 double Contrast(const QColor& one, const QColor& other)
 {
-    const auto [low, high] = std::minmax(Luminance(one), Luminance(other));
+    const auto [low, high] = std::minmax({Luminance(one), Luminance(other)});
     return (high + 0.05) / (low + 0.05);
 }
 
