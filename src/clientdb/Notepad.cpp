@@ -3,6 +3,7 @@
 #include "clientdb/BoundScreen.h"
 #include "clientdb/CurrentRecord.h"
 #include "edition/Edition.h"
+#include "frame/CloseAll.h"
 #include "frame/Text.h"
 
 #include <algorithm>
@@ -204,8 +205,11 @@ bool Notepad::Store(std::vector<Result>& results)
             FindEmployee(database, "P11D", words.okMissingPage);
         batch.Begin();
         Recordset own = OpenOwn(database);
-        if (!own.NoMatch())
+        std::string replaced;
+        if (!own.NoMatch()) {
             TakeOver(own);
+            replaced = Replaced(own);
+        }
         Write(own);
         results = Results(own);
         std::optional<Recordset> records;
@@ -219,6 +223,8 @@ bool Notepad::Store(std::vector<Result>& results)
             StoreField(*records, result.field, *result.stored);
         }
         batch.Commit();
+        if (!replaced.empty())
+            SetStatusNote(session, "Another desk had stored the same meanwhile; your entries replaced: " + replaced);
         return true;
     } catch (const StoreError& error) {
         session.messages.Tell(words.ok.empty() ? Caption() : words.ok,
@@ -250,6 +256,20 @@ void Notepad::TakeOver(const Recordset& own)
         TabShown();
         Recalculate();
     });
+}
+
+std::string Notepad::Replaced(const Recordset& own) const
+{
+    std::string texts;
+    for (const Entry& entry : entries) {
+        if (entry.field.empty() || entry.box == nullptr || entry.box->ReadOnly())
+            continue;
+        const std::string theirs = Trim(own.Field(entry.field));
+        const bool isTheirs = own.Field(entry.field) != entry.stored && own.Field(entry.field) != Reads(entry);
+        if (isTheirs && !theirs.empty())
+            texts += (texts.empty() ? "" : ", ") + theirs;
+    }
+    return texts;
 }
 
 void Notepad::Write(Recordset& own) const

@@ -250,6 +250,23 @@ TEST_P(TwoDesksTest, LeaveAThingThatBothHaveEnteredToTheLaterOk)
 INSTANTIATE_TEST_SUITE_P(Dialogs, TwoDesksTest, ::testing::ValuesIn(AllDialogs()),
                          [](const auto& dialog) { return dialog.param.screen; });
 
+class TwoDesksInOneLine : public TwoDesksTest {};
+
+TEST_P(TwoDesksInOneLine, SayWhatTheLaterOkHasReplaced)
+{
+    Screen& first = Open(Now(), "ANotepad");
+    Screen& second = Open(Other(), "ANotepad");
+    Do(first, {{"Description", 6, "A desk"}, {"CostMark", 6, "20"}});
+    Do(second, {{"CostMark", 6, "30"}});
+    Ok(Now(), first);
+    const auto noteOf = [](Session& session) { return session.screens.FindBox("MDIForm1", "StatusNote")->Text(); };
+    EXPECT_EQ(noteOf(Now()), "");
+    Ok(Other(), second);
+    EXPECT_EQ(noteOf(Other()), "Another desk had stored the same meanwhile; your entries replaced: A desk, 20.00");
+}
+
+INSTANTIATE_TEST_SUITE_P(Dialogs, TwoDesksInOneLine, ::testing::Values(TwoDesks{}));
+
 class AllNotepads : public ProgramFixture {};
 
 TEST_F(AllNotepads, AreTriedOnTwoDesks)
