@@ -138,7 +138,9 @@ TEST_F(TransferKill, AtAnyMomentLeavesEachEmployeeWholeOrNotThereAndTheNextRunCo
     std::mt19937 random(20110405);
     std::uniform_int_distribution<long> moment(0, static_cast<long>(whole));
     int killed = 0, partly = 0;
-    for (int kill = 0; kill < 14; ++kill) {
+    // On a busy machine a moment may come early or late: it goes on until some have fallen where they should.
+    constexpr int Fewest = 14, Most = 100;
+    for (int kill = 0; kill < Fewest || (kill < Most && (killed <= 4 || partly == 0)); ++kill) {
         std::filesystem::copy_file(empty, file, std::filesystem::copy_options::overwrite_existing);
         std::filesystem::remove(file.string() + "-journal");
         killed += TransferAndKill(std::chrono::microseconds(moment(random)));
