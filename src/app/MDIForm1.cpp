@@ -37,6 +37,9 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "mnuFolderManager", .kind = Kind::Menu, .text = "Manager...", .letter = 'M'},
     {.name = "ToolbarOpt", .kind = Kind::Menu, .text = "Toolbar", .letter = 'T'},
     {.name = "mnuSettingsReports", .kind = Kind::Menu, .text = "Reports", .letter = 'R'},
+    // Beside the form: what is in nobody's way while it is not used.
+    {.name = "mnuFind", .kind = Kind::Menu, .text = "Find Employee...", .letter = 'F'},
+    {.name = "mnuCheck", .kind = Kind::Menu, .text = "Check...", .letter = 'C'},
     {.name = "picToolbar", .kind = Kind::Label},
     {.name = "StatusBar1", .kind = Kind::Label, .first = 1, .last = 2},
     {.name = "StatusNote", .kind = Kind::Label},
@@ -75,24 +78,26 @@ constexpr auto Tools = std::to_array<ToolRow>({
 constexpr auto Pages = std::to_array<std::string_view>({"Side2Form1", "Form3"});
 
 constexpr auto Menus = std::to_array<MenuRow>({
-    {.menu = "File", .box = "New"},
-    {.menu = "File", .box = "Open"},
+    {.menu = "File", .box = "New", .key = "Ctrl+N"},
+    {.menu = "File", .box = "Open", .key = "Ctrl+O"},
     {.menu = "File", .box = "mnuTransfer"},
     {.menu = "File", .box = "FileP11DB"},
     {.menu = "File", .box = "FileDeleteEmployer", .separatorBefore = true},
     {.menu = "File", .box = "FileDeleteEmployee"},
     {.menu = "File", .box = "FileRenameEmp"},
     {.menu = "File", .box = "FileRename"},
-    {.menu = "File", .box = "mnuPrint", .separatorBefore = true},
+    {.menu = "File", .box = "mnuPrint", .key = "Ctrl+P", .separatorBefore = true},
     {.menu = "File", .box = "mnuBatch"},
     {.menu = "File", .box = "mnuPrintSetup"},
     {.menu = "File", .box = "ExitOpt", .separatorBefore = true},
+    {.menu = "File", .box = "mnuFind", .key = "Ctrl+F", .separatorBefore = true},
     {.menu = "Folder", .box = "mnuAltFolder", .index = 1},
     {.menu = "Folder", .box = "mnuAltFolder", .index = 2},
     {.menu = "Folder", .box = "mnuAltFolder", .index = 3},
     {.menu = "Folder", .box = "mnuAltFolder", .index = 4},
     {.menu = "Folder", .box = "mnuFolderManager", .separatorBefore = true},
     {.menu = "View", .box = "ToolbarOpt"},
+    {.menu = "View", .box = "mnuCheck", .key = "F9", .separatorBefore = true},
     {.menu = "Settings", .box = "mnuSettingsReports"},
 });
 
@@ -139,6 +144,8 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
     command("mnuFolderManager", [this] { this->session.screens.Show("frmFolderManager"); });
     command("ToolbarOpt", [this] { ToggleToolbar(); });
     command("mnuSettingsReports", [this] { this->session.screens.Show("frmVSPrintSettings"); });
+    command("mnuFind", [this] { this->session.screens.Show("FindEmployee"); });
+    command("mnuCheck", [this] { this->session.screens.Show("CheckList"); });
     command("cmdExit", [this] { CommandExit(); });
     OnClick("mnuAltFolder", [this](Box& entry) { ChooseFolder(entry.Index()); });
     OnClick("cmdFile", [this, newFile, open, print](Box& button) {
@@ -148,7 +155,7 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
         case 3:
             return open();
         case 4:
-            return static_cast<void>(CloseAllScreens());
+            return static_cast<void>(CloseAllScreens(this->session));
         case 8:
             return CommandOpenScreen("frmBackup");
         case 9:
@@ -221,11 +228,10 @@ void MDIForm1::ChooseFolder(int slot)
     if (slot == session.settings.selectedFolder)
         return;
     // What is open is stored in the folder that it was opened from: a data link keeps to its own.
-    if (!PagesMayClose())
+    if (!CloseAllScreens(session))
         return;
     session.settings.selectedFolder = slot;
     RebuildFolderMenu(session);
-    UnloadAllScreens(session);
     session.messages.Tell("Quillmere Program Closing - Please restart from the desktop",
                           "The Database folder has been updated.  The program will now exit to save changes",
                           Icon::Critical);
@@ -240,32 +246,16 @@ void MDIForm1::ToggleToolbar()
     box("picToolbar").SetVisible(shown);
 }
 
-bool MDIForm1::PagesMayClose()
-{
-    for (const std::string_view name : Pages)
-        if (auto* page = session.screens.Find<P11DPage>(name); page != nullptr && !page->MayClose())
-            return false;
-    return true;
-}
-
-bool MDIForm1::CloseAllScreens()
-{
-    if (!PagesMayClose())
-        return false;
-    UnloadAllScreens(session);
-    return true;
-}
-
 void MDIForm1::CommandNew()
 {
-    if (!CloseAllScreens())
+    if (!CloseAllScreens(session))
         return;
     session.screens.Show("NewFileCheck");
 }
 
 void MDIForm1::CommandEmployerList(EmployerListPurpose mode, std::string_view caption)
 {
-    if (!CloseAllScreens())
+    if (!CloseAllScreens(session))
         return;
     session.EmployerListMode = mode;
     if (Screen* list = session.screens.Load("EmployerList")) {
@@ -276,7 +266,7 @@ void MDIForm1::CommandEmployerList(EmployerListPurpose mode, std::string_view ca
 
 void MDIForm1::CommandRename()
 {
-    if (!CloseAllScreens())
+    if (!CloseAllScreens(session))
         return;
     session.EmployerListMode = EmployerListPurpose::Open;
     session.screens.Show("RenameEmp");
@@ -284,7 +274,7 @@ void MDIForm1::CommandRename()
 
 void MDIForm1::CommandOpenScreen(std::string_view screen)
 {
-    if (!CloseAllScreens())
+    if (!CloseAllScreens(session))
         return;
     session.screens.Show(screen);
 }

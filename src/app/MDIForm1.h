@@ -14,6 +14,7 @@ struct MenuRow {
     std::string_view menu; ///< "File", "Folder", "View", "Settings"
     std::string_view box;
     int index = Box::NoIndex;
+    std::string_view key = {}; ///< "Ctrl+N"
     bool separatorBefore = false;
 };
 
@@ -42,10 +43,6 @@ private:
     /// False if the store does not take what is open and the user does not want to lose it. At the system's wish nobody
     /// is asked: it is kept for the next start.
     [[nodiscard]] bool MayEnd();
-    /// False, with the store's words and all left open, if the store does not take what the open page holds.
-    [[nodiscard]] bool PagesMayClose();
-    /// Closes every screen of the employee for a command that goes on with something else; false as above.
-    [[nodiscard]] bool CloseAllScreens();
     void CommandNew();
     void CommandEmployerList(EmployerListPurpose mode, std::string_view caption);
     void CommandRename();

@@ -13,6 +13,7 @@
 #include "cars/FNotepad.h"
 #include "cars/Form1.h"
 #include "clientdb/EmployerScreens.h"
+#include "clientdb/FindEmployee.h"
 #include "clientdb/FolderScreens.h"
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/P11DDeclaration.h"
@@ -23,6 +24,7 @@
 #include "printing/jobs/frmVSPrint.h"
 #include "printing/jobs/frmVSPrintDialog.h"
 #include "printing/jobs/frmVSPrintSettings.h"
+#include "review/CheckList.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -176,6 +178,8 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"MDIForm1", Plain<MDIForm1>},
     {"Form3_4", FurtherCars},
     {"Form5_6", FurtherCars},
+    {"FindEmployee", Plain<FindEmployee>},
+    {"CheckList", Plain<review::CheckList>},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},

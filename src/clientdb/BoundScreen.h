@@ -37,7 +37,7 @@ public:
     [[nodiscard]] bool ReleaseRecord();
     /// The same before the screen is closed: false if it has to stay, because the store has not taken what is typed. A
     /// record that is gone is told of and is no bar.
-    [[nodiscard]] bool MayClose() { return ReleaseRecord() || !link->HasRecord(); }
+    [[nodiscard]] bool MayClose() override { return ReleaseRecord() || !link->HasRecord(); }
     /// At the end of the program at the system's wish: stores what has changed, or keeps it for the next opening of the
     /// record where the store does not take it, and says nothing.
     void StoreOrKeep();

@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::string_view EmployerError = "Employer Error";
 constexpr std::string_view EmployeeError = "Employee Error";
+constexpr std::string_view LoadingPage1 = "P11D Page 1 - loading error";
 constexpr std::string_view NewEmployeeError = "New Employee Error";
 
 Database OpenClients(const Session& session)
@@ -61,6 +62,19 @@ bool OpenPage1(Session& session, std::string_view errorTitle)
     session.EmployeeOpenFlag = false;
     EnableEmployeeCommands(session, true);
     SetMainCaption(session, OpenEmployeeCaption(session));
+    return true;
+}
+
+bool OpenEmployee(Session& session, const std::string& employer, const std::string& employee)
+{
+    if (!CloseAllScreens(session))
+        return false;
+    session.CurrentEmployer = employer;
+    session.CurrentEmployee = employee;
+    if (!OpenPage1(session, LoadingPage1))
+        return false;
+    if (Screen* page = session.screens.Find("Form3"))
+        page->SetCaption("P11D");
     return true;
 }
 
@@ -355,7 +369,7 @@ void EmployeeList::OpenChosen()
         return;
     }
     session.CurrentEmployee = employee;
-    if (!OpenPage1(session, "P11D Page 1 - loading error"))
+    if (!OpenPage1(session, LoadingPage1))
         return;
     if (Screen* page = session.screens.Find("Form3"))
         page->SetCaption("P11D");

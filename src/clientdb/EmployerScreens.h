@@ -85,4 +85,8 @@ private:
 /// False, with the store's words, if the store fails: then nothing is shown, and what is open stays.
 [[nodiscard]] bool OpenPage1(Session& session, std::string_view errorTitle);
 
+/// Opens an employee of any employer, as from the lists: what is open is stored and closed first. False if it has to
+/// stay open, or the store cannot be read.
+[[nodiscard]] bool OpenEmployee(Session& session, const std::string& employer, const std::string& employee);
+
 } // namespace quillmere

@@ -41,6 +41,8 @@ void DesktopHost::Show(Screen& screen)
         window = std::make_unique<ScreenWindow>(screen, page ? mainWindow->Desk() : mainWindow.get());
     if (page) {
         mainWindow->ShowPage(*window);
+    } else if (screen.Mode() == ShowMode::Panel && mainWindow != nullptr) {
+        mainWindow->ShowPanel(*window);
     } else {
         if (made && preview == nullptr) {
             if (const auto size = sizes.find(screen.Name()); size != sizes.end())
@@ -51,7 +53,8 @@ void DesktopHost::Show(Screen& screen)
         window->raise();
         window->activateWindow();
     }
-    if (made)
+    // A panel that is called up again is what the user wants to go to.
+    if (made || screen.Mode() == ShowMode::Panel)
         window->FocusFirst();
     else if (page)
         window->FocusAgain();

@@ -36,7 +36,7 @@ public:
     }
     QRect Of(const QRect& place, Kind kind) const
     {
-        if (kind == Kind::List)
+        if (kind == Kind::List || kind == Kind::Table)
             return {place.topLeft(), place.size() + more};
         QRect moved = Of(place);
         if (kind == Kind::Button)

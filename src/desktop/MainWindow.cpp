@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDockWidget>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
@@ -46,6 +47,28 @@ QString Marked(const std::string& text, char letter)
     const qsizetype place = letter == 0 ? -1 : marked.indexOf(QLatin1Char(letter), 0, Qt::CaseInsensitive);
     return place < 0 ? marked : marked.insert(place, u'&');
 }
+
+/// A panel at the foot: closing it closes its screen.
+class Panel : public QDockWidget {
+public:
+    Panel(ScreenWindow& window, QWidget* parent)
+        : QDockWidget(look::Text(window.GetScreen().Caption()), parent), window(window)
+    {
+        setObjectName(look::Text(window.GetScreen().Name() + "Panel"));
+        setFeatures(DockWidgetClosable);
+        setWidget(&window);
+    }
+
+protected:
+    void closeEvent(QCloseEvent* event) override
+    {
+        event->ignore();
+        window.close();
+    }
+
+private:
+    ScreenWindow& window;
+};
 
 } // namespace
 
@@ -111,12 +134,8 @@ void MainWindow::MakeMenus()
         Box& box = screen.box(row.box, row.index);
         auto* action = new QAction(this);
         action->setObjectName(look::Text(screen.Name() + "." + box.FullName()));
-        if (row.box == "New")
-            action->setShortcut(QKeySequence::New);
-        else if (row.box == "Open")
-            action->setShortcut(QKeySequence::Open);
-        else if (row.box == "mnuPrint")
-            action->setShortcut(QKeySequence::Print);
+        if (!row.key.empty())
+            action->setShortcut(QKeySequence(look::Text(std::string(row.key)), QKeySequence::PortableText));
         connect(action, &QAction::triggered, this, [this, &box] {
             if (!detached)
                 screen.Click(box);
@@ -240,6 +259,20 @@ void MainWindow::ShowPage(ScreenWindow& page)
     LayOutPages();
     page.show();
     page.raise();
+}
+
+void MainWindow::ShowPanel(ScreenWindow& window)
+{
+    if (qobject_cast<QDockWidget*>(window.parentWidget()) == nullptr) {
+        auto* panel = new Panel(window, this);
+        addDockWidget(Qt::BottomDockWidgetArea, panel);
+        resizeDocks({panel}, {window.height()}, Qt::Vertical);
+        // The window goes when its screen is closed, and takes the panel along.
+        connect(&window, &QObject::destroyed, panel, &QObject::deleteLater);
+    }
+    window.parentWidget()->show();
+    window.show();
+    window.parentWidget()->raise();
 }
 
 void MainWindow::LayOutPages()

@@ -39,6 +39,8 @@ public:
     QWidget* Desk() const;
     /// Brings a page to the front of the desk.
     void ShowPage(ScreenWindow& page);
+    /// Brings a panel up at the foot, beside the pages.
+    void ShowPanel(ScreenWindow& window);
     void ShowProgress(int done, int total);
     void Detach();
 

@@ -77,6 +77,8 @@ void ScreenWindow::Typed(Box& box, BoxEdit& edit)
             edit.setCursorPosition(unitsOf(0, caret));
     }
     box.AcceptTyped(shown.toStdString());
+    if (now != before)
+        screen.Typed(box);
 }
 
 bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
@@ -107,6 +109,8 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
         if (box.GetKind() == Kind::Picture && KeyOnPicture(*static_cast<QAbstractButton*>(watched), *key))
             return true;
         if (key->key() == Qt::Key_F4 && OpenPictureOf(box))
+            return true;
+        if (MovesInList(box, *key))
             return true;
         if ((key->key() == Qt::Key_Up || key->key() == Qt::Key_Down) &&
             MoveBetweenLines(box, key->key() == Qt::Key_Up ? -1 : 1))
@@ -228,6 +232,20 @@ void ScreenWindow::GoOn()
         next = std::ranges::find_if(all, typing);
     if (next != all.end())
         WidgetOf(**next)->setFocus(Qt::TabFocusReason);
+}
+
+/// Up, Down and their like in a text box that stands over a list move in the list; false if there is none.
+bool ScreenWindow::MovesInList(const Box& box, const QKeyEvent& key)
+{
+    const Box* list = box.MovesIn().empty() ? nullptr : screen.FindBox(box.MovesIn());
+    QWidget* widget = list == nullptr ? nullptr : WidgetOf(*list);
+    const bool moves = key.key() == Qt::Key_Up || key.key() == Qt::Key_Down || key.key() == Qt::Key_PageUp ||
+                       key.key() == Qt::Key_PageDown;
+    if (widget == nullptr || !moves)
+        return false;
+    QKeyEvent passedOn(QEvent::KeyPress, key.key(), key.modifiers(), key.text());
+    QCoreApplication::sendEvent(widget, &passedOn);
+    return true;
 }
 
 /// Up and Down go to the same column of the line before or after; false where there is none.

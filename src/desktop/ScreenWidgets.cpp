@@ -3,6 +3,7 @@
 #include "desktop/Look.h"
 #include "desktop/ScreenParts.h"
 #include "desktop/ScreenWindow.h"
+#include "desktop/TableView.h"
 #include "frame/KeyFilters.h"
 
 #include <QCheckBox>
@@ -90,6 +91,8 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
         return MakeEdit(box, parent);
     case Kind::List:
         return MakeList(box, parent);
+    case Kind::Table:
+        return MakeTable(box, parent);
     case Kind::DropDown:
         return MakeDropDown(box, parent);
     case Kind::Tabs:
@@ -149,6 +152,21 @@ QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
         screen.DoubleClick(box);
     });
     return list;
+}
+
+QWidget* ScreenWindow::MakeTable(Box& box, QWidget* parent)
+{
+    auto* table = new TableView(parent);
+    table->viewport()->installEventFilter(this);
+    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, &box, table] {
+        if (!detached && box.Selected() != table->ChosenRow())
+            screen.Select(box, table->ChosenRow());
+    });
+    connect(table, &QTreeView::doubleClicked, this, [this, &box] {
+        if (!detached)
+            screen.DoubleClick(box);
+    });
+    return table;
 }
 
 QWidget* ScreenWindow::MakeDropDown(Box& box, QWidget* parent)
@@ -242,6 +260,9 @@ void ScreenWindow::BoxChanged(const Box& box)
     }
     case Kind::List:
         SyncList(*static_cast<QListWidget*>(widget), box);
+        break;
+    case Kind::Table:
+        static_cast<TableView*>(widget)->Follow(box);
         break;
     case Kind::DropDown:
         SyncDropDown(*static_cast<QComboBox*>(widget), box);

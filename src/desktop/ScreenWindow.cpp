@@ -19,7 +19,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
 {
     setObjectName(look::Text(screen.Name()));
     setFont(look::CaptionFont({.size = 13}));
-    if (screen.Mode() != ShowMode::Child) {
+    if (screen.Mode() == ShowMode::Window || screen.Mode() == ShowMode::Modal) {
         setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                        Qt::WindowCloseButtonHint);
         if (screen.Mode() == ShowMode::Modal)
@@ -121,6 +121,8 @@ void ScreenWindow::CaptionChanged()
 void ScreenWindow::FocusOn(const Box& box)
 {
     if (QWidget* widget = WidgetOf(box)) {
+        if (!isActiveWindow())
+            activateWindow();
         widget->setFocus(Qt::OtherFocusReason);
         if (auto* edit = dynamic_cast<BoxEdit*>(widget))
             edit->SelectWhole();

@@ -58,6 +58,7 @@ private:
     QWidget* MakeWidget(Box& box, const Layout::Placed& place, QWidget* parent);
     QWidget* MakeEdit(Box& box, QWidget* parent);
     QWidget* MakeList(Box& box, QWidget* parent);
+    QWidget* MakeTable(Box& box, QWidget* parent);
     QWidget* MakeDropDown(Box& box, QWidget* parent);
     QWidget* MakeButton(Box& box, QWidget* parent);
     QWidget* MakeTabs(Box& box, QWidget* parent);
@@ -72,6 +73,7 @@ private:
     std::vector<std::unique_ptr<Box>>::const_iterator PlaceOf(const QWidget* widget) const;
     void GoOn();
     void Grow();
+    bool MovesInList(const Box& box, const QKeyEvent& key);
     bool MoveBetweenLines(const Box& box, int lines);
     void FixTabOrder();
     static bool LeadsOn(const Box& box);

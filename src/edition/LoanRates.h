@@ -15,6 +15,10 @@ inline constexpr std::string_view OfficialRateOfInterest = "4.00";
 /// The currency to which that rate belongs: the first of the list.
 inline constexpr std::string_view FirstCurrency = "Sterling";
 
+/// Loans of one employee that never come to more than this many pounds together are not charged. ITEPA s.180, as it
+/// stood for the year.
+inline constexpr int SmallLoansTo = 5000;
+
 /// A day that ends or begins the count of a tax month, as year, month and day.
 struct TaxMonthDay {
     int year;

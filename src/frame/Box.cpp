@@ -15,6 +15,8 @@ Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
       kind(row.kind),
       filter(row.filter),
       field(row.field),
+      columns(row.columns),
+      movesIn(row.movesIn),
       text(row.text),
       spoken(row.spoken),
       tip(row.tip),

@@ -19,6 +19,7 @@ enum class Kind {
     Button,   ///< a button with a caption
     Picture,  ///< a picture that opens something
     List,     ///< a list of entries
+    Table,    ///< a list whose entries are cells parted by tabs, in columns with captions
     DropDown, ///< a list of entries of which one shows
     Menu,     ///< an entry of the main window's menus
     Tabs,     ///< a tab strip: a list of which the chosen entry's page shows
@@ -33,14 +34,16 @@ enum class Paint { Plain, Yellow };
 struct BoxRow {
     std::string_view name; ///< the given name, shared by window, record, scenario and guide
     Kind kind = Kind::Text;
-    std::string_view field = {};  ///< field of the bound record; empty: not bound
-    KeyFilter filter = nullptr;   ///< what typing and pasting let in; none: everything
-    std::string_view text = {};   ///< caption of a label, button, tick, option or menu entry
-    std::string_view spoken = {}; ///< what a screen reader says; empty: the caption
-    std::string_view tip = {};    ///< tooltip
-    char letter = 0;              ///< Alt and this letter press it, where its caption marks none
-    int first = 0;                ///< a control array runs from here …
-    int last = -1;                ///< … to here; below `first`: no array
+    std::string_view field = {};   ///< field of the bound record; empty: not bound
+    KeyFilter filter = nullptr;    ///< what typing and pasting let in; none: everything
+    std::string_view text = {};    ///< caption of a label, button, tick, option or menu entry
+    std::string_view spoken = {};  ///< what a screen reader says; empty: the caption
+    std::string_view tip = {};     ///< tooltip
+    std::string_view columns = {}; ///< captions of a table's columns, parted by tabs
+    std::string_view movesIn = {}; ///< list of the screen in which the keys for up and down move from this text box
+    char letter = 0;               ///< Alt and this letter press it, where its caption marks none
+    int first = 0;                 ///< a control array runs from here …
+    int last = -1;                 ///< … to here; below `first`: no array
     bool hidden = false;
     bool readOnly = false;
     bool disabled = false;
@@ -86,6 +89,8 @@ public:
     bool IsMonospaced() const { return amount || monospaced; }
     bool IsComputed() const { return computed; }
     KeyFilter Filter() const { return filter; }
+    const std::string& Columns() const { return columns; }
+    const std::string& MovesIn() const { return movesIn; }
     /// Field of the record that the box is bound to; empty if none.
     const std::string& Field() const { return field; }
     void SetField(std::string_view fieldName) { field = fieldName; }
@@ -140,6 +145,8 @@ private:
     Kind kind;
     KeyFilter filter;
     std::string field;
+    std::string columns;
+    std::string movesIn;
     std::string text;
     std::string spoken;
     std::string tip;

@@ -9,6 +9,15 @@ void UnloadAllScreens(Session& session)
     session.screens.UnloadAll(Closing::WithAll);
 }
 
+bool CloseAllScreens(Session& session)
+{
+    for (Screen* screen : session.screens.Open())
+        if (!screen->MayClose())
+            return false;
+    UnloadAllScreens(session);
+    return true;
+}
+
 void UnloadNotepads(Session& session)
 {
     session.screens.UnloadAll(Closing::WithOpened);

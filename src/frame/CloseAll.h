@@ -9,6 +9,10 @@ namespace quillmere {
 /// Unloads the pages, notepads, lists and dialogs of the employee, in their order. Closing a page stores its boxes.
 void UnloadAllScreens(Session& session);
 
+/// The same for a command that goes on with something else: false, with the store's words and all left open, if the
+/// store does not take what the open page holds.
+[[nodiscard]] bool CloseAllScreens(Session& session);
+
 /// When an employee has just been opened: unloads page 2 and the notepads (but not the guidance on accommodation), so
 /// that each loads anew for this employee, and leaves page 1 up.
 void UnloadNotepads(Session& session);

@@ -114,6 +114,11 @@ void Screen::OnSelect(std::string_view boxName, Operation operation)
     selectOperations.insert_or_assign(Known(boxName), std::move(operation));
 }
 
+void Screen::OnType(std::string_view boxName, Operation operation)
+{
+    typeOperations.insert_or_assign(std::string(boxName), std::move(operation));
+}
+
 void Screen::OnKey(std::string_view boxName, std::function<Guard(Box&)> guard)
 {
     keyGuards.insert_or_assign(Known(boxName), std::move(guard));
@@ -181,6 +186,11 @@ void Screen::Enter(Box& box)
 {
     inUse = &box;
     left = false;
+}
+
+void Screen::Typed(Box& box)
+{
+    Run(typeOperations, box, "Change");
 }
 
 void Screen::Leave(Box& box)

@@ -21,6 +21,7 @@ struct Session;
 enum class ShowMode {
     Main,   ///< the main window
     Child,  ///< inside the main window
+    Panel,  ///< at the foot of the main window, beside what is open there
     Window, ///< in front of the main window, which stays in use
     Modal,  ///< in front of everything, which waits
 };
@@ -83,6 +84,8 @@ public:
     void OnChoose(std::string_view boxName, Operation operation);
     /// Follows the chosen entry of a list, whether it is clicked or come to by key.
     void OnSelect(std::string_view boxName, Operation operation);
+    /// What follows each key that has changed a text box, before it is left.
+    void OnType(std::string_view boxName, Operation operation);
     /// What a look at what is typed, before the box's filter, comes to.
     enum class Guard {
         Drops,   ///< nothing of it goes in
@@ -104,6 +107,8 @@ public:
     /// The user has come to the box, or has changed it: it is the one in use until it is left.
     void Enter(Box& box);
     const Box* InUse() const { return inUse; }
+    /// The text of a box has been changed by a key or a paste.
+    void Typed(Box& box);
     /// The focus has gone from the box. What leaving it does is done once for each time that it is entered.
     void Leave(Box& box);
     /// What is done elsewhere leaves the box in use, although the focus stays in it; not if it is that box which is
@@ -129,6 +134,9 @@ public:
     /// The load step; false if the screen decided not to be shown.
     virtual bool Load() { return true; }
     virtual void Activate() {}
+    /// Stores what the screen holds before it is closed for a command that goes on with something else; false, with a
+    /// message, if it has to stay.
+    [[nodiscard]] virtual bool MayClose() { return true; }
     virtual void Unload() {}
 
     /// Where the window is to open, if the screen says; from then on where it stands.
@@ -169,7 +177,7 @@ private:
     std::vector<std::unique_ptr<Box>> boxes;
     std::map<std::pair<std::string, int>, Box*, std::less<>> byName;
     std::unordered_map<std::string, Operation> leaveOperations, clickOperations, doubleClickOperations,
-        chooseOperations, selectOperations;
+        chooseOperations, selectOperations, typeOperations;
     std::unordered_map<std::string, std::function<Guard(Box&)>> keyGuards;
     std::optional<WindowPlacement> placement;
     ScreenView* view = nullptr;

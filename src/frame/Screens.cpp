@@ -237,7 +237,7 @@ void Screens::StopTimer(std::string_view screen, std::string_view timer)
 void Screens::RunDeferred()
 {
     const EventScope scope(*this);
-    while (!timers.empty()) {
+    for (std::size_t waiting = timers.size(); waiting > 0 && !timers.empty(); --waiting) {
         const Timer timer = std::move(timers.front());
         timers.pop_front();
         if (Screen* screen = Find(timer.screen))

@@ -112,7 +112,8 @@ public:
     /// only the new work to do.
     void StartTimer(Screen& screen, std::string_view timer, std::function<void()> work);
     void StopTimer(std::string_view screen, std::string_view timer);
-    /// Does the deferred work that is waiting, in the order of starting.
+    /// Does the deferred work that is waiting, in the order of starting. What it starts anew waits for the next time,
+    /// so that a long work in slices leaves room for keys.
     void RunDeferred();
     bool HasDeferred() const { return !timers.empty(); }
 

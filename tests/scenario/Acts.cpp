@@ -5,9 +5,9 @@
 #include "desktop/DesktopHost.h"
 #include "desktop/MainWindow.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QComboBox>
-#include <QListWidget>
 
 namespace quillmere::scenario {
 
@@ -80,7 +80,7 @@ void DoubleClick(Stage& stage, const Step& step)
     QWidget& widget = stage.WidgetOf(control);
     if (step.words.size() == 1)
         return hands::DoubleClick(widget, control.name);
-    auto* list = qobject_cast<QListWidget*>(&widget);
+    auto* list = qobject_cast<QAbstractItemView*>(&widget);
     if (list == nullptr)
         throw StepFailure(control.name + " is no list");
     hands::ClickEntry(*list, stage.Text(step.words[1]), true, control.name);
@@ -91,7 +91,7 @@ void Choose(Stage& stage, const Step& step)
     const Control control = stage.Find(step.words[0]);
     QWidget& widget = stage.WidgetOf(control);
     const std::string entry = stage.Text(step.words[1]);
-    if (auto* list = qobject_cast<QListWidget*>(&widget))
+    if (auto* list = qobject_cast<QAbstractItemView*>(&widget))
         hands::ClickEntry(*list, entry, false, control.name);
     else if (auto* drop = qobject_cast<QComboBox*>(&widget))
         hands::ChooseEntry(*drop, entry, control.name);

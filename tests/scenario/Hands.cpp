@@ -8,7 +8,6 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QKeySequence>
-#include <QListWidget>
 #include <QPointer>
 #include <QScreen>
 #include <QScrollArea>
@@ -173,13 +172,23 @@ void SendKey(Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers)
     QCoreApplication::processEvents();
 }
 
-QListWidgetItem& FindEntry(QListWidget& list, const std::string& entry, const std::string& name)
+std::string EntryAt(const QAbstractItemView& list, int row)
 {
-    for (int row = 0; row < list.count(); ++row)
-        if (list.item(row)->text().toStdString() == entry)
-            return *list.item(row);
+    const QAbstractItemModel& model = *list.model();
+    QStringList cells;
+    for (int column = 0; column < model.columnCount(); ++column)
+        cells.push_back(model.index(row, column).data().toString());
+    return cells.join('\t').toStdString();
+}
+
+QModelIndex FindEntry(const QAbstractItemView& list, const std::string& entry, const std::string& name)
+{
+    const int rows = list.model()->rowCount();
+    for (int row = 0; row < rows; ++row)
+        if (EntryAt(list, row) == entry)
+            return list.model()->index(row, 0);
     throw StepFailure("expected an entry " + Shown(entry) + " in " + name + ", found none among " +
-                      std::to_string(list.count()));
+                      std::to_string(rows));
 }
 
 } // namespace
@@ -259,13 +268,27 @@ void DoubleClick(QWidget& widget, const std::string& name)
     DoubleClickAt(widget, widget.rect().center(), name);
 }
 
-void ClickEntry(QListWidget& list, const std::string& entry, bool twice, const std::string& name)
+std::vector<std::string> EntriesOf(const QAbstractItemView& list)
+{
+    std::vector<std::string> entries;
+    for (int row = 0; row < list.model()->rowCount(); ++row)
+        entries.push_back(EntryAt(list, row));
+    return entries;
+}
+
+std::string ChosenEntry(const QAbstractItemView& list)
+{
+    const QModelIndexList chosen = list.selectionModel()->selectedRows();
+    return chosen.isEmpty() ? std::string() : EntryAt(list, chosen.front().row());
+}
+
+void ClickEntry(QAbstractItemView& list, const std::string& entry, bool twice, const std::string& name)
 {
     Reach(list, name);
-    QListWidgetItem& item = FindEntry(list, entry, name);
-    list.scrollToItem(&item);
+    const QModelIndex item = FindEntry(list, entry, name);
+    list.scrollTo(item);
     QCoreApplication::processEvents();
-    const QRect place = list.visualItemRect(&item);
+    const QRect place = list.visualRect(item);
     const QPoint point(std::min(place.left() + 8, place.right()), place.center().y());
     if (twice)
         DoubleClickAt(*list.viewport(), point, name);

@@ -3,10 +3,10 @@
 #include <QPoint>
 
 #include <string>
+#include <vector>
 
-class QAbstractItemView;
 class QComboBox;
-class QListWidget;
+class QAbstractItemView;
 class QWidget;
 class QWindow;
 
@@ -39,8 +39,12 @@ void LetGo();
 void Click(QWidget& widget, const std::string& name);
 void DoubleClick(QWidget& widget, const std::string& name);
 
-/// Clicks, or double-clicks, the entry of a list.
-void ClickEntry(QListWidget& list, const std::string& entry, bool twice, const std::string& name);
+/// The entries of a list or table as its window shows them: the cells of a row parted by tabs.
+std::vector<std::string> EntriesOf(const QAbstractItemView& list);
+/// The one of them that is chosen; empty for none.
+std::string ChosenEntry(const QAbstractItemView& list);
+/// Clicks, or double-clicks, an entry.
+void ClickEntry(QAbstractItemView& list, const std::string& entry, bool twice, const std::string& name);
 /// Opens a drop-down list and goes to the entry with the keyboard.
 void ChooseEntry(QComboBox& list, const std::string& entry, const std::string& name);
 

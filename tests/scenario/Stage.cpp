@@ -5,13 +5,13 @@
 #include "desktop/DesktopHost.h"
 #include "desktop/MainWindow.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -37,10 +37,8 @@ std::optional<std::string> ShownText(const QWidget& widget)
         return edit->text().toStdString();
     if (const auto* label = qobject_cast<const QLabel*>(&widget))
         return label->text().toStdString();
-    if (const auto* list = qobject_cast<const QListWidget*>(&widget)) {
-        const QList<QListWidgetItem*> chosen = list->selectedItems();
-        return chosen.isEmpty() ? "" : chosen.front()->text().toStdString();
-    }
+    if (const auto* list = qobject_cast<const QAbstractItemView*>(&widget))
+        return hands::ChosenEntry(*list);
     if (const auto* list = qobject_cast<const QComboBox*>(&widget))
         return list->currentIndex() < 0 ? "" : list->currentText().toStdString();
     if (qobject_cast<const QPushButton*>(&widget) != nullptr || qobject_cast<const QCheckBox*>(&widget) != nullptr ||
@@ -209,12 +207,11 @@ std::string Stage::TextOf(const Control& control)
 std::vector<std::string> Stage::EntriesOf(const Control& control)
 {
     const Kind kind = control.box->GetKind();
-    if (kind != Kind::List && kind != Kind::DropDown)
+    if (kind != Kind::List && kind != Kind::Table && kind != Kind::DropDown)
         throw StepFailure(control.name + " is no list");
     std::vector<std::string> shown;
-    if (auto* list = qobject_cast<QListWidget*>(control.widget)) {
-        for (int row = 0; row < list->count(); ++row)
-            shown.push_back(list->item(row)->text().toStdString());
+    if (auto* list = qobject_cast<QAbstractItemView*>(control.widget)) {
+        shown = hands::EntriesOf(*list);
     } else if (auto* drop = qobject_cast<QComboBox*>(control.widget)) {
         for (int row = 0; row < drop->count(); ++row)
             shown.push_back(drop->itemText(row).toStdString());

@@ -19,6 +19,8 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"EmployerList", layouts::EmployerList},
     {"EmployeeList", layouts::EmployeeList},
     {"RenameEmp", layouts::RenameEmp},
+    {"FindEmployee", layouts::FindEmployee},
+    {"CheckList", layouts::CheckList},
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},

@@ -16,6 +16,8 @@ Layout NewFile();
 Layout EmployerList();
 Layout EmployeeList();
 Layout RenameEmp();
+Layout FindEmployee();
+Layout CheckList();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();

@@ -1,0 +1,28 @@
+#include "desktop/layouts/DialogParts.h"
+#include "desktop/layouts/Layouts.h"
+
+namespace quillmere::layouts {
+
+Layout FindEmployee()
+{
+    Layout layout{.width = 720, .height = 470, .growing = "Found"};
+    layout.Text(16, 14, 688, "Any part of a name, an employer, a works number or a National Insurance number:");
+    layout.Place("Sought", 16, 36, 688, 26);
+    layout.Place("Found", 16, 72, 688, 342);
+    layout.Place("Count", 16, 428, 420);
+    ButtonRow(layout, 704, 426, std::to_array<std::string_view>({"FindOpen", "FindCancel"}));
+    return layout;
+}
+
+Layout CheckList()
+{
+    Layout layout{.width = 940, .height = 230, .growing = "Findings"};
+    layout.PlaceAt("Scope", 0, 16, 6, 140, 26);
+    layout.PlaceAt("Scope", 1, 164, 6, 180, 26);
+    layout.Place("Summary", 352, 8, 240);
+    ButtonRow(layout, 924, 5, std::to_array<std::string_view>({"CheckGo", "CheckAgain", "CheckClose"}));
+    layout.Place("Findings", 16, 40, 908, 182);
+    return layout;
+}
+
+} // namespace quillmere::layouts

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "declaration/Declaration.h"
+#include "frame/Box.h"
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What an employee's form, or an employer's declaration, should be looked at for before it is sent. A check is a pure
+/// look at texts that are stored; it changes nothing and works no benefit out.
+namespace quillmere::review {
+
+enum class Severity {
+    Fault,  ///< the authority sends such a form back, or the form contradicts itself
+    Oddity, ///< may be right, and is often wrong
+};
+
+/// Where a check has found something: a box of a screen, and what is special about it.
+struct Spot {
+    std::string section;      ///< letter of the form, empty outside the sections
+    std::string_view screen;  ///< the screen that holds the box
+    std::string box;          ///< given name of the box to go to
+    int index = Box::NoIndex; ///< of a control array
+    std::string detail = {};  ///< "Car 3", "20.00 on the form, 30.00 in the list"; empty: the words say all
+
+    friend bool operator==(const Spot&, const Spot&) = default;
+};
+using Spots = std::vector<Spot>;
+
+/// The text of a field of an employee's record in a table; empty where the record or the text is missing.
+using FieldReader = std::function<std::string_view(std::string_view table, std::string_view field)>;
+
+/// One thing that is looked for.
+template<class Looked>
+struct CheckRow {
+    std::string_view code; ///< stays the same from year to year
+    Severity severity;
+    std::string_view words;
+    std::string_view source; ///< who says so
+    Spots (*find)(const Looked&);
+};
+
+/// What the checks of an employer see of his employees' forms and of his declaration.
+struct EmployerFacts {
+    /// What an employer's checks have to know of one employee.
+    struct Employee {
+        std::string name;
+        std::string payeReference;
+        std::string nationalInsurance;
+        bool director = false;
+        bool anyBenefit = false; ///< some cash equivalent or payment stands on the form
+    };
+    std::vector<Employee> employees;
+    DeclarationTotals declaration; ///< as worked out today
+    std::string storedBoxA;        ///< as the declaration's screen has stored it
+};
+
+using EmployeeCheck = CheckRow<FieldReader>;
+using EmployerCheck = CheckRow<EmployerFacts>;
+
+/// Every check of an employee's form, in the order of the form.
+std::span<const EmployeeCheck> EmployeeChecks();
+/// Every check over an employer's forms and his declaration.
+std::span<const EmployerCheck> EmployerChecks();
+
+/// Something to look at.
+struct Finding {
+    std::string_view code;
+    Severity severity;
+    std::string_view words, source;
+    std::string employee; ///< whose form; empty for the employer's own findings
+    Spot spot;
+
+    friend bool operator==(const Finding&, const Finding&) = default;
+};
+
+/// All findings on one employee's form, in the order of the checks.
+std::vector<Finding> CheckEmployee(std::string_view employee, const FieldReader& read);
+/// All findings that an employer's forms and declaration show together.
+std::vector<Finding> CheckEmployer(const EmployerFacts& facts);
+
+/// What an employer's checks need of one employee's form.
+EmployerFacts::Employee FactsOf(std::string_view employee, const FieldReader& read);
+
+} // namespace quillmere::review
