@@ -1,6 +1,6 @@
 #include "review/Checks.h"
 
-#include "clientdb/Schedule.h"
+#include "frame/ScheduleLines.h"
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
 #include "edition/LoanRates.h"
