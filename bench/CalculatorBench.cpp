@@ -277,7 +277,7 @@ void Timed(benchmark::State& state, Before before, Work work)
 void FillIn(Screen& screen, int round)
 {
     for (const auto& box : screen.Boxes())
-        if (box->GetKind() == Kind::Text && box->Filter() != DateKeyFilter)
+        if (box->Kind() == BoxKind::Text && box->Filter() != DateKeyFilter)
             box->SetText(std::to_string(90000 + round % 1000));
 }
 

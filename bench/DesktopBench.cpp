@@ -53,7 +53,7 @@ struct Run {
         : platform(host),
           program(platform, &host, {.programFolder = folder.Program(), .resourceFolder = QUILLMERE_RESOURCES})
     {
-        host.SetScreens(&program.GetSession().screens);
+        host.SetScreens(&program.TheSession().screens);
         program.Main();
     }
     DesktopHost host;
@@ -101,7 +101,7 @@ void Page1OpenedFilledAndPainted(benchmark::State& state)
 {
     const Folder folder;
     Run run(folder);
-    Session& session = run.program.GetSession();
+    Session& session = run.program.TheSession();
     {
         Database database = Database::OpenDatabase(session.ClientDatabasePath());
         CreateEmployee(database,
@@ -186,8 +186,8 @@ struct LargeRun {
                                           .payeReference = "123/A456"});
         batch.Commit();
     }
-    std::filesystem::path Client() { return run.program.GetSession().ClientDatabasePath(); }
-    Screens& AllScreens() { return run.program.GetSession().screens; }
+    std::filesystem::path Client() { return run.program.TheSession().ClientDatabasePath(); }
+    Screens& AllScreens() { return run.program.TheSession().screens; }
     void Click(std::string_view screen, std::string_view box)
     {
         Screen& clicked = *AllScreens().Find(screen);

@@ -63,7 +63,7 @@ public:
     Clients& operator=(const Clients&) = delete;
 
     std::filesystem::path File() const { return folder / edition::ClientDatabaseName; }
-    Session& GetSession() { return session; }
+    Session& TheSession() { return session; }
 
 private:
     std::filesystem::path folder;
@@ -91,7 +91,7 @@ void Fill(Screen& notepad, int run, int lines)
 void Ok(benchmark::State& state)
 {
     Clients clients;
-    Screens& screens = clients.GetSession().screens;
+    Screens& screens = clients.TheSession().screens;
     const int lines = static_cast<int>(state.range(0));
     int run = 0;
     int syncs = 0;
@@ -190,7 +190,7 @@ BENCHMARK(Bare)->Name("notepad_ok/bare/lines")->Arg(LinesOfASchedule)->Arg(1)->U
 void Open(benchmark::State& state)
 {
     Clients clients;
-    Screens& screens = clients.GetSession().screens;
+    Screens& screens = clients.TheSession().screens;
     {
         Screen& notepad = *screens.Show(Member);
         Fill(notepad, 1, LinesOfASchedule);

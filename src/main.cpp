@@ -20,7 +20,7 @@ int main(int argumentCount, char** arguments)
     const QSize room = QGuiApplication::primaryScreen()->size();
     Program program(platform, &host,
                     FindPlaces(QCoreApplication::applicationDirPath().toStdString(), room.height(), room.width()));
-    host.SetScreens(&program.GetSession().screens);
+    host.SetScreens(&program.TheSession().screens);
     const SystemClose systemClose(program);
     if (!program.Main())
         return 1;

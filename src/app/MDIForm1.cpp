@@ -1,5 +1,6 @@
 #include "app/MDIForm1.h"
 
+#include "app/DeskCommands.h"
 #include "app/Version.h"
 #include "clientdb/FolderScreens.h"
 #include "clientdb/store/Backup.h"
@@ -11,6 +12,7 @@
 #include "frame/Settings.h"
 #include "screens/P11DPage.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <string>
@@ -21,28 +23,25 @@ namespace {
 
 /// Entries of the menus, and the parts of the window that are shown and hidden or read.
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "New", .kind = Kind::Menu, .text = "New", .letter = 'N'},
-    {.name = "Open", .kind = Kind::Menu, .text = "Open", .letter = 'O'},
-    {.name = "mnuTransfer", .kind = Kind::Menu, .text = "Transfer", .letter = 'T'},
-    {.name = "FileP11DB", .kind = Kind::Menu, .text = "P11D(b)", .letter = 'B'},
-    {.name = "FileDeleteEmployer", .kind = Kind::Menu, .text = "Delete Employer", .letter = 'D'},
-    {.name = "FileDeleteEmployee", .kind = Kind::Menu, .text = "Delete Employee", .letter = 'Y'},
-    {.name = "FileRenameEmp", .kind = Kind::Menu, .text = "Rename Employer/PAYE", .letter = 'R'},
-    {.name = "FileRename", .kind = Kind::Menu, .text = "Rename Employee", .letter = 'M'},
-    {.name = "mnuPrint", .kind = Kind::Menu, .text = "Print ", .letter = 'P'},
-    {.name = "mnuBatch", .kind = Kind::Menu, .text = "Employer Batch Print", .letter = 'H'},
-    {.name = "mnuPrintSetup", .kind = Kind::Menu, .text = "Print Setup...", .letter = 'S'},
-    {.name = "ExitOpt", .kind = Kind::Menu, .text = "Exit", .letter = 'X'},
-    {.name = "mnuAltFolder", .kind = Kind::Menu, .first = 1, .last = FolderSlots},
-    {.name = "mnuFolderManager", .kind = Kind::Menu, .text = "Manager...", .letter = 'M'},
-    {.name = "ToolbarOpt", .kind = Kind::Menu, .text = "Toolbar", .letter = 'T'},
-    {.name = "mnuSettingsReports", .kind = Kind::Menu, .text = "Reports", .letter = 'R'},
-    // Beside the form: what is in nobody's way while it is not used.
-    {.name = "mnuFind", .kind = Kind::Menu, .text = "Find Employee...", .letter = 'F'},
-    {.name = "mnuCheck", .kind = Kind::Menu, .text = "Check...", .letter = 'C'},
-    {.name = "picToolbar", .kind = Kind::Label},
-    {.name = "StatusBar1", .kind = Kind::Label, .first = 1, .last = 2},
-    {.name = "StatusNote", .kind = Kind::Label},
+    {.name = "New", .kind = BoxKind::Menu, .text = "New", .letter = 'N'},
+    {.name = "Open", .kind = BoxKind::Menu, .text = "Open", .letter = 'O'},
+    {.name = "mnuTransfer", .kind = BoxKind::Menu, .text = "Transfer", .letter = 'T'},
+    {.name = "FileP11DB", .kind = BoxKind::Menu, .text = "P11D(b)", .letter = 'B', .ofEmployee = true},
+    {.name = "FileDeleteEmployer", .kind = BoxKind::Menu, .text = "Delete Employer", .letter = 'D'},
+    {.name = "FileDeleteEmployee", .kind = BoxKind::Menu, .text = "Delete Employee", .letter = 'Y'},
+    {.name = "FileRenameEmp", .kind = BoxKind::Menu, .text = "Rename Employer/PAYE", .letter = 'R'},
+    {.name = "FileRename", .kind = BoxKind::Menu, .text = "Rename Employee", .letter = 'M'},
+    {.name = "mnuPrint", .kind = BoxKind::Menu, .text = "Print ", .letter = 'P', .ofEmployee = true},
+    {.name = "mnuBatch", .kind = BoxKind::Menu, .text = "Employer Batch Print", .letter = 'H'},
+    {.name = "mnuPrintSetup", .kind = BoxKind::Menu, .text = "Print Setup...", .letter = 'S'},
+    {.name = "ExitOpt", .kind = BoxKind::Menu, .text = "Exit", .letter = 'X'},
+    {.name = "mnuAltFolder", .kind = BoxKind::Menu, .first = 1, .last = FolderSlots},
+    {.name = "mnuFolderManager", .kind = BoxKind::Menu, .text = "Manager...", .letter = 'M'},
+    {.name = "ToolbarOpt", .kind = BoxKind::Menu, .text = "Toolbar", .letter = 'T'},
+    {.name = "mnuSettingsReports", .kind = BoxKind::Menu, .text = "Reports", .letter = 'R'},
+    {.name = "picToolbar", .kind = BoxKind::Label},
+    {.name = "StatusBar1", .kind = BoxKind::Label, .first = 1, .last = 2},
+    {.name = "StatusNote", .kind = BoxKind::Label},
 });
 
 /// The toolbar's buttons: the array cmdFile, and those beside it. Most of the family's buttons have no action in this
@@ -53,18 +52,19 @@ struct ToolRow {
     std::string_view tip;
     bool shown = false;
     char letter = 0; ///< of those that no menu has
+    bool ofEmployee = false;
 };
 constexpr auto Tools = std::to_array<ToolRow>({
     {"cmdFile", 0, "New File", true},
     {"cmdFile", 1, "Transfer File"},
     {"cmdFile", 2, "Copy File"},
     {"cmdFile", 3, "Open File", true},
-    {"cmdFile", 4, "Close File", true, 'C'},
+    {"cmdFile", 4, "Close File", true, 'C', true},
     {"cmdFile", 5, "Save File"},
     {"cmdFile", 6, "Rename File"},
     {"cmdFile", 7, "Delete File"},
     {"cmdFile", 8, "Backup database", true, 'K'},
-    {"cmdFile", 9, "Print", true},
+    {"cmdFile", 9, "Print", true, 0, true},
     {"cmdFile", 10, "Print Preview"},
     {"cmdFile", 11, "Tax Return"},
     {"cmdFile", 12, "Supplement Manager"},
@@ -90,22 +90,29 @@ constexpr auto Menus = std::to_array<MenuRow>({
     {.menu = "File", .box = "mnuBatch"},
     {.menu = "File", .box = "mnuPrintSetup"},
     {.menu = "File", .box = "ExitOpt", .separatorBefore = true},
-    {.menu = "File", .box = "mnuFind", .key = "Ctrl+F", .separatorBefore = true},
     {.menu = "Folder", .box = "mnuAltFolder", .index = 1},
     {.menu = "Folder", .box = "mnuAltFolder", .index = 2},
     {.menu = "Folder", .box = "mnuAltFolder", .index = 3},
     {.menu = "Folder", .box = "mnuAltFolder", .index = 4},
     {.menu = "Folder", .box = "mnuFolderManager", .separatorBefore = true},
     {.menu = "View", .box = "ToolbarOpt"},
-    {.menu = "View", .box = "mnuCheck", .key = "F9", .separatorBefore = true},
     {.menu = "Settings", .box = "mnuSettingsReports"},
 });
 
 } // namespace
 
-std::span<const MenuRow> MenuRows()
+std::vector<MenuRow> MenuRows()
 {
-    return Menus;
+    // What stands beside the form comes behind what belongs to it: in its menu, and in menus of its own.
+    std::vector<MenuRow> rows(Menus.begin(), Menus.end());
+    for (const DeskCommand& added : DeskCommands()) {
+        const auto behind =
+            std::find_if(rows.rbegin(), rows.rend(), [&added](const MenuRow& row) { return row.menu == added.menu; });
+        rows.insert(
+            behind == rows.rend() ? rows.end() : behind.base(),
+            {.menu = added.menu, .box = added.name, .key = added.key, .separatorBefore = added.separatorBefore});
+    }
+    return rows;
 }
 
 char LetterOfMenu(std::string_view menu)
@@ -118,8 +125,17 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
 {
     AddBoxes(Rows);
     for (const ToolRow& tool : Tools)
-        AddBox({.kind = Kind::Button, .tip = tool.tip, .letter = tool.letter, .hidden = !tool.shown},
+        AddBox({.kind = BoxKind::Button,
+                .tip = tool.tip,
+                .letter = tool.letter,
+                .hidden = !tool.shown,
+                .ofEmployee = tool.ofEmployee},
                std::string(tool.box), tool.index);
+    for (const DeskCommand& added : DeskCommands()) {
+        AddBox({.kind = BoxKind::Menu, .text = added.text, .letter = added.letter, .ofEmployee = added.ofEmployee},
+               std::string(added.name));
+        OnClick(added.name, [this, run = added.run](Box&) { run(this->session); });
+    }
 
     const auto command = [this](std::string_view menuEntry, auto operation) {
         OnClick(menuEntry, [operation](Box&) { operation(); });
@@ -144,8 +160,6 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
     command("mnuFolderManager", [this] { this->session.screens.Show("frmFolderManager"); });
     command("ToolbarOpt", [this] { ToggleToolbar(); });
     command("mnuSettingsReports", [this] { this->session.screens.Show("frmVSPrintSettings"); });
-    command("mnuFind", [this] { this->session.screens.Show("FindEmployee"); });
-    command("mnuCheck", [this] { this->session.screens.Show("CheckList"); });
     command("cmdExit", [this] { CommandExit(); });
     OnClick("mnuAltFolder", [this](Box& entry) { ChooseFolder(entry.Index()); });
     OnClick("cmdFile", [this, newFile, open, print](Box& button) {

@@ -4,22 +4,21 @@
 #include "frame/Session.h"
 
 #include <filesystem>
-#include <span>
 #include <string_view>
 
 namespace quillmere {
 
-/// One entry of the main window's menus, in their order.
+/// One entry of the main window's menus.
 struct MenuRow {
-    std::string_view menu; ///< "File", "Folder", "View", "Settings"
+    std::string_view menu; ///< "File"
     std::string_view box;
     int index = Box::NoIndex;
     std::string_view key = {}; ///< "Ctrl+N"
     bool separatorBefore = false;
 };
 
-/// The menu bar.
-std::span<const MenuRow> MenuRows();
+/// The menu bar, entry by entry.
+std::vector<MenuRow> MenuRows();
 /// The letter that opens a menu together with Alt.
 char LetterOfMenu(std::string_view menu);
 

@@ -38,7 +38,7 @@ public:
     /// True once the main window has been closed: the process ends.
     bool Ended() const;
 
-    Session& GetSession() { return session; }
+    Session& TheSession() { return session; }
     PrintSystem& Printing() { return printing; }
 
 private:

@@ -13,7 +13,7 @@ namespace {
 /// Box E is not stored.
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "FBox", .field = "AddChargeF", .filter = MoneyKeyFilter, .amount = true},
-    {.name = "Info", .kind = Kind::Label, .text = "What counts as cost", .letter = 'W'},
+    {.name = "Info", .kind = BoxKind::Label, .text = "What counts as cost", .letter = 'W'},
     {.name = "GBox", .field = "AddChargeG", .filter = MoneyKeyFilter, .amount = true},
     {.name = "HBox", .field = "AddChargeH", .readOnly = true, .amount = true},
     {.name = "JBox", .field = "AddChargeJ", .readOnly = true, .amount = true},
@@ -139,7 +139,7 @@ void D2Notepad::Delete()
 D2InfoNotepad::D2InfoNotepad(Session& session)
     : Screen(session, "D2InfoNotepad", ShowMode::Modal, "Calculating the Cost of Accommodation")
 {
-    AddBox({.kind = Kind::Button, .text = "&Close Box"}, "Close");
+    AddBox({.kind = BoxKind::Button, .text = "&Close Box"}, "Close");
     SetButtons("Close", "Close");
     OnClick("Close", [this](Box&) { this->session.screens.Unload(Name()); });
 }

@@ -16,8 +16,8 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "Address4", .field = "Address4"},
     {.name = "Address5", .field = "Address5"},
     {.name = "Postcode", .field = "Postcode"},
-    {.name = "AccommodationYTick", .kind = Kind::Tick, .field = "AccommodationYTick", .text = "Yes"},
-    {.name = "AccommodationNTick", .kind = Kind::Tick, .field = "AccommodationNTick", .text = "No"},
+    {.name = "AccommodationYTick", .kind = BoxKind::Tick, .field = "AccommodationYTick", .text = "Yes"},
+    {.name = "AccommodationNTick", .kind = BoxKind::Tick, .field = "AccommodationNTick", .text = "No"},
     {.name = "BasicChargeA", .field = "BasicChargeA", .filter = MoneyKeyFilter, .amount = true},
     {.name = "BasicChargeB", .field = "BasicChargeB", .filter = MoneyKeyFilter, .amount = true},
     {.name = "BasicChargeC", .field = "BasicChargeC", .readOnly = true, .amount = true},
@@ -45,7 +45,7 @@ DNotepad::DNotepad(Session& session)
     AddBoxes(Rows);
     AddButtons();
     for (Box* stored : FieldBoxes())
-        Keep(stored->Field(), stored, stored->GetKind() == Kind::Tick ? Answers : 0);
+        Keep(stored->Field(), stored, stored->Kind() == BoxKind::Tick ? Answers : 0);
     for (const std::string_view entered : {"BasicChargeA", "BasicChargeB", "BasicChargeD"})
         OnLeave(entered, [this](Box&) { WorkOut(); });
     OnKey("BasicChargeE", [this](Box&) { return GuardE(); });

@@ -9,9 +9,9 @@ namespace {
 
 /// In the order in which the record is written.
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "CarVan", .kind = Kind::Label, .text = "Car or van", .letter = 'V'},
-    {.name = "Motorcycle", .kind = Kind::Label, .text = "Motorcycle", .letter = 'M'},
-    {.name = "Bicycle", .kind = Kind::Label, .text = "Bicycle", .letter = 'B'},
+    {.name = "CarVan", .kind = BoxKind::Label, .text = "Car or van", .letter = 'V'},
+    {.name = "Motorcycle", .kind = BoxKind::Label, .text = "Motorcycle", .letter = 'M'},
+    {.name = "Bicycle", .kind = BoxKind::Label, .text = "Bicycle", .letter = 'B'},
     {.name = "ABox", .field = "ABox", .filter = MoneyKeyFilter, .amount = true},
     {.name = "BBox", .field = "BBox", .filter = MoneyKeyFilter, .amount = true},
     {.name = "CBox", .field = "CBox", .readOnly = true, .amount = true},

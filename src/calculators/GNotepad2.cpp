@@ -46,10 +46,10 @@ KeyVerdict TypeOfUseKeyFilter(char32_t key)
 }
 
 constexpr auto ButtonRows = std::to_array<BoxRow>({
-    {.name = "Ok", .kind = Kind::Button, .text = "&OK", .hidden = true},
-    {.name = "OK2", .kind = Kind::Button, .text = "&OK", .hidden = true},
-    {.name = "OK3", .kind = Kind::Button, .text = "&OK", .hidden = true},
-    {.name = "Cancel", .kind = Kind::Button, .text = "&Cancel"},
+    {.name = "Ok", .kind = BoxKind::Button, .text = "&OK", .hidden = true},
+    {.name = "OK2", .kind = BoxKind::Button, .text = "&OK", .hidden = true},
+    {.name = "OK3", .kind = BoxKind::Button, .text = "&OK", .hidden = true},
+    {.name = "Cancel", .kind = BoxKind::Button, .text = "&Cancel"},
 });
 
 bool IsUnavailable(const VanUse& use)

@@ -18,7 +18,7 @@ struct LoanRow {
 };
 
 constexpr auto Rows = std::to_array<LoanRow>({
-    {.row = {.name = "Currency", .kind = Kind::DropDown, .field = "Currency", .spoken = "Currency"},
+    {.row = {.name = "Currency", .kind = BoxKind::DropDown, .field = "Currency", .spoken = "Currency"},
      .shown = false,
      .deleted = false},
     {.row = {.name = "ABox", .field = "MaxBalanceLater", .spoken = "Maximum balance at the start", .amount = true},

@@ -33,7 +33,7 @@ void TabbedNotepad::TabShown()
 std::string TabbedNotepad::Reads(const Entry& entry) const
 {
     std::string text = Notepad::Reads(entry);
-    if (entry.box->GetKind() == Kind::Tick)
+    if (entry.box->Kind() == BoxKind::Tick)
         return std::string(StoredTick(!text.empty() && text != "0"));
     return text;
 }

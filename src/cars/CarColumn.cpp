@@ -19,7 +19,7 @@ namespace {
 struct ColumnRow {
     std::string_view stem;
     std::string_view spoken;
-    Kind kind = Kind::Text;
+    BoxKind kind = BoxKind::Text;
     KeyFilter filter = nullptr;
     std::string_view field = {};
     bool amount = false;
@@ -31,7 +31,7 @@ constexpr auto UpperRows = std::to_array<ColumnRow>({
     {.stem = "FMakeModel", .spoken = "Make and model"},
     {.stem = "FRegDate", .spoken = "Date first registered", .filter = DateKeyFilter},
     {.stem = "FC02", .spoken = "Approved CO2 emissions figure, g/km", .filter = WholeNumberKeyFilter},
-    {.stem = "FNoC02", .spoken = "The car does not have an approved CO2 figure", .kind = Kind::Tick},
+    {.stem = "FNoC02", .spoken = "The car does not have an approved CO2 figure", .kind = BoxKind::Tick},
     {.stem = "FEngine", .spoken = "Engine size, cc", .filter = WholeNumberKeyFilter},
     {.stem = "FFuel", .spoken = "Type of fuel or power used, key letter", .filter = FuelKeyFilter},
     {.stem = "FDateFrom", .spoken = "Date car was available from", .filter = DateKeyFilter},
@@ -45,12 +45,12 @@ constexpr auto LowerRows = std::to_array<ColumnRow>({
      .spoken = "Amount paid by employee for private use",
      .filter = MoneyKeyFilter,
      .amount = true},
-    {.stem = "FuelTick", .spoken = "Fuel Benefit Required?", .kind = Kind::Tick, .field = "FFuelTick"},
+    {.stem = "FuelTick", .spoken = "Fuel Benefit Required?", .kind = BoxKind::Tick, .field = "FFuelTick"},
     {.stem = "FDateWithdrawn", .spoken = "Date the fuel was withdrawn", .filter = DateKeyFilter},
-    {.stem = "FWithdrawnTick", .spoken = "Fuel was reinstated later", .kind = Kind::Tick},
+    {.stem = "FWithdrawnTick", .spoken = "Fuel was reinstated later", .kind = BoxKind::Tick},
     {.stem = "FCashEqu", .spoken = "Cash equivalent of the car", .filter = MoneyKeyFilter, .amount = true},
     {.stem = "FFuelEqu", .spoken = "Cash equivalent of the fuel", .filter = MoneyKeyFilter, .amount = true},
-    {.stem = "Discount", .spoken = "Full discount", .kind = Kind::Tick, .field = "FFullDisc", .hidden = true},
+    {.stem = "Discount", .spoken = "Full discount", .kind = BoxKind::Tick, .field = "FFullDisc", .hidden = true},
 });
 /// The working boxes, which do not show; their fields have an F in front.
 constexpr auto WorkingBoxes =

@@ -44,7 +44,7 @@ constexpr BoxRow WorkedPounds(std::string_view box, std::string_view spoken)
 
 constexpr BoxRow Tick(std::string_view box, std::string_view text, std::string_view spoken)
 {
-    return {.name = box, .kind = Kind::Tick, .text = text, .spoken = spoken};
+    return {.name = box, .kind = BoxKind::Tick, .text = text, .spoken = spoken};
 }
 
 constexpr BoxRow PeriodDate(std::string_view box, std::string_view spoken)
@@ -108,18 +108,18 @@ constexpr auto SheetFields = std::to_array<SheetField>({
 static_assert(SheetFields.size() == FNotepad::Fields);
 
 constexpr auto TabRows = std::to_array<BoxRow>({
-    {.name = "lblCar1", .kind = Kind::Label, .text = "Car 1", .letter = '1'},
-    {.name = "lblCar2", .kind = Kind::Label, .text = "Car 2", .letter = '2'},
-    {.name = "lblCar3", .kind = Kind::Label, .text = "Car 3", .letter = '3'},
-    {.name = "lblCar4", .kind = Kind::Label, .text = "Car 4", .letter = '4'},
-    {.name = "lblCar5", .kind = Kind::Label, .text = "Car 5", .letter = '5'},
+    {.name = "lblCar1", .kind = BoxKind::Label, .text = "Car 1", .letter = '1'},
+    {.name = "lblCar2", .kind = BoxKind::Label, .text = "Car 2", .letter = '2'},
+    {.name = "lblCar3", .kind = BoxKind::Label, .text = "Car 3", .letter = '3'},
+    {.name = "lblCar4", .kind = BoxKind::Label, .text = "Car 4", .letter = '4'},
+    {.name = "lblCar5", .kind = BoxKind::Label, .text = "Car 5", .letter = '5'},
 });
 /// The cars of page 1; the others are in the record of further cars.
 constexpr int CarsOfPage = 2;
 
 bool IsTick(const SheetField& field)
 {
-    return field.row.kind == Kind::Tick;
+    return field.row.kind == BoxKind::Tick;
 }
 
 int IndexOf(const SheetField& field)

@@ -32,11 +32,11 @@ constexpr std::size_t Manufacturers = 0, Models = 1;
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "CarReg", .filter = DateKeyFilter, .spoken = "Date first registered"},
-    {.name = "Manufacture", .kind = Kind::List, .spoken = "Manufacturers"},
-    {.name = "Model", .kind = Kind::List, .spoken = "Models"},
-    {.name = "ModelDescription", .kind = Kind::List, .spoken = "Descriptions"},
-    {.name = "Transm", .kind = Kind::List, .spoken = "Transmissions"},
-    {.name = "FuelT", .kind = Kind::List, .spoken = "Types of fuel"},
+    {.name = "Manufacture", .kind = BoxKind::List, .spoken = "Manufacturers"},
+    {.name = "Model", .kind = BoxKind::List, .spoken = "Models"},
+    {.name = "ModelDescription", .kind = BoxKind::List, .spoken = "Descriptions"},
+    {.name = "Transm", .kind = BoxKind::List, .spoken = "Transmissions"},
+    {.name = "FuelT", .kind = BoxKind::List, .spoken = "Types of fuel"},
     {.name = "MakeBox", .spoken = "Chosen make", .readOnly = true},
     {.name = "ModelBox", .spoken = "Chosen model", .readOnly = true},
     {.name = "ModelDescBox", .spoken = "Chosen description", .readOnly = true},
@@ -44,9 +44,9 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "FuelBox", .spoken = "Chosen type of fuel", .readOnly = true},
     {.name = "C02Level", .spoken = "CO2 emissions, g/km", .readOnly = true},
     {.name = "EngineBox", .spoken = "Engine size, cc", .readOnly = true},
-    {.name = "Ok", .kind = Kind::Button, .text = "&OK"},
-    {.name = "Delete", .kind = Kind::Button, .text = "&Delete"},
-    {.name = "Cancel", .kind = Kind::Button, .text = "&Cancel"},
+    {.name = "Ok", .kind = BoxKind::Button, .text = "&OK"},
+    {.name = "Delete", .kind = BoxKind::Button, .text = "&Delete"},
+    {.name = "Cancel", .kind = BoxKind::Button, .text = "&Cancel"},
 });
 
 /// The file that each opening leaves in the program's folder, and its one line.

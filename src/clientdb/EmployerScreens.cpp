@@ -84,15 +84,15 @@ NewFileCheck::NewFileCheck(Session& session) : Screen(session, "NewFileCheck", S
 {
     static constexpr auto Rows = std::to_array<BoxRow>({
         {.name = "Option1",
-         .kind = Kind::Option,
+         .kind = BoxKind::Option,
          .text = "I would like to add a new Employee to an existing Employer  ",
          .letter = 'A'},
         {.name = "Option2",
-         .kind = Kind::Option,
+         .kind = BoxKind::Option,
          .text = "I would like to create a new Employer and Employee",
          .letter = 'N'},
-        {.name = "NewFileOk", .kind = Kind::Button, .text = "&OK"},
-        {.name = "NewFileCancel", .kind = Kind::Button, .text = "&Cancel"},
+        {.name = "NewFileOk", .kind = BoxKind::Button, .text = "&OK"},
+        {.name = "NewFileCancel", .kind = BoxKind::Button, .text = "&Cancel"},
     });
     AddBoxes(Rows);
     SetButtons("NewFileCancel", "NewFileOk");
@@ -123,14 +123,14 @@ void NewFileCheck::Accept()
 NewFile::NewFile(Session& session) : Screen(session, "NewFile", ShowMode::Window, "New File")
 {
     static constexpr auto Rows = std::to_array<BoxRow>({
-        {.name = "NewEmployer", .kind = Kind::Label, .text = "Enter New Employer Name"},
+        {.name = "NewEmployer", .kind = BoxKind::Label, .text = "Enter New Employer Name"},
         {.name = "EmployerName", .spoken = "Employer name"},
         {.name = "PAYE", .spoken = "PAYE Reference"},
         {.name = "EmployeeName", .spoken = "Enter New Employee Firstname"},
         {.name = "EmployeeSurname", .spoken = "Enter New Employee Surname"},
-        {.name = "OkEmp", .kind = Kind::Button, .text = "&OK"},
-        {.name = "OkEmp2", .kind = Kind::Button, .text = "&OK", .hidden = true},
-        {.name = "CancelEmp", .kind = Kind::Button, .text = "&Cancel"},
+        {.name = "OkEmp", .kind = BoxKind::Button, .text = "&OK"},
+        {.name = "OkEmp2", .kind = BoxKind::Button, .text = "&OK", .hidden = true},
+        {.name = "CancelEmp", .kind = BoxKind::Button, .text = "&Cancel"},
     });
     AddBoxes(Rows);
     OnClick("OkEmp", [this](Box&) { AddEmployer(); });
@@ -246,12 +246,12 @@ constexpr auto EmployerListButtons = std::to_array<ListButton>({
 
 EmployerList::EmployerList(Session& session) : Screen(session, "EmployerList", ShowMode::Window, "Select Employer")
 {
-    AddBox({.kind = Kind::List, .spoken = "Employers"}, "EmployerList");
+    AddBox({.kind = BoxKind::List, .spoken = "Employers"}, "EmployerList");
     for (const ListButton& button : EmployerListButtons) {
-        AddBox({.kind = Kind::Button, .text = button.text}, std::string(button.box));
+        AddBox({.kind = BoxKind::Button, .text = button.text}, std::string(button.box));
         OnClick(button.box, [this](Box&) { Proceed(); });
     }
-    AddBox({.kind = Kind::Button, .text = "&Cancel"}, "EmpCancel");
+    AddBox({.kind = BoxKind::Button, .text = "&Cancel"}, "EmpCancel");
     OnClick("EmpDelete", [this](Box&) { DeleteChosen(); });
     OnClick("EmpCancel", [this](Box&) { this->session.screens.Unload(Name()); });
     const auto choose = [this](Box&) {
@@ -331,10 +331,10 @@ void EmployerList::DeleteChosen()
 EmployeeList::EmployeeList(Session& session) : Screen(session, "EmployeeList", ShowMode::Window, "Employee List")
 {
     static constexpr auto Rows = std::to_array<BoxRow>({
-        {.name = "EmployeeList", .kind = Kind::List, .spoken = "Employees"},
-        {.name = "EmployeeOpen", .kind = Kind::Button, .text = "&Open"},
-        {.name = "EmpeDelete", .kind = Kind::Button, .text = "&Delete"},
-        {.name = "EmployeeCancel", .kind = Kind::Button, .text = "&Cancel"},
+        {.name = "EmployeeList", .kind = BoxKind::List, .spoken = "Employees"},
+        {.name = "EmployeeOpen", .kind = BoxKind::Button, .text = "&Open"},
+        {.name = "EmpeDelete", .kind = BoxKind::Button, .text = "&Delete"},
+        {.name = "EmployeeCancel", .kind = BoxKind::Button, .text = "&Cancel"},
     });
     AddBoxes(Rows);
     OnClick("EmployeeOpen", [this](Box&) { OpenChosen(); });
@@ -404,15 +404,15 @@ void EmployeeList::DeleteChosen()
 RenameEmp::RenameEmp(Session& session) : Screen(session, "RenameEmp", ShowMode::Window, "Rename Files")
 {
     static constexpr auto Rows = std::to_array<BoxRow>({
-        {.name = "RenameE", .kind = Kind::List, .spoken = "Employers"},
-        {.name = "RenameEmployee", .kind = Kind::List, .spoken = "Employees"},
-        {.name = "NewName", .kind = Kind::Label, .text = "NEW NAME"},
+        {.name = "RenameE", .kind = BoxKind::List, .spoken = "Employers"},
+        {.name = "RenameEmployee", .kind = BoxKind::List, .spoken = "Employees"},
+        {.name = "NewName", .kind = BoxKind::Label, .text = "NEW NAME"},
         {.name = "NewEmployer", .spoken = "New name"},
-        {.name = "NewReference", .kind = Kind::Label, .text = "NEW PAYE"},
+        {.name = "NewReference", .kind = BoxKind::Label, .text = "NEW PAYE"},
         {.name = "NewPAYE", .spoken = "New PAYE reference"},
-        {.name = "Rename", .kind = Kind::Button, .text = "&Rename"},
-        {.name = "Rename2", .kind = Kind::Button, .text = "&Rename"},
-        {.name = "Command1", .kind = Kind::Button, .text = "Close", .letter = 'C'},
+        {.name = "Rename", .kind = BoxKind::Button, .text = "&Rename"},
+        {.name = "Rename2", .kind = BoxKind::Button, .text = "&Rename"},
+        {.name = "Command1", .kind = BoxKind::Button, .text = "Close", .letter = 'C'},
     });
     AddBoxes(Rows);
     OnSelect("RenameE", [this](Box&) { ChooseEmployer(); });

@@ -20,12 +20,12 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .spoken = "Any part of a name, an employer, a works number or a National Insurance number",
      .movesIn = "Found"},
     {.name = "Found",
-     .kind = Kind::Table,
+     .kind = BoxKind::Table,
      .spoken = "Employees found",
      .columns = "Employee\tEmployer\tWorks number\tNI number"},
-    {.name = "Count", .kind = Kind::Label},
-    {.name = "FindOpen", .kind = Kind::Button, .text = "&Open"},
-    {.name = "FindCancel", .kind = Kind::Button, .text = "&Cancel"},
+    {.name = "Count", .kind = BoxKind::Label},
+    {.name = "FindOpen", .kind = BoxKind::Button, .text = "&Open"},
+    {.name = "FindCancel", .kind = BoxKind::Button, .text = "&Cancel"},
 });
 
 std::string CountText(std::size_t matches, std::size_t listed, std::size_t everybody)

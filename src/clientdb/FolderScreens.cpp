@@ -47,8 +47,8 @@ frmFolderManager::frmFolderManager(Session& session)
         AddBox({.spoken = "Folder Name " + number}, "txtName", slot);
         AddBox({.filter = PathKeyFilter, .spoken = "Directory Path " + number}, "txtPath", slot);
     }
-    AddBox({.kind = Kind::Button, .text = "&OK"}, "cmdOK");
-    AddBox({.kind = Kind::Button, .text = "&Cancel"}, "cmdCancel");
+    AddBox({.kind = BoxKind::Button, .text = "&OK"}, "cmdOK");
+    AddBox({.kind = BoxKind::Button, .text = "&Cancel"}, "cmdCancel");
     SetButtons("cmdCancel", "cmdOK");
     OnClick("cmdOK", [this](Box&) { Accept(); });
     OnClick("cmdCancel", [this](Box&) { this->session.screens.Unload(Name()); });
@@ -86,9 +86,9 @@ void frmFolderManager::Accept()
 
 frmBackup::frmBackup(Session& session) : Screen(session, "frmBackup", ShowMode::Modal, "Backup")
 {
-    AddBox({.kind = Kind::Label}, "lblSource");
-    AddBox({.kind = Kind::Button, .text = "&Save"}, "cmdSave");
-    AddBox({.kind = Kind::Button, .text = "&Cancel"}, "cmdCancel");
+    AddBox({.kind = BoxKind::Label}, "lblSource");
+    AddBox({.kind = BoxKind::Button, .text = "&Save"}, "cmdSave");
+    AddBox({.kind = BoxKind::Button, .text = "&Cancel"}, "cmdCancel");
     SetButtons("cmdCancel", "cmdSave");
     OnClick("cmdSave", [this](Box&) { Save(); });
     OnClick("cmdCancel", [this](Box&) {

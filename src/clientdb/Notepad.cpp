@@ -22,9 +22,9 @@ Notepad::Notepad(Session& session, std::string_view name, std::string_view capti
 
 void Notepad::AddButtons(std::string_view ok, std::string_view remove, std::string_view cancel)
 {
-    AddBox({.kind = Kind::Button, .text = "&OK"}, std::string(ok));
-    AddBox({.kind = Kind::Button, .text = "&Delete"}, std::string(remove));
-    AddBox({.kind = Kind::Button, .text = "&Cancel"}, std::string(cancel));
+    AddBox({.kind = BoxKind::Button, .text = "&OK"}, std::string(ok));
+    AddBox({.kind = BoxKind::Button, .text = "&Delete"}, std::string(remove));
+    AddBox({.kind = BoxKind::Button, .text = "&Cancel"}, std::string(cancel));
     BindButtons(ok, remove, cancel);
 }
 

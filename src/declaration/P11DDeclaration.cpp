@@ -36,7 +36,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .filter = MoneyKeyFilter,
      .spoken = "Section 1 box A, total benefits liable to Class 1A NICs from forms P11D",
      .amount = true},
-    {.name = "AdjustTick", .kind = Kind::Tick, .field = "Section1Tick", .spoken = words::AdjustFigures},
+    {.name = "AdjustTick", .kind = BoxKind::Tick, .field = "Section1Tick", .spoken = words::AdjustFigures},
     {.name = "Section1BoxB",
      .text = edition::Class1ARateText,
      .spoken = "Section 1 box B, Class 1A NICs rate",
@@ -48,9 +48,9 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .readOnly = true,
      .amount = true},
 
-    {.name = "NoBenefitTick", .kind = Kind::Tick, .field = "Section2Tick1"},
-    {.name = "DeclarationTick", .kind = Kind::Tick, .field = "Section2Tick2"},
-    {.name = "Check4", .kind = Kind::Tick, .field = "Section2Tick3"},
+    {.name = "NoBenefitTick", .kind = BoxKind::Tick, .field = "Section2Tick1"},
+    {.name = "DeclarationTick", .kind = BoxKind::Tick, .field = "Section2Tick2"},
+    {.name = "Check4", .kind = BoxKind::Tick, .field = "Section2Tick3"},
     {.name = "InlRevOffice", .field = "SentToBox", .spoken = "Office that forms P11D were sent to"},
     {.name = "SentDate",
      .field = "SentToDate",
@@ -63,7 +63,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .spoken = "Section 4 box A, total benefits from section 1 box A",
      .amount = true},
     {.name = "Image1",
-     .kind = Kind::Picture,
+     .kind = BoxKind::Picture,
      .spoken = "Amounts to be added: list of items",
      .tip = "List of amounts to be added",
      .disabled = true},
@@ -78,7 +78,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .readOnly = true,
      .amount = true},
     {.name = "Image2",
-     .kind = Kind::Picture,
+     .kind = BoxKind::Picture,
      .spoken = "Amounts to be deducted: list of items",
      .tip = "List of amounts to be deducted",
      .disabled = true},
@@ -108,8 +108,8 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .readOnly = true,
      .amount = true},
 
-    {.name = "Print", .kind = Kind::Button, .text = "&Print", .tip = "Print this declaration"},
-    {.name = "Cancel", .kind = Kind::Button, .text = "&Cancel", .tip = "Close the declaration"},
+    {.name = "Print", .kind = BoxKind::Button, .text = "&Print", .tip = "Print this declaration"},
+    {.name = "Cancel", .kind = BoxKind::Button, .text = "&Cancel", .tip = "Close the declaration"},
 });
 
 /// What of section 4 is emptied where there are no adjustments.

@@ -109,7 +109,7 @@ void DesktopHost::CloseWindow(Windows::iterator position)
     windows.erase(position);
     const bool hadFocus = window->isActiveWindow();
     if (window->isWindow() && window->GrowsWithItsList())
-        sizes.insert_or_assign(window->GetScreen().Name(), window->size());
+        sizes.insert_or_assign(window->Shown().Name(), window->size());
     window->Detach();
     window->hide();
     window->deleteLater();
@@ -140,7 +140,7 @@ void DesktopHost::WorkWaiting()
 
 QWidget* DesktopHost::WindowOf(const Screen& screen) const
 {
-    if (mainWindow != nullptr && &mainWindow->GetScreen() == &screen)
+    if (mainWindow != nullptr && &mainWindow->Shown() == &screen)
         return mainWindow.get();
     const auto found = windows.find(&screen);
     return found == windows.end() ? nullptr : found->second.get();
@@ -148,7 +148,7 @@ QWidget* DesktopHost::WindowOf(const Screen& screen) const
 
 QWidget* DesktopHost::WidgetOf(const Screen& screen, const Box& box) const
 {
-    if (mainWindow != nullptr && &mainWindow->GetScreen() == &screen)
+    if (mainWindow != nullptr && &mainWindow->Shown() == &screen)
         return mainWindow->WidgetOf(box);
     const auto found = windows.find(&screen);
     return found == windows.end() ? nullptr : found->second->WidgetOf(box);

@@ -34,12 +34,12 @@ public:
         return place.translated(place.left() > list.right() ? more.width() : 0,
                                 place.top() > list.bottom() ? more.height() : 0);
     }
-    QRect Of(const QRect& place, Kind kind) const
+    QRect Of(const QRect& place, BoxKind kind) const
     {
-        if (kind == Kind::List || kind == Kind::Table)
+        if (kind == BoxKind::List || kind == BoxKind::Table)
             return {place.topLeft(), place.size() + more};
         QRect moved = Of(place);
-        if (kind == Kind::Button)
+        if (kind == BoxKind::Button)
             moved.moveLeft(place.left() + more.width());
         return moved;
     }

@@ -52,9 +52,9 @@ QString Marked(const std::string& text, char letter)
 class Panel : public QDockWidget {
 public:
     Panel(ScreenWindow& window, QWidget* parent)
-        : QDockWidget(look::Text(window.GetScreen().Caption()), parent), window(window)
+        : QDockWidget(look::Text(window.Shown().Caption()), parent), window(window)
     {
-        setObjectName(look::Text(window.GetScreen().Name() + "Panel"));
+        setObjectName(look::Text(window.Shown().Name() + "Panel"));
         setFeatures(DockWidgetClosable);
         setWidget(&window);
     }
@@ -157,7 +157,7 @@ void MainWindow::MakeToolbar()
     setContextMenuPolicy(Qt::NoContextMenu);
     toolbar->setIconSize(QSize(24, 24));
     for (const auto& box : screen.Boxes()) {
-        if (box->GetKind() != Kind::Button)
+        if (box->Kind() != BoxKind::Button)
             continue;
         auto* button = new QToolButton(toolbar);
         button->setObjectName(look::Text(screen.Name() + "." + box->FullName()));

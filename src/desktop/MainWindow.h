@@ -33,7 +33,7 @@ public:
     void CaptionChanged() override;
     void FocusOn(const Box& box) override;
 
-    Screen& GetScreen() const { return screen; }
+    Screen& Shown() const { return screen; }
     QWidget* WidgetOf(const Box& box) const;
     /// The desk, parent of the pages.
     QWidget* Desk() const;

@@ -104,9 +104,9 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             LeaveForOther(box);
     } else if (event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
-        if (box.GetKind() == Kind::Text && KeyInEdit(box, static_cast<BoxEdit&>(*widget), *key))
+        if (box.Kind() == BoxKind::Text && KeyInEdit(box, static_cast<BoxEdit&>(*widget), *key))
             return true;
-        if (box.GetKind() == Kind::Picture && KeyOnPicture(*static_cast<QAbstractButton*>(watched), *key))
+        if (box.Kind() == BoxKind::Picture && KeyOnPicture(*static_cast<QAbstractButton*>(watched), *key))
             return true;
         if (key->key() == Qt::Key_F4 && OpenPictureOf(box))
             return true;
@@ -120,7 +120,7 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             screen.DoubleClick(box);
             return true;
         }
-        if (enter && (box.GetKind() == Kind::Button || (box.GetKind() == Kind::Label && screen.IsClickable(box)))) {
+        if (enter && (box.Kind() == BoxKind::Button || (box.Kind() == BoxKind::Label && screen.IsClickable(box)))) {
             static_cast<QAbstractButton*>(watched)->click();
             return true;
         }
@@ -172,7 +172,7 @@ bool ScreenWindow::KeyOnPicture(QAbstractButton& picture, QKeyEvent& key)
 /// section has none.
 bool ScreenWindow::OpenPictureOf(const Box& box)
 {
-    if (box.GetKind() != Kind::Text && box.GetKind() != Kind::Tick)
+    if (box.Kind() != BoxKind::Text && box.Kind() != BoxKind::Tick)
         return false;
     const auto placeOf = [this](const Box& other) {
         return std::ranges::find_if(layout.placed, [&other](const Layout::Placed& place) {
@@ -188,7 +188,7 @@ bool ScreenWindow::OpenPictureOf(const Box& box)
         return false;
     const Box* found = nullptr;
     for (const auto& other : screen.Boxes()) {
-        if (other->GetKind() != Kind::Picture || !other->Visible())
+        if (other->Kind() != BoxKind::Picture || !other->Visible())
             continue;
         const auto picture = placeOf(*other);
         if (picture->y >= section->y && picture->y < place->y + place->height)
@@ -208,7 +208,7 @@ bool ScreenWindow::IsInReach(const Box& box) const
 
 bool ScreenWindow::TakesTyping(const Box& box) const
 {
-    return box.GetKind() == Kind::Text && !box.ReadOnly() && IsInReach(box);
+    return box.Kind() == BoxKind::Text && !box.ReadOnly() && IsInReach(box);
 }
 
 /// Where the box that a widget shows stands among the others.
@@ -223,7 +223,7 @@ void ScreenWindow::GoOn()
     const auto& all = screen.Boxes();
     const auto from = PlaceOf(QApplication::focusWidget());
     const auto typing = [this](const auto& box) { return TakesTyping(*box); };
-    const auto pressing = [this](const auto& box) { return box->GetKind() == Kind::Button && IsInReach(*box); };
+    const auto pressing = [this](const auto& box) { return box->Kind() == BoxKind::Button && IsInReach(*box); };
     const auto after = from == all.end() ? all.begin() : from + 1;
     auto next = std::find_if(after, all.end(), typing);
     if (next == all.end())
@@ -251,7 +251,7 @@ bool ScreenWindow::MovesInList(const Box& box, const QKeyEvent& key)
 /// Up and Down go to the same column of the line before or after; false where there is none.
 bool ScreenWindow::MoveBetweenLines(const Box& box, int lines)
 {
-    if (box.GetKind() != Kind::Text || box.Index() == Box::NoIndex)
+    if (box.Kind() != BoxKind::Text || box.Index() == Box::NoIndex)
         return false;
     const Box* next = screen.FindBox(box.Name(), box.Index() + lines);
     QWidget* widget = next == nullptr ? nullptr : WidgetOf(*next);

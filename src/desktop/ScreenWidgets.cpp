@@ -79,27 +79,27 @@ void ShowText(BoxEdit& edit, const Box& box)
 void ShowButton(QPushButton& button, const Box& box)
 {
     SetCaption(button, box);
-    button.setPalette(look::ButtonPalette(box.GetPaint()));
+    button.setPalette(look::ButtonPalette(box.PaintedIn()));
 }
 
 } // namespace
 
 QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget* parent)
 {
-    switch (box.GetKind()) {
-    case Kind::Text:
+    switch (box.Kind()) {
+    case BoxKind::Text:
         return MakeEdit(box, parent);
-    case Kind::List:
+    case BoxKind::List:
         return MakeList(box, parent);
-    case Kind::Table:
+    case BoxKind::Table:
         return MakeTable(box, parent);
-    case Kind::DropDown:
+    case BoxKind::DropDown:
         return MakeDropDown(box, parent);
-    case Kind::Tabs:
+    case BoxKind::Tabs:
         return MakeTabs(box, parent);
-    case Kind::Frame:
+    case BoxKind::Frame:
         return new Group(parent);
-    case Kind::Label:
+    case BoxKind::Label:
         if (!screen.IsClickable(box)) {
             const bool wrapped = place.height > Layout::BoxHeight * 3 / 2;
             QLabel* label = wrapped ? new WrappedLabel(parent) : new QLabel(parent);
@@ -182,15 +182,15 @@ QWidget* ScreenWindow::MakeDropDown(Box& box, QWidget* parent)
 QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
 {
     QAbstractButton* button = nullptr;
-    switch (box.GetKind()) {
-    case Kind::Tick:
+    switch (box.Kind()) {
+    case BoxKind::Tick:
         button = new Marked<QCheckBox>(parent);
         break;
-    case Kind::Option:
+    case BoxKind::Option:
         button = new Marked<QRadioButton>(parent);
         button->setAutoExclusive(false);
         break;
-    case Kind::Picture: {
+    case BoxKind::Picture: {
         auto* picture = new QToolButton(parent);
         picture->setIcon(look::Picture(box.Tip()));
         picture->setIconSize(QSize(20, 20));
@@ -246,46 +246,46 @@ void ScreenWindow::BoxChanged(const Box& box)
     widget->setVisible(box.Visible());
     if (widget->toolTip().isEmpty() != box.Tip().empty() || !box.Tip().empty())
         widget->setToolTip(look::Text(box.Tip()));
-    switch (box.GetKind()) {
-    case Kind::Text:
+    switch (box.Kind()) {
+    case BoxKind::Text:
         ShowText(*static_cast<BoxEdit*>(widget), box);
         break;
-    case Kind::Tick:
-    case Kind::Option: {
+    case BoxKind::Tick:
+    case BoxKind::Option: {
         auto* button = static_cast<QAbstractButton*>(widget);
         button->setCheckable(true);
         button->setChecked(box.Ticked());
         SetCaption(*button, box);
         break;
     }
-    case Kind::List:
+    case BoxKind::List:
         SyncList(*static_cast<QListWidget*>(widget), box);
         break;
-    case Kind::Table:
+    case BoxKind::Table:
         static_cast<TableView*>(widget)->Follow(box);
         break;
-    case Kind::DropDown:
+    case BoxKind::DropDown:
         SyncDropDown(*static_cast<QComboBox*>(widget), box);
         break;
-    case Kind::Label:
+    case BoxKind::Label:
         if (auto* label = qobject_cast<QLabel*>(widget)) {
             label->setText(look::Text(box.Text()));
             break;
         }
         [[fallthrough]];
-    case Kind::Button:
+    case BoxKind::Button:
         ShowButton(*static_cast<QPushButton*>(widget), box);
         break;
-    case Kind::Tabs:
+    case BoxKind::Tabs:
         static_cast<QTabWidget*>(widget)->setCurrentIndex(box.Selected());
         break;
-    case Kind::Frame:
+    case BoxKind::Frame:
         if (auto* group = qobject_cast<QGroupBox*>(widget))
             group->setTitle(look::Text(box.Text()));
         break;
-    case Kind::Picture:
-    case Kind::Menu:
-    case Kind::Surface:
+    case BoxKind::Picture:
+    case BoxKind::Menu:
+    case BoxKind::Surface:
         break;
     }
 }

@@ -138,8 +138,8 @@ QWidget* ScreenWindow::WidgetOf(const Box& box) const
 /// A control that leads elsewhere, with nothing to fill in.
 bool ScreenWindow::LeadsOn(const Box& box)
 {
-    const Kind kind = box.GetKind();
-    return kind == Kind::Label || kind == Kind::Picture || kind == Kind::Button || kind == Kind::Tabs;
+    const BoxKind kind = box.Kind();
+    return kind == BoxKind::Label || kind == BoxKind::Picture || kind == BoxKind::Button || kind == BoxKind::Tabs;
 }
 
 void ScreenWindow::FocusFirst()
@@ -195,7 +195,7 @@ void ScreenWindow::Grow()
     form->setFixedSize(growth.Whole());
     for (const Layout::Placed& place : layout.placed) {
         const Box& box = screen.box(place.box, place.index);
-        WidgetOf(box)->setGeometry(growth.Of({place.x, place.y, place.width, place.height}, box.GetKind()));
+        WidgetOf(box)->setGeometry(growth.Of({place.x, place.y, place.width, place.height}, box.Kind()));
     }
 }
 

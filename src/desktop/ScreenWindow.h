@@ -28,7 +28,7 @@ public:
     void CaptionChanged() override;
     void FocusOn(const Box& box) override;
 
-    Screen& GetScreen() const { return screen; }
+    Screen& Shown() const { return screen; }
     QWidget* WidgetOf(const Box& box) const;
     /// Cuts the ties to the screen: nothing that the toolkit still sends reaches it.
     virtual void Detach();

@@ -85,7 +85,7 @@ void SystemClose::Request()
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (dialog != nullptr)
         dialog->reject();
-    if (dialog != nullptr || program.GetSession().screens.IsBusy()) {
+    if (dialog != nullptr || program.TheSession().screens.IsBusy()) {
         again.start();
         return;
     }

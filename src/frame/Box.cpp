@@ -26,7 +26,8 @@ Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
       readOnly(row.readOnly),
       amount(row.amount),
       monospaced(row.monospaced),
-      computed(row.computed)
+      computed(row.computed),
+      ofEmployee(row.ofEmployee)
 {
 }
 
@@ -50,7 +51,7 @@ void Box::SetText(std::string_view newText)
 
 void Box::Clear()
 {
-    if (kind == Kind::Tick || kind == Kind::Option)
+    if (kind == BoxKind::Tick || kind == BoxKind::Option)
         SetTicked(false);
     else
         SetText({});
@@ -64,12 +65,12 @@ const std::string& Box::TrimText()
 
 std::string Box::Stored() const
 {
-    return kind == Kind::Tick ? std::string(StoredTick(ticked)) : text;
+    return kind == BoxKind::Tick ? std::string(StoredTick(ticked)) : text;
 }
 
 void Box::ShowStored(std::string_view fieldText)
 {
-    if (kind == Kind::Tick)
+    if (kind == BoxKind::Tick)
         SetTicked(IsSet(fieldText));
     else
         SetText(fieldText);

@@ -11,7 +11,7 @@ namespace quillmere {
 class Screen;
 
 /// What a control of a screen is. All of them are boxes: things with a given name whose state a window follows.
-enum class Kind {
+enum class BoxKind {
     Text,     ///< a text box
     Label,    ///< a caption that code changes, or one that is clicked like a tab or a link
     Tick,     ///< a tick box
@@ -33,7 +33,7 @@ enum class Paint { Plain, Yellow };
 /// One row of a screen's table of controls. Rows stand in the order of the form, which is the order of the Tab key.
 struct BoxRow {
     std::string_view name; ///< the given name, shared by window, record, scenario and guide
-    Kind kind = Kind::Text;
+    BoxKind kind = BoxKind::Text;
     std::string_view field = {};   ///< field of the bound record; empty: not bound
     KeyFilter filter = nullptr;    ///< what typing and pasting let in; none: everything
     std::string_view text = {};    ///< caption of a label, button, tick, option or menu entry
@@ -50,6 +50,7 @@ struct BoxRow {
     bool amount = false;     ///< right-aligned in the monospaced face
     bool monospaced = false; ///< in the monospaced face, aligned as other texts are
     bool computed = false;   ///< looks worked out although it can be typed in: what is typed is overwritten
+    bool ofEmployee = false; ///< of the main window: in use only while an employee is open
 };
 
 /// The row of an amount box of a page, bound to the field of its own name.
@@ -61,13 +62,13 @@ constexpr BoxRow AmountRow(std::string_view name, std::string_view spoken, KeyFi
 /// The row of a picture that opens another screen; the tooltip is spoken too.
 constexpr BoxRow PictureRow(std::string_view name, std::string_view tip)
 {
-    return {.name = name, .kind = Kind::Picture, .spoken = tip, .tip = tip};
+    return {.name = name, .kind = BoxKind::Picture, .spoken = tip, .tip = tip};
 }
 
 /// The row of one option of a group: the member of the array with that index.
 constexpr BoxRow OptionRow(std::string_view name, int index, std::string_view caption, char letter)
 {
-    return {.name = name, .kind = Kind::Option, .text = caption, .letter = letter, .first = index, .last = index};
+    return {.name = name, .kind = BoxKind::Option, .text = caption, .letter = letter, .first = index, .last = index};
 }
 
 /// A control of a screen: what it shows and whether it can be used. Setting anything tells the window that shows it.
@@ -84,10 +85,11 @@ public:
     int Index() const { return index; }
     /// The name with the index of a control array behind it: "Tax(3)".
     std::string FullName() const;
-    Kind GetKind() const { return kind; }
+    BoxKind Kind() const { return kind; }
     bool IsAmount() const { return amount; }
     bool IsMonospaced() const { return amount || monospaced; }
     bool IsComputed() const { return computed; }
+    bool IsOfEmployee() const { return ofEmployee; }
     KeyFilter Filter() const { return filter; }
     const std::string& Columns() const { return columns; }
     const std::string& MovesIn() const { return movesIn; }
@@ -117,7 +119,7 @@ public:
     void SetVisible(bool newVisible);
     bool ReadOnly() const { return readOnly; }
     void SetReadOnly(bool newReadOnly);
-    Paint GetPaint() const { return paint; }
+    Paint PaintedIn() const { return paint; }
     void SetPaint(Paint newPaint);
     const std::string& Tip() const { return tip; }
     void SetTip(std::string_view newTip);
@@ -142,7 +144,7 @@ private:
     Screen& screen;
     std::string name;
     int index;
-    Kind kind;
+    BoxKind kind;
     KeyFilter filter;
     std::string field;
     std::string columns;
@@ -161,6 +163,7 @@ private:
     bool amount = false;
     bool monospaced = false;
     bool computed = false;
+    bool ofEmployee = false;
 };
 
 } // namespace quillmere

@@ -28,10 +28,9 @@ void EnableEmployeeCommands(Session& session, bool enabled)
     Screen* main = session.screens.Find("MDIForm1");
     if (main == nullptr)
         return;
-    main->box("mnuPrint").SetEnabled(enabled);
-    main->box("FileP11DB").SetEnabled(enabled);
-    main->box("cmdFile", 4).SetEnabled(enabled);
-    main->box("cmdFile", 9).SetEnabled(enabled);
+    for (const std::unique_ptr<Box>& box : main->Boxes())
+        if (box->IsOfEmployee())
+            box->SetEnabled(enabled);
 }
 
 void SetMainCaption(Session& session, std::string_view caption)

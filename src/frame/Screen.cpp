@@ -214,11 +214,11 @@ void Screen::Click(Box& box)
 {
     const Screens::EventScope scope(session.screens);
     session.screens.LeaveBoxInUse(&box);
-    if (box.GetKind() == Kind::Tick)
+    if (box.Kind() == BoxKind::Tick)
         box.SetTicked(!box.Ticked());
-    if (box.GetKind() == Kind::Option) {
+    if (box.Kind() == BoxKind::Option) {
         for (const auto& other : boxes)
-            if (other->GetKind() == Kind::Option && other->Name() == box.Name())
+            if (other->Kind() == BoxKind::Option && other->Name() == box.Name())
                 other->SetTicked(other.get() == &box);
     }
     Run(clickOperations, box, "Click");

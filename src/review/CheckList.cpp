@@ -18,13 +18,13 @@ constexpr auto Rows = std::to_array<BoxRow>({
     OptionRow("Scope", 0, "This employee", 'E'),
     OptionRow("Scope", 1, "All of this employer", 'M'),
     {.name = "Findings",
-     .kind = Kind::Table,
+     .kind = BoxKind::Table,
      .spoken = "Things to look at",
      .columns = "Weight\tEmployee\tSection\tWhat to look at\tBox\tSource"},
-    {.name = "Summary", .kind = Kind::Label},
-    {.name = "CheckGo", .kind = Kind::Button, .text = "&Go to Box"},
-    {.name = "CheckAgain", .kind = Kind::Button, .text = "Check &Again"},
-    {.name = "CheckClose", .kind = Kind::Button, .text = "&Close"},
+    {.name = "Summary", .kind = BoxKind::Label},
+    {.name = "CheckGo", .kind = BoxKind::Button, .text = "&Go to Box"},
+    {.name = "CheckAgain", .kind = BoxKind::Button, .text = "Check &Again"},
+    {.name = "CheckClose", .kind = BoxKind::Button, .text = "&Close"},
 });
 
 /// So long one piece of the look through an employer may keep the keys waiting.

@@ -14,17 +14,17 @@ namespace quillmere {
 namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "Page1", .kind = Kind::Label, .text = "Page 1", .spoken = "Page 1", .letter = '1'},
-    {.name = "Page2", .kind = Kind::Label, .text = "Page 2", .spoken = "Page 2", .letter = '2'},
-    {.name = "Label65", .kind = Kind::Label, .text = "Car 3 + 4", .letter = '3'},
-    {.name = "Label66", .kind = Kind::Label, .text = "Car 5 + 6", .letter = '5'},
-    {.name = "lblP11DB", .kind = Kind::Label, .text = "P11D (b)", .letter = 'B'},
+    {.name = "Page1", .kind = BoxKind::Label, .text = "Page 1", .spoken = "Page 1", .letter = '1'},
+    {.name = "Page2", .kind = BoxKind::Label, .text = "Page 2", .spoken = "Page 2", .letter = '2'},
+    {.name = "Label65", .kind = BoxKind::Label, .text = "Car 3 + 4", .letter = '3'},
+    {.name = "Label66", .kind = BoxKind::Label, .text = "Car 5 + 6", .letter = '5'},
+    {.name = "lblP11DB", .kind = BoxKind::Label, .text = "P11D (b)", .letter = 'B'},
 
     {.name = "EmployerNameBox", .field = "EmployerName", .spoken = "Employer name", .readOnly = true},
     {.name = "PAYEBox", .field = "PAYEBox", .spoken = "Employer PAYE reference"},
     {.name = "EmployeeNameBox", .field = "Surname", .spoken = "Employee surname"},
     {.name = "EmployeeNameBox2", .field = "FirstName", .spoken = "Employee first names"},
-    {.name = "DirectorTick", .kind = Kind::Tick, .field = "DirectorTick", .spoken = "Director"},
+    {.name = "DirectorTick", .kind = BoxKind::Tick, .field = "DirectorTick", .spoken = "Director"},
     {.name = "DateofBirth", .field = "DOB", .filter = DateKeyFilter, .spoken = "Date of birth"},
     {.name = "WorkNumberBox", .field = "WorkNumberBox", .spoken = "Works number or department"},
     {.name = "NatIns", .field = "NatIns", .filter = NationalInsuranceKeyFilter, .spoken = "National Insurance number"},
@@ -52,7 +52,11 @@ constexpr auto Rows = std::to_array<BoxRow>({
     AmountRow("ETaxAmount", "E, taxable amount, box 12"),
     PictureRow("Image5", "Mileage allowance and passenger payments: calculation"),
 
-    {.name = "Image6", .kind = Kind::Picture, .spoken = "Cars and car fuel: sheet", .tip = "Car sheet", .hidden = true},
+    {.name = "Image6",
+     .kind = BoxKind::Picture,
+     .spoken = "Cars and car fuel: sheet",
+     .tip = "Car sheet",
+     .hidden = true},
 });
 
 constexpr auto TotalRows = std::to_array<BoxRow>({

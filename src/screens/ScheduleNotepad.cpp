@@ -18,7 +18,7 @@ ScheduleNotepad::ScheduleNotepad(Session& session, const NotepadMember& member)
 {
     for (const ScheduleColumn& column : member.columns)
         if (!column.total.empty())
-            AddBox({.kind = Kind::Label, .amount = true}, std::string(column.total));
+            AddBox({.kind = BoxKind::Label, .amount = true}, std::string(column.total));
     AddButtons("cmdOK", "cmdDelete", "cmdCancel");
     KeepBoxes();
     schedule.OnLeaveAmount([this](Box&) { WorkOut(); });

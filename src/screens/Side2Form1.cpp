@@ -34,9 +34,9 @@ constexpr BoxRow InterestRow(std::string_view name, std::string_view spoken)
 }
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "Page1", .kind = Kind::Label, .text = "Page 1", .spoken = "Page 1", .letter = '1'},
-    {.name = "Page2", .kind = Kind::Label, .text = "Page 2", .spoken = "Page 2", .letter = '2'},
-    {.name = "lblPage", .kind = Kind::Label, .text = "P11D, sections G to O"},
+    {.name = "Page1", .kind = BoxKind::Label, .text = "Page 1", .spoken = "Page 1", .letter = '1'},
+    {.name = "Page2", .kind = BoxKind::Label, .text = "Page 2", .spoken = "Page 2", .letter = '2'},
+    {.name = "lblPage", .kind = BoxKind::Label, .text = "P11D, sections G to O"},
 
     AmountRow("GVan", "G, cash equivalent of all vans, box 9"),
     AmountRow("GVanFuel", "G, cash equivalent of fuel for all vans, box 10"),
@@ -83,7 +83,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
     AmountRow("LCashEqu", "L, cash equivalent, box 13"),
     PictureRow("Image4", "Assets placed at the employee's disposal: list of items"),
 
-    {.name = "MShareTick", .kind = Kind::Tick, .field = "MShareTick", .spoken = "M, shares"},
+    {.name = "MShareTick", .kind = BoxKind::Tick, .field = "MShareTick", .spoken = "M, shares"},
 
     DescriptionRow("NDescriptItems1", "N, first line, description of other items"),
     AmountRow("NCostYou1", "N, first line, cost to you"),

@@ -16,17 +16,17 @@ namespace quillmere {
 namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "lblLegend", .kind = Kind::Label, .text = "Clients in %LTY% Database:"},
-    {.name = "lblFolderName", .kind = Kind::Label},
-    {.name = "TransferListbox", .kind = Kind::List, .spoken = "Clients in last year's database"},
-    {.name = "Transfer", .kind = Kind::Button, .text = "Transfer", .letter = 'T'},
+    {.name = "lblLegend", .kind = BoxKind::Label, .text = "Clients in %LTY% Database:"},
+    {.name = "lblFolderName", .kind = BoxKind::Label},
+    {.name = "TransferListbox", .kind = BoxKind::List, .spoken = "Clients in last year's database"},
+    {.name = "Transfer", .kind = BoxKind::Button, .text = "Transfer", .letter = 'T'},
     // Kept: the tooltip is older than the button's work.
     {.name = "TransferAll",
-     .kind = Kind::Button,
+     .kind = BoxKind::Button,
      .text = "Transfer All",
      .tip = "The Transfer All function will be available in a later version",
      .letter = 'A'},
-    {.name = "Cancel", .kind = Kind::Button, .text = "Cancel", .letter = 'C'},
+    {.name = "Cancel", .kind = BoxKind::Button, .text = "Cancel", .letter = 'C'},
 });
 
 constexpr std::string_view YearMark = "%LTY%";

@@ -70,7 +70,7 @@ public:
     }
 
     RunningProgram running;
-    Session& session = running.program.GetSession();
+    Session& session = running.program.TheSession();
     const std::filesystem::path client = session.ClientDatabasePath();
     int left = 0;
 };
@@ -113,7 +113,7 @@ TEST(BoxInUse, IsLeftOnceByEveryButtonOfTheToolbar)
     int walked = 0;
     PageInUse all;
     for (const auto& listed : all.Main().Boxes()) {
-        if (listed->GetKind() != Kind::Button || !listed->Visible() || !listed->Enabled())
+        if (listed->Kind() != BoxKind::Button || !listed->Visible() || !listed->Enabled())
             continue;
         ++walked;
         PageInUse use;
@@ -130,7 +130,7 @@ TEST(BoxInUse, IsLeftOnceByEveryTabAndPictureOfThePage)
     int walked = 0;
     PageInUse all;
     for (const auto& listed : all.Page().Boxes()) {
-        const bool leads = listed->GetKind() == Kind::Picture || listed->GetKind() == Kind::Label;
+        const bool leads = listed->Kind() == BoxKind::Picture || listed->Kind() == BoxKind::Label;
         if (!leads || !listed->Visible())
             continue;
         ++walked;

@@ -22,7 +22,7 @@ protected:
         const Layout& layout = LayoutOf(screen);
         if (std::ranges::any_of(layout.drawn, [&](const Layout::Drawn& drawn) { return drawn.text == text; }))
             return true;
-        const auto made = program.GetSession().screens.Make(screen);
+        const auto made = program.TheSession().screens.Make(screen);
         return std::ranges::any_of(layout.placed, [&](const Layout::Placed& placed) {
             const Box* box = made->FindBox(placed.box, placed.index);
             return box != nullptr && box->Text() == text;

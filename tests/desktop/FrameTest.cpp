@@ -193,12 +193,12 @@ class CloseBox : public ::testing::TestWithParam<std::string_view> {};
 TEST_P(CloseBox, LeavesTheScreenAsItsCancelDoes)
 {
     RunningProgram running;
-    Session& session = running.program.GetSession();
+    Session& session = running.program.TheSession();
     const Settings before = session.settings;
     Screen* screen = running.Show(GetParam());
     ASSERT_NE(screen, nullptr);
     for (const auto& box : screen->Boxes())
-        if (box->GetKind() == Kind::Text && !box->ReadOnly())
+        if (box->Kind() == BoxKind::Text && !box->ReadOnly())
             box->SetText("7");
     running.host.WindowOf(*screen)->close();
     QCoreApplication::processEvents();

@@ -96,7 +96,7 @@ protected:
         for (const auto& box : screen->Boxes()) {
             if (box.get() == &picture)
                 after = true;
-            else if (box->GetKind() == Kind::Text && !box->ReadOnly() && InReach(*box))
+            else if (box->Kind() == BoxKind::Text && !box->ReadOnly() && InReach(*box))
                 after = false;
         }
         return after;
@@ -120,7 +120,7 @@ bool IsFigure(const Box& box)
 TEST_P(HandsOnEveryScreen, ChoosesAFigureWholeByTheFirstClickAndPlacesTheCaretByTheSecond)
 {
     for (const auto& box : screen->Boxes()) {
-        if (box->GetKind() != Kind::Text || !IsFigure(*box) || box->ReadOnly() || !InReach(*box))
+        if (box->Kind() != BoxKind::Text || !IsFigure(*box) || box->ReadOnly() || !InReach(*box))
             continue;
         auto& edit = dynamic_cast<QLineEdit&>(*WidgetOf(*box));
         if (QWidget* used = QApplication::focusWidget())
@@ -141,7 +141,7 @@ TEST_P(HandsOnEveryScreen, ChoosesAFigureWholeByTheFirstClickAndPlacesTheCaretBy
 TEST_P(HandsOnEveryScreen, ChoosesAFigureWholeHoweverTheFocusComesToIt)
 {
     for (const auto& box : screen->Boxes()) {
-        if (box->GetKind() != Kind::Text || !IsFigure(*box) || box->ReadOnly() || !InReach(*box))
+        if (box->Kind() != BoxKind::Text || !IsFigure(*box) || box->ReadOnly() || !InReach(*box))
             continue;
         auto& edit = dynamic_cast<QLineEdit&>(*WidgetOf(*box));
         for (const Qt::FocusReason reason : {Qt::OtherFocusReason, Qt::TabFocusReason, Qt::ShortcutFocusReason}) {
@@ -215,9 +215,9 @@ TEST_F(Hands, BringTheOldTextBackByEscapeBeforeItCloses)
     QTest::keyClick(&edit, Qt::Key_Escape);
     EXPECT_EQ(box.Text(), "    500.00");
     EXPECT_EQ(edit.text(), "    500.00");
-    ASSERT_NE(running.program.GetSession().screens.Find("ANotepad"), nullptr);
+    ASSERT_NE(running.program.TheSession().screens.Find("ANotepad"), nullptr);
     QTest::keyClick(&edit, Qt::Key_Escape);
-    EXPECT_EQ(running.program.GetSession().screens.Find("ANotepad"), nullptr);
+    EXPECT_EQ(running.program.TheSession().screens.Find("ANotepad"), nullptr);
 }
 
 // ---- options, drop-down lists
@@ -225,7 +225,7 @@ TEST_F(Hands, BringTheOldTextBackByEscapeBeforeItCloses)
 TEST_P(HandsOnEveryScreen, LeavesAnOptionChosenHoweverOftenItIsClicked)
 {
     for (const auto& box : screen->Boxes()) {
-        if (box->GetKind() != Kind::Option || !InReach(*box))
+        if (box->Kind() != BoxKind::Option || !InReach(*box))
             continue;
         auto& option = dynamic_cast<QAbstractButton&>(*WidgetOf(*box));
         for (int time = 1; time <= 3; ++time) {
@@ -300,7 +300,7 @@ TEST_F(MessagesInBetween, DoNotSwallowTheClickOnAButton)
     ASSERT_EQ(running.door.messages.size(), 1u);
     EXPECT_EQ(running.door.messages[0].text, "Invalid National Insurance Number");
     EXPECT_FALSE(tab.isDown());
-    EXPECT_TRUE(running.program.GetSession().screens.IsShown("Side2Form1"));
+    EXPECT_TRUE(running.program.TheSession().screens.IsShown("Side2Form1"));
 }
 
 TEST_F(MessagesInBetween, DoNotSwallowTheClickOnATickBox)
@@ -326,7 +326,7 @@ TEST_P(HandsOnEveryScreen, GoesOnToTheNextBoxThatTakesTypingByEnter)
         return; // Enter presses it
     const Box* before = nullptr;
     for (const auto& box : screen->Boxes()) {
-        if (box->GetKind() != Kind::Text || box->ReadOnly() || !InReach(*box))
+        if (box->Kind() != BoxKind::Text || box->ReadOnly() || !InReach(*box))
             continue;
         if (before != nullptr) {
             WidgetOf(*before)->setFocus(Qt::TabFocusReason);
@@ -341,9 +341,9 @@ TEST_P(HandsOnEveryScreen, GoesOnToTheNextBoxThatTakesTypingByEnter)
 
 TEST_P(HandsOnEveryScreen, OpensNothingByTypingOnAPicture)
 {
-    const std::vector<Screen*> open = running.program.GetSession().screens.Open();
+    const std::vector<Screen*> open = running.program.TheSession().screens.Open();
     for (const auto& box : screen->Boxes()) {
-        if (box->GetKind() != Kind::Picture || !InReach(*box))
+        if (box->Kind() != BoxKind::Picture || !InReach(*box))
             continue;
         QWidget* picture = WidgetOf(*box);
         picture->setFocus(Qt::TabFocusReason);
@@ -355,7 +355,7 @@ TEST_P(HandsOnEveryScreen, OpensNothingByTypingOnAPicture)
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
         else
             EXPECT_TRUE(IsAfterAllThatTakesTyping(*box)) << box->FullName();
-        EXPECT_EQ(running.program.GetSession().screens.Open(), open) << box->FullName();
+        EXPECT_EQ(running.program.TheSession().screens.Open(), open) << box->FullName();
     }
 }
 
@@ -382,7 +382,7 @@ TEST_F(Hands, OpenASectionsPictureFromItsBoxesByF4)
     };
     for (const auto& [name, box, opened] : cases) {
         Screen& page = Open(name);
-        Screens& screens = running.program.GetSession().screens;
+        Screens& screens = running.program.TheSession().screens;
         const std::size_t before = screens.Open().size();
         QWidget& widget = WidgetOf(page, box);
         widget.setFocus(Qt::TabFocusReason);
@@ -412,14 +412,15 @@ TEST_P(HandsOnEveryScreen, HasALetterOfItsOwnForEveryButtonAndOption)
             taken[QKeySequence::mnemonic(menu->text()).toString(QKeySequence::PortableText)] =
                 menu->text().toStdString();
     if (screen->Mode() == ShowMode::Child)
-        for (const auto& box : running.host.Main()->GetScreen().Boxes())
+        for (const auto& box : running.host.Main()->Shown().Boxes())
             if (const auto* tool = qobject_cast<QAbstractButton*>(running.host.Main()->WidgetOf(*box));
                 tool != nullptr && !tool->shortcut().isEmpty())
                 EXPECT_TRUE(taken.emplace(LetterOf(*tool), box->FullName()).second) << box->FullName();
     for (const auto& box : screen->Boxes()) {
-        const Kind kind = box->GetKind();
+        const BoxKind kind = box->Kind();
         const auto* button = qobject_cast<const QAbstractButton*>(WidgetOf(*box));
-        if (button == nullptr || !box->Visible() || !button->isVisible() || kind == Kind::Tick || kind == Kind::Picture)
+        if (button == nullptr || !box->Visible() || !button->isVisible() || kind == BoxKind::Tick ||
+            kind == BoxKind::Picture)
             continue;
         const QString letter = LetterOf(*button);
         EXPECT_TRUE(letter.startsWith("Alt+")) << box->FullName() << " " << box->Text() << " has no letter";
@@ -453,7 +454,7 @@ TEST_F(Hands, PressAButtonByTheLetterThatItsCaptionDoesNotMark)
     Screen& page = Open("Form3");
     QTest::keyClick(running.host.Main(), Qt::Key_2, Qt::AltModifier);
     QTest::qWait(200);
-    EXPECT_TRUE(running.program.GetSession().screens.IsShown("Side2Form1"));
+    EXPECT_TRUE(running.program.TheSession().screens.IsShown("Side2Form1"));
     EXPECT_EQ(page.box("Page2").Text(), "Page 2");
 }
 
@@ -490,7 +491,7 @@ class Unchosen : public Hands, public ::testing::WithParamInterface<UnchosenCase
 TEST_P(Unchosen, ListHasTheFocusAfterTheMessageAndArrowsAndEnterWorkThere)
 {
     const auto& [name, button, listBox, mode] = GetParam();
-    running.program.GetSession().EmployerListMode = mode;
+    running.program.TheSession().EmployerListMode = mode;
     Screen& screen = Open(name);
     auto& list = WidgetOf<QListWidget>(screen, listBox);
     Click(WidgetOf(screen, button));
@@ -520,7 +521,7 @@ TEST_P(HandsOnEveryScreen, KeepsAListAsLargeAsItsWindowWasMade)
     const Layout& layout = LayoutOf(GetParam());
     if (layout.growing.empty())
         return;
-    Screens& screens = running.program.GetSession().screens;
+    Screens& screens = running.program.TheSession().screens;
     QWidget* window = running.host.WindowOf(*screen);
     const QSize more(80, 100);
     const QSize larger = QSize(layout.width, layout.height) + more;

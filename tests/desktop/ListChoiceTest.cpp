@@ -30,7 +30,7 @@ enum class Way { Click, Arrow, Letter };
 
 bool IsList(const Box& box)
 {
-    return box.GetKind() == Kind::List || box.GetKind() == Kind::DropDown;
+    return box.Kind() == BoxKind::List || box.Kind() == BoxKind::DropDown;
 }
 
 /// The program with two of what its lists are of, and a screen of it on its window.
@@ -38,7 +38,7 @@ class ListDesk {
 public:
     ListDesk(std::string_view screenName, EmployerListPurpose purpose)
     {
-        Session& session = running.program.GetSession();
+        Session& session = running.program.TheSession();
         {
             Database database = Database::OpenDatabase(session.ClientDatabasePath());
             CreateEmployee(database,

@@ -177,7 +177,7 @@ protected:
     void Fill()
     {
         for (const auto& box : screen->Boxes())
-            if (box->GetKind() == Kind::Text || (box->GetKind() == Kind::Label && box->IsAmount()))
+            if (box->Kind() == BoxKind::Text || (box->Kind() == BoxKind::Label && box->IsAmount()))
                 box->SetText(box->IsAmount() ? "   1234.56" : "Sample");
         QCoreApplication::processEvents();
     }
@@ -238,7 +238,7 @@ void ScreenLooks::ExpectReadable()
         const QWidget* widget = WidgetOf(*box);
         if (widget == nullptr || !widget->isVisible() || !IsText(*widget) || Trim(box->Text()).empty())
             continue;
-        const bool marked = box->GetKind() == Kind::Tick || box->GetKind() == Kind::Option;
+        const bool marked = box->Kind() == BoxKind::Tick || box->Kind() == BoxKind::Option;
         const QRect whole(widget->mapTo(window, QPoint(0, 0)), widget->size());
         EXPECT_GE(ContrastIn(picture, whole.adjusted(marked ? 20 : 4, 4, -4, -4)), Readable) << box->FullName();
     }
@@ -265,11 +265,11 @@ TEST_P(ScreenLooks, KeepsButtonsAndTotalsInSightOnASmallScreen)
     static const std::set<std::string_view> results{"FCashEqu3", "FCashEqu4", "FCashEqu5", "FCashEqu6",
                                                     "FFuelEqu3", "FFuelEqu4", "FFuelEqu5", "FFuelEqu6"};
     for (const auto& box : screen->Boxes()) {
-        const bool total = (box->GetKind() == Kind::Label && box->IsAmount()) ||
+        const bool total = (box->Kind() == BoxKind::Label && box->IsAmount()) ||
                            (screen->Mode() == ShowMode::Modal && results.contains(box->Name())) ||
                            (GetParam() == "GNotepad" && (box->Name() == "MBox" || box->Name() == "XBox"));
         const QWidget* widget = WidgetOf(*box);
-        if ((!total && box->GetKind() != Kind::Button) || widget == nullptr || !widget->isVisible())
+        if ((!total && box->Kind() != BoxKind::Button) || widget == nullptr || !widget->isVisible())
             continue;
         if (const auto* tabs = window->findChild<QTabWidget*>(); tabs != nullptr && tabs->isAncestorOf(widget))
             continue;
@@ -302,8 +302,8 @@ TEST_P(ScreenLooks, HasWordsOfOneSizeInALine)
     for (const Layout::Placed& place : layout.placed) {
         const Box& box = screen->box(place.box, place.index);
         const QWidget* widget = WidgetOf(box);
-        const bool words = box.GetKind() == Kind::Tick || box.GetKind() == Kind::Option ||
-                           (box.GetKind() == Kind::Label && !box.IsAmount() && !screen->IsClickable(box));
+        const bool words = box.Kind() == BoxKind::Tick || box.Kind() == BoxKind::Option ||
+                           (box.Kind() == BoxKind::Label && !box.IsAmount() && !screen->IsClickable(box));
         if (!words || Trim(box.Text()).empty() || place.y < layout.headerHeight)
             continue;
         for (const Layout::Drawn& drawn : layout.drawn) {
@@ -357,7 +357,7 @@ TEST(FolderManager, OpensInTheMiddleOfTheScreen)
     };
     const QPoint middle = QGuiApplication::primaryScreen()->geometry().center();
     EXPECT_LE((middleOf("frmFolderManager") - middle).manhattanLength(), FrameOfAWindow);
-    running.program.GetSession().screens.Unload("frmFolderManager");
+    running.program.TheSession().screens.Unload("frmFolderManager");
     EXPECT_LE((middleOf("NewFileCheck") - main.geometry().center()).manhattanLength(), FrameOfAWindow)
         << "as all the others";
 }

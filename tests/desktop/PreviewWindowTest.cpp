@@ -48,7 +48,7 @@ protected:
     /// preview on them in a window of 1000 by 700 pixels.
     void Open(int pages)
     {
-        Session& session = running.program.GetSession();
+        Session& session = running.program.TheSession();
         session.settings.vsPreviewMaximised = false;
         session.settings.vsPreviewTop = session.settings.vsPreviewLeft = 20;
         session.settings.vsPreviewWidth = 1000;
@@ -255,7 +255,7 @@ TEST_F(PreviewWindowTest, ObeysItsKeysWhereverTheFocusStands)
         EXPECT_EQ(preview->box("cmbPercent").Text(), "50%");
         Choose(ZoomMode::PageWidth);
     }
-    const Screens& screens = running.program.GetSession().screens;
+    const Screens& screens = running.program.TheSession().screens;
     QTest::keyClick(Widget("vp"), Qt::Key_P, Qt::ControlModifier);
     EXPECT_TRUE(screens.IsShown("frmVSPrintDialog"));
     QTest::keyClick(running.host.WindowOf(*screens.Find("frmVSPrintDialog")), Qt::Key_Escape);
@@ -323,7 +323,7 @@ TEST_F(PreviewWindowTest, OpensWhereItWasAndThePrintDialogInItsMiddle)
     window->setGeometry(60, 40, 800, 600);
     QCoreApplication::processEvents();
     preview->Click(preview->box("cmdPrint"));
-    const Screens& screens = running.program.GetSession().screens;
+    const Screens& screens = running.program.TheSession().screens;
     const QWidget* dialog = running.host.WindowOf(*screens.Find("frmVSPrintDialog"));
     const QPoint apart = dialog->geometry().center() - window->geometry().center();
     constexpr int frame = 4; // of the windows, at most
@@ -336,7 +336,7 @@ TEST_F(PreviewWindowTest, WhatTheToolkitSendsAfterItsEndReachesNothing)
     ASSERT_NO_FATAL_FAILURE(Open(2));
     const QPointer<QWidget> kept(window);
     QWidget* viewport = surface->viewport();
-    running.program.GetSession().screens.Unload("frmVSPrint");
+    running.program.TheSession().screens.Unload("frmVSPrint");
     ASSERT_FALSE(kept.isNull()) << "it goes with the next round of events";
     QResizeEvent resized(QSize(700, 500), window->size());
     QCoreApplication::sendEvent(window, &resized);
@@ -350,7 +350,7 @@ TEST_F(PreviewWindowTest, WhatTheToolkitSendsAfterItsEndReachesNothing)
 
 TEST_F(PreviewWindowTest, ThePointerIsBusyUntilTheDocumentHasBeenPainted)
 {
-    Session& session = running.program.GetSession();
+    Session& session = running.program.TheSession();
     session.printJob(PrintedDocument::Employee);
     ASSERT_TRUE(session.screens.IsShown("frmVSPrint"));
     EXPECT_TRUE(running.door.busy);
@@ -359,7 +359,7 @@ TEST_F(PreviewWindowTest, ThePointerIsBusyUntilTheDocumentHasBeenPainted)
 
 TEST_F(PreviewWindowTest, APreviewOutOfSightDoesNotKeepThePointerBusy)
 {
-    Session& session = running.program.GetSession();
+    Session& session = running.program.TheSession();
     session.printJob(PrintedDocument::Employee);
     running.host.WindowOf(*session.screens.Find("frmVSPrint"))->hide();
     EXPECT_TRUE(running.door.busy);
@@ -368,7 +368,7 @@ TEST_F(PreviewWindowTest, APreviewOutOfSightDoesNotKeepThePointerBusy)
 
 TEST_F(PreviewWindowTest, ABatchMovesTheBarInTheStatusBar)
 {
-    Session& session = running.program.GetSession();
+    Session& session = running.program.TheSession();
     running.door.printers = {"Office"};
     QWidget* main = running.host.WindowOf(*session.screens.Find("MDIForm1"));
     auto* bar = main->findChild<QProgressBar*>();

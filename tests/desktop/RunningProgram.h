@@ -23,9 +23,9 @@ class RunningProgram {
 public:
     RunningProgram() : program(door, &host, {.programFolder = ProgramFolder(), .resourceFolder = QUILLMERE_RESOURCES})
     {
-        host.SetScreens(&program.GetSession().screens);
+        host.SetScreens(&program.TheSession().screens);
         program.Main();
-        Session& session = program.GetSession();
+        Session& session = program.TheSession();
         Database database = Database::OpenDatabase(session.ClientDatabasePath());
         CreateEmployee(database,
                        {.employer = "Acme Ltd", .firstName = "Jane", .surname = "Smith", .payeReference = "1"});
@@ -42,7 +42,7 @@ public:
     /// Shows a screen, if the program has it and it opens with what there is.
     Screen* Show(std::string_view name)
     {
-        Screens& screens = program.GetSession().screens;
+        Screens& screens = program.TheSession().screens;
         return screens.IsRegistered(name) ? screens.Show(name) : nullptr;
     }
 

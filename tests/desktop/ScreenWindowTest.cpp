@@ -22,7 +22,7 @@ using testing::RunningProgram;
 /// What other controls stand on, or what a class of its own draws.
 bool IsGround(const Box& box)
 {
-    return box.GetKind() == Kind::Frame || box.GetKind() == Kind::Surface;
+    return box.Kind() == BoxKind::Frame || box.Kind() == BoxKind::Surface;
 }
 
 TEST_P(EveryScreen, PlacesEveryControlThatCanShow)
@@ -57,10 +57,10 @@ TEST_P(EveryScreen, NamesEveryControlThatTakesTheFocus)
         if (widget == nullptr || widget->focusPolicy() == Qt::NoFocus)
             continue;
         EXPECT_FALSE(widget->accessibleName().trimmed().isEmpty()) << box->FullName();
-        if (box->GetKind() == Kind::Picture) {
+        if (box->Kind() == BoxKind::Picture) {
             EXPECT_FALSE(widget->toolTip().isEmpty()) << box->FullName();
         }
-        if (box->GetKind() == Kind::Text && box->Visible()) {
+        if (box->Kind() == BoxKind::Text && box->Visible()) {
             EXPECT_TRUE(names.insert(widget->accessibleName()).second)
                 << widget->accessibleName().toStdString() << " is the name of two boxes";
         }
@@ -102,7 +102,7 @@ TEST_P(EveryScreen, HasItsBoxesInTheOrderInWhichTheyStand)
         constexpr int SameLine = 12;
         const bool below = after->y > before->y + SameLine;
         const bool rightOf = after->x > before->x && after->page == before->page;
-        const bool leadsOn = visited[place]->GetKind() == Kind::Picture; // may be walked to after all that is typed
+        const bool leadsOn = visited[place]->Kind() == BoxKind::Picture; // may be walked to after all that is typed
         EXPECT_TRUE(inHeader || leadsOn || below || rightOf || after->page > before->page)
             << visited[place]->FullName() << " comes after " << visited[place - 1]->FullName();
     }
@@ -131,7 +131,7 @@ TEST_P(EveryScreen, KeepsEveryControlOnItsSheetAndOffTheOthers)
         EXPECT_LE(place.x + place.width, layout.width) << place.box;
         EXPECT_LE(place.y + place.height, layout.height) << place.box;
         const Box& box = screen->box(place.box, place.index);
-        if (box.Visible() && !IsGround(box) && box.GetKind() != Kind::Tabs)
+        if (box.Visible() && !IsGround(box) && box.Kind() != BoxKind::Tabs)
             shown.push_back(&place);
     }
     const auto apart = [](const Layout::Placed& a, const Layout::Placed& b) {
@@ -155,7 +155,7 @@ TEST(Layouts, EveryScreenHasOneAndNothingElseHas)
 {
     RunningProgram running;
     std::set<std::string, std::less<>> screens;
-    for (const std::string& name : running.program.GetSession().screens.Registered())
+    for (const std::string& name : running.program.TheSession().screens.Registered())
         if (name != "MDIForm1")
             screens.insert(name);
     std::set<std::string, std::less<>> layouts;

@@ -41,7 +41,7 @@ protected:
 
     void ExpectEverythingStored()
     {
-        Session& session = running.program.GetSession();
+        Session& session = running.program.TheSession();
         Database database = Database::OpenDatabase(session.ClientDatabasePath());
         Recordset records = OpenCurrent(database, "P11D", session);
         EXPECT_EQ(records.Field("WorkNumberBox"), "W17");
@@ -76,7 +76,7 @@ TEST_F(SystemCloseTest, TheEndOfTheDesktopSessionStoresThePageAndTheSettings)
 
 TEST_F(SystemCloseTest, WhatAnotherDesksLockKeepsOutIsThereAtTheNextStart)
 {
-    const std::filesystem::path programFolder = running.program.GetSession().programFolder;
+    const std::filesystem::path programFolder = running.program.TheSession().programFolder;
     SetStoreFaultHook([](std::string_view) { return 5; });
     std::raise(SIGTERM);
     ASSERT_TRUE(Ends());
@@ -89,9 +89,9 @@ TEST_F(SystemCloseTest, WhatAnotherDesksLockKeepsOutIsThereAtTheNextStart)
     std::filesystem::copy_file(programFolder / SettingsFileName, secondFolder / SettingsFileName);
     DesktopHost host;
     Program program(running.door, &host, {.programFolder = secondFolder, .resourceFolder = QUILLMERE_RESOURCES});
-    host.SetScreens(&program.GetSession().screens);
+    host.SetScreens(&program.TheSession().screens);
     ASSERT_TRUE(program.Main());
-    Session& session = program.GetSession();
+    Session& session = program.TheSession();
     session.CurrentEmployer = "Acme Ltd";
     session.CurrentEmployee = "Jane Smith";
     ASSERT_TRUE(OpenPage1(session, "Test"));
@@ -106,9 +106,9 @@ TEST_F(SystemCloseTest, WhatAnotherDesksLockKeepsOutIsThereAtTheNextStart)
 
 TEST_F(SystemCloseTest, AWorkUnderWayIsFinishedFirst)
 {
-    Screens& screens = running.program.GetSession().screens;
+    Screens& screens = running.program.TheSession().screens;
     bool lookedDuringWork = false;
-    running.program.GetSession().screens.Find("Form3")->Perform(
+    running.program.TheSession().screens.Find("Form3")->Perform(
         [&] {
             std::raise(SIGTERM);
             QTest::qWait(150);
@@ -129,7 +129,7 @@ TEST(SystemCloseWithDialogs, AMessageBoxThatIsUpGoesAwayUnanswered)
     DesktopHost host;
     DesktopPlatform platform(host);
     Program program(platform, &host, {.programFolder = programFolder, .resourceFolder = QUILLMERE_RESOURCES});
-    host.SetScreens(&program.GetSession().screens);
+    host.SetScreens(&program.TheSession().screens);
     const SystemClose systemClose(program);
     ASSERT_TRUE(program.Main());
     bool asked = false;
@@ -137,7 +137,7 @@ TEST(SystemCloseWithDialogs, AMessageBoxThatIsUpGoesAwayUnanswered)
         asked = qobject_cast<QDialog*>(QApplication::activeModalWidget()) != nullptr;
         std::raise(SIGTERM);
     });
-    Screen& main = *program.GetSession().screens.Find("MDIForm1");
+    Screen& main = *program.TheSession().screens.Find("MDIForm1");
     main.Click(main.box("cmdExit"));
     EXPECT_TRUE(asked);
     EXPECT_FALSE(program.Ended()) << "the question was not taken for a Yes";
@@ -153,10 +153,10 @@ TEST(SystemCloseWithDialogs, AMessageOfTheBoxInUseDoesNotHoldTheEndUp)
     DesktopHost host;
     DesktopPlatform platform(host);
     Program program(platform, &host, {.programFolder = programFolder, .resourceFolder = QUILLMERE_RESOURCES});
-    host.SetScreens(&program.GetSession().screens);
+    host.SetScreens(&program.TheSession().screens);
     const SystemClose systemClose(program);
     ASSERT_TRUE(program.Main());
-    Session& session = program.GetSession();
+    Session& session = program.TheSession();
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
     CreateEmployee(database, {.employer = "Acme Ltd", .firstName = "Jane", .surname = "Smith", .payeReference = "1"});
     session.CurrentEmployer = "Acme Ltd";

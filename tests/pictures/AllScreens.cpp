@@ -35,11 +35,11 @@ struct ScreenPicture {
 void FillBoxes(Screen& screen)
 {
     for (const auto& box : screen.Boxes()) {
-        if (box->GetKind() == Kind::Text && box->IsAmount())
+        if (box->Kind() == BoxKind::Text && box->IsAmount())
             box->SetText(box->Empty() ? "   1234.56" : box->Text());
-        else if (box->GetKind() == Kind::Text && box->Filter() == nullptr && box->Empty())
+        else if (box->Kind() == BoxKind::Text && box->Filter() == nullptr && box->Empty())
             box->SetText("Sample");
-        else if (box->GetKind() == Kind::Label && box->IsAmount())
+        else if (box->Kind() == BoxKind::Label && box->IsAmount())
             box->SetText(" 123456.78");
     }
 }
@@ -47,7 +47,7 @@ void FillBoxes(Screen& screen)
 /// The screen as the program opens it, or, where it does not open with the data at hand, as it is made.
 QPixmap PictureOf(std::string_view name, Program& program, DesktopHost& host)
 {
-    Screens& screens = program.GetSession().screens;
+    Screens& screens = program.TheSession().screens;
     Screen* opened = screens.Show(name);
     const std::unique_ptr<Screen> made = opened == nullptr ? screens.Make(name) : nullptr;
     Screen& screen = opened == nullptr ? *made : *opened;
@@ -107,7 +107,7 @@ void Run(const std::filesystem::path& target)
     DesktopHost host;
     Program program(door, &host,
                     {.programFolder = root / edition::ProductFolder, .resourceFolder = QUILLMERE_RESOURCES});
-    Session& session = program.GetSession();
+    Session& session = program.TheSession();
     host.SetScreens(&session.screens);
     program.Main();
     {

@@ -69,7 +69,7 @@ void Menu(Stage& stage, const Step& step)
 void Click(Stage& stage, const Step& step)
 {
     const Control control = stage.Find(step.words[0]);
-    if (control.box->GetKind() == Kind::Menu)
+    if (control.box->Kind() == BoxKind::Menu)
         return Menu(stage, step);
     hands::Click(stage.WidgetOf(control), control.name);
 }
@@ -139,12 +139,12 @@ template<bool wanted>
 void SetTick(Stage& stage, const Step& step)
 {
     const Control control = stage.Find(step.words[0]);
-    const Kind kind = control.box->GetKind();
-    if (kind != Kind::Tick && kind != Kind::Option)
+    const BoxKind kind = control.box->Kind();
+    if (kind != BoxKind::Tick && kind != BoxKind::Option)
         throw StepFailure(control.name + " is neither a tick box nor an option");
     if (control.box->Ticked() == wanted)
         return;
-    if (kind == Kind::Option && !wanted)
+    if (kind == BoxKind::Option && !wanted)
         throw StepFailure("expected " + control.name + " to be cleared, but a click does not clear an option");
     hands::Click(stage.WidgetOf(control), control.name);
 }

@@ -57,7 +57,7 @@ void ExpectState(Stage& stage, const Step& step)
         AddState(shown, !control.widget->isHidden(), "visible", "hidden");
         if (const auto* edit = qobject_cast<QLineEdit*>(control.widget))
             AddState(shown, edit->isReadOnly(), "readonly", "writable");
-        if (box.GetKind() == Kind::Tick || box.GetKind() == Kind::Option)
+        if (box.Kind() == BoxKind::Tick || box.Kind() == BoxKind::Option)
             AddState(shown, static_cast<QAbstractButton*>(control.widget)->isChecked(), "ticked", "unticked");
     }
     for (const std::string& state : shown)
@@ -133,7 +133,7 @@ void ExpectTip(Stage& stage, const Step& step)
 void ExpectColour(Stage& stage, const Step& step)
 {
     const Control control = stage.Find(step.words[0]);
-    const bool yellow = control.box->GetPaint() == Paint::Yellow;
+    const bool yellow = control.box->PaintedIn() == Paint::Yellow;
     if (control.widget != nullptr) {
         const bool shown = control.widget->palette().color(QPalette::Button) == QColor(Qt::yellow) ||
                            control.widget->palette().color(QPalette::Window) == QColor(Qt::yellow);

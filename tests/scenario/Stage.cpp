@@ -67,7 +67,7 @@ Session& Stage::Running()
 {
     if (program == nullptr)
         throw StepFailure("expected the program to be up, found it down");
-    return program->GetSession();
+    return program->TheSession();
 }
 
 void Stage::RunOut()
@@ -75,9 +75,9 @@ void Stage::RunOut()
     constexpr int MostRounds = 100;
     for (int round = 0; round < MostRounds; ++round) {
         hands::Settle();
-        if (program == nullptr || !program->GetSession().screens.HasDeferred())
+        if (program == nullptr || !program->TheSession().screens.HasDeferred())
             break;
-        program->GetSession().screens.RunDeferred();
+        program->TheSession().screens.RunDeferred();
     }
     if (program != nullptr && program->Ended())
         DropProgram();
@@ -87,7 +87,7 @@ void Stage::RunOut()
 
 void Stage::ActivateFront()
 {
-    const std::vector<Screen*> open = program->GetSession().screens.Open();
+    const std::vector<Screen*> open = program->TheSession().screens.Open();
     const auto front = std::find_if(open.rbegin(), open.rend(), [this](const Screen* screen) {
         const QWidget* window = host->WindowOf(*screen);
         return window != nullptr && window->isWindow() && window->isVisible();
@@ -107,7 +107,7 @@ void Stage::StartProgram()
                                                                  .resourceFolder = world.Program(),
                                                                  .screenHeight = ScreenHeight,
                                                                  .screenWidth = ScreenWidth});
-    host->SetScreens(&program->GetSession().screens);
+    host->SetScreens(&program->TheSession().screens);
     program->Printing().engine.documentEnded = [this](std::shared_ptr<const Document> document) {
         witness.Finished(std::move(document));
     };
@@ -122,9 +122,9 @@ void Stage::StartProgram()
         DropProgram();
         throw StepFailure("expected the program to start, found that it ended at once");
     }
-    world.SetSession(&program->GetSession());
+    world.SetSession(&program->TheSession());
     RunOut();
-    if (program != nullptr && program->GetSession().settings.applicationMaximised)
+    if (program != nullptr && program->TheSession().settings.applicationMaximised)
         hands::FillScreen(*host->Main());
 }
 
@@ -133,7 +133,7 @@ void Stage::DropProgram()
     world.SetSession(nullptr);
     platform.host = nullptr;
     if (program != nullptr)
-        program->GetSession().screens.Abandon();
+        program->TheSession().screens.Abandon();
     hands::Settle();
     program.reset();
     host.reset();
@@ -160,7 +160,7 @@ Control Stage::Find(const Word& word)
     control.box = control.screen->FindBox(name.box, name.index);
     if (control.box == nullptr)
         throw StepFailure(name.screen + " has no control " + word.text.substr(word.text.find('.') + 1));
-    if (control.box->GetKind() == Kind::Menu)
+    if (control.box->Kind() == BoxKind::Menu)
         control.action = host->Main()->findChild<QAction*>(
             QString::fromStdString(std::string(MainScreen) + "." + control.box->FullName()));
     else
@@ -206,8 +206,8 @@ std::string Stage::TextOf(const Control& control)
 
 std::vector<std::string> Stage::EntriesOf(const Control& control)
 {
-    const Kind kind = control.box->GetKind();
-    if (kind != Kind::List && kind != Kind::Table && kind != Kind::DropDown)
+    const BoxKind kind = control.box->Kind();
+    if (kind != BoxKind::List && kind != BoxKind::Table && kind != BoxKind::DropDown)
         throw StepFailure(control.name + " is no list");
     std::vector<std::string> shown;
     if (auto* list = qobject_cast<QAbstractItemView*>(control.widget)) {

@@ -25,7 +25,7 @@ protected:
         EXPECT_TRUE(program.Main());
     }
 
-    Session& Now() { return program.GetSession(); }
+    Session& Now() { return program.TheSession(); }
     Database Clients() { return Database::OpenDatabase(Now().ClientDatabasePath()); }
 
     void Create(std::string employer, std::string firstName, std::string surname)

@@ -759,7 +759,7 @@ TEST_P(OkOfACalculator, AFailingCommitStoresNothingAndLeavesThePageAsItWas)
     MarkAll();
     for (const std::string_view page : Pages)
         for (const auto& box : session.screens.Load(page)->Boxes())
-            if (box->GetKind() == Kind::Text)
+            if (box->Kind() == BoxKind::Text)
                 box->SetText("as it was");
     SetStoreFaultHook([](std::string_view statement) { return statement == "COMMIT" ? SQLITE_IOERR : SQLITE_OK; });
     PressOk();
@@ -768,7 +768,7 @@ TEST_P(OkOfACalculator, AFailingCommitStoresNothingAndLeavesThePageAsItWas)
     ExpectToldAndOpen();
     for (const std::string_view page : Pages)
         for (const auto& box : session.screens.Find(page)->Boxes())
-            if (box->GetKind() == Kind::Text) {
+            if (box->Kind() == BoxKind::Text) {
                 EXPECT_EQ(box->Text(), "as it was") << page << '.' << box->FullName();
             }
 }

@@ -19,7 +19,7 @@ public:
     {
         static constexpr auto Rows = std::to_array<BoxRow>({
             {.name = "Reference", .field = "EmployerReference"},
-            {.name = "Adjusted", .kind = Kind::Tick, .field = "Section1Tick"},
+            {.name = "Adjusted", .kind = BoxKind::Tick, .field = "Section1Tick"},
         });
         AddBoxes(Rows);
         Bind();

@@ -58,7 +58,7 @@ protected:
     FormContractTest() : program(door, nullptr, {}) {}
 
     /// A screen as it is made, without being opened.
-    std::unique_ptr<Screen> Make(std::string_view name) { return program.GetSession().screens.Make(name); }
+    std::unique_ptr<Screen> Make(std::string_view name) { return program.TheSession().screens.Make(name); }
 
     /// The page with a box that is bound to the field.
     std::string PageOf(std::string_view field)
@@ -94,7 +94,7 @@ TEST_F(FormContractTest, EveryScreenIsNamedInAScenario)
                 words.insert(std::exchange(word, {}));
         }
     }
-    for (const std::string& name : program.GetSession().screens.Registered())
+    for (const std::string& name : program.TheSession().screens.Registered())
         EXPECT_TRUE(words.contains(name)) << "no scenario opens " << name;
 }
 
@@ -115,7 +115,7 @@ TEST_F(FormContractTest, EveryBoxIsBoundToAFieldOfItsTable)
 
 TEST_F(FormContractTest, EveryNotepadKeepsFieldsOfItsTableAndNoOtherScreenNamesAny)
 {
-    for (const std::string& name : program.GetSession().screens.Registered()) {
+    for (const std::string& name : program.TheSession().screens.Registered()) {
         if (std::ranges::any_of(BoundScreens, [&](const BoundTo& bound) { return bound.screen == name; }))
             continue;
         const auto screen = Make(name);
@@ -142,7 +142,7 @@ TEST_F(FormContractTest, EveryFieldIsBoundOrLeftAloneOnPurpose)
             if (!box->Field().empty())
                 owned[std::string(bound.table)].insert(box->Field());
     }
-    for (const std::string& name : program.GetSession().screens.Registered()) {
+    for (const std::string& name : program.TheSession().screens.Registered()) {
         const auto screen = Make(name);
         if (const auto* notepad = dynamic_cast<Notepad*>(screen.get()))
             for (const std::string& field : notepad->Fields())

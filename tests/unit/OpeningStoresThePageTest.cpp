@@ -44,7 +44,7 @@ protected:
         std::vector<std::string> ways;
         const Screen& page = *Now().screens.Find(Page().name);
         for (const auto& box : page.Boxes())
-            if ((box->GetKind() == Kind::Picture || box->GetKind() == Kind::Label) && page.IsClickable(*box) &&
+            if ((box->Kind() == BoxKind::Picture || box->Kind() == BoxKind::Label) && page.IsClickable(*box) &&
                 !box->Name().starts_with("Page"))
                 ways.push_back(box->Name());
         return ways;

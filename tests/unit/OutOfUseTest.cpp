@@ -121,8 +121,8 @@ TEST_F(OutOfUse, NothingThatShowsOpensTheSheets)
         std::vector<std::pair<std::string, int>> controls;
         const auto shown = screens.Make(name);
         for (const auto& box : shown->Boxes()) {
-            const Kind kind = box->GetKind();
-            if (kind == Kind::Text || kind == Kind::Tick || kind == Kind::Option)
+            const BoxKind kind = box->Kind();
+            if (kind == BoxKind::Text || kind == BoxKind::Tick || kind == BoxKind::Option)
                 continue;
             if (box->Visible() && (shown->IsClickable(*box) || shown->IsDoubleClickable(*box)))
                 controls.emplace_back(box->Name(), box->Index());

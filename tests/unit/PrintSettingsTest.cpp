@@ -19,9 +19,9 @@ std::string Shown(const Screen& screen)
 {
     std::string text;
     for (const auto& box : screen.Boxes()) {
-        if (box->GetKind() == Kind::Text || box->GetKind() == Kind::DropDown)
+        if (box->Kind() == BoxKind::Text || box->Kind() == BoxKind::DropDown)
             text += box->FullName() + "=" + box->Text() + "\n";
-        else if ((box->GetKind() == Kind::Option || box->GetKind() == Kind::Tick) && box->Ticked())
+        else if ((box->Kind() == BoxKind::Option || box->Kind() == BoxKind::Tick) && box->Ticked())
             text += box->FullName() + "\n";
     }
     return text;
@@ -127,7 +127,7 @@ TEST(PrintSettingsTest, EveryTextBoxTakesDigitsAndAPointOnly)
     Screen& screen = room.Settings();
     int boxes = 0;
     for (const auto& box : screen.Boxes()) {
-        if (box->GetKind() != Kind::Text)
+        if (box->Kind() != BoxKind::Text)
             continue;
         ++boxes;
         for (const char32_t key : U"x-,( ")

@@ -52,10 +52,10 @@ protected:
         door.messages.clear();
         program.emplace(door, &host, ProgramPlaces{.programFolder = programFolder, .resourceFolder = resources});
         EXPECT_TRUE(program->Main());
-        return program->GetSession();
+        return program->TheSession();
     }
 
-    Screen& Main() { return *program->GetSession().screens.Find("MDIForm1"); }
+    Screen& Main() { return *program->TheSession().screens.Find("MDIForm1"); }
     void Click(std::string_view box, int index = Box::NoIndex) { Main().Click(Main().box(box, index)); }
     std::filesystem::path Database() const { return programFolder / edition::ClientDatabaseName; }
 
@@ -207,8 +207,8 @@ TEST_F(ProgramTest, ASecondInstanceSaysSoAndTouchesNothing)
         Program another(second, &host, {.programFolder = programFolder, .resourceFolder = resources});
         host.whenShown = [](Screen&) { ADD_FAILURE() << "a second window"; };
         EXPECT_FALSE(another.Main());
-        EXPECT_TRUE(another.GetSession().screens.Open().empty());
-        EXPECT_TRUE(another.GetSession().WindowsFolder.empty()) << "it ends before it looks for its folders";
+        EXPECT_TRUE(another.TheSession().screens.Open().empty());
+        EXPECT_TRUE(another.TheSession().WindowsFolder.empty()) << "it ends before it looks for its folders";
     }
     EXPECT_EQ(second.beeps, 1);
     ASSERT_EQ(second.messages.size(), 1u);
@@ -254,16 +254,18 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"File", "mnuBatch", "Employer Batch Print"},
         {"File", "mnuPrintSetup", "Print Setup..."},
         {"File", "ExitOpt", "Exit"},
+        {"File", "mnuFind", "Find Employee..."},
         {"Folder", "mnuAltFolder", "&1 Default client folder", true, 1},
         {"Folder", "mnuAltFolder", "", true, 2, false},
         {"Folder", "mnuAltFolder", "", true, 3, false},
         {"Folder", "mnuAltFolder", "", true, 4, false},
         {"Folder", "mnuFolderManager", "Manager..."},
         {"View", "ToolbarOpt", "Toolbar"},
+        {"View", "mnuCheck", "Check..."},
         {"Settings", "mnuSettingsReports", "Reports"},
     };
     Start();
-    const std::span<const MenuRow> rows = MenuRows();
+    const std::vector<MenuRow> rows = MenuRows();
     ASSERT_EQ(rows.size(), std::size(expected));
     for (std::size_t place = 0; place < rows.size(); ++place) {
         const Entry& entry = expected[place];

@@ -27,10 +27,10 @@ public:
             {.name = "Price", .filter = MoneyKeyFilter},
             {.name = "Line", .first = 1, .last = 3},
             {.name = "Weight", .filter = MoneyKeyFilter, .first = 1, .last = 2},
-            {.name = "Tick", .kind = Kind::Tick},
-            {.name = "Choice", .kind = Kind::Option, .first = 0, .last = 2},
-            {.name = "Ok", .kind = Kind::Button, .text = "&OK"},
-            {.name = "Cancel", .kind = Kind::Button, .text = "&Cancel"},
+            {.name = "Tick", .kind = BoxKind::Tick},
+            {.name = "Choice", .kind = BoxKind::Option, .first = 0, .last = 2},
+            {.name = "Ok", .kind = BoxKind::Button, .text = "&OK"},
+            {.name = "Cancel", .kind = BoxKind::Button, .text = "&Cancel"},
         });
         AddBoxes(Rows);
         SetButtons("Cancel", "Ok");

@@ -146,7 +146,7 @@ protected:
         return made;
     }
 
-    Session& Other() { return otherDesk.GetSession(); }
+    Session& Other() { return otherDesk.TheSession(); }
 
     static Screen& Open(Session& session, const std::string& name)
     {

@@ -13,27 +13,27 @@ namespace {
 constexpr double SecondCar = 59;
 
 constexpr auto CarBoxes = std::to_array<FormBox>({
-    {BoxKind::Entry, 76, 148.5, 131},  // make and model
-    {BoxKind::Entry, 76, 156, 98},     // date first registered
-    {BoxKind::Entry, 76, 167, 98},     // CO2 figure
-    {BoxKind::Entry, 100, 167, 105.5}, // no CO2 figure
-    {BoxKind::Entry, 76, 174, 98},     // engine size
-    {BoxKind::Entry, 76, 181, 88},     // type of fuel
-    {BoxKind::Entry, 83, 188, 105},    // date from
-    {BoxKind::Entry, 109, 188, 131},   // date to
-    {BoxKind::Pound, 76, 202},         // list price
-    {BoxKind::Pound, 76, 210},         // accessories
-    {BoxKind::Pound, 76, 219},         // capital contributions
-    {BoxKind::Pound, 76, 229},         // private use payment
-    {BoxKind::Entry, 76, 238, 98},     // date fuel withdrawn
-    {BoxKind::Entry, 102, 238, 107.5}, // fuel reinstated
-    {BoxKind::Pound, 76, 245},         // cash equivalent of the car
-    {BoxKind::Pound, 76, 259},         // cash equivalent of the fuel
+    {PrintedKind::Entry, 76, 148.5, 131},  // make and model
+    {PrintedKind::Entry, 76, 156, 98},     // date first registered
+    {PrintedKind::Entry, 76, 167, 98},     // CO2 figure
+    {PrintedKind::Entry, 100, 167, 105.5}, // no CO2 figure
+    {PrintedKind::Entry, 76, 174, 98},     // engine size
+    {PrintedKind::Entry, 76, 181, 88},     // type of fuel
+    {PrintedKind::Entry, 83, 188, 105},    // date from
+    {PrintedKind::Entry, 109, 188, 131},   // date to
+    {PrintedKind::Pound, 76, 202},         // list price
+    {PrintedKind::Pound, 76, 210},         // accessories
+    {PrintedKind::Pound, 76, 219},         // capital contributions
+    {PrintedKind::Pound, 76, 229},         // private use payment
+    {PrintedKind::Entry, 76, 238, 98},     // date fuel withdrawn
+    {PrintedKind::Entry, 102, 238, 107.5}, // fuel reinstated
+    {PrintedKind::Pound, 76, 245},         // cash equivalent of the car
+    {PrintedKind::Pound, 76, 259},         // cash equivalent of the fuel
 });
 
 constexpr auto TotalBoxes = std::to_array<FormBox>({
-    {BoxKind::Number1A, 161, 253, 0, "   9"},
-    {BoxKind::Number1A, 161, 266, 0, "  10"},
+    {PrintedKind::Number1A, 161, 253, 0, "   9"},
+    {PrintedKind::Number1A, 161, 266, 0, "  10"},
 });
 
 constexpr auto LabelsAboveCars = std::to_array<Label>({

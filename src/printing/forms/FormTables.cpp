@@ -25,22 +25,22 @@ std::string Fitting(const PageLayer& page, std::string_view text, double room)
 void DrawBox(PageLayer& page, const FormBox& box, double dx)
 {
     switch (box.kind) {
-    case BoxKind::Entry:
+    case PrintedKind::Entry:
         PrintEntryBox(page, box.x + dx, box.x2 + dx, box.y);
         break;
-    case BoxKind::Pound:
+    case PrintedKind::Pound:
         PrintPoundBox(page, box.x + dx, box.y);
         break;
-    case BoxKind::Number:
+    case PrintedKind::Number:
         PrintBoxNumber(page, box.x + dx, box.y, box.text);
         break;
-    case BoxKind::Number1A:
+    case PrintedKind::Number1A:
         PrintBoxNumber1A(page, box.x + dx, box.y, box.text);
         break;
-    case BoxKind::Tag1A:
+    case PrintedKind::Tag1A:
         Print1ATag(page, box.x + dx, box.y);
         break;
-    case BoxKind::Letter:
+    case PrintedKind::Letter:
         PrintSectionLetter(page, box.x + dx, box.y, box.text);
         break;
     }

@@ -32,11 +32,11 @@ struct SectionMark {
     std::string_view title = {};
 };
 
-enum class BoxKind { Entry, Pound, Number, Number1A, Tag1A, Letter };
+enum class PrintedKind { Entry, Pound, Number, Number1A, Tag1A, Letter };
 
 /// An empty box of the form. `x2` is the right end of an entry box; `text` the number or letter in its tag.
 struct FormBox {
-    BoxKind kind;
+    PrintedKind kind;
     double x, y;
     double x2 = 0;
     std::string_view text = {};

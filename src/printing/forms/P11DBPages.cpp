@@ -124,22 +124,22 @@ constexpr auto Sections = std::to_array<SectionMark>({
 });
 
 constexpr auto Boxes = std::to_array<FormBox>({
-    {BoxKind::Entry, 15, 131, 20.5}, // section 1: adjustments
-    {BoxKind::Pound, 163, 116},      // A
-    {BoxKind::Letter, 158, 116, 0, "A"},
-    {BoxKind::Tag1A, 185, 116},
-    {BoxKind::Letter, 158, 143, 0, "B"}, // B
-    {BoxKind::Entry, 163.5, 143, 185},
-    {BoxKind::Pound, 163, 154}, // C
-    {BoxKind::Letter, 158, 154, 0, "C"},
-    {BoxKind::Tag1A, 185, 154},
-    {BoxKind::Entry, 10, 179.5, 15.5}, // section 2: the three statements
-    {BoxKind::Entry, 10, 190.5, 15.5},
-    {BoxKind::Entry, 10, 202, 15.5},
-    {BoxKind::Entry, 60.5, 202, 114},    // sent on
-    {BoxKind::Entry, 143.5, 202, 189},   // sent to
-    {BoxKind::Entry, 143.5, 235.5, 189}, // date
-    {BoxKind::Entry, 49, 250, 128},      // capacity
+    {PrintedKind::Entry, 15, 131, 20.5}, // section 1: adjustments
+    {PrintedKind::Pound, 163, 116},      // A
+    {PrintedKind::Letter, 158, 116, 0, "A"},
+    {PrintedKind::Tag1A, 185, 116},
+    {PrintedKind::Letter, 158, 143, 0, "B"}, // B
+    {PrintedKind::Entry, 163.5, 143, 185},
+    {PrintedKind::Pound, 163, 154}, // C
+    {PrintedKind::Letter, 158, 154, 0, "C"},
+    {PrintedKind::Tag1A, 185, 154},
+    {PrintedKind::Entry, 10, 179.5, 15.5}, // section 2: the three statements
+    {PrintedKind::Entry, 10, 190.5, 15.5},
+    {PrintedKind::Entry, 10, 202, 15.5},
+    {PrintedKind::Entry, 60.5, 202, 114},    // sent on
+    {PrintedKind::Entry, 143.5, 202, 189},   // sent to
+    {PrintedKind::Entry, 143.5, 235.5, 189}, // date
+    {PrintedKind::Entry, 49, 250, 128},      // capacity
 });
 
 constexpr Panel SignatureBox{49, 229, 128, 241};
@@ -266,24 +266,24 @@ constexpr auto Section4Bands = std::to_array<Panel>({
 });
 
 constexpr auto Section4Boxes = std::to_array<FormBox>({
-    {BoxKind::Letter, 156.5, 166.5, 0, "A"},
-    {BoxKind::Pound, 162, 166.5},
-    {BoxKind::Tag1A, 184, 166.5},
-    {BoxKind::Letter, 156.5, 189, 0, "B"},
-    {BoxKind::Entry, 47, 189, 152},
-    {BoxKind::Pound, 162, 189},
-    {BoxKind::Tag1A, 184, 189},
-    {BoxKind::Letter, 156.5, 209, 0, "C"},
-    {BoxKind::Entry, 47, 209, 152},
-    {BoxKind::Pound, 162, 209},
-    {BoxKind::Letter, 156.5, 225, 0, "D"},
-    {BoxKind::Pound, 162, 225},
-    {BoxKind::Tag1A, 184, 225},
-    {BoxKind::Letter, 156.5, 242, 0, "E"},
-    {BoxKind::Entry, 162, 242, 184},
-    {BoxKind::Letter, 156.5, 262, 0, "F"},
-    {BoxKind::Pound, 162, 262},
-    {BoxKind::Tag1A, 184, 262},
+    {PrintedKind::Letter, 156.5, 166.5, 0, "A"},
+    {PrintedKind::Pound, 162, 166.5},
+    {PrintedKind::Tag1A, 184, 166.5},
+    {PrintedKind::Letter, 156.5, 189, 0, "B"},
+    {PrintedKind::Entry, 47, 189, 152},
+    {PrintedKind::Pound, 162, 189},
+    {PrintedKind::Tag1A, 184, 189},
+    {PrintedKind::Letter, 156.5, 209, 0, "C"},
+    {PrintedKind::Entry, 47, 209, 152},
+    {PrintedKind::Pound, 162, 209},
+    {PrintedKind::Letter, 156.5, 225, 0, "D"},
+    {PrintedKind::Pound, 162, 225},
+    {PrintedKind::Tag1A, 184, 225},
+    {PrintedKind::Letter, 156.5, 242, 0, "E"},
+    {PrintedKind::Entry, 162, 242, 184},
+    {PrintedKind::Letter, 156.5, 262, 0, "F"},
+    {PrintedKind::Pound, 162, 262},
+    {PrintedKind::Tag1A, 184, 262},
 });
 
 constexpr Panel TotalBand{156.5, 223, 189, 225.5};

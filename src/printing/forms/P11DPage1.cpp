@@ -36,27 +36,27 @@ constexpr auto Sections = std::to_array<SectionMark>({
 });
 
 constexpr auto Boxes = std::to_array<FormBox>({
-    {BoxKind::Entry, 2, 22.5, 80},      // employer name
-    {BoxKind::Entry, 2, 33.5, 80},      // employer PAYE reference
-    {BoxKind::Entry, 2, 44, 80},        // surname
-    {BoxKind::Entry, 2, 49.25, 80},     // first names
-    {BoxKind::Entry, 119, 50, 125},     // director
-    {BoxKind::Entry, 2, 59.5, 55},      // works number
-    {BoxKind::Entry, 80, 59.5, 125},    // National Insurance number
-    {BoxKind::Entry, 189.5, 59.5, 195}, // gender
-    {BoxKind::Entry, 151, 50, 195},     // date of birth
-    {BoxKind::Entry, 42, 81, 103},      // A
-    {BoxKind::Pound, 105, 81},
-    {BoxKind::Pound, 133, 81},
-    {BoxKind::Number1A, 161, 81, 0, "  13"},
-    {BoxKind::Entry, 42, 92, 159}, // B
-    {BoxKind::Number, 161, 92, 0, "  15"},
-    {BoxKind::Number, 161, 98, 0, "  15"},
-    {BoxKind::Pound, 105, 111}, // C
-    {BoxKind::Pound, 133, 111},
-    {BoxKind::Number, 161, 111, 0, "  12"},
-    {BoxKind::Number1A, 161, 122, 0, "  14"}, // D
-    {BoxKind::Number, 161, 135, 0, "  12"},   // E
+    {PrintedKind::Entry, 2, 22.5, 80},      // employer name
+    {PrintedKind::Entry, 2, 33.5, 80},      // employer PAYE reference
+    {PrintedKind::Entry, 2, 44, 80},        // surname
+    {PrintedKind::Entry, 2, 49.25, 80},     // first names
+    {PrintedKind::Entry, 119, 50, 125},     // director
+    {PrintedKind::Entry, 2, 59.5, 55},      // works number
+    {PrintedKind::Entry, 80, 59.5, 125},    // National Insurance number
+    {PrintedKind::Entry, 189.5, 59.5, 195}, // gender
+    {PrintedKind::Entry, 151, 50, 195},     // date of birth
+    {PrintedKind::Entry, 42, 81, 103},      // A
+    {PrintedKind::Pound, 105, 81},
+    {PrintedKind::Pound, 133, 81},
+    {PrintedKind::Number1A, 161, 81, 0, "  13"},
+    {PrintedKind::Entry, 42, 92, 159}, // B
+    {PrintedKind::Number, 161, 92, 0, "  15"},
+    {PrintedKind::Number, 161, 98, 0, "  15"},
+    {PrintedKind::Pound, 105, 111}, // C
+    {PrintedKind::Pound, 133, 111},
+    {PrintedKind::Number, 161, 111, 0, "  12"},
+    {PrintedKind::Number1A, 161, 122, 0, "  14"}, // D
+    {PrintedKind::Number, 161, 135, 0, "  12"},   // E
 });
 
 /// What parts the cells of the National Insurance number and of the date of birth.

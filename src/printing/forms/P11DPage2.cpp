@@ -33,64 +33,64 @@ constexpr auto Sections = std::to_array<SectionMark>({
 });
 
 constexpr auto Boxes = std::to_array<FormBox>({
-    {BoxKind::Number1A, 161, 4, 0, "    9"}, // G
-    {BoxKind::Number1A, 161, 11, 0, "  10"},
-    {BoxKind::Entry, 133, 31, 145}, // H: joint borrowers
-    {BoxKind::Entry, 169, 31, 181},
-    {BoxKind::Pound, 133, 38.5}, // at the start of the year
-    {BoxKind::Pound, 169, 38.5},
-    {BoxKind::Pound, 133, 46}, // at its end
-    {BoxKind::Pound, 169, 46},
-    {BoxKind::Pound, 133, 53.5}, // maximum
-    {BoxKind::Pound, 169, 53.5},
-    {BoxKind::Pound, 133, 61}, // interest
-    {BoxKind::Pound, 169, 61},
-    {BoxKind::Entry, 133, 68.5, 155}, // date made
-    {BoxKind::Entry, 169, 68.5, 191},
-    {BoxKind::Entry, 133, 76, 155}, // date discharged
-    {BoxKind::Entry, 169, 76, 191},
-    {BoxKind::Number1A, 125, 83.5, 0, "  15"},
-    {BoxKind::Number1A, 161, 83.5, 0, "  15"},
-    {BoxKind::Pound, 105, 100}, // I
-    {BoxKind::Pound, 133, 100},
-    {BoxKind::Number1A, 161, 100, 0, "  11"},
-    {BoxKind::Number1A, 161, 118, 0, "  15"}, // J
-    {BoxKind::Pound, 105, 131},               // K
-    {BoxKind::Pound, 133, 131},
-    {BoxKind::Number1A, 161, 131, 0, "  15"},
-    {BoxKind::Entry, 49, 148, 103}, // L
-    {BoxKind::Pound, 105, 148},
-    {BoxKind::Pound, 133, 148},
-    {BoxKind::Number1A, 161, 148, 0, "  13"},
-    {BoxKind::Entry, 49, 166, 103}, // M: items that bear Class 1A contributions
-    {BoxKind::Pound, 105, 166},
-    {BoxKind::Pound, 133, 166},
-    {BoxKind::Number1A, 161, 166, 0, "  15"},
-    {BoxKind::Entry, 49, 176, 103}, // items that do not
-    {BoxKind::Pound, 105, 176},
-    {BoxKind::Pound, 133, 176},
-    {BoxKind::Number, 161, 176, 0, "  15"},
-    {BoxKind::Number, 161, 186, 0, "  15"}, // tax paid
-    {BoxKind::Pound, 105, 204},             // N: travelling
-    {BoxKind::Pound, 133, 204},
-    {BoxKind::Number, 161, 204, 0, "  16"},
-    {BoxKind::Entry, 98, 213, 103.5}, // entertainment
-    {BoxKind::Pound, 105, 213},
-    {BoxKind::Pound, 133, 213},
-    {BoxKind::Number, 161, 213, 0, "  16"},
-    {BoxKind::Pound, 105, 222}, // general allowance
-    {BoxKind::Pound, 133, 222},
-    {BoxKind::Number, 161, 222, 0, "  16"},
-    {BoxKind::Pound, 105, 231}, // telephone
-    {BoxKind::Pound, 133, 231},
-    {BoxKind::Number, 161, 231, 0, "  16"},
-    {BoxKind::Pound, 105, 240}, // relocation
-    {BoxKind::Pound, 133, 240},
-    {BoxKind::Number, 161, 240, 0, "  16"},
-    {BoxKind::Entry, 49, 249, 103}, // other
-    {BoxKind::Pound, 105, 249},
-    {BoxKind::Pound, 133, 249},
-    {BoxKind::Number, 161, 249, 0, "  16"},
+    {PrintedKind::Number1A, 161, 4, 0, "    9"}, // G
+    {PrintedKind::Number1A, 161, 11, 0, "  10"},
+    {PrintedKind::Entry, 133, 31, 145}, // H: joint borrowers
+    {PrintedKind::Entry, 169, 31, 181},
+    {PrintedKind::Pound, 133, 38.5}, // at the start of the year
+    {PrintedKind::Pound, 169, 38.5},
+    {PrintedKind::Pound, 133, 46}, // at its end
+    {PrintedKind::Pound, 169, 46},
+    {PrintedKind::Pound, 133, 53.5}, // maximum
+    {PrintedKind::Pound, 169, 53.5},
+    {PrintedKind::Pound, 133, 61}, // interest
+    {PrintedKind::Pound, 169, 61},
+    {PrintedKind::Entry, 133, 68.5, 155}, // date made
+    {PrintedKind::Entry, 169, 68.5, 191},
+    {PrintedKind::Entry, 133, 76, 155}, // date discharged
+    {PrintedKind::Entry, 169, 76, 191},
+    {PrintedKind::Number1A, 125, 83.5, 0, "  15"},
+    {PrintedKind::Number1A, 161, 83.5, 0, "  15"},
+    {PrintedKind::Pound, 105, 100}, // I
+    {PrintedKind::Pound, 133, 100},
+    {PrintedKind::Number1A, 161, 100, 0, "  11"},
+    {PrintedKind::Number1A, 161, 118, 0, "  15"}, // J
+    {PrintedKind::Pound, 105, 131},               // K
+    {PrintedKind::Pound, 133, 131},
+    {PrintedKind::Number1A, 161, 131, 0, "  15"},
+    {PrintedKind::Entry, 49, 148, 103}, // L
+    {PrintedKind::Pound, 105, 148},
+    {PrintedKind::Pound, 133, 148},
+    {PrintedKind::Number1A, 161, 148, 0, "  13"},
+    {PrintedKind::Entry, 49, 166, 103}, // M: items that bear Class 1A contributions
+    {PrintedKind::Pound, 105, 166},
+    {PrintedKind::Pound, 133, 166},
+    {PrintedKind::Number1A, 161, 166, 0, "  15"},
+    {PrintedKind::Entry, 49, 176, 103}, // items that do not
+    {PrintedKind::Pound, 105, 176},
+    {PrintedKind::Pound, 133, 176},
+    {PrintedKind::Number, 161, 176, 0, "  15"},
+    {PrintedKind::Number, 161, 186, 0, "  15"}, // tax paid
+    {PrintedKind::Pound, 105, 204},             // N: travelling
+    {PrintedKind::Pound, 133, 204},
+    {PrintedKind::Number, 161, 204, 0, "  16"},
+    {PrintedKind::Entry, 98, 213, 103.5}, // entertainment
+    {PrintedKind::Pound, 105, 213},
+    {PrintedKind::Pound, 133, 213},
+    {PrintedKind::Number, 161, 213, 0, "  16"},
+    {PrintedKind::Pound, 105, 222}, // general allowance
+    {PrintedKind::Pound, 133, 222},
+    {PrintedKind::Number, 161, 222, 0, "  16"},
+    {PrintedKind::Pound, 105, 231}, // telephone
+    {PrintedKind::Pound, 133, 231},
+    {PrintedKind::Number, 161, 231, 0, "  16"},
+    {PrintedKind::Pound, 105, 240}, // relocation
+    {PrintedKind::Pound, 133, 240},
+    {PrintedKind::Number, 161, 240, 0, "  16"},
+    {PrintedKind::Entry, 49, 249, 103}, // other
+    {PrintedKind::Pound, 105, 249},
+    {PrintedKind::Pound, 133, 249},
+    {PrintedKind::Number, 161, 249, 0, "  16"},
 });
 
 constexpr auto Labels = std::to_array<Label>({

@@ -10,22 +10,22 @@ namespace quillmere {
 namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "Title", .kind = Kind::Label, .text = "Employer Batch Print"},
+    {.name = "Title", .kind = BoxKind::Label, .text = "Employer Batch Print"},
     {.name = "Label1",
-     .kind = Kind::Label,
+     .kind = BoxKind::Label,
      // Kept: with its word and its runs of blanks.
      .text = "Select an Employer and schedules that you wish to print.  To select particular schedules, highlight a "
              "schedule by ticking its relevant box.                              To selct all schedules, tick 'All "
              "Schedules'.                                                       To print, click on 'Print'."},
-    {.name = "EmpList", .kind = Kind::List, .spoken = "Employers"},
-    {.name = "AllSch", .kind = Kind::Tick, .text = "All Schedules"},
+    {.name = "EmpList", .kind = BoxKind::List, .spoken = "Employers"},
+    {.name = "AllSch", .kind = BoxKind::Tick, .text = "All Schedules"},
 });
 
 constexpr auto FormRows = std::to_array<BoxRow>({
-    {.name = "P11D", .kind = Kind::Tick, .text = "P11D"},
-    {.name = "P11DB", .kind = Kind::Tick, .text = "P11D(b)"},
-    {.name = "Print", .kind = Kind::Button, .text = "&Print"},
-    {.name = "Cancel", .kind = Kind::Button, .text = "&Cancel"},
+    {.name = "P11D", .kind = BoxKind::Tick, .text = "P11D"},
+    {.name = "P11DB", .kind = BoxKind::Tick, .text = "P11D(b)"},
+    {.name = "Print", .kind = BoxKind::Button, .text = "&Print"},
+    {.name = "Cancel", .kind = BoxKind::Button, .text = "&Cancel"},
 });
 
 /// The ticks of the array SchTick; it has no member 13.
@@ -58,7 +58,7 @@ PrePrint::PrePrint(Session& session, PrintSystem& printing)
 {
     AddBoxes(Rows);
     for (const ScheduleTick& schedule : ScheduleTicks)
-        AddBox({.kind = Kind::Tick, .text = schedule.caption}, "SchTick", schedule.index);
+        AddBox({.kind = BoxKind::Tick, .text = schedule.caption}, "SchTick", schedule.index);
     AddBoxes(FormRows);
     SetButtons("Cancel", "Print");
     OnClick("AllSch", [this](Box& all) {

@@ -34,19 +34,19 @@ int ReadCopies(std::string_view text)
 }
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "fraCopies", .kind = Kind::Frame, .text = "Copies"},
+    {.name = "fraCopies", .kind = BoxKind::Frame, .text = "Copies"},
     {.name = "txtCopies", .filter = WholeNumberKeyFilter, .spoken = "Number of copies"},
-    {.name = "fraRange", .kind = Kind::Frame, .text = "Page range"},
+    {.name = "fraRange", .kind = BoxKind::Frame, .text = "Page range"},
     OptionRow("optRange", AllPages, "All pages", 'A'),
     OptionRow("optRange", CurrentPage, "Current page", 'U'),
     OptionRow("optRange", Pages, "Pages", 'G'),
     {.name = "txtPageNumbers", .filter = PageNumbersKeyFilter, .spoken = "Page numbers"},
-    {.name = "fraDuplex", .kind = Kind::Frame, .text = "Manual Duplex"},
+    {.name = "fraDuplex", .kind = BoxKind::Frame, .text = "Manual Duplex"},
     OptionRow("optDuplex", 0, "All pages", 'L'),
     OptionRow("optDuplex", 1, "Odd pages only", 'O'),
     OptionRow("optDuplex", 2, "Even pages only", 'E'),
-    {.name = "cmdPrint", .kind = Kind::Button, .text = "&Print"},
-    {.name = "cmdCancel", .kind = Kind::Button, .text = "&Cancel"},
+    {.name = "cmdPrint", .kind = BoxKind::Button, .text = "&Print"},
+    {.name = "cmdCancel", .kind = BoxKind::Button, .text = "&Cancel"},
 });
 
 } // namespace

@@ -23,11 +23,11 @@ constexpr BoxRow Number(std::string_view name, std::string_view spoken)
 }
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    {.name = "tbsSettings", .kind = Kind::Tabs, .spoken = "Pages of the settings"},
-    {.name = "picSettings", .kind = Kind::Frame, .first = 1, .last = Pages},
+    {.name = "tbsSettings", .kind = BoxKind::Tabs, .spoken = "Pages of the settings"},
+    {.name = "picSettings", .kind = BoxKind::Frame, .first = 1, .last = Pages},
 
-    {.name = "cmbPrinter", .kind = Kind::DropDown, .spoken = "Printer"},
-    {.name = "cmdSetup", .kind = Kind::Button, .text = "Printer &Setup"},
+    {.name = "cmbPrinter", .kind = BoxKind::DropDown, .spoken = "Printer"},
+    {.name = "cmdSetup", .kind = BoxKind::Button, .text = "Printer &Setup"},
     Number("txtVSTop", "Printer: Top Offset (mm)"),
     Number("txtVSLeft", "Printer: Left Offset (mm)"),
     Number("txtVSScale", "Printer: Scale (%)"),
@@ -42,7 +42,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
     OptionRow("optFile", 1, "Fixed As:", 'F'),
     {.name = "txtFile", .filter = DigitsAndPoint, .spoken = "Default File Name"},
 
-    {.name = "chkDuplexPadding", .kind = Kind::Tick, .text = "Insert padding pages for duplex printing"},
+    {.name = "chkDuplexPadding", .kind = BoxKind::Tick, .text = "Insert padding pages for duplex printing"},
     Number("txtAlignMethod", "Text Alignment, Method"),
     Number("txtAlignV", "Text Alignment, Vertical"),
     Number("txtAlignH", "Text Alignment, Horizontal"),
@@ -54,14 +54,14 @@ constexpr auto Rows = std::to_array<BoxRow>({
     OptionRow("optSection", 0, "Document", 'U'),
     OptionRow("optTicks", 2, "Blank", 'B'),
     OptionRow("optTicks", 0, "Normal", 'R'),
-    {.name = "chkShading", .kind = Kind::Tick, .text = "Use Shading"},
+    {.name = "chkShading", .kind = BoxKind::Tick, .text = "Use Shading"},
     Number("txtBlack", "Black"),
     Number("txtDark", "Dark Grey"),
     Number("txtLight", "Light Grey"),
     Number("txtWhite", "White"),
 
-    {.name = "cmdDefaults", .kind = Kind::Button, .text = "&Defaults"},
-    {.name = "cmdClose", .kind = Kind::Button, .text = "&Close"},
+    {.name = "cmdDefaults", .kind = BoxKind::Button, .text = "&Defaults"},
+    {.name = "cmdClose", .kind = BoxKind::Button, .text = "&Close"},
 });
 
 /// A box with a number, and the setting that it shows.
@@ -186,14 +186,14 @@ std::string frmVSPrintSettings::ChosenPrinter() const
 void frmVSPrintSettings::SetOption(std::string_view name, int index)
 {
     for (const auto& option : Boxes())
-        if (option->GetKind() == Kind::Option && option->Name() == name)
+        if (option->Kind() == BoxKind::Option && option->Name() == name)
             option->SetTicked(option->Index() == index);
 }
 
 std::optional<int> frmVSPrintSettings::ChosenOption(std::string_view name) const
 {
     for (const auto& option : Boxes())
-        if (option->GetKind() == Kind::Option && option->Name() == name && option->Ticked())
+        if (option->Kind() == BoxKind::Option && option->Name() == name && option->Ticked())
             return option->Index();
     return std::nullopt;
 }

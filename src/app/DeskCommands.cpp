@@ -1,0 +1,33 @@
+#include "app/DeskCommands.h"
+
+#include <array>
+
+namespace quillmere {
+
+namespace {
+
+constexpr auto Commands = std::to_array<DeskCommand>({
+    {.menu = "File",
+     .name = "mnuFind",
+     .text = "Find Employee...",
+     .letter = 'F',
+     .key = "Ctrl+F",
+     .run = [](Session& session) { session.screens.Show("FindEmployee"); },
+     .separatorBefore = true},
+    {.menu = "View",
+     .name = "mnuCheck",
+     .text = "Check...",
+     .letter = 'C',
+     .key = "F9",
+     .run = [](Session& session) { session.screens.Show("CheckList"); },
+     .separatorBefore = true},
+});
+
+} // namespace
+
+std::span<const DeskCommand> DeskCommands()
+{
+    return Commands;
+}
+
+} // namespace quillmere

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "frame/Session.h"
+
+#include <span>
+#include <string_view>
+
+namespace quillmere {
+
+/// A command that stands beside the form: in nobody's way while it is not used.
+struct DeskCommand {
+    std::string_view menu; ///< behind what is in it; a new one comes last
+    std::string_view name; ///< of its box in the main window
+    std::string_view text;
+    char letter;
+    std::string_view key = {}; ///< "Ctrl+F"
+    void (*run)(Session&);
+    bool separatorBefore = false;
+    bool ofEmployee = false; ///< in use only while an employee is open
+};
+
+/// All of them, in the order of their menus.
+std::span<const DeskCommand> DeskCommands();
+
+} // namespace quillmere
