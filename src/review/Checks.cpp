@@ -1,10 +1,10 @@
 #include "review/Checks.h"
 
-#include "frame/ScheduleLines.h"
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
 #include "edition/LoanRates.h"
 #include "frame/Dates.h"
+#include "frame/ScheduleLines.h"
 #include "frame/Text.h"
 #include "frame/Tick.h"
 #include "screens/ScheduleNotepad.h"
