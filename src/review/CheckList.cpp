@@ -90,7 +90,8 @@ std::string SummaryText(const std::vector<Finding>& findings, bool complete)
 
 } // namespace
 
-CheckList::CheckList(Session& session) : Screen(session, "CheckList", ShowMode::Panel, "Check")
+CheckList::CheckList(Session& session)
+    : Screen(session, "CheckList", ShowMode::Panel, "Check"), paper(session.settings, session.platform)
 {
     AddBoxes(Rows);
     SetButtons("CheckClose", "CheckGo");
@@ -122,12 +123,12 @@ void CheckList::Start()
             if (auto* bound = dynamic_cast<BoundScreen*>(session.screens.Find(page)))
                 static_cast<void>(bound->StoreRecord());
     if (box("Scope", ThisEmployer).Ticked()) {
-        review.emplace(session.CurrentEmployer);
+        review.emplace(session.CurrentEmployer, paper);
         Show({}, false);
         return GoOn();
     }
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
-    Show(CheckEmployeeOf(database, session.CurrentEmployer, session.CurrentEmployee), true);
+    Show(CheckEmployeeOf(database, session.CurrentEmployer, session.CurrentEmployee, paper), true);
 }
 
 void CheckList::GoOn()

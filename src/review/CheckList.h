@@ -26,6 +26,7 @@ private:
     void Show(const std::vector<Finding>& newFindings, bool complete);
     void GoToChosen();
 
+    Paper paper;
     std::optional<EmployerReview> review; ///< while an employer is looked through
     std::vector<Finding> findings;        ///< in the order of the list
 };

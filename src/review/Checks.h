@@ -2,6 +2,7 @@
 
 #include "declaration/Declaration.h"
 #include "frame/Box.h"
+#include "printing/forms/FormTables.h"
 
 #include <functional>
 #include <span>
@@ -58,11 +59,17 @@ struct EmployerFacts {
     std::string storedBoxA;        ///< as the declaration's screen has stored it
 };
 
+/// What the checks of the printed form see: its texts of which the paper holds the beginning only.
+using PaperFacts = std::vector<CutText>;
+
 using EmployeeCheck = CheckRow<FieldReader>;
+using PaperCheck = CheckRow<PaperFacts>;
 using EmployerCheck = CheckRow<EmployerFacts>;
 
 /// Every check of an employee's form, in the order of the form.
 std::span<const EmployeeCheck> EmployeeChecks();
+/// Every check of how a form prints.
+std::span<const PaperCheck> PaperChecks();
 /// Every check over an employer's forms and his declaration.
 std::span<const EmployerCheck> EmployerChecks();
 
@@ -79,6 +86,8 @@ struct Finding {
 
 /// All findings on one employee's form, in the order of the checks.
 std::vector<Finding> CheckEmployee(std::string_view employee, const FieldReader& read);
+/// All findings on how an employee's form prints.
+std::vector<Finding> CheckPaper(std::string_view employee, const PaperFacts& facts);
 /// All findings that an employer's forms and declaration show together.
 std::vector<Finding> CheckEmployer(const EmployerFacts& facts);
 

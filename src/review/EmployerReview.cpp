@@ -17,6 +17,13 @@ FieldReader ReaderOf(const EmployerForms& forms)
     return [&forms](std::string_view table, std::string_view field) { return forms.Field(table, field); };
 }
 
+std::vector<Finding> CheckForm(std::string_view employee, const FieldReader& read, const Paper& paper)
+{
+    std::vector<Finding> findings = CheckEmployee(employee, read);
+    std::ranges::move(CheckPaper(employee, paper.Cut(read)), std::back_inserter(findings));
+    return findings;
+}
+
 } // namespace
 
 bool EmployerReview::GoOn(Database& database, int most)
@@ -32,7 +39,7 @@ bool EmployerReview::GoOn(Database& database, int most)
         }
         last = forms.Employee();
         facts.employees.push_back(FactsOf(last, read));
-        std::ranges::move(CheckEmployee(last, read), std::back_inserter(findings));
+        std::ranges::move(CheckForm(last, read, paper), std::back_inserter(findings));
     }
     return true;
 }
@@ -47,10 +54,11 @@ void EmployerReview::LookAtAll(Database& database)
     std::ranges::move(CheckEmployer(facts), std::back_inserter(findings));
 }
 
-std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee)
+std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee,
+                                     const Paper& paper)
 {
     std::map<std::string, std::optional<Recordset>, std::less<>> tables; // opened when first asked for
-    return CheckEmployee(employee, [&](std::string_view table, std::string_view field) {
+    const FieldReader read = [&](std::string_view table, std::string_view field) {
         auto found = tables.find(table);
         if (found == tables.end()) {
             std::optional<Recordset> records = database.OpenRecordset(table);
@@ -61,12 +69,13 @@ std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employ
             found = tables.emplace(table, std::move(records)).first;
         }
         return found->second ? found->second->Field(field) : std::string_view();
-    });
+    };
+    return CheckForm(employee, read, paper);
 }
 
-std::vector<Finding> CheckAllOf(Database& database, std::string_view employer)
+std::vector<Finding> CheckAllOf(Database& database, std::string_view employer, const Paper& paper)
 {
-    EmployerReview review{std::string(employer)};
+    EmployerReview review(std::string(employer), paper);
     while (review.GoOn(database, std::numeric_limits<int>::max())) {
     }
     return review.Findings();

@@ -2,6 +2,7 @@
 
 #include "clientdb/store/Recordset.h"
 #include "review/Checks.h"
+#include "review/Paper.h"
 
 #include <string>
 #include <vector>
@@ -12,7 +13,8 @@ namespace quillmere::review {
 /// that keys and other desks do not wait.
 class EmployerReview {
 public:
-    explicit EmployerReview(std::string employer) : employer(std::move(employer)) {}
+    /// `paper` outlives it.
+    EmployerReview(std::string employer, const Paper& paper) : employer(std::move(employer)), paper(paper) {}
 
     /// Looks at up to `most` more employees. False once there is nothing more to look at. Throws StoreError.
     bool GoOn(Database& database, int most);
@@ -24,6 +26,7 @@ private:
     void LookAtAll(Database& database);
 
     std::string employer;
+    const Paper& paper;
     std::string last; ///< the employee who was looked at last
     EmployerFacts facts;
     std::vector<Finding> findings;
@@ -31,9 +34,10 @@ private:
 };
 
 /// The findings on one employee's form. Throws StoreError.
-std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee);
+std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee,
+                                     const Paper& paper);
 
 /// The findings on all forms of an employer, and on what they show together, in that order. Throws StoreError.
-std::vector<Finding> CheckAllOf(Database& database, std::string_view employer);
+std::vector<Finding> CheckAllOf(Database& database, std::string_view employer, const Paper& paper);
 
 } // namespace quillmere::review

@@ -4,6 +4,8 @@
 #include "clientdb/store/TableLayouts.h"
 #include "review/EmployerForms.h"
 #include "review/EmployerReview.h"
+#include "review/Paper.h"
+#include "support/ScriptedDoor.h"
 #include "support/StoreFixture.h"
 
 #include <algorithm>
@@ -34,12 +36,24 @@ std::string Key(std::string_view table, std::string_view field)
     return table == "P11D" ? std::string(field) : std::string(table) + "." + std::string(field);
 }
 
+/// A desk at which paper can be measured.
+struct Measure {
+    testing::ScriptedDoor door;
+    Settings settings = SetDefaultConfiguration({});
+    review::Paper paper{settings, door};
+};
+
 std::vector<Finding> CheckForm(const Texts& form)
 {
-    return review::CheckEmployee("Jane Smith", [&form](std::string_view table, std::string_view field) {
+    static const Measure measure;
+    const review::FieldReader read = [&form](std::string_view table, std::string_view field) {
         const auto found = form.find(Key(table, field));
         return found == form.end() ? std::string_view() : std::string_view(found->second);
-    });
+    };
+    std::vector<Finding> findings = review::CheckEmployee("Jane Smith", read);
+    for (Finding& finding : review::CheckPaper("Jane Smith", measure.paper.Cut(read)))
+        findings.push_back(std::move(finding));
+    return findings;
 }
 
 /// A form with something in every section, and nothing to look at.
@@ -154,6 +168,15 @@ const std::vector<CheckCase> Cases = {
     {"LO1", "HLoanCashEqu2", {{"HOutstand2", "5.00"}}, {{"HLoanDate2", "01/05/2010"}}},
     {"LO2", "HLoanDischarge1", {{"HLoanDischarge1", "30/04/2010"}}, {{"HLoanDischarge1", "01/05/2010"}}},
     {"LO3", "HMaxLoan1", {{"HMaxLoan1", "5000.00"}}, {{"HMaxLoan1", "5000.01"}}},
+    {"PA1",
+     "LDescriptAsset",
+     {{"LDescriptAsset", "A motor yacht with two cabins and a boat"}, {"LCashEqu", "5.00"}},
+     {{"LDescriptAsset", "A motor yacht with a cabin"}, {"LCashEqu", "5.00"}}},
+    {"PA1", "EmployeeNameBox", {{"Surname", std::string(40, 'W')}}, {{"Surname", std::string(40, 'i')}}},
+    {"PA1",
+     "FMakeModel6",
+     {{"ExtraCars.FMakeModel6", "An estate car with leather seats"}},
+     {{"ExtraCars.FMakeModel6", "An estate car"}}},
 };
 
 std::set<std::string> BoxesOf(const std::vector<Finding>& findings, std::string_view code)
@@ -186,6 +209,8 @@ TEST(Checks, EveryCheckOfAFormHasACase)
         codes.insert(check.code);
     for (const review::EmployeeCheck& check : review::EmployeeChecks())
         EXPECT_TRUE(codes.contains(check.code)) << check.code;
+    for (const review::PaperCheck& check : review::PaperChecks())
+        EXPECT_TRUE(codes.contains(check.code)) << check.code;
 }
 
 TEST(Checks, EveryFieldThatACheckReadsIsOfALayout)
@@ -217,6 +242,7 @@ TEST(Checks, CodesAreOnesOfTheirKindAndEachNamesWhoSaysSo)
         }
     };
     look(review::EmployeeChecks());
+    look(review::PaperChecks());
     look(review::EmployerChecks());
 }
 
@@ -231,6 +257,8 @@ TEST(Checks, AFindingSaysWhichCarAndByHowMuch)
               "1.00 on the form, 2500.00 over the cars");
     EXPECT_EQ(detailOf(CheckForm(With({{"ANotepad.CostMarket2", "1.00"}})), "SE6"),
               "100.00 on the form, 101.00 in the list");
+    EXPECT_EQ(detailOf(CheckForm(With({{"FMakeModel1", "An estate car with leather seats"}})), "PA1"),
+              "Car 1, \"An estate car with leather seat\" is all that prints");
 }
 
 // ---- employers ----------------------------------------------------------------------------------
@@ -350,6 +378,7 @@ protected:
     }
 
     Database database;
+    Measure measure;
 };
 
 TEST_F(Review, EachFindingIsOfItsOwnEmployee)
@@ -363,7 +392,7 @@ TEST_F(Review, EachFindingIsOfItsOwnEmployee)
     Set("ANotepad", "Jane Young", {{"CostMarket1", "5.00"}});
 
     std::vector<std::string> found;
-    for (const Finding& finding : review::CheckAllOf(database, "Acme Ltd"))
+    for (const Finding& finding : review::CheckAllOf(database, "Acme Ltd", measure.paper))
         if (!finding.employee.empty())
             found.push_back(finding.employee + " " + std::string(finding.code));
     EXPECT_EQ(found, (std::vector<std::string>{"Jane Smith CA1", "Jane Young SE6"}));
@@ -397,10 +426,10 @@ TEST_F(Review, PiecesOfAnySizeFindTheSame)
             Create(employer, "Jane", surname);
     Set("ANotepad", "Jane Young", {{"CostMarket1", "5.00"}});
     Set("ExtraCars", "Jane Cooper", {{"FMakeModel4", "Estate"}});
-    const std::vector<Finding> whole = review::CheckAllOf(database, "Acme Ltd");
+    const std::vector<Finding> whole = review::CheckAllOf(database, "Acme Ltd", measure.paper);
     EXPECT_FALSE(whole.empty());
     for (const int most : {1, 2, 3, 5, 6}) {
-        review::EmployerReview review("Acme Ltd");
+        review::EmployerReview review("Acme Ltd", measure.paper);
         while (review.GoOn(database, most)) {
         }
         EXPECT_EQ(review.Findings(), whole) << most;
@@ -412,7 +441,7 @@ TEST_F(Review, OneWhoGoesBetweenTwoPiecesIsNoBar)
 {
     for (const char* surname : {"Adams", "Baker", "Cooper"})
         Create("Acme Ltd", "Jane", surname);
-    review::EmployerReview review("Acme Ltd");
+    review::EmployerReview review("Acme Ltd", measure.paper);
     ASSERT_TRUE(review.GoOn(database, 2));
     DeleteEmployee(database, "Acme Ltd", "Jane Baker");
     while (review.GoOn(database, 1)) {
@@ -425,11 +454,11 @@ TEST_F(Review, OneEmployeeIsCheckedAsAmongAll)
     for (const char* surname : {"Adams", "Baker"})
         Create("Acme Ltd", "Jane", surname);
     Set("ANotepad", "Jane Baker", {{"CostMarket1", "5.00"}});
-    std::vector<Finding> all = review::CheckAllOf(database, "Acme Ltd");
+    std::vector<Finding> all = review::CheckAllOf(database, "Acme Ltd", measure.paper);
     std::erase_if(all, [](const Finding& finding) { return finding.employee != "Jane Baker"; });
-    EXPECT_EQ(review::CheckEmployeeOf(database, "Acme Ltd", "Jane Baker"), all);
+    EXPECT_EQ(review::CheckEmployeeOf(database, "Acme Ltd", "Jane Baker", measure.paper), all);
     EXPECT_GT(all.size(), 1U);
-    EXPECT_FALSE(review::CheckEmployeeOf(database, "Acme Ltd", "Nobody").empty());
+    EXPECT_FALSE(review::CheckEmployeeOf(database, "Acme Ltd", "Nobody", measure.paper).empty());
 }
 
 TEST_F(Review, TheDeclarationIsHeldAgainstTheFormsOfToday)
@@ -446,15 +475,15 @@ TEST_F(Review, TheDeclarationIsHeldAgainstTheFormsOfToday)
         records.SetField("Section2Tick2", "1");
         records.Update();
     }
-    const std::vector<Finding> findings = review::CheckAllOf(database, "Acme Ltd");
-    ASSERT_EQ(findings.size(), 1U) << testing::PrintToString(findings);
+    const std::vector<Finding> findings = review::CheckAllOf(database, "Acme Ltd", measure.paper);
+    ASSERT_EQ(findings.size(), 1U) << ::testing::PrintToString(findings);
     EXPECT_EQ(findings.front().code, "DE4");
     EXPECT_EQ(findings.front().spot.detail, "90.00 on the declaration, 100.00 over the forms today");
 }
 
 TEST_F(Review, AnEmployerWithoutEmployeesHasNothingToLookAt)
 {
-    EXPECT_TRUE(review::CheckAllOf(database, "Nobody Ltd").empty());
+    EXPECT_TRUE(review::CheckAllOf(database, "Nobody Ltd", measure.paper).empty());
 }
 
 } // namespace

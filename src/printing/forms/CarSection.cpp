@@ -168,4 +168,9 @@ void DrawCarValues(PageLayer& page, int firstCar, const FieldReader& read)
     DrawOfBothCars(page, WithdrawalValues, firstCar, read);
 }
 
+void FindCutOfCar(const PageLayer& page, int car, const FieldReader& read, std::vector<CutText>& cut)
+{
+    FindCut(page, CarValues, read, std::to_string(car), cut);
+}
+
 } // namespace quillmere

@@ -2,6 +2,8 @@
 
 #include "frame/Text.h"
 
+#include <utility>
+
 namespace quillmere {
 
 namespace {
@@ -20,6 +22,12 @@ std::string Fitting(const PageLayer& page, std::string_view text, double room)
         fitting = Utf8(characters);
     } while (!characters.empty() && page.vsTextWidth(fitting) > room);
     return fitting;
+}
+
+/// True for what is cut if it is longer than its room.
+bool MayBeCut(const FormValue& value)
+{
+    return value.kind == ValueKind::Text && value.at != At::Right;
 }
 
 void DrawBox(PageLayer& page, const FormBox& box, double dx)
@@ -130,8 +138,7 @@ void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldR
         switch (value.kind) {
         case ValueKind::Text:
             DrawText(page, value.at, value.x + dx, value.x2 + dx, value.y,
-                     value.at == At::Right ? FieldText(text, 0)
-                                           : Fitting(page, FieldText(text, 0), value.x2 - value.x));
+                     MayBeCut(value) ? Fitting(page, FieldText(text, 0), value.x2 - value.x) : FieldText(text, 0));
             break;
         case ValueKind::Tick:
             if (FieldText(text, 1) == "Y")
@@ -144,6 +151,25 @@ void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldR
             PrintNICells(page, value.x + dx, value.y, text);
             break;
         }
+    }
+}
+
+void FindCut(const PageLayer& page, std::span<const FormValue> values, const FieldReader& read, std::string_view suffix,
+             std::vector<CutText>& cut)
+{
+    // Most texts are so short that nothing of them needs measuring.
+    const double widest = page.vsTextWidth("@");
+    for (const FormValue& value : values) {
+        if (!MayBeCut(value))
+            continue;
+        std::string field(value.field);
+        field += suffix;
+        const std::string text = FieldText(read(field), 0);
+        const double room = value.x2 - value.x;
+        if (static_cast<double>(text.size()) * widest <= room)
+            continue;
+        if (std::string fitting = Fitting(page, text, room); fitting != text)
+            cut.push_back({.field = std::move(field), .prints = std::move(fitting)});
     }
 }
 

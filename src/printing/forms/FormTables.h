@@ -3,7 +3,9 @@
 #include "printing/forms/FormPrimitives.h"
 
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 /// The lists of which a form's page is made, in millimetres, each in the order of the form, and the drawing of a list.
 namespace quillmere {
@@ -81,6 +83,17 @@ void BeginValues(PageLayer& page);
 /// Values in the font in force. `suffix` is put behind each field's name and `dx` added to its x.
 void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldReader& read,
                 std::string_view suffix = {}, double dx = 0);
+/// A text of which its box on paper holds the beginning only.
+struct CutText {
+    std::string field;
+    std::string prints; ///< what of it prints
+
+    friend bool operator==(const CutText&, const CutText&) = default;
+};
+
+/// The values that DrawValues would cut. `page` measures them in the font in force.
+void FindCut(const PageLayer& page, std::span<const FormValue> values, const FieldReader& read, std::string_view suffix,
+             std::vector<CutText>& cut);
 /// A text at its place in the font in force.
 void DrawText(PageLayer& page, At at, double x, double x2, double y, std::string_view text);
 /// The form's identifier at the foot of a page.
