@@ -1,5 +1,6 @@
 // What the calculators' notepads cost: opened, opened and painted, and stored by their Ok, each of the first and last
 // beside the same reading or writing with the C interface of SQLite, the opening of the file included on both sides.
+#include "Require.h"
 #include "calculators/D2Notepad.h"
 #include "calculators/DNotepad.h"
 #include "calculators/ENotepad.h"
@@ -14,6 +15,7 @@
 #include "desktop/DesktopPlatform.h"
 #include "edition/Edition.h"
 #include "frame/Text.h"
+#include "support/TemporaryFolder.h"
 
 #include <QApplication>
 #include <QWidget>
@@ -22,23 +24,14 @@
 
 #include <array>
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <unistd.h>
 
 namespace quillmere {
 namespace {
 
-constexpr std::string_view Employer = "Acme Ltd", Employee = "Jane Smith";
+using bench::Require;
 
-void Require(bool holds, const char* what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "calculator_bench: %s\n", what);
-    std::abort();
-}
+constexpr std::string_view Employer = "Acme Ltd", Employee = "Jane Smith";
 
 /// What the Ok of a notepad writes: fields of its own table for each number up to `last` (0: as they stand), then
 /// fields of P11D.
@@ -115,27 +108,22 @@ class Clients {
 public:
     Clients()
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "calculator-bench-XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
         CreateTables(File());
         Database database = Database::OpenDatabase(File());
         CreateEmployee(database, {"Acme Ltd", "Jane", "Smith", "123/A456"});
     }
-    ~Clients() { std::filesystem::remove_all(folder); }
-    Clients(const Clients&) = delete;
-    Clients& operator=(const Clients&) = delete;
 
     std::filesystem::path File() const { return folder / edition::ClientDatabaseName; }
     void Select(Session& session) const
     {
-        session.settings.path[1] = folder.string();
+        session.settings.path[1] = folder.path.string();
         session.settings.selectedFolder = 1;
         session.CurrentEmployer = Employer;
         session.CurrentEmployee = Employee;
     }
 
 private:
-    std::filesystem::path folder;
+    const test::TemporaryFolder folder;
 };
 
 /// The notepads in a session of their own, with windows or without.

@@ -1,21 +1,20 @@
+#include "Require.h"
 #include "clientdb/store/TableLayouts.h"
 #include "clientdb/store/Template.h"
 #include "declaration/Class1A.h"
 #include "declaration/Declaration.h"
+#include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <fstream>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 
 // The employer's total over 10,000 employees in a database of 100,000, who lie strewn among the others. "store" is the
 // declaration's own way; "bare" a loop over the C interface of SQLite that reads the same 13 columns of the same
@@ -24,37 +23,14 @@
 namespace quillmere {
 namespace {
 
-void Require(bool holds, const char* what)
-{
-    if (!holds) {
-        std::fprintf(stderr, "declaration_bench: %s\n", what);
-        std::abort();
-    }
-}
-
-class BenchFolder {
-public:
-    BenchFolder()
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / "quillmere-bench-XXXXXX").string();
-        path = ::mkdtemp(pattern.data());
-    }
-    ~BenchFolder()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(path, error);
-    }
-    BenchFolder(const BenchFolder&) = delete;
-    BenchFolder& operator=(const BenchFolder&) = delete;
-    std::filesystem::path path;
-};
+using bench::Require;
 
 constexpr int Employees = 100'000;
 
 /// One in ten employees belongs to "Big", one in a hundred to "Small"; every third field of a record is filled in.
 const std::filesystem::path& Clients()
 {
-    static const BenchFolder folder;
+    static const test::TemporaryFolder folder;
     static const std::filesystem::path file = [] {
         const std::filesystem::path path = folder.path / "clients";
         CreateTables(path);

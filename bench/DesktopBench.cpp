@@ -7,6 +7,7 @@
 #include "desktop/MainWindow.h"
 #include "desktop/layouts/Layout.h"
 #include "edition/Edition.h"
+#include "support/TemporaryFolder.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -36,15 +37,11 @@ using namespace quillmere;
 /// A program folder of its own for one run of the program.
 class Folder {
 public:
-    Folder() : root(std::filesystem::temp_directory_path() / ("desktop-bench-" + std::to_string(getpid())))
-    {
-        std::filesystem::create_directories(Program());
-    }
-    ~Folder() { std::filesystem::remove_all(root); }
+    Folder() { std::filesystem::create_directories(Program()); }
     std::filesystem::path Program() const { return root / edition::ProductFolder; }
 
 private:
-    std::filesystem::path root;
+    const test::TemporaryFolder root;
 };
 
 /// A run of the program up to its main window.

@@ -32,8 +32,7 @@ inline FieldReader RecordOf(int employee)
 }
 
 /// Draws `employees` forms of two pages each as one document.
-inline std::shared_ptr<const Document> Forms(testing::PrintRoom& room, int firstEmployee, int employees,
-                                             int pagesEach = 2)
+inline std::shared_ptr<const Document> Forms(test::PrintRoom& room, int firstEmployee, int employees, int pagesEach = 2)
 {
     if (room.job.OpenPrintJob("Marlow & Sons Ltd") != Opening::Open)
         throw std::runtime_error("no document");

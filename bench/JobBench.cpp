@@ -15,8 +15,8 @@
 namespace quillmere {
 namespace {
 
-using testing::PrintDesk;
-using testing::ScriptedDoor;
+using test::PrintDesk;
+using test::ScriptedDoor;
 
 constexpr std::string_view Employer = "Marlow & Sons Ltd";
 

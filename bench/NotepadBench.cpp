@@ -1,6 +1,7 @@
 // What a notepad's Ok costs: 83 fields, each in an edit and update of its own, beside one transaction of the bare C
 // interface of SQLite with the same single-field writes of the same texts. Both open the database each time; the texts
 // change from run to run, so that every write is one. "syncs" counts how often an Ok waits for the disk.
+#include "Require.h"
 #include "clientdb/Employees.h"
 #include "clientdb/store/Template.h"
 #include "edition/Edition.h"
@@ -8,38 +9,28 @@
 #include "screens/ScheduleNotepad.h"
 #include "support/ScriptedDoor.h"
 #include "support/SyncCounter.h"
+#include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace quillmere {
 namespace {
 
+using bench::Require;
+
 constexpr std::string_view Employer = "Acme Ltd", Employee = "Jane Smith";
 constexpr std::string_view Member = "ANotepad";
-
-void Require(bool holds, const char* what)
-{
-    if (!holds) {
-        std::fprintf(stderr, "notepad_bench: %s\n", what);
-        std::abort();
-    }
-}
 
 /// A client database of some employees, and a session with one of them open.
 class Clients {
 public:
     Clients()
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "quillmere-bench-XXXXXX").string();
-        folder = ::mkdtemp(pattern.data());
         CreateTables(File());
         {
             Database database = Database::OpenDatabase(File());
@@ -50,7 +41,7 @@ public:
                                           .surname = "Smith",
                                           .payeReference = "1"});
         }
-        session.settings.path[1] = folder.string();
+        session.settings.path[1] = folder.path.string();
         session.settings.selectedFolder = 1;
         session.CurrentEmployer = Employer;
         session.CurrentEmployee = Employee;
@@ -58,16 +49,13 @@ public:
             session.screens.Register(
                 member.name, [&member](Session& with) { return std::make_unique<ScheduleNotepad>(with, member); });
     }
-    ~Clients() { std::filesystem::remove_all(folder); }
-    Clients(const Clients&) = delete;
-    Clients& operator=(const Clients&) = delete;
 
     std::filesystem::path File() const { return folder / edition::ClientDatabaseName; }
     Session& TheSession() { return session; }
 
 private:
-    std::filesystem::path folder;
-    testing::ScriptedDoor door;
+    const test::TemporaryFolder folder;
+    test::ScriptedDoor door;
     Session session{door};
 };
 

@@ -14,7 +14,7 @@
 namespace quillmere {
 namespace {
 
-using testing::PrintRoom;
+using test::PrintRoom;
 
 using bench::Forms;
 

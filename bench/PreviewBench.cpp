@@ -23,7 +23,7 @@ constexpr double PixelsPerPoint = 96.0 / 72.0;
 /// Both sides of the form with something in every field.
 std::shared_ptr<const Document> TheForm()
 {
-    quillmere::testing::ScriptedDoor door;
+    quillmere::test::ScriptedDoor door;
     Settings settings = SetDefaultConfiguration({});
     PageEngine engine(door);
     PdfConverter converter;

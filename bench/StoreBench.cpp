@@ -1,14 +1,14 @@
+#include "Require.h"
 #include "clientdb/Employees.h"
 #include "clientdb/store/TableLayouts.h"
 #include "clientdb/store/Template.h"
+#include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include <array>
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <map>
@@ -16,22 +16,15 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 // Each pair "what/store" and "what/bare" does the same with the record store and with the C interface of SQLite.
 namespace quillmere {
 namespace {
 
-// ---- the bare side ------------------------------------------------------------------------------
+using bench::Require;
 
-void Require(bool holds, const char* what)
-{
-    if (!holds) {
-        std::fprintf(stderr, "store_bench: %s\n", what);
-        std::abort();
-    }
-}
+// ---- the bare side ------------------------------------------------------------------------------
 
 /// A connection with the settings of the record store.
 class Bare {
@@ -94,26 +87,9 @@ private:
 
 // ---- the data -----------------------------------------------------------------------------------
 
-class BenchFolder {
-public:
-    BenchFolder()
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / "quillmere-bench-XXXXXX").string();
-        path = ::mkdtemp(pattern.data());
-    }
-    ~BenchFolder()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(path, error);
-    }
-    BenchFolder(const BenchFolder&) = delete;
-    BenchFolder& operator=(const BenchFolder&) = delete;
-    std::filesystem::path path;
-};
-
 const std::filesystem::path& Folder()
 {
-    static const BenchFolder folder;
+    static const test::TemporaryFolder folder;
     return folder.path;
 }
 

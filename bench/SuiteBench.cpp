@@ -1,6 +1,7 @@
 // A document of many forms made into a PDF file, from the start of the process to its end, beside an office suite that
 // converts a like document: the same texts, page by page, in tables. Left out where there is no suite.
 #include "Forms.h"
+#include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,23 +17,9 @@
 namespace quillmere {
 namespace {
 
-using testing::PrintRoom;
+using test::PrintRoom;
 
 constexpr int Employees = 50; // of two pages
-
-/// A folder that goes with the object.
-class Folder {
-public:
-    Folder() : path(std::filesystem::temp_directory_path() / ("suite-bench-" + std::to_string(getpid())))
-    {
-        std::filesystem::create_directories(path);
-    }
-    ~Folder() { std::filesystem::remove_all(path); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    const std::filesystem::path path;
-};
 
 /// Runs a program to its end, in silence. False if it could not be run or failed.
 bool Run(std::vector<std::string> words)
@@ -122,7 +109,7 @@ void WriteLikeDocument(const std::filesystem::path& file)
 
 void FormsToPdfProcess(benchmark::State& state)
 {
-    const Folder folder;
+    const test::TemporaryFolder folder;
     const std::string file = folder.path / "forms.pdf";
     for (auto _ : state)
         if (!Run({SUITE_FOLDER "/write_forms", std::to_string(Employees), file}))
@@ -139,7 +126,7 @@ void FormsToPdfOfficeSuite(benchmark::State& state)
         state.SkipWithError("skipped: no soffice in PATH");
         return;
     }
-    const Folder folder;
+    const test::TemporaryFolder folder;
     const std::filesystem::path source = folder.path / "forms.fodt";
     WriteLikeDocument(source);
     // Its first start with a profile of its own is not counted.

@@ -1,21 +1,20 @@
+#include "Require.h"
 #include "clientdb/Employees.h"
 #include "clientdb/store/TableLayouts.h"
 #include "clientdb/store/Template.h"
 #include "frame/Text.h"
+#include "support/TemporaryFolder.h"
 #include "transfer/YearTransfer.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 // The transfer of 1,000 employees with every field of every table filled, beside the same inserts by statements that
@@ -23,36 +22,13 @@
 namespace quillmere {
 namespace {
 
+using bench::Require;
+
 constexpr int Employees = 1000;
-
-void Require(bool holds, std::string_view what)
-{
-    if (!holds) {
-        fmt::print(stderr, "transfer_bench: {}\n", what);
-        std::abort();
-    }
-}
-
-class BenchFolder {
-public:
-    BenchFolder()
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / "quillmere-bench-XXXXXX").string();
-        path = ::mkdtemp(pattern.data());
-    }
-    ~BenchFolder()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(path, error);
-    }
-    BenchFolder(const BenchFolder&) = delete;
-    BenchFolder& operator=(const BenchFolder&) = delete;
-    std::filesystem::path path;
-};
 
 const std::filesystem::path& Folder()
 {
-    static const BenchFolder folder;
+    static const test::TemporaryFolder folder;
     return folder.path;
 }
 

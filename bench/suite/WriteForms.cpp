@@ -9,7 +9,7 @@ int main(int argumentCount, char** arguments)
 {
     if (argumentCount != 3)
         return 2;
-    quillmere::testing::PrintRoom room;
+    quillmere::test::PrintRoom room;
     quillmere::bench::Forms(room, 1, std::atoi(arguments[1]));
     quillmere::WriteFileChecked(arguments[2], room.vp.Pdf());
     return 0;

@@ -14,7 +14,7 @@
 namespace quillmere {
 namespace {
 
-using testing::RunningProgram;
+using test::RunningProgram;
 
 /// An open employee with "W1" typed in a box, whose leaving puts "!" behind what it finds.
 class PageInUse {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 /// A test of each screen that has a layout, on its window.
 class EveryScreen : public ::testing::TestWithParam<std::string_view> {
@@ -44,4 +44,4 @@ protected:
     QWidget* window = nullptr;
 };
 
-} // namespace quillmere::testing
+} // namespace quillmere::test

@@ -29,7 +29,7 @@ protected:
         });
     }
 
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Program program;
 };
 

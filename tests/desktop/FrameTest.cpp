@@ -20,7 +20,7 @@
 namespace quillmere {
 namespace {
 
-using testing::RunningProgram;
+using test::RunningProgram;
 
 TEST(MainWindowMenus, StandInTheirOrder)
 {
@@ -135,7 +135,7 @@ TEST(DesktopViewer, SaysWhyAFileCannotBeOpened)
 {
     DesktopHost host;
     DesktopPlatform platform(host);
-    const test::ScratchFolder folder;
+    const test::TemporaryFolder folder;
     EXPECT_EQ(platform.OpenWithDesktop(folder.path / "missing.pdf"), 2);
     EXPECT_EQ(platform.OpenWithDesktop(folder.path / std::string(5000, 'x')), 3);
     EXPECT_EQ(platform.OpenWithDesktop(folder.path / "a" / std::string("b\0c", 3)), 2);
@@ -152,7 +152,7 @@ TEST(DesktopViewer, IsGivenAFilesNameByteForByte)
 
 TEST(ProgramFolder, IsTheExecutablesOwnWhereThatCanBeWritten)
 {
-    const test::ScratchFolder folder;
+    const test::TemporaryFolder folder;
     const ProgramPlaces places = FindPlaces(folder.path, 1080, 1920);
     EXPECT_EQ(places.programFolder, folder.path);
     EXPECT_EQ(places.resourceFolder, folder.path);
@@ -162,7 +162,7 @@ TEST(ProgramFolder, IsTheExecutablesOwnWhereThatCanBeWritten)
 
 TEST(ProgramFolder, IsInTheUsersDataWhereTheExecutablesCannotBeWritten)
 {
-    const test::ScratchFolder folder;
+    const test::TemporaryFolder folder;
     const std::filesystem::path executable = folder.path / "opt", data = folder.path / "data";
     std::filesystem::create_directory(executable);
     std::filesystem::create_directory(data);

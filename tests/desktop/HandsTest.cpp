@@ -24,7 +24,7 @@
 namespace quillmere {
 namespace {
 
-using testing::RunningProgram;
+using test::RunningProgram;
 
 /// A button of the mouse as the window system sends it.
 void Mouse(QWidget& widget, QPoint point, QEvent::Type type)

@@ -20,7 +20,7 @@
 namespace quillmere {
 namespace {
 
-using testing::RunningProgram;
+using test::RunningProgram;
 
 constexpr std::array Purposes = {EmployerListPurpose::Open, EmployerListPurpose::RenameEmployee,
                                  EmployerListPurpose::DeleteEmployee, EmployerListPurpose::NewEmployee,

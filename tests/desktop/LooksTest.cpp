@@ -41,8 +41,8 @@
 namespace quillmere {
 namespace {
 
-using testing::EveryScreen;
-using testing::RunningProgram;
+using test::EveryScreen;
+using test::RunningProgram;
 
 // ---- colours --------------------------------------------------------------------------------------
 

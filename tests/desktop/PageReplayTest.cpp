@@ -128,7 +128,7 @@ class PreviewAndPdf : public ::testing::TestWithParam<PageCase> {};
 
 TEST_P(PreviewAndPdf, HaveEveryCharacterAtTheSamePlace)
 {
-    testing::PrintRoom room;
+    test::PrintRoom room;
     room.settings = SetDefaultConfiguration({.programFolder = "/nowhere", .screenHeight = 768, .screenWidth = 1366});
     ASSERT_EQ(room.job.OpenPrintJob("Document"), Opening::Open);
     GetParam().print(room.page, [](std::string_view field) { return std::string(field.substr(0, 9)); });

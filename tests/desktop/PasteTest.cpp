@@ -11,7 +11,7 @@
 namespace quillmere {
 namespace {
 
-using testing::RunningProgram;
+using test::RunningProgram;
 
 struct PasteCase {
     std::string_view box;

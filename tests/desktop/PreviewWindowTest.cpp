@@ -22,7 +22,7 @@
 namespace quillmere {
 namespace {
 
-using testing::RunningProgram;
+using test::RunningProgram;
 
 constexpr double SheetMillimetresAcross = 210;
 constexpr double SheetMillimetresDown = 297;

@@ -15,7 +15,7 @@
 #include <functional>
 #include <string_view>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 /// The program up to its main window, with one employee open, who is in last year's database too, and the windows made
 /// but not looked at.
@@ -71,7 +71,7 @@ public:
         DesktopHost& host;
     };
 
-    test::ScratchFolder folder;
+    TemporaryFolder folder;
     DesktopHost host;
     Door door{host};
     Program program;
@@ -85,4 +85,4 @@ private:
     }
 };
 
-} // namespace quillmere::testing
+} // namespace quillmere::test

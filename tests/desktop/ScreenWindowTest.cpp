@@ -16,8 +16,8 @@
 namespace quillmere {
 namespace {
 
-using testing::EveryScreen;
-using testing::RunningProgram;
+using test::EveryScreen;
+using test::RunningProgram;
 
 /// What other controls stand on, or what a class of its own draws.
 bool IsGround(const Box& box)

@@ -21,7 +21,7 @@
 namespace quillmere {
 namespace {
 
-using testing::RunningProgram;
+using test::RunningProgram;
 
 /// An employee's page with something typed and not left.
 class SystemCloseTest : public ::testing::Test {
@@ -123,7 +123,7 @@ TEST_F(SystemCloseTest, AWorkUnderWayIsFinishedFirst)
 
 TEST(SystemCloseWithDialogs, AMessageBoxThatIsUpGoesAwayUnanswered)
 {
-    const test::ScratchFolder folder;
+    const test::TemporaryFolder folder;
     const std::filesystem::path programFolder = folder.path / edition::ProductFolder;
     std::filesystem::create_directories(programFolder);
     DesktopHost host;
@@ -147,7 +147,7 @@ TEST(SystemCloseWithDialogs, AMessageBoxThatIsUpGoesAwayUnanswered)
 
 TEST(SystemCloseWithDialogs, AMessageOfTheBoxInUseDoesNotHoldTheEndUp)
 {
-    const test::ScratchFolder folder;
+    const test::TemporaryFolder folder;
     const std::filesystem::path programFolder = folder.path / edition::ProductFolder;
     std::filesystem::create_directories(programFolder);
     DesktopHost host;

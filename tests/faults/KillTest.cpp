@@ -83,17 +83,10 @@ private:
     int reports;
 };
 
-/// A folder in memory where there is one: a kill loses nothing that was written, and there are more steps to be killed
-/// in.
-std::filesystem::path FastFolder()
-{
-    const std::filesystem::path memory = "/dev/shm";
-    return ::access(memory.c_str(), W_OK) == 0 ? memory : std::filesystem::temp_directory_path();
-}
-
 class Kill : public StoreFixture {
 protected:
-    Kill() : StoreFixture(FastFolder()) {}
+    /// In memory where it can be: a kill loses nothing that was written, and there are more steps to be killed in.
+    Kill() : StoreFixture(QuickFolder()) {}
 
     /// Lets a writer work for so long, kills it, and returns the last step that it has told.
     int WriteAndKill(int first, std::chrono::microseconds after)

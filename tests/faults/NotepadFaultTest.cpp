@@ -134,7 +134,7 @@ protected:
         });
     }
 
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Session session{door};
 };
 

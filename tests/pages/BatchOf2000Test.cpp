@@ -2,6 +2,7 @@
 #include "frame/CheckedFile.h"
 #include "printing/jobs/PrintJobs.h"
 #include "support/PrintDesk.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -27,8 +28,8 @@
 namespace quillmere::pages {
 namespace {
 
-using testing::PrintDesk;
-using testing::ScriptedDoor;
+using test::PrintDesk;
+using test::ScriptedDoor;
 
 constexpr int Employees = 2000;
 constexpr std::string_view Employer = "Marlow & Sons Ltd";
@@ -293,9 +294,8 @@ bool LiesOnTheSheet(const Document& document, const Operation& text)
 
 TEST(ABatchOf2000RandomEmployees, HasThePagesOfTheSequenceAndNothingOutsideTheSheet)
 {
-    const std::filesystem::path memory = "/dev/shm";
-    const std::filesystem::path in = std::filesystem::exists(memory) ? memory : std::filesystem::temp_directory_path();
-    const test::ScratchFolder scratch(in);
+    const std::filesystem::path in = test::QuickFolder();
+    const test::TemporaryFolder scratch(in);
     CheckingDoor door(scratch.path);
     door.printers = {"Office"};
     PrintDesk desk(door, in);

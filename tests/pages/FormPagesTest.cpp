@@ -7,6 +7,7 @@
 #include "printing/forms/P11DBPages.h"
 #include "printing/forms/P11DPages.h"
 #include "support/PrintRoom.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -24,9 +25,9 @@
 namespace quillmere::pages {
 namespace {
 
-using testing::FieldMap;
-using testing::PrintRoom;
-using testing::ReaderOf;
+using test::FieldMap;
+using test::PrintRoom;
+using test::ReaderOf;
 
 using PageRoutine = std::function<void(PageLayer&, const FieldReader&)>;
 
@@ -275,20 +276,10 @@ private:
 /// A case of its own file, for the programs that read PDF files.
 class FormPdf : public FormPages {
 protected:
-    FormPdf()
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "quillmere-page-XXXXXX").string();
-        folder = ::mkdtemp(name.data());
-        WriteFileChecked(Pdf(), room.vp.Pdf());
-    }
-    ~FormPdf() override
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder, ignored);
-    }
+    FormPdf() { WriteFileChecked(Pdf(), room.vp.Pdf()); }
     std::filesystem::path Pdf() const { return folder / "page.pdf"; }
 
-    std::filesystem::path folder;
+    const test::TemporaryFolder folder;
 };
 
 TEST_P(FormPages, AreDrawnAsKept)

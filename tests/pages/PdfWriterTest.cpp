@@ -4,6 +4,7 @@
 #include "frame/CheckedFile.h"
 #include "printing/paper/PdfContent.h"
 #include "support/PrintRoom.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -16,21 +17,10 @@
 namespace quillmere::pages {
 namespace {
 
-using testing::PrintRoom;
+using test::PrintRoom;
 
 class PdfWriterTest : public ::testing::Test {
 protected:
-    PdfWriterTest()
-    {
-        std::string name = (std::filesystem::temp_directory_path() / "quillmere-pdf-XXXXXX").string();
-        folder = ::mkdtemp(name.data());
-    }
-    ~PdfWriterTest() override
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder, ignored);
-    }
-
     std::filesystem::path Written(const Document& document, std::span<const int> pages = {})
     {
         const std::filesystem::path file = folder / "document.pdf";
@@ -64,7 +54,7 @@ protected:
     }
 
     PdfWriter writer;
-    std::filesystem::path folder;
+    const test::TemporaryFolder folder;
 };
 
 TEST_F(PdfWriterTest, MakesTheSameBytesWhateverWasWrittenBefore)

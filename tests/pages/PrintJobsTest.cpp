@@ -18,9 +18,9 @@
 namespace quillmere::pages {
 namespace {
 
-using testing::PrintDesk;
-using testing::ScriptedDoor;
-using testing::TextsOf;
+using test::PrintDesk;
+using test::ScriptedDoor;
+using test::TextsOf;
 
 constexpr std::string_view Employer = "Marlow & Sons Ltd";
 constexpr std::string_view Employee = "Jane Smith";

@@ -9,6 +9,7 @@
 #include "desktop/layouts/Layout.h"
 #include "edition/Edition.h"
 #include "support/ScriptedDoor.h"
+#include "support/TemporaryFolder.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -99,11 +100,10 @@ QPixmap Sheet(const std::vector<ScreenPicture>& pictures)
 
 void Run(const std::filesystem::path& target)
 {
-    const std::filesystem::path root =
-        std::filesystem::temp_directory_path() / fmt::format("quillmere-screens-{}", ::getpid());
+    const test::TemporaryFolder root;
     std::filesystem::create_directories(root / edition::ProductFolder);
     std::filesystem::create_directories(target);
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     DesktopHost host;
     Program program(door, &host,
                     {.programFolder = root / edition::ProductFolder, .resourceFolder = QUILLMERE_RESOURCES});
@@ -127,7 +127,6 @@ void Run(const std::filesystem::path& target)
     Sheet(pictures).save(look::Text((target / "all-screens.png").string()));
     fmt::print("{} screens in {}\n", pictures.size(), target.string());
     program.Close();
-    std::filesystem::remove_all(root);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "PrivateSpooler.h"
 #include "SpoolerRelay.h"
 #include "printing/jobs/CupsPrinters.h"
+#include "support/Enter.h"
 #include "support/PreviewRoom.h"
 #include "support/ScriptedDoor.h"
 
@@ -21,13 +22,13 @@
 namespace quillmere {
 namespace {
 
-using testing::Enter;
-using testing::PrivateSpooler;
-using testing::SpoolerRelay;
+using test::Enter;
+using test::PrivateSpooler;
+using test::SpoolerRelay;
 using Pages = std::vector<std::string>;
 
 /// The scripted door, with the spooler's printers behind it.
-class SpoolerDoor : public testing::ScriptedDoor {
+class SpoolerDoor : public test::ScriptedDoor {
 public:
     std::vector<std::string> Printers() override { return spooler.Names(); }
     PrintOutcome Print(const PrintRequest& request) override
@@ -44,7 +45,7 @@ public:
 
 class PrinterTest : public ::testing::Test {
 protected:
-    using Room = testing::PreviewRoom<SpoolerDoor>;
+    using Room = test::PreviewRoom<SpoolerDoor>;
 
     static void SetUpTestSuite()
     {

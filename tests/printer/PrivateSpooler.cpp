@@ -19,7 +19,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 namespace {
 
@@ -81,15 +81,7 @@ PrivateSpooler::PrivateSpooler()
             missing = fmt::format("{} is not installed", program);
             return;
         }
-    std::string name = (std::filesystem::temp_directory_path() / "spooler-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) {
-        missing = "no folder for the spooler";
-        return;
-    }
-    folder = name;
-    // The spooler gives up its rights before it looks into its folders.
-    chmod(folder.c_str(), 0755);
-    setenv("HOME", folder.c_str(), 1);
+    setenv("HOME", folder.path.c_str(), 1);
     setenv("CUPS_SERVER", Socket().c_str(), 1);
     for (const char* variable : {"PRINTER", "LPDEST"})
         unsetenv(variable);
@@ -114,7 +106,7 @@ bool PrivateSpooler::Start()
         folder / "cups-files.conf",
         fmt::format("FileDevice Yes\nServerRoot {0}/root\nRequestRoot {0}/spool\nCacheDir {0}/cache\n"
                     "StateDir {0}/state\nTempDir {0}/tmp\nErrorLog {0}/error\nAccessLog {0}/access\nPageLog {0}/page\n",
-                    folder.string()));
+                    folder.path.string()));
     const pid_t parent = getpid();
     process = fork();
     if (process < 0)
@@ -154,9 +146,6 @@ PrivateSpooler::~PrivateSpooler()
             std::this_thread::sleep_for(Step);
         }
     }
-    std::error_code ignored;
-    if (!folder.empty())
-        std::filesystem::remove_all(folder, ignored);
 }
 
 bool PrivateSpooler::Run(const std::string& command) const
@@ -198,12 +187,12 @@ void PrivateSpooler::Thaw() const
 void PrivateSpooler::SaveOptions(std::string_view printer, std::string_view options) const
 {
     std::filesystem::create_directories(folder / ".cups");
-    Write(folder / ".cups" / "lpoptions", fmt::format("Dest {} {}\n", printer, options));
+    Write(folder.path / ".cups" / "lpoptions", fmt::format("Dest {} {}\n", printer, options));
 }
 
 void PrivateSpooler::ForgetOptions() const
 {
-    std::filesystem::remove(folder / ".cups" / "lpoptions");
+    std::filesystem::remove(folder.path / ".cups" / "lpoptions");
 }
 
 std::vector<std::map<std::string, std::string>> PrivateSpooler::AllJobs() const
@@ -232,7 +221,7 @@ std::vector<PrivateSpooler::Job> PrivateSpooler::Jobs() const
         Job job{.attributes = AttributesOf(number), .pages = {}};
         if (!job.attributes.contains("job-id"))
             return jobs;
-        const std::filesystem::path document = folder / "spool" / fmt::format("d{:05}-001", number);
+        const std::filesystem::path document = folder.path / "spool" / fmt::format("d{:05}-001", number);
         if (!std::filesystem::exists(document))
             continue;
         std::istringstream pages(OutputOf(fmt::format("pdftotext {} -", document.string())));
@@ -242,4 +231,4 @@ std::vector<PrivateSpooler::Job> PrivateSpooler::Jobs() const
     }
 }
 
-} // namespace quillmere::testing
+} // namespace quillmere::test

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/TemporaryFolder.h"
+
 #include <filesystem>
 #include <map>
 #include <string>
@@ -7,7 +9,7 @@
 #include <sys/types.h>
 #include <vector>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 /// A print spooler (cupsd) of the test's own, in a folder of its own and reached through a socket in it, so that
 /// neither the machine's spooler nor its network takes part. It keeps what it gets. Stopped with the object, and by the
@@ -55,9 +57,9 @@ private:
     bool Start();
     bool Run(const std::string& command) const;
 
-    std::filesystem::path folder;
+    const TemporaryFolder folder;
     std::string missing;
     pid_t process = -1;
 };
 
-} // namespace quillmere::testing
+} // namespace quillmere::test

@@ -12,7 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 namespace {
 
@@ -120,4 +120,4 @@ void SpoolerRelay::Carry(int client, int spooler)
     }
 }
 
-} // namespace quillmere::testing
+} // namespace quillmere::test

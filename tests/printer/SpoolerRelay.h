@@ -4,7 +4,7 @@
 #include <string>
 #include <thread>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 /// A port of this machine behind which a spooler answers, but for one request, counted from 1, with which something
 /// goes wrong on the way.
@@ -38,4 +38,4 @@ private:
     std::thread server;
 };
 
-} // namespace quillmere::testing
+} // namespace quillmere::test

@@ -1,5 +1,6 @@
 #include "Faults.h"
 #include "Player.h"
+#include "support/TemporaryFolder.h"
 
 #include <QApplication>
 #include <QStringList>
@@ -36,19 +37,6 @@ struct Arguments {
     bool tellSteps = false;
     bool wrong = false;
 };
-
-/// A folder for the worlds of this run, in memory where there is such a place: the store syncs each operation.
-std::filesystem::path NewFolder()
-{
-    std::filesystem::path parent = "/dev/shm";
-    if (std::getenv("TMPDIR") != nullptr || ::access(parent.c_str(), W_OK | X_OK) != 0)
-        parent = std::filesystem::temp_directory_path();
-    std::string name = (parent / "quillmere-scenario-XXXXXX").string();
-    if (::mkdtemp(name.data()) == nullptr)
-        throw std::filesystem::filesystem_error("cannot make a folder", name,
-                                                std::error_code(errno, std::generic_category()));
-    return name;
-}
 
 /// Every *.scenario of a folder and those below it, by name; a file is itself.
 void AddFiles(const std::string& name, std::vector<std::string>& files)
@@ -213,10 +201,8 @@ int main(int count, char** words)
         fmt::print(stderr, "{}", Usage);
         return 2;
     }
-    const std::filesystem::path folder = NewFolder();
-    const std::vector<bool> results = PlayAll(arguments, folder);
-    std::error_code ignored;
-    std::filesystem::remove_all(folder, ignored);
+    const quillmere::test::TemporaryFolder folder(quillmere::test::QuickFolder()); // the store syncs each operation
+    const std::vector<bool> results = PlayAll(arguments, folder.path);
     const auto passed = std::ranges::count(results, true);
     fmt::print("{} passed, {} failed\n", passed, static_cast<std::ptrdiff_t>(results.size()) - passed);
     return passed == static_cast<std::ptrdiff_t>(results.size()) ? 0 : 1;

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 /// The three screens around the page engine, with no windows, over a door of the test's own.
 template<typename Door>
@@ -62,15 +62,4 @@ private:
     }
 };
 
-/// Types into a box through its key filter, and leaves it.
-inline void Enter(Screen& screen, Box& box, std::string_view text)
-{
-    std::string typed;
-    for (const char character : text)
-        if (screen.Key(box, static_cast<char32_t>(character)) != 0)
-            typed += character;
-    box.SetText(typed);
-    screen.Leave(box);
-}
-
-} // namespace quillmere::testing
+} // namespace quillmere::test

@@ -19,7 +19,7 @@
 #include <string_view>
 #include <vector>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 /// A session with a client database and the print system, without windows: for tests that run print jobs. Every
 /// document that ends is kept.
@@ -113,7 +113,7 @@ public:
         return last;
     }
 
-    test::ScratchFolder folder;
+    TemporaryFolder folder;
     Session session;
     PrintSystem printing;
     std::vector<std::shared_ptr<const Document>> documents;
@@ -151,4 +151,4 @@ inline std::vector<std::string> TextsOf(const Document& document, int page)
     return texts;
 }
 
-} // namespace quillmere::testing
+} // namespace quillmere::test

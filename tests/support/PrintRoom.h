@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 /// The page layer with its engine, settings at their defaults and no printer, for tests that draw.
 struct PrintRoom {
@@ -51,4 +51,4 @@ inline auto ReaderOf(const FieldMap& fields)
     };
 }
 
-} // namespace quillmere::testing
+} // namespace quillmere::test

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "ScriptedDoor.h"
-#include "StoreFixture.h"
 #include "app/Program.h"
 #include "clientdb/Employees.h"
 #include "edition/Edition.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -79,8 +79,8 @@ protected:
         return message;
     }
 
-    testing::ScriptedDoor door;
-    ScratchFolder root;
+    ScriptedDoor door;
+    TemporaryFolder root;
     Program program;
 
 private:

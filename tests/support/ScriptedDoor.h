@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace quillmere::testing {
+namespace quillmere::test {
 
 /// The door to the outside for tests without windows: keeps what is shown and answers from a queue.
 class ScriptedDoor : public Platform {
@@ -69,4 +69,4 @@ public:
     std::vector<std::pair<int, int>> progress;
 };
 
-} // namespace quillmere::testing
+} // namespace quillmere::test

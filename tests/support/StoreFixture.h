@@ -2,42 +2,23 @@
 
 #include "clientdb/store/Recordset.h"
 #include "clientdb/store/Template.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 namespace quillmere::test {
-
-/// A folder of its own, gone with its end.
-class ScratchFolder {
-public:
-    explicit ScratchFolder(const std::filesystem::path& in = std::filesystem::temp_directory_path())
-    {
-        std::string pattern = (in / "quillmere-XXXXXX").string();
-        path = ::mkdtemp(pattern.data());
-    }
-    ~ScratchFolder()
-    {
-        std::error_code error;
-        std::filesystem::remove_all(path, error);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    std::filesystem::path path;
-};
 
 /// A test with an empty client database, copied from one template.
 class StoreFixture : public ::testing::Test {
 protected:
     explicit StoreFixture(const std::filesystem::path& in = std::filesystem::temp_directory_path()) : folder(in)
     {
-        static const ScratchFolder templates;
+        static const TemporaryFolder templates;
         const std::filesystem::path empty = templates.path / "template";
         if (!std::filesystem::exists(empty))
             CreateTables(empty);
@@ -67,7 +48,7 @@ protected:
         return texts;
     }
 
-    ScratchFolder folder;
+    TemporaryFolder folder;
     std::filesystem::path file;
 };
 

@@ -1,9 +1,9 @@
 #include "clientdb/store/Backup.h"
 
-#include "TemporaryFolder.h"
 #include "clientdb/Employees.h"
 #include "frame/CheckedFile.h"
 #include "support/StoreFixture.h"
+#include "support/TemporaryFolder.h"
 
 #include <sqlite3.h>
 
@@ -40,7 +40,7 @@ TEST(BackupName, IsTakenInAnyCase)
     EXPECT_TRUE(NameIsTaken(folder / "Clients-2011-06-30.mdb"));
     EXPECT_TRUE(NameIsTaken(folder / "clients-2011-06-30.MDB"));
     EXPECT_FALSE(NameIsTaken(folder / "Clients-2011-07-01.mdb"));
-    EXPECT_FALSE(NameIsTaken(folder.Path() / "nowhere" / "Clients-2011-06-30.mdb"));
+    EXPECT_FALSE(NameIsTaken(folder.path / "nowhere" / "Clients-2011-06-30.mdb"));
 }
 
 class Backup : public StoreFixture {

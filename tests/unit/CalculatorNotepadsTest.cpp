@@ -1,7 +1,4 @@
 // The notepads of vans, loans, accommodation, mileage and relocation, driven without windows.
-#include "../support/ScriptedDoor.h"
-#include "../support/StoreFixture.h"
-#include "../support/SyncCounter.h"
 #include "calculators/AccommodationBenefit.h"
 #include "calculators/D2Notepad.h"
 #include "calculators/DNotepad.h"
@@ -18,6 +15,10 @@
 #include "frame/Text.h"
 #include "screens/Form3.h"
 #include "screens/Side2Form1.h"
+#include "support/Enter.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
+#include "support/SyncCounter.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -27,6 +28,8 @@
 
 namespace quillmere {
 namespace {
+
+using test::Enter;
 
 constexpr std::string_view Employer = "Acme Ltd", Employee = "Jane Smith";
 
@@ -94,17 +97,6 @@ protected:
         return *screen;
     }
 
-    static void Enter(Screen& screen, std::string_view name, std::string_view text, int index = Box::NoIndex)
-    {
-        Box& box = screen.box(name, index);
-        std::u32string typed;
-        for (const char32_t key : CodePoints(text))
-            if (const char32_t passed = screen.Key(box, key))
-                typed += passed;
-        box.SetText(Utf8(typed));
-        screen.Leave(box);
-    }
-
     void Click(std::string_view screen, std::string_view button)
     {
         Screen* open = session.screens.Find(screen);
@@ -143,7 +135,7 @@ protected:
         return records;
     }
 
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Session session{door};
 };
 

@@ -1,7 +1,5 @@
 // The columns of the cars on their screens, driven without windows: when the routine runs, what a run that stops leaves
 // behind, and how the totals follow.
-#include "../support/ScriptedDoor.h"
-#include "../support/StoreFixture.h"
 #include "cars/ExtraCarsScreen.h"
 #include "clientdb/Employees.h"
 #include "clientdb/EmployerScreens.h"
@@ -11,6 +9,9 @@
 #include "edition/Edition.h"
 #include "frame/Text.h"
 #include "screens/Form3.h"
+#include "support/Enter.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -21,6 +22,8 @@
 
 namespace quillmere {
 namespace {
+
+using test::Enter;
 
 using FieldTexts = std::vector<std::pair<std::string, std::string>>;
 
@@ -88,12 +91,6 @@ protected:
         Store("P11D", PlainCar(car));
         return Page();
     }
-    static void Enter(Screen& screen, std::string_view name, std::string_view text, int index = Box::NoIndex)
-    {
-        Box& box = screen.box(name, index);
-        box.SetText(text);
-        screen.Leave(box);
-    }
     static std::string Text(Screen& screen, std::string_view name) { return screen.box(name).Text(); }
     void TurnToDeclarationAndBack()
     {
@@ -105,7 +102,7 @@ protected:
         declaration->Click(declaration->box("Cancel"));
     }
 
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Session session{door};
 };
 

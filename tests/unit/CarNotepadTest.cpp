@@ -1,8 +1,5 @@
 // The car notepad and its dialog, driven without windows: the sheet's rules beside the columns', what a scenario cannot
 // see of the opening and of Ok, and the reference database as it goes with the program.
-#include "../support/ScriptedDoor.h"
-#include "../support/StoreFixture.h"
-#include "../support/SyncCounter.h"
 #include "cars/CarReference.h"
 #include "cars/FNotepad.h"
 #include "cars/Form1.h"
@@ -14,6 +11,10 @@
 #include "frame/CheckedFile.h"
 #include "frame/Text.h"
 #include "screens/Form3.h"
+#include "support/Enter.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
+#include "support/SyncCounter.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -26,6 +27,8 @@
 
 namespace quillmere {
 namespace {
+
+using test::Enter;
 
 using FigureRow = std::map<std::string_view, std::string>;
 
@@ -69,13 +72,6 @@ protected:
         }
     }
 
-    static void Enter(Screen& screen, std::string_view name, std::string_view text, int index = Box::NoIndex)
-    {
-        Box& box = screen.box(name, index);
-        box.SetText(text);
-        screen.Leave(box);
-    }
-
     static void Choose(Screen& screen, std::string_view list, std::string_view entry)
     {
         Box& box = screen.box(list);
@@ -93,7 +89,7 @@ protected:
         return std::string(records.Field(field));
     }
 
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Session session{door};
 };
 

@@ -1,6 +1,6 @@
 #include "frame/CheckedFile.h"
 
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -72,7 +72,7 @@ TEST(CheckedFile, ContentIsWrittenAndReadByteForByte)
     EXPECT_EQ(ReadFile(folder / "a"), content);
     WriteFileChecked(folder / "a", "");
     EXPECT_EQ(ReadFile(folder / "a"), "");
-    EXPECT_EQ(NamesIn(folder.Path()), std::set<std::string>{"a"});
+    EXPECT_EQ(NamesIn(folder.path), std::set<std::string>{"a"});
 }
 
 TEST(CheckedFile, ACopyIsTheSameByteForByte)
@@ -86,7 +86,7 @@ TEST(CheckedFile, ACopyIsTheSameByteForByte)
     CopyFileChecked(folder / "source", folder / "target");
     EXPECT_EQ(Content(folder / "target"), content);
     EXPECT_EQ(Content(folder / "source"), content);
-    EXPECT_EQ(NamesIn(folder.Path()), (std::set<std::string>{"source", "target"}));
+    EXPECT_EQ(NamesIn(folder.path), (std::set<std::string>{"source", "target"}));
 }
 
 TEST(CheckedFile, ACopyOfAReadOnlyFileCanBeWritten)
@@ -137,7 +137,7 @@ TEST(CheckedFile, AFullDiskLeavesTheOldFileAndNothingBesideIt)
         EXPECT_EQ(FailureInChild([&] { FillTheDiskAfter(room); }, [&] { WriteFileChecked(folder / "a", large); }),
                   EFBIG);
         EXPECT_EQ(Content(folder / "a"), "old");
-        EXPECT_EQ(NamesIn(folder.Path()), std::set<std::string>{"a"});
+        EXPECT_EQ(NamesIn(folder.path), std::set<std::string>{"a"});
     }
     EXPECT_EQ(FailureInChild([&] { FillTheDiskAfter(300'000); }, [&] { WriteFileChecked(folder / "a", large); }), 0);
     EXPECT_EQ(Content(folder / "a"), large);
@@ -155,7 +155,7 @@ TEST(CheckedFile, ACopyToAFullDiskLeavesTheOldFileAndNothingBesideIt)
     EXPECT_EQ(copy("target"), EFBIG);
     EXPECT_EQ(copy("new"), EFBIG);
     EXPECT_EQ(Content(folder / "target"), "old");
-    EXPECT_EQ(NamesIn(folder.Path()), (std::set<std::string>{"source", "target"}));
+    EXPECT_EQ(NamesIn(folder.path), (std::set<std::string>{"source", "target"}));
 }
 
 TEST(CheckedFile, AFolderThatMayNotBeWrittenIsAFailure)
@@ -182,7 +182,7 @@ TEST(CheckedFile, AFileThatMayNotBeWrittenIsLeftAlone)
     std::filesystem::permissions(folder / "a", std::filesystem::perms(0444));
     EXPECT_EQ(FailureOf([&] { WriteFileChecked(folder / "a", "new"); }), EACCES);
     EXPECT_EQ(Content(folder / "a"), "old");
-    EXPECT_EQ(NamesIn(folder.Path()), std::set<std::string>{"a"});
+    EXPECT_EQ(NamesIn(folder.path), std::set<std::string>{"a"});
 }
 
 TEST(CheckedFile, MissingPlacesAreFailuresThatNameTheFile)
@@ -191,13 +191,13 @@ TEST(CheckedFile, MissingPlacesAreFailuresThatNameTheFile)
     Store(folder / "a", "x");
     EXPECT_EQ(FailureOf([&] { WriteFileChecked(folder / "missing/a", "x"); }), ENOENT);
     EXPECT_EQ(FailureOf([&] { WriteFileChecked(folder / "a/b", "x"); }), ENOTDIR);
-    EXPECT_EQ(FailureOf([&] { WriteFileChecked(folder.Path(), "x"); }), EISDIR);
+    EXPECT_EQ(FailureOf([&] { WriteFileChecked(folder.path, "x"); }), EISDIR);
     EXPECT_EQ(FailureOf([&] { ReadFile(folder / "missing"); }), ENOENT);
-    EXPECT_EQ(FailureOf([&] { ReadFile(folder.Path()); }), EISDIR);
+    EXPECT_EQ(FailureOf([&] { ReadFile(folder.path); }), EISDIR);
     EXPECT_EQ(FailureOf([&] { CopyFileChecked(folder / "missing", folder / "b"); }), ENOENT);
-    EXPECT_EQ(FailureOf([&] { CopyFileChecked(folder.Path(), folder / "b"); }), EISDIR);
-    EXPECT_EQ(NamesIn(folder.Path()), std::set<std::string>{"a"});
-    EXPECT_FALSE(std::filesystem::exists(folder.Path().string() + ".tmp"));
+    EXPECT_EQ(FailureOf([&] { CopyFileChecked(folder.path, folder / "b"); }), EISDIR);
+    EXPECT_EQ(NamesIn(folder.path), std::set<std::string>{"a"});
+    EXPECT_FALSE(std::filesystem::exists(folder.path.string() + ".tmp"));
     try {
         ReadFile(folder / "missing");
         FAIL();
@@ -225,8 +225,8 @@ TEST(CheckedFile, WhatKilledProcessesLeftBehindGoesWithTheNextWriteOnceItIsOld)
     }
     Store(folder / "a.18-1.tmp", "being written");
     WriteFileChecked(folder / "a", "whole");
-    EXPECT_EQ(NamesIn(folder.Path()), (std::set<std::string>{"a", "a.18-1.tmp", "b.17-1.tmp", "a.17.tmp", "a.x-1.tmp",
-                                                             "a.-1.tmp", "aa.17-1.tmp", "a.17-1.tmp.mdb", "a..tmp"}));
+    EXPECT_EQ(NamesIn(folder.path), (std::set<std::string>{"a", "a.18-1.tmp", "b.17-1.tmp", "a.17.tmp", "a.x-1.tmp",
+                                                           "a.-1.tmp", "aa.17-1.tmp", "a.17-1.tmp.mdb", "a..tmp"}));
 }
 
 TEST(CheckedFile, AKillInTheMiddleLeavesAWholeFile)

@@ -1,9 +1,9 @@
 // The data link: boxes bound to the fields of one record.
-#include "../support/ScriptedDoor.h"
-#include "../support/StoreFixture.h"
 #include "clientdb/BoundScreen.h"
 #include "clientdb/store/StoreFaults.h"
 #include "edition/Edition.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -64,7 +64,7 @@ protected:
         records.Delete();
     }
 
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Session session{door};
     Sheet sheet{session};
     using Sought = BoundScreen::Sought;

@@ -1,8 +1,8 @@
 #include "frame/Dates.h"
 
-#include "../support/ScriptedDoor.h"
 #include "edition/Edition.h"
 #include "frame/YearEnd.h"
+#include "support/ScriptedDoor.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -145,7 +145,7 @@ TEST(Dates, TheBoundsOfTheYearReadAsDaysWithTheDayFirst)
 
 TEST(Dates, ADateThatCannotBeComparedIsKeptAndTold)
 {
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Session session{door};
     EXPECT_TRUE(IsNotAfterYearEnd(session, "05/04/2011"));
     EXPECT_FALSE(IsNotAfterYearEnd(session, "06/04/2011"));

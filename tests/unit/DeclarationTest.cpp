@@ -1,13 +1,13 @@
 // The employer's total, the values of a batch's declaration, and what of the screen a scenario cannot see.
 #include "declaration/Declaration.h"
 
-#include "../support/ScriptedDoor.h"
-#include "../support/StoreFixture.h"
 #include "clientdb/store/StoreFaults.h"
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/Class1A.h"
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -51,7 +51,7 @@ protected:
         Set(database, "P11D", fields);
     }
 
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Session session{door};
 };
 

@@ -1,6 +1,6 @@
 #include "frame/Folders.h"
 
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 #include "support/Variable.h"
 
 #include <gtest/gtest.h>
@@ -34,11 +34,11 @@ TEST(Folders, TheSystemFolderIsAboveTheTemporaryOne)
     std::filesystem::create_directory(folder / "temporary");
     {
         const test::Variable temporary("TMPDIR", (folder / "temporary").c_str());
-        EXPECT_EQ(WindowsFolder(), folder.Path());
+        EXPECT_EQ(WindowsFolder(), folder.path);
     }
     {
         const test::Variable temporary("TMPDIR", (folder / "temporary/").c_str());
-        EXPECT_EQ(WindowsFolder(), folder.Path());
+        EXPECT_EQ(WindowsFolder(), folder.path);
     }
     const test::Variable temporary("TMPDIR", (folder / "missing").c_str());
     EXPECT_EQ(WindowsFolder(), "/");
@@ -56,7 +56,7 @@ TEST(Folders, AnEmptyFolderIsTheTopmostOne)
 TEST(Folders, TheTempFolderIsMadeInTheUsersCache)
 {
     const test::TemporaryFolder folder;
-    const test::Variable cache("XDG_CACHE_HOME", folder.Path().c_str());
+    const test::Variable cache("XDG_CACHE_HOME", folder.path.c_str());
     EXPECT_EQ(TempFolder(WindowsFolder()), folder / "TEMP");
     MakeTempFolder(WindowsFolder());
     EXPECT_TRUE(std::filesystem::is_directory(folder / "TEMP"));
@@ -78,7 +78,7 @@ TEST(Folders, WithoutAUsersFolderTheTempFolderIsThatOfTheSystem)
     const test::TemporaryFolder folder;
     const test::Variable cache("XDG_CACHE_HOME", nullptr);
     const test::Variable home("HOME", nullptr);
-    MakeTempFolder(folder.Path());
+    MakeTempFolder(folder.path);
     EXPECT_TRUE(std::filesystem::is_directory(folder / "TEMP"));
 }
 

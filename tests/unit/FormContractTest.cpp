@@ -1,6 +1,5 @@
 // What ties the tables of the screens to the tables of the store: every box is bound to a field that is there, and
 // every field is somebody's.
-#include "../support/ScriptedDoor.h"
 #include "app/Program.h"
 #include "clientdb/Notepad.h"
 #include "clientdb/store/TableLayouts.h"
@@ -9,6 +8,7 @@
 #include "frame/Text.h"
 #include "screens/P11DPage.h"
 #include "screens/ScheduleNotepad.h"
+#include "support/ScriptedDoor.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@
 namespace quillmere {
 namespace {
 
-using testing::ScriptedDoor;
+using test::ScriptedDoor;
 
 /// Screens whose boxes are bound to the fields that they name, with the table that each shows.
 struct BoundTo {

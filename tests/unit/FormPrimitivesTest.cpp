@@ -7,7 +7,7 @@
 namespace quillmere {
 namespace {
 
-using testing::PrintRoom;
+using test::PrintRoom;
 
 class FormPrimitivesTest : public ::testing::Test {
 protected:

@@ -5,7 +5,7 @@
 namespace quillmere {
 namespace {
 
-using testing::PrintRoom;
+using test::PrintRoom;
 using Pages = std::vector<int>;
 
 class PageEngineTest : public ::testing::Test {
@@ -22,7 +22,7 @@ protected:
     }
 
     PrintRoom room;
-    testing::ScriptedDoor& door = room.door;
+    test::ScriptedDoor& door = room.door;
     PageEngine& vp = room.vp;
 };
 

@@ -1,8 +1,8 @@
 #include "printing/paper/PageLayer.h"
 
-#include "TemporaryFolder.h"
 #include "frame/CheckedFile.h"
 #include "support/PrintRoom.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -18,7 +18,7 @@
 namespace quillmere {
 namespace {
 
-using testing::PrintRoom;
+using test::PrintRoom;
 
 constexpr double Mm = UnitsPerMillimetre;
 constexpr double TopMargin = 2.0;
@@ -37,7 +37,7 @@ protected:
     PrintRoom room;
     PageLayer& page = room.page;
     Settings& settings = room.settings;
-    testing::ScriptedDoor& door = room.door;
+    test::ScriptedDoor& door = room.door;
 };
 
 TEST_F(PageLayerTest, StandsATextOnItsLineWhateverItsSize)
@@ -382,7 +382,7 @@ TEST_F(PageLayerTest, OpensNothingAfterANo)
 }
 
 /// A default printer that is there when it is asked for and gone when it is to be used.
-class FadingPrinters : public testing::ScriptedDoor {
+class FadingPrinters : public test::ScriptedDoor {
 public:
     std::vector<std::string> Printers() override
     {
@@ -472,8 +472,8 @@ protected:
     }
 
     test::TemporaryFolder folder;
-    PrintRoom room{folder.Path()};
-    const std::filesystem::path file = folder.Path() / "Docs" / "Preview.pdf";
+    PrintRoom room{folder.path};
+    const std::filesystem::path file = folder.path / "Docs" / "Preview.pdf";
 };
 
 TEST_F(PdfEndingTest, WritesTheFileAndOpensIt)

@@ -9,7 +9,7 @@
 namespace quillmere {
 namespace {
 
-using Room = testing::PreviewRoom<testing::ScriptedDoor>;
+using Room = test::PreviewRoom<test::ScriptedDoor>;
 using Command = frmVSPrint::Command;
 
 constexpr auto PageButtons = std::to_array<std::string_view>({"cmdFirst", "cmdPrevious", "cmdNext", "cmdLast"});

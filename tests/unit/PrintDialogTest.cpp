@@ -1,6 +1,7 @@
 // Choosing copies and pages for the printer.
 #include "printing/jobs/PrintPasses.h"
 #include "printing/paper/PageList.h"
+#include "support/Enter.h"
 #include "support/PreviewRoom.h"
 #include "support/ScriptedDoor.h"
 
@@ -14,9 +15,9 @@ namespace quillmere {
 namespace {
 
 using Pages = std::vector<int>;
-using testing::Enter;
+using test::Enter;
 
-struct Room : testing::PreviewRoom<testing::ScriptedDoor> {
+struct Room : test::PreviewRoom<test::ScriptedDoor> {
     Room() { door.printers = {"Office", "Attic"}; }
 
     void Choose(Screen& screen, std::string_view option, int index) { screen.Click(screen.box(option, index)); }

@@ -1,4 +1,5 @@
 // "Report Settings".
+#include "support/Enter.h"
 #include "support/PreviewRoom.h"
 #include "support/ScriptedDoor.h"
 
@@ -7,9 +8,9 @@
 namespace quillmere {
 namespace {
 
-using testing::Enter;
+using test::Enter;
 
-struct Room : testing::PreviewRoom<testing::ScriptedDoor> {
+struct Room : test::PreviewRoom<test::ScriptedDoor> {
     Room() { door.printers = {"Office", "Attic"}; }
     void Close() { session.screens.Unload("frmVSPrintSettings"); }
 };

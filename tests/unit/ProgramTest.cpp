@@ -2,12 +2,12 @@
 // order, and what it leaves alone.
 #include "app/Program.h"
 
-#include "../support/ScriptedDoor.h"
-#include "../support/StoreFixture.h"
-#include "TemporaryFolder.h"
 #include "app/MDIForm1.h"
 #include "edition/Edition.h"
 #include "frame/CloseAll.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -20,9 +20,9 @@ namespace {
 
 using test::Content;
 using test::NamesIn;
+using test::ScriptedDoor;
 using test::Store;
 using test::TemporaryFolder;
-using testing::ScriptedDoor;
 
 constexpr std::string_view CouldNotBeCreated = "The following client database could not be created:\n\n";
 

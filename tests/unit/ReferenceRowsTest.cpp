@@ -1,10 +1,10 @@
 // The reference database of car models: how it is made from text tables, and what the sample has.
 #include "ReferenceRows.h"
 
-#include "../support/StoreFixture.h"
 #include "cars/CarReference.h"
 #include "edition/LeftOvers.h"
 #include "frame/Amount.h"
+#include "support/StoreFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -86,7 +86,7 @@ protected:
         EXPECT_FALSE(std::filesystem::exists(folder.path / "CarC02.part"));
     }
 
-    test::ScratchFolder folder;
+    test::TemporaryFolder folder;
 };
 
 TEST_F(ReferenceDatabases, HaveTheRowsInTheirOrder)

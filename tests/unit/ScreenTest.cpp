@@ -1,7 +1,7 @@
 // The form kit: boxes, screens and the registry that opens them.
-#include "../support/ScriptedDoor.h"
 #include "frame/Screens.h"
 #include "frame/Session.h"
+#include "support/ScriptedDoor.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +11,7 @@
 namespace quillmere {
 namespace {
 
-using testing::ScriptedDoor;
+using test::ScriptedDoor;
 
 std::vector<std::string>& Diary()
 {

@@ -1,4 +1,4 @@
-#include "../support/ScriptedDoor.h"
+#include "support/ScriptedDoor.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@ namespace {
 
 TEST(Session, TheClientDatabaseOfAnEmptyFolderIsLookedForAtTheTop)
 {
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Session session{door};
     session.settings.path = {"", "/one", "", "/three/"};
     EXPECT_EQ(session.ClientDatabasePath(), "/one/ClientQuillmere11.mdb");

@@ -1,8 +1,8 @@
 #include "frame/Settings.h"
 
-#include "TemporaryFolder.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -187,7 +187,7 @@ protected:
     TemporaryFolder root;
     std::filesystem::path prior = root / edition::PriorProductFolder;
     SettingsSurroundings surroundings{.programFolder = root / edition::ProductFolder,
-                                      .rootFolder = root.Path(),
+                                      .rootFolder = root.path,
                                       .userName = "A User",
                                       .screenHeight = 768,
                                       .screenWidth = 1366};
@@ -197,7 +197,7 @@ TEST_F(SettingsTest, AFreshStartWritesEveryKeyInOrderWithItsDefault)
 {
     surroundings.programFolder = "/q/Q1111";
     const Settings defaults = SetDefaultConfiguration(surroundings);
-    WriteConfiguration(defaults, root.Path());
+    WriteConfiguration(defaults, root.path);
     EXPECT_EQ(Content(root / SettingsFileName), FreshFile);
 }
 
@@ -476,7 +476,7 @@ TEST_F(SettingsTest, TheFirstStartOfAYearTakesLastYearsFileOver)
                                             "SELECTED FOLDER=3\nFOLDER 1 RECENT 1=Jane\nFOLDER 4 RECENT 4=John\n"
                                             "REPORT COMPILER=Kept\nVS PDF FILE NAME=2010 Quillmere\nELS MAILBOX 2=two\n"
                                             "ELS MAILBOX 3=three\n",
-                                            root.Path().string(), client);
+                                            root.path.string(), client);
     Store(PriorFile(), content);
     const Settings settings = Read();
 
@@ -595,7 +595,7 @@ TEST_F(SettingsTest, AProgramFolderWithALineEndInItsNameIsFoundAgain)
 TEST_F(SettingsTest, LastYearsFolderBelowTheTopIsNotLookedForWhereTheProcessWorks)
 {
     const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(root.Path());
+    std::filesystem::current_path(root.path);
     Store(PriorFile(), "REPORT COMPILER=Somebody\n");
     surroundings.rootFolder.clear();
     EXPECT_EQ(Read().reportCompiler, "");
@@ -641,7 +641,7 @@ TEST_F(SettingsTest, WithoutAFileOrEntryLastYearsFolderIsEmpty)
 void ReadBytes(const std::string& bytes)
 {
     const TemporaryFolder root;
-    const SettingsSurroundings surroundings{.programFolder = root / "Q1111", .rootFolder = root.Path()};
+    const SettingsSurroundings surroundings{.programFolder = root / "Q1111", .rootFolder = root.path};
     std::filesystem::create_directory(surroundings.programFolder);
     std::filesystem::create_directory(root / "Q1110");
     for (const auto& file : {root / "Q1110/RETURN.INI", root / "Q1111/RETURN.INI"}) {
@@ -692,17 +692,17 @@ RC_GTEST_PROP(SettingsJunk, AnyRecordReadsBackFromItsFile, ())
     settings.vsPreviewLeft = *rc::gen::arbitrary<int>();
     settings.vsTop = static_cast<double>(*rc::gen::arbitrary<std::int16_t>()) / 1000;
     settings.reportReverse = *rc::gen::arbitrary<bool>();
-    WriteConfiguration(settings, root.Path());
+    WriteConfiguration(settings, root.path);
     const std::string written = Content(root / SettingsFileName);
     Settings read;
-    ReadConfiguration(read, {.programFolder = root.Path(), .rootFolder = root.Path(), .userName = settings.user});
+    ReadConfiguration(read, {.programFolder = root.path, .rootFolder = root.path, .userName = settings.user});
     RC_ASSERT(read.folder == settings.folder);
     RC_ASSERT(read.path == settings.path);
     RC_ASSERT(read.vsTop == settings.vsTop);
     RC_ASSERT(read.vsPreviewLeft == settings.vsPreviewLeft);
     RC_ASSERT(read.reportReverse == settings.reportReverse);
     read.user = settings.user;
-    WriteConfiguration(read, root.Path());
+    WriteConfiguration(read, root.path);
     RC_ASSERT(Content(root / SettingsFileName) == written);
 }
 

@@ -1,6 +1,6 @@
 #include "frame/SingleInstance.h"
 
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -19,19 +19,19 @@ TEST(SingleInstance, ASecondOneIsRefusedWhileTheFirstIsThere)
 {
     const TemporaryFolder folder;
     {
-        const SingleInstance first(folder.Path());
+        const SingleInstance first(folder.path);
         EXPECT_TRUE(first.IsFirst());
-        EXPECT_FALSE(SingleInstance(folder.Path()).IsFirst());
-        EXPECT_FALSE(SingleInstance(folder.Path()).IsFirst()) << "the refused one did not free the place";
+        EXPECT_FALSE(SingleInstance(folder.path).IsFirst());
+        EXPECT_FALSE(SingleInstance(folder.path).IsFirst()) << "the refused one did not free the place";
     }
-    EXPECT_TRUE(SingleInstance(folder.Path()).IsFirst());
+    EXPECT_TRUE(SingleInstance(folder.path).IsFirst());
 }
 
 TEST(SingleInstance, ProgramsOfTwoFoldersDoNotMeet)
 {
     const TemporaryFolder one, other;
-    const SingleInstance first(one.Path());
-    EXPECT_TRUE(SingleInstance(other.Path()).IsFirst());
+    const SingleInstance first(one.path);
+    EXPECT_TRUE(SingleInstance(other.path).IsFirst());
 }
 
 TEST(SingleInstance, AKilledProcessLeavesThePlaceFree)
@@ -41,7 +41,7 @@ TEST(SingleInstance, AKilledProcessLeavesThePlaceFree)
     ASSERT_EQ(::pipe(ready), 0);
     const pid_t child = ::fork();
     if (child == 0) {
-        const SingleInstance instance(folder.Path());
+        const SingleInstance instance(folder.path);
         const char answer = instance.IsFirst() ? 'y' : 'n';
         if (::write(ready[1], &answer, 1) != 1)
             ::_exit(1);
@@ -51,10 +51,10 @@ TEST(SingleInstance, AKilledProcessLeavesThePlaceFree)
     char answer = 0;
     ASSERT_EQ(::read(ready[0], &answer, 1), 1);
     EXPECT_EQ(answer, 'y');
-    EXPECT_FALSE(SingleInstance(folder.Path()).IsFirst()) << "another process holds it";
+    EXPECT_FALSE(SingleInstance(folder.path).IsFirst()) << "another process holds it";
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
-    EXPECT_TRUE(SingleInstance(folder.Path()).IsFirst());
+    EXPECT_TRUE(SingleInstance(folder.path).IsFirst());
     ::close(ready[0]);
     ::close(ready[1]);
 }
@@ -62,7 +62,7 @@ TEST(SingleInstance, AKilledProcessLeavesThePlaceFree)
 TEST(SingleInstance, AProgramStartedFromThisOneDoesNotHoldThePlace)
 {
     const TemporaryFolder folder;
-    std::optional<SingleInstance> first(std::in_place, folder.Path());
+    std::optional<SingleInstance> first(std::in_place, folder.path);
     ASSERT_TRUE(first->IsFirst());
     // The pipe closes when the child has become the other program, and only then is the question fair.
     int started[2];
@@ -77,7 +77,7 @@ TEST(SingleInstance, AProgramStartedFromThisOneDoesNotHoldThePlace)
     EXPECT_EQ(::read(started[0], &nothing, 1), 0);
     ::close(started[0]);
     first.reset();
-    EXPECT_TRUE(SingleInstance(folder.Path()).IsFirst());
+    EXPECT_TRUE(SingleInstance(folder.path).IsFirst());
     ::kill(viewer, SIGKILL);
     ::waitpid(viewer, nullptr, 0);
 }
@@ -100,13 +100,13 @@ int AnswerToAnotherUser(const std::filesystem::path& folder)
 TEST(SingleInstance, AnotherUsersLockCountsToo)
 {
     const TemporaryFolder folder;
-    std::optional<SingleInstance> first(std::in_place, folder.Path());
+    std::optional<SingleInstance> first(std::in_place, folder.path);
     ASSERT_TRUE(first->IsFirst());
-    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path))
         std::filesystem::permissions(entry.path(), std::filesystem::perms(0444));
-    EXPECT_EQ(AnswerToAnotherUser(folder.Path()), 0);
+    EXPECT_EQ(AnswerToAnotherUser(folder.path), 0);
     first.reset();
-    EXPECT_EQ(AnswerToAnotherUser(folder.Path()), 1);
+    EXPECT_EQ(AnswerToAnotherUser(folder.path), 1);
 }
 
 TEST(SingleInstance, AFolderWithoutRoomForALockDoesNotKeepTheProgramFromStarting)

@@ -1,11 +1,11 @@
 #include "transfer/TransferList.h"
 
-#include "TemporaryFolder.h"
 #include "clientdb/Employees.h"
 #include "clientdb/store/StoreFaults.h"
 #include "clientdb/store/Template.h"
 #include "edition/Edition.h"
 #include "support/ScriptedDoor.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -58,7 +58,7 @@ protected:
     }
 
     TemporaryFolder root;
-    quillmere::testing::ScriptedDoor door;
+    quillmere::test::ScriptedDoor door;
     Session session{door};
 };
 

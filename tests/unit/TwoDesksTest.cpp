@@ -199,7 +199,7 @@ protected:
         EXPECT_TRUE(otherDoor.messages.empty());
     }
 
-    testing::ScriptedDoor otherDoor;
+    ScriptedDoor otherDoor;
     Program otherDesk;
 };
 

@@ -1,8 +1,8 @@
 // What has been typed and could not be stored: how it is kept, and how it comes back.
 #include "clientdb/TypedEntries.h"
 
-#include "TemporaryFolder.h"
 #include "frame/CheckedFile.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

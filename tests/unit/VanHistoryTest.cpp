@@ -1,12 +1,12 @@
 // The history of a van: days of use and what a row is held to.
-#include "../support/ScriptedDoor.h"
-#include "../support/StoreFixture.h"
-#include "../support/SyncCounter.h"
 #include "calculators/GNotepad2.h"
 #include "clientdb/Employees.h"
 #include "clientdb/store/StoreFaults.h"
 #include "clientdb/store/TableLayouts.h"
 #include "edition/Edition.h"
+#include "support/ScriptedDoor.h"
+#include "support/StoreFixture.h"
+#include "support/SyncCounter.h"
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
@@ -114,7 +114,7 @@ protected:
         return stored;
     }
 
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Session session{door};
 };
 
