@@ -38,7 +38,7 @@ std::string Key(std::string_view table, std::string_view field)
 
 /// A desk at which paper can be measured.
 struct Measure {
-    testing::ScriptedDoor door;
+    test::ScriptedDoor door;
     Settings settings = SetDefaultConfiguration({});
     review::Paper paper{settings, door};
 };
