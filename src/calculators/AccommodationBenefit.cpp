@@ -45,7 +45,7 @@ AdditionalChargeWorking AdditionalCharge(const AdditionalChargeFacts& facts, con
     if (working.H < limit)
         return working;
     working.J = working.H - limit;
-    working.K = Amount::FromDouble((working.J * rates.percentage).Pounds() / 100);
+    working.K = Amount::FromDouble(working.J.Pounds() * rates.percentage / 100);
     if (working.days != 0)
         working.L = Amount::FromDouble(working.K.Pounds() * (static_cast<double>(working.days) / rates.daysDivisor));
     if (working.M < working.N)

@@ -21,7 +21,7 @@ CarPercentages ByCO2(const CarFacts& facts)
     CarPercentages result;
     const std::int16_t entered = ShortNumber(*facts.co2);
     const bool low = entered < edition::LowBandBelow;
-    result.G = ShortNumber(FloorQuotient(entered, 5) * 5);
+    result.G = ShortNumber(FloorQuotient(entered, edition::CO2Step) * edition::CO2Step);
     result.H = GetCO2Percentage(result.G, facts.fuel, facts.registered, low);
     if (!low) {
         result.J = GetFuelReduction(facts.fuel);
@@ -79,7 +79,8 @@ CarFacts ReadCar(const CarTexts& boxes)
 
 Amount CarPrice(Amount total, Amount contribution)
 {
-    return std::clamp(total - contribution, Amount(), Amount::WholePounds(edition::MaximumCarPrice));
+    const Amount price = std::max(total - contribution, Amount());
+    return edition::MaximumCarPrice ? std::min(price, Amount::WholePounds(*edition::MaximumCarPrice)) : price;
 }
 
 CarPercentages PercentagesOf(const CarFacts& facts)

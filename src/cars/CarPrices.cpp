@@ -7,7 +7,11 @@ namespace quillmere {
 
 namespace {
 
-const Amount HighestPrice = Amount::WholePounds(edition::MaximumCarPrice);
+bool IsAboveCap(Amount price)
+{
+    return edition::MaximumCarPrice && price > Amount::WholePounds(*edition::MaximumCarPrice);
+}
+
 const Amount HighestContribution = Amount::WholePounds(edition::MaximumCapitalContribution);
 
 } // namespace
@@ -15,15 +19,15 @@ const Amount HighestContribution = Amount::WholePounds(edition::MaximumCapitalCo
 PriceCheck CheckListPrice(std::string_view listPrice, std::string_view accessories)
 {
     const Amount price = ReadAmount(listPrice);
-    if (price > HighestPrice)
+    if (IsAboveCap(price))
         return PriceCheck::ListPriceTooHigh;
-    return price + ReadAmount(accessories) > HighestPrice ? PriceCheck::SumTooHigh : PriceCheck::Good;
+    return IsAboveCap(price + ReadAmount(accessories)) ? PriceCheck::SumTooHigh : PriceCheck::Good;
 }
 
 PriceCheck CheckAccessories(std::string_view accessories)
 {
     // Kept: with the accessories entered last a sum above the cap stands.
-    return ReadAmount(accessories) > HighestPrice ? PriceCheck::AccessoriesTooHigh : PriceCheck::Good;
+    return IsAboveCap(ReadAmount(accessories)) ? PriceCheck::AccessoriesTooHigh : PriceCheck::Good;
 }
 
 PriceCheck CheckContribution(std::string_view contribution)

@@ -5,10 +5,10 @@
 namespace quillmere::edition {
 
 struct AccommodationRates {
-    int costLimit;   ///< pounds; the additional charge is on the cost above, ITEPA s.106
-    int percentage;  ///< the official rate at the start of the year, ITEPA s.106 and s.181
-    int daysDivisor; ///< what the days of a part of the year are divided by
-    int longestStay; ///< days that can be entered
+    int costLimit;     ///< pounds; the additional charge is on the cost above, ITEPA s.106
+    double percentage; ///< the official rate at the start of the year, ITEPA s.106 and s.181
+    int daysDivisor;   ///< what the days of a part of the year are divided by
+    int longestStay;   ///< days that can be entered
 };
 
 // Kept: the caption says 365 and the divisor is 366, as in the leap year from which it stems; 366 days can be entered.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string_view>
 
 /// Numbers of the car and car fuel benefit for 2010-11: the Income Tax (Earnings and Pensions) Act 2003 (ITEPA),
@@ -19,7 +20,7 @@ struct CO2Row {
     int diesel;
 };
 
-/// Appropriate percentage by CO2 figure rounded down to a multiple of five. ITEPA s.139, diesel supplement s.141.
+/// Appropriate percentage by CO2 figure rounded down. ITEPA s.139, diesel supplement s.141.
 inline constexpr auto CO2Table = std::to_array<CO2Row>({
     {130, 15, 18}, {135, 16, 19}, {140, 17, 20}, {145, 18, 21}, {150, 19, 22}, {155, 20, 23}, {160, 21, 24},
     {165, 22, 25}, {170, 23, 26}, {175, 24, 27}, {180, 25, 28}, {185, 26, 29}, {190, 27, 30}, {195, 28, 31},
@@ -27,7 +28,10 @@ inline constexpr auto CO2Table = std::to_array<CO2Row>({
 });
 static_assert(CO2Table.size() == 21);
 static_assert(std::ranges::is_sorted(CO2Table, {}, &CO2Row::figure));
-static_assert(std::ranges::all_of(CO2Table, [](const CO2Row& row) { return row.figure % 5 == 0; }));
+
+/// Figures are rounded down to a multiple of this before they are looked up. ITEPA s.139.
+inline constexpr int CO2Step = 5;
+static_assert(std::ranges::all_of(CO2Table, [](const CO2Row& row) { return row.figure % CO2Step == 0; }));
 
 /// Percentages below the first row and above the last row of the CO2 table.
 inline constexpr int PetrolBelowTable = 15;
@@ -64,7 +68,7 @@ struct FuelReductionRow {
     std::string_view letter;
     int points;
 };
-inline constexpr auto FuelReductions = std::to_array<FuelReductionRow>({{"B", 2}, {"G", 2}, {"H", 3}});
+inline constexpr std::array<FuelReductionRow, 3> FuelReductions{{{"B", 2}, {"G", 2}, {"H", 3}}};
 
 /// Cars registered from this day on are charged by their CO2 figure. ITEPA s.133, s.142.
 inline constexpr auto CO2RegimeStart = DayOf("01/01/1998");
@@ -72,8 +76,8 @@ inline constexpr auto CO2RegimeStart = DayOf("01/01/1998");
 /// 2001/1123.
 inline constexpr auto DieselStandardEnd = DayOf("01/01/2006");
 
-/// The price of a car, after contributions, counts up to so many pounds. ITEPA s.121.
-inline constexpr int MaximumCarPrice = 80000;
+/// The price of a car, after contributions, counts up to so many pounds; nothing: it counts whole. ITEPA s.121.
+inline constexpr std::optional<int> MaximumCarPrice = 80000;
 /// Contributions of the employee to the price count up to so many pounds. ITEPA s.132.
 inline constexpr int MaximumCapitalContribution = 5000;
 

@@ -8,13 +8,15 @@
 /// What the screens say of a car that names a limit of the year or the year in which the CO2 figure began to count.
 namespace quillmere::edition::car {
 
-inline constexpr JoinedText ListPriceTooHigh = Join({"Listprice value cannot exceed ", Pounds(MaximumCarPrice)});
-inline constexpr JoinedText AccessoriesTooHigh = Join({"Accessories value cannot exceed ", Pounds(MaximumCarPrice)});
+// Where the year has no limit of the price nobody reads the words that name it.
+inline constexpr int NamedCarPrice = MaximumCarPrice.value_or(0);
+inline constexpr JoinedText ListPriceTooHigh = Join({"Listprice value cannot exceed ", Pounds(NamedCarPrice)});
+inline constexpr JoinedText AccessoriesTooHigh = Join({"Accessories value cannot exceed ", Pounds(NamedCarPrice)});
 inline constexpr JoinedText BothTooHigh =
-    Join({"Listprice and Accessories combined cannot exceed ", Pounds(MaximumCarPrice)});
+    Join({"Listprice and Accessories combined cannot exceed ", Pounds(NamedCarPrice)});
 // Kept: the second car's message leaves a word out.
 inline constexpr JoinedText BothTooHighOfSecondCar =
-    Join({"Listprice and Accessories cannot exceed ", Pounds(MaximumCarPrice)});
+    Join({"Listprice and Accessories cannot exceed ", Pounds(NamedCarPrice)});
 inline constexpr JoinedText ContributionTooHigh =
     Join({"Capital Contribution cannot be over £", Digits(MaximumCapitalContribution)});
 

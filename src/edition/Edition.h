@@ -36,8 +36,8 @@ inline constexpr std::string_view YearLabelLong = "2010-2011";
 inline constexpr std::string_view YearEndYear = "2011";
 inline constexpr std::string_view YearStartYear = "2010";
 
-/// First two-digit year that belongs to the last century: the year in which the tax year ends, less 1995. 16 here, so
-/// that 00 to 15 are of this century and 16 to 99 of the last.
+/// First two-digit year that belongs to the last century: the year in which the tax year ends, less 1995, so
+/// that every year before it is of this century, and it and those behind it are of the last.
 constexpr int CenturyLimit()
 {
     int year = 0;

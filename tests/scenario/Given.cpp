@@ -20,6 +20,17 @@ void GivenFile(Stage& stage, const Step& step)
     stage.world.WriteLines(stage.world.File(stage.Text(step.words[0])), step.lines);
 }
 
+void GivenCopy(Stage& stage, const Step& step)
+{
+    const std::filesystem::path target = stage.world.File(stage.Text(step.words[0]));
+    std::filesystem::create_directories(target.parent_path());
+    std::error_code error;
+    std::filesystem::copy_file(stage.pictures / stage.Text(step.words[1]), target,
+                               std::filesystem::copy_options::overwrite_existing, error);
+    if (error)
+        throw StepFailure("cannot make " + target.string() + ": " + error.message());
+}
+
 /// Writes what is given: with all the rest before the start, or at once.
 void ChangeStore(Stage& stage, const Step& step, Store store, World::Change change)
 {
@@ -119,6 +130,7 @@ std::vector<StepRow> GivenSteps()
     return {
         {"today", {Date}, Today, Gives},
         {.step = "given-file", .arguments = {Name}, .perform = GivenFile, .effect = Gives, .block = true},
+        {"given-copy", {Name, Name}, GivenCopy, Gives},
         {"given-employee", {Text, Text, Text, Text}, GivenEmployee<Store::ThisYear>, Gives},
         {"given-last-year-employee", {Text, Text, Text, Text}, GivenEmployee<Store::LastYear>, Gives},
         {"given-field", {Name, Text, Text, Name, Value}, GivenField<Store::ThisYear>, Gives},

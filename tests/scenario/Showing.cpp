@@ -44,6 +44,18 @@ void Picture(Stage& stage, const Step& step)
         throw StepFailure("cannot write " + target.string());
 }
 
+void SaveFile(Stage& stage, const Step& step)
+{
+    const std::filesystem::path target = stage.pictures / stage.Text(step.words[1]);
+    if (target.has_parent_path())
+        std::filesystem::create_directories(target.parent_path());
+    std::error_code error;
+    std::filesystem::copy_file(stage.world.File(stage.Text(step.words[0])), target,
+                               std::filesystem::copy_options::overwrite_existing, error);
+    if (error)
+        throw StepFailure("cannot write " + target.string() + ": " + error.message());
+}
+
 void SavePdf(Stage& stage, const Step& step)
 {
     const std::filesystem::path target = stage.pictures / stage.Text(step.words[0]);
@@ -67,9 +79,13 @@ std::vector<StepRow> ShowingSteps()
     using enum Argument;
     using enum Effect;
     return {
-        {"show", {Control}, Show, LooksOn},           {"show-field", {Name, Text, Text, Name}, ShowField, LooksOn},
-        {"show-document", {}, ShowDocument, LooksOn}, {"picture", {Name, Name}, Picture, LooksOn},
-        {"save-pdf", {Name}, SavePdf, LooksOn},       {"note", {Text}, Note, Says},
+        {"show", {Control}, Show, LooksOn},
+        {"show-field", {Name, Text, Text, Name}, ShowField, LooksOn},
+        {"show-document", {}, ShowDocument, LooksOn},
+        {"picture", {Name, Name}, Picture, LooksOn},
+        {"save-pdf", {Name}, SavePdf, LooksOn},
+        {"save-file", {Name, Name}, SaveFile, LooksOn},
+        {"note", {Text}, Note, Says},
     };
 }
 

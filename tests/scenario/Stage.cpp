@@ -4,6 +4,7 @@
 #include "app/Program.h"
 #include "desktop/DesktopHost.h"
 #include "desktop/MainWindow.h"
+#include "edition/Edition.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -25,7 +26,8 @@ namespace {
 constexpr auto MainScreen = "MDIForm1";
 
 /// The day on which a scenario plays unless it says otherwise.
-constexpr auto StandardDay = std::chrono::sys_days(std::chrono::year(2011) / 6 / 30);
+// The end of June, when the forms are due.
+constexpr auto StandardDay = edition::TaxYearEndDay + std::chrono::days(86);
 
 /// Size of the screen for which the windows are laid out.
 constexpr int ScreenHeight = 768, ScreenWidth = 1366;
