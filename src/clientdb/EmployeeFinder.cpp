@@ -93,6 +93,7 @@ std::string Folded(std::string_view text)
 EmployeeFinder::EmployeeFinder(Database& database)
 {
     Recordset records = database.OpenRecordset("P11D");
+    records.Fetch({"EmployerName", "EmployeeName", "WorkNumberBox", "NatIns", "FirstName", "Surname"});
     for (records.MoveFirst(); !records.AtEnd(); records.MoveNext()) {
         FoundEmployee employee{.employer = std::string(records.Field("EmployerName")),
                                .employee = std::string(records.Field("EmployeeName")),

@@ -110,6 +110,7 @@ std::vector<std::string> ListEmployees(Database& database, std::string_view empl
 {
     std::vector<std::string> names;
     Recordset records = database.OpenRecordset("P11D");
+    records.Fetch({"EmployeeName"});
     for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext())
         names.emplace_back(records.Field("EmployeeName"));
     return names;
@@ -125,6 +126,7 @@ bool EmployerExists(Database& database, std::string_view employer)
 bool EmployeeExists(Database& database, std::string_view employer, std::string_view employee)
 {
     Recordset records = database.OpenRecordset("P11D");
+    records.Fetch({"EmployeeName"});
     records.Index("IndKey");
     records.Seek(employer, employee);
     return !records.NoMatch();
@@ -133,6 +135,7 @@ bool EmployeeExists(Database& database, std::string_view employer, std::string_v
 std::string FirstPayeReference(Database& database, std::string_view employer)
 {
     Recordset records = database.OpenRecordset("P11D");
+    records.Fetch({"PAYEBox"});
     for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext())
         if (const std::string_view reference = records.Field("PAYEBox"); !reference.empty())
             return std::string(reference);
@@ -190,6 +193,7 @@ void DeleteEmployee(Database& database, std::string_view employer, std::string_v
         if (layout->level != TableLevel::Employee)
             continue;
         Recordset records = database.OpenRecordset(layout->name);
+        records.Fetch({"EmployeeName"});
         records.Index("IndKey");
         records.Seek(employer, employee);
         if (!records.NoMatch())
@@ -204,6 +208,8 @@ void RenameEmployer(Database& database, std::string_view employer, std::string_v
     WriteBatch batch(database);
     for (const TableLayout* const layout : NewEmployeeTables()) {
         Recordset records = database.OpenRecordset(layout->name);
+        if (layout->level == TableLevel::Employee)
+            records.Fetch({"EmployeeName"});
         for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext()) {
             records.Edit();
             records.SetField("EmployerName", newName);
@@ -229,6 +235,7 @@ void RenameEmployee(Database& database, std::string_view employer, std::string_v
         if (layout->level != TableLevel::Employee)
             continue;
         Recordset records = database.OpenRecordset(layout->name);
+        records.Fetch({"EmployeeName"});
         records.Index("IndKey");
         records.Seek(employer, employee);
         if (records.NoMatch())

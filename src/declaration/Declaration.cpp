@@ -11,6 +11,8 @@ Amount EmployerTotal(Database& database, std::string_view employer)
     Amount total;
     std::array<std::string_view, Class1AFields.size()> texts;
     Recordset records = database.OpenRecordset("P11D");
+    for (const std::string_view field : Class1AFields)
+        records.Fetch({field});
     for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext()) {
         for (std::size_t i = 0; i < Class1AFields.size(); ++i)
             texts[i] = records.Field(Class1AFields[i]);

@@ -51,6 +51,7 @@ std::vector<LastYearEmployee> ListLastYearEmployees(Database& lastYear)
 {
     std::vector<LastYearEmployee> employees;
     Recordset records = lastYear.OpenRecordset("P11D");
+    records.Fetch({"EmployerName", "EmployeeName", "FirstName", "Surname"});
     for (records.MoveFirst(); !records.AtEnd(); records.MoveNext()) {
         LastYearEmployee listed;
         listed.employer = records.Field("EmployerName");

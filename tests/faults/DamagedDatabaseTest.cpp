@@ -1,13 +1,17 @@
+#include "clientdb/EmployeeFinder.h"
 #include "clientdb/Employees.h"
 #include "clientdb/store/TableLayouts.h"
+#include "declaration/Declaration.h"
 #include "support/StoreFixture.h"
 #include "support/SyncCounter.h"
+#include "transfer/YearTransfer.h"
 
 #include <sqlite3.h>
 
 #include <csignal>
 #include <fmt/format.h>
 #include <fstream>
+#include <functional>
 #include <random>
 #include <sys/resource.h>
 
@@ -201,6 +205,60 @@ TEST_F(Tampered, TextsThatNoBoxCouldHoldAreToldAndNotRead)
             EXPECT_NE(words, "") << field << " " << size;
         }
     EXPECT_EQ(WordsAfter("UPDATE P11D SET ADescriptionAsset=replace(zeroblob(131072),x'00','x') WHERE rowid=3"), "");
+}
+
+/// Records with too long a text, whatever place they have in the order of adding and of their employer.
+TEST_F(Tampered, OneRecordThatCannotBeReadBarsNoListAndIsNamed)
+{
+    for (const int size : {131'073, 5'000'000})
+        for (const int record : {1, 2, 14, 30}) {
+            SCOPED_TRACE(fmt::format("record {} with {} bytes", record, size));
+            EXPECT_NE(WordsAfter(fmt::format("UPDATE P11D SET ADescriptionAsset=replace(zeroblob({}),x'00','x') "
+                                             "WHERE rowid={}",
+                                             size, record)),
+                      "");
+            Database database = Database::OpenDatabase(folder.path / "other");
+            const std::string employer = fmt::format("Employer {}", (record - 1) % 4);
+            const std::string employee = fmt::format("Jane Smith {}", record - 1);
+            EXPECT_EQ(ListEmployers(database).size(), 4U);
+            EXPECT_GE(ListEmployees(database, employer).size(), 7U);
+            EXPECT_EQ(FirstPayeReference(database, employer), "123/A456");
+            EXPECT_TRUE(EmployeeExists(database, employer, employee));
+            EXPECT_EQ(EmployeeFinder(database).Count(), 30U);
+            EXPECT_EQ(ListLastYearEmployees(database).size(), 30U);
+            EXPECT_EQ(EmployerTotal(database, employer), Amount());
+
+            const std::string named = fmt::format("The record of {} ({}) in table P11D", employee, employer);
+            const auto wordsOf = [](const std::function<void()>& read) -> std::string {
+                try {
+                    read();
+                    return "all is read";
+                } catch (const StoreError& failure) {
+                    return failure.what();
+                }
+            };
+            Recordset records = database.OpenRecordset("P11D");
+            records.Index("IndKey");
+            EXPECT_TRUE(wordsOf([&] { records.Seek(employer, employee); }).starts_with(named));
+            for (const bool ofEmployer : {false, true}) {
+                Recordset scanned = database.OpenRecordset("P11D");
+                int read = 0;
+                const std::string words = wordsOf([&] {
+                    if (ofEmployer)
+                        scanned.MoveFirstOf(employer);
+                    else
+                        scanned.MoveFirst();
+                    for (; !scanned.AtEnd(); scanned.MoveNext()) {
+                        scanned.Field("ADescriptionAsset");
+                        ++read;
+                    }
+                });
+                EXPECT_TRUE(words.starts_with(named)) << words;
+                EXPECT_EQ(read, ofEmployer ? (record - 1) / 4 : record - 1) << "those before it are read";
+            }
+            DeleteEmployee(database, employer, employee);
+            EXPECT_FALSE(EmployeeExists(database, employer, employee));
+        }
 }
 
 TEST_F(Damaged, AReferenceTableThatHidesItsRecordNumbersIsTold)

@@ -16,6 +16,12 @@ constexpr std::size_t MostFieldsApart = 24;
 
 constexpr std::uint16_t NotRead = std::numeric_limits<std::uint16_t>::max();
 
+/// A record that the store does not give away: one of its texts is longer than any box takes.
+bool IsTooLong(const StoreError& failure)
+{
+    return (failure.Number() & 0xff) == SQLITE_TOOBIG;
+}
+
 } // namespace
 
 ReadAhead::ReadAhead(Database::Connection& of, TableStatements& tableStatements)
@@ -41,7 +47,29 @@ void ReadAhead::Drop()
     goal = 1;
 }
 
+void ReadAhead::Fetch(Position& position, std::size_t column)
+{
+    if (!allColumns && placeInRow[column] == NotRead)
+        Learn(column, position);
+    sought = true;
+}
+
 bool ReadAhead::Seek(Position& position, std::string_view part1, std::optional<std::string_view> part2)
+{
+    try {
+        return ReadSought(position, part1, part2);
+    } catch (const StoreError& failure) {
+        if (!IsTooLong(failure))
+            throw;
+        Run run(connection, statements.Seek(*position.Order(), {}, false));
+        run.Bind(part1);
+        if (part2)
+            run.Bind(*part2);
+        FailOf(run.Step() ? run.Number(0) : 0, failure);
+    }
+}
+
+bool ReadAhead::ReadSought(Position& position, std::string_view part1, std::optional<std::string_view> part2)
 {
     // Who seeks once will mostly ask for much; who goes on seeking asks for the same fields each time.
     const bool all = !sought || allColumns;
@@ -80,19 +108,29 @@ bool ReadAhead::Next(Position& position)
         goal = 1;
     }
     if (at >= rows.size()) {
-        try {
-            if (!Fill(position))
-                return false;
-        } catch (const StoreError&) {
-            rows.clear(); // what was read before the failure is read again
-            throw;
-        }
+        if (!FillOn(position))
+            return false;
         goal = std::min(MostRecordsAhead, goal * 8);
     }
     position.MoveOnTo(rows[at].rowid);
     isRow = true;
     scanned = true;
     return true;
+}
+
+bool ReadAhead::FillOn(Position& position)
+{
+    try {
+        return Fill(position);
+    } catch (const StoreError& failure) {
+        rows.clear(); // what was read before the failure is read again
+        if (!IsTooLong(failure))
+            throw;
+        if (goal == 1)
+            FailOf(NextRecord(position), failure);
+    }
+    goal = 1; // one by one up to the record that cannot be read
+    return FillOn(position);
 }
 
 bool ReadAhead::Fill(Position& position)
@@ -182,13 +220,57 @@ void ReadAhead::ReadWhole(Position& position)
     connection.RequireOpen();
     Run run(connection, statements.Read({}, true));
     run.Bind(position.Rowid());
-    if (!run.Step()) {
-        position.Leave(Position::Place::OnDeleted);
-        position.RequireRecord();
+    try {
+        if (!run.Step()) {
+            position.Leave(Position::Place::OnDeleted);
+            position.RequireRecord();
+        }
+        whole.Clear();
+        whole.Take(run, 0, fieldCount);
+    } catch (const StoreError& failure) {
+        if (!IsTooLong(failure))
+            throw;
+        FailOf(position.Rowid(), failure);
     }
-    whole.Clear();
-    whole.Take(run, 0, fieldCount);
     isWhole = true;
+}
+
+/// The number of the record to which a scan goes on.
+std::int64_t ReadAhead::NextRecord(Position& position)
+{
+    if (!position.GoesByList()) {
+        Run run(connection, statements.ReadAfter({}, false));
+        return run.Bind(position.Rowid()).Step() ? run.Number(0) : 0;
+    }
+    for (std::size_t used = position.Used(); used < position.List().size(); ++used)
+        if (Run(connection, statements.Exists()).Bind(position.List()[used]).Step())
+            return position.List()[used];
+    return 0;
+}
+
+/// Tells of a record with too long a text whose it is.
+void ReadAhead::FailOf(std::int64_t record, const StoreError& failure)
+{
+    const auto keyOf = [&](std::string_view name) -> std::string {
+        const auto column = static_cast<std::uint16_t>(statements.Fields().Find(name));
+        Run run(connection, statements.Read({&column, 1}, false));
+        return run.Bind(record).Step() ? std::string(run.Text(0)) : std::string();
+    };
+    std::string whose;
+    switch (statements.Layout().level) {
+    case TableLevel::Employee:
+        whose = fmt::format(" of {} ({})", keyOf("EmployeeName"), keyOf("EmployerName"));
+        break;
+    case TableLevel::Employer:
+        whose = fmt::format(" of {}", keyOf("EmployerName"));
+        break;
+    default:
+        break;
+    }
+    throw StoreError(
+        failure.Number(),
+        fmt::format("The record{} in table {} cannot be read: {}", whose, statements.Layout().name, failure.what()),
+        failure.Statement());
 }
 
 /// Where the field of the current record is to be read.

@@ -15,6 +15,9 @@ class ReadAhead {
 public:
     ReadAhead(Database::Connection& connection, TableStatements& statements);
 
+    /// Has a field come along from the next record on, and Seek bring such fields alone.
+    void Fetch(Position& position, std::size_t column);
+
     /// Drops what was read of the current record.
     void ForgetRecord();
     /// Drops all that was read: the cursor goes where no scan leads it.
@@ -41,11 +44,15 @@ private:
         std::size_t listed;
     };
 
+    bool FillOn(Position& position);
     bool Fill(Position& position);
     bool FillFromList(Position& position);
     void DropFrom(std::size_t row, Position& position);
     void Learn(std::size_t column, Position& position);
     void ReadWhole(Position& position);
+    bool ReadSought(Position& position, std::string_view part1, std::optional<std::string_view> part2);
+    std::int64_t NextRecord(Position& position);
+    [[noreturn]] void FailOf(std::int64_t record, const StoreError& failure);
     std::pair<const Cells*, std::size_t> CellOf(std::size_t column, Position& position);
 
     Database::Connection& connection;

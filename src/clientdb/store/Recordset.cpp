@@ -264,6 +264,12 @@ Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&&) noexcept = default;
 Recordset::~Recordset() = default;
 
+void Recordset::Fetch(std::initializer_list<std::string_view> names)
+{
+    for (const std::string_view name : names)
+        state->ahead.Fetch(state->position, state->Column(name));
+}
+
 void Recordset::Index(std::string_view name)
 {
     const std::span<const TableIndex> indexes = state->statements.Layout().indexes;

@@ -3,6 +3,7 @@
 #include "clientdb/store/StoreErrors.h"
 
 #include <filesystem>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -53,6 +54,10 @@ public:
     Recordset(Recordset&&) noexcept;
     Recordset& operator=(Recordset&&) noexcept;
     ~Recordset();
+
+    /// Has Seek and the moves read these fields and no others until one is asked for: who looks at few fields of a
+    /// record does not depend on the rest of it.
+    void Fetch(std::initializer_list<std::string_view> names);
 
     /// Names the index, "IndKey" or "PrimaryKey", for Seek and for the order of MoveFirst and MoveNext, and puts the
     /// cursor before the first of all records. Without an index the order is that of adding; with one, that of the key
