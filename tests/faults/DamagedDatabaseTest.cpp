@@ -179,7 +179,7 @@ TEST_F(Tampered, TablesThatAreNotAsThisProgramMakesThemAreToldAtTheOpening)
         {"ALTER TABLE P11D DROP COLUMN NatIns", "its table P11D has no field NatIns"},
         {"ALTER TABLE P11D RENAME COLUMN NatIns TO [nat ins]", "its table P11D has no field NatIns"},
         {"DROP TABLE HNotepad", "its table HNotepad is missing"},
-        {"DROP TABLE HNotepad;" + endless, "its table HNotepad is none"},
+        {"DROP TABLE HNotepad;" + endless, "its table HNotepad is not a table"},
         {"DROP INDEX ENotepad_IndKey", "its table ENotepad has no index IndKey"},
         {"CREATE UNIQUE INDEX one ON P11D(Name,PAYEBox)", "its table P11D has one hung on it"},
         {"CREATE TRIGGER t AFTER UPDATE ON P11D BEGIN DELETE FROM P11D; END", "its table P11D has t hung on it"},

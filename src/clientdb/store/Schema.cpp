@@ -46,7 +46,7 @@ std::set<std::string, std::less<>> FieldsInFile(Database::Connection& connection
     if (!kind.Bind(table).Step())
         Fail(table, "is missing");
     if (kind.Text(0) != "table")
-        Fail(table, "is none");
+        Fail(table, "is not a table");
     const TableFields& fields = FieldsOf(FindTable(table));
     const auto found = FieldsInFile(connection, table);
     for (const Field& field : fields.All())
