@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/CurrentRecord.h"
 #include "clientdb/DataLink.h"
 #include "frame/Screen.h"
 
@@ -18,6 +19,8 @@ public:
     };
 
     BoundScreen(Session& session, std::string_view name, ShowMode mode, std::string_view caption, const Source& source);
+
+    std::string Subject() const override { return SubjectOf(source.table, session); }
 
     enum class Sought {
         Found,

@@ -1,12 +1,29 @@
 #pragma once
 
 #include "clientdb/store/Recordset.h"
+#include "clientdb/store/TableLayouts.h"
+#include "frame/CloseAll.h"
 #include "frame/Session.h"
 
+#include <string>
 #include <string_view>
 
 /// What screens do with the records of the open employee.
 namespace quillmere {
+
+/// Whose record of a table is open: the employee with the employer in parentheses, or the employer alone; empty for a
+/// table that belongs to nobody.
+inline std::string SubjectOf(std::string_view table, const Session& session)
+{
+    switch (FindTable(table).level) {
+    case TableLevel::Employee:
+        return OpenEmployeeInWords(session);
+    case TableLevel::Employer:
+        return session.CurrentEmployer;
+    default:
+        return {};
+    }
+}
 
 /// A cursor over the table, on the open employee's record; NoMatch if there is none.
 inline Recordset OpenCurrent(Database& database, std::string_view table, const Session& session)

@@ -194,7 +194,7 @@ void NewFile::AddEmployee()
         return;
     // Kept: after a new employee the two captions stand the other way round.
     if (Screen* page = session.screens.Find("Form3"))
-        page->SetCaption("P11D Form Page1 - " + session.CurrentEmployee + " (" + session.CurrentEmployer + ")");
+        page->SetCaption("P11D Form Page1 - " + OpenEmployeeInWords(session));
     SetMainCaption(session, "P11D");
 }
 

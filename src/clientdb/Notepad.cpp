@@ -316,7 +316,7 @@ void Notepad::ClearBoxes(std::span<const std::string_view> boxNames)
 
 std::string NotepadCaption(std::string_view words, const Session& session)
 {
-    return std::string(words) + session.CurrentEmployee + " (" + session.CurrentEmployer + ")";
+    return std::string(words) + OpenEmployeeInWords(session);
 }
 
 } // namespace quillmere

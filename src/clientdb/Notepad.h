@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/CurrentRecord.h"
 #include "clientdb/store/Recordset.h"
 #include "frame/Amount.h"
 #include "frame/Screen.h"
@@ -40,6 +41,7 @@ public:
             const Words& words);
 
     bool Load() override;
+    std::string Subject() const override { return SubjectOf(table, session); }
 
     /// The table of its record, and the fields of it that the notepad keeps, in the order of writing.
     const std::string& Table() const { return table; }

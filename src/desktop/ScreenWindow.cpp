@@ -14,6 +14,18 @@
 
 namespace quillmere {
 
+namespace {
+
+/// The caption, and beside it whom the screen is about, where the caption does not say. Of a page the main window says
+/// it.
+std::string TitleOf(const Screen& screen)
+{
+    const std::string subject = screen.Mode() == ShowMode::Child ? std::string() : screen.Subject();
+    return screen.Caption().ends_with(subject) ? screen.Caption() : screen.Caption() + " - " + subject;
+}
+
+} // namespace
+
 ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
     : QWidget(parent), screen(screen), layout(LayoutOf(screen.Name())), growth(layout)
 {
@@ -113,7 +125,7 @@ QWidget* ScreenWindow::CanvasOf(const Layout::Placed& place) const
 
 void ScreenWindow::CaptionChanged()
 {
-    setWindowTitle(look::Text(screen.Caption()));
+    setWindowTitle(look::Text(TitleOf(screen)));
     if (captionLabel != nullptr)
         captionLabel->setText(look::Text(screen.Caption()));
 }

@@ -45,9 +45,20 @@ void SetStatusNote(Session& session, std::string_view note)
         panel->SetText(note);
 }
 
+void ClearStatusNote(Session& session, std::string_view beginning)
+{
+    if (Box* panel = session.screens.FindBox("MDIForm1", "StatusNote"); panel && panel->Text().starts_with(beginning))
+        panel->SetText({});
+}
+
+std::string OpenEmployeeInWords(const Session& session)
+{
+    return session.CurrentEmployee + " (" + session.CurrentEmployer + ")";
+}
+
 std::string OpenEmployeeCaption(const Session& session)
 {
-    return std::string(edition::AppTitle) + " - " + session.CurrentEmployee + " (" + session.CurrentEmployer + ")";
+    return std::string(edition::AppTitle) + " - " + OpenEmployeeInWords(session);
 }
 
 } // namespace quillmere

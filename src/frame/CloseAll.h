@@ -26,6 +26,11 @@ void SetMainCaption(Session& session, std::string_view caption);
 
 /// A word in the status bar; an empty one takes it away.
 void SetStatusNote(Session& session, std::string_view note);
+/// Takes the word away if it is one that begins so; others stay.
+void ClearStatusNote(Session& session, std::string_view beginning);
+
+/// The open employee and, in parentheses, the employer.
+std::string OpenEmployeeInWords(const Session& session);
 
 /// The caption with an employee open: the program's title, the employee and, in parentheses, the employer.
 std::string OpenEmployeeCaption(const Session& session);

@@ -58,6 +58,8 @@ public:
     ShowMode Mode() const { return mode; }
     const std::string& Caption() const { return caption; }
     void SetCaption(std::string_view newCaption);
+    /// Whom the screen is about, for the title of a window whose caption does not say; empty if about nobody.
+    virtual std::string Subject() const { return {}; }
 
     /// The control of that name, or of that name and index. An unknown one is a mistake in the program:
     /// std::logic_error.

@@ -1,6 +1,9 @@
 // What holds for the window of every screen: each control is placed, named for a screen reader, and visited by the Tab
 // key once, in the order of the form.
 #include "EveryScreen.h"
+#include "clientdb/BoundScreen.h"
+#include "clientdb/Notepad.h"
+#include "clientdb/store/TableLayouts.h"
 #include "desktop/MainWindow.h"
 #include "desktop/layouts/Layout.h"
 
@@ -46,6 +49,30 @@ TEST_P(EveryScreen, KeepsTheOthersWaitingIfItIsModal)
     EXPECT_EQ(window->isWindow(), screen->Mode() != ShowMode::Child);
     EXPECT_EQ(window->windowModality(), modal ? Qt::ApplicationModal : Qt::NonModal);
     EXPECT_EQ(QApplication::activeModalWidget(), modal ? window : nullptr);
+}
+
+TEST_P(EveryScreen, SaysInTheTitleOfItsWindowWhoseItIs)
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    const auto* notepad = dynamic_cast<const Notepad*>(screen);
+    const auto* bound = dynamic_cast<const BoundScreen*>(screen);
+    if ((notepad == nullptr && bound == nullptr) || !window->isWindow())
+        return;
+    const std::string title = window->windowTitle().toStdString();
+    EXPECT_TRUE(title.starts_with(screen->Caption())) << title;
+    const std::string caption = screen->Caption();
+    switch (FindTable(notepad != nullptr ? notepad->Table() : bound->Table()).level) {
+    case TableLevel::Employee:
+        EXPECT_TRUE(title.ends_with(" - Jane Smith (Acme Ltd)")) << title;
+        EXPECT_EQ(title.find("Jane Smith"), title.rfind("Jane Smith")) << title;
+        break;
+    case TableLevel::Employer:
+        EXPECT_EQ(title, caption + " - Acme Ltd");
+        break;
+    default:
+        EXPECT_EQ(title, caption);
+        break;
+    }
 }
 
 TEST_P(EveryScreen, NamesEveryControlThatTakesTheFocus)
