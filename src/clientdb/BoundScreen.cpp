@@ -67,8 +67,11 @@ void BoundScreen::CloseRequested()
 
 void BoundScreen::TellOfBroughtBack() const
 {
-    SetStatusNote(session,
-                  link->HasBroughtBack() ? "What was typed and not stored last time is back in its boxes" : "");
+    constexpr std::string_view Back = "What was typed and not stored last time is back in its boxes";
+    if (link->HasBroughtBack())
+        SetStatusNote(session, Back);
+    else
+        ClearStatusNote(session, Back);
 }
 
 void BoundScreen::DropChanges()

@@ -12,6 +12,13 @@
 
 namespace quillmere {
 
+namespace {
+
+/// The beginning of what the status bar says from an Ok to the next notepad.
+constexpr std::string_view ReplacedNote = "Another desk had stored the same meanwhile; your entries replaced: ";
+
+} // namespace
+
 Notepad::Notepad(Session& session, std::string_view name, std::string_view caption, std::string_view table,
                  const Words& words)
     : Screen(session, name, ShowMode::Modal, caption), table(table), words(words)
@@ -88,6 +95,7 @@ bool Notepad::Load()
     TabShown();
     for (Entry& entry : entries)
         entry.opened = Reads(entry);
+    ClearStatusNote(session, ReplacedNote);
     return true;
 }
 
@@ -224,7 +232,7 @@ bool Notepad::Store(std::vector<Result>& results)
         }
         batch.Commit();
         if (!replaced.empty())
-            SetStatusNote(session, "Another desk had stored the same meanwhile; your entries replaced: " + replaced);
+            SetStatusNote(session, std::string(ReplacedNote) + replaced);
         return true;
     } catch (const StoreError& error) {
         session.messages.Tell(words.ok.empty() ? Caption() : words.ok,

@@ -7,6 +7,7 @@ namespace quillmere {
 void UnloadAllScreens(Session& session)
 {
     session.screens.UnloadAll(Closing::WithAll);
+    SetStatusNote(session, {});
 }
 
 bool CloseAllScreens(Session& session)

@@ -265,6 +265,25 @@ TEST_P(TwoDesksInOneLine, SayWhatTheLaterOkHasReplaced)
     EXPECT_EQ(noteOf(Other()), "Another desk had stored the same meanwhile; your entries replaced: A desk, 20.00");
 }
 
+/// The declaration brings itself up to date after the Ok of its schedule, which takes nothing away.
+TEST_P(TwoDesksInOneLine, SayItOnUntilTheNextNotepadIsOpened)
+{
+    Open(Other(), "Form3");
+    Screen& declaration = Open(Other(), "P11DDeclaration");
+    declaration.Click(declaration.box("AdjustTick"));
+    Screen& first = Open(Now(), "P11DBNotepad1");
+    Screen& second = Open(Other(), "P11DBNotepad1");
+    Do(first, {{"AmountAdded", 1, "20"}});
+    Do(second, {{"AmountAdded", 1, "30"}});
+    Ok(Now(), first);
+    Ok(Other(), second);
+    Other().screens.RunDeferred();
+    const Box& note = *Other().screens.FindBox("MDIForm1", "StatusNote");
+    EXPECT_EQ(note.Text(), "Another desk had stored the same meanwhile; your entries replaced: 20.00");
+    Open(Other(), "P11DBNotepad2");
+    EXPECT_EQ(note.Text(), "");
+}
+
 INSTANTIATE_TEST_SUITE_P(Dialogs, TwoDesksInOneLine, ::testing::Values(TwoDesks{}));
 
 class AllNotepads : public ProgramFixture {};
