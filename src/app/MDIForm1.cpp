@@ -336,14 +336,16 @@ void MDIForm1::End()
 
 bool MDIForm1::MayEnd()
 {
-    for (BoundScreen* bound : session.screens.AllOf<BoundScreen>()) {
+    const auto bound = session.screens.AllOf<BoundScreen>();
+    for (BoundScreen* screen : bound)
         if (session.endsBySystem)
-            bound->StoreOrKeep();
-        else if (!bound->MayClose() &&
+            screen->StoreOrKeep();
+        else if (!screen->MayClose() &&
                  !session.messages.Ask(edition::AppTitle, "Close without storing?", Icon::Question, Answer::No))
             return false;
-        bound->DropChanges();
-    }
+    // Nothing is given up before it is certain that the program ends.
+    for (BoundScreen* screen : bound)
+        screen->DropChanges();
     return true;
 }
 

@@ -48,6 +48,11 @@ bool BoundScreen::Telling(const std::function<void()>& work)
     }
 }
 
+bool BoundScreen::MayClose()
+{
+    return Telling([this] { link->Store(); }) || !link->HasRecord();
+}
+
 void BoundScreen::TakeResult(std::string_view field, std::string_view text, const std::optional<std::string>& stored)
 {
     for (const auto& bound : Boxes()) {

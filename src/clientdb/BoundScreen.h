@@ -38,9 +38,9 @@ public:
     [[nodiscard]] bool StoreRecord();
     /// Stores what has changed and takes the link off its record. False if the store fails, with its words.
     [[nodiscard]] bool ReleaseRecord();
-    /// The same before the screen is closed: false if it has to stay, because the store has not taken what is typed. A
-    /// record that is gone is told of and is no bar.
-    [[nodiscard]] bool MayClose() override { return ReleaseRecord() || !link->HasRecord(); }
+    /// Stores what has changed before the screen is closed: false if it has to stay, because the store has not taken
+    /// what is typed. A record that is gone is told of and is no bar. One that stays goes on with its record.
+    [[nodiscard]] bool MayClose() override;
     /// At the end of the program at the system's wish: stores what has changed, or keeps it for the next opening of the
     /// record where the store does not take it, and says nothing.
     void StoreOrKeep();
