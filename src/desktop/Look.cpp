@@ -1,5 +1,6 @@
 #include "desktop/Look.h"
 
+#include "desktop/Style.h"
 #include "printing/paper/Fonts.h"
 
 #include <QApplication>
@@ -272,7 +273,7 @@ void Dress()
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     // Before the style is set, which brings light colours.
     const QPalette& ours = WholePalette(ShadeInUse());
-    QApplication::setStyle(QStringLiteral("Fusion"));
+    QApplication::setStyle(new Style);
     // The desktop may have colours of its own for menus, buttons and the like.
     for (const char* kind : {"QAbstractButton", "QAbstractItemView", "QCheckBox", "QComboBox", "QGroupBox",
                              "QHeaderView", "QLabel", "QLineEdit", "QMenu", "QMenuBar", "QMessageBox", "QRadioButton",

@@ -24,6 +24,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTabWidget>
 #include <QTextEdit>
 #include <QTimer>
@@ -47,6 +48,7 @@ using test::RunningProgram;
 // ---- colours --------------------------------------------------------------------------------------
 
 constexpr double Readable = 4.5;
+constexpr double Outlined = 3.0;
 
 double Luminance(const QColor& colour)
 {
@@ -192,6 +194,8 @@ protected:
 
     /// Every word stands out from its ground.
     void ExpectReadable();
+    /// So does the outline of every tick and option, chosen or not.
+    void ExpectMarksToStandOut();
 
     bool IsText(const QWidget& widget) const
     {
@@ -254,6 +258,45 @@ TEST_P(ScreenLooks, EveryWordIsReadableOnADarkDesktop)
 {
     const InShade dressed(look::Shade::Dark);
     ExpectReadable();
+}
+
+void ScreenLooks::ExpectMarksToStandOut()
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    ShowWhole();
+    for (const auto& box : screen->Boxes()) {
+        const auto* button = qobject_cast<const QAbstractButton*>(WidgetOf(*box));
+        if (button == nullptr || !button->isVisible() || !button->isEnabled() ||
+            (box->Kind() != BoxKind::Tick && box->Kind() != BoxKind::Option))
+            continue;
+        for (const bool set : {false, true}) {
+            box->SetTicked(set);
+            QCoreApplication::processEvents();
+            const QImage picture = window->grab().toImage();
+            const QPoint corner = button->mapTo(window, QPoint(0, 0));
+            const int side = button->style()->pixelMetric(QStyle::PM_IndicatorWidth);
+            const QRect mark(corner.x(), corner.y() + (button->height() - side) / 2, side, side);
+            EXPECT_GE(ContrastIn(picture, mark), Outlined) << box->FullName() << (set ? ", set" : "");
+            // The same line on the ground outside.
+            const QColor ground = picture.pixelColor(mark.right() + 3, mark.center().y());
+            double highest = 0;
+            for (int x = mark.left(); x < mark.left() + 3; ++x)
+                highest = std::max(highest, Contrast(picture.pixelColor(x, mark.center().y()), ground));
+            EXPECT_GE(highest, Outlined) << box->FullName() << ", outside";
+        }
+    }
+}
+
+TEST_P(ScreenLooks, EveryTickAndOptionStandsOutOnALightDesktop)
+{
+    const InShade dressed(look::Shade::Light);
+    ExpectMarksToStandOut();
+}
+
+TEST_P(ScreenLooks, EveryTickAndOptionStandsOutOnADarkDesktop)
+{
+    const InShade dressed(look::Shade::Dark);
+    ExpectMarksToStandOut();
 }
 
 TEST_P(ScreenLooks, KeepsButtonsAndTotalsInSightOnASmallScreen)
