@@ -111,6 +111,8 @@ void DesktopHost::CloseWindow(Windows::iterator position)
     if (window->isWindow() && window->GrowsWithItsList())
         sizes.insert_or_assign(window->Shown().Name(), window->size());
     window->Detach();
+    if (mainWindow != nullptr && !window->isWindow())
+        mainWindow->TakeFocusFrom(*window);
     window->hide();
     window->deleteLater();
     if (hadFocus)

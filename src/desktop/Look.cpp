@@ -376,6 +376,20 @@ void Draw(QPainter& painter, const Layout::Drawn& drawn)
     }
 }
 
+QString Marked(const std::string& caption, char letter)
+{
+    QString marked = Text(caption);
+    const qsizetype place = letter == 0 ? -1 : marked.indexOf(QLatin1Char(letter), 0, Qt::CaseInsensitive);
+    return place < 0 ? marked : marked.insert(place, u'&');
+}
+
+QString TipOf(const Box& box)
+{
+    const QString tip = Text(box.Tip());
+    const bool isSeen = box.Letter() == 0 || Marked(box.Text(), box.Letter()) != Text(box.Text());
+    return isSeen ? tip : QStringLiteral("%1 (Alt+%2)").arg(tip).arg(QLatin1Char(box.Letter())).trimmed();
+}
+
 QIcon Picture(const std::string& name)
 {
     static std::map<std::pair<Shade, std::string>, QIcon> drawn;

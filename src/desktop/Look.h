@@ -64,6 +64,12 @@ void Draw(QPainter& painter, const Layout::Drawn& drawn);
 /// The picture of a toolbar or notepad button.
 QIcon Picture(const std::string& name);
 
+/// A caption with the letter marked that presses it, where it has that letter and marks none of its own.
+QString Marked(const std::string& caption, char letter);
+
+/// The tooltip of a control, with the letter that presses it where its caption cannot show it.
+QString TipOf(const Box& box);
+
 inline QString Text(const std::string& text)
 {
     return QString::fromStdString(text);

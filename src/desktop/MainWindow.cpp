@@ -40,14 +40,6 @@ protected:
     }
 };
 
-/// A menu's text with its letter marked.
-QString Marked(const std::string& text, char letter)
-{
-    QString marked = look::Text(text);
-    const qsizetype place = letter == 0 ? -1 : marked.indexOf(QLatin1Char(letter), 0, Qt::CaseInsensitive);
-    return place < 0 ? marked : marked.insert(place, u'&');
-}
-
 /// A panel at the foot: closing it closes its screen.
 class Panel : public QDockWidget {
 public:
@@ -84,6 +76,7 @@ MainWindow::MainWindow(Screen& screen) : screen(screen)
     setObjectName(look::Text(screen.Name()));
     desk = new DeskSurface(this);
     setCentralWidget(desk);
+    desk->setFocus(); // else the first button of the toolbar has it
     MakeMenus();
     MakeToolbar();
     MakeStatusBar();
@@ -126,7 +119,7 @@ void MainWindow::MakeMenus()
     for (const MenuRow& row : MenuRows()) {
         QMenu*& menu = menus[row.menu];
         if (menu == nullptr) {
-            menu = menuBar()->addMenu(Marked(std::string(row.menu), LetterOfMenu(row.menu)));
+            menu = menuBar()->addMenu(look::Marked(std::string(row.menu), LetterOfMenu(row.menu)));
             menu->setToolTipsVisible(true);
         }
         if (row.separatorBefore)
@@ -207,7 +200,7 @@ void MainWindow::BoxChanged(const Box& box)
 {
     if (const auto found = actions.find(&box); found != actions.end()) {
         QAction* action = found->second;
-        action->setText(Marked(box.Text(), box.Letter()));
+        action->setText(look::Marked(box.Text(), box.Letter()));
         action->setToolTip(look::Text(box.Tip()));
         action->setEnabled(box.Enabled());
         action->setVisible(box.Visible());
@@ -216,8 +209,10 @@ void MainWindow::BoxChanged(const Box& box)
             action->setChecked(box.Ticked());
         }
     } else if (const auto made = widgets.find(&box); made != widgets.end()) {
+        if (!box.Enabled() && made->second->hasFocus())
+            desk->setFocus(); // not to the button after it
         made->second->setEnabled(box.Enabled());
-        made->second->setToolTip(look::Text(box.Tip()));
+        made->second->setToolTip(look::TipOf(box));
         if (auto* label = qobject_cast<QLabel*>(made->second))
             label->setText(look::Text(box.Text()));
     } else if (box.Name() == "picToolbar" && toolbar != nullptr) {
@@ -273,6 +268,18 @@ void MainWindow::ShowPanel(ScreenWindow& window)
     window.parentWidget()->show();
     window.show();
     window.parentWidget()->raise();
+}
+
+void MainWindow::TakeFocusFrom(const ScreenWindow& closing)
+{
+    if (focusWidget() == nullptr || !closing.isAncestorOf(focusWidget()))
+        return;
+    const auto left = std::ranges::find_if(
+        pages, [&](const ScreenWindow* page) { return page != &closing && !page->isHidden() && !page->IsDetached(); });
+    if (left == pages.end())
+        desk->setFocus();
+    else
+        (*left)->FocusAgain();
 }
 
 void MainWindow::LayOutPages()

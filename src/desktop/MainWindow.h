@@ -41,6 +41,8 @@ public:
     void ShowPage(ScreenWindow& page);
     /// Brings a panel up at the foot, beside the pages.
     void ShowPanel(ScreenWindow& window);
+    /// What has the focus goes: the page that stays has it, else the desk.
+    void TakeFocusFrom(const ScreenWindow& closing);
     void ShowProgress(int done, int total);
     void Detach();
 

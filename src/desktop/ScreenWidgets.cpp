@@ -28,10 +28,10 @@ bool HoldsFigure(const Box& box)
     return box.IsAmount() || std::ranges::find(Filters, box.Filter()) != Filters.end();
 }
 
-/// The caption, and the letter that presses the button where the caption marks none.
+/// The caption with the letter that presses the button, also where the caption itself marks none.
 void SetCaption(QAbstractButton& button, const Box& box)
 {
-    button.setText(look::Text(box.Text()));
+    button.setText(look::Marked(box.Text(), box.Letter()));
     if (box.Letter() != 0)
         button.setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(box.Letter())));
 }
@@ -244,8 +244,8 @@ void ScreenWindow::BoxChanged(const Box& box)
         return; // the tab strip shows and hides its pages
     widget->setEnabled(box.Enabled());
     widget->setVisible(box.Visible());
-    if (widget->toolTip().isEmpty() != box.Tip().empty() || !box.Tip().empty())
-        widget->setToolTip(look::Text(box.Tip()));
+    if (const QString tip = look::TipOf(box); widget->toolTip() != tip)
+        widget->setToolTip(tip);
     switch (box.Kind()) {
     case BoxKind::Text:
         ShowText(*static_cast<BoxEdit*>(widget), box);

@@ -40,6 +40,7 @@ public:
     int FormWidth() const;
     /// True for a window whose list takes the room that the user gives it.
     bool GrowsWithItsList() const { return growth.IsPossible(); }
+    bool IsDetached() const { return detached; }
 
 protected:
     /// Makes a widget the one that shows a control.
@@ -47,7 +48,6 @@ protected:
     /// The part of the window that stays in place, and the one that scrolls below it.
     QWidget* Header() const { return header; }
     QScrollArea* Scroll() const { return scroll; }
-    bool IsDetached() const { return detached; }
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -2,6 +2,7 @@
 // comes in between, the wheel over a drop-down list, Enter and Escape, and lists in which nothing is chosen yet.
 #include "RunningProgram.h"
 #include "app/MDIForm1.h"
+#include "clientdb/EmployerScreens.h"
 #include "desktop/DesktopPlatform.h"
 #include "desktop/MainWindow.h"
 #include "desktop/layouts/Layout.h"
@@ -16,6 +17,7 @@
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
 
@@ -426,6 +428,92 @@ TEST_P(HandsOnEveryScreen, HasALetterOfItsOwnForEveryButtonAndOption)
         EXPECT_TRUE(letter.startsWith("Alt+")) << box->FullName() << " " << box->Text() << " has no letter";
         const auto [other, own] = taken.emplace(letter, box->FullName());
         EXPECT_TRUE(own) << box->FullName() << " and " << other->second << " share " << letter.toStdString();
+    }
+}
+
+/// The letter is underlined in the caption, or the tooltip says it.
+void ExpectLetterSeen(const QAbstractButton& button)
+{
+    if (button.shortcut().isEmpty())
+        return;
+    const bool underlined = QKeySequence::mnemonic(button.text()) == button.shortcut();
+    EXPECT_TRUE(underlined || button.toolTip().contains("(" + LetterOf(button) + ")"))
+        << button.objectName().toStdString() << " \"" << button.text().toStdString() << "\", "
+        << button.toolTip().toStdString();
+}
+
+TEST_P(HandsOnEveryScreen, ShowsTheLetterOfEveryButtonAndOption)
+{
+    for (const auto& box : screen->Boxes())
+        if (const auto* button = qobject_cast<const QAbstractButton*>(WidgetOf(*box)))
+            ExpectLetterSeen(*button);
+}
+
+TEST_F(Hands, SeeTheLettersOfTheToolbar)
+{
+    int seen = 0;
+    for (const auto& box : running.host.Main()->Shown().Boxes())
+        if (const auto* button = qobject_cast<const QAbstractButton*>(running.host.Main()->WidgetOf(*box))) {
+            ExpectLetterSeen(*button);
+            seen += button->shortcut().isEmpty() ? 0 : 1;
+        }
+    EXPECT_EQ(seen, 3) << "Close File, Backup and Exit";
+}
+
+// ---- the focus when something closes
+
+/// The tool button that has the focus, if one has.
+std::string FocusedTool()
+{
+    const auto* tool = qobject_cast<QToolButton*>(QApplication::focusWidget());
+    return tool == nullptr ? "" : tool->accessibleName().toStdString();
+}
+
+TEST_P(HandsOnEveryScreen, LeavesTheFocusToNoButtonOfTheToolbar)
+{
+    Screens& screens = running.program.TheSession().screens;
+    for (const bool withPage : {false, true}) {
+        for (Screen* other : screens.Open())
+            if (other->Mode() != ShowMode::Main)
+                screens.Unload(other->Name());
+        if (withPage)
+            running.Show("Form3");
+        running.Show(GetParam());
+        QCoreApplication::processEvents();
+        screens.Unload(GetParam());
+        running.host.Main()->activateWindow();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(FocusedTool(), "");
+        if (withPage && GetParam() != "Form3" && screens.IsShown("Form3")) {
+            EXPECT_TRUE(running.host.WindowOf(*screens.Find("Form3"))->isAncestorOf(QApplication::focusWidget()));
+        }
+    }
+}
+
+TEST_F(Hands, MakeNoEmployeeBySpaceAfterCloseFile)
+{
+    Screens& screens = running.program.TheSession().screens;
+    QCoreApplication::processEvents();
+    EXPECT_EQ(FocusedTool(), "") << "at the start";
+    for (const bool byKey : {false, true}) {
+        ASSERT_TRUE(OpenEmployee(running.program.TheSession(), "Acme Ltd", "Jane Smith"));
+        running.host.Main()->activateWindow();
+        QCoreApplication::processEvents();
+        const Box& close = running.host.Main()->Shown().box("cmdFile", 4);
+        QWidget& button = *running.host.WidgetOf(running.host.Main()->Shown(), close);
+        if (byKey) {
+            button.setFocus(Qt::TabFocusReason);
+            QTest::keyClick(&button, Qt::Key_Space);
+        } else {
+            Click(button);
+        }
+        QCoreApplication::processEvents();
+        ASSERT_FALSE(screens.IsShown("Form3"));
+        EXPECT_EQ(FocusedTool(), "");
+        const std::size_t open = screens.Open().size();
+        if (QWidget* focused = QApplication::focusWidget())
+            QTest::keyClick(focused, Qt::Key_Space);
+        EXPECT_EQ(screens.Open().size(), open) << "Space does nothing";
     }
 }
 

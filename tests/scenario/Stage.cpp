@@ -194,12 +194,14 @@ std::string Stage::TextOf(const Control& control)
 {
     const std::string& held = control.box->Text();
     std::optional<std::string> shown;
-    // A menu's letter is marked in the window alone.
     if (control.action != nullptr)
-        shown = (held.find('&') == std::string::npos ? control.action->text().remove(u'&') : control.action->text())
-                    .toStdString();
+        shown = control.action->text().toStdString();
     else if (control.widget != nullptr)
         shown = ShownText(*control.widget);
+    // The letter of a menu or button whose caption has no mark is marked in the window alone.
+    const bool isPressed = control.action != nullptr || qobject_cast<const QAbstractButton*>(control.widget) != nullptr;
+    if (shown && isPressed && held.find('&') == std::string::npos)
+        std::erase(*shown, '&');
     if (shown && *shown != held)
         throw StepFailure("expected the window to show what the box holds, " + Shown(held) + ", found " +
                           Shown(*shown));
