@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 #include <utility>
@@ -81,6 +82,20 @@ void ScreenWindow::Typed(Box& box, BoxEdit& edit)
         screen.Typed(box);
 }
 
+/// Scrolls until the control that the focus has come to stands in sight, with air above and below. What is in sight
+/// stays where it is under the mouse, which is about to be let go there.
+void ScreenWindow::BringInSight(QWidget& widget, Qt::FocusReason reason)
+{
+    constexpr int Air = 60, AirBeside = 20;
+    scroll->ensureWidgetVisible(&widget, AirBeside, Air);
+    if (reason == Qt::MouseFocusReason)
+        return;
+    const QSize room = scroll->viewport()->size();
+    const QPoint middle = widget.mapTo(form, widget.rect().center());
+    scroll->ensureVisible(scroll->horizontalScrollBar()->value() + room.width() / 2, middle.y(), 0,
+                          std::min(widget.height() / 2 + Air + 1, room.height() / 2));
+}
+
 bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (detached)
@@ -93,8 +108,8 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
     Box& box = *found->second;
     auto* widget = static_cast<QWidget*>(watched);
     if (event->type() == QEvent::FocusIn) {
-        if (widget->parentWidget() == form)
-            scroll->ensureWidgetVisible(widget, 20, 60);
+        if (form->isAncestorOf(widget))
+            BringInSight(*widget, static_cast<QFocusEvent&>(*event).reason());
         if (!LeadsOn(box))
             lastField = widget;
         if (!IsElsewhere(*event) || screen.InUse() != &box)

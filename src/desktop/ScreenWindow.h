@@ -63,6 +63,7 @@ private:
     QWidget* MakeButton(Box& box, QWidget* parent);
     QWidget* MakeTabs(Box& box, QWidget* parent);
     void Typed(Box& box, BoxEdit& edit);
+    void BringInSight(QWidget& widget, Qt::FocusReason reason);
     void LeaveForOther(Box& box);
     void CompleteClick(QObject& pressed, const QMouseEvent& press);
     bool KeyInEdit(Box& box, BoxEdit& edit, const QKeyEvent& key);

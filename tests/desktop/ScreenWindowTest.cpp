@@ -4,11 +4,13 @@
 #include "clientdb/BoundScreen.h"
 #include "clientdb/Notepad.h"
 #include "clientdb/store/TableLayouts.h"
+#include "desktop/Look.h"
 #include "desktop/MainWindow.h"
 #include "desktop/layouts/Layout.h"
 
 #include <QApplication>
 #include <QLabel>
+#include <QScrollArea>
 #include <QTest>
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -191,6 +193,36 @@ TEST(Layouts, EveryScreenHasOneAndNothingElseHas)
     EXPECT_EQ(layouts, screens);
 }
 
+TEST_P(EveryScreen, KeepsAirRoundTheFocusOnASmallScreen)
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    constexpr int Air = 60;
+    const Layout& layout = LayoutOf(GetParam());
+    window->window()->showNormal();
+    window->window()->resize(screen->Mode() == ShowMode::Child
+                                 ? QSize(1024, 600)
+                                 : QSize(layout.width + 16, layout.height).boundedTo(QSize(1004, 540)));
+    QCoreApplication::processEvents();
+    const auto* scroll = window->findChild<QScrollArea*>();
+    std::vector<const Box*> visited = Visited();
+    std::vector<const Box*> walked = visited;
+    walked.insert(walked.end(), visited.rbegin(), visited.rend());
+    for (const Box* box : walked) {
+        QWidget* widget = WidgetOf(*box);
+        if (scroll == nullptr || !scroll->widget()->isAncestorOf(widget) || !widget->isEnabled() ||
+            !widget->isVisible())
+            continue;
+        widget->setFocus(Qt::TabFocusReason);
+        const int top = widget->mapTo(scroll->widget(), QPoint(0, 0)).y();
+        const int shown = widget->mapTo(scroll->viewport(), QPoint(0, 0)).y();
+        const int below = scroll->widget()->height() - top - widget->height();
+        const int room = (scroll->viewport()->height() - widget->height()) / 2 - 1;
+        EXPECT_GE(shown, std::min({Air, top, room})) << box->FullName() << ", above";
+        EXPECT_GE(scroll->viewport()->height() - shown - widget->height(), std::min({Air, below, room}))
+            << box->FullName() << ", below";
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Screens, EveryScreen, ::testing::ValuesIn(ScreensWithLayout()),
                          [](const auto& parameter) { return std::string(parameter.param); });
 
@@ -205,9 +237,15 @@ TEST(DeclarationWindow, HasTheMinusOfSectionFourInTheGapOfTheSum)
     const auto minus = static_cast<std::size_t>(find("minus"));
     ASSERT_LT(sum, drawn.size());
     ASSERT_LT(minus, drawn.size());
-    EXPECT_GT(drawn[minus].x, drawn[sum].x);
-    EXPECT_LT(drawn[minus].x + drawn[minus].width, drawn[sum].x + drawn[sum].width);
     EXPECT_NEAR(drawn[minus].y, drawn[sum].y, 2);
+    constexpr int SizeOfWords = 12, Air = 2;
+    EXPECT_GE(drawn[minus].look.size, SizeOfWords);
+    const QFontMetrics ofSum(look::CaptionFont(drawn[sum].look)), ofMinus(look::CaptionFont(drawn[minus].look));
+    const int gapEnd = drawn[sum].x + drawn[sum].width - ofSum.horizontalAdvance("box C");
+    const int gapBegin = gapEnd - ofSum.horizontalAdvance("          ");
+    const int middle = drawn[minus].x + drawn[minus].width / 2, half = ofMinus.horizontalAdvance("minus") / 2;
+    EXPECT_GE(middle - half, gapBegin + Air);
+    EXPECT_LE(middle + half, gapEnd - Air);
 }
 
 } // namespace

@@ -16,7 +16,7 @@ constexpr TextLook Heading{.size = 14, .bold = true};
 constexpr TextLook Bold{.size = 12, .bold = true};
 constexpr TextLook Small{.size = 11};
 constexpr TextLook Italic{.size = 11, .italic = true};
-constexpr TextLook Formula{.size = 12, .align = TextLook::Align::Right};
+constexpr TextLook Formula{.size = 14, .align = TextLook::Align::Right};
 
 // Columns of both sides, as on the form.
 constexpr int SectionX = 10, SectionWidth = 856;
@@ -92,7 +92,7 @@ void Section1(Layout& layout, int y)
     layout.Text(TextX, y + 99, TextWidth, words::MultiplyByRate);
     LetteredRate(layout, y + 96, "B", "Section1BoxB");
     layout.Text(TextX, y + 129, 300, words::NICsPayable, Bold);
-    layout.Text(LetterX - 212, y + 129, 200, "box A * rate in box B", Formula);
+    layout.Text(LetterX - 212, y + 128, 200, "box A * rate in box B", Formula);
     LetteredAmount(layout, y + 126, "C", "Section1BoxC", true);
 }
 
@@ -174,13 +174,16 @@ void Section4(Layout& layout, int y)
         LetteredAmount(layout, top, letter, box, true);
     };
     result(y + 254, words::TotalDue, "D", "Section4BoxD");
-    // On the form "minus" is a word of its own in the gap of the sum.
-    layout.Text(LetterX - 212, y + 257, 200, "box A + box B          box C", Formula);
-    layout.Text(LetterX - 77, y + 258, 34, "minus", {.size = 11, .align = TextLook::Align::Centre});
+    // On the form "minus" is a word of its own in the gap of the sum, which the sum's size makes wide enough.
+    constexpr std::string_view Minus = "minus";
+    constexpr TextLook MinusLook{.size = 12, .align = TextLook::Align::Centre};
+    constexpr int GapWidth = 38, BehindGap = 37;
+    layout.Text(LetterX - 212, y + 256, 200, "box A + box B          box C", Formula);
+    layout.Text(LetterX - 12 - BehindGap - GapWidth, y + 258, GapWidth, Minus, MinusLook);
     layout.Text(TextX, y + 295, TextWidth, words::MultiplyByRate);
     LetteredRate(layout, y + 292, "E", "Section4BoxE");
     result(y + 328, words::NICsPayable, "F", "Section4BoxF");
-    layout.Text(LetterX - 212, y + 331, 200, "box D x box E", Formula);
+    layout.Text(LetterX - 212, y + 330, 200, "box D x box E", Formula);
 }
 
 Layout AdjustmentWindow(std::string_view heading, const AdjustmentSchedule& schedule)
