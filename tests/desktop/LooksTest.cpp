@@ -303,7 +303,10 @@ TEST_P(ScreenLooks, KeepsButtonsAndTotalsInSightOnASmallScreen)
 {
     ASSERT_NO_FATAL_FAILURE(Open());
     Fill();
-    window->resize(QSize(LayoutOf(GetParam()).width + 16, LayoutOf(GetParam()).height).boundedTo(QSize(1004, 540)));
+    if (screen->Mode() == ShowMode::Panel)
+        window->window()->resize(1004, 540);
+    else
+        window->resize(QSize(LayoutOf(GetParam()).width + 16, LayoutOf(GetParam()).height).boundedTo(QSize(1004, 540)));
     QCoreApplication::processEvents();
     static const std::set<std::string_view> results{"FCashEqu3", "FCashEqu4", "FCashEqu5", "FCashEqu6",
                                                     "FFuelEqu3", "FFuelEqu4", "FFuelEqu5", "FFuelEqu6"};
