@@ -21,6 +21,11 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .key = "F9",
      .run = [](Session& session) { session.screens.Show("CheckList"); },
      .separatorBefore = true},
+    {.menu = "Help",
+     .name = "mnuCalculatorCheck",
+     .text = "Check the Calculators...",
+     .letter = 'C',
+     .run = [](Session& session) { session.screens.Show("CalculatorCheck"); }},
 });
 
 } // namespace

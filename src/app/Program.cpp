@@ -24,6 +24,7 @@
 #include "printing/jobs/frmVSPrint.h"
 #include "printing/jobs/frmVSPrintDialog.h"
 #include "printing/jobs/frmVSPrintSettings.h"
+#include "review/CalculatorCheck.h"
 #include "review/CheckList.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
@@ -180,6 +181,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"Form5_6", FurtherCars},
     {"FindEmployee", Plain<FindEmployee>},
     {"CheckList", Plain<review::CheckList>},
+    {"CalculatorCheck", Plain<review::CalculatorCheck>},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},

@@ -85,12 +85,20 @@ void TableView::Follow(const quillmere::Box& box)
 {
     if (rows->Take(box.Columns(), box.Entries()))
         for (int column = 0; column + 1 < rows->columnCount({}); ++column)
-            resizeColumnToContents(column);
+            FitColumn(column);
     if (box.Selected() < 0) {
         selectionModel()->clear();
         return;
     }
     setCurrentIndex(rows->index(box.Selected(), 0));
+}
+
+/// As wide as its cells, but never so wide that the others are pushed out of sight.
+void TableView::FitColumn(int column)
+{
+    constexpr int MostCharacters = 60;
+    resizeColumnToContents(column);
+    setColumnWidth(column, std::min(columnWidth(column), MostCharacters * fontMetrics().averageCharWidth()));
 }
 
 int TableView::ChosenRow() const

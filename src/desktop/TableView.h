@@ -20,6 +20,8 @@ public:
 
 private:
     class Rows;
+    void FitColumn(int column);
+
     Rows* rows;
 };
 

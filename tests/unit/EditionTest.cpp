@@ -2,6 +2,7 @@
 #include "edition/Edition.h"
 
 #include "edition/AccommodationRates.h"
+#include "edition/CalculatorExamples.h"
 #include "edition/CarRates.h"
 #include "edition/CarWords.h"
 #include "edition/Class1ARates.h"

@@ -263,6 +263,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"View", "ToolbarOpt", "Toolbar"},
         {"View", "mnuCheck", "Check..."},
         {"Settings", "mnuSettingsReports", "Reports"},
+        {"Help", "mnuCalculatorCheck", "Check the Calculators..."},
     };
     Start();
     const std::vector<MenuRow> rows = MenuRows();

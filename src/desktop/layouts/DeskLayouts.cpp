@@ -25,4 +25,14 @@ Layout CheckList()
     return layout;
 }
 
+Layout CalculatorCheck()
+{
+    Layout layout{.width = 980, .height = 470, .growing = "Examples"};
+    layout.Place("Summary", 16, 10, 948);
+    layout.Place("Examples", 16, 38, 948, 322);
+    layout.Place("Chosen", 16, 366, 948, 60);
+    ButtonRow(layout, 964, 432, std::to_array<std::string_view>({"CalculatorCheckClose"}));
+    return layout;
+}
+
 } // namespace quillmere::layouts

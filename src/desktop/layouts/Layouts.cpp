@@ -21,6 +21,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"RenameEmp", layouts::RenameEmp},
     {"FindEmployee", layouts::FindEmployee},
     {"CheckList", layouts::CheckList},
+    {"CalculatorCheck", layouts::CalculatorCheck},
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},

@@ -18,6 +18,7 @@ Layout EmployeeList();
 Layout RenameEmp();
 Layout FindEmployee();
 Layout CheckList();
+Layout CalculatorCheck();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
