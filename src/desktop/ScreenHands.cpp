@@ -1,5 +1,6 @@
 // What mouse and keyboard do in a window before its widgets hear of it, and what is typed.
 #include "desktop/BoxWidgets.h"
+#include "desktop/ChoicePopup.h"
 #include "desktop/Look.h"
 #include "desktop/ScreenWindow.h"
 #include "frame/Inserted.h"
@@ -119,6 +120,9 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             LeaveForOther(box);
     } else if (event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
+        if (box.Kind() == BoxKind::Text && AsksForChoices(*key) &&
+            OfferChoices(screen, box, static_cast<BoxEdit&>(*widget)))
+            return true;
         if (box.Kind() == BoxKind::Text && KeyInEdit(box, static_cast<BoxEdit&>(*widget), *key))
             return true;
         if (box.Kind() == BoxKind::Picture && KeyOnPicture(*static_cast<QAbstractButton*>(watched), *key))

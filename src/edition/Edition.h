@@ -18,6 +18,8 @@ inline constexpr std::string_view TaxYearEnd = "05/04/2011";
 /// The two days themselves, for rules that count.
 inline constexpr auto TaxYearStartDay = DayOf(TaxYearStart);
 inline constexpr auto TaxYearEndDay = DayOf(TaxYearEnd);
+/// Nobody and nothing on a form is older.
+inline constexpr auto OldestDate = DayOf("01/01/1900");
 /// First and last day of last tax year, read by the car notepad for a car carried over.
 inline constexpr std::string_view PriorYearStart = "06/04/2009";
 inline constexpr std::string_view PriorYearEnd = "05/04/2010";

@@ -3,6 +3,8 @@
 #include "desktop/DesktopHost.h"
 #include "printing/paper/PdfWriter.h"
 
+#include <QApplication>
+#include <QPainter>
 #include <QPixmap>
 #include <QWidget>
 
@@ -40,7 +42,10 @@ void Picture(Stage& stage, const Step& step)
     const std::filesystem::path target = stage.pictures / stage.Text(step.words[1]);
     if (target.has_parent_path())
         std::filesystem::create_directories(target.parent_path());
-    if (!window->grab().save(QString::fromStdString(target.string())))
+    QPixmap shot = window->grab();
+    if (QWidget* popup = QApplication::activePopupWidget())
+        QPainter(&shot).drawPixmap(window->mapFromGlobal(popup->pos()), popup->grab());
+    if (!shot.save(QString::fromStdString(target.string())))
         throw StepFailure("cannot write " + target.string());
 }
 
