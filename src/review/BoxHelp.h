@@ -27,4 +27,10 @@ const BoxHelp* HelpOf(std::string_view screen, std::string_view box);
 /// what it takes.
 std::string LineOf(const BoxHelp& help);
 
+/// What the row says about the box, with the figures of the year.
+std::string AboutOf(const BoxHelp& help);
+
+/// All of it for somebody who asks what the box is: its name, the line, and what belongs into it.
+std::string WhatsThisOf(const BoxHelp& help, std::string_view spoken);
+
 } // namespace quillmere::review

@@ -18,6 +18,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
+#include <QWhatsThis>
 #include <QWheelEvent>
 #include <gtest/gtest.h>
 
@@ -372,14 +373,14 @@ TEST_F(Hands, OpenASectionsPictureFromItsBoxesByF4)
         {"Form3", "BNotTax", "BNotepad"},
         {"Form3", "DCashEqu", "DNotepad"},
         {"Form3", "NatIns", ""},
-        {"Form3", "FRegDate1", ""},
+        {"Form3", "FListPrice1", ""},
         {"Side2Form1", "GVanFuel", "GNotepad"},
-        {"Side2Form1", "HLoanDate2", "HNotepad"},
+        {"Side2Form1", "HMaxLoan2", "HNotepad"},
         {"Side2Form1", "MShareTick", ""},
         {"Side2Form1", "NCostYou1", "NNotepad1"},
         {"Side2Form1", "NDescriptItems2", "NNotepad2"},
         {"Side2Form1", "NTaxPaid", "NNotepad3"},
-        {"Side2Form1", "OEntertainTick", "ONotepad2"},
+        {"Side2Form1", "OCostYou2", "ONotepad2"},
         {"Side2Form1", "ODescExpenses", "ONotepad6"},
     };
     for (const auto& [name, box, opened] : cases) {
@@ -396,6 +397,55 @@ TEST_F(Hands, OpenASectionsPictureFromItsBoxesByF4)
             screens.Unload(opened);
         }
     }
+}
+
+// ---- what is at hand
+
+TEST_F(Hands, PutLettersOrDaysBelowABoxThatHasThemAndNothingElse)
+{
+    Screen& page = Open("Form3");
+    const auto popupOf = [&](std::string_view box, Qt::Key key, Qt::KeyboardModifiers held) {
+        QWidget& widget = WidgetOf(page, box);
+        widget.setFocus(Qt::TabFocusReason);
+        QTest::keyClick(&widget, key, held);
+        QWidget* popup = QApplication::activePopupWidget();
+        const QString name = popup == nullptr ? QString() : popup->objectName();
+        if (popup != nullptr)
+            popup->close();
+        running.host.WindowOf(page)->window()->activateWindow();
+        QCoreApplication::processEvents();
+        return name;
+    };
+    EXPECT_EQ(popupOf("FFuel1", Qt::Key_F4, Qt::NoModifier), "Letters");
+    EXPECT_EQ(popupOf("FRegDate1", Qt::Key_Down, Qt::AltModifier), "Days");
+    EXPECT_EQ(popupOf("FListPrice1", Qt::Key_Down, Qt::AltModifier), "");
+    EXPECT_EQ(popupOf("FRegDate1", Qt::Key_Down, Qt::NoModifier), "");
+    ASSERT_NE(page.InUse(), nullptr);
+    EXPECT_EQ(page.InUse()->Name(), "FRegDate1") << "the box in use stays so below a popup";
+    page.box("FRegDate1").SetReadOnly(true);
+    EXPECT_EQ(popupOf("FRegDate1", Qt::Key_F4, Qt::NoModifier), "") << "what cannot be typed in has nothing at hand";
+}
+
+TEST_F(Hands, SayWhatABoxIsAtShiftF1)
+{
+    Screen& page = Open("Form3");
+    QWidget& widget = WidgetOf(page, "FListPrice1");
+    widget.setFocus(Qt::TabFocusReason);
+    QTest::keyClick(&widget, Qt::Key_F1, Qt::ShiftModifier);
+    const auto windows = QApplication::topLevelWidgets();
+    EXPECT_TRUE(std::ranges::any_of(
+        windows, [](QWidget* window) { return window->isVisible() && window->inherits("QWhatsThat"); }));
+    EXPECT_TRUE(widget.whatsThis().contains("The published price when it was new"));
+    EXPECT_EQ(page.InUse(), &page.box("FListPrice1"));
+    QWhatsThis::hideText();
+}
+
+TEST_P(HandsOnEveryScreen, KnowsOfEveryBoxThatTakesTypingWhatItIs)
+{
+    for (const auto& box : screen->Boxes())
+        if (const QWidget* widget = WidgetOf(*box); box->Kind() == BoxKind::Text && InReach(*box) && !box->ReadOnly()) {
+            EXPECT_FALSE(widget->whatsThis().isEmpty()) << box->FullName();
+        }
 }
 
 // ---- letters

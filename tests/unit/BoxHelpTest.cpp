@@ -15,6 +15,9 @@ using review::AllBoxHelp;
 using review::BoxHelp;
 using review::HelpOf;
 
+/// A tip of that length is some five lines high.
+constexpr std::size_t MostOfATip = 400;
+
 class BoxHelpTable : public ProgramFixture {
 protected:
     /// Every text box of every screen.
@@ -37,6 +40,11 @@ TEST_F(BoxHelpTable, EveryBoxThatTakesTypingHasItsLine)
         const BoxHelp* help = HelpOf(screen.Name(), box.Name());
         ASSERT_NE(help, nullptr) << screen.Name() << "." << box.FullName();
         EXPECT_FALSE(help->takes.empty()) << screen.Name() << "." << box.FullName();
+        const std::string about = AboutOf(*help);
+        EXPECT_GE(about.size(), 20U) << screen.Name() << "." << box.FullName();
+        EXPECT_LE(about.size(), MostOfATip) << screen.Name() << "." << box.FullName();
+        EXPECT_EQ(about.back(), '.') << about;
+        EXPECT_EQ(about.find_first_of("{}"), std::string::npos) << about;
     });
 }
 
@@ -70,6 +78,16 @@ TEST_F(BoxHelpTable, ANumberedBoxCountsForClass1AIfTheSumHasIt)
         EXPECT_EQ(help->class1A, std::ranges::find(Class1AFields, box.Field()) != Class1AFields.end())
             << box.FullName();
     });
+}
+
+TEST_F(BoxHelpTable, WhatIsThisHasTheNameTheLineAndTheRule)
+{
+    EXPECT_EQ(
+        review::WhatsThisOf(*HelpOf("ENotepad", "LBox"), "Passenger miles"),
+        "Passenger miles\nSection E, no Class 1A: takes business miles for which passenger payments were made.\n\n"
+        "The miles of each passenger added up: 100 miles with two passengers are 200. ITEPA 2003 s.234.");
+    EXPECT_EQ(AboutOf(*HelpOf("Side2Form1", "JRelocation")).substr(0, 44),
+              "Qualifying expenses of a move above £8,000.");
 }
 
 TEST_F(BoxHelpTable, TheLineSaysWhereTheBoxGoesAndWhatItTakes)
