@@ -241,7 +241,7 @@ void MDIForm1::ChooseFolder(int slot)
 {
     if (slot == session.settings.selectedFolder)
         return;
-    // What is open is stored in the folder that it was opened from: a data link keeps to its own.
+    // What is open is stored in the folder that it was opened from: the open record keeps to its own.
     if (!CloseAllScreens(session))
         return;
     session.settings.selectedFolder = slot;
@@ -300,7 +300,7 @@ void MDIForm1::CommandPrint()
             continue;
         auto& shown = *session.screens.Find<P11DPage>(page);
         // What the store has not taken would be missing on the paper.
-        if (shown.SeekRecord(shown.RefreshErrorTitle()) == BoundScreen::Sought::Failed)
+        if (shown.StoreAndShow(shown.RefreshErrorTitle()) == BoundScreen::Sought::Failed)
             return;
     }
     session.printJob(PrintedDocument::Employee);
@@ -312,8 +312,8 @@ void MDIForm1::CommandPrint()
 void MDIForm1::RefreshAfterPrint()
 {
     auto* page = session.screens.Find<P11DPage>(session.CurrentPage == 2 ? "Side2Form1" : "Form3");
-    if (page != nullptr && page->HasRecord())
-        static_cast<void>(page->SeekRecord(page->RefreshErrorTitle()));
+    if (page != nullptr && EmployeeRecord(session).IsThere())
+        static_cast<void>(page->StoreAndShow(page->RefreshErrorTitle()));
 }
 
 void MDIForm1::CommandExit()
@@ -336,16 +336,15 @@ void MDIForm1::End()
 
 bool MDIForm1::MayEnd()
 {
-    const auto bound = session.screens.AllOf<BoundScreen>();
-    for (BoundScreen* screen : bound)
+    for (const auto& record : OpenRecords(session))
         if (session.endsBySystem)
-            screen->StoreOrKeep();
-        else if (!screen->MayClose() &&
+            record->StoreOrKeep();
+        else if (!record->MayClose() &&
                  !session.messages.Ask(edition::AppTitle, "Close without storing?", Icon::Question, Answer::No))
             return false;
     // Nothing is given up before it is certain that the program ends.
-    for (BoundScreen* screen : bound)
-        screen->DropChanges();
+    for (const auto& record : OpenRecords(session))
+        record->DropChanges();
     return true;
 }
 

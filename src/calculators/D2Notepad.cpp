@@ -1,6 +1,7 @@
 #include "calculators/D2Notepad.h"
 
 #include "calculators/AccommodationBenefit.h"
+#include "calculators/DNotepad.h"
 #include "edition/NotepadWords.h"
 
 #include <array>
@@ -80,7 +81,7 @@ void D2Notepad::Open(Database& database)
 /// Box E and N come from the basic charge: as it reads on its notepad, else as it is stored.
 void D2Notepad::ShowBasicCharge(const Recordset& records)
 {
-    const Screen* basicCharge = session.screens.Find("DNotepad");
+    const Screen* basicCharge = session.screens.Find<DNotepad>();
     for (const auto& [boxName, source] : {std::pair("EBox", "BasicChargeE"), std::pair("NBox", "BasicChargeD")}) {
         if (basicCharge != nullptr)
             box(boxName).SetText(basicCharge->box(source).Text());

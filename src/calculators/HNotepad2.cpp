@@ -41,7 +41,7 @@ bool HNotepad2::HandOver(const std::vector<Result>& /*results*/)
         list.names[static_cast<std::size_t>(row - 1)] = TextOf("Currency", row);
         list.rates[static_cast<std::size_t>(row - 1)] = TextOf("Rate", row);
     }
-    if (auto* loans = dynamic_cast<HNotepad*>(session.screens.Find("HNotepad")))
+    if (auto* loans = session.screens.Find<HNotepad>())
         loans->TakeCurrencies(list);
     return true;
 }

@@ -3,6 +3,7 @@
 #include "cars/CO2Calculations.h"
 #include "cars/CarMessages.h"
 #include "clientdb/CurrentRecord.h"
+#include "clientdb/OpenRecord.h"
 #include "edition/CarRates.h"
 #include "edition/CarWords.h"
 #include "edition/Edition.h"
@@ -464,7 +465,7 @@ void ComputeCarTotals(Session& session, const Screen& screen, std::span<const Ca
                       const FurtherCars& furtherCars)
 {
     const Recordset& extraCars = furtherCars.Record();
-    const Screen* page = session.screens.Find("Form3");
+    OpenRecord& page = EmployeeRecord(session);
     for (const CarTotalKind& kind : kinds) {
         if (extraCars.NoMatch())
             session.messages.Tell(kind.errorTitle, "Employee not found");
@@ -474,13 +475,12 @@ void ComputeCarTotals(Session& session, const Screen& screen, std::span<const Ca
             std::string& figure = figures[static_cast<std::size_t>(car - 1)];
             if (const Box* here = screen.FindBox(name))
                 figure = here->Text();
-            else if (const Box* onPage = page != nullptr ? page->FindBox(name) : nullptr)
-                figure = onPage->Text();
+            else if (const auto onPage = page.Reads(name))
+                figure = *onPage;
             else if (car > 2 && !extraCars.NoMatch())
                 figure = extraCars.Field(name);
         }
-        if (Box* total = session.screens.FindBox("Form3", kind.total))
-            total->SetText(TotalOfCars(figures).Text());
+        page.HandOver(kind.total, TotalOfCars(figures).Text(), {});
     }
 }
 

@@ -70,7 +70,7 @@ private:
 /// One of the two totals of section F: where its figures come from and what is said when they cannot be had.
 struct CarTotalKind {
     std::string_view figure;     ///< stem of the six boxes and fields
-    std::string_view total;      ///< box on page 1
+    std::string_view total;      ///< field of the employee's record
     std::string_view errorTitle; ///< when the record of cars 3 to 6 is missing
 };
 
@@ -86,8 +86,8 @@ private:
     Recordset record;
 };
 
-/// Adds the six cars' figures into each total's box on page 1. A figure is read from `screen` if that car stands there,
-/// for cars 1 and 2 else from page 1, and for the others from the stored record.
+/// Adds the six cars' figures and hands each total over to the employee's record. A figure is read from `screen` if
+/// that car stands there, for cars 1 and 2 else from that record, and for the others from the stored one.
 void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds,
                       const FurtherCars& furtherCars);
 

@@ -219,7 +219,7 @@ void Form1::FindFigure()
 
 void Form1::Ok()
 {
-    if (auto* sheet = dynamic_cast<FNotepad*>(session.screens.Find("FNotepad"))) {
+    if (auto* sheet = session.screens.Find<FNotepad>()) {
         const std::string& model = box("ModelBox").Text();
         sheet->TakeCar({.make = box("MakeBox").Text(),
                         .model = model.empty() ? std::string() : model + " " + box("ModelDescBox").Text(),

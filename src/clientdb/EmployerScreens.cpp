@@ -49,20 +49,20 @@ bool FillEmployers(Session& session, Box& list)
     return true;
 }
 
-bool OpenPage1(Session& session, std::string_view errorTitle)
+Screen* OpenPage1(Session& session, std::string_view errorTitle)
 {
     session.screens.StopTimer("Form3", "OpenTimer");
     session.EmployeeOpenFlag = true;
     auto* page = session.screens.Load<BoundScreen>("Form3");
-    if (page->SeekRecord(errorTitle) == BoundScreen::Sought::Failed) {
+    if (page->StoreAndShow(errorTitle) == BoundScreen::Sought::Failed) {
         session.EmployeeOpenFlag = false;
-        return false;
+        return nullptr;
     }
     session.screens.Show("Form3");
     session.EmployeeOpenFlag = false;
     EnableEmployeeCommands(session, true);
     SetMainCaption(session, OpenEmployeeCaption(session));
-    return true;
+    return page;
 }
 
 bool OpenEmployee(Session& session, const std::string& employer, const std::string& employee)
@@ -71,11 +71,10 @@ bool OpenEmployee(Session& session, const std::string& employer, const std::stri
         return false;
     session.CurrentEmployer = employer;
     session.CurrentEmployee = employee;
-    if (!OpenPage1(session, LoadingPage1))
-        return false;
-    if (Screen* page = session.screens.Find("Form3"))
+    Screen* page = OpenPage1(session, LoadingPage1);
+    if (page != nullptr)
         page->SetCaption("P11D");
-    return true;
+    return page != nullptr;
 }
 
 // ---- NewFileCheck
@@ -176,7 +175,7 @@ void NewFile::AddEmployer()
         session.messages.Tell(EmployerError, "This Employer already exists.");
         return;
     }
-    static_cast<void>(CreateAndOpen(database, employee));
+    CreateAndOpen(database, employee);
 }
 
 void NewFile::AddEmployee()
@@ -190,11 +189,11 @@ void NewFile::AddEmployee()
         session.messages.Tell(EmployeeError, "This Employee name already exists.");
         return;
     }
-    if (!CreateAndOpen(database, employee))
+    Screen* page = CreateAndOpen(database, employee);
+    if (page == nullptr)
         return;
     // Kept: after a new employee the two captions stand the other way round.
-    if (Screen* page = session.screens.Find("Form3"))
-        page->SetCaption("P11D Form Page1 - " + OpenEmployeeInWords(session));
+    page->SetCaption("P11D Form Page1 - " + OpenEmployeeInWords(session));
     SetMainCaption(session, "P11D");
 }
 
@@ -209,7 +208,7 @@ NewEmployee NewFile::TakeNames()
     return employee;
 }
 
-bool NewFile::CreateAndOpen(Database& database, const NewEmployee& employee)
+Screen* NewFile::CreateAndOpen(Database& database, const NewEmployee& employee)
 {
     CreateEmployee(database, employee);
     database.Close();
@@ -369,10 +368,10 @@ void EmployeeList::OpenChosen()
         return;
     }
     session.CurrentEmployee = employee;
-    if (!OpenPage1(session, LoadingPage1))
+    Screen* page = OpenPage1(session, LoadingPage1);
+    if (page == nullptr)
         return;
-    if (Screen* page = session.screens.Find("Form3"))
-        page->SetCaption("P11D");
+    page->SetCaption("P11D");
     session.screens.Unload("EmployerList");
     UnloadNotepads(session);
     session.screens.Unload(Name());

@@ -34,7 +34,8 @@ private:
     NewEmployee TakeNames();
     /// Makes the records, closes what is open and opens page 1. False if the store does not let page 1 open.
     /// The database is closed before the page opens.
-    [[nodiscard]] bool CreateAndOpen(Database& database, const NewEmployee& employee);
+    /// Page 1, as OpenPage1 gives it.
+    Screen* CreateAndOpen(Database& database, const NewEmployee& employee);
 };
 
 /// The list of employers.
@@ -82,8 +83,8 @@ private:
 [[nodiscard]] bool FillEmployers(Session& session, Box& list);
 
 /// Shows page 1 for the current employee; with no record it opens blank after "Employee not found" under `errorTitle`.
-/// False, with the store's words, if the store fails: then nothing is shown, and what is open stays.
-[[nodiscard]] bool OpenPage1(Session& session, std::string_view errorTitle);
+/// Gives the page; none, with the store's words, if the store fails: then nothing is shown, and what is open stays.
+[[nodiscard]] Screen* OpenPage1(Session& session, std::string_view errorTitle);
 
 /// Opens an employee of any employer, as from the lists: what is open is stored and closed first. False if it has to
 /// stay open, or the store cannot be read.

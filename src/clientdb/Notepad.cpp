@@ -1,7 +1,7 @@
 #include "clientdb/Notepad.h"
 
-#include "clientdb/BoundScreen.h"
 #include "clientdb/CurrentRecord.h"
+#include "clientdb/OpenRecord.h"
 #include "edition/Edition.h"
 #include "frame/CloseAll.h"
 #include "frame/Text.h"
@@ -289,13 +289,10 @@ void Notepad::Write(Recordset& own) const
 
 bool Notepad::HandOver(const std::vector<Result>& results)
 {
-    for (Screen* screen : session.screens.Open())
-        if (auto* bound = dynamic_cast<BoundScreen*>(screen)) {
-            for (const Result& result : results)
-                if (result.shown && result.table == bound->Table())
-                    bound->TakeResult(result.field, *result.shown, result.stored);
-            bound->ResultsTaken();
-        }
+    for (const auto& record : OpenRecords(session))
+        for (const Result& result : results)
+            if (result.shown && result.table == record->Table())
+                record->HandOver(result.field, *result.shown, result.stored);
     return true;
 }
 

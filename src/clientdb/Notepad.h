@@ -16,7 +16,7 @@
 namespace quillmere {
 
 /// A dialog that stores by its Ok alone: modal, filled from its own record when it opens. Ok writes that record field
-/// by field, then what comes of it to the records of what is open, and hands the same to the screens that show them.
+/// by field, then what comes of it to the records that are open, and hands the same to them to show.
 ///
 /// Somebody else may have the same record open. What he has stored meanwhile Ok takes over first, thing by thing, where
 /// the user has changed nothing: so two users' lines stand together, and the figures are those of both. Where both have
@@ -119,14 +119,13 @@ protected:
     /// A field of another record of the employee or employer that Ok works out.
     struct Result {
         std::string field;
-        std::optional<std::string> stored; ///< what is written to it; nothing: it is left to its screen to store
-        std::optional<std::string> shown;  ///< what the boxes bound to it show; nothing: they stay as they are
+        std::optional<std::string> stored; ///< what is written to it; nothing: the open record writes it
+        std::optional<std::string> shown;  ///< what the box bound to it shows; nothing: it stays as it is
         std::string_view table = "P11D";
     };
     /// What comes of the record, in the order of writing; `own` has been written.
     virtual std::vector<Result> Results(const Recordset& /*own*/) const { return {}; }
-    /// All is stored: hands the results to the screens that show them. False, which has been told, if the notepad
-    /// stays.
+    /// All is stored: hands the results to the open records. False, which has been told, if the notepad stays.
     [[nodiscard]] virtual bool HandOver(const std::vector<Result>& results);
     /// Empties the boxes of what is kept. Nothing is stored before Ok.
     virtual void Delete();

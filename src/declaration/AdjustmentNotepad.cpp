@@ -1,6 +1,7 @@
 #include "declaration/AdjustmentNotepad.h"
 
 #include "declaration/Class1A.h"
+#include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Session.h"
 
@@ -48,7 +49,7 @@ void AdjustmentNotepad::Recalculate()
     box(schedule.AmountColumn().total).SetText(Class1AText(total));
 }
 
-/// The declaration stores them, and brings itself up to date.
+/// The declaration stores them.
 std::vector<Notepad::Result> AdjustmentNotepad::Results(const Recordset& /*own*/) const
 {
     // Kept: one line or twenty, the declaration never shows a line's own description.
@@ -61,6 +62,13 @@ std::vector<Notepad::Result> AdjustmentNotepad::Results(const Recordset& /*own*/
              .stored = {},
              .shown = std::string(description),
              .table = "P11DB"}};
+}
+
+bool AdjustmentNotepad::HandOver(const std::vector<Result>& results)
+{
+    if (auto* declaration = session.screens.Find<P11DDeclaration>())
+        declaration->StartP11DBTimer();
+    return Notepad::HandOver(results);
 }
 
 void AdjustmentNotepad::Delete()

@@ -62,6 +62,7 @@ private:
     Recordset OpenOwn(Database& database) const override;
     void Recalculate() override;
     std::vector<Result> Results(const Recordset& own) const override;
+    bool HandOver(const std::vector<Result>& results) override;
     void Delete() override;
 
     const AdjustmentSchedule& schedule;

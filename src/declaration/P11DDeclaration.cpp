@@ -133,13 +133,12 @@ void EnableToolbar(Session& session, bool enabled)
 } // namespace
 
 P11DDeclaration::P11DDeclaration(Session& session)
-    : BoundScreen(session, "P11DDeclaration", ShowMode::Modal, "P11D(b)", {.table = "P11DB", .index = "PrimaryKey"})
+    : BoundScreen(session, "P11DDeclaration", ShowMode::Modal, "P11D(b)", EmployerRecord(session))
 {
     AddBoxes(Rows);
     box("NoBenefitTick").SetSpoken(words::NoBenefits());
     box("DeclarationTick").SetSpoken(words::FormsEnclosed());
     box("Check4").SetSpoken(words::FormsSent());
-    Bind();
     SetButtons("Cancel", {});
 
     OnLeave("Section1BoxA", [this](Box&) { LeaveTotal(); });
@@ -159,11 +158,12 @@ P11DDeclaration::P11DDeclaration(Session& session)
 
 bool P11DDeclaration::Load()
 {
-    if (!StorePages())
+    // The total is of what is stored: the open page is, before it is taken.
+    if (!EmployeeRecord(session).Store())
         return false;
     // With no record the screen opens all the same. Where the store cannot be read it does not: nothing that is typed
     // would be kept.
-    if (SeekEmployer("P11D(B) - loading error") == Sought::Failed)
+    if (ShowEmployer("P11D(B) - loading error") == Sought::Failed)
         return false;
     EnableToolbar(session, false);
     StartP11DBTimer();
@@ -172,7 +172,7 @@ bool P11DDeclaration::Load()
 
 void P11DDeclaration::Unload()
 {
-    static_cast<void>(ReleaseRecord());
+    BoundScreen::Unload();
     EnableToolbar(session, true);
 }
 
@@ -183,9 +183,9 @@ void P11DDeclaration::Close()
         session.screens.Unload(Name());
 }
 
-P11DDeclaration::Sought P11DDeclaration::SeekEmployer(std::string_view errorTitle)
+P11DDeclaration::Sought P11DDeclaration::ShowEmployer(std::string_view errorTitle)
 {
-    const Sought sought = SeekRecord(errorTitle);
+    const Sought sought = StoreAndShow(errorTitle);
     OpenAdjustments();
     return sought;
 }
@@ -208,26 +208,9 @@ void P11DDeclaration::P11DBTimer()
         Refresh();
         return;
     }
-    SeekPageAgain();
+    EmployeeRecord(session).StoreAndShowAgain("Recovering Recordset after P11DB NICs");
     box("Section1BoxA").SetText(Class1AText(total));
     Refresh();
-}
-
-/// The total is of what is stored: the open page is, before it is taken.
-bool P11DDeclaration::StorePages()
-{
-    for (const std::string_view name : {"Form3", "Side2Form1"})
-        if (auto* page = session.screens.Find<BoundScreen>(name); page != nullptr && !page->StoreRecord())
-            return false;
-    return true;
-}
-
-void P11DDeclaration::SeekPageAgain()
-{
-    for (const std::string_view name : {"Form3", "Side2Form1"})
-        if (session.screens.IsShown(name))
-            if (auto* page = session.screens.Find<BoundScreen>(name))
-                static_cast<void>(page->SeekCurrent("Recovering Recordset after P11DB NICs"));
 }
 
 void P11DDeclaration::Refresh()
@@ -311,7 +294,7 @@ void P11DDeclaration::OpenAdjustments()
 void P11DDeclaration::PrintDeclaration()
 {
     // What the store has not taken would be missing on the paper.
-    if (SeekEmployer("P11D(B) - Refresh error") != Sought::Failed)
+    if (ShowEmployer("P11D(B) - Refresh error") != Sought::Failed)
         session.printJob(PrintedDocument::Declaration);
 }
 

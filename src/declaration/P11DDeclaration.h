@@ -11,16 +11,13 @@ public:
 
     bool Load() override;
     void Unload() override;
-    void ResultsTaken() override { StartP11DBTimer(); }
 
     /// Has the total and all that follows from it worked out anew once the windows are up.
     void StartP11DBTimer();
 
 private:
-    Sought SeekEmployer(std::string_view errorTitle);
+    Sought ShowEmployer(std::string_view errorTitle);
     void P11DBTimer();
-    [[nodiscard]] bool StorePages();
-    void SeekPageAgain();
     void Close();
     void Refresh();
     void RefreshSection1();

@@ -60,25 +60,17 @@ public:
     template<class S>
     S* Find() const
     {
-        const std::vector<S*> loaded = AllOf<S>();
-        return loaded.empty() ? nullptr : loaded.front();
+        for (const Slot& slot : open)
+            if (auto* screen = dynamic_cast<S*>(slot.screen.get()))
+                return screen;
+        return nullptr;
     }
     template<class S>
     S* Find(std::string_view name) const
     {
         return dynamic_cast<S*>(Find(name));
     }
-    /// All loaded screens of a class, in the order of loading.
-    template<class S>
-    std::vector<S*> AllOf() const
-    {
-        std::vector<S*> found;
-        for (const Slot& slot : open)
-            if (auto* screen = dynamic_cast<S*>(slot.screen.get()))
-                found.push_back(screen);
-        return found;
-    }
-    /// The box of a loaded screen, else nothing: how a notepad puts its result into the page.
+    /// The box of a loaded screen, else nothing.
     Box* FindBox(std::string_view screen, std::string_view box) const;
     /// The screen, made and run through its load step if it is not loaded yet, without showing it.
     /// Nothing if its load step decided against it.

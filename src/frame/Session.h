@@ -6,9 +6,13 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace quillmere {
+
+class OpenRecord;
 
 /// Which document a print command of one employee or employer asks for.
 enum class PrintedDocument { Employee, Declaration };
@@ -50,6 +54,8 @@ struct Session {
 
     /// Draws a document of the current employer and employee and shows it. Empty in a program that draws none.
     std::function<void(PrintedDocument)> printJob;
+
+    std::vector<std::shared_ptr<OpenRecord>> openRecords; ///< known here by name alone: `OpenRecords` makes them
 
     Screens screens; ///< last, so that screens go first
 

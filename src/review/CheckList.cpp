@@ -1,7 +1,7 @@
 #include "review/CheckList.h"
 
-#include "clientdb/BoundScreen.h"
 #include "clientdb/EmployerScreens.h"
+#include "clientdb/OpenRecord.h"
 #include "frame/Session.h"
 
 #include <algorithm>
@@ -118,10 +118,7 @@ void CheckList::Start()
         return;
     }
     // What has been typed counts, although the page has not been stored.
-    for (const std::string_view page : {"Form3", "Side2Form1"})
-        if (session.screens.IsShown(page))
-            if (auto* bound = dynamic_cast<BoundScreen*>(session.screens.Find(page)))
-                static_cast<void>(bound->StoreRecord());
+    static_cast<void>(EmployeeRecord(session).Store());
     if (box("Scope", ThisEmployer).Ticked()) {
         review.emplace(session.CurrentEmployer, paper);
         Show({}, false);

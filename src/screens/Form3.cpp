@@ -94,7 +94,6 @@ Form3::Form3(Session& session) : P11DPage(session, "Form3", "P11D - Form 1", "P1
                           CarColumn::Totals{.computeBoth = [this] { ComputeCashAndFuel(); },
                                             .computeFuel = [this] { ComputeFuel(); }});
     AddBoxes(TotalRows);
-    Bind();
 
     OnLeaveTriple(SectionA);
     OnLeaveTriple(SectionC);
@@ -149,7 +148,7 @@ void Form3::ComputeCars(std::initializer_list<CarColumn*> columns)
 
 void Form3::Unload()
 {
-    static_cast<void>(ReleaseRecord());
+    P11DPage::Unload();
     session.DeclarationOpen = false;
     UnloadAllScreens(session);
     SetMainCaption(session, edition::AppTitle);
@@ -198,7 +197,7 @@ void Form3::ClickDeclaration()
     session.DeclarationOpen = true;
     ComputeCars({&cars.front(), &cars.back()});
     // An employee whom somebody has deleted is told of and is no bar; a page that the store has not taken is.
-    if (SeekRecord("Recovering Recordset after P11DB NICs") == Sought::Failed) {
+    if (StoreAndShow("Recovering Recordset after P11DB NICs") == Sought::Failed) {
         session.DeclarationOpen = false;
         box("lblP11DB").SetPaint(Paint::Plain);
         return;

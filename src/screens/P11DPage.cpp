@@ -35,7 +35,7 @@ void RewriteTriple(Screen& screen, const AmountTriple& triple)
 
 P11DPage::P11DPage(Session& session, std::string_view name, std::string_view caption,
                    std::string_view refreshErrorTitle)
-    : BoundScreen(session, name, ShowMode::Child, caption, {.table = "P11D", .index = "IndKey"}),
+    : BoundScreen(session, name, ShowMode::Child, caption, EmployeeRecord(session)),
       refreshErrorTitle(refreshErrorTitle)
 {
 }
@@ -55,22 +55,21 @@ void P11DPage::OpensScreen(std::string_view picture, std::string_view screen)
 {
     OnClick(picture, [this, screen](Box&) {
         // A record that is gone is told of by the screen, which looks for it too.
-        if (StoreRecord())
+        if (record.Store())
             session.screens.Show(screen);
     });
 }
 
 void P11DPage::TurnTo(std::string_view page, std::string_view errorTitle)
 {
-    if (!StoreRecord())
+    if (!record.Store())
         return;
     const int currentPage = session.CurrentPage;
     auto* other = session.screens.Load<P11DPage>(page);
-    if (other == nullptr || other->SeekRecord(errorTitle) == Sought::Failed) {
+    if (other == nullptr || other->StoreAndShow(errorTitle) == Sought::Failed) {
         session.CurrentPage = currentPage;
         return;
     }
-    static_cast<void>(ReleaseRecord());
     session.screens.Show(page);
     session.screens.Hide(Name());
 }

@@ -185,7 +185,6 @@ Side2Form1::Side2Form1(Session& session)
     : P11DPage(session, "Side2Form1", "P11D", "P11D Page 2 - Refresh after Print Error")
 {
     AddBoxes(Rows);
-    Bind();
     for (const AmountTriple& triple : Triples)
         OnLeaveTriple(triple);
     for (const std::string_view single : Singles)
@@ -217,7 +216,7 @@ void Side2Form1::Activate()
 
 void Side2Form1::Unload()
 {
-    static_cast<void>(ReleaseRecord());
+    P11DPage::Unload();
     EnableEmployeeCommands(session, false);
 }
 

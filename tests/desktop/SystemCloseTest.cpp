@@ -29,7 +29,7 @@ protected:
     SystemCloseTest()
     {
         auto* page = static_cast<BoundScreen*>(running.Show("Form3"));
-        EXPECT_TRUE(page->SeekCurrent("Test"));
+        EXPECT_EQ(page->StoreAndShow("Test"), BoundScreen::Sought::Found);
         page->box("WorkNumberBox").AcceptTyped("W17");
     }
 

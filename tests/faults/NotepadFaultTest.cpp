@@ -66,7 +66,7 @@ protected:
     /// The page, and the notepad in front of it, with so many lines filled in.
     Screen& OpenNotepad(int lines)
     {
-        EXPECT_TRUE(Page().SeekCurrent("not found"));
+        EXPECT_EQ(Page().StoreAndShow("not found"), BoundScreen::Sought::Found);
         Screen& notepad = *session.screens.Show(Member().name);
         for (int line = 1; line <= lines; ++line) {
             notepad.box("Description", line).SetText("Item " + std::to_string(line));

@@ -97,6 +97,14 @@ protected:
         return *screen;
     }
 
+    /// A page with the employee's record.
+    Screen& OpenPage(std::string_view name)
+    {
+        auto* page = session.screens.Load<BoundScreen>(name);
+        EXPECT_EQ(page->StoreAndShow("Loading"), BoundScreen::Sought::Found);
+        return *page;
+    }
+
     void Click(std::string_view screen, std::string_view button)
     {
         Screen* open = session.screens.Find(screen);
@@ -143,7 +151,7 @@ protected:
 
 TEST_F(CalculatorNotepads, VanOneAloneDecidesWhetherTheTotalsAreStored)
 {
-    Screen& page = *session.screens.Show("Side2Form1");
+    Screen& page = OpenPage("Side2Form1");
     Screen& vans = Show("GNotepad");
     vans.Click(vans.box("Van2"));
     Enter(vans, "VanRegNumber", "b2");
@@ -160,7 +168,7 @@ TEST_F(CalculatorNotepads, VanOneAloneDecidesWhetherTheTotalsAreStored)
 
 TEST_F(CalculatorNotepads, VehicleOneAloneDecidesWhetherTheTaxableAmountIsStored)
 {
-    Screen& page = *session.screens.Load("Form3");
+    Screen& page = OpenPage("Form3");
     Screen& mileage = Show("ENotepad");
     mileage.Click(mileage.box("Bicycle"));
     Enter(mileage, "ABox", "12.5");
@@ -177,21 +185,21 @@ TEST_F(CalculatorNotepads, VehicleOneAloneDecidesWhetherTheTaxableAmountIsStored
 TEST_F(CalculatorNotepads, ThePageStoresATotalThatItShowsAlready)
 {
     auto& page = static_cast<Form3&>(*session.screens.Load("Form3"));
-    ASSERT_TRUE(page.SeekCurrent("Loading"));
+    ASSERT_EQ(page.StoreAndShow("Loading"), BoundScreen::Sought::Found);
     for (const std::string_view round : {"first", "second"}) {
         Screen& mileage = Show("ENotepad");
         mileage.Click(mileage.box("Bicycle"));
         Enter(mileage, "ABox", "12.5");
         Click("ENotepad", "Ok");
         EXPECT_EQ(Stored("P11D", "ETaxAmount"), "") << round;
-        ASSERT_TRUE(page.SeekCurrent("Again"));
+        ASSERT_EQ(page.StoreAndShow("Again"), BoundScreen::Sought::Found);
         EXPECT_EQ(Stored("P11D", "ETaxAmount"), "     12.50") << round;
     }
 }
 
 TEST_F(CalculatorNotepads, TheRecordTakesTheBasicChargeAlone)
 {
-    Screen& page = *session.screens.Load("Form3");
+    Screen& page = OpenPage("Form3");
     Put("DNotepad", {"AddChargeQ"}, "   1000.00");
     Screen& basic = Show("DNotepad");
     Enter(basic, "BasicChargeA", "5000");
@@ -234,7 +242,7 @@ TEST_F(CalculatorNotepads, TheAdditionalChargeTakesTheStoredBasicChargeWhereItsN
 
 TEST_F(CalculatorNotepads, AThirdLoanPutsTheTotalOnThePageAndLeavesEverythingElse)
 {
-    Screen& page = *session.screens.Load("Side2Form1");
+    Screen& page = OpenPage("Side2Form1");
     page.box("HOutstand1").SetText("as it was");
     Screen& loans = Show("HNotepad");
     for (const int loan : {1, 2, 3}) {
@@ -307,7 +315,7 @@ TEST_F(CalculatorNotepads, DeleteClearsATickAndLeavesItsWords)
 
 TEST_F(CalculatorNotepads, OkOfTheLoansDoesNotRecalculate)
 {
-    Screen& page = *session.screens.Load("Side2Form1");
+    Screen& page = OpenPage("Side2Form1");
     Screen& loans = Show("HNotepad");
     Enter(loans, "ABox", "1000", 1);
     loans.box("BBox", 1).SetText("1000");

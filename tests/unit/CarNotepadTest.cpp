@@ -373,7 +373,7 @@ TEST_F(OkOfTheSheet, AllItsWritesCostOneTransaction)
 TEST_F(OkOfTheSheet, LeavesNothingForThePageToWriteAgain)
 {
     auto& page = static_cast<BoundScreen&>(*session.screens.Load("Form3"));
-    ASSERT_TRUE(page.SeekCurrent("loading error"));
+    ASSERT_EQ(page.StoreAndShow("loading error"), BoundScreen::Sought::Found);
     session.screens.Show("Form3");
     Screen& sheet = *session.screens.Show("FNotepad");
     Enter(sheet, "EngineSize", "1600");

@@ -250,8 +250,6 @@ TEST_F(ScreenTest, FindsALoadedScreenByItsClass)
     EXPECT_EQ(session.screens.Find<Sheet>(), page);
     EXPECT_EQ(session.screens.Find<Sheet>("Notepad"), notepad);
     EXPECT_EQ(session.screens.Load<Sheet>("Notepad"), notepad);
-    EXPECT_EQ(session.screens.AllOf<Sheet>(),
-              (std::vector<Sheet*>{session.screens.Find<Sheet>("Page"), session.screens.Find<Sheet>("Notepad")}));
 }
 
 TEST_F(ScreenTest, RunsDeferredWorkOnceAndDropsThatOfAnUnloadedScreen)

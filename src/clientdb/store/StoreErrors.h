@@ -26,7 +26,7 @@ public:
     explicit BatchLost(const StoreError& reason) : StoreError(reason) {}
 };
 
-/// The record that a data link stands on has been deleted by somebody else: what was changed in its boxes has no place.
+/// The record that is open has been deleted by somebody else: what was changed in its boxes has no place.
 class RecordGone : public StoreError {
 public:
     RecordGone() : StoreError(3021, "No current record.", {}) {}

@@ -1,4 +1,4 @@
-// The data link: boxes bound to the fields of one record.
+// The open record: boxes bound to its fields, and what becomes of what is typed into them.
 #include "clientdb/BoundScreen.h"
 #include "clientdb/store/StoreFaults.h"
 #include "edition/Edition.h"
@@ -15,20 +15,19 @@ constexpr int BusyError = 5;
 class Sheet : public BoundScreen {
 public:
     explicit Sheet(Session& session)
-        : BoundScreen(session, "Sheet", ShowMode::Child, "The sheet", {.table = "P11DB", .index = "PrimaryKey"})
+        : BoundScreen(session, "Sheet", ShowMode::Child, "The sheet", EmployerRecord(session))
     {
         static constexpr auto Rows = std::to_array<BoxRow>({
             {.name = "Reference", .field = "EmployerReference"},
             {.name = "Adjusted", .kind = BoxKind::Tick, .field = "Section1Tick"},
         });
         AddBoxes(Rows);
-        Bind();
     }
 };
 
-class DataLinkTest : public test::StoreFixture {
+class OpenRecordTest : public test::StoreFixture {
 protected:
-    DataLinkTest()
+    OpenRecordTest()
     {
         file = folder.path / edition::ClientDatabaseName;
         std::filesystem::rename(folder.path / "clients", file);
@@ -44,7 +43,7 @@ protected:
             records.Update();
         }
     }
-    ~DataLinkTest() override { SetStoreFaultHook({}); }
+    ~OpenRecordTest() override { SetStoreFaultHook({}); }
 
     std::string Stored(std::string_view employer)
     {
@@ -66,93 +65,94 @@ protected:
 
     test::ScriptedDoor door;
     Session session{door};
+    OpenRecord& record = EmployerRecord(session);
     Sheet sheet{session};
     using Sought = BoundScreen::Sought;
 };
 
-TEST_F(DataLinkTest, AChangedBoxIsStoredWhenTheLinkMovesAndWhenItIsReleased)
+TEST_F(OpenRecordTest, AChangedBoxIsStoredWhenAnotherIsShownAndWhenTheScreenMayClose)
 {
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     sheet.box("Reference").SetText("456/B");
     EXPECT_EQ(Stored("Acme Ltd"), "123/A");
     session.CurrentEmployer = "Other Ltd";
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     EXPECT_EQ(Stored("Acme Ltd"), "456/B");
     EXPECT_EQ(sheet.box("Reference").Text(), "123/A");
     sheet.box("Reference").SetText("789/C");
-    EXPECT_TRUE(sheet.ReleaseRecord());
+    EXPECT_TRUE(sheet.MayClose());
     EXPECT_EQ(Stored("Other Ltd"), "789/C");
     EXPECT_TRUE(door.messages.empty());
 }
 
-TEST_F(DataLinkTest, ARecordThatIsGoneIsNotFoundByItsOwnSeek)
+TEST_F(OpenRecordTest, ARecordThatIsGoneIsNotFoundByItsOwnSeek)
 {
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     sheet.box("Reference").SetText("456/B");
     DeleteRecord("Acme Ltd");
-    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::NotFound);
+    EXPECT_EQ(sheet.StoreAndShow("Again"), Sought::NotFound);
     ASSERT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(door.messages[0].title, "Again");
     EXPECT_EQ(door.messages[0].text, "Employee not found");
     EXPECT_EQ(sheet.box("Reference").Text(), "456/B");
-    EXPECT_FALSE(sheet.HasRecord());
+    EXPECT_FALSE(record.IsThere());
 }
 
-TEST_F(DataLinkTest, ARecordThatIsGoneIsToldOfOnceByMovingOn)
+TEST_F(OpenRecordTest, ARecordThatIsGoneIsToldOfOnceByMovingOn)
 {
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     sheet.box("Reference").SetText("456/B");
     DeleteRecord("Acme Ltd");
     session.CurrentEmployer = "Other Ltd";
-    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::Failed);
+    EXPECT_EQ(sheet.StoreAndShow("Again"), Sought::Failed);
     EXPECT_EQ(door.TakeText(), "No current record.");
-    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::Found);
+    EXPECT_EQ(sheet.StoreAndShow("Again"), Sought::Found);
     EXPECT_TRUE(door.messages.empty());
 }
 
-TEST_F(DataLinkTest, ARecordThatIsGoneIsToldOfByReleasingIt)
+TEST_F(OpenRecordTest, ARecordThatIsGoneIsToldOfByClosing)
 {
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     sheet.box("Adjusted").SetTicked(true);
     DeleteRecord("Acme Ltd");
-    EXPECT_FALSE(sheet.ReleaseRecord());
+    EXPECT_TRUE(sheet.MayClose());
     ASSERT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(door.messages[0].title, "The sheet");
     EXPECT_EQ(door.messages[0].text, "No current record.");
 }
 
-TEST_F(DataLinkTest, WhatIsTypedWhileTheStoreIsHeldIsStoredLater)
+TEST_F(OpenRecordTest, WhatIsTypedWhileTheStoreIsHeldIsStoredLater)
 {
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     // Nothing has changed yet, so it is the reading that fails.
     SetStoreFaultHook([](std::string_view) { return BusyError; });
-    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::Failed);
+    EXPECT_EQ(sheet.StoreAndShow("Again"), Sought::Failed);
     EXPECT_NE(door.TakeText(), "Employee not found");
     SetStoreFaultHook({});
     sheet.box("Reference").SetText("456/B");
-    EXPECT_EQ(sheet.SeekRecord("Again"), Sought::Found);
+    EXPECT_EQ(sheet.StoreAndShow("Again"), Sought::Found);
     EXPECT_EQ(Stored("Acme Ltd"), "456/B");
     EXPECT_EQ(sheet.box("Reference").Text(), "456/B");
 }
 
-TEST_F(DataLinkTest, WhatTheSystemsEndCannotStoreIsBackInItsBoxAtTheNextOpening)
+TEST_F(OpenRecordTest, WhatTheSystemsEndCannotStoreIsBackInItsBoxAtTheNextOpening)
 {
     const std::filesystem::path kept = folder.path / "ClientQuillmere11.typed";
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     sheet.box("Reference").SetText("456/B");
     sheet.box("Adjusted").SetTicked(true);
     SetStoreFaultHook([](std::string_view) { return BusyError; });
-    sheet.StoreOrKeep();
+    record.StoreOrKeep();
     SetStoreFaultHook({});
     EXPECT_TRUE(door.messages.empty());
     EXPECT_EQ(Stored("Acme Ltd"), "123/A");
 
     Sheet again(session);
     session.CurrentEmployer = "Other Ltd";
-    ASSERT_EQ(again.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(again.StoreAndShow("Loading"), Sought::Found);
     EXPECT_EQ(again.box("Reference").Text(), "123/A") << "it is not this record's";
     session.CurrentEmployer = "Acme Ltd";
-    ASSERT_EQ(again.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(again.StoreAndShow("Loading"), Sought::Found);
     EXPECT_EQ(again.box("Reference").Text(), "456/B");
     EXPECT_TRUE(again.box("Adjusted").Ticked());
     EXPECT_EQ(Stored("Acme Ltd"), "123/A") << "it waits to be stored like anything typed";
@@ -160,51 +160,51 @@ TEST_F(DataLinkTest, WhatTheSystemsEndCannotStoreIsBackInItsBoxAtTheNextOpening)
 
     // Kept a second time, it is not lost either.
     SetStoreFaultHook([](std::string_view) { return BusyError; });
-    again.StoreOrKeep();
+    record.StoreOrKeep();
     SetStoreFaultHook({});
-    ASSERT_EQ(again.SeekRecord("Loading"), Sought::Found);
-    EXPECT_TRUE(again.ReleaseRecord());
+    ASSERT_EQ(again.StoreAndShow("Loading"), Sought::Found);
+    EXPECT_TRUE(again.MayClose());
     EXPECT_EQ(Stored("Acme Ltd"), "456/B");
     EXPECT_FALSE(std::filesystem::exists(kept));
 }
 
-TEST_F(DataLinkTest, WhatIsGivenUpIsNeitherStoredNorBroughtBackAgain)
+TEST_F(OpenRecordTest, WhatIsGivenUpIsNeitherStoredNorBroughtBackAgain)
 {
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     sheet.box("Reference").SetText("456/B");
     SetStoreFaultHook([](std::string_view) { return BusyError; });
-    sheet.StoreOrKeep();
+    record.StoreOrKeep();
     SetStoreFaultHook({});
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     EXPECT_EQ(sheet.box("Reference").Text(), "456/B");
-    sheet.DropChanges();
-    EXPECT_TRUE(sheet.ReleaseRecord());
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    record.DropChanges();
+    EXPECT_TRUE(sheet.MayClose());
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     EXPECT_EQ(sheet.box("Reference").Text(), "123/A");
     EXPECT_EQ(Stored("Acme Ltd"), "123/A");
 }
 
-TEST_F(DataLinkTest, WhatCannotEvenBeKeptIsTold)
+TEST_F(OpenRecordTest, WhatCannotEvenBeKeptIsTold)
 {
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     sheet.box("Reference").SetText("456/B");
     std::filesystem::create_directory(folder.path / "ClientQuillmere11.typed");
     SetStoreFaultHook([](std::string_view) { return BusyError; });
-    sheet.StoreOrKeep();
+    record.StoreOrKeep();
     SetStoreFaultHook({});
     ASSERT_EQ(door.messages.size(), 1U);
     EXPECT_EQ(door.messages[0].title, "The sheet");
 }
 
-TEST_F(DataLinkTest, WhatTheStoreRefusesWaitsInItsBox)
+TEST_F(OpenRecordTest, WhatTheStoreRefusesWaitsInItsBox)
 {
-    ASSERT_EQ(sheet.SeekRecord("Loading"), Sought::Found);
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
     sheet.box("Reference").SetText("456/B");
     SetStoreFaultHook([](std::string_view statement) { return statement.starts_with("UPDATE") ? BusyError : 0; });
-    EXPECT_FALSE(sheet.ReleaseRecord());
+    EXPECT_FALSE(sheet.MayClose());
     SetStoreFaultHook({});
     EXPECT_EQ(Stored("Acme Ltd"), "123/A");
-    EXPECT_TRUE(sheet.ReleaseRecord());
+    EXPECT_TRUE(sheet.MayClose());
     EXPECT_EQ(Stored("Acme Ltd"), "456/B");
 }
 

@@ -1,0 +1,254 @@
+#include "clientdb/OpenRecord.h"
+
+#include "clientdb/store/Recordset.h"
+#include "frame/CloseAll.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace quillmere {
+
+namespace {
+
+// What the status bar says.
+constexpr std::string_view Gone = "This record is no longer there: what is typed is not stored";
+constexpr std::string_view Back = "What was typed and not stored last time is back in its boxes";
+
+} // namespace
+
+const std::vector<std::shared_ptr<OpenRecord>>& OpenRecords(Session& session)
+{
+    if (session.openRecords.empty())
+        for (const OpenRecord::Source& source : {OpenRecord::Source{.table = "P11D", .index = "IndKey"},
+                                                 OpenRecord::Source{.table = "P11DB", .index = "PrimaryKey"}})
+            session.openRecords.push_back(std::make_shared<OpenRecord>(session, source));
+    return session.openRecords;
+}
+
+// ---- what is told
+
+bool OpenRecord::Telling(const Screen* under, const std::function<void()>& work) const
+{
+    try {
+        work();
+        return true;
+    } catch (const Failure& error) {
+        session.messages.Tell(under->Caption(), error.what());
+        return false;
+    }
+}
+
+std::string_view OpenRecord::Note() const
+{
+    if (screen != nullptr && !isThere)
+        return Gone;
+    return hasBroughtBack ? Back : "";
+}
+
+/// What stands in front has the word.
+void OpenRecord::ShowNote() const
+{
+    for (const std::string_view word : {Gone, Back})
+        ClearStatusNote(session, word);
+    for (const auto& record : OpenRecords(session))
+        if (const std::string_view word = record->Note(); !word.empty())
+            SetStatusNote(session, word);
+}
+
+// ---- what is shown
+
+OpenRecord::Key OpenRecord::Current() const
+{
+    return {.database = session.ClientDatabasePath(),
+            .record = {.table = std::string(source.table),
+                       .employer = session.CurrentEmployer,
+                       .employee = source.index == "IndKey" ? session.CurrentEmployee : std::string()}};
+}
+
+OpenRecord::Sought OpenRecord::StoreAndShow(Screen& on, std::string_view errorTitle)
+{
+    if (!Telling(&on, [&] { Seek(on); }))
+        return Sought::Failed;
+    ShowNote();
+    if (isThere)
+        return Sought::Found;
+    session.messages.Tell(errorTitle, "Employee not found");
+    return Sought::NotFound;
+}
+
+void OpenRecord::StoreAndShowAgain(std::string_view errorTitle)
+{
+    if (screen != nullptr)
+        static_cast<void>(StoreAndShow(*screen, errorTitle));
+}
+
+void OpenRecord::Seek(Screen& on)
+{
+    Key to = Current();
+    try {
+        Write();
+    } catch (const RecordGone&) {
+        // Whoever looks for the very record that is gone is told so by not finding it.
+        if (to != key)
+            throw;
+    }
+    // Until the store has answered, the record shows where it did: what is typed meanwhile is not lost.
+    Database opened = Database::OpenDatabase(to.database);
+    Recordset records = opened.OpenRecordset(source.table);
+    isThere = Position(records, to);
+    key = std::move(to);
+    screen = &on;
+    bound.clear();
+    for (const auto& box : on.Boxes())
+        if (!box->Field().empty())
+            bound.push_back({.box = box.get(), .held = {}});
+    if (!isThere)
+        return;
+    for (auto& [box, held] : bound) {
+        box->ShowStored(records.Field(box->Field()));
+        held = box->Stored();
+    }
+    BringBack();
+}
+
+bool OpenRecord::Position(Recordset& records, const Key& to) const
+{
+    records.Index(source.index);
+    if (source.index == "IndKey")
+        records.Seek(to.record.employer, to.record.employee);
+    else
+        records.Seek(to.record.employer);
+    return !records.NoMatch();
+}
+
+void OpenRecord::HandOver(std::string_view field, std::string_view text, const std::optional<std::string>& stored)
+{
+    for (auto& [box, held] : bound) {
+        if (box->Field() != field)
+            continue;
+        box->ShowStored(text);
+        if (stored)
+            held = *stored == text ? box->Stored() : *stored;
+    }
+}
+
+std::optional<std::string> OpenRecord::Reads(std::string_view field) const
+{
+    const auto found = std::ranges::find(bound, field, [](const BoundBox& of) { return of.box->Field(); });
+    return found == bound.end() ? std::nullopt : std::optional(found->box->Stored());
+}
+
+void OpenRecord::Leave(const Screen& gone)
+{
+    if (!IsOn(gone))
+        return;
+    screen = nullptr;
+    bound.clear();
+    isThere = hasBroughtBack = false;
+}
+
+// ---- what is written
+
+void OpenRecord::Write()
+{
+    if (!isThere)
+        return;
+    if (const std::vector<BoundBox*> changed = Changed(); !changed.empty()) {
+        Database opened = Database::OpenDatabase(key.database);
+        Recordset records = opened.OpenRecordset(source.table);
+        if (!Position(records, key)) {
+            isThere = hasBroughtBack = false;
+            ShowNote();
+            throw RecordGone();
+        }
+        records.Edit();
+        for (const BoundBox* of : changed)
+            records.SetField(of->box->Field(), of->box->Stored());
+        records.Update();
+        for (BoundBox* of : changed)
+            of->held = of->box->Stored();
+    }
+    ForgetKept();
+}
+
+std::vector<OpenRecord::BoundBox*> OpenRecord::Changed()
+{
+    std::vector<BoundBox*> changed;
+    for (BoundBox& of : bound)
+        if (of.box->Stored() != of.held)
+            changed.push_back(&of);
+    return changed;
+}
+
+bool OpenRecord::Store()
+{
+    return Telling(screen, [this] {
+        try {
+            Write();
+        } catch (const RecordGone&) {
+            // The status bar says so from now on.
+        }
+    });
+}
+
+bool OpenRecord::MayClose()
+{
+    return Telling(screen, [this] { Write(); }) || !isThere;
+}
+
+void OpenRecord::Close(const Screen& closing)
+{
+    if (!IsOn(closing))
+        return;
+    static_cast<void>(MayClose());
+    Leave(closing);
+    ShowNote();
+}
+
+void OpenRecord::StoreOrKeep()
+{
+    static_cast<void>(Telling(screen, [this] {
+        try {
+            Write();
+        } catch (const RecordGone&) {
+            // There is nothing that it could come back to.
+        } catch (const StoreError&) {
+            std::vector<TypedEntries::Entry> entries;
+            for (const BoundBox* of : Changed())
+                entries.push_back({.field = of->box->Field(), .stored = of->held, .typed = of->box->Stored()});
+            TypedEntries(key.database).Keep(key.record, entries);
+        }
+    }));
+    isThere = hasBroughtBack = false;
+}
+
+void OpenRecord::DropChanges()
+{
+    isThere = false;
+    static_cast<void>(Telling(screen, [this] { ForgetKept(); }));
+}
+
+// ---- what waits beside the database
+
+/// What an earlier run could not store goes back into its boxes, which wait to be written like any that have changed.
+void OpenRecord::BringBack()
+{
+    for (const TypedEntries::Entry& entry : TypedEntries(key.database).Of(key.record))
+        for (const BoundBox& of : bound)
+            if (of.box->Field() == entry.field) {
+                of.box->ShowStored(entry.typed);
+                hasBroughtBack = true;
+            }
+}
+
+void OpenRecord::ForgetKept()
+{
+    if (!std::exchange(hasBroughtBack, false))
+        return;
+    std::vector<std::string> fields;
+    for (const BoundBox& of : bound)
+        fields.push_back(of.box->Field());
+    TypedEntries(key.database).Forget(key.record, fields);
+}
+
+} // namespace quillmere
