@@ -1,6 +1,7 @@
 #include "clientdb/TypedEntries.h"
 
 #include "frame/CheckedFile.h"
+#include "frame/FileLock.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -12,6 +13,9 @@ namespace quillmere {
 namespace {
 
 constexpr std::string_view Heading = "Quillmere typed entries 1\n";
+
+/// How long another desk is waited for: it needs some milliseconds, unless it has been halted.
+constexpr std::chrono::seconds Patience(2);
 
 /// What parts words and lines stands in a word as a letter behind a backslash.
 struct Escape {
@@ -100,6 +104,16 @@ void TypedEntries::Write(const std::vector<Line>& lines) const
     WriteFileChecked(file, content);
 }
 
+void TypedEntries::Change(const std::function<void(std::vector<Line>&)>& change) const
+{
+    // The folder is locked: a lock file of its own would lie about, or be removed under somebody who has just opened
+    // it.
+    const FileLock lock(file.parent_path(), Patience);
+    std::vector<Line> lines = Read();
+    change(lines);
+    Write(lines);
+}
+
 std::vector<TypedEntries::Entry> TypedEntries::Of(const Record& record) const
 {
     std::vector<Entry> entries;
@@ -115,22 +129,22 @@ std::vector<TypedEntries::Entry> TypedEntries::Of(const Record& record) const
 
 void TypedEntries::Keep(const Record& record, std::span<const Entry> entries) const
 {
-    std::vector<Line> lines = Read();
-    for (const Entry& entry : entries) {
-        std::erase_if(lines,
-                      [&](const Line& line) { return line.record == record && line.entry.field == entry.field; });
-        lines.push_back({.record = record, .entry = entry});
-    }
-    Write(lines);
+    Change([&](std::vector<Line>& lines) {
+        for (const Entry& entry : entries) {
+            std::erase_if(lines,
+                          [&](const Line& line) { return line.record == record && line.entry.field == entry.field; });
+            lines.push_back({.record = record, .entry = entry});
+        }
+    });
 }
 
 void TypedEntries::Forget(const Record& record, std::span<const std::string> fields) const
 {
-    std::vector<Line> lines = Read();
-    std::erase_if(lines, [&](const Line& line) {
-        return line.record == record && std::ranges::find(fields, line.entry.field) != fields.end();
+    Change([&](std::vector<Line>& lines) {
+        std::erase_if(lines, [&](const Line& line) {
+            return line.record == record && std::ranges::find(fields, line.entry.field) != fields.end();
+        });
     });
-    Write(lines);
 }
 
 } // namespace quillmere

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -10,7 +11,8 @@ namespace quillmere {
 
 /// What has been typed and could not be stored: a file of text beside the client database, there as long as something
 /// waits in it. Each line is an entry: table, employer, employee (empty in a table of employers), field, what the store
-/// held when the box was filled, and what was typed, parted by tabs. What more a line may hold is passed over.
+/// held when the box was filled, and what was typed, parted by tabs. What more a line may hold is passed over. Desks
+/// that change the file at one moment do so one after the other.
 class TypedEntries {
 public:
     struct Record {
@@ -40,6 +42,8 @@ private:
     };
     std::vector<Line> Read() const;
     void Write(const std::vector<Line>& lines) const;
+    /// Reads, changes and writes, with the other desks kept out.
+    void Change(const std::function<void(std::vector<Line>&)>& change) const;
 
     std::filesystem::path file;
 };

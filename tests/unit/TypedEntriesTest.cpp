@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace quillmere {
 namespace {
 
@@ -57,6 +59,22 @@ TEST_F(TypedEntriesTest, TheFileGoesWithTheLastOfThem)
     EXPECT_EQ(entries.Of(jane), (std::vector<Entry>{{"B", "", "2"}}));
     entries.Forget(jane, std::vector<std::string>{"B"});
     EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST_F(TypedEntriesTest, OfDesksThatKeepAtOneMomentNothingIsLost)
+{
+    constexpr int EachKeeps = 30;
+    const auto keep = [&](const TypedEntries::Record& record) {
+        const TypedEntries desk(folder / "Client.mdb");
+        for (int field = 1; field <= EachKeeps; ++field)
+            desk.Keep(record, std::vector<Entry>{{std::to_string(field), "", "typed"}});
+    };
+    std::thread other(keep, acme);
+    keep(jane);
+    other.join();
+    EXPECT_EQ(entries.Of(jane).size(), EachKeeps);
+    EXPECT_EQ(entries.Of(acme).size(), EachKeeps);
+    EXPECT_EQ(std::ranges::distance(std::filesystem::directory_iterator(folder.path)), 1) << "the file alone is left";
 }
 
 TEST_F(TypedEntriesTest, AreForTheEyesOfTheAccountAlone)
