@@ -156,17 +156,9 @@ void PanelBehind(Layout& layout, int x, int y, int width, int height)
     std::rotate(layout.drawn.begin(), layout.drawn.end() - 1, layout.drawn.end());
 }
 
-} // namespace
-
-Layout GNotepad()
+/// All of a van but its result, which stands beside that of its fuel.
+void VanBenefit(Sheet& van)
 {
-    constexpr int Top = Margin + TabHeight + Gap;
-    constexpr int PanelWidth = 474, Inner = PanelWidth - 2 * Gap, BoxWidth = 100;
-    constexpr int SecondX = Margin + PanelWidth + Gap;
-    Layout layout{.width = SecondX + PanelWidth + Margin, .headerHeight = Top};
-    Tabs(layout, std::to_array<std::string_view>({"Van1", "Van2", "Van3"}));
-
-    Sheet van(layout, Margin + Gap, Top + Gap, Inner, BoxWidth);
     van.Title("Van benefit");
     van.Line({.caption = "Registration Number", .box = "VanRegNumber"});
     van.Line({.letter = "A", .caption = std::string(edition::notepad::VanStandardCharge), .box = "ABox"});
@@ -204,8 +196,10 @@ Layout GNotepad()
               .caption = "Enter any payments the employee was required to, and did, make for private use of this van "
                          "in the year",
               .box = "LBox"});
+}
 
-    Sheet fuel(layout, SecondX + Gap, Top + Gap, Inner, BoxWidth);
+void VanFuelBenefit(Layout& layout, Sheet& fuel)
+{
     fuel.Title("Van fuel benefit");
     layout.Place("VanFuelTick", fuel.CaptionX(), fuel.Bottom(), 240);
     layout.Looks(Caption);
@@ -227,6 +221,22 @@ Layout GNotepad()
                .formula = "P minus T",
                .box = "VBox"});
     fuel.Line({.letter = "W", .caption = "Reduction for sharing of this van", .formula = "V x H", .box = "WBox"});
+}
+
+} // namespace
+
+Layout GNotepad()
+{
+    constexpr int Top = Margin + TabHeight + Gap;
+    constexpr int PanelWidth = 474, Inner = PanelWidth - 2 * Gap, BoxWidth = 100;
+    constexpr int SecondX = Margin + PanelWidth + Gap;
+    Layout layout{.width = SecondX + PanelWidth + Margin, .headerHeight = Top};
+    Tabs(layout, std::to_array<std::string_view>({"Van1", "Van2", "Van3"}));
+
+    Sheet van(layout, Margin + Gap, Top + Gap, Inner, BoxWidth);
+    VanBenefit(van);
+    Sheet fuel(layout, SecondX + Gap, Top + Gap, Inner, BoxWidth);
+    VanFuelBenefit(layout, fuel);
 
     layout.footTop = van.Bottom();
     fuel.Space(van.Bottom() - fuel.Bottom());
