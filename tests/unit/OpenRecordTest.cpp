@@ -208,5 +208,40 @@ TEST_F(OpenRecordTest, WhatTheStoreRefusesWaitsInItsBox)
     EXPECT_EQ(Stored("Acme Ltd"), "456/B");
 }
 
+TEST_F(OpenRecordTest, ShowsOnOneScreenAtATime)
+{
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
+    {
+        Sheet other(session);
+        ASSERT_EQ(other.StoreAndShow("Loading"), Sought::Found);
+        record.HandOver("EmployerReference", "456/B", {});
+        EXPECT_EQ(other.box("Reference").Text(), "456/B");
+        EXPECT_EQ(record.Reads("EmployerReference"), "456/B");
+        EXPECT_EQ(sheet.box("Reference").Text(), "123/A");
+        sheet.box("Reference").SetText("789/C");
+        EXPECT_TRUE(sheet.MayClose());
+        sheet.Unload();
+        EXPECT_TRUE(record.IsOn(other));
+        EXPECT_EQ(Stored("Acme Ltd"), "123/A");
+    }
+    EXPECT_EQ(record.Reads("EmployerReference"), std::nullopt);
+    EXPECT_TRUE(record.Store());
+    EXPECT_EQ(Stored("Acme Ltd"), "123/A") << "its screen went with nothing written";
+}
+
+TEST_F(OpenRecordTest, WritesWhatIsHandedOverUnlessItHasBeenWritten)
+{
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
+    record.HandOver("EmployerReference", "456/B", "456/B");
+    EXPECT_TRUE(record.Store());
+    EXPECT_EQ(Stored("Acme Ltd"), "123/A");
+    record.HandOver("EmployerReference", "789/C", {});
+    EXPECT_TRUE(record.Store());
+    EXPECT_EQ(Stored("Acme Ltd"), "789/C");
+    record.HandOver("EmployerReference", "   1/D", "1/D");
+    EXPECT_TRUE(record.Store());
+    EXPECT_EQ(Stored("Acme Ltd"), "   1/D");
+}
+
 } // namespace
 } // namespace quillmere
