@@ -7,6 +7,7 @@
 #include "frame/ShellOpen.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QFontMetrics>
@@ -206,6 +207,11 @@ void DesktopPlatform::YieldToMessages()
 {
     // Repainting only: what the user does meanwhile waits until the work is done.
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void DesktopPlatform::CopyText(const std::string& text)
+{
+    QGuiApplication::clipboard()->setText(look::Text(text));
 }
 
 std::string DesktopPlatform::UserName()

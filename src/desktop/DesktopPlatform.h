@@ -28,6 +28,7 @@ public:
     void SetBusyPointer(bool busy) override;
     void ShowProgress(int done, int total) override;
     void YieldToMessages() override;
+    void CopyText(const std::string& text) override;
     std::string UserName() override;
 
 private:

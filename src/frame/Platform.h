@@ -79,6 +79,8 @@ public:
     virtual void ShowProgress(int done, int total) = 0;
     /// Lets the windows repaint.
     virtual void YieldToMessages() = 0;
+    /// Puts a text on the clipboard.
+    virtual void CopyText(const std::string& text) = 0;
     /// The account's full name, or an empty text.
     virtual std::string UserName() = 0;
 };

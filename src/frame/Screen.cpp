@@ -245,6 +245,15 @@ void Screen::Select(Box& box, int position)
     Run(selectOperations, box, "Click");
 }
 
+void Screen::Explain(Box& box)
+{
+    if (!session.explain)
+        return;
+    const Screens::EventScope scope(session.screens);
+    session.screens.LeaveBoxInUse();
+    Guarded([&] { session.explain(*this, box); }, &box, "Explain");
+}
+
 void Screen::SetButtons(std::string_view cancel, std::string_view accept)
 {
     cancelButton = cancel;

@@ -124,6 +124,8 @@ public:
     void Choose(Box& box, int position);
     /// Another entry of a list becomes the chosen one by a key: nothing is gone on with.
     void Select(Box& box, int position);
+    /// The user asks how a box has come to what it reads; the box in use is left first.
+    void Explain(Box& box);
     /// The window's close box or Escape. Does what the screen's Cancel does, if it has one, else unloads it. What is in
     /// the box in use is dropped with the screen, unless the screen stores its boxes.
     void RequestClose();

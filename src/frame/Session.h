@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/Messages.h"
+#include "frame/PrintedTable.h"
 #include "frame/Screens.h"
 #include "frame/Settings.h"
 
@@ -54,6 +55,10 @@ struct Session {
 
     /// Draws a document of the current employer and employee and shows it. Empty in a program that draws none.
     std::function<void(PrintedDocument)> printJob;
+    /// Shows a table of the screen as a document in the preview. Empty in a program that draws none.
+    std::function<void(const PrintedTable&)> printTable;
+    /// Shows how a box of a screen has come to what it reads. Empty in a program that explains nothing.
+    std::function<void(Screen&, Box&)> explain;
 
     std::vector<std::shared_ptr<OpenRecord>> openRecords; ///< known here by name alone: `OpenRecords` makes them
 

@@ -45,6 +45,7 @@ public:
     void SetBusyPointer(bool busy) override;
     void ShowProgress(int done, int total) override;
     void YieldToMessages() override;
+    void CopyText(const std::string& text) override { copied = text; }
     std::string UserName() override { return {}; }
 
     std::deque<ScriptedAnswer> answers;
@@ -53,6 +54,7 @@ public:
     std::vector<std::string> printers;
     std::vector<PrintRequest> printed;
     std::vector<std::filesystem::path> opened;
+    std::string copied; ///< on the clipboard
     Day today{};
     int beeps = 0;
     int line = 0;                        ///< of the step that is being played

@@ -42,6 +42,7 @@ public:
     void SetBusyPointer(bool newBusy) override { busy = newBusy; }
     void ShowProgress(int done, int total) override { progress.emplace_back(done, total); }
     void YieldToMessages() override { ++yields; }
+    void CopyText(const std::string& text) override { copied = text; }
     std::string UserName() override { return {}; }
 
     /// The last message's text, taken away; an empty text if there is none.
@@ -62,6 +63,7 @@ public:
     PrintOutcome printOutcome = PrintOutcome::Sent;
     std::vector<std::filesystem::path> opened;
     int openResult = 33;
+    std::string copied;
     Day today = std::chrono::sys_days(std::chrono::year(2011) / 6 / 30);
     bool busy = false;
     int beeps = 0;
