@@ -6,17 +6,12 @@
 
 namespace quillmere {
 
-namespace {
-
-/// Diesel, and the cleaner diesel of "L" once its exemption had ended for newly registered cars.
 bool IsDieselRated(std::string_view fuel, Day registered)
 {
     if (fuel == "D")
         return true;
     return fuel == "L" && registered >= edition::DieselStandardEnd;
 }
-
-} // namespace
 
 bool IsBeforeCO2Regime(Day registered)
 {

@@ -11,6 +11,9 @@ namespace quillmere {
 /// True if the date of registration lies before the day from which the CO2 figure decides.
 bool IsBeforeCO2Regime(Day registered);
 
+/// True for diesel, and for the cleaner diesel of "L" once its exemption had ended for newly registered cars.
+bool IsDieselRated(std::string_view fuel, Day registered);
+
 /// Percentage points that the fuel letter takes off; 0 for every letter without a reduction.
 std::int16_t GetFuelReduction(std::string_view fuel);
 

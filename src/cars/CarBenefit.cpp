@@ -83,15 +83,30 @@ Amount CarPrice(Amount total, Amount contribution)
     return edition::MaximumCarPrice ? std::min(price, Amount::WholePounds(*edition::MaximumCarPrice)) : price;
 }
 
-CarPercentages PercentagesOf(const CarFacts& facts)
+PercentageBy DecidedBy(const CarFacts& facts)
 {
     if (IsBeforeCO2Regime(facts.registered))
-        return {.N = GetEnginePercentage(facts.engine, facts.fuel, facts.registered)};
+        return PercentageBy::EngineAlone;
     if (facts.fuel != "E" && facts.co2)
-        return ByCO2(facts);
+        return PercentageBy::CO2;
     if (facts.fuel == "E" || facts.noCO2)
-        return ByEngine(facts);
+        return PercentageBy::EngineAndFuel;
     // Kept: a newer car with neither a figure nor the tick is charged nothing, and nobody is told.
+    return PercentageBy::Nothing;
+}
+
+CarPercentages PercentagesOf(const CarFacts& facts)
+{
+    switch (DecidedBy(facts)) {
+    case PercentageBy::EngineAlone:
+        return {.N = GetEnginePercentage(facts.engine, facts.fuel, facts.registered)};
+    case PercentageBy::CO2:
+        return ByCO2(facts);
+    case PercentageBy::EngineAndFuel:
+        return ByEngine(facts);
+    case PercentageBy::Nothing:
+        break;
+    }
     return {};
 }
 

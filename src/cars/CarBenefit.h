@@ -96,6 +96,15 @@ struct CarWorking {
 /// Price of the car (box E): total price less contributions, held between 0 and the cap, which comes last.
 Amount CarPrice(Amount total, Amount contribution);
 
+/// What a car's percentage goes by.
+enum class PercentageBy {
+    EngineAlone, ///< registered before the CO2 figure began to count
+    CO2,
+    EngineAndFuel, ///< a newer car without a figure, or an electric one
+    Nothing,
+};
+PercentageBy DecidedBy(const CarFacts& facts);
+
 /// Percentages of a car whose date of registration and fuel letter are known.
 /// Throws Failure for a CO2 figure beyond 16 bits.
 CarPercentages PercentagesOf(const CarFacts& facts);

@@ -1,5 +1,6 @@
 #include "cars/CarBenefit.h"
 
+#include "AnyFacts.h"
 #include "edition/Edition.h"
 #include "frame/Failure.h"
 
@@ -419,43 +420,7 @@ TEST(CarTotals, AFigureInParenthesesIsTakenOff)
 
 // ---- properties ----
 
-/// A date of the tax year, counted from its first day.
-std::string DayOfYear(int day)
-{
-    return FormatDate(*ReadDate(edition::TaxYearStart) + std::chrono::days(day));
-}
-
-/// A car with any fuel, figure, price, days and payments.
-CarTexts AnyCar()
-{
-    CarTexts facts;
-    facts.registrationDate = FormatDate(*ReadDate("01/01/1995") + std::chrono::days(*rc::gen::inRange(0, 5600)));
-    facts.fuel = *rc::gen::elementOf(std::vector<std::string>{"B", "C", "D", "E", "G", "H", "L", "P"});
-    if (*rc::gen::arbitrary<bool>())
-        facts.co2 = std::to_string(*rc::gen::inRange(0, 450));
-    facts.noCO2 = *rc::gen::arbitrary<bool>();
-    facts.engine = std::to_string(*rc::gen::inRange(0, 6000));
-    facts.listPrice = std::to_string(*rc::gen::inRange(0, 80001));
-    facts.contribution = std::to_string(*rc::gen::inRange(0, 5001));
-    facts.privateUse = std::to_string(*rc::gen::inRange(0, 9000));
-    const int from = *rc::gen::inRange(0, 200);
-    const int to = *rc::gen::inRange(200, 365);
-    facts.dateFrom = DayOfYear(from);
-    facts.dateTo = DayOfYear(to);
-    // Periods as the boxes let them stand: in turn, each within the days of availability.
-    int day = from;
-    for (UnavailablePeriod& period : facts.periods) {
-        const int first = day + *rc::gen::inRange(0, 60);
-        const int last = first + *rc::gen::inRange(29, 90);
-        if (last > to)
-            break;
-        period = {DayOfYear(first), DayOfYear(last)};
-        day = last + 30;
-    }
-    if (*rc::gen::arbitrary<bool>())
-        facts.dateWithdrawn = DayOfYear(*rc::gen::inRange(from, to + 1));
-    return facts;
-}
+using test::AnyCar;
 
 RC_GTEST_PROP(CarBenefitProperty, TheResultIsNeverNegative, ())
 {

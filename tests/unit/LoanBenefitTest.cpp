@@ -1,5 +1,6 @@
 #include "calculators/LoanBenefit.h"
 
+#include "AnyFacts.h"
 #include "edition/Edition.h"
 #include "edition/LoanRates.h"
 #include "frame/Dates.h"
@@ -226,16 +227,7 @@ TEST(LoanCurrencies, ANameThatIsGoneFallsBackToTheFirstRow)
 
 RC_GTEST_PROP(LoanBenefitProperty, TheCashEquivalentIsNeverNegativeAndTheMonthsAreOfAYear, ())
 {
-    const auto day = [] {
-        return FormatDate(*ReadDate(edition::TaxYearStart) + std::chrono::days(*rc::gen::inRange(0, 365)));
-    };
-    const LoanFacts facts{.ABox = std::to_string(*rc::gen::inRange(0, 100000)),
-                          .BBox = std::to_string(*rc::gen::inRange(0, 100000)),
-                          .interestRate = std::to_string(*rc::gen::inRange(0, 20)),
-                          .interestPaid = std::to_string(*rc::gen::inRange(0, 10000)),
-                          .dateFrom = day(),
-                          .dateTo = day()};
-    const LoanWorking working = LoanBenefit(facts);
+    const LoanWorking working = LoanBenefit(test::AnyLoan());
     RC_ASSERT(!working.cashEquivalent.IsNegative());
     RC_ASSERT(working.E >= 0);
     RC_ASSERT(working.E <= 12);

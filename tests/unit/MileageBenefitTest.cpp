@@ -1,5 +1,6 @@
 #include "calculators/MileageBenefit.h"
 
+#include "AnyFacts.h"
 #include "edition/Edition.h"
 
 #include <gtest/gtest.h>
@@ -94,14 +95,7 @@ TEST(MileageTotal, VehicleOneAloneDecidesWhatIsStored)
 
 RC_GTEST_PROP(MileageProperty, TheTaxableAmountIsNeverNegative, ())
 {
-    const auto text = [](int below) { return std::to_string(*rc::gen::inRange(0, below)); };
-    const MileageWorking working = MileageBenefit(
-        {.vehicle = *rc::gen::elementOf(std::vector<Vehicle>{Vehicle::CarOrVan, Vehicle::Motorcycle, Vehicle::Bicycle}),
-         .ABox = text(9000),
-         .BBox = text(9000),
-         .DBox = text(30000),
-         .KBox = text(900),
-         .LBox = text(9000)});
+    const MileageWorking working = MileageBenefit(test::AnyMileage());
     RC_ASSERT(!working.Q.IsNegative());
     RC_ASSERT(working.Q == working.taxableMileage + working.taxablePassengers);
 }

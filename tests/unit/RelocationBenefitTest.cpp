@@ -1,5 +1,7 @@
 #include "calculators/RelocationBenefit.h"
 
+#include "AnyFacts.h"
+
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -56,8 +58,7 @@ TEST(RelocationBenefit, TheEmployeesCostIsNotAboveTheEmployers)
 
 RC_GTEST_PROP(RelocationProperty, TheExemptAmountAndTheResultAreNeverNegative, ())
 {
-    const auto text = [](int below) { return std::to_string(*rc::gen::inRange(0, below)); };
-    const RelocationWorking working = RelocationBenefit({text(12000), text(5000), text(5000), text(5000), text(12000)});
+    const RelocationWorking working = RelocationBenefit(test::AnyRelocation());
     RC_ASSERT(!working.E.IsNegative());
     RC_ASSERT(!working.F.IsNegative());
 }

@@ -1,5 +1,6 @@
 #include "calculators/VanBenefit.h"
 
+#include "AnyFacts.h"
 #include "edition/Edition.h"
 #include "frame/Dates.h"
 
@@ -418,33 +419,8 @@ TEST(VanTotals, ATotalOfNoughtIsBlank)
 
 // ---- properties ----
 
-std::string DayOfYear(int day)
-{
-    return FormatDate(*ReadDate(edition::TaxYearStart) + std::chrono::days(day));
-}
-
-/// Dates as the boxes let them stand: each typed in turn, those that do not fit emptied.
-VanDates AnyDates()
-{
-    VanDates dates;
-    for (const VanDate box : {From1, To1, From2, To2, From3, To3, Withdrawn}) {
-        if (*rc::gen::inRange(0, 5) == 0)
-            continue;
-        VanDates now = dates;
-        now[box] = DayOfYear(*rc::gen::inRange(0, 365));
-        dates = LeaveVanDate(dates, now, box);
-    }
-    return dates;
-}
-
-VanFacts AnyVan()
-{
-    return {.registrationNumber = "V",
-            .dates = AnyDates(),
-            .percentage = std::to_string(*rc::gen::inRange(0, 200)),
-            .payments = std::to_string(*rc::gen::inRange(0, 4000)),
-            .fuelTick = *rc::gen::arbitrary<bool>()};
-}
+using test::AnyDates;
+using test::AnyVan;
 
 RC_GTEST_PROP(VanBenefitProperty, TheChargeIsNeverNegative, ())
 {
