@@ -58,8 +58,8 @@ LoanWorking LoanBenefit(const LoanFacts& facts)
     working.E = CompleteTaxMonths(facts.dateFrom, facts.dateTo);
     working.G = ReadNumber(facts.interestRate);
     working.J = ReadAmount(facts.interestPaid);
-    const Amount forTheMonths = Amount::FromDouble((working.D * working.E).Pounds() / 12);
-    working.interest = Amount::FromDouble(forTheMonths.Pounds() * working.G / 100);
+    working.forTheMonths = Amount::FromDouble((working.D * working.E).Pounds() / 12);
+    working.interest = Amount::FromDouble(working.forTheMonths.Pounds() * working.G / 100);
     working.cashEquivalent = working.interest - working.J;
     if (!IsNonNegative(working.cashEquivalent))
         working.cashEquivalent = Amount();

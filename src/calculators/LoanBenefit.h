@@ -35,7 +35,8 @@ struct LoanWorking {
     int E = 0;    ///< complete tax months
     double G = 0; ///< rate in per cent
     Amount J;
-    Amount interest;
+    Amount forTheMonths;   ///< D x E / 12, in no box of its own
+    Amount interest;       ///< G per cent of it, in no box of its own
     Amount cashEquivalent; ///< never negative
     Amount maxAmount;      ///< 0 if it was entered below A
 };

@@ -24,12 +24,17 @@ Amount Above(Amount approved, Amount paid)
 
 } // namespace
 
+double MilesThatCount(double miles, const edition::MileageRates& rates)
+{
+    // Kept: miles of the first band are rounded to whole ones, ties to even; those above it keep their decimals.
+    return miles > rates.firstBand ? miles : std::nearbyint(miles);
+}
+
 Amount ApprovedMileage(double miles, const edition::MileageRate& rate, const edition::MileageRates& rates)
 {
     if (miles > rates.firstBand)
         return AtPence(rates.firstBand, rate.first) + AtPence(miles - rates.firstBand, rate.second);
-    // Kept: miles of the first band are rounded to whole ones, ties to even; those above it keep their decimals.
-    return AtPence(std::nearbyint(miles), rate.first);
+    return AtPence(MilesThatCount(miles, rates), rate.first);
 }
 
 MileageWorking MileageBenefit(const MileageFacts& facts, const edition::MileageRates& rates)

@@ -39,7 +39,10 @@ struct MileageWorking {
 /// Works out one vehicle (recalculation of `ENotepad`).
 MileageWorking MileageBenefit(const MileageFacts& facts, const edition::MileageRates& rates = edition::Mileage);
 
-/// Approved amount for so many miles (box J): the miles of the first band in whole miles, those above with decimals.
+/// The miles as they count: those of the first band in whole miles, more than those with their decimals.
+double MilesThatCount(double miles, const edition::MileageRates& rates = edition::Mileage);
+
+/// Approved amount for so many miles (box J).
 Amount ApprovedMileage(double miles, const edition::MileageRate& rate, const edition::MileageRates& rates);
 
 /// What Ok makes of the three `QBox` rows.

@@ -5,6 +5,7 @@
 #include "frame/Text.h"
 
 #include <algorithm>
+#include <chrono>
 #include <optional>
 
 namespace quillmere {
@@ -152,30 +153,40 @@ std::string TotalText(const std::array<std::string, 3>& rows)
     return AmountText(total, edition::FormatMoneyBlankZero);
 }
 
-int DaysAfterFuelWithdrawn(const VanDays& days)
+/// Days of periods, both ends of each counted.
+int DaysOf(const std::vector<DayRange>& periods)
+{
+    int days = 0;
+    for (const DayRange& period : periods)
+        days += DaysBetween(period.first, period.last) + 1;
+    return days;
+}
+
+std::vector<DayRange> PeriodsAfterFuelWithdrawn(const VanDays& days)
 {
     if (!days.withdrawn)
-        return 0;
+        return {};
+    static constexpr std::chrono::days OneDay(1);
     const Day withdrawn = *days.withdrawn;
     const std::optional<DayRange>&second = days.second, &third = days.third;
-    const auto daysUpTo = [](Day from, Day to) { return DaysBetween(from, to) - 1; };
-    const auto toTheEnd = [&days](Day from) { return DaysBetween(from, days.available.last); };
+    const auto between = [](Day from, Day to) { return DayRange{from + OneDay, to - OneDay}; };
+    const auto toTheEnd = [&days](Day from) { return DayRange{from + OneDay, days.available.last}; };
 
-    int g = 0;
-    if (second && withdrawn < second->first) {
-        g = daysUpTo(withdrawn, second->first);
-        g += third ? daysUpTo(second->last, third->first) + toTheEnd(third->last) : toTheEnd(second->last);
-    } else if (second && third && withdrawn > second->last && withdrawn < third->first) {
-        g = daysUpTo(withdrawn, third->first) + toTheEnd(third->last);
-    }
+    std::vector<DayRange> periods;
+    if (second && withdrawn < second->first && third)
+        periods = {between(withdrawn, second->first), between(second->last, third->first), toTheEnd(third->last)};
+    else if (second && withdrawn < second->first)
+        periods = {between(withdrawn, second->first), toTheEnd(second->last)};
+    else if (second && third && withdrawn > second->last && withdrawn < third->first)
+        periods = {between(withdrawn, third->first), toTheEnd(third->last)};
     // Kept: a count that is truly nought falls back to all days to the end, unavailable ones included.
-    return g != 0 ? g : toTheEnd(withdrawn);
+    return DaysOf(periods) != 0 ? periods : std::vector{toTheEnd(withdrawn)};
 }
 
 void WorkOutFuel(VanWorking& working, const VanDays& days, const edition::VanRates& rates, int daysInYear)
 {
     working.P = Amount::WholePounds(rates.fuelCharge);
-    working.R = DaysAfterFuelWithdrawn(days);
+    working.R = DaysOf(PeriodsAfterFuelWithdrawn(days));
     working.S = working.E + working.R;
     working.T = RoundUpToPounds(Amount::FromDouble((working.P * working.S).Pounds() / daysInYear));
     working.V = working.P - working.T;
@@ -237,9 +248,19 @@ VanWorking VanBenefit(const VanFacts& facts, const edition::VanRates& rates)
     return working;
 }
 
+std::vector<DayRange> PeriodsAfterFuelWithdrawn(const VanDates& dates)
+{
+    return PeriodsAfterFuelWithdrawn(ReadDays(dates));
+}
+
 int DaysAfterFuelWithdrawn(const VanDates& dates)
 {
-    return DaysAfterFuelWithdrawn(ReadDays(dates));
+    return DaysOf(PeriodsAfterFuelWithdrawn(dates));
+}
+
+DayRange DaysAvailable(const VanDates& dates)
+{
+    return ReadDays(dates).available;
 }
 
 VanWithdrawnCheck CheckVanWithdrawn(const VanDates& dates)

@@ -2,11 +2,13 @@
 
 #include "edition/VanRates.h"
 #include "frame/Amount.h"
+#include "frame/Dates.h"
 
 #include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The van benefit and van fuel benefit of one van, its dates, and what the three vans come to. ITEPA 2003 s.154 to
 /// s.164.
@@ -54,8 +56,13 @@ Amount RoundUpToPounds(Amount amount);
 /// its dates but not the day of withdrawal.
 VanWorking VanBenefit(const VanFacts& facts, const edition::VanRates& rates = edition::Vans);
 
-/// Days between withdrawal of the fuel and the end of availability that are not counted as unavailable (box R).
+/// The periods between withdrawal of the fuel and the end of availability that are not counted as unavailable.
+std::vector<DayRange> PeriodsAfterFuelWithdrawn(const VanDates& dates);
+/// Their days (box R).
 int DaysAfterFuelWithdrawn(const VanDates& dates);
+
+/// The days between which a van was available; a blank box is the bound of the year.
+DayRange DaysAvailable(const VanDates& dates);
 
 /// What the check of the day of withdrawal comes to. Nobody is told.
 enum class VanWithdrawnCheck {

@@ -15,4 +15,7 @@ struct AccommodationRates {
 inline constexpr AccommodationRates Accommodation{
     .costLimit = 75000, .percentage = 4, .daysDivisor = 366, .longestStay = 366};
 
+/// What the authority divides the days of a part of the year by. Booklet 480, chapter 21.
+inline constexpr int AccommodationDaysOfAuthority = 365;
+
 } // namespace quillmere::edition
