@@ -21,6 +21,18 @@ Amount EmployerTotal(Database& database, std::string_view employer)
     return total;
 }
 
+std::vector<LiableBenefit> LiableBenefits(Database& database, std::string_view employer)
+{
+    std::vector<LiableBenefit> benefits;
+    Recordset records = database.OpenRecordset("P11D");
+    records.Index("IndKey");
+    for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext())
+        for (const std::string_view field : Class1AFields)
+            if (const Amount amount = ReadAmount(records.Field(field)); !amount.IsZero())
+                benefits.push_back({std::string(records.Field("EmployeeName")), field, amount});
+    return benefits;
+}
+
 DeclarationTotals ComputeDeclarationTotals(Database& database, std::string_view employer)
 {
     DeclarationTotals totals;

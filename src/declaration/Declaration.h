@@ -6,12 +6,22 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillmere {
 
 /// The benefits liable to Class 1A of all employees of an employer, in the fields as they are stored, unrounded. It
 /// reads through a cursor of its own, so that no other position moves. Throws StoreError.
 Amount EmployerTotal(Database& database, std::string_view employer);
+
+/// A box of an employee's form that counts in the total.
+struct LiableBenefit {
+    std::string employee;
+    std::string_view field; ///< one of `Class1AFields`
+    Amount amount;
+};
+/// All that make up the total, by employee in the order of the form, without those that count nothing.
+std::vector<LiableBenefit> LiableBenefits(Database& database, std::string_view employer);
 
 /// Lines of an address on the declaration.
 inline constexpr std::size_t AddressLines = 6;

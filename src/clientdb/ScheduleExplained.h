@@ -1,0 +1,23 @@
+#pragma once
+
+#include "clientdb/Schedule.h"
+#include "frame/Explained.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillmere {
+
+/// The columns of a schedule as it has them; one that it lacks does not exist.
+struct ScheduleShape {
+    ScheduleColumn cost, tax, cash;
+    ScheduleKind kind = ScheduleKind::CostTaxAndCash;
+};
+
+/// How the cash equivalents of a schedule's lines and its totals came about; the lines that are empty are passed over.
+/// A box of a line is named with its number: "Cash(3)". `source` is the section of the Act.
+Explained ExplainSchedule(const ScheduleShape& shape, const std::vector<std::string>& descriptions,
+                          const std::vector<ScheduleLine>& lines, std::string_view source);
+
+} // namespace quillmere
