@@ -15,6 +15,7 @@ struct PrintedTable {
     };
 
     std::string documentName;
+    std::string employee; ///< whose it is, for the head of the page; empty: the employer's
     std::string heading;
     std::string subHeading;
     std::vector<Column> columns;

@@ -75,7 +75,10 @@ void ReportSheet::PrintNames(double titleEnd)
 void ReportSheet::StartPage()
 {
     // Kept: always a new page. Where a batch prints no form, a document begins with an empty sheet.
-    page.FurtherPrintPage();
+    if (heading.beginsDocument)
+        page.NextPrintPage();
+    else
+        page.FurtherPrintPage();
     position = 5.0;
     page.vsFontName(page.ReportFont());
     page.vsTextColor(page.ColBlack);

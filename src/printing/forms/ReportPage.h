@@ -38,6 +38,7 @@ struct ReportHeading {
     std::string_view subHeading = {};                   ///< under it
     std::string_view section = {};                      ///< of the form, and its page there
     std::function<void(ReportSheet&)> columnHeads = {}; ///< draws what stands between the heading and the lines
+    bool beginsDocument = false;                        ///< stands on the document's first page, where others leave it
 };
 
 /// A line of a wrapped text and its width, mm.

@@ -9,11 +9,13 @@
 #include "frame/Tick.h"
 #include "printing/forms/P11DBPages.h"
 #include "printing/forms/P11DPages.h"
+#include "printing/forms/TableReport.h"
 #include "printing/jobs/JobPapers.h"
 
 #include <algorithm>
 #include <array>
 #include <fmt/format.h>
+#include <functional>
 #include <map>
 #include <variant>
 #include <vector>
@@ -24,6 +26,7 @@ namespace {
 
 constexpr std::string_view SingleJob = "Print P11D";
 constexpr std::string_view BatchJob = "Batch Print";
+constexpr std::string_view TableJob = "Print Table";
 constexpr std::string_view PreviewScreen = "frmVSPrint";
 
 // ---- what an employee's document is made of -----------------------------------------------------
@@ -368,18 +371,15 @@ void PrintBatch(PrintJob& job, const BatchSelection& selection)
     batch.TellOfUnprinted();
 }
 
-} // namespace
-
-void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view employer, std::string_view employee,
-                      PrintedDocument document)
+/// Draws a single document and shows it, as a PDF file where the settings say so; `draw` says whether there is one.
+void ShowJob(Session& session, PrintSystem& printing, std::string_view procedure,
+             const std::function<bool(PrintJob&)>& draw)
 {
     BusyPointer busy(session.platform);
     {
-        PrintJob job(session, printing, SingleJob, Route::Screen);
-        job.names.employer = employer;
-        job.names.employee = employee;
+        PrintJob job(session, printing, procedure, Route::Screen);
         try {
-            if (!DrawSingleDocument(job, document))
+            if (!draw(job))
                 return;
             if (session.settings.reportPreview == 1) {
                 job.document.EndOnPdf();
@@ -394,6 +394,29 @@ void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view 
     // The preview sets the pointer back once it has been painted.
     if (session.screens.Show(PreviewScreen) != nullptr)
         busy.HandOver();
+}
+
+} // namespace
+
+void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view employer, std::string_view employee,
+                      PrintedDocument document)
+{
+    ShowJob(session, printing, SingleJob, [&](PrintJob& job) {
+        job.names.employer = employer;
+        job.names.employee = employee;
+        return DrawSingleDocument(job, document);
+    });
+}
+
+void PrintTableJob(Session& session, PrintSystem& printing, const PrintedTable& table)
+{
+    ShowJob(session, printing, TableJob, [&](PrintJob& job) {
+        job.names.employer = session.CurrentEmployer;
+        job.names.employee = table.employee.empty() ? session.CurrentEmployer : table.employee;
+        if (job.document.OpenPrintJob(table.documentName) == Opening::Open)
+            PrintTableReport(job.page, job.names, table);
+        return true;
+    });
 }
 
 void PrintBatchJob(Session& session, PrintSystem& printing, std::string_view employer, const BatchSelection& selection)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/PrintedTable.h"
 #include "printing/jobs/PrintSystem.h"
 
 #include <bitset>
@@ -40,6 +41,9 @@ private:
 /// settings say so, else in the preview. It never prints; that is done from the preview.
 void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view employer, std::string_view employee,
                       PrintedDocument document);
+
+/// Draws a table that a screen shows and shows it as a document of its own, as PrintEmployeeJob does.
+void PrintTableJob(Session& session, PrintSystem& printing, const PrintedTable& table);
 
 /// Prints a document for each employee of the employer, in the order of their names, then the declaration, as selected.
 /// They go to the printer; nothing is shown.
