@@ -10,6 +10,7 @@
 #include <QCheckBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
@@ -207,6 +208,9 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
         auto* push = new QPushButton(parent);
         push->setAutoDefault(false);
         push->setFlat(false);
+        if (!box.Key().empty())
+            connect(new QShortcut(QKeySequence(look::Text(box.Key()), QKeySequence::PortableText), this),
+                    &QShortcut::activated, push, &QPushButton::click);
         button = push;
         break;
     }

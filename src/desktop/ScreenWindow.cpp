@@ -31,7 +31,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
 {
     setObjectName(look::Text(screen.Name()));
     setFont(look::CaptionFont({.size = 13}));
-    if (screen.Mode() == ShowMode::Window || screen.Mode() == ShowMode::Modal) {
+    if (screen.Mode() == ShowMode::Window || screen.Mode() == ShowMode::Above || screen.Mode() == ShowMode::Modal) {
         setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                        Qt::WindowCloseButtonHint);
         if (screen.Mode() == ShowMode::Modal)

@@ -17,6 +17,7 @@ Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
       field(row.field),
       columns(row.columns),
       movesIn(row.movesIn),
+      key(row.key),
       text(row.text),
       spoken(row.spoken),
       tip(row.tip),

@@ -41,6 +41,7 @@ struct BoxRow {
     std::string_view tip = {};     ///< tooltip
     std::string_view columns = {}; ///< captions of a table's columns, parted by tabs
     std::string_view movesIn = {}; ///< list of the screen in which the keys for up and down move from this text box
+    std::string_view key = {};     ///< presses a button of a window of its own from anywhere in it: "Ctrl+P"
     char letter = 0;               ///< Alt and this letter press it, where its caption marks none
     int first = 0;                 ///< a control array runs from here …
     int last = -1;                 ///< … to here; below `first`: no array
@@ -91,6 +92,7 @@ public:
     bool IsComputed() const { return computed; }
     bool IsOfEmployee() const { return ofEmployee; }
     KeyFilter Filter() const { return filter; }
+    const std::string& Key() const { return key; }
     const std::string& Columns() const { return columns; }
     const std::string& MovesIn() const { return movesIn; }
     /// Field of the record that the box is bound to; empty if none.
@@ -149,6 +151,7 @@ private:
     std::string field;
     std::string columns;
     std::string movesIn;
+    std::string key;
     std::string text;
     std::string spoken;
     std::string tip;

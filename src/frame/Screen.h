@@ -23,6 +23,7 @@ enum class ShowMode {
     Child,  ///< inside the main window
     Panel,  ///< at the foot of the main window, beside what is open there
     Window, ///< in front of the main window, which stays in use
+    Above,  ///< in front of whatever it was asked for from, a modal screen too, which stays in use
     Modal,  ///< in front of everything, which waits
 };
 

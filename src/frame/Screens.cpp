@@ -171,6 +171,7 @@ void Screens::Unload(std::string_view name)
     slot->unloading = true;
     const EventScope scope(*this);
     Screen* screen = slot->screen.get();
+    const bool wasAside = IsAside(*screen);
     // A step that fails is told, and the screen goes all the same: one that could never be closed would hold the end of
     // the program up.
     screen->Perform([screen] { screen->Unload(); }, "Unload");
@@ -182,13 +183,20 @@ void Screens::Unload(std::string_view name)
         return;
     if (!IsAnyModal())
         DoAfterModal();
-    ActivateFront();
+    if (!wasAside)
+        ActivateFront();
+}
+
+/// True for a screen that stands beside the others: they neither wait for it nor go on when it has closed.
+bool Screens::IsAside(const Screen& screen)
+{
+    return screen.Mode() == ShowMode::Panel || screen.Mode() == ShowMode::Above;
 }
 
 void Screens::ActivateFront()
 {
     const auto front = std::find_if(open.rbegin(), open.rend(), [](const Slot& slot) {
-        return slot.shown && slot.screen->Mode() != ShowMode::Main;
+        return slot.shown && slot.screen->Mode() != ShowMode::Main && !IsAside(*slot.screen);
     });
     if (front != open.rend() && !front->unloading)
         front->screen->Activate();

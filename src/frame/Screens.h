@@ -144,6 +144,7 @@ private:
     const Slot* FindSlot(std::string_view name) const;
     bool IsAnyModal() const;
     void DoAfterModal();
+    static bool IsAside(const Screen& screen);
     void ActivateFront();
     void Drop(Screen& screen);
 

@@ -48,7 +48,7 @@ TEST_P(EveryScreen, KeepsTheOthersWaitingIfItIsModal)
 {
     ASSERT_NO_FATAL_FAILURE(Open());
     const bool modal = screen->Mode() == ShowMode::Modal;
-    EXPECT_EQ(window->isWindow(), screen->Mode() == ShowMode::Window || modal);
+    EXPECT_EQ(window->isWindow(), screen->Mode() == ShowMode::Window || screen->Mode() == ShowMode::Above || modal);
     EXPECT_EQ(window->windowModality(), modal ? Qt::ApplicationModal : Qt::NonModal);
     EXPECT_EQ(QApplication::activeModalWidget(), modal ? window : nullptr);
 }

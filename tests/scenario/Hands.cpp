@@ -29,6 +29,14 @@ namespace {
 constexpr int LongPause = 2000;
 constexpr int ShortPause = 20;
 
+/// True for the modal window itself and for what stands in front of it and was asked for from it.
+bool StandsAbove(const QWidget& window, const QWidget& modal)
+{
+    return &window == &modal || modal.isAncestorOf(&window) ||
+           (window.windowHandle() != nullptr && modal.windowHandle() != nullptr &&
+            modal.windowHandle()->isAncestorOf(window.windowHandle(), QWindow::IncludeTransients));
+}
+
 /// The window system's clock for mouse events.
 int mouseTime = 0;
 
@@ -150,7 +158,7 @@ void DoubleClickAt(QWidget& widget, QPoint point, const std::string& name)
     QWidget* modal = QApplication::activeModalWidget();
     // The first click may have led on to another window, which then gets the second.
     if (alive.isNull() || !alive->isVisible() || !alive->isEnabled() ||
-        (modal != nullptr && modal != alive->window() && !modal->isAncestorOf(alive->window())))
+        (modal != nullptr && !StandsAbove(*alive->window(), *modal)))
         return;
     ClickAt(*alive, point, ShortPause, name);
 }
@@ -207,7 +215,7 @@ void LetGo()
 void RequireNotBlocked(const QWidget& widget, const std::string& name)
 {
     QWidget* modal = QApplication::activeModalWidget();
-    if (modal != nullptr && widget.window() != modal && !modal->isAncestorOf(widget.window()))
+    if (modal != nullptr && !StandsAbove(*widget.window(), *modal))
         throw StepFailure("expected " + name + " to be within reach, found it waiting behind " +
                           modal->objectName().toStdString());
 }
