@@ -167,29 +167,8 @@ void CarColumn::Tell(std::string_view title, std::string_view text) const
 
 CarDateTexts CarColumn::DateTexts() const
 {
-    CarDateTexts texts{.dateFrom = box("FDateFrom").Text(), .dateTo = box("FDateTo").Text(), .periods = {}};
-    for (int row = 1; row <= PeriodRows; ++row)
-        texts.periods[static_cast<std::size_t>(row - 1)] = {PeriodBox("txtUnavailableFirst", row).Text(),
-                                                            PeriodBox("txtUnavailableLast", row).Text()};
-    return texts;
-}
-
-CarTexts CarColumn::Texts() const
-{
-    return {.registrationDate = box("FRegDate").Text(),
-            .fuel = box("FFuel").Text(),
-            .co2 = box("FC02").Text(),
-            .noCO2 = box("FNoC02").Ticked(),
-            .engine = box("FEngine").Text(),
-            .dateFrom = box("FDateFrom").Text(),
-            .dateTo = box("FDateTo").Text(),
-            .listPrice = box("FListPrice").Text(),
-            .accessories = box("FAccessories").Text(),
-            .contribution = box("FCaptContr").Text(),
-            .privateUse = box("FPrivateUse").Text(),
-            .periods = DateTexts().periods,
-            .dateWithdrawn = box("FDateWithdrawn").Text(),
-            .reinstated = box("FWithdrawnTick").Ticked()};
+    const CarTexts texts = CarTextsOn(screen, car);
+    return {.dateFrom = texts.dateFrom, .dateTo = texts.dateTo, .periods = texts.periods};
 }
 
 void CarColumn::CarBenefitCompute()
@@ -204,7 +183,7 @@ void CarColumn::CarBenefitCompute()
 void CarColumn::Compute()
 {
     SetStates();
-    const CarTexts texts = Texts();
+    const CarTexts texts = CarTextsOn(screen, car);
     if (IsAvailableBeforeRegistered(texts.dateFrom, texts.registrationDate)) {
         Tell(carwords::InvalidDate, carwords::AvailabilityMessage(DefaultFirstDay(car)));
         box("FDateFrom").Clear();
@@ -455,32 +434,63 @@ void CarColumn::Empty()
         empty(box(working));
 }
 
+CarTexts CarTextsOn(const Screen& screen, int car)
+{
+    const auto box = [&](std::string_view stem) -> const Box& { return screen.box(Numbered(stem, car)); };
+    const auto period = [&](std::string_view stem, int row) { return screen.box(Numbered(stem, car), row).Text(); };
+    CarTexts texts{.registrationDate = box("FRegDate").Text(),
+                   .fuel = box("FFuel").Text(),
+                   .co2 = box("FC02").Text(),
+                   .noCO2 = box("FNoC02").Ticked(),
+                   .engine = box("FEngine").Text(),
+                   .dateFrom = box("FDateFrom").Text(),
+                   .dateTo = box("FDateTo").Text(),
+                   .listPrice = box("FListPrice").Text(),
+                   .accessories = box("FAccessories").Text(),
+                   .contribution = box("FCaptContr").Text(),
+                   .privateUse = box("FPrivateUse").Text(),
+                   .periods = {},
+                   .dateWithdrawn = box("FDateWithdrawn").Text(),
+                   .reinstated = box("FWithdrawnTick").Ticked()};
+    for (int row = 1; row <= PeriodRows; ++row)
+        texts.periods[static_cast<std::size_t>(row - 1)] = {period("txtUnavailableFirst", row),
+                                                            period("txtUnavailableLast", row)};
+    return texts;
+}
+
 FurtherCars::FurtherCars(const Session& session)
     : database(Database::OpenDatabase(session.ClientDatabasePath())),
       record(OpenCurrent(database, "ExtraCars", session))
 {
 }
 
+std::array<std::string, 6> CarFigures(const OpenRecord* page, const Screen& screen, std::string_view stem,
+                                      const FurtherCars& furtherCars)
+{
+    const Recordset& extraCars = furtherCars.Record();
+    std::array<std::string, 6> figures;
+    for (int car = 1; car <= 6; ++car) {
+        const std::string name = Numbered(stem, car);
+        std::string& figure = figures[static_cast<std::size_t>(car - 1)];
+        if (const Box* here = screen.FindBox(name))
+            figure = here->Text();
+        else if (const auto onPage = page != nullptr ? page->Reads(name) : std::nullopt)
+            figure = *onPage;
+        else if (car > 2 && !extraCars.NoMatch())
+            figure = extraCars.Field(name);
+    }
+    return figures;
+}
+
 void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds,
                       const FurtherCars& furtherCars)
 {
-    const Recordset& extraCars = furtherCars.Record();
     OpenRecord& page = EmployeeRecord(session);
     for (const CarTotalKind& kind : kinds) {
-        if (extraCars.NoMatch())
+        if (furtherCars.Record().NoMatch())
             session.messages.Tell(kind.errorTitle, "Employee not found");
-        std::array<std::string, 6> figures;
-        for (int car = 1; car <= 6; ++car) {
-            const std::string name = Numbered(kind.figure, car);
-            std::string& figure = figures[static_cast<std::size_t>(car - 1)];
-            if (const Box* here = screen.FindBox(name))
-                figure = here->Text();
-            else if (const auto onPage = page.Reads(name))
-                figure = *onPage;
-            else if (car > 2 && !extraCars.NoMatch())
-                figure = extraCars.Field(name);
-        }
-        page.HandOver(kind.total, TotalOfCars(figures).Text(), {});
+        const CarTotal total = TotalOfCars(CarFigures(&page, screen, kind.figure, furtherCars));
+        page.HandOver(kind.total, total.Text(), {});
     }
 }
 

@@ -5,12 +5,15 @@
 #include "clientdb/store/Recordset.h"
 #include "frame/Session.h"
 
+#include <array>
 #include <functional>
 #include <span>
 #include <string>
 #include <string_view>
 
 namespace quillmere {
+
+class OpenRecord;
 
 /// One car's column of boxes: six cars, one design. It makes the boxes on its screen, holds what leaving each of them
 /// does, and runs `CarBenefitCompute`. Cars 1 and 2 stand on page 1, the others on the two screens for further cars.
@@ -40,7 +43,6 @@ private:
     Box& PeriodBox(std::string_view stem, int row) const;
     void AddBoxes();
     void BindEvents();
-    CarTexts Texts() const;
     CarDateTexts DateTexts() const;
 
     void SetStates();
@@ -67,6 +69,9 @@ private:
     Totals totals;
 };
 
+/// A car as its column on a screen reads.
+CarTexts CarTextsOn(const Screen& screen, int car);
+
 /// One of the two totals of section F: where its figures come from and what is said when they cannot be had.
 struct CarTotalKind {
     std::string_view figure;     ///< stem of the six boxes and fields
@@ -86,8 +91,12 @@ private:
     Recordset record;
 };
 
-/// Adds the six cars' figures and hands each total over to the employee's record. A figure is read from `screen` if
-/// that car stands there, for cars 1 and 2 else from that record, and for the others from the stored one.
+/// The six cars' figures of a stem. One is read from `screen` if that car stands there, for cars 1 and 2 else from the
+/// employee's open record, where it is given, and for the others from the stored one.
+std::array<std::string, 6> CarFigures(const OpenRecord* page, const Screen& screen, std::string_view stem,
+                                      const FurtherCars& furtherCars);
+
+/// Adds the six cars' figures and hands each total over to the employee's record.
 void ComputeCarTotals(Session& session, const Screen& screen, std::span<const CarTotalKind> kinds,
                       const FurtherCars& furtherCars);
 

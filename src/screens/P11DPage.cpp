@@ -1,7 +1,8 @@
 #include "screens/P11DPage.h"
 
 #include "edition/Edition.h"
-#include "frame/Amount.h"
+
+#include <algorithm>
 
 namespace quillmere {
 
@@ -9,6 +10,11 @@ void RewriteAmount(Box& box)
 {
     if (!box.Empty())
         box.SetText(AmountText(ReadAmount(box.Text()), edition::FormatMoneyBlankZero));
+}
+
+Amount NetOf(Amount cost, Amount madeGood)
+{
+    return std::max(cost - madeGood, Amount());
 }
 
 void RewriteTriple(Screen& screen, const AmountTriple& triple)
@@ -22,9 +28,7 @@ void RewriteTriple(Screen& screen, const AmountTriple& triple)
     if (cost.Empty())
         madeGood.Clear();
     if (!cost.Empty() || !madeGood.Empty()) {
-        Amount net = ReadAmount(cost.Text()) - ReadAmount(madeGood.Text());
-        if (net.IsNegative())
-            net = Amount();
+        const Amount net = NetOf(ReadAmount(cost.Text()), ReadAmount(madeGood.Text()));
         cashEquivalent.SetText(AmountText(net, edition::FormatMoneyZero));
     }
     RewriteAmount(cost);
@@ -42,6 +46,7 @@ P11DPage::P11DPage(Session& session, std::string_view name, std::string_view cap
 
 void P11DPage::OnLeaveTriple(const AmountTriple& triple)
 {
+    triples.push_back(triple);
     for (const std::string_view boxName : {triple.cost, triple.madeGood, triple.cashEquivalent})
         OnLeave(boxName, [this, triple](Box&) { RewriteTriple(*this, triple); });
 }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "clientdb/BoundScreen.h"
+#include "frame/Amount.h"
 
 #include <string_view>
+#include <vector>
 
 namespace quillmere {
 
@@ -10,6 +12,9 @@ namespace quillmere {
 struct AmountTriple {
     std::string_view cost, madeGood, cashEquivalent;
 };
+
+/// The cash equivalent of a section: the cost less what was made good, not below zero.
+Amount NetOf(Amount cost, Amount madeGood);
 
 /// Rewrites a section's three boxes: the cash equivalent is the cost less what was made good, not below zero.
 void RewriteTriple(Screen& screen, const AmountTriple& triple);
@@ -25,6 +30,8 @@ public:
     P11DPage(Session& session, std::string_view name, std::string_view caption, std::string_view refreshErrorTitle);
 
     std::string_view RefreshErrorTitle() const { return refreshErrorTitle; }
+    /// The sections of the page whose cash equivalent follows from two other boxes.
+    const std::vector<AmountTriple>& OwnTriples() const { return triples; }
 
 protected:
     /// Rewrites the triple when any of its boxes is left.
@@ -39,6 +46,7 @@ protected:
 
 private:
     std::string_view refreshErrorTitle;
+    std::vector<AmountTriple> triples;
 };
 
 } // namespace quillmere
