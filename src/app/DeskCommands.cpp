@@ -1,5 +1,7 @@
 #include "app/DeskCommands.h"
 
+#include "review/Explanation.h"
+
 #include <array>
 
 namespace quillmere {
@@ -21,6 +23,13 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .key = "F9",
      .run = [](Session& session) { session.screens.Show("CheckList"); },
      .separatorBefore = true},
+    {.menu = "View",
+     .name = "mnuExplain",
+     .text = "Explain...",
+     .letter = 'X',
+     .key = "F2",
+     .run = [](Session& session) { review::ExplainBoxInUse(session); },
+     .ofEmployee = true},
     {.menu = "Help",
      .name = "mnuCalculatorCheck",
      .text = "Check the Calculators...",

@@ -26,6 +26,7 @@
 #include "printing/jobs/frmVSPrintSettings.h"
 #include "review/CalculatorCheck.h"
 #include "review/CheckList.h"
+#include "review/Explanation.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -44,6 +45,8 @@ Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
     session.printJob = [this](PrintedDocument document) {
         PrintEmployeeJob(session, printing, session.CurrentEmployer, session.CurrentEmployee, document);
     };
+    session.printTable = [this](const PrintedTable& table) { PrintTableJob(session, printing, table); };
+    session.explain = [this](Screen& screen, Box& box) { review::ShowExplanation(session, screen, box); };
     session.screens.SetHost(host);
 }
 
@@ -182,6 +185,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"FindEmployee", Plain<FindEmployee>},
     {"CheckList", Plain<review::CheckList>},
     {"CalculatorCheck", Plain<review::CalculatorCheck>},
+    {"Explanation", Plain<review::Explanation>, Closing::WithAll},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},

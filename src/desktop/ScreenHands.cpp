@@ -8,10 +8,12 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QScrollArea>
 #include <QScrollBar>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace quillmere {
@@ -25,7 +27,46 @@ bool IsElsewhere(const QEvent& event)
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason || reason == Qt::MenuBarFocusReason;
 }
 
+/// A key that asks about the box in use.
+struct AskingKey {
+    int key;
+    Qt::KeyboardModifiers modifiers;
+    void (Screen::*ask)(Box&);
+};
+constexpr auto AskingKeys = std::to_array<AskingKey>({
+    {Qt::Key_F2, Qt::NoModifier, &Screen::Explain},
+});
+
 } // namespace
+
+/// True for a key that asks about the box; it has been answered.
+bool ScreenWindow::AsksAbout(Box& box, const QKeyEvent& key)
+{
+    const auto found = std::ranges::find_if(AskingKeys, [&](const AskingKey& asking) {
+        return asking.key == key.key() && asking.modifiers == (key.modifiers() & ~Qt::KeypadModifier);
+    });
+    if (found == AskingKeys.end())
+        return false;
+    (screen.*found->ask)(box);
+    return true;
+}
+
+/// The menu of a box that shows a figure: what its widget has in it by itself, and the question how it came about.
+void ScreenWindow::ShowMenuOf(Box& box, QWidget& widget, const QPoint& place)
+{
+    auto* edit = dynamic_cast<BoxEdit*>(&widget);
+    QMenu* menu = edit != nullptr ? edit->createStandardContextMenu() : new QMenu(&widget);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (!menu->isEmpty())
+        menu->addSeparator();
+    QAction* explain = menu->addAction(tr("E&xplain..."));
+    explain->setShortcut(Qt::Key_F2);
+    connect(explain, &QAction::triggered, this, [this, &box] {
+        if (!detached)
+            screen.Explain(box);
+    });
+    menu->popup(place);
+}
 
 /// The focus goes elsewhere. Over a message that leaving shows the mouse button is let go, and nobody hears of it.
 void ScreenWindow::LeaveForOther(Box& box)
@@ -118,8 +159,13 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
     } else if (event->type() == QEvent::FocusOut) {
         if (!IsElsewhere(*event))
             LeaveForOther(box);
+    } else if (event->type() == QEvent::ContextMenu && box.IsAmount()) {
+        ShowMenuOf(box, *widget, static_cast<QContextMenuEvent&>(*event).globalPos());
+        return true;
     } else if (event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
+        if (AsksAbout(box, *key))
+            return true;
         if (box.Kind() == BoxKind::Text && AsksForChoices(*key) &&
             OfferChoices(screen, box, static_cast<BoxEdit&>(*widget)))
             return true;

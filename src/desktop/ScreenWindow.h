@@ -66,6 +66,8 @@ private:
     void BringInSight(QWidget& widget, Qt::FocusReason reason);
     void LeaveForOther(Box& box);
     void CompleteClick(QObject& pressed, const QMouseEvent& press);
+    bool AsksAbout(Box& box, const QKeyEvent& key);
+    void ShowMenuOf(Box& box, QWidget& widget, const QPoint& place);
     bool KeyInEdit(Box& box, BoxEdit& edit, const QKeyEvent& key);
     bool KeyOnPicture(QAbstractButton& picture, QKeyEvent& key);
     bool OpenPictureOf(const Box& box);

@@ -341,6 +341,11 @@ void ExpectOpenedFile(Stage& stage, const Step& step)
     RequireSame(Slashed(stage.platform.opened.back().lexically_normal().string()), expected);
 }
 
+void ExpectCopied(Stage& stage, const Step& step)
+{
+    RequireSame(stage.platform.copied, stage.Text(step.words[0]));
+}
+
 } // namespace
 
 std::vector<StepRow> ExpectationSteps()
@@ -393,6 +398,7 @@ std::vector<StepRow> ExpectationSteps()
          .repeats = true},
         {"expect-printed", {Number, Text}, ExpectPrinted, LooksOn},
         {"expect-opened-file", {Name}, ExpectOpenedFile, LooksOn},
+        {"expect-copied", {Text}, ExpectCopied, LooksOn},
     };
 }
 

@@ -262,6 +262,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"Folder", "mnuFolderManager", "Manager..."},
         {"View", "ToolbarOpt", "Toolbar"},
         {"View", "mnuCheck", "Check..."},
+        {"View", "mnuExplain", "Explain...", false},
         {"Settings", "mnuSettingsReports", "Reports"},
         {"Help", "mnuCalculatorCheck", "Check the Calculators..."},
     };

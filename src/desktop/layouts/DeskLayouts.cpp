@@ -35,4 +35,17 @@ Layout CalculatorCheck()
     return layout;
 }
 
+Layout Explanation()
+{
+    constexpr int Width = 1180, WordsHeight = 84;
+    Layout layout{.width = Width, .height = 540, .growing = "Steps"};
+    layout.Place("Heading", 16, 12, Width - 32);
+    layout.Looks({.size = 14, .bold = true});
+    layout.Place("Steps", 16, 44, Width - 32, 344);
+    layout.Place("Words", 16, 396, Width - 32, WordsHeight);
+    ButtonRow(layout, Width - 16, 496,
+              std::to_array<std::string_view>({"ExplainCopy", "ExplainPrint", "ExplainClose"}));
+    return layout;
+}
+
 } // namespace quillmere::layouts

@@ -22,6 +22,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"FindEmployee", layouts::FindEmployee},
     {"CheckList", layouts::CheckList},
     {"CalculatorCheck", layouts::CalculatorCheck},
+    {"Explanation", layouts::Explanation},
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},

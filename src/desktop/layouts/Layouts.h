@@ -19,6 +19,7 @@ Layout RenameEmp();
 Layout FindEmployee();
 Layout CheckList();
 Layout CalculatorCheck();
+Layout Explanation();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
