@@ -31,10 +31,17 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .run = [](Session& session) { review::ExplainBoxInUse(session); },
      .ofEmployee = true},
     {.menu = "Help",
+     .name = "mnuHelp",
+     .text = "Guide...",
+     .letter = 'G',
+     .key = "F1",
+     .run = [](Session& session) { session.screens.Show("HelpBook"); }},
+    {.menu = "Help",
      .name = "mnuCalculatorCheck",
      .text = "Check the Calculators...",
      .letter = 'C',
-     .run = [](Session& session) { session.screens.Show("CalculatorCheck"); }},
+     .run = [](Session& session) { session.screens.Show("CalculatorCheck"); },
+     .separatorBefore = true},
 });
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include "app/HelpBook.h"
 #include "app/MDIForm1.h"
 #include "calculators/D2Notepad.h"
 #include "calculators/DNotepad.h"
@@ -186,6 +187,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"CheckList", Plain<review::CheckList>},
     {"CalculatorCheck", Plain<review::CalculatorCheck>},
     {"Explanation", Plain<review::Explanation>, Closing::WithAll},
+    {"HelpBook", Plain<HelpBook>},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},

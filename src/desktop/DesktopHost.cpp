@@ -39,6 +39,8 @@ void DesktopHost::Show(Screen& screen)
         window = std::make_unique<PreviewWindow>(*preview, mainWindow.get());
     else if (made)
         window = std::make_unique<ScreenWindow>(screen, page ? mainWindow->Desk() : mainWindow.get());
+    if (made)
+        window->SetHelp([this] { ShowHelp(); });
     if (page) {
         mainWindow->ShowPage(*window);
     } else if (screen.Mode() == ShowMode::Panel && mainWindow != nullptr) {
@@ -130,6 +132,16 @@ void DesktopHost::ActivateNext()
         next = mainWindow.get();
     if (next != nullptr && next->isVisible())
         next->activateWindow();
+}
+
+/// Help is opened anew, so that it is about the box in which it is asked for.
+void DesktopHost::ShowHelp()
+{
+    if (screens == nullptr)
+        return;
+    const Screens::EventScope scope(*screens);
+    screens->Unload("HelpBook");
+    screens->Show("HelpBook");
 }
 
 void DesktopHost::WorkWaiting()

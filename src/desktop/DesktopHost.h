@@ -45,6 +45,7 @@ private:
     using Windows = std::unordered_map<const Screen*, std::unique_ptr<ScreenWindow>>;
     void Place(QWidget& window, const Screen& screen) const;
     void ActivateNext();
+    void ShowHelp();
     void CloseWindow(Windows::iterator position);
 
     std::unique_ptr<QObject> context; ///< deferred work that is still waiting goes with it

@@ -37,6 +37,12 @@ constexpr auto AskingKeys = std::to_array<AskingKey>({
     {Qt::Key_F2, Qt::NoModifier, &Screen::Explain},
 });
 
+bool AsksForHelp(const QEvent& event)
+{
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return key.key() == Qt::Key_F1 && key.modifiers() == Qt::NoModifier;
+}
+
 } // namespace
 
 /// True for a key that asks about the box; it has been answered.
@@ -149,6 +155,10 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
         return false;
     Box& box = *found->second;
     auto* widget = static_cast<QWidget*>(watched);
+    if (event->type() == QEvent::ShortcutOverride && AsksForHelp(*event)) {
+        event->accept(); // a menu's key would leave the box in use first
+        return true;
+    }
     if (event->type() == QEvent::FocusIn) {
         if (form->isAncestorOf(widget))
             BringInSight(*widget, static_cast<QFocusEvent&>(*event).reason());
@@ -330,6 +340,10 @@ void ScreenWindow::keyPressEvent(QKeyEvent* event)
 {
     if (detached)
         return;
+    if (AsksForHelp(*event) && showHelp) {
+        showHelp();
+        return;
+    }
     if (event->key() == Qt::Key_Escape && screen.Mode() != ShowMode::Child) {
         screen.RequestClose();
         return;

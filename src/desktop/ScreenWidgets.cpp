@@ -13,6 +13,7 @@
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTextBrowser>
 #include <QToolButton>
 
 #include <algorithm>
@@ -101,6 +102,11 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
         return MakeTabs(box, parent);
     case BoxKind::Frame:
         return new Group(parent);
+    case BoxKind::Surface: {
+        auto* reader = new QTextBrowser(parent);
+        reader->setOpenLinks(false);
+        return reader;
+    }
     case BoxKind::Label:
         if (!screen.IsClickable(box)) {
             const bool wrapped = place.height > Layout::BoxHeight * 3 / 2;
@@ -291,9 +297,12 @@ void ScreenWindow::BoxChanged(const Box& box)
         if (auto* group = qobject_cast<QGroupBox*>(widget))
             group->setTitle(look::Text(box.Text()));
         break;
+    case BoxKind::Surface:
+        if (auto* reader = qobject_cast<QTextBrowser*>(widget))
+            reader->setMarkdown(look::Text(box.Text()));
+        break;
     case BoxKind::Picture:
     case BoxKind::Menu:
-    case BoxKind::Surface:
         break;
     }
 }

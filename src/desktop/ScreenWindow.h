@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <unordered_map>
 #include <vector>
 
@@ -32,6 +33,8 @@ public:
     QWidget* WidgetOf(const Box& box) const;
     /// Cuts the ties to the screen: nothing that the toolkit still sends reaches it.
     virtual void Detach();
+    /// What F1 does here: the box in use stays so.
+    void SetHelp(std::function<void()> newHelp) { showHelp = std::move(newHelp); }
     /// Puts the focus in the first control that takes it.
     void FocusFirst();
     /// Puts the focus back in the field in which the user was last.
@@ -82,6 +85,7 @@ private:
     static bool LeadsOn(const Box& box);
 
     Screen& screen;
+    std::function<void()> showHelp;
     const Layout& layout;
     Growth growth;
     QWidget* header = nullptr;

@@ -264,6 +264,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"View", "mnuCheck", "Check..."},
         {"View", "mnuExplain", "Explain...", false},
         {"Settings", "mnuSettingsReports", "Reports"},
+        {"Help", "mnuHelp", "Guide..."},
         {"Help", "mnuCalculatorCheck", "Check the Calculators..."},
     };
     Start();

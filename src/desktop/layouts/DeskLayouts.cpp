@@ -48,4 +48,15 @@ Layout Explanation()
     return layout;
 }
 
+Layout HelpBook()
+{
+    Layout layout{.width = 920, .height = 510};
+    layout.Text(16, 14, 240, "Look for:");
+    layout.Place("HelpSought", 16, 36, 240, 26);
+    layout.Place("HelpContents", 16, 72, 240, 424);
+    layout.Place("HelpText", 272, 14, 632, 442);
+    ButtonRow(layout, 904, 468, std::to_array<std::string_view>({"HelpClose"}));
+    return layout;
+}
+
 } // namespace quillmere::layouts

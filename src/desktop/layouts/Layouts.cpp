@@ -23,6 +23,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"CheckList", layouts::CheckList},
     {"CalculatorCheck", layouts::CalculatorCheck},
     {"Explanation", layouts::Explanation},
+    {"HelpBook", layouts::HelpBook},
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},

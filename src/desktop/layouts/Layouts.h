@@ -20,6 +20,7 @@ Layout FindEmployee();
 Layout CheckList();
 Layout CalculatorCheck();
 Layout Explanation();
+Layout HelpBook();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
