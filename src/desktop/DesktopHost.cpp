@@ -38,7 +38,7 @@ void DesktopHost::Show(Screen& screen)
     if (made && preview != nullptr)
         window = std::make_unique<PreviewWindow>(*preview, mainWindow.get());
     else if (made)
-        window = std::make_unique<ScreenWindow>(screen, page ? mainWindow->Desk() : mainWindow.get());
+        window = std::make_unique<ScreenWindow>(screen, ParentOf(screen));
     if (made)
         window->SetHelp([this] { ShowHelp(); });
     if (page) {
@@ -62,6 +62,13 @@ void DesktopHost::Show(Screen& screen)
         window->FocusAgain();
 }
 
+QWidget* DesktopHost::ParentOf(const Screen& screen) const
+{
+    if (mainWindow == nullptr || screen.Mode() == ShowMode::Beside)
+        return nullptr;
+    return screen.Mode() == ShowMode::Child ? mainWindow->Desk() : mainWindow.get();
+}
+
 /// Puts a new window in the middle of the one that it opens in front of, or of the screen where its layout says so.
 void DesktopHost::Place(QWidget& window, const Screen& screen) const
 {
@@ -76,6 +83,8 @@ void DesktopHost::Place(QWidget& window, const Screen& screen) const
     place.moveCenter(ground.center());
     // Never with its title off the screen.
     window.move(std::max(place.left(), room.left()), std::max(place.top(), room.top()));
+    if (screen.Mode() == ShowMode::Beside)
+        return;
     // The window system keeps it in front of that one, too.
     window.winId();
     window.windowHandle()->setTransientParent(below->windowHandle());

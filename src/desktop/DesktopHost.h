@@ -43,6 +43,7 @@ public:
 
 private:
     using Windows = std::unordered_map<const Screen*, std::unique_ptr<ScreenWindow>>;
+    QWidget* ParentOf(const Screen& screen) const;
     void Place(QWidget& window, const Screen& screen) const;
     void ActivateNext();
     void ShowHelp();

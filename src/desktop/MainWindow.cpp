@@ -4,6 +4,7 @@
 #include "desktop/Look.h"
 #include "desktop/ScreenWindow.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QCloseEvent>
 #include <QDockWidget>
@@ -14,6 +15,7 @@
 #include <QProgressBar>
 #include <QScreen>
 #include <QStatusBar>
+#include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -49,6 +51,15 @@ public:
         setObjectName(look::Text(window.Shown().Name() + "Panel"));
         setFeatures(DockWidgetClosable);
         setWidget(&window);
+    }
+
+    /// The title line above the window, with its button.
+    int TitleHeight() const
+    {
+        int height = fontMetrics().height() + 2 * style()->pixelMetric(QStyle::PM_DockWidgetTitleMargin, nullptr, this);
+        for (const auto* button : findChildren<QAbstractButton*>(Qt::FindDirectChildrenOnly))
+            height = std::max(height, button->sizeHint().height() + 2);
+        return height;
     }
 
 protected:
@@ -261,7 +272,7 @@ void MainWindow::ShowPanel(ScreenWindow& window)
     if (qobject_cast<QDockWidget*>(window.parentWidget()) == nullptr) {
         auto* panel = new Panel(window, this);
         addDockWidget(Qt::BottomDockWidgetArea, panel);
-        resizeDocks({panel}, {window.height()}, Qt::Vertical);
+        resizeDocks({panel}, {window.height() + panel->TitleHeight()}, Qt::Vertical);
         // The window goes when its screen is closed, and takes the panel along.
         connect(&window, &QObject::destroyed, panel, &QObject::deleteLater);
     }

@@ -8,6 +8,7 @@
 #include "review/BoxHelp.h"
 
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QShortcut>
@@ -167,11 +168,15 @@ QWidget* ScreenWindow::MakeList(Box& box, QWidget* parent)
 
 QWidget* ScreenWindow::MakeTable(Box& box, QWidget* parent)
 {
-    auto* table = new TableView(parent);
+    auto* table = new TableView(box, parent, [this, &box](int row, int column, const std::vector<int>& chosen) {
+        if (!detached)
+            screen.SelectLines(box, row, column, chosen);
+    });
     table->viewport()->installEventFilter(this);
-    connect(table->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this, &box, table] {
-        if (!detached && box.Selected() != table->ChosenRow())
-            screen.Select(box, table->ChosenRow());
+    table->header()->setSectionsClickable(screen.IsSortable(box));
+    connect(table->header(), &QHeaderView::sectionClicked, this, [this, &box](int column) {
+        if (!detached)
+            screen.Sort(box, column);
     });
     connect(table, &QTreeView::doubleClicked, this, [this, &box] {
         if (!detached)

@@ -36,6 +36,8 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
                        Qt::WindowCloseButtonHint);
         if (screen.Mode() == ShowMode::Modal)
             setWindowModality(Qt::ApplicationModal);
+    } else if (screen.Mode() == ShowMode::Beside) {
+        setWindowFlags(Qt::Window);
     }
     if (layout.headerHeight > 0)
         header = new Canvas(layout, 0, layout.headerHeight, growth, this);
@@ -199,6 +201,13 @@ void ScreenWindow::closeEvent(QCloseEvent* event)
     event->ignore();
     if (!detached)
         screen.RequestClose();
+}
+
+void ScreenWindow::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isWindow() && isActiveWindow() && !detached)
+        screen.Perform([this] { screen.WindowActivated(); }, "Activate");
 }
 
 void ScreenWindow::Grow()

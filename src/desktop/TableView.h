@@ -4,25 +4,43 @@
 
 #include <QTreeView>
 
+#include <functional>
+#include <vector>
+
 namespace quillmere {
 
 /// A list with columns: shows the entries of a box of kind `Table`, each its cells parted by tabs, under the captions
-/// of its columns. Only the rows in sight are looked at, so that a hundred thousand
-/// cost no more than ten.
+/// of its columns. Only the rows in sight are looked at, so that a hundred thousand cost no more than ten. Left and
+/// Right change the column in use; Ctrl+C takes the chosen lines to the clipboard as a spreadsheet takes them.
 class TableView : public QTreeView {
 public:
-    explicit TableView(QWidget* parent);
+    /// The user has changed what is in use or chosen: the row in use, -1 for none, the column, and all chosen rows.
+    using Moved = std::function<void(int row, int column, const std::vector<int>& chosen)>;
+    TableView(const quillmere::Box& box, QWidget* parent, Moved moved);
 
-    /// Takes over captions, entries and choice.
+    /// Takes over captions, entries, order and choice.
     void Follow(const quillmere::Box& box);
-    /// The row that is chosen, -1 for none.
-    int ChosenRow() const;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     class Rows;
-    void FitColumn(int column);
+    bool Shows(const quillmere::Box& box) const;
+    int RowInUse() const;
+    int ColumnInUse() const;
+    std::vector<int> ChosenRows() const;
+    void FitColumns();
+    void StretchLast();
+    void MoveToColumn(int column);
+    void Copy() const;
 
     Rows* rows;
+    bool following = false; ///< what changes is the box's doing
+    bool fitting = false;
+    int lastWidth = 0;         ///< that the last column needs
+    bool widthsAreOwn = false; ///< the user has set the width of a column
 };
 
 } // namespace quillmere

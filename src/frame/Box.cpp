@@ -28,7 +28,8 @@ Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
       amount(row.amount),
       monospaced(row.monospaced),
       computed(row.computed),
-      ofEmployee(row.ofEmployee)
+      ofEmployee(row.ofEmployee),
+      several(row.several)
 {
 }
 
@@ -123,6 +124,7 @@ void Box::SetEntries(std::vector<std::string> newEntries)
 {
     entries = std::move(newEntries);
     selected = -1;
+    chosen.clear();
     text.clear();
     Changed();
 }
@@ -133,12 +135,35 @@ void Box::AddEntry(std::string_view entry)
     Changed();
 }
 
+void Box::SetColumns(std::string_view newColumns)
+{
+    if (columns == newColumns)
+        return;
+    columns = newColumns;
+    column = 0;
+    sorting = {};
+    Changed();
+}
+
 void Box::Select(int position)
+{
+    SelectLines(position, column, {position});
+}
+
+void Box::SelectLines(int position, int newColumn, std::vector<int> lines)
 {
     const bool exists = position >= 0 && position < static_cast<int>(entries.size());
     selected = exists ? position : -1;
     text = exists ? entries[static_cast<std::size_t>(position)] : std::string();
+    column = newColumn;
+    chosen = exists ? std::move(lines) : std::vector<int>();
     Changed();
+}
+
+void Box::SetSorting(Sorting newSorting)
+{
+    if (std::exchange(sorting, newSorting) != newSorting)
+        Changed();
 }
 
 } // namespace quillmere

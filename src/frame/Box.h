@@ -39,7 +39,7 @@ struct BoxRow {
     std::string_view text = {};    ///< caption of a label, button, tick, option or menu entry
     std::string_view spoken = {};  ///< what a screen reader says; empty: the caption
     std::string_view tip = {};     ///< tooltip
-    std::string_view columns = {}; ///< captions of a table's columns, parted by tabs
+    std::string_view columns = {}; ///< captions of a table's columns, parted by tabs; `>` before one: it holds figures
     std::string_view movesIn = {}; ///< list of the screen in which the keys for up and down move from this text box
     std::string_view key = {};     ///< presses a button of a window of its own from anywhere in it: "Ctrl+P"
     char letter = 0;               ///< Alt and this letter press it, where its caption marks none
@@ -52,6 +52,7 @@ struct BoxRow {
     bool monospaced = false; ///< in the monospaced face, aligned as other texts are
     bool computed = false;   ///< looks worked out although it can be typed in: what is typed is overwritten
     bool ofEmployee = false; ///< of the main window: in use only while an employee is open
+    bool several = false;    ///< several lines of a table can be chosen
 };
 
 /// The row of an amount box of a page, bound to the field of its own name.
@@ -71,6 +72,14 @@ constexpr BoxRow OptionRow(std::string_view name, int index, std::string_view ca
 {
     return {.name = name, .kind = BoxKind::Option, .text = caption, .letter = letter, .first = index, .last = index};
 }
+
+/// By which column the lines of a table stand in order, -1 for none.
+struct Sorting {
+    int column = -1;
+    bool descending = false;
+
+    friend bool operator==(const Sorting&, const Sorting&) = default;
+};
 
 /// A control of a screen: what it shows and whether it can be used. Setting anything tells the window that shows it.
 class Box {
@@ -94,6 +103,8 @@ public:
     KeyFilter Filter() const { return filter; }
     const std::string& Key() const { return key; }
     const std::string& Columns() const { return columns; }
+    void SetColumns(std::string_view newColumns);
+    bool TakesSeveral() const { return several; }
     const std::string& MovesIn() const { return movesIn; }
     /// Field of the record that the box is bound to; empty if none.
     const std::string& Field() const { return field; }
@@ -136,6 +147,15 @@ public:
     int Selected() const { return selected; }
     /// Chooses an entry; out of range: none. The text becomes the entry's.
     void Select(int position);
+    /// The same for a line of a table, with the column that is in use and all chosen lines.
+    void SelectLines(int position, int newColumn, std::vector<int> lines);
+    /// Column of a table that is in use.
+    int Column() const { return column; }
+    /// All chosen lines of a table, from the top; elsewhere the chosen entry.
+    const std::vector<int>& Chosen() const { return chosen; }
+    Sorting SortedBy() const { return sorting; }
+    /// Tells by which column the entries stand in order; they are put in order by whoever sets them.
+    void SetSorting(Sorting newSorting);
 
     /// Takes what the window's own widget already shows: typed text, without telling the window again.
     void AcceptTyped(std::string_view typed) { text = typed; }
@@ -158,6 +178,9 @@ private:
     char letter;
     std::vector<std::string> entries;
     int selected = -1;
+    int column = 0;
+    std::vector<int> chosen;
+    Sorting sorting;
     Paint paint = Paint::Plain;
     bool ticked = false;
     bool enabled = true;
@@ -167,6 +190,7 @@ private:
     bool monospaced = false;
     bool computed = false;
     bool ofEmployee = false;
+    bool several = false;
 };
 
 } // namespace quillmere

@@ -114,6 +114,11 @@ void Screen::OnSelect(std::string_view boxName, Operation operation)
     selectOperations.insert_or_assign(Known(boxName), std::move(operation));
 }
 
+void Screen::OnSort(std::string_view boxName, Operation operation)
+{
+    sortOperations.insert_or_assign(Known(boxName), std::move(operation));
+}
+
 void Screen::OnType(std::string_view boxName, Operation operation)
 {
     typeOperations.insert_or_assign(std::string(boxName), std::move(operation));
@@ -252,6 +257,19 @@ void Screen::Explain(Box& box)
     const Screens::EventScope scope(session.screens);
     session.screens.LeaveBoxInUse();
     Guarded([&] { session.explain(*this, box); }, &box, "Explain");
+}
+
+void Screen::SelectLines(Box& box, int position, int column, std::vector<int> lines)
+{
+    box.SelectLines(position, column, std::move(lines));
+    Run(selectOperations, box, "Click");
+}
+
+void Screen::Sort(Box& box, int column)
+{
+    const Sorting before = box.SortedBy();
+    box.SetSorting({.column = column, .descending = before.column == column && !before.descending});
+    Run(sortOperations, box, "Sort");
 }
 
 void Screen::SetButtons(std::string_view cancel, std::string_view accept)

@@ -22,6 +22,7 @@ enum class ShowMode {
     Main,   ///< the main window
     Child,  ///< inside the main window
     Panel,  ///< at the foot of the main window, beside what is open there
+    Beside, ///< a window beside the main one, and of the same rank: either may stand in front
     Window, ///< in front of the main window, which stays in use
     Above,  ///< in front of whatever it was asked for from, a modal screen too, which stays in use
     Modal,  ///< in front of everything, which waits
@@ -87,6 +88,8 @@ public:
     void OnChoose(std::string_view boxName, Operation operation);
     /// Follows the chosen entry of a list, whether it is clicked or come to by key.
     void OnSelect(std::string_view boxName, Operation operation);
+    /// Puts the lines of a table in the order that its box now tells: the head of a column has been pressed.
+    void OnSort(std::string_view boxName, Operation operation);
     /// What follows each key that has changed a text box, before it is left.
     void OnType(std::string_view boxName, Operation operation);
     /// What a look at what is typed, before the box's filter, comes to.
@@ -127,6 +130,10 @@ public:
     void Select(Box& box, int position);
     /// The user asks how a box has come to what it reads; the box in use is left first.
     void Explain(Box& box);
+    /// The same in a table, where the column in use and the other chosen lines may change, too.
+    void SelectLines(Box& box, int position, int column, std::vector<int> lines);
+    /// Sorts a table by a column; by the one that it is sorted by, the other way round.
+    void Sort(Box& box, int column);
     /// The window's close box or Escape. Does what the screen's Cancel does, if it has one, else unloads it. What is in
     /// the box in use is dropped with the screen, unless the screen stores its boxes.
     void RequestClose();
@@ -139,6 +146,8 @@ public:
     /// The load step; false if the screen decided not to be shown.
     virtual bool Load() { return true; }
     virtual void Activate() {}
+    /// The user has come to the screen's own window.
+    virtual void WindowActivated() {}
     /// Stores what the screen holds before it is closed for a command that goes on with something else; false, with a
     /// message, if it has to stay.
     [[nodiscard]] virtual bool MayClose() { return true; }
@@ -152,6 +161,8 @@ public:
     bool IsClickable(const Box& box) const { return clickOperations.contains(box.Name()); }
     /// The same for a double click.
     bool IsDoubleClickable(const Box& box) const { return doubleClickOperations.contains(box.Name()); }
+    /// True for a table whose lines can be put in another order.
+    bool IsSortable(const Box& box) const { return sortOperations.contains(box.Name()); }
 
     ScreenView* View() const { return view; }
     void SetView(ScreenView* newView) { view = newView; }
@@ -182,7 +193,7 @@ private:
     std::vector<std::unique_ptr<Box>> boxes;
     std::map<std::pair<std::string, int>, Box*, std::less<>> byName;
     std::unordered_map<std::string, Operation> leaveOperations, clickOperations, doubleClickOperations,
-        chooseOperations, selectOperations, typeOperations;
+        chooseOperations, selectOperations, sortOperations, typeOperations;
     std::unordered_map<std::string, std::function<Guard(Box&)>> keyGuards;
     std::optional<WindowPlacement> placement;
     ScreenView* view = nullptr;

@@ -190,11 +190,12 @@ void Screens::Unload(std::string_view name)
 /// True for a screen that stands beside the others: they neither wait for it nor go on when it has closed.
 bool Screens::IsAside(const Screen& screen)
 {
-    return screen.Mode() == ShowMode::Panel || screen.Mode() == ShowMode::Above;
+    return screen.Mode() == ShowMode::Panel || screen.Mode() == ShowMode::Beside || screen.Mode() == ShowMode::Above;
 }
 
 void Screens::ActivateFront()
 {
+    // What stands beside the others takes no step when one of them has closed.
     const auto front = std::find_if(open.rbegin(), open.rend(), [](const Slot& slot) {
         return slot.shown && slot.screen->Mode() != ShowMode::Main && !IsAside(*slot.screen);
     });

@@ -48,7 +48,8 @@ TEST_P(EveryScreen, KeepsTheOthersWaitingIfItIsModal)
 {
     ASSERT_NO_FATAL_FAILURE(Open());
     const bool modal = screen->Mode() == ShowMode::Modal;
-    EXPECT_EQ(window->isWindow(), screen->Mode() == ShowMode::Window || screen->Mode() == ShowMode::Above || modal);
+    const ShowMode mode = screen->Mode();
+    EXPECT_EQ(window->isWindow(), mode != ShowMode::Child && mode != ShowMode::Panel);
     EXPECT_EQ(window->windowModality(), modal ? Qt::ApplicationModal : Qt::NonModal);
     EXPECT_EQ(QApplication::activeModalWidget(), modal ? window : nullptr);
 }

@@ -105,6 +105,71 @@ TEST_F(ScreenTest, ActivatesWhatComesToTheFrontWhenAModalScreenCloses)
     EXPECT_EQ(Diary(), (std::vector<std::string>{"unload Notepad", "activate Page"}));
 }
 
+TEST_F(ScreenTest, WhatStandsBesideTheOthersDoesNotComeToTheFrontWhenAModalScreenCloses)
+{
+    session.screens.Show("Page");
+    for (const ShowMode mode : {ShowMode::Panel, ShowMode::Beside}) {
+        session.screens.Register("Aside",
+                                 [mode](Session& with) { return std::make_unique<Sheet>(with, "Aside", mode); });
+        session.screens.Show("Aside");
+        session.screens.Show("Notepad");
+        Diary().clear();
+        session.screens.Unload("Notepad");
+        EXPECT_EQ(Diary(), (std::vector<std::string>{"unload Notepad", "activate Page"}));
+        session.screens.Unload("Aside");
+    }
+}
+
+/// Two columns whose lines can be sorted; `told` is what the screen hears of.
+class Register : public Screen {
+public:
+    explicit Register(Session& session) : Screen(session, "Register", ShowMode::Beside, "Register")
+    {
+        static constexpr auto Rows = std::to_array<BoxRow>({
+            {.name = "Lines", .kind = BoxKind::Table, .columns = "Name\t>Sum", .several = true},
+            {.name = "Fixed", .kind = BoxKind::Table, .columns = "Name"},
+        });
+        AddBoxes(Rows);
+        box("Lines").SetEntries({"Ann\t1", "Ben\t2", "Cy\t3"});
+        OnSelect("Lines", [this](Box& lines) { told.push_back(lines.Text()); });
+        OnSort("Lines", [this](Box& lines) {
+            told.push_back(std::to_string(lines.SortedBy().column) + (lines.SortedBy().descending ? "-" : "+"));
+        });
+    }
+    std::vector<std::string> told;
+};
+
+TEST_F(ScreenTest, ATableKnowsTheLineAndTheColumnInUseAndAllChosenLines)
+{
+    Register screen(session);
+    Box& lines = screen.box("Lines");
+    screen.SelectLines(lines, 1, 1, {1, 2});
+    EXPECT_EQ(lines.Selected(), 1);
+    EXPECT_EQ(lines.Column(), 1);
+    EXPECT_EQ(lines.Chosen(), (std::vector{1, 2}));
+    EXPECT_EQ(screen.told, std::vector<std::string>{"Ben\t2"});
+    lines.Select(0);
+    EXPECT_EQ(lines.Column(), 1) << "the column stays";
+    EXPECT_EQ(lines.Chosen(), std::vector{0});
+    lines.SetEntries({"Dan\t4"});
+    EXPECT_EQ(lines.Chosen(), std::vector<int>());
+    screen.SelectLines(lines, 5, 0, {5});
+    EXPECT_EQ(lines.Chosen(), std::vector<int>()) << "there is no such line";
+}
+
+TEST_F(ScreenTest, ATableIsSortedByAColumnAndTheSecondTimeTheOtherWayRound)
+{
+    Register screen(session);
+    Box& lines = screen.box("Lines");
+    EXPECT_TRUE(screen.IsSortable(lines));
+    EXPECT_FALSE(screen.IsSortable(screen.box("Fixed")));
+    for (const int column : {1, 1, 1, 0})
+        screen.Sort(lines, column);
+    EXPECT_EQ(screen.told, (std::vector<std::string>{"1+", "1-", "1+", "0+"}));
+    lines.SetColumns("Other");
+    EXPECT_EQ(lines.SortedBy(), Sorting()) << "other columns are not sorted by any";
+}
+
 TEST_F(ScreenTest, LivesUntilTheEventThatUnloadedItHasEnded)
 {
     Screen* page = session.screens.Show("Page");

@@ -1,0 +1,157 @@
+// A table as the toolkit shows it: which line and column are in use, what is chosen, copied and sorted.
+#include "desktop/TableView.h"
+
+#include "frame/Session.h"
+#include "support/ScriptedDoor.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace quillmere {
+namespace {
+
+/// A screen with one table of three lines.
+class Register : public Screen {
+public:
+    explicit Register(Session& session) : Screen(session, "Register", ShowMode::Beside, "Register")
+    {
+        static constexpr auto Rows = std::to_array<BoxRow>(
+            {{.name = "Lines", .kind = BoxKind::Table, .columns = "Name\t>Sum\tNote", .several = true}});
+        AddBoxes(Rows);
+        box("Lines").SetEntries({"Ann\t1.00\tnew", "Ben\t2.00\t", "Cy\t3.00\tleft"});
+    }
+};
+
+/// The table in a view that follows it.
+class TableViewTest : public ::testing::Test {
+protected:
+    TableViewTest()
+    {
+        view.Follow(lines);
+        view.show();
+    }
+
+    void Press(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) { QTest::keyClick(&view, key, with); }
+
+    test::ScriptedDoor door;
+    Session session{door};
+    Register screen{session};
+    Box& lines = screen.box("Lines");
+    TableView view{lines, nullptr, [this](int row, int column, const std::vector<int>& chosen) {
+                       lines.SelectLines(row, column, chosen);
+                       view.Follow(lines);
+                   }};
+};
+
+TEST_F(TableViewTest, KeysMoveTheLineAndTheColumnInUse)
+{
+    EXPECT_EQ(lines.Selected(), -1);
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Down);
+    EXPECT_EQ(lines.Text(), "Ben\t2.00\t");
+    Press(Qt::Key_Right);
+    Press(Qt::Key_Right);
+    Press(Qt::Key_Right);
+    EXPECT_EQ(lines.Column(), 2) << "the last one";
+    Press(Qt::Key_Left);
+    EXPECT_EQ(lines.Column(), 1);
+    Press(Qt::Key_Up);
+    EXPECT_EQ(lines.Text(), "Ann\t1.00\tnew");
+    EXPECT_EQ(lines.Column(), 1) << "the column stays in use";
+    EXPECT_EQ(lines.Chosen(), std::vector{0});
+}
+
+TEST_F(TableViewTest, AClickChoosesLineAndColumn)
+{
+    const QRect cell = view.visualRect(view.model()->index(2, 1));
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+    EXPECT_EQ(lines.Selected(), 2);
+    EXPECT_EQ(lines.Column(), 1);
+}
+
+TEST_F(TableViewTest, SeveralLinesAreChosenAndTheBoxCanChooseThemToo)
+{
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(lines.Chosen(), (std::vector{0, 1}));
+    lines.SelectLines(2, 1, {0, 2});
+    view.Follow(lines);
+    EXPECT_EQ(view.currentIndex(), view.model()->index(2, 1));
+    EXPECT_TRUE(view.selectionModel()->isRowSelected(0));
+    EXPECT_FALSE(view.selectionModel()->isRowSelected(1));
+    EXPECT_TRUE(view.selectionModel()->isRowSelected(2));
+}
+
+TEST_F(TableViewTest, ChosenLinesGoToTheClipboardForASpreadsheet)
+{
+    Press(Qt::Key_Down);
+    Press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "Ann\t1.00\tnew\n");
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "Name\tSum\tNote\nAnn\t1.00\tnew\nBen\t2.00\t\nCy\t3.00\tleft\n");
+}
+
+TEST_F(TableViewTest, FiguresStandAtTheRightAndAreSpokenWithTheirCaption)
+{
+    const QModelIndex figure = view.model()->index(0, 1);
+    EXPECT_NE(figure.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight, 0);
+    EXPECT_EQ(figure.data(Qt::TextAlignmentRole).toInt(),
+              view.model()->headerData(1, Qt::Horizontal, Qt::TextAlignmentRole).toInt());
+    EXPECT_EQ(figure.data(Qt::AccessibleTextRole).toString(), "Sum 1.00");
+    EXPECT_EQ(figure.siblingAtColumn(0).data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight, 0);
+}
+
+TEST_F(TableViewTest, TheHeadTellsByWhichColumnTheLinesStandInOrder)
+{
+    EXPECT_FALSE(view.header()->isSortIndicatorShown());
+    lines.SetSorting({.column = 1, .descending = true});
+    view.Follow(lines);
+    EXPECT_TRUE(view.header()->isSortIndicatorShown());
+    EXPECT_EQ(view.header()->sortIndicatorSection(), 1);
+    EXPECT_EQ(view.header()->sortIndicatorOrder(), Qt::DescendingOrder);
+}
+
+TEST_F(TableViewTest, AColumnIsAsWideAsItsLongestTextAlsoOutOfSight)
+{
+    std::vector<std::string> many(500, "Ann\t1.00\tnew");
+    many.back() = "Somebody with a long name, who is far below what is in sight\t1.00\tnew";
+    lines.SetEntries(many);
+    view.Follow(lines);
+    EXPECT_GE(view.columnWidth(0),
+              view.fontMetrics().horizontalAdvance("Somebody with a long name, who is far below what is in sight"));
+}
+
+TEST_F(TableViewTest, TheLastColumnTakesTheRoomThatIsLeftButForFigures)
+{
+    view.resize(900, 200);
+    EXPECT_EQ(view.header()->length(), view.viewport()->width());
+    view.resize(60, 200);
+    EXPECT_GT(view.header()->length(), view.viewport()->width());
+    EXPECT_GE(view.columnWidth(2), view.fontMetrics().horizontalAdvance("Note"));
+    view.resize(900, 200);
+    lines.SetColumns("Name\tNote\t>Sum");
+    view.Follow(lines);
+    EXPECT_LT(view.header()->length(), view.viewport()->width());
+}
+
+TEST_F(TableViewTest, AWidthThatTheUserHasSetStaysUntilThereAreOtherColumns)
+{
+    view.header()->resizeSection(0, 333);
+    lines.SetEntries({"Ann\t1.00\tnew"});
+    view.Follow(lines);
+    EXPECT_EQ(view.columnWidth(0), 333);
+    lines.SetColumns("Name\t>Sum");
+    view.Follow(lines);
+    EXPECT_NE(view.columnWidth(0), 333);
+}
+
+} // namespace
+} // namespace quillmere
