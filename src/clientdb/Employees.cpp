@@ -92,17 +92,19 @@ std::string JoinedName(std::string_view employer, std::string_view employee)
     return std::string(employer) + " " + std::string(employee);
 }
 
+std::vector<std::string> EveryEmployer(Database& database)
+{
+    std::vector<std::string> employers = database.EmployersInOrder("P11D");
+    std::erase_if(employers, [](const std::string& name) { return name.empty() || name == SampleEmployer; });
+    return employers;
+}
+
 std::vector<std::string> ListEmployers(Database& database)
 {
-    std::vector<std::string> listed;
-    for (std::string& employer : database.EmployersInOrder("P11D")) {
-        if (employer.empty() || employer == SampleEmployer)
-            continue;
-        // Kept: the list has room for so many, and one more is a fault of the program and not a longer list.
-        if (listed.size() == EmployerNameSlots)
-            throw TooManyEmployers(fmt::format("There are more than {} employers", EmployerNameSlots));
-        listed.push_back(std::move(employer));
-    }
+    std::vector<std::string> listed = EveryEmployer(database);
+    // Kept: the list has room for so many, and one more is a fault of the program and not a longer list.
+    if (listed.size() > EmployerNameSlots)
+        throw TooManyEmployers(fmt::format("There are more than {} employers", EmployerNameSlots));
     return listed;
 }
 

@@ -33,6 +33,9 @@ public:
     using std::out_of_range::out_of_range;
 };
 
+/// Every employer but the sample's, however many, in the order in which the records of P11D were added.
+std::vector<std::string> EveryEmployer(Database& database);
+
 /// Every employer but the sample's, in the order in which the records of P11D were added. Throws TooManyEmployers.
 std::vector<std::string> ListEmployers(Database& database);
 

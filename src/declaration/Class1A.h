@@ -34,6 +34,16 @@ inline constexpr auto Class1AFields = std::to_array<std::string_view>({
 /// already.
 Amount Class1ABenefits(std::span<const std::string_view, Class1AFields.size()> texts);
 
+/// The same of the record whose fields `read` reads.
+template<class Read>
+Amount Class1ABenefitsOf(const Read& read)
+{
+    std::array<std::string_view, Class1AFields.size()> texts;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i] = read(Class1AFields[i]);
+    return Class1ABenefits(texts);
+}
+
 /// An amount as it stands in a box of the return: empty for nought.
 std::string Class1AText(Amount amount);
 

@@ -9,15 +9,11 @@ namespace quillmere {
 Amount EmployerTotal(Database& database, std::string_view employer)
 {
     Amount total;
-    std::array<std::string_view, Class1AFields.size()> texts;
     Recordset records = database.OpenRecordset("P11D");
     for (const std::string_view field : Class1AFields)
         records.Fetch({field});
-    for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext()) {
-        for (std::size_t i = 0; i < Class1AFields.size(); ++i)
-            texts[i] = records.Field(Class1AFields[i]);
-        total += Class1ABenefits(texts);
-    }
+    for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext())
+        total += Class1ABenefitsOf([&records](std::string_view field) { return records.Field(field); });
     return total;
 }
 
@@ -35,8 +31,12 @@ std::vector<LiableBenefit> LiableBenefits(Database& database, std::string_view e
 
 DeclarationTotals ComputeDeclarationTotals(Database& database, std::string_view employer)
 {
+    return ComputeDeclarationTotals(database, employer, EmployerTotal(database, employer));
+}
+
+DeclarationTotals ComputeDeclarationTotals(Database& database, std::string_view employer, Amount benefits)
+{
     DeclarationTotals totals;
-    const Amount benefits = EmployerTotal(database, employer);
     totals.section1ABox = Class1AText(benefits);
 
     Recordset records = database.OpenRecordset("P11DB");

@@ -58,4 +58,7 @@ struct DeclarationTotals {
 /// StoreError.
 DeclarationTotals ComputeDeclarationTotals(Database& database, std::string_view employer);
 
+/// The same by who has been through the employees already: `benefits` is the employer's total.
+DeclarationTotals ComputeDeclarationTotals(Database& database, std::string_view employer, Amount benefits);
+
 } // namespace quillmere

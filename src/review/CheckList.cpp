@@ -1,12 +1,11 @@
 #include "review/CheckList.h"
 
-#include "clientdb/EmployerScreens.h"
 #include "clientdb/OpenRecord.h"
 #include "frame/Session.h"
+#include "review/GoToBox.h"
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <fmt/format.h>
 #include <map>
 
@@ -26,39 +25,6 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "CheckAgain", .kind = BoxKind::Button, .text = "Check &Again"},
     {.name = "CheckClose", .kind = BoxKind::Button, .text = "&Close"},
 });
-
-/// So long one piece of the look through an employer may keep the keys waiting.
-constexpr std::chrono::milliseconds Piece{20};
-/// Employees between two looks at the clock.
-constexpr int EmployeesAtOnce = 8;
-
-/// From which screen, by which of its controls, another one is reached.
-struct WayRow {
-    std::string_view to, from, by;
-};
-constexpr auto Ways = std::to_array<WayRow>({
-    {"Form3", "Side2Form1", "Page1"},
-    {"Side2Form1", "Form3", "Page2"},
-    {"Form3_4", "Form3", "Label65"},
-    {"Form5_6", "Form3", "Label66"},
-    {"P11DDeclaration", "Form3", "lblP11DB"},
-});
-
-/// Opens a screen of the open employee by the user's own way; nothing if the way is barred.
-Screen* Reach(Screens& screens, std::string_view screen)
-{
-    if (screens.IsShown(screen))
-        return screens.Find(screen);
-    const auto way = std::ranges::find(Ways, screen, &WayRow::to);
-    if (way == Ways.end())
-        return nullptr;
-    // What is reached from page 1 is reached from page 2 by way of it.
-    if (!screens.IsShown(way->from) && (screen == "Form3" || Reach(screens, way->from) == nullptr))
-        return nullptr;
-    Screen* from = screens.Find(way->from);
-    from->Click(from->box(way->by));
-    return screens.IsShown(screen) ? screens.Find(screen) : nullptr;
-}
 
 /// The words by which a box is spoken, asked of a screen that is made once for all its findings.
 class SpokenNames {
@@ -130,15 +96,7 @@ void CheckList::Start()
 
 void CheckList::GoOn()
 {
-    using Clock = std::chrono::steady_clock;
-    const auto until = Clock::now() + Piece;
-    bool more = true;
-    {
-        Database database = Database::OpenDatabase(session.ClientDatabasePath());
-        while (more && Clock::now() < until)
-            more = review->GoOn(database, EmployeesAtOnce);
-    }
-    if (more) {
+    if (review->GoOnBetweenKeys(session.ClientDatabasePath())) {
         box("Summary").SetText(SummaryText(review->Findings(), false));
         session.screens.StartTimer(*this, "CheckTimer", [this] { GoOn(); });
         return;
@@ -172,14 +130,9 @@ void CheckList::GoToChosen()
     if (chosen < 0)
         return;
     const Finding finding = findings.at(static_cast<std::size_t>(chosen));
-    const bool elsewhere = !finding.employee.empty() && finding.employee != session.CurrentEmployee;
-    const bool open = session.screens.Find("Form3") != nullptr;
-    if ((elsewhere || !open) && !OpenEmployee(session, session.CurrentEmployer,
-                                              finding.employee.empty() ? session.CurrentEmployee : finding.employee))
-        return;
-    if (Screen* screen = Reach(session.screens, finding.spot.screen))
-        if (Box* found = screen->FindBox(finding.spot.box, finding.spot.index))
-            screen->Focus(*found);
+    const Spot& spot = finding.spot;
+    const std::string employee = finding.employee.empty() ? session.CurrentEmployee : finding.employee;
+    GoToBox(session, session.CurrentEmployer, employee, {spot.screen, spot.box, spot.index});
 }
 
 } // namespace quillmere::review

@@ -10,8 +10,8 @@ namespace quillmere::review {
 
 /// Goes through an employer's employees by name and shows what their records hold in the tables of the form, its
 /// further cars and its lists. The cursors of all tables move on together: a thousand employees cost one scan of each.
-/// While one of these lives nobody can write, so whoever has much to look at does it in pieces, each beginning behind
-/// the last employee of the piece before.
+/// Between two employees everybody may write; who has much to look at does it in pieces, so that keys do not wait. It
+/// may also begin anew behind the last employee of the piece before.
 class EmployerForms {
 public:
     /// Stands before the first employee, or before the one who follows `after`. Throws StoreError, as all here.

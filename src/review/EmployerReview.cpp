@@ -1,6 +1,6 @@
 #include "review/EmployerReview.h"
 
-#include "review/EmployerForms.h"
+#include "declaration/Class1A.h"
 
 #include <algorithm>
 #include <iterator>
@@ -26,28 +26,52 @@ std::vector<Finding> CheckForm(std::string_view employee, const FieldReader& rea
 
 } // namespace
 
+bool EmployerReview::GoOnBetweenKeys(const std::filesystem::path& path)
+{
+    constexpr std::chrono::milliseconds Piece{20};
+    const Clock::time_point until = Clock::now() + Piece;
+    if (done)
+        return false;
+    if (held == nullptr)
+        held = std::make_unique<Held>(path, employer);
+    const bool more = Look(held->database, held->forms, std::numeric_limits<int>::max(), until);
+    if (!more)
+        held.reset();
+    return more;
+}
+
 bool EmployerReview::GoOn(Database& database, int most)
 {
     if (done)
         return false;
     EmployerForms forms(database, employer, last);
+    return Look(database, forms, most, Clock::time_point::max());
+}
+
+/// Looks at more employees: at up to `most`, and at none but the first once that time has come.
+bool EmployerReview::Look(Database& database, EmployerForms& forms, int most, Clock::time_point until)
+{
     const FieldReader read = ReaderOf(forms);
-    for (; most > 0; --most) {
+    do {
         if (!forms.Next()) {
             LookAtAll(database);
             return false;
         }
         last = forms.Employee();
         facts.employees.push_back(FactsOf(last, read));
-        std::ranges::move(CheckForm(last, read, paper), std::back_inserter(findings));
-    }
+        benefits += Class1ABenefitsOf([&read](std::string_view field) { return read("P11D", field); });
+        std::vector<Finding> found = CheckForm(last, read, paper);
+        if (heard)
+            heard(last, read, found.size());
+        std::ranges::move(found, std::back_inserter(findings));
+    } while (--most > 0 && Clock::now() < until);
     return true;
 }
 
 void EmployerReview::LookAtAll(Database& database)
 {
     done = true;
-    facts.declaration = ComputeDeclarationTotals(database, employer);
+    facts.declaration = ComputeDeclarationTotals(database, employer, benefits);
     Recordset declarations = database.OpenRecordset("P11DB");
     declarations.MoveFirstOf(employer);
     facts.storedBoxA = declarations.AtEnd() ? std::string() : std::string(declarations.Field("Section1ABox"));

@@ -2,9 +2,16 @@
 
 #include "clientdb/store/Recordset.h"
 #include "review/Checks.h"
+#include "review/EmployerForms.h"
 #include "review/Paper.h"
 
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quillmere::review {
@@ -13,23 +20,48 @@ namespace quillmere::review {
 /// that keys and other desks do not wait.
 class EmployerReview {
 public:
+    /// Hears of each employee, whose records `read` reads, with the number of findings on his form.
+    using Heard = std::function<void(std::string_view employee, const FieldReader& read, std::size_t found)>;
+
     /// `paper` outlives it.
-    EmployerReview(std::string employer, const Paper& paper) : employer(std::move(employer)), paper(paper) {}
+    EmployerReview(std::string employer, const Paper& paper, Heard heard = {})
+        : employer(std::move(employer)), paper(paper), heard(std::move(heard))
+    {
+    }
 
     /// Looks at up to `most` more employees. False once there is nothing more to look at. Throws StoreError.
     bool GoOn(Database& database, int most);
+    /// The same for as long as a key may be kept waiting; from the first of such pieces to the last the database stays
+    /// open, and free for everybody between them.
+    bool GoOnBetweenKeys(const std::filesystem::path& path);
 
     const std::vector<Finding>& Findings() const { return findings; }
     std::size_t EmployeesSeen() const { return facts.employees.size(); }
+    /// The employer's declaration, once there is nothing more to look at.
+    const DeclarationTotals& Declaration() const { return facts.declaration; }
 
 private:
+    using Clock = std::chrono::steady_clock;
+    /// The database and its cursors, for a look in pieces.
+    struct Held {
+        Held(const std::filesystem::path& path, std::string_view employer)
+            : database(Database::OpenDatabase(path)), forms(database, employer)
+        {
+        }
+        Database database;
+        EmployerForms forms;
+    };
+    bool Look(Database& database, EmployerForms& forms, int most, Clock::time_point until);
     void LookAtAll(Database& database);
 
     std::string employer;
     const Paper& paper;
+    Heard heard;
     std::string last; ///< the employee who was looked at last
+    Amount benefits;  ///< liable to Class 1A, of all employees so far
     EmployerFacts facts;
     std::vector<Finding> findings;
+    std::unique_ptr<Held> held;
     bool done = false;
 };
 

@@ -449,6 +449,27 @@ TEST_F(Review, OneWhoGoesBetweenTwoPiecesIsNoBar)
     EXPECT_EQ(review.EmployeesSeen(), 3U);
 }
 
+TEST_F(Review, BetweenTwoEmployeesTheDatabaseIsFreeForOthers)
+{
+    for (const char* surname : {"Adams", "Baker", "Cooper"})
+        Create("Acme Ltd", "Jane", surname);
+    review::EmployerForms forms(database, "Acme Ltd");
+    ASSERT_TRUE(forms.Next());
+    EXPECT_EQ(forms.Field("P11D", "Surname"), "Adams");
+    Database other = Open();
+    {
+        Recordset records = other.OpenRecordset("P11D");
+        records.Index("IndKey");
+        records.Seek("Acme Ltd", "Jane Cooper");
+        records.Edit();
+        records.SetField("NatIns", "AB123456C");
+        records.Update();
+    }
+    ASSERT_TRUE(forms.Next());
+    ASSERT_TRUE(forms.Next());
+    EXPECT_EQ(forms.Field("P11D", "NatIns"), "AB123456C");
+}
+
 TEST_F(Review, OneEmployeeIsCheckedAsAmongAll)
 {
     for (const char* surname : {"Adams", "Baker"})
