@@ -28,6 +28,7 @@
 #include "review/CalculatorCheck.h"
 #include "review/CheckList.h"
 #include "review/Explanation.h"
+#include "review/OverviewList.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -188,6 +189,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"CalculatorCheck", Plain<review::CalculatorCheck>},
     {"Explanation", Plain<review::Explanation>, Closing::WithAll},
     {"HelpBook", Plain<HelpBook>},
+    {"OverviewList", Plain<review::OverviewList>},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},

@@ -261,6 +261,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"Folder", "mnuAltFolder", "", true, 4, false},
         {"Folder", "mnuFolderManager", "Manager..."},
         {"View", "ToolbarOpt", "Toolbar"},
+        {"View", "mnuOverview", "Overview..."},
         {"View", "mnuCheck", "Check..."},
         {"View", "mnuExplain", "Explain...", false},
         {"Settings", "mnuSettingsReports", "Reports"},

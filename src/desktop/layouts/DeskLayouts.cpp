@@ -16,12 +16,26 @@ Layout FindEmployee()
 
 Layout CheckList()
 {
-    Layout layout{.width = 940, .height = 230, .growing = "Findings"};
-    layout.PlaceAt("Scope", 0, 16, 6, 140, 26);
-    layout.PlaceAt("Scope", 1, 164, 6, 180, 26);
-    layout.Place("Summary", 352, 8, 240);
-    ButtonRow(layout, 924, 5, std::to_array<std::string_view>({"CheckGo", "CheckAgain", "CheckClose"}));
-    layout.Place("Findings", 16, 40, 908, 182);
+    Layout layout{.width = 780, .height = 236, .growing = "Findings"};
+    layout.PlaceAt("Scope", 0, 16, 6, 130, 26);
+    layout.PlaceAt("Scope", 1, 154, 6, 180, 26);
+    ButtonRow(layout, 764, 5, std::to_array<std::string_view>({"CheckGo", "CheckAgain", "CheckClose"}));
+    layout.Place("Findings", 16, 40, 748, 164);
+    layout.Place("Summary", 16, 209, 400);
+    return layout;
+}
+
+Layout OverviewList()
+{
+    Layout layout{.width = 880, .height = 450, .growing = "Lines"};
+    layout.Text(16, 15, 40, "Show:");
+    layout.Place("Filter", 60, 12, 280, 24);
+    layout.Text(364, 15, 64, "Employer:");
+    layout.Place("Employer", 430, 11, 330, 26);
+    layout.Place("Lines", 16, 48, 848, 322);
+    layout.Place("Foot", 16, 378, 848);
+    ButtonRow(layout, 864, 410,
+              std::to_array<std::string_view>({"OverviewOpen", "OverviewSort", "OverviewAgain", "OverviewClose"}));
     return layout;
 }
 

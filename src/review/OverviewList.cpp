@@ -1,0 +1,282 @@
+#include "review/OverviewList.h"
+
+#include "clientdb/Employees.h"
+#include "clientdb/OpenRecord.h"
+#include "edition/Edition.h"
+#include "frame/Session.h"
+#include "review/GoToBox.h"
+
+#include <algorithm>
+#include <array>
+#include <fmt/format.h>
+#include <system_error>
+#include <utility>
+
+namespace quillmere::review {
+
+namespace {
+
+constexpr auto Rows = std::to_array<BoxRow>({
+    {.name = "Filter", .spoken = "Only lines with these words", .movesIn = "Lines"},
+    {.name = "Employer", .kind = BoxKind::DropDown, .spoken = "Employer"},
+    {.name = "Lines", .kind = BoxKind::Table, .spoken = "Overview", .several = true},
+    {.name = "Foot", .kind = BoxKind::Label},
+    {.name = "OverviewOpen", .kind = BoxKind::Button, .text = "&Open"},
+    {.name = "OverviewSort", .kind = BoxKind::Button, .text = "&Sort", .tip = "Sorts by the column in use"},
+    {.name = "OverviewAgain", .kind = BoxKind::Button, .text = "Look &Again", .tip = "F5", .key = "F5"},
+    {.name = "OverviewClose", .kind = BoxKind::Button, .text = "&Close"},
+});
+
+constexpr std::string_view AllEmployers = "All employers";
+constexpr std::string_view FolderColumns = "Employer\t>Employees\t>Total\t>Class 1A on\t>Class 1A\t>Look at";
+
+/// A column of the overview of an employer that is no section, and where Enter goes from it.
+struct ColumnRow {
+    std::string_view caption, box;
+};
+constexpr auto Leading = std::to_array<ColumnRow>({
+    {"Employee", "EmployeeNameBox"},
+    {"Works number", "WorkNumberBox"},
+    {"NI number", "NatIns"},
+});
+constexpr std::string_view Trailing = "\t>Total\t>1A on\t>Look at";
+constexpr int FirstSection = static_cast<int>(Leading.size());
+constexpr int ToLookAt = FirstSection + static_cast<int>(OverviewSectionCount) + 2;
+
+std::string EmployeeColumns()
+{
+    std::string columns;
+    for (const ColumnRow& column : Leading)
+        columns.append(columns.empty() ? "" : "\t").append(column.caption);
+    for (const OverviewSection& section : OverviewSections())
+        columns.append("\t>").append(section.letter);
+    return columns.append(Trailing);
+}
+
+std::string Figure(Amount amount)
+{
+    return FormatAmount(amount, edition::FormatMoneyBlankZero);
+}
+
+std::string Count(std::size_t number)
+{
+    return number == 0 ? std::string() : std::to_string(number);
+}
+
+/// The cells of an employee's figures, or of those of several.
+std::string FigureCells(const OverviewSums& sums)
+{
+    std::string cells;
+    for (const Amount amount : sums.sections)
+        cells.append("\t").append(Figure(amount));
+    return fmt::format("{}\t{}\t{}\t{}", cells, Figure(sums.total), Figure(sums.benefits), Count(sums.toLookAt));
+}
+
+/// The cells of an employer's figures, or of those of several.
+std::string EmployerCells(const OverviewSums& sums)
+{
+    return fmt::format("\t{}\t{}\t{}\t{}\t{}", sums.employees, Figure(sums.total), Figure(sums.benefits),
+                       Figure(sums.contributions), Count(sums.toLookAt));
+}
+
+} // namespace
+
+OverviewList::OverviewList(Session& session)
+    : Screen(session, "OverviewList", ShowMode::Beside, "Overview"), paper(session.settings, session.platform)
+{
+    AddBoxes(Rows);
+    SetButtons("OverviewClose", "OverviewOpen");
+    OnType("Filter", [this](Box&) { Arrange(KeyInUse()); });
+    OnChoose("Employer", [this](Box& list) { ChooseEmployer(list.Selected()); });
+    OnSort("Lines", [this](Box&) { Arrange(KeyInUse()); });
+    OnDoubleClick("Lines", [this](Box&) { OpenChosen(); });
+    OnClick("OverviewOpen", [this](Box&) { OpenChosen(); });
+    OnClick("OverviewSort", [this](Box&) { Sort(box("Lines"), box("Lines").Column()); });
+    OnClick("OverviewAgain", [this](Box&) {
+        static_cast<void>(EmployeeRecord(this->session).Store());
+        Start();
+    });
+    OnClick("OverviewClose", [this](Box&) { this->session.screens.Unload(Name()); });
+}
+
+bool OverviewList::Load()
+{
+    // What has been typed counts, although the page has not been stored.
+    static_cast<void>(EmployeeRecord(session).Store());
+    employer = session.CurrentEmployer;
+    Start();
+    return true;
+}
+
+/// What another window, or another desk, has stored meanwhile is taken up.
+void OverviewList::WindowActivated()
+{
+    std::error_code gone;
+    const auto changed = std::filesystem::last_write_time(session.ClientDatabasePath(), gone);
+    if (!gone && changed != lookedAt)
+        Start();
+}
+
+/// Begins to look through what is shown; the lines from before stay listed until the end.
+void OverviewList::Start()
+{
+    lookedAt = std::filesystem::last_write_time(session.ClientDatabasePath());
+    {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        ListEmployers(EveryEmployer(database));
+    }
+    review.reset();
+    coming.clear();
+    comingFoot = {};
+    waiting.clear();
+    if (ShowsFolder())
+        waiting.assign(employers.begin(), employers.end());
+    else
+        waiting.push_back(employer);
+    BeginNextEmployer();
+    GoOn();
+}
+
+void OverviewList::ListEmployers(std::vector<std::string> newEmployers)
+{
+    employers = std::move(newEmployers);
+    const auto found = std::ranges::find(employers, employer);
+    if (found == employers.end())
+        employer.clear();
+    std::vector<std::string> entries{std::string(AllEmployers)};
+    entries.insert(entries.end(), employers.begin(), employers.end());
+    Box& list = box("Employer");
+    list.SetEntries(std::move(entries));
+    list.Select(ShowsFolder() ? 0 : 1 + static_cast<int>(found - employers.begin()));
+    box("Lines").SetColumns(ShowsFolder() ? std::string(FolderColumns) : EmployeeColumns());
+}
+
+void OverviewList::ChooseEmployer(int position)
+{
+    employer = position <= 0 ? std::string() : employers.at(static_cast<std::size_t>(position - 1));
+    box("Filter").SetText({});
+    lines.clear();
+    Arrange();
+    Start();
+}
+
+void OverviewList::BeginNextEmployer()
+{
+    review.reset();
+    if (waiting.empty())
+        return;
+    ofEmployer = {};
+    review.emplace(waiting.front(), paper,
+                   [this](std::string_view employee, const FieldReader& read, std::size_t found) {
+                       const OverviewSums sums = SumsOf(read, found);
+                       ofEmployer += sums;
+                       if (!ShowsFolder())
+                           coming.push_back({std::string(employee),
+                                             fmt::format("{}\t{}\t{}{}", employee, read("P11D", "WorkNumberBox"),
+                                                         read("P11D", "NatIns"), FigureCells(sums)),
+                                             sums});
+                   });
+}
+
+void OverviewList::EndEmployer()
+{
+    ofEmployer = SumsOf(ofEmployer, review->Declaration(), review->Findings().size());
+    if (ShowsFolder())
+        coming.push_back({waiting.front(), waiting.front() + EmployerCells(ofEmployer), ofEmployer});
+    comingFoot += ofEmployer;
+    waiting.pop_front();
+    BeginNextEmployer();
+}
+
+void OverviewList::GoOn()
+{
+    if (review) {
+        if (!review->GoOnBetweenKeys(session.ClientDatabasePath()))
+            EndEmployer();
+        TellFoot();
+        session.screens.StartTimer(*this, "OverviewTimer", [this] { GoOn(); });
+        return;
+    }
+    const std::string chosen = KeyInUse();
+    lines = std::exchange(coming, {});
+    foot = comingFoot;
+    TellFoot();
+    Arrange(chosen);
+}
+
+void OverviewList::TellFoot()
+{
+    if (review) {
+        const std::size_t seen = comingFoot.employees + review->EmployeesSeen();
+        return box("Foot").SetText(fmt::format("{} employees looked through ...", seen));
+    }
+    std::size_t onForms = 0;
+    for (const Line& line : lines)
+        onForms += line.sums.toLookAt;
+    std::string text =
+        fmt::format("{} employees. Total {}. Box A {}, Class 1A contributions {}. {} to look at", foot.employees,
+                    Figure(foot.total), Figure(foot.benefits), Figure(foot.contributions), foot.toLookAt);
+    // What all forms show together stands in no line.
+    if (onForms < foot.toLookAt)
+        text += fmt::format(", {} of them over all forms", foot.toLookAt - onForms);
+    box("Foot").SetText(text);
+}
+
+/// Lists the lines that the filter lets in, in the order that is chosen, with their sum at the end. The line of `key`
+/// is in use, or the first one; the column stays.
+void OverviewList::Arrange(const std::string& key)
+{
+    Box& table = box("Lines");
+    std::vector<std::string_view> cells;
+    cells.reserve(lines.size());
+    for (const Line& line : lines)
+        cells.push_back(line.cells);
+    listed = Arranged(cells, box("Filter").Text(), table.SortedBy());
+    std::vector<std::string> entries;
+    entries.reserve(listed.size() + 1);
+    OverviewSums sums;
+    int position = listed.empty() ? -1 : 0;
+    for (const std::size_t line : listed) {
+        if (lines[line].key == key)
+            position = static_cast<int>(entries.size());
+        entries.push_back(lines[line].cells);
+        sums += lines[line].sums;
+    }
+    if (!listed.empty())
+        entries.push_back(ShowsFolder() ? "Total" + EmployerCells(sums) : "Total\t\t" + FigureCells(sums));
+    table.SetEntries(std::move(entries));
+    table.Select(position);
+}
+
+/// Whose line is in use; empty where none is, and on the total.
+std::string OverviewList::KeyInUse() const
+{
+    const int position = box("Lines").Selected();
+    if (position < 0 || position >= static_cast<int>(listed.size()))
+        return {};
+    return lines[listed[static_cast<std::size_t>(position)]].key;
+}
+
+void OverviewList::OpenChosen()
+{
+    const std::string key = KeyInUse();
+    if (key.empty())
+        return;
+    if (ShowsFolder()) {
+        const auto found = std::ranges::find(employers, key);
+        if (found != employers.end())
+            ChooseEmployer(1 + static_cast<int>(found - employers.begin()));
+        return;
+    }
+    const int column = box("Lines").Column();
+    const auto section = static_cast<std::size_t>(column - FirstSection);
+    if (column >= FirstSection && section < OverviewSectionCount)
+        GoToBox(session, employer, key, {OverviewSections()[section].screen, OverviewSections()[section].box});
+    else
+        GoToBox(session, employer, key,
+                {"Form3", column < FirstSection ? Leading[static_cast<std::size_t>(column)].box : Leading[0].box});
+    if (column == ToLookAt)
+        session.screens.Show("CheckList");
+}
+
+} // namespace quillmere::review
