@@ -62,8 +62,13 @@ void EmployerForms::Follow(Table& table) const
 
 std::string_view EmployerForms::Field(std::string_view table, std::string_view field) const
 {
-    const auto found = std::ranges::find(tables, table, &Table::name);
-    return found != tables.end() && found->isOfEmployee ? found->records.Field(field) : std::string_view();
+    if (tables[asked].name != table) {
+        const auto found = std::ranges::find(tables, table, &Table::name);
+        if (found == tables.end())
+            return {};
+        asked = static_cast<std::size_t>(found - tables.begin());
+    }
+    return tables[asked].isOfEmployee ? tables[asked].records.Field(field) : std::string_view();
 }
 
 } // namespace quillmere::review

@@ -2,6 +2,7 @@
 
 #include "clientdb/store/Recordset.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,7 +36,8 @@ private:
     bool HasRecord(const Table& table) const;
 
     std::string employer, employee;
-    std::vector<Table> tables; ///< the first is that of the forms
+    std::vector<Table> tables;     ///< the first is that of the forms
+    mutable std::size_t asked = 0; ///< the table that was asked for last is mostly asked for next
     bool begun = false;
 };
 

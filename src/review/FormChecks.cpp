@@ -120,8 +120,10 @@ ColumnSum SumOf(const FieldReader& read, std::string_view table, std::string_vie
 {
     ColumnSum sum;
     for (int line = 1; line <= LinesOfASchedule; ++line) {
-        const std::string text = Trim(read(table, Numbered(stem, line)));
-        sum.any = sum.any || !text.empty();
+        const std::string_view text = read(table, Numbered(stem, line));
+        if (text.find_first_not_of(' ') == std::string_view::npos)
+            continue;
+        sum.any = true;
         sum.sum += ReadAmount(text);
     }
     return sum;
