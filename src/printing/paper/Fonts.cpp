@@ -1,9 +1,9 @@
 #include "printing/paper/Fonts.h"
 
 #include "frame/Text.h"
+#include "printing/paper/HarfBuzz.h"
 
 #include <hb-ot.h>
-#include <hb.h>
 
 #include <memory>
 #include <stdexcept>
@@ -40,19 +40,6 @@ int IndexOf(Face face)
 {
     return static_cast<int>(face);
 }
-
-struct BlobDeleter {
-    void operator()(hb_blob_t* blob) const { hb_blob_destroy(blob); }
-};
-struct FaceDeleter {
-    void operator()(hb_face_t* face) const { hb_face_destroy(face); }
-};
-struct FontDeleter {
-    void operator()(hb_font_t* font) const { hb_font_destroy(font); }
-};
-struct SetDeleter {
-    void operator()(hb_set_t* set) const { hb_set_destroy(set); }
-};
 
 } // namespace
 
@@ -113,12 +100,8 @@ std::span<const std::byte> FontFile(Face face)
 
 FaceMetrics::FaceMetrics(Face face)
 {
-    const auto file = FontFile(face);
-    const std::unique_ptr<hb_blob_t, BlobDeleter> blob(hb_blob_create(reinterpret_cast<const char*>(file.data()),
-                                                                      static_cast<unsigned int>(file.size()),
-                                                                      HB_MEMORY_MODE_READONLY, nullptr, nullptr));
-    const std::unique_ptr<hb_face_t, FaceDeleter> opened(hb_face_create(blob.get(), 0));
-    const std::unique_ptr<hb_font_t, FontDeleter> font(hb_font_create(opened.get()));
+    const hb::Face opened = hb::Open(FontFile(face));
+    const hb::Font font(hb_font_create(opened.get()));
 
     unitsPerEm = static_cast<int>(hb_face_get_upem(opened.get()));
     hb_position_t position = 0;
@@ -132,7 +115,7 @@ FaceMetrics::FaceMetrics(Face face)
     missing.fill({0, static_cast<std::uint16_t>(hb_font_get_glyph_h_advance(font.get(), 0))});
     blocks.assign(1, missing);
 
-    const std::unique_ptr<hb_set_t, SetDeleter> characters(hb_set_create());
+    const hb::Set characters(hb_set_create());
     hb_face_collect_unicodes(opened.get(), characters.get());
     for (hb_codepoint_t character = HB_SET_VALUE_INVALID; hb_set_next(characters.get(), &character);) {
         const std::size_t block = character / BlockSize;

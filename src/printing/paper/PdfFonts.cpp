@@ -1,10 +1,10 @@
 #include "printing/paper/PdfFonts.h"
 
 #include "printing/paper/Deflate.h"
+#include "printing/paper/HarfBuzz.h"
 
 #include <hb-ot.h>
 #include <hb-subset.h>
-#include <hb.h>
 
 #include <algorithm>
 #include <cmath>
@@ -32,27 +32,8 @@ bool IsInEverySubset(char32_t character)
     return (character >= PrintableAscii.first && character <= PrintableAscii.last) || character == PoundSign;
 }
 
-template<auto Destroy>
-struct Destroyer {
-    template<typename Object>
-    void operator()(Object* object) const
-    {
-        Destroy(object);
-    }
-};
-using Blob = std::unique_ptr<hb_blob_t, Destroyer<hb_blob_destroy>>;
-using OpenFace = std::unique_ptr<hb_face_t, Destroyer<hb_face_destroy>>;
-using OpenFont = std::unique_ptr<hb_font_t, Destroyer<hb_font_destroy>>;
-using SubsetInput = std::unique_ptr<hb_subset_input_t, Destroyer<hb_subset_input_destroy>>;
-using SubsetPlan = std::unique_ptr<hb_subset_plan_t, Destroyer<hb_subset_plan_destroy>>;
-
-OpenFace Open(Face face)
-{
-    const auto file = FontFile(face);
-    const Blob blob(hb_blob_create(reinterpret_cast<const char*>(file.data()), static_cast<unsigned int>(file.size()),
-                                   HB_MEMORY_MODE_READONLY, nullptr, nullptr));
-    return OpenFace(hb_face_create(blob.get(), 0));
-}
+using SubsetInput = std::unique_ptr<hb_subset_input_t, hb::Destroyer<hb_subset_input_destroy>>;
+using SubsetPlan = std::unique_ptr<hb_subset_plan_t, hb::Destroyer<hb_subset_plan_destroy>>;
 
 SubsetInput InputFor(const std::vector<CharacterRange>& characters)
 {
@@ -70,7 +51,7 @@ SubsetInput InputFor(const std::vector<CharacterRange>& characters)
 
 std::string BytesOf(hb_face_t* face)
 {
-    const Blob blob(hb_face_reference_blob(face));
+    const hb::Blob blob(hb_face_reference_blob(face));
     unsigned int length = 0;
     const char* bytes = hb_blob_get_data(blob.get(), &length);
     return {bytes, length};
@@ -146,7 +127,7 @@ constexpr int FixedPitch = 1, Serif = 2, Symbolic = 4, Italic = 64;
 
 void Describe(PdfFont& font, Face face, hb_face_t* opened)
 {
-    const OpenFont metrics(hb_font_create(opened));
+    const hb::Font metrics(hb_font_create(opened));
     const double unitsPerEm = hb_face_get_upem(opened);
     const auto thousandths = [unitsPerEm](double units) {
         return static_cast<int>(std::lround(units * 1000.0 / unitsPerEm));
@@ -164,7 +145,7 @@ void Describe(PdfFont& font, Face face, hb_face_t* opened)
     if (FamilyOf(face) == FamilyOf(Face::MonoRegular))
         font.flags |= FixedPitch;
 
-    const Blob head(hb_face_reference_table(opened, HB_TAG('h', 'e', 'a', 'd')));
+    const hb::Blob head(hb_face_reference_table(opened, HB_TAG('h', 'e', 'a', 'd')));
     unsigned int length = 0;
     const auto* bytes = reinterpret_cast<const unsigned char*>(hb_blob_get_data(head.get(), &length));
     constexpr unsigned int BoxAt = 36;
@@ -179,12 +160,12 @@ PdfFont MakeFont(Face face, const CharacterGroups& groups)
 {
     PdfFont font;
     font.characters = groups.Ranges();
-    const OpenFace opened = Open(face);
+    const hb::Face opened = hb::Open(FontFile(face));
     Describe(font, face, opened.get());
 
     const SubsetInput input = InputFor(font.characters);
     const SubsetPlan plan(hb_subset_plan_create_or_fail(opened.get(), input.get()));
-    const OpenFace subset(plan ? hb_subset_plan_execute_or_fail(plan.get()) : nullptr);
+    const hb::Face subset(plan ? hb_subset_plan_execute_or_fail(plan.get()) : nullptr);
     if (!subset)
         throw std::runtime_error("a built-in font could not be cut down");
 
