@@ -156,8 +156,22 @@ void PanelBehind(Layout& layout, int x, int y, int width, int height)
     std::rotate(layout.drawn.begin(), layout.drawn.end() - 1, layout.drawn.end());
 }
 
-/// All of a van but its result, which stands beside that of its fuel.
-void VanBenefit(Sheet& van)
+/// The one sheet of a window, from the given height down.
+Sheet OnlySheet(Layout& layout, int top = Margin)
+{
+    return {layout, Margin + Gap, top + Gap, layout.width - 2 * (Margin + Gap)};
+}
+
+/// What follows the last line of the window's one sheet: the panel behind it, and the buttons.
+void Finish(Layout& layout, const Sheet& sheet, int top = Margin)
+{
+    const int bottom = sheet.Bottom() + Gap;
+    PanelBehind(layout, Margin, top, layout.width - 2 * Margin, bottom - top);
+    Buttons(layout, bottom + Gap);
+}
+
+/// The van's benefit but for its last line, which stands at the foot beside that of its fuel.
+void VanLines(Sheet& van)
 {
     van.Title("Van benefit");
     van.Line({.caption = "Registration Number", .box = "VanRegNumber"});
@@ -198,7 +212,7 @@ void VanBenefit(Sheet& van)
               .box = "LBox"});
 }
 
-void VanFuelBenefit(Layout& layout, Sheet& fuel)
+void VanFuelLines(Sheet& fuel, Layout& layout)
 {
     fuel.Title("Van fuel benefit");
     layout.Place("VanFuelTick", fuel.CaptionX(), fuel.Bottom(), 240);
@@ -232,11 +246,10 @@ Layout GNotepad()
     constexpr int SecondX = Margin + PanelWidth + Gap;
     Layout layout{.width = SecondX + PanelWidth + Margin, .headerHeight = Top};
     Tabs(layout, std::to_array<std::string_view>({"Van1", "Van2", "Van3"}));
-
     Sheet van(layout, Margin + Gap, Top + Gap, Inner, BoxWidth);
-    VanBenefit(van);
+    VanLines(van);
     Sheet fuel(layout, SecondX + Gap, Top + Gap, Inner, BoxWidth);
-    VanFuelBenefit(layout, fuel);
+    VanFuelLines(fuel, layout);
 
     layout.footTop = van.Bottom();
     fuel.Space(van.Bottom() - fuel.Bottom());
@@ -258,7 +271,7 @@ Layout ENotepad()
     Layout layout{.width = 720};
     Tabs(layout, std::to_array<std::string_view>({"CarVan", "Motorcycle", "Bicycle"}));
     constexpr int Top = Margin + TabHeight + Gap;
-    Sheet sheet(layout, Margin + Gap, Top + Gap, layout.width - 2 * (Margin + Gap));
+    Sheet sheet = OnlySheet(layout, Top);
     sheet.Title("Mileage allowance");
     sheet.Line({.letter = "A", .caption = std::string(edition::notepad::MileagePaid), .box = "ABox"});
     sheet.Line({.letter = "B", .caption = "Amounts from which tax has been deducted", .box = "BBox"});
@@ -274,16 +287,14 @@ Layout ENotepad()
     sheet.Line({.letter = "M", .caption = std::string(edition::notepad::MileagePassengers), .box = "MBox"});
     sheet.Space(Gap);
     sheet.Line({.letter = "Q", .caption = "Total taxable payments", .box = "QBox"});
-    const int bottom = sheet.Bottom() + Gap;
-    PanelBehind(layout, Margin, Top, layout.width - 2 * Margin, bottom - Top);
-    Buttons(layout, bottom + Gap);
+    Finish(layout, sheet, Top);
     return layout;
 }
 
 Layout JNotepad()
 {
     Layout layout{.width = 720};
-    Sheet sheet(layout, Margin + Gap, Margin + Gap, layout.width - 2 * (Margin + Gap));
+    Sheet sheet = OnlySheet(layout);
     sheet.Title("Qualifying expenses payments");
     sheet.Line({.letter = "A", .caption = "Gross amount of all expenses payments", .box = "ABox"});
     sheet.Space(Gap);
@@ -300,9 +311,7 @@ Layout JNotepad()
     sheet.Line({.letter = "E", .caption = "Exempt amount for this employee", .box = "EBox"});
     sheet.Space(Gap);
     sheet.Line({.letter = "F", .caption = "D - E", .box = "FBox"});
-    const int bottom = sheet.Bottom() + Gap;
-    PanelBehind(layout, Margin, Margin, layout.width - 2 * Margin, bottom - Margin);
-    Buttons(layout, bottom + Gap);
+    Finish(layout, sheet);
     return layout;
 }
 
@@ -374,7 +383,7 @@ Layout HNotepad2()
 Layout DNotepad()
 {
     Layout layout{.width = 760};
-    Sheet sheet(layout, Margin + Gap, Margin + Gap, layout.width - 2 * (Margin + Gap));
+    Sheet sheet = OnlySheet(layout);
     sheet.Title("Give the address of the accommodation provided ");
     constexpr int AddressWidth = 420;
     for (const std::string_view line : {"1", "2", "3", "4", "5"})
@@ -412,16 +421,14 @@ Layout DNotepad()
     layout.Place("Image1", sheet.Left() - 1, sheet.Bottom() - 2, 26, 26);
     layout.Text(sheet.CaptionX(), sheet.Bottom() + 3, 400, "Calculate Additional Charge (if needed)", Caption);
     sheet.Space(Layout::BoxHeight + RowGap);
-    const int bottom = sheet.Bottom() + Gap;
-    PanelBehind(layout, Margin, Margin, layout.width - 2 * Margin, bottom - Margin);
-    Buttons(layout, bottom + Gap);
+    Finish(layout, sheet);
     return layout;
 }
 
 Layout D2Notepad()
 {
     Layout layout{.width = 760};
-    Sheet sheet(layout, Margin + Gap, Margin + Gap, layout.width - 2 * (Margin + Gap));
+    Sheet sheet = OnlySheet(layout);
     sheet.Title("The additional charge");
     sheet.Line({.letter = "F", .caption = "Cost of accommodation (including the cost of improvements)", .box = "FBox"});
     layout.Place("Info", sheet.CaptionX(), sheet.Bottom(), 170, 24);
@@ -445,9 +452,7 @@ Layout D2Notepad()
                 .box = "QBox"});
     sheet.Line({.letter = "E", .caption = "Enter the amount shown in box E on the front of this form", .box = "EBox"});
     sheet.Line({.letter = "R", .caption = "Total of Q and E", .box = "RBox"});
-    const int bottom = sheet.Bottom() + Gap;
-    PanelBehind(layout, Margin, Margin, layout.width - 2 * Margin, bottom - Margin);
-    Buttons(layout, bottom + Gap);
+    Finish(layout, sheet);
     return layout;
 }
 
