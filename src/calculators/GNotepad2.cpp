@@ -4,6 +4,7 @@
 #include "edition/LeftOvers.h"
 #include "frame/Amount.h"
 #include "frame/Dates.h"
+#include "frame/Nth.h"
 #include "frame/Text.h"
 
 #include <array>
@@ -33,7 +34,7 @@ constexpr auto Vans = std::to_array<VanOfHistory>({
 
 const VanOfHistory& OfVan(int van)
 {
-    return Vans.at(static_cast<std::size_t>(van - 1));
+    return Nth(Vans, van);
 }
 
 /// Types of use: 1 exclusive, 2 shared, 3 and 4 the shorter and the longer unavailability.
@@ -211,7 +212,7 @@ std::vector<VanUse> GNotepad2::Uses() const
 void GNotepad2::LeaveRow(const Box& left)
 {
     Box& change = box("ChangeUse", left.Index());
-    const VanUseFault fault = CheckUse(Uses(), static_cast<std::size_t>(left.Index() - 1));
+    const VanUseFault fault = CheckUse(Uses(), PlaceOfNth(left.Index()));
     if (fault == VanUseFault::None) {
         change.SetText(NormaliseDate(Trim(change.Text())));
     } else {

@@ -1,6 +1,7 @@
 #include "calculators/HNotepad.h"
 
 #include "edition/Edition.h"
+#include "frame/Nth.h"
 #include "frame/Text.h"
 
 #include <algorithm>
@@ -62,8 +63,8 @@ CurrencyList CurrencyList::Read(Database& database)
     records.MoveFirst();
     CurrencyList list;
     for (int row = 1; row <= CurrencyRows; ++row) {
-        list.names[static_cast<std::size_t>(row - 1)] = records.Field(Numbered("Currency", row));
-        list.rates[static_cast<std::size_t>(row - 1)] = records.Field(Numbered("Rate", row));
+        Nth(list.names, row) = records.Field(Numbered("Currency", row));
+        Nth(list.rates, row) = records.Field(Numbered("Rate", row));
     }
     return list;
 }
@@ -185,7 +186,7 @@ Screen::Guard HNotepad::GuardEntry(Box& typedIn)
     for (int earlier = 1; earlier < loan; ++earlier) {
         if (!box("CashEq", earlier).Empty())
             continue;
-        const OrderMessage& message = OrderMessages[static_cast<std::size_t>(loan - 2)];
+        const OrderMessage& message = Nth(OrderMessages, loan - 1);
         session.messages.Tell(message.title, message.text);
         return Guard::Drops;
     }

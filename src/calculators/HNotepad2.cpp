@@ -1,6 +1,7 @@
 #include "calculators/HNotepad2.h"
 
 #include "edition/LoanRates.h"
+#include "frame/Nth.h"
 #include "frame/Text.h"
 
 namespace quillmere {
@@ -38,8 +39,8 @@ bool HNotepad2::HandOver(const std::vector<Result>& /*results*/)
 {
     CurrencyList list;
     for (int row = 1; row <= CurrencyRows; ++row) {
-        list.names[static_cast<std::size_t>(row - 1)] = TextOf("Currency", row);
-        list.rates[static_cast<std::size_t>(row - 1)] = TextOf("Rate", row);
+        Nth(list.names, row) = TextOf("Currency", row);
+        Nth(list.rates, row) = TextOf("Rate", row);
     }
     if (auto* loans = session.screens.Find<HNotepad>())
         loans->TakeCurrencies(list);

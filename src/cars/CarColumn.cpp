@@ -8,6 +8,7 @@
 #include "edition/CarWords.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
+#include "frame/Nth.h"
 #include "frame/Text.h"
 
 #include <array>
@@ -149,12 +150,10 @@ void CarColumn::BindEvents()
         leave(stem, &CarColumn::CarBenefitCompute);
     for (const std::string_view stem : {"FCashEqu", "FFuelEqu"})
         screen.OnLeave(Numbered(stem, car), LeaveResult);
-    screen.OnLeave(Numbered("txtUnavailableFirst", car), [this](Box& left) {
-        LeavePeriod(left, LeavePeriodFirst(DateTexts(), static_cast<std::size_t>(left.Index() - 1)));
-    });
-    screen.OnLeave(Numbered("txtUnavailableLast", car), [this](Box& left) {
-        LeavePeriod(left, LeavePeriodLast(DateTexts(), static_cast<std::size_t>(left.Index() - 1)));
-    });
+    screen.OnLeave(Numbered("txtUnavailableFirst", car),
+                   [this](Box& left) { LeavePeriod(left, LeavePeriodFirst(DateTexts(), PlaceOfNth(left.Index()))); });
+    screen.OnLeave(Numbered("txtUnavailableLast", car),
+                   [this](Box& left) { LeavePeriod(left, LeavePeriodLast(DateTexts(), PlaceOfNth(left.Index()))); });
     screen.OnClick(Numbered("FNoC02", car), [this](Box&) { CarBenefitCompute(); });
     screen.OnClick(Numbered("FWithdrawnTick", car), [this](Box&) { CarBenefitCompute(); });
     screen.OnClick(Numbered("FuelTick", car), [this](Box&) { ClickFuelTick(); });

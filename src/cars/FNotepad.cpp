@@ -6,6 +6,7 @@
 #include "edition/CarRates.h"
 #include "edition/Edition.h"
 #include "edition/LeftOvers.h"
+#include "frame/Nth.h"
 #include "frame/Text.h"
 
 #include <algorithm>
@@ -204,7 +205,7 @@ void FNotepad::BindEvents()
     leave("DateWithdrawn", &FNotepad::LeaveWithdrawn);
     const auto leavePeriod = [this](std::string_view boxName, auto check) {
         OnLeave(boxName, [this, check](Box& left) {
-            left.SetText(check(DateTexts(), static_cast<std::size_t>(left.Index() - 1)).text);
+            left.SetText(check(DateTexts(), PlaceOfNth(left.Index())).text);
             WorkOut();
         });
     };
@@ -236,7 +237,7 @@ void FNotepad::ShowStored(Entry& entry)
 
 std::string FNotepad::TextOfCar(int car, std::size_t place) const
 {
-    return Reads(Entries()[static_cast<std::size_t>(car - 1) * Fields + place]);
+    return Reads(Entries()[PlaceOfNth(car) * Fields + place]);
 }
 
 void FNotepad::ClickTab(int car)

@@ -2,6 +2,7 @@
 
 #include "edition/LeftOvers.h"
 #include "edition/LoanRates.h"
+#include "frame/Nth.h"
 #include "frame/Text.h"
 #include "frame/Tick.h"
 
@@ -56,7 +57,7 @@ bool CarRunsOn(const LastYearRecord& lastYear, int car)
 {
     const std::string_view last = lastYear(Numbered("FDateTo", car));
     // Kept: the fixed date is no date of any year; it stands for a car that was never given back.
-    if (!last.empty() && last != edition::RunningOnDates.at(static_cast<std::size_t>(car - 1)))
+    if (!last.empty() && last != Nth(edition::RunningOnDates, car))
         return false;
     // Kept: a car that had no cash equivalent last year is left behind with those that lack price or registration.
     for (const std::string_view required : {"FListPrice", "FRegDate", "FCashEqu"})
@@ -133,7 +134,7 @@ CarriedFields CarryVans(const LastYearRecord& lastYear)
         CarriedField number{Numbered("RegNumber", slot), {}};
         CarriedField beforeApril{Numbered("BeforeApril", slot), {}};
         if (slot <= static_cast<int>(runOn.size())) {
-            const int van = runOn[static_cast<std::size_t>(slot - 1)];
+            const int van = Nth(runOn, slot);
             number.text = lastYear(Numbered("RegNumber", van));
             beforeApril.text = TickText(IsSet(lastYear(Numbered("BeforeApril", van))));
         }
@@ -167,7 +168,7 @@ CarriedFields CarryLoans(const LastYearRecord& lastYear, const CurrencyRates& ra
     // number of their loan.
     balances.resize(Loans);
     for (int loan = 1; loan <= Loans; ++loan)
-        carried.push_back({Numbered("MaxBalanceLater", loan), balances[static_cast<std::size_t>(loan - 1)]});
+        carried.push_back({Numbered("MaxBalanceLater", loan), Nth(balances, loan)});
     return carried;
 }
 
@@ -200,7 +201,7 @@ CarriedCars CarryCars(const LastYearRecord* p11d, const LastYearRecord* extraCar
     CarriedCars carried;
     for (int slot = 1; slot <= Cars; ++slot) {
         CarriedFields& record = slot <= CarsInP11D ? carried.p11d : carried.extraCars;
-        const Car& car = runOn[static_cast<std::size_t>(slot - 1)];
+        const Car& car = Nth(runOn, slot);
         for (std::size_t i = 0; i < CarStems.size(); ++i)
             record.push_back({Numbered(CarStems[i], slot), car.texts[i]});
         record.push_back({Numbered("FNoC02", slot), TickText(car.noC02)});

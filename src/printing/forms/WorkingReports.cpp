@@ -6,6 +6,7 @@
 #include "edition/RelocationRates.h"
 #include "edition/ReportWords.h"
 #include "edition/VanRates.h"
+#include "frame/Nth.h"
 #include "frame/Text.h"
 #include "frame/Tick.h"
 #include "printing/forms/FormPrimitives.h"
@@ -295,7 +296,20 @@ constexpr auto RelocationRows = std::to_array<WorkingRow>({
 
 // ---- all of them --------------------------------------------------------------------------------
 
-constexpr double CarPitch = 5.5;
+/// Cars 1 and 2 stand in another table than the rest; their papers are alike.
+constexpr WorkingReport CarReport(std::string_view name, std::string_view table)
+{
+    return {.name = name,
+            .table = table,
+            .heading = "Cars and car fuel",
+            .section = "Section F - Page 1",
+            .readingError = CarReadingError,
+            .items = CarItems,
+            .entered = CarEntered,
+            .rows = CarRows,
+            .pitch = 5.5,
+            .labelsRight = true};
+}
 
 constexpr auto Reports = std::to_array<WorkingReport>({
     {.name = "DNotepad",
@@ -314,26 +328,8 @@ constexpr auto Reports = std::to_array<WorkingReport>({
      .items = VehicleItems,
      .entered = VehicleEntered,
      .rows = VehicleRows},
-    {.name = "Cars 1 and 2",
-     .table = "P11D",
-     .heading = "Cars and car fuel",
-     .section = "Section F - Page 1",
-     .readingError = CarReadingError,
-     .items = CarItems,
-     .entered = CarEntered,
-     .rows = CarRows,
-     .pitch = CarPitch,
-     .labelsRight = true},
-    {.name = "Cars 3 to 6",
-     .table = "ExtraCars",
-     .heading = "Cars and car fuel",
-     .section = "Section F - Page 1",
-     .readingError = CarReadingError,
-     .items = CarItems,
-     .entered = CarEntered,
-     .rows = CarRows,
-     .pitch = CarPitch,
-     .labelsRight = true},
+    CarReport("Cars 1 and 2", "P11D"),
+    CarReport("Cars 3 to 6", "ExtraCars"),
     {.name = "GNotepad",
      .table = "GNotepad",
      .heading = "Vans",
@@ -451,7 +447,7 @@ void PrintRecord(PageLayer& page, const ReportNames& names, Records& records, co
     };
     if (std::ranges::all_of(report.entered, [&](std::string_view field) { return Trim(read(field)).empty(); }))
         return;
-    const std::string_view item = number > 0 ? report.items[static_cast<std::size_t>(number - 1)] : std::string_view();
+    const std::string_view item = number > 0 ? Nth(report.items, number) : std::string_view();
     ReportSheet sheet(
         page, names,
         {.heading = report.heading, .item = item, .subHeading = report.subHeading, .section = report.section});
