@@ -1,6 +1,6 @@
 // What a page turned in the preview costs, beside a QPicture of the same page replayed in the same run. "Turned" makes
 // the page ready and paints it, "Repainted" paints it once more, as scrolling does.
-#include "desktop/Look.h"
+#include "QtPages.h"
 #include "desktop/PageReplay.h"
 #include "printing/forms/P11DPages.h"
 #include "printing/jobs/JobDocument.h"
@@ -50,56 +50,28 @@ QImage Sheet()
     return sheet;
 }
 
-QColor ColorOf(Colour colour)
-{
-    return {colour.red, colour.green, colour.blue};
-}
+/// Paints a page in points, with the fonts of the desktop.
+class PageInPoints : public QtShapes {
+public:
+    explicit PageInPoints(QPainter& painter) : QtShapes(painter, TwipsPerPoint, Qt::RoundCap) {}
+
+    void Text(const TextStyle& style, const Operation& text, std::string_view words)
+    {
+        QFont font(FamilyOf(style.face) == "Arial" ? "Liberation Sans" : "Liberation Mono");
+        font.setPointSizeF(style.size);
+        font.setBold(IsBold(style.face));
+        font.setItalic(IsItalic(style.face));
+        Write(style, font, text, words);
+    }
+};
 
 /// The page as the toolkit's own recording.
 QPicture Recorded(const Document& document, int page)
 {
     QPicture picture;
     QPainter painter(&picture);
-    for (const Operation& operation : document.Page(page)) {
-        const double x1 = operation.x1 / TwipsPerPoint, y1 = operation.y1 / TwipsPerPoint;
-        const double x2 = operation.x2 / TwipsPerPoint, y2 = operation.y2 / TwipsPerPoint;
-        if (operation.kind == OperationKind::Text) {
-            const TextStyle& style = document.TextStyleOf(operation);
-            QFont font(FamilyOf(style.face) == "Arial" ? "Liberation Sans" : "Liberation Mono");
-            font.setPointSizeF(style.size);
-            font.setBold(IsBold(style.face));
-            font.setItalic(IsItalic(style.face));
-            painter.setFont(font);
-            painter.setPen(ColorOf(style.colour));
-            painter.drawText(QPointF(x1, y1 + TextAscent(style.face, style.size) / TwipsPerPoint),
-                             look::Text(std::string(document.TextOf(operation))));
-            continue;
-        }
-        const ShapeStyle& style = document.ShapeStyleOf(operation);
-        painter.setPen(QPen(ColorOf(style.pen), style.width / TwipsPerPoint, Qt::SolidLine, Qt::RoundCap));
-        painter.setBrush(style.filled ? QBrush(ColorOf(style.brush)) : QBrush(Qt::NoBrush));
-        switch (operation.kind) {
-        case OperationKind::Line:
-            painter.drawLine(QPointF(x1, y1), QPointF(x2, y2));
-            break;
-        case OperationKind::Rectangle:
-            painter.drawRect(QRectF(QPointF(x1, y1), QPointF(x2, y2)));
-            break;
-        case OperationKind::Circle:
-            painter.drawEllipse(QPointF(x1, y1), x2, x2);
-            break;
-        case OperationKind::Polygon: {
-            QPolygonF polygon;
-            const auto corners = document.CornersOf(operation);
-            for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
-                polygon << QPointF(corners[at] / TwipsPerPoint, corners[at + 1] / TwipsPerPoint);
-            painter.drawPolygon(polygon);
-            break;
-        }
-        case OperationKind::Text:
-            break;
-        }
-    }
+    PageInPoints device(painter);
+    Replay(document, page, device);
     return picture;
 }
 

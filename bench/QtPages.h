@@ -10,6 +10,8 @@
 
 #include <array>
 #include <map>
+#include <span>
+#include <string_view>
 #include <utility>
 
 namespace quillmere {
@@ -20,6 +22,57 @@ inline QColor ColourOf(Colour colour)
 {
     return {colour.red, colour.green, colour.blue};
 }
+
+/// Paints the shapes of a recorded page with Qt's painter, whose unit is so many twips long.
+class QtShapes {
+public:
+    QtShapes(QPainter& painter, double unit, Qt::PenCapStyle cap) : painter(painter), unit(unit), cap(cap) {}
+
+    void Line(const ShapeStyle& style, double x1, double y1, double x2, double y2)
+    {
+        Take(style);
+        painter.drawLine(Point(x1, y1), Point(x2, y2));
+    }
+    void Rectangle(const ShapeStyle& style, double x1, double y1, double x2, double y2)
+    {
+        Take(style);
+        painter.drawRect(QRectF(Point(x1, y1), Point(x2, y2)));
+    }
+    void Circle(const ShapeStyle& style, double x, double y, double radius)
+    {
+        Take(style);
+        painter.drawEllipse(Point(x, y), radius / unit, radius / unit);
+    }
+    void Polygon(const ShapeStyle& style, std::span<const double> corners)
+    {
+        Take(style);
+        QPolygonF polygon;
+        for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
+            polygon << Point(corners[at], corners[at + 1]);
+        painter.drawPolygon(polygon);
+    }
+
+protected:
+    QPointF Point(double x, double y) const { return {x / unit, y / unit}; }
+    void Write(const TextStyle& style, const QFont& font, const Operation& text, std::string_view words)
+    {
+        painter.setFont(font);
+        painter.setPen(ColourOf(style.colour));
+        painter.drawText(Point(text.x1, text.y1 + TextAscent(style.face, style.size)),
+                         QString::fromUtf8(words.data(), static_cast<qsizetype>(words.size())));
+    }
+
+private:
+    void Take(const ShapeStyle& style)
+    {
+        painter.setPen(QPen(ColourOf(style.pen), style.width / unit, Qt::SolidLine, cap));
+        painter.setBrush(style.filled ? QBrush(ColourOf(style.brush)) : QBrush(Qt::NoBrush));
+    }
+
+    QPainter& painter;
+    double unit;
+    Qt::PenCapStyle cap;
+};
 
 /// The yardstick: the built-in fonts as Qt's fonts, and a recorded document through Qt's painter.
 class QtPages {
@@ -65,49 +118,25 @@ public:
         for (int page = 1; page <= document.PageCount(); ++page) {
             if (page > 1)
                 writer.newPage();
-            for (const Operation& operation : document.Page(page))
-                Draw(painter, document, operation);
+            Page device(painter, *this);
+            Replay(document, page, device);
         }
         painter.end();
         return bytes;
     }
 
 private:
-    void Draw(QPainter& painter, const Document& document, const Operation& operation)
-    {
-        if (operation.kind == OperationKind::Text) {
-            const TextStyle& style = document.TextStyleOf(operation);
-            const std::string_view text = document.TextOf(operation);
-            painter.setFont(FontOf(style));
-            painter.setPen(ColourOf(style.colour));
-            painter.drawText(QPointF(operation.x1, operation.y1 + TextAscent(style.face, style.size)),
-                             QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-            return;
+    class Page : public QtShapes {
+    public:
+        Page(QPainter& painter, QtPages& pages) : QtShapes(painter, 1, Qt::SquareCap), pages(pages) {}
+        void Text(const TextStyle& style, const Operation& text, std::string_view words)
+        {
+            Write(style, pages.FontOf(style), text, words);
         }
-        const ShapeStyle& style = document.ShapeStyleOf(operation);
-        painter.setPen(QPen(ColourOf(style.pen), style.width));
-        painter.setBrush(style.filled ? QBrush(ColourOf(style.brush)) : QBrush(Qt::NoBrush));
-        const QPointF from(operation.x1, operation.y1);
-        switch (operation.kind) {
-        case OperationKind::Line:
-            painter.drawLine(from, QPointF(operation.x2, operation.y2));
-            break;
-        case OperationKind::Rectangle:
-            painter.drawRect(QRectF(from, QPointF(operation.x2, operation.y2)));
-            break;
-        case OperationKind::Circle:
-            painter.drawEllipse(from, operation.x2, operation.x2);
-            break;
-        default: {
-            QPolygonF polygon;
-            const auto corners = document.CornersOf(operation);
-            for (std::size_t at = 0; at + 1 < corners.size(); at += 2)
-                polygon << QPointF(corners[at], corners[at + 1]);
-            painter.drawPolygon(polygon);
-            break;
-        }
-        }
-    }
+
+    private:
+        QtPages& pages;
+    };
 
     std::array<QString, FaceCount> families;
     std::map<std::pair<Face, double>, QFont> fonts;
