@@ -1,0 +1,13 @@
+#pragma once
+
+#include "frame/Screens.h"
+
+#include <string_view>
+
+namespace quillmere {
+
+/// Opens a screen of the open employee by the user's own way: clicks what leads to it, on page 1 or by way of it.
+/// Nothing if no employee is open or the way is barred.
+Screen* Reach(Screens& screens, std::string_view screen);
+
+} // namespace quillmere
