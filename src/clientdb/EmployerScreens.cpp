@@ -24,16 +24,16 @@ Database OpenClients(const Session& session)
     return Database::OpenDatabase(session.ClientDatabasePath());
 }
 
-void FillEmployees(Session& session, Box& list)
+std::vector<std::string> EmployeesToShow(Session& session)
 {
     const BusyPointer busy(session.platform);
     Database database = OpenClients(session);
-    list.SetEntries(ListEmployees(database, session.CurrentEmployer));
+    return ListEmployees(database, session.CurrentEmployer);
 }
 
 } // namespace
 
-bool FillEmployers(Session& session, Box& list)
+std::optional<std::vector<std::string>> EmployersToShow(Session& session)
 {
     std::vector<std::string> employers;
     {
@@ -41,12 +41,10 @@ bool FillEmployers(Session& session, Box& list)
         Database database = OpenClients(session);
         employers = ListEmployers(database);
     }
-    if (employers.empty()) {
-        session.messages.Tell(edition::AppTitle, "There are no Employers to display");
-        return false;
-    }
-    list.SetEntries(std::move(employers));
-    return true;
+    if (!employers.empty())
+        return employers;
+    session.messages.Tell(edition::AppTitle, "There are no Employers to display");
+    return std::nullopt;
 }
 
 Screen* OpenPage1(Session& session, std::string_view errorTitle)
@@ -246,6 +244,7 @@ constexpr auto EmployerListButtons = std::to_array<ListButton>({
 EmployerList::EmployerList(Session& session) : Screen(session, "EmployerList", ShowMode::Window, "Select Employer")
 {
     AddBox({.kind = BoxKind::List, .spoken = "Employers"}, "EmployerList");
+    filter.emplace(*this, "EmployerList", "employers");
     for (const ListButton& button : EmployerListButtons) {
         AddBox({.kind = BoxKind::Button, .text = button.text}, std::string(button.box));
         OnClick(button.box, [this](Box&) { Proceed(); });
@@ -272,7 +271,10 @@ bool EmployerList::Load()
             accept = button.box;
     }
     SetButtons("EmpCancel", accept);
-    return FillEmployers(session, box("EmployerList"));
+    auto employers = EmployersToShow(session);
+    if (employers)
+        filter->Fill(std::move(*employers));
+    return employers.has_value();
 }
 
 void EmployerList::Proceed()
@@ -330,11 +332,12 @@ void EmployerList::DeleteChosen()
 EmployeeList::EmployeeList(Session& session) : Screen(session, "EmployeeList", ShowMode::Window, "Employee List")
 {
     static constexpr auto Rows = std::to_array<BoxRow>({
-        {.name = "EmployeeList", .kind = BoxKind::List, .spoken = "Employees"},
         {.name = "EmployeeOpen", .kind = BoxKind::Button, .text = "&Open"},
         {.name = "EmpeDelete", .kind = BoxKind::Button, .text = "&Delete"},
         {.name = "EmployeeCancel", .kind = BoxKind::Button, .text = "&Cancel"},
     });
+    AddBox({.kind = BoxKind::List, .spoken = "Employees"}, "EmployeeList");
+    filter.emplace(*this, "EmployeeList", "employees");
     AddBoxes(Rows);
     OnClick("EmployeeOpen", [this](Box&) { OpenChosen(); });
     OnClick("EmpeDelete", [this](Box&) { DeleteChosen(); });
@@ -353,7 +356,7 @@ bool EmployeeList::Load()
     box("EmployeeOpen").SetVisible(!deletes);
     box("EmpeDelete").SetVisible(deletes);
     SetButtons("EmployeeCancel", deletes ? "EmpeDelete" : "EmployeeOpen");
-    FillEmployees(session, box("EmployeeList"));
+    filter->Fill(EmployeesToShow(session));
     return true;
 }
 
@@ -444,10 +447,14 @@ void RenameEmp::ClearBoxes()
 bool RenameEmp::FillList()
 {
     ClearBoxes();
-    if (session.EmployerListMode != EmployerListPurpose::RenameEmployee)
-        return FillEmployers(session, box("RenameE"));
-    FillEmployees(session, box("RenameEmployee"));
-    return true;
+    if (session.EmployerListMode == EmployerListPurpose::RenameEmployee) {
+        box("RenameEmployee").SetEntries(EmployeesToShow(session));
+        return true;
+    }
+    auto employers = EmployersToShow(session);
+    if (employers)
+        box("RenameE").SetEntries(std::move(*employers));
+    return employers.has_value();
 }
 
 void RenameEmp::ChooseEmployer()

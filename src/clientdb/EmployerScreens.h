@@ -1,10 +1,13 @@
 #pragma once
 
 #include "clientdb/Employees.h"
+#include "clientdb/ListFilter.h"
 #include "frame/Screen.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quillmere {
 
@@ -48,6 +51,8 @@ private:
     /// Goes on with the employer that is chosen in the list.
     void Proceed();
     void DeleteChosen();
+
+    std::optional<ListFilter> filter;
 };
 
 /// The list of one employer's employees.
@@ -59,6 +64,8 @@ public:
 private:
     void OpenChosen();
     void DeleteChosen();
+
+    std::optional<ListFilter> filter;
 };
 
 /// "Rename Files": an employer with its PAYE reference, or an employee.
@@ -78,9 +85,9 @@ private:
     std::string filledFrom; ///< whose name the boxes have: the one that is renamed, whatever the list shows
 };
 
-/// The employers for a list on a screen. False, with the message that there are none and the list as it was, if the
-/// database has none. Throws StoreError.
-[[nodiscard]] bool FillEmployers(Session& session, Box& list);
+/// The employers for a list on a screen; nothing, with the message that there are none, if the database has none.
+/// Throws StoreError.
+[[nodiscard]] std::optional<std::vector<std::string>> EmployersToShow(Session& session);
 
 /// Shows page 1 for the current employee; with no record it opens blank after "Employee not found" under `errorTitle`.
 /// Gives the page; none, with the store's words, if the store fails: then nothing is shown, and what is open stays.

@@ -218,6 +218,7 @@ constexpr auto Rows = std::to_array<BoxHelp>({
     {.screen = "NewFile", .box = "EmployeeSurname", .takes = "the surname", .about = "The surname as the payroll has it."},
     {.screen = "RenameEmp", .box = "NewEmployer", .takes = "the new name", .about = "The name that the employer is to have on all forms of his employees and on his P11D(b)."},
     {.screen = "RenameEmp", .box = "NewPAYE", .takes = "the new PAYE reference", .about = "The PAYE reference that all forms of the employer are to have."},
+    {.screen = "EmployerList EmployeeList PrePrint TransferList", .box = "ListFilter", .takes = "any part of the names to show", .about = "Only the names that have each typed part show; empty, all of them show in their own order. Up and Down choose in the list, Enter goes on with the chosen one."},
     {.screen = "FindEmployee", .box = "Sought", .takes = "any part of a name, an employer, a works number or a National Insurance number", .about = "With several words each of them must fit. Capitals and accents do not count. Up and Down choose in the list, Enter opens."},
     {.screen = "HelpBook", .box = "HelpSought", .takes = "words to look for in the guide", .about = "The list below keeps the sections that have every word. Up and Down choose one while you type on."},
     {.screen = "OverviewList", .box = "Filter", .takes = "words that the lines to be listed have, in any column", .about = "With several words each of them must fit. Capitals and accents do not count. Up and Down choose in the list, Enter opens."},

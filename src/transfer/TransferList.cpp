@@ -19,6 +19,8 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "lblLegend", .kind = BoxKind::Label, .text = "Clients in %LTY% Database:"},
     {.name = "lblFolderName", .kind = BoxKind::Label},
     {.name = "TransferListbox", .kind = BoxKind::List, .spoken = "Clients in last year's database"},
+});
+constexpr auto ButtonRows = std::to_array<BoxRow>({
     {.name = "Transfer", .kind = BoxKind::Button, .text = "Transfer", .letter = 'T'},
     // Kept: the tooltip is older than the button's work.
     {.name = "TransferAll",
@@ -50,6 +52,8 @@ constexpr std::string_view RestOfQuestion =
 TransferList::TransferList(Session& session) : Screen(session, "TransferList", ShowMode::Modal, TransferTitle)
 {
     AddBoxes(Rows);
+    filter.emplace(*this, "TransferListbox", "clients");
+    AddBoxes(ButtonRows);
     SetButtons("Cancel", "Transfer");
     OnClick("Transfer", [this](Box&) {
         if (box("TransferListbox").Empty()) {
@@ -79,7 +83,7 @@ bool TransferList::ShowLastYearClients()
             session.messages.Tell(edition::AppTitle, "There are no Employers to display");
             return false;
         }
-        box("TransferListbox").SetEntries(std::move(clients));
+        filter->Fill(std::move(clients));
         return true;
     } catch (const Failure&) {
         session.messages.Tell(edition::AppTitle, "No previous year data found");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/ListFilter.h"
 #include "frame/Screen.h"
 #include "transfer/YearTransfer.h"
 
@@ -33,6 +34,7 @@ private:
                                     TransferMode mode);
 
     std::filesystem::path lastYearDatabase;
+    std::optional<ListFilter> filter;
 };
 
 } // namespace quillmere

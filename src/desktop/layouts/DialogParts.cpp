@@ -15,6 +15,14 @@ void ButtonRow(Layout& layout, int right, int y, std::span<const std::string_vie
     }
 }
 
+void FilterLine(Layout& layout, int x, int y, int width)
+{
+    constexpr int CaptionWidth = 46, TickWidth = 58;
+    layout.Text(x, y, CaptionWidth, "Show", {.size = 13});
+    layout.Place("ListFilter", x + CaptionWidth, y, width - CaptionWidth - TickWidth - ButtonGap, 26);
+    layout.Place("ListSorted", x + width - TickWidth, y, TickWidth, 26);
+}
+
 void Button(Layout& layout, int right, int y, std::string_view button)
 {
     ButtonRow(layout, right, y, {&button, 1});

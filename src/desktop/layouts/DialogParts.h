@@ -20,6 +20,9 @@ void Button(Layout& layout, int right, int y, std::string_view button);
 /// Cancel at the end, and before it the buttons of which one is shown at a time.
 void TakeTurns(Layout& layout, int right, int y, std::span<const std::string_view> accepting, std::string_view cancel);
 
+/// The line over a list of names that says which of them show.
+void FilterLine(Layout& layout, int x, int y, int width);
+
 /// Height of a text that is wrapped at its blanks to a width, and the width of one line.
 int HeightOf(std::string_view text, int width, const TextLook& look);
 double WidthOf(std::string_view text, const TextLook& look);

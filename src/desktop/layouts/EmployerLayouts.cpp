@@ -27,19 +27,23 @@ Layout NewFile()
 
 Layout EmployerList()
 {
-    Layout layout{.width = 460, .height = 420, .growing = "EmployerList"};
-    layout.Place("EmployerList", 16, 16, 428, 346);
-    Button(layout, 236, 376, "EmpSelect");
-    TakeTurns(layout, 444, 376, std::to_array<std::string_view>({"EmpOpen", "EmpOpen2", "EmpSelect2", "EmpDelete"}),
+    Layout layout{.width = 460, .height = 474, .growing = "EmployerList"};
+    FilterLine(layout, 16, 14, 428);
+    layout.Place("EmployerList", 16, 48, 428, 346);
+    layout.Place("ListCount", 16, 400, 428, 20);
+    Button(layout, 236, 430, "EmpSelect");
+    TakeTurns(layout, 444, 430, std::to_array<std::string_view>({"EmpOpen", "EmpOpen2", "EmpSelect2", "EmpDelete"}),
               "EmpCancel");
     return layout;
 }
 
 Layout EmployeeList()
 {
-    Layout layout{.width = 460, .height = 420, .growing = "EmployeeList"};
-    layout.Place("EmployeeList", 16, 16, 428, 346);
-    TakeTurns(layout, 444, 376, std::to_array<std::string_view>({"EmployeeOpen", "EmpeDelete"}), "EmployeeCancel");
+    Layout layout{.width = 460, .height = 474, .growing = "EmployeeList"};
+    FilterLine(layout, 16, 14, 428);
+    layout.Place("EmployeeList", 16, 48, 428, 346);
+    layout.Place("ListCount", 16, 400, 428, 20);
+    TakeTurns(layout, 444, 430, std::to_array<std::string_view>({"EmployeeOpen", "EmpeDelete"}), "EmployeeCancel");
     return layout;
 }
 

@@ -32,11 +32,13 @@ Layout frmBackup()
 
 Layout TransferList()
 {
-    constexpr int list = 76, buttons = 432;
+    constexpr int list = 110, buttons = 466;
     Layout layout{.width = 520, .height = buttons + 44, .growing = "TransferListbox"};
     layout.Place("lblLegend", 16, 14, 488, 20);
     layout.Place("lblFolderName", 16, 36, 488, 36, "Last year's folder");
+    FilterLine(layout, 16, 76, 488);
     layout.Place("TransferListbox", 16, list, 488, buttons - list - 14);
+    layout.Place("ListCount", 16, buttons, 160, ButtonHeight);
     layout.Place("Transfer", 184, buttons, 100, ButtonHeight);
     layout.Place("TransferAll", 292, buttons, 108, ButtonHeight);
     Button(layout, 504, buttons, "Cancel");

@@ -10,7 +10,9 @@ Layout PrePrint()
     layout.Place("Title", 16, 12, 300, 24);
     layout.Place("Label1", 16, 40, 300, 96);
     layout.Text(16, 146, 340, "Employer", {.bold = true});
-    layout.Place("EmpList", 16, 168, 340, 288);
+    FilterLine(layout, 16, 168, 340);
+    layout.Place("EmpList", 16, 202, 340, 254);
+    layout.Place("ListCount", 16, 476, 340);
 
     layout.Frame(372, 20, 412, 254, "Schedules");
     layout.Place("AllSch", 388, 42, 190, 24);

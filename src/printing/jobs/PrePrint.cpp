@@ -18,8 +18,8 @@ constexpr auto Rows = std::to_array<BoxRow>({
              "schedule by ticking its relevant box.                              To selct all schedules, tick 'All "
              "Schedules'.                                                       To print, click on 'Print'."},
     {.name = "EmpList", .kind = BoxKind::List, .spoken = "Employers"},
-    {.name = "AllSch", .kind = BoxKind::Tick, .text = "All Schedules"},
 });
+constexpr auto AllRows = std::to_array<BoxRow>({{.name = "AllSch", .kind = BoxKind::Tick, .text = "All Schedules"}});
 
 constexpr auto FormRows = std::to_array<BoxRow>({
     {.name = "P11D", .kind = BoxKind::Tick, .text = "P11D"},
@@ -57,6 +57,8 @@ PrePrint::PrePrint(Session& session, PrintSystem& printing)
     : Screen(session, "PrePrint", ShowMode::Modal, "Employer Batch Print"), printing(printing)
 {
     AddBoxes(Rows);
+    filter.emplace(*this, "EmpList", "employers");
+    AddBoxes(AllRows);
     for (const ScheduleTick& schedule : ScheduleTicks)
         AddBox({.kind = BoxKind::Tick, .text = schedule.caption}, "SchTick", schedule.index);
     AddBoxes(FormRows);
@@ -72,7 +74,10 @@ PrePrint::PrePrint(Session& session, PrintSystem& printing)
 
 bool PrePrint::Load()
 {
-    return FillEmployers(session, box("EmpList"));
+    auto employers = EmployersToShow(session);
+    if (employers)
+        filter->Fill(std::move(*employers));
+    return employers.has_value();
 }
 
 BatchSelection PrePrint::Selection() const

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "clientdb/ListFilter.h"
 #include "frame/Screen.h"
 #include "printing/jobs/PrintJobs.h"
+
+#include <optional>
 
 namespace quillmere {
 
@@ -17,6 +20,7 @@ private:
     BatchSelection Selection() const;
 
     PrintSystem& printing;
+    std::optional<ListFilter> filter;
 };
 
 } // namespace quillmere
