@@ -3,6 +3,7 @@
 #include "app/DeskCommands.h"
 #include "app/Version.h"
 #include "clientdb/FolderScreens.h"
+#include "clientdb/RecentEmployees.h"
 #include "clientdb/store/Backup.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
@@ -41,6 +42,11 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "mnuSettingsReports", .kind = BoxKind::Menu, .text = "Reports", .letter = 'R'},
     {.name = "picToolbar", .kind = BoxKind::Label},
     {.name = "StatusBar1", .kind = BoxKind::Label, .first = 1, .last = 2},
+    {.name = "mnuRecent", .kind = BoxKind::Menu, .first = 1, .last = RecentSlots, .hidden = true},
+    {.name = "Start", .kind = BoxKind::Frame},
+    {.name = "StartWords", .kind = BoxKind::Label},
+    {.name = "StatusWho", .kind = BoxKind::Label},
+    {.name = "StatusBox", .kind = BoxKind::Label},
     {.name = "StatusNote", .kind = BoxKind::Label},
 });
 
@@ -99,6 +105,21 @@ constexpr auto Menus = std::to_array<MenuRow>({
     {.menu = "Settings", .box = "mnuSettingsReports"},
 });
 
+constexpr auto Starts = std::to_array<StartRow>({
+    {"mnuRecent", 1},
+    {"mnuRecent", 2},
+    {"mnuRecent", 3},
+    {"mnuRecent", 4},
+    {"mnuRecent", 5},
+    {"mnuRecent", 6},
+    {"mnuRecent", 7},
+    {"mnuRecent", 8},
+    {"Open"},
+    {"mnuFind"},
+    {"New"},
+    {"mnuTransfer"},
+});
+
 } // namespace
 
 std::vector<MenuRow> MenuRows()
@@ -112,7 +133,19 @@ std::vector<MenuRow> MenuRows()
             behind == rows.rend() ? rows.end() : behind.base(),
             {.menu = added.menu, .box = added.name, .key = added.key, .separatorBefore = added.separatorBefore});
     }
+    // Who was open last stands at the foot of the menu that opens files.
+    const auto file =
+        std::find_if(rows.rbegin(), rows.rend(), [](const MenuRow& row) { return row.menu == Menus.front().menu; });
+    std::vector<MenuRow> recent;
+    for (int slot = 1; slot <= RecentSlots; ++slot)
+        recent.push_back({.menu = Menus.front().menu, .box = "mnuRecent", .index = slot, .separatorBefore = slot == 1});
+    rows.insert(file.base(), recent.begin(), recent.end());
     return rows;
+}
+
+std::span<const StartRow> StartRows()
+{
+    return Starts;
 }
 
 char LetterOfMenu(std::string_view menu)
@@ -161,6 +194,7 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
     command("ToolbarOpt", [this] { ToggleToolbar(); });
     command("mnuSettingsReports", [this] { this->session.screens.Show("frmVSPrintSettings"); });
     command("cmdExit", [this] { CommandExit(); });
+    OnClick("mnuRecent", [this](Box& entry) { OpenRecent(this->session, entry.Index()); });
     OnClick("mnuAltFolder", [this](Box& entry) { ChooseFolder(entry.Index()); });
     OnClick("cmdFile", [this, newFile, open, print](Box& button) {
         switch (button.Index()) {
@@ -205,6 +239,7 @@ bool MDIForm1::Load()
                               "The following client database could not be created:\n\n" +
                                   session.ClientDatabasePath().string(),
                               Icon::Critical);
+    RebuildRecent(session);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "frame/Session.h"
 
 #include <filesystem>
+#include <span>
 #include <string_view>
 
 namespace quillmere {
@@ -16,6 +17,15 @@ struct MenuRow {
     std::string_view key = {}; ///< "Ctrl+N"
     bool separatorBefore = false;
 };
+
+/// An entry of the menus that the empty desk offers, too.
+struct StartRow {
+    std::string_view box;
+    int index = Box::NoIndex;
+};
+
+/// What the empty desk offers, from top to bottom.
+std::span<const StartRow> StartRows();
 
 /// The menu bar, entry by entry.
 std::vector<MenuRow> MenuRows();

@@ -29,6 +29,7 @@
 #include "review/CheckList.h"
 #include "review/Explanation.h"
 #include "review/OverviewList.h"
+#include "review/EmployerReview.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -41,7 +42,7 @@
 namespace quillmere {
 
 Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
-    : session(platform), printing(session), places(std::move(places))
+    : session(platform), printing(session), statusTalk(session), places(std::move(places))
 {
     RegisterScreens(session.screens, printing);
     session.printJob = [this](PrintedDocument document) {
@@ -49,12 +50,17 @@ Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
     };
     session.printTable = [this](const PrintedTable& table) { PrintTableJob(session, printing, table); };
     session.explain = [this](Screen& screen, Box& box) { review::ShowExplanation(session, screen, box); };
+    session.thingsToLookAt = [this](const std::string& employer, const std::string& employee) {
+        return review::ThingsToLookAt(session, employer, employee);
+    };
+    session.onlooker = &statusTalk;
     session.screens.SetHost(host);
 }
 
 Program::~Program()
 {
     session.screens.Abandon();
+    session.onlooker = nullptr;
 }
 
 bool Program::Main()

@@ -3,6 +3,7 @@
 #include "frame/Session.h"
 #include "frame/SingleInstance.h"
 #include "printing/jobs/PrintSystem.h"
+#include "review/StatusTalk.h"
 
 #include <filesystem>
 #include <functional>
@@ -44,6 +45,7 @@ public:
 private:
     Session session;
     PrintSystem printing;
+    review::StatusTalk statusTalk;
     ProgramPlaces places;
     std::optional<SingleInstance> instance;
 };

@@ -2,6 +2,7 @@
 
 #include "clientdb/BoundScreen.h"
 #include "clientdb/Employees.h"
+#include "clientdb/RecentEmployees.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
 #include "frame/CloseAll.h"
@@ -52,7 +53,8 @@ Screen* OpenPage1(Session& session, std::string_view errorTitle)
     session.screens.StopTimer("Form3", "OpenTimer");
     session.EmployeeOpenFlag = true;
     auto* page = session.screens.Load<BoundScreen>("Form3");
-    if (page->StoreAndShow(errorTitle) == BoundScreen::Sought::Failed) {
+    const BoundScreen::Sought sought = page->StoreAndShow(errorTitle);
+    if (sought == BoundScreen::Sought::Failed) {
         session.EmployeeOpenFlag = false;
         return nullptr;
     }
@@ -60,6 +62,10 @@ Screen* OpenPage1(Session& session, std::string_view errorTitle)
     session.EmployeeOpenFlag = false;
     EnableEmployeeCommands(session, true);
     SetMainCaption(session, OpenEmployeeCaption(session));
+    ShowOpenEmployee(session, true);
+    if (sought == BoundScreen::Sought::Found)
+        RememberOpened(session);
+    RebuildRecent(session);
     return page;
 }
 
@@ -324,6 +330,7 @@ void EmployerList::DeleteChosen()
         Database database = OpenClients(session);
         DeleteEmployer(database, employer);
     }
+    RebuildRecent(session);
     session.screens.Unload(Name());
 }
 
@@ -397,6 +404,7 @@ void EmployeeList::DeleteChosen()
         Database database = OpenClients(session);
         DeleteEmployee(database, session.CurrentEmployer, employee);
     }
+    RebuildRecent(session);
     session.screens.Unload("EmployerList");
     session.screens.Unload(Name());
 }
@@ -491,6 +499,7 @@ void RenameEmp::RenameChosenEmployer()
         Database database = OpenClients(session);
         RenameEmployer(database, employer, newName, box("NewPAYE").Text());
     }
+    RebuildRecent(session);
     if (!FillList())
         session.screens.Unload(Name());
 }
@@ -520,6 +529,7 @@ void RenameEmp::RenameChosenEmployee()
         Database database = OpenClients(session);
         RenameEmployee(database, session.CurrentEmployer, employee, newName);
     }
+    RebuildRecent(session);
     static_cast<void>(FillList());
 }
 

@@ -231,6 +231,7 @@ bool Notepad::Store(std::vector<Result>& results)
             StoreField(*records, result.field, *result.stored);
         }
         batch.Commit();
+        SayStored(session);
         if (!replaced.empty())
             SetStatusNote(session, std::string(ReplacedNote) + replaced);
         return true;

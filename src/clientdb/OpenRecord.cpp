@@ -165,6 +165,7 @@ void OpenRecord::Write()
         for (const BoundBox* of : changed)
             records.SetField(of->box->Field(), of->box->Stored());
         records.Update();
+        SayStored(session);
         for (BoundBox* of : changed)
             of->held = of->box->Stored();
     }

@@ -5,14 +5,18 @@
 #include "desktop/ScreenWindow.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QAction>
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QGridLayout>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPainter>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
@@ -20,25 +24,62 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <array>
 #include <map>
 
 namespace quillmere {
 
 namespace {
 
-/// What lies behind the pages: says what to do when nothing is open.
+/// What lies behind the pages.
 class DeskSurface : public QWidget {
 public:
     using QWidget::QWidget;
 
 protected:
+    void paintEvent(QPaintEvent* event) override { QPainter(this).fillRect(event->rect(), look::TonesInUse().desk); }
+};
+
+/// A button of the empty desk: Enter presses it as Space does, and what is too long for it stands in its tip.
+class StartButton : public QPushButton {
+public:
+    explicit StartButton(QWidget* parent) : QPushButton(parent)
+    {
+        setFocusPolicy(Qt::TabFocus);
+        setAutoDefault(false);
+    }
+    void Show(const QString& text)
+    {
+        constexpr int Width = 290, Margins = 24;
+        setText(fontMetrics().elidedText(text, Qt::ElideRight, Width - Margins, Qt::TextShowMnemonic));
+        setToolTip(text == this->text() ? QString() : QString(text).remove(QLatin1Char('&')));
+        setFixedSize(Width, sizeHint().height());
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            click();
+        else
+            QPushButton::keyPressEvent(event);
+    }
+};
+
+/// A panel of the status bar: what has no room is cut, and stands in the tip.
+class StatusLine : public QLabel {
+public:
+    using QLabel::QLabel;
+    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+
+protected:
     void paintEvent(QPaintEvent* event) override
     {
         QPainter painter(this);
-        painter.fillRect(event->rect(), look::TonesInUse().desk);
-        painter.setPen(look::TonesInUse().deskInk);
-        painter.drawText(rect().adjusted(40, 40, -40, -40), Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap,
-                         QStringLiteral("Choose Open in the File menu to open an employee, or New to add one."));
+        const QRect room = contentsRect().adjusted(margin(), 0, -margin(), 0);
+        painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft,
+                         fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
+        event->accept();
     }
 };
 
@@ -73,6 +114,25 @@ private:
     ScreenWindow& window;
 };
 
+/// The panels of the status bar, and how they share the room that is left.
+struct StatusPanel {
+    std::string_view box;
+    int share;
+};
+constexpr auto StatusPanels = std::to_array<StatusPanel>({
+    {"StatusBar1", 0},
+    {"StatusWho", 3},
+    {"StatusBox", 5},
+    {"StatusNote", 4},
+});
+
+/// What has just happened is spoken by itself, wherever the focus stands.
+void Announce(QLabel& label)
+{
+    QAccessibleEvent event(&label, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+}
+
 } // namespace
 
 QRect InSight(const QRect& wanted, const QList<QRect>& rooms)
@@ -89,6 +149,7 @@ MainWindow::MainWindow(Screen& screen) : screen(screen)
     setCentralWidget(desk);
     desk->setFocus(); // else the first button of the toolbar has it
     MakeMenus();
+    MakeStart();
     MakeToolbar();
     MakeStatusBar();
     setMinimumSize(640, 400);
@@ -152,6 +213,36 @@ void MainWindow::MakeMenus()
     }
 }
 
+/// What the empty desk offers: who was open last on the left, what to begin with on the right.
+void MainWindow::MakeStart()
+{
+    start = new QWidget(desk);
+    QPalette onDesk = start->palette();
+    onDesk.setColor(QPalette::WindowText, look::TonesInUse().deskInk);
+    start->setPalette(onDesk);
+    auto* grid = new QGridLayout(start);
+    grid->setSizeConstraint(QLayout::SetFixedSize);
+    auto* words = new QLabel(start);
+    words->setTextFormat(Qt::PlainText);
+    words->setObjectName(look::Text(screen.Name() + ".StartWords"));
+    grid->addWidget(words, 0, 0, 1, 2);
+    widgets.emplace(&screen.box("StartWords"), words);
+    widgets.emplace(&screen.box("Start"), start);
+    int left = 1, right = 1;
+    for (const StartRow& row : StartRows()) {
+        Box& box = screen.box(row.box, row.index);
+        auto* button = new StartButton(start);
+        button->setObjectName(look::Text(screen.Name() + ".Start." + box.FullName()));
+        connect(button, &QPushButton::clicked, this, [this, &box] {
+            if (!detached)
+                screen.Click(box);
+        });
+        const bool isRecent = row.index != Box::NoIndex;
+        grid->addWidget(button, isRecent ? left++ : right++, isRecent ? 0 : 1);
+        starters.emplace(&box, button);
+    }
+}
+
 void MainWindow::MakeToolbar()
 {
     toolbar = addToolBar("Toolbar");
@@ -185,14 +276,15 @@ void MainWindow::MakeToolbar()
 void MainWindow::MakeStatusBar()
 {
     for (const auto& box : screen.Boxes()) {
-        if (box->Name() != "StatusBar1" && box->Name() != "StatusNote")
+        const auto panel = std::ranges::find(StatusPanels, box->Name(), &StatusPanel::box);
+        if (panel == StatusPanels.end())
             continue;
-        auto* panel = new QLabel(this);
-        panel->setObjectName(look::Text(screen.Name() + "." + box->FullName()));
-        panel->setTextFormat(Qt::PlainText);
-        panel->setMargin(3);
-        statusBar()->addWidget(panel);
-        widgets.emplace(box.get(), panel);
+        QLabel* label = panel->share == 0 ? new QLabel(this) : new StatusLine(this);
+        label->setObjectName(look::Text(screen.Name() + "." + box->FullName()));
+        label->setTextFormat(Qt::PlainText);
+        label->setMargin(3);
+        statusBar()->addWidget(label, panel->share);
+        widgets.emplace(box.get(), label);
     }
     progress = new QProgressBar(this);
     progress->setMaximumWidth(240);
@@ -209,6 +301,11 @@ void MainWindow::ShowProgress(int done, int total)
 
 void MainWindow::BoxChanged(const Box& box)
 {
+    if (const auto offered = starters.find(&box); offered != starters.end()) {
+        static_cast<StartButton*>(offered->second)->Show(look::Text(box.Text()));
+        offered->second->setVisible(box.Visible());
+        LayOutPages();
+    }
     if (const auto found = actions.find(&box); found != actions.end()) {
         QAction* action = found->second;
         action->setText(look::Marked(box.Text(), box.Letter()));
@@ -223,9 +320,18 @@ void MainWindow::BoxChanged(const Box& box)
         if (!box.Enabled() && made->second->hasFocus())
             desk->setFocus(); // not to the button after it
         made->second->setEnabled(box.Enabled());
-        made->second->setToolTip(look::TipOf(box));
-        if (auto* label = qobject_cast<QLabel*>(made->second))
+        const bool isLine = dynamic_cast<StatusLine*>(made->second) != nullptr;
+        made->second->setToolTip(isLine ? look::Text(box.Text()) : look::TipOf(box));
+        if (made->second == start)
+            start->setVisible(box.Visible());
+        if (auto* label = qobject_cast<QLabel*>(made->second);
+            label != nullptr && label->text() != look::Text(box.Text())) {
             label->setText(look::Text(box.Text()));
+            if (box.Name() == "StartWords")
+                LayOutPages();
+            if (box.Name() == "StatusNote" && !box.Empty())
+                Announce(*label);
+        }
     } else if (box.Name() == "picToolbar" && toolbar != nullptr) {
         toolbar->setVisible(box.Visible());
         toolbar->setEnabled(box.Enabled());
@@ -295,6 +401,9 @@ void MainWindow::TakeFocusFrom(const ScreenWindow& closing)
 
 void MainWindow::LayOutPages()
 {
+    start->adjustSize();
+    const QSize room = (desk->size() - start->size()).expandedTo(QSize(0, 0)) / 2;
+    start->move(room.width(), std::min(40, room.height()));
     for (ScreenWindow* page : pages) {
         const int width = std::min(page->FormWidth(), desk->width());
         page->setGeometry((desk->width() - width) / 2, 0, width, desk->height());

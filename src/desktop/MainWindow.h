@@ -54,6 +54,7 @@ protected:
 
 private:
     void MakeMenus();
+    void MakeStart();
     void MakeToolbar();
     void MakeStatusBar();
     void TellPlacement();
@@ -61,9 +62,11 @@ private:
 
     Screen& screen;
     QWidget* desk = nullptr;
+    QWidget* start = nullptr; ///< what the empty desk offers
     QToolBar* toolbar = nullptr;
     QProgressBar* progress = nullptr;
     std::unordered_map<const Box*, QAction*> actions;
+    std::unordered_map<const Box*, QWidget*> starters; ///< buttons of the empty desk
     std::unordered_map<const Box*, QWidget*> widgets;
     std::vector<ScreenWindow*> pages;
     bool detached = false;

@@ -109,6 +109,11 @@ int PreviewWindow::LayOutStrip(int width)
         }
         x += Apart - Near;
     }
+    if (const Box& look = preview.box("lblLook"); look.Visible()) {
+        QWidget* words = WidgetOf(look);
+        words->setGeometry(x, y, std::min(words->sizeHint().width(), std::max(0, width - x - Near)), line);
+        x += words->width() + Apart;
+    }
     // The document's name has what is left of the line.
     WidgetOf(preview.box("lblDocument"))->setGeometry(x, y, std::max(0, width - x - Near), line);
     return y + line + StripPadding;

@@ -34,6 +34,14 @@ void EnableEmployeeCommands(Session& session, bool enabled)
             box->SetEnabled(enabled);
 }
 
+void ShowOpenEmployee(Session& session, bool open)
+{
+    if (Box* who = session.screens.FindBox("MDIForm1", "StatusWho"))
+        who->SetText(open ? OpenEmployeeInWords(session) : std::string());
+    if (Box* start = session.screens.FindBox("MDIForm1", "Start"))
+        start->SetVisible(!open);
+}
+
 void SetMainCaption(Session& session, std::string_view caption)
 {
     if (Screen* main = session.screens.Find("MDIForm1"))
@@ -55,6 +63,12 @@ void ClearStatusNote(Session& session, std::string_view beginning)
 std::string OpenEmployeeInWords(const Session& session)
 {
     return session.CurrentEmployee + " (" + session.CurrentEmployer + ")";
+}
+
+void SayStored(Session& session)
+{
+    if (session.onlooker != nullptr)
+        session.onlooker->Stored();
 }
 
 std::string OpenEmployeeCaption(const Session& session)

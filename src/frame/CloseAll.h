@@ -21,6 +21,9 @@ void UnloadNotepads(Session& session);
 /// toolbar.
 void EnableEmployeeCommands(Session& session, bool enabled);
 
+/// Says in the status bar who is open; with nobody open the desk is empty and says what to begin with.
+void ShowOpenEmployee(Session& session, bool open);
+
 /// The main window's caption.
 void SetMainCaption(Session& session, std::string_view caption);
 
@@ -31,6 +34,9 @@ void ClearStatusNote(Session& session, std::string_view beginning);
 
 /// The open employee and, in parentheses, the employer.
 std::string OpenEmployeeInWords(const Session& session);
+
+/// The store has taken what was typed: said to whoever looks on.
+void SayStored(Session& session);
 
 /// The caption with an employee open: the program's title, the employee and, in parentheses, the employer.
 std::string OpenEmployeeCaption(const Session& session);

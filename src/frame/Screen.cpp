@@ -191,6 +191,27 @@ void Screen::Enter(Box& box)
 {
     inUse = &box;
     left = false;
+    if (session.onlooker != nullptr)
+        session.onlooker->Entered(*this, box);
+}
+
+/// What leaving the box does; who looks on hears which entries it has rewritten.
+void Screen::RunLeave(Box& box)
+{
+    if (session.onlooker == nullptr || box.Kind() != BoxKind::Text) {
+        Run(leaveOperations, box, "LostFocus");
+        return;
+    }
+    const Screens::EventScope scope(session.screens);
+    std::vector<Rewritten> entries;
+    for (const auto& entered : boxes) {
+        const bool isText = entered->Kind() == BoxKind::Text && !entered->ReadOnly();
+        if (entered->Visible() && (isText || entered->Kind() == BoxKind::Tick))
+            entries.push_back({entered.get(), entered->Stored()});
+    }
+    Run(leaveOperations, box, "LostFocus");
+    std::erase_if(entries, [](const Rewritten& entry) { return entry.box->Stored() == entry.before; });
+    session.onlooker->Left(*this, box, entries);
 }
 
 void Screen::Typed(Box& box)
@@ -204,7 +225,7 @@ void Screen::Leave(Box& box)
     if (inUse == &box)
         inUse = nullptr;
     if (!isLeft)
-        Run(leaveOperations, box, "LostFocus");
+        RunLeave(box);
 }
 
 void Screen::LeaveBoxInUse(const Box* used)
@@ -212,7 +233,7 @@ void Screen::LeaveBoxInUse(const Box* used)
     if (inUse == nullptr || inUse == used || left)
         return;
     left = true;
-    Run(leaveOperations, *inUse, "LostFocus");
+    RunLeave(*inUse);
 }
 
 void Screen::Click(Box& box)

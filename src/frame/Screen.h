@@ -185,6 +185,7 @@ private:
     void BoxChanged(const Box& box);
     char32_t Passed(const Box& box, char32_t key, bool filters);
     void Run(const std::unordered_map<std::string, Operation>& operations, Box& box, std::string_view event);
+    void RunLeave(Box& box);
 
     std::string name;
     ShowMode mode;

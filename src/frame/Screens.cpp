@@ -106,6 +106,8 @@ void Screens::Drop(Screen& screen)
         return;
     unloaded.push_back(std::move(found->screen));
     open.erase(found);
+    if (session.onlooker != nullptr)
+        session.onlooker->Closed();
 }
 
 Screen* Screens::Show(std::string_view name)

@@ -2,6 +2,7 @@
 
 #include "frame/Messages.h"
 #include "frame/PrintedTable.h"
+#include "frame/Onlooker.h"
 #include "frame/Screens.h"
 #include "frame/Settings.h"
 
@@ -53,12 +54,17 @@ struct Session {
     int VanOfHistory = 1;                  ///< whose history the van record opens, van 1 to 3
     bool endsBySystem = false;             ///< closed at the system's wish: nobody is there to be asked
 
+    Onlooker* onlooker = nullptr; ///< who says a word about what happens in the boxes; may be missing
+
     /// Draws a document of the current employer and employee and shows it. Empty in a program that draws none.
     std::function<void(PrintedDocument)> printJob;
     /// Shows a table of the screen as a document in the preview. Empty in a program that draws none.
     std::function<void(const PrintedTable&)> printTable;
     /// Shows how a box of a screen has come to what it reads. Empty in a program that explains nothing.
     std::function<void(Screen&, Box&)> explain;
+    /// Says how many things of an employee's form should be looked at before it is sent, or of all of an employer's
+    /// where the employee is empty; nothing if there are none. Empty in a program that looks at none.
+    std::function<std::string(const std::string& employer, const std::string& employee)> thingsToLookAt;
 
     std::vector<std::shared_ptr<OpenRecord>> openRecords; ///< known here by name alone: `OpenRecords` makes them
 

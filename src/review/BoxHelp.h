@@ -13,6 +13,7 @@ struct BoxHelp {
     std::string_view section = {}; ///< letter on the return, or the heading of a part that has none
     std::string_view number = {};  ///< of the box on the return; empty for one without
     bool class1A = false;          ///< the employer pays Class 1A contributions on what the line comes to
+    bool worksOut = false;         ///< what is typed is overwritten when another box is left
     std::string_view takes = {};   ///< what it takes, in a few words that go on after "takes"
     std::string_view about = {};   ///< what belongs into it and the rule about it, in sentences
 };

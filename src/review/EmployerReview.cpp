@@ -3,6 +3,7 @@
 #include "declaration/Class1A.h"
 
 #include <algorithm>
+#include <fmt/format.h>
 #include <iterator>
 #include <limits>
 #include <map>
@@ -103,6 +104,19 @@ std::vector<Finding> CheckAllOf(Database& database, std::string_view employer, c
     while (review.GoOn(database, std::numeric_limits<int>::max())) {
     }
     return review.Findings();
+}
+
+std::string ThingsToLookAt(const Session& session, const std::string& employer, const std::string& employee)
+{
+    try {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        const Paper paper(session.settings, session.platform);
+        const std::size_t found = employee.empty() ? CheckAllOf(database, employer, paper).size()
+                                                   : CheckEmployeeOf(database, employer, employee, paper).size();
+        return found == 0 ? std::string() : fmt::format("{} thing{} to look at", found, found == 1 ? "" : "s");
+    } catch (const Failure&) {
+        return {};
+    }
 }
 
 } // namespace quillmere::review

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/store/Recordset.h"
+#include "frame/Session.h"
 #include "review/Checks.h"
 #include "review/EmployerForms.h"
 #include "review/Paper.h"
@@ -71,5 +72,9 @@ std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employ
 
 /// The findings on all forms of an employer, and on what they show together, in that order. Throws StoreError.
 std::vector<Finding> CheckAllOf(Database& database, std::string_view employer, const Paper& paper);
+
+/// How many findings there are on an employee's form, or on all of an employer's where the employee is empty, in words:
+/// "3 things to look at". Empty if there are none, or if the store cannot be read.
+std::string ThingsToLookAt(const Session& session, const std::string& employer, const std::string& employee);
 
 } // namespace quillmere::review

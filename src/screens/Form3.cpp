@@ -153,6 +153,7 @@ void Form3::Unload()
     UnloadAllScreens(session);
     SetMainCaption(session, edition::AppTitle);
     EnableEmployeeCommands(session, false);
+    ShowOpenEmployee(session, false);
 }
 
 void Form3::ComputeCashAndFuel()

@@ -109,6 +109,7 @@ Layout frmVSPrint()
     layout.Place("cmbPercent", 620, y, 80, height);
     layout.Place("cmdPrint", 716, y, 84, height);
     layout.Place("cmdClose", 806, y, 84, height);
+    layout.Place("lblLook", 908, y, 160, height);
     layout.Place("lblDocument", 908, y, 432, height);
     return layout;
 }

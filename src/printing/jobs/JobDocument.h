@@ -38,6 +38,9 @@ public:
     [[nodiscard]] Opening OpenPrintJob(std::string_view documentName);
     /// True if the job's printer is among the printers of this moment.
     bool HasPrinter();
+    /// The printer that the document goes to, and how many pages it has been sent last.
+    const std::string& Printer() const { return vp->Device(); }
+    int PagesSent() const { return vp->PagesSent(); }
     /// Drops what has been drawn.
     void Drop() { vp->Clear(); }
     /// Ends the document; if its pages were for the printer and it cannot be reached, says so.

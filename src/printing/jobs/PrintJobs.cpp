@@ -4,6 +4,7 @@
 #include "declaration/Declaration.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
+#include "frame/CloseAll.h"
 #include "frame/ProgressBar.h"
 #include "frame/Text.h"
 #include "frame/Tick.h"
@@ -267,6 +268,8 @@ public:
     void Close()
     {
         const PrintResult result = job.document.vsEndDoc();
+        if (result == PrintResult::Sent)
+            pagesSent += job.document.PagesSent();
         const bool hasFailed = result == PrintResult::PrinterUnreachable || result == PrintResult::NotReady;
         if (hasFailed)
             unprinted.push_back(next);
@@ -282,6 +285,8 @@ public:
         --left;
         progress.Advance();
     }
+
+    int PagesSent() const { return pagesSent; }
 
     /// Tells, once, whose documents have not been printed and how many are left.
     void TellOfUnprinted() const
@@ -311,6 +316,7 @@ private:
     std::string firstLeft;              ///< and of the first one that the batch has not come to
     std::vector<std::string> unprinted; ///< names of those that did not reach the printer
     bool isStopped = false, lastHasFailed = false;
+    int pagesSent = 0;
 };
 
 void PrintEmployees(PrintJob& job, const BatchSelection& selection, Batch& batch)
@@ -352,6 +358,12 @@ void PrintBatchDeclaration(PrintJob& job, Batch& batch)
     batch.Close();
 }
 
+/// What of a document should be looked at before it is sent; printing goes on.
+std::string WordsOfLook(const Session& session, const std::string& employer, const std::string& employee)
+{
+    return session.thingsToLookAt ? session.thingsToLookAt(employer, employee) : std::string();
+}
+
 void PrintBatch(PrintJob& job, const BatchSelection& selection)
 {
     job.OpenClients();
@@ -369,6 +381,9 @@ void PrintBatch(PrintJob& job, const BatchSelection& selection)
         throw;
     }
     batch.TellOfUnprinted();
+    if (batch.PagesSent() > 0)
+        SayPagesSent(job.session, batch.PagesSent(), job.document.Printer(),
+                     WordsOfLook(job.session, job.names.employer, {}));
 }
 
 /// Draws a single document and shows it, as a PDF file where the settings say so; `draw` says whether there is one.
@@ -383,6 +398,7 @@ void ShowJob(Session& session, PrintSystem& printing, std::string_view procedure
                 return;
             if (session.settings.reportPreview == 1) {
                 job.document.EndOnPdf();
+                SetStatusNote(session, WordsOfLook(session, std::string(employer), std::string(employee)));
                 return;
             }
             job.document.vsEndDoc();
@@ -390,6 +406,12 @@ void ShowJob(Session& session, PrintSystem& printing, std::string_view procedure
             job.Fail(error);
             return;
         }
+    }
+    if (Screen* preview = session.screens.Load(PreviewScreen)) {
+        Box& look = preview->box("lblLook");
+        look.SetText(WordsOfLook(session, std::string(employer),
+                                 document == PrintedDocument::Employee ? std::string(employee) : std::string()));
+        look.SetVisible(!look.Empty());
     }
     // The preview sets the pointer back once it has been painted.
     if (session.screens.Show(PreviewScreen) != nullptr)
@@ -417,6 +439,12 @@ void PrintTableJob(Session& session, PrintSystem& printing, const PrintedTable& 
             PrintTableReport(job.page, job.names, table);
         return true;
     });
+}
+
+void SayPagesSent(Session& session, int pages, std::string_view printer, std::string_view more)
+{
+    SetStatusNote(session, fmt::format("{} page{} sent to {}{}{}", pages, pages == 1 ? "" : "s", printer,
+                                       more.empty() ? "" : "; ", more));
 }
 
 void PrintBatchJob(Session& session, PrintSystem& printing, std::string_view employer, const BatchSelection& selection)

@@ -49,4 +49,7 @@ void PrintTableJob(Session& session, PrintSystem& printing, const PrintedTable& 
 /// They go to the printer; nothing is shown.
 void PrintBatchJob(Session& session, PrintSystem& printing, std::string_view employer, const BatchSelection& selection);
 
+/// Says in the status bar how many pages a printer has been sent, and perhaps something more.
+void SayPagesSent(Session& session, int pages, std::string_view printer, std::string_view more = {});
+
 } // namespace quillmere

@@ -42,6 +42,10 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "cmbPercent", .kind = BoxKind::DropDown, .spoken = "Percentage"},
     {.name = "cmdPrint", .kind = BoxKind::Button, .text = "&Print"},
     {.name = "cmdClose", .kind = BoxKind::Button, .text = "&Close"},
+    {.name = "lblLook",
+     .kind = BoxKind::Label,
+     .tip = "Check in the View menu lists them and goes to each box",
+     .hidden = true},
     {.name = "lblDocument", .kind = BoxKind::Label, .spoken = "Document"},
 });
 

@@ -4,6 +4,7 @@
 #include "frame/Amount.h"
 #include "frame/BusyPointer.h"
 #include "frame/Session.h"
+#include "printing/jobs/PrintJobs.h"
 #include "printing/jobs/PrintPasses.h"
 #include "printing/jobs/PrintSystem.h"
 #include "printing/jobs/frmVSPrint.h"
@@ -138,6 +139,7 @@ void frmVSPrintDialog::Print()
                               "The printing system is not ready.\nThe print job has been abandoned.");
         break;
     case PrintResult::Sent:
+        SayPagesSent(session, printing.engine.PagesSent(), printing.engine.Device());
         break;
     }
     session.screens.Unload(Name());

@@ -153,6 +153,7 @@ PrintResult PageEngine::PrintDoc(int copies, const std::optional<std::string>& p
                                          .duplex = duplex});
     switch (outcome) {
     case PrintOutcome::Sent:
+        pagesSent = static_cast<int>(pages.size()) * copies;
         return PrintResult::Sent;
     case PrintOutcome::NotReady:
         return PrintResult::NotReady;

@@ -111,6 +111,9 @@ public:
     PrintResult PrintDoc(int copies, const std::optional<std::string>& pageList = std::nullopt,
                          PageOrder order = PageOrder::AsListed);
 
+    /// How many pages the spooler has taken last, each copy counted.
+    int PagesSent() const { return pagesSent; }
+
     /// The ended document, null before the first one.
     std::shared_ptr<const Document> Ended() const { return ended; }
     /// The ended document as a PDF file, all pages.
@@ -144,6 +147,7 @@ private:
 
     std::unique_ptr<Document> open;
     std::shared_ptr<const Document> ended;
+    int pagesSent = 0;
 };
 
 /// The converter `VSPDF`, which turns the engine's ended document into a PDF file.
