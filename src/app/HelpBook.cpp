@@ -3,7 +3,6 @@
 #include "app/KeysPage.h"
 #include "frame/Session.h"
 
-#include <algorithm>
 #include <array>
 
 namespace quillmere {
@@ -12,30 +11,18 @@ namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "HelpSought", .spoken = "Words to look for in the guide", .movesIn = "HelpContents"},
-    {.name = "HelpContents", .kind = BoxKind::List, .spoken = "Sections of the guide"},
+    {.name = "HelpContents", .kind = BoxKind::Table, .spoken = "Sections of the guide", .columns = "Section"},
     {.name = "HelpText", .kind = BoxKind::Surface, .spoken = "Text of the section"},
     {.name = "HelpClose", .kind = BoxKind::Button, .text = "&Close"},
 });
 
-/// In front of a notepad, which waits, it has to wait for the help in turn.
-ShowMode ModeBeside(const Session& session)
-{
-    const auto open = session.screens.Open();
-    const bool modal = std::ranges::any_of(open, [&session](const Screen* screen) {
-        return screen->Mode() == ShowMode::Modal && session.screens.IsShown(screen->Name());
-    });
-    return modal ? ShowMode::Modal : ShowMode::Window;
-}
-
 } // namespace
 
-HelpBook::HelpBook(Session& session) : Screen(session, "HelpBook", ModeBeside(session), "Help")
+HelpBook::HelpBook(Session& session) : Screen(session, "HelpBook", ShowMode::Above, "Help")
 {
     AddBoxes(Rows);
-    SetButtons("HelpClose", {});
     OnType("HelpSought", [this](Box&) { Search({}); });
     OnSelect("HelpContents", [this](Box&) { ShowChosen(); });
-    OnChoose("HelpContents", [this](Box&) { ShowChosen(); });
     OnClick("HelpClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "frame/Messages.h"
-#include "frame/PrintedTable.h"
 #include "frame/Onlooker.h"
+#include "frame/PrintedTable.h"
 #include "frame/Screens.h"
 #include "frame/Settings.h"
 

@@ -17,6 +17,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .spoken = "Published examples",
      .columns = "Example\tResult\tExpected\tGot\tFacts\tHolds\tSource"},
     {.name = "Chosen", .kind = BoxKind::Label},
+    {.name = "CalculatorCheckPrint", .kind = BoxKind::Button, .text = "&Print", .key = "Ctrl+P"},
     {.name = "CalculatorCheckClose", .kind = BoxKind::Button, .text = "&Close"},
 });
 
@@ -58,7 +59,10 @@ CalculatorCheck::CalculatorCheck(Session& session)
     AddBoxes(Rows);
     SetButtons("CalculatorCheckClose", {});
     OnSelect("Examples", [this](Box&) { ShowChosen(); });
+    OnClick("CalculatorCheckPrint", [this](Box&) { this->session.printTable(AsTable()); });
     OnClick("CalculatorCheckClose", [this](Box&) { this->session.screens.Unload(Name()); });
+    if (!session.printTable)
+        box("CalculatorCheckPrint").SetEnabled(false);
 }
 
 bool CalculatorCheck::Load()
@@ -75,6 +79,29 @@ bool CalculatorCheck::Load()
     box("Examples").Select(failed == worked.end() ? 0 : static_cast<int>(failed - worked.begin()));
     ShowChosen();
     return true;
+}
+
+PrintedTable CalculatorCheck::AsTable() const
+{
+    PrintedTable table{.documentName = Caption(),
+                       .heading = Caption(),
+                       .subHeading = SummaryText(worked),
+                       .columns = {{.caption = "Example", .width = 4},
+                                   {.caption = "Result", .width = 4},
+                                   {.caption = "Facts", .width = 14},
+                                   {.caption = "Expected", .width = 10},
+                                   {.caption = "Got", .width = 10},
+                                   {.caption = "Holds", .width = 4},
+                                   {.caption = "Source", .width = 9}}};
+    for (const WorkedExample& line : worked) {
+        const edition::CalculatorExample& example = *line.example;
+        table.rows.push_back({std::string(example.code), std::string(WordOf(line.verdict)), std::string(example.words),
+                              FiguresInWords(example.expected), FiguresInWords(line.got),
+                              std::string(WordOf(example.kind)), std::string(example.source)});
+        if (line.verdict == Verdict::Differs)
+            table.remarks.push_back(fmt::format("{}: {}", example.code, example.why));
+    }
+    return table;
 }
 
 void CalculatorCheck::ShowChosen()

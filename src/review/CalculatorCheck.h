@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/PrintedTable.h"
 #include "frame/Screen.h"
 #include "review/SelfTest.h"
 
@@ -16,6 +17,7 @@ public:
 
 private:
     void ShowChosen();
+    PrintedTable AsTable() const;
 
     std::vector<WorkedExample> worked; ///< in the order of the list
 };

@@ -202,7 +202,7 @@ int main(int count, char** words)
         return 2;
     }
     const quillmere::test::TemporaryFolder folder(quillmere::test::QuickFolder()); // the store syncs each operation
-    std::filesystem::permissions(folder.path, std::filesystem::perms::owner_all); // as the toolkit wants its own
+    std::filesystem::permissions(folder.path, std::filesystem::perms::owner_all);  // as the toolkit wants its own
     const std::vector<bool> results = PlayAll(arguments, folder.path);
     const auto passed = std::ranges::count(results, true);
     fmt::print("{} passed, {} failed\n", passed, static_cast<std::ptrdiff_t>(results.size()) - passed);

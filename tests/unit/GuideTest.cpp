@@ -83,7 +83,7 @@ TEST_F(GuideOfTheProgram, OpensAtTheSectionAboutTheBoxInUse)
     Now().screens.Show("HelpBook");
     EXPECT_EQ(At("HelpBook", "HelpContents").Text(), "Cars");
     EXPECT_EQ(At("HelpBook", "HelpText").Text().substr(0, 8), "## Cars\n");
-    EXPECT_EQ(Now().screens.Find("HelpBook")->Mode(), ShowMode::Window);
+    EXPECT_EQ(Now().screens.Find("HelpBook")->Mode(), ShowMode::Above);
     // A word leaves the sections that have it.
     At("HelpBook", "HelpSought").AcceptTyped("spooler-of-nobody");
     Now().screens.Find("HelpBook")->Typed(At("HelpBook", "HelpSought"));

@@ -45,7 +45,7 @@ Layout CalculatorCheck()
     layout.Place("Summary", 16, 10, 948);
     layout.Place("Examples", 16, 38, 948, 322);
     layout.Place("Chosen", 16, 366, 948, 60);
-    ButtonRow(layout, 964, 432, std::to_array<std::string_view>({"CalculatorCheckClose"}));
+    ButtonRow(layout, 964, 432, std::to_array<std::string_view>({"CalculatorCheckPrint", "CalculatorCheckClose"}));
     return layout;
 }
 

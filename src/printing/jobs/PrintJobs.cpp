@@ -386,9 +386,10 @@ void PrintBatch(PrintJob& job, const BatchSelection& selection)
                      WordsOfLook(job.session, job.names.employer, {}));
 }
 
-/// Draws a single document and shows it, as a PDF file where the settings say so; `draw` says whether there is one.
+/// Draws a single document and shows it, as a PDF file where the settings say so; `draw` says whether there is one, and
+/// `look` what of it should be looked at.
 void ShowJob(Session& session, PrintSystem& printing, std::string_view procedure,
-             const std::function<bool(PrintJob&)>& draw)
+             const std::function<bool(PrintJob&)>& draw, const std::function<std::string()>& look)
 {
     BusyPointer busy(session.platform);
     {
@@ -398,7 +399,7 @@ void ShowJob(Session& session, PrintSystem& printing, std::string_view procedure
                 return;
             if (session.settings.reportPreview == 1) {
                 job.document.EndOnPdf();
-                SetStatusNote(session, WordsOfLook(session, std::string(employer), std::string(employee)));
+                SetStatusNote(session, look());
                 return;
             }
             job.document.vsEndDoc();
@@ -408,10 +409,9 @@ void ShowJob(Session& session, PrintSystem& printing, std::string_view procedure
         }
     }
     if (Screen* preview = session.screens.Load(PreviewScreen)) {
-        Box& look = preview->box("lblLook");
-        look.SetText(WordsOfLook(session, std::string(employer),
-                                 document == PrintedDocument::Employee ? std::string(employee) : std::string()));
-        look.SetVisible(!look.Empty());
+        Box& words = preview->box("lblLook");
+        words.SetText(look());
+        words.SetVisible(!words.Empty());
     }
     // The preview sets the pointer back once it has been painted.
     if (session.screens.Show(PreviewScreen) != nullptr)
@@ -423,22 +423,27 @@ void ShowJob(Session& session, PrintSystem& printing, std::string_view procedure
 void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view employer, std::string_view employee,
                       PrintedDocument document)
 {
-    ShowJob(session, printing, SingleJob, [&](PrintJob& job) {
+    const auto draw = [&](PrintJob& job) {
         job.names.employer = employer;
         job.names.employee = employee;
         return DrawSingleDocument(job, document);
+    };
+    ShowJob(session, printing, SingleJob, draw, [&] {
+        const bool isOfEmployee = document == PrintedDocument::Employee;
+        return WordsOfLook(session, std::string(employer), isOfEmployee ? std::string(employee) : std::string());
     });
 }
 
 void PrintTableJob(Session& session, PrintSystem& printing, const PrintedTable& table)
 {
-    ShowJob(session, printing, TableJob, [&](PrintJob& job) {
+    const auto draw = [&](PrintJob& job) {
         job.names.employer = session.CurrentEmployer;
         job.names.employee = table.employee.empty() ? session.CurrentEmployer : table.employee;
         if (job.document.OpenPrintJob(table.documentName) == Opening::Open)
             PrintTableReport(job.page, job.names, table);
         return true;
-    });
+    };
+    ShowJob(session, printing, TableJob, draw, [] { return std::string(); });
 }
 
 void SayPagesSent(Session& session, int pages, std::string_view printer, std::string_view more)
