@@ -173,7 +173,6 @@ void Screens::Unload(std::string_view name)
     slot->unloading = true;
     const EventScope scope(*this);
     Screen* screen = slot->screen.get();
-    const bool wasAside = IsAside(*screen);
     // A step that fails is told, and the screen goes all the same: one that could never be closed would hold the end of
     // the program up.
     screen->Perform([screen] { screen->Unload(); }, "Unload");
@@ -185,11 +184,10 @@ void Screens::Unload(std::string_view name)
         return;
     if (!IsAnyModal())
         DoAfterModal();
-    if (!wasAside)
-        ActivateFront();
+    ActivateFront();
 }
 
-/// True for a screen that stands beside the others: they neither wait for it nor go on when it has closed.
+/// True for a screen that stands beside the others, and in front of none of them.
 bool Screens::IsAside(const Screen& screen)
 {
     return screen.Mode() == ShowMode::Panel || screen.Mode() == ShowMode::Beside || screen.Mode() == ShowMode::Above;
