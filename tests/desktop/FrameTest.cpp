@@ -36,9 +36,9 @@ TEST(MainWindowMenus, StandInTheirOrder)
     // What stands beside the form comes behind.
     const QStringList ofForm({"File", "Folder", "View", "Settings"});
     EXPECT_EQ(titles.mid(0, ofForm.size()), ofForm);
-    EXPECT_EQ(file.mid(0, 15), QStringList({"New", "Open", "Transfer", "P11D(b)", "-", "Delete Employer", "Delete Employee",
-                                 "Rename Employer/PAYE", "Rename Employee", "-", "Print ", "Employer Batch Print",
-                                 "Print Setup...", "-", "Exit"}));
+    EXPECT_EQ(file.mid(0, 15), QStringList({"New", "Open", "Transfer", "P11D(b)", "-", "Delete Employer",
+                                            "Delete Employee", "Rename Employer/PAYE", "Rename Employee", "-", "Print ",
+                                            "Employer Batch Print", "Print Setup...", "-", "Exit"}));
 }
 
 TEST(MainWindowPlace, IsKeptOnAnyOfTheScreensAndFoundAgainWhenTheScreenIsGone)
