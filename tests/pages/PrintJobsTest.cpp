@@ -299,6 +299,7 @@ public:
     NotingPreview(Session& session, PrintDesk& desk, bool& shown)
         : Screen(session, "frmVSPrint", ShowMode::Modal, "Print Preview"), desk(desk), shown(shown)
     {
+        AddBox({.kind = BoxKind::Label}, "lblLook");
     }
     bool Load() override
     {

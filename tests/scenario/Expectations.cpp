@@ -97,8 +97,9 @@ void ExpectFocus(Stage& stage, const Step& step)
     const QWidget* focus = QApplication::focusWidget();
     if (focus == nullptr || control.widget == nullptr ||
         (focus != control.widget && !control.widget->isAncestorOf(focus)))
-        throw StepFailure("expected the focus in " + control.name + ", found it in " +
-                          (focus == nullptr ? "nothing" : focus->objectName().toStdString()));
+        throw StepFailure(
+            "expected the focus in " + control.name + ", found it in " +
+            (focus == nullptr || focus->objectName().isEmpty() ? "no control" : focus->objectName().toStdString()));
 }
 
 void ExpectCaption(Stage& stage, const Step& step)
