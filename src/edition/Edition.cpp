@@ -3,7 +3,6 @@
 namespace quillmere::edition {
 
 static_assert(AmountColumnWidth.size() == 10);
-static_assert(CenturyLimit() == 16);
 static_assert(ProductFolder.size() == PriorProductFolder.size());
 
 } // namespace quillmere::edition
