@@ -64,6 +64,7 @@ public:
                 if (const std::string_view cell = TakeCell(entry); cell.size() > known.size())
                     known = cell;
         std::vector<QString> texts;
+        texts.reserve(longest.size());
         for (const std::string_view text : longest)
             texts.push_back(look::Text(std::string(text)));
         return texts;
