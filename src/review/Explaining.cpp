@@ -96,7 +96,7 @@ Explained ListOn(const Screen& screen, const ScheduleShape& shape, const Schedul
 }
 
 /// The cells of a column that is typed in are told of by their total.
-Explained Towards(Explained explained, const Asked& asked, const ScheduleColumn& column)
+Explained Towards(const Explained& explained, const Asked& asked, const ScheduleColumn& column)
 {
     return column.Exists() && column.box == asked.box.Name() && explained.StepOf(asked.box.FullName()) == nullptr
                ? explained.ChainTo(column.total)
@@ -111,7 +111,7 @@ Explained OfSchedule(const Asked& asked)
         notepad.columns.front(), ActOfSection(notepad.name.front()));
     for (const ScheduleColumn& column : notepad.columns)
         if (!column.total.empty())
-            explained = Towards(std::move(explained), asked, column);
+            explained = Towards(explained, asked, column);
     return explained;
 }
 
