@@ -50,10 +50,10 @@ public:
         EXPECT_EQ(left, 1) << by;
         Database database = Database::OpenDatabase(client);
         const bool stays = session.screens.IsShown("Form3");
-        if (!stays)
+        if (!stays) {
             EXPECT_EQ(OpenCurrent(database, "P11D", session).Field("WorkNumberBox"), "W1!") << by;
-        if (!stays)
             return;
+        }
         // The focus moves on: the box has been left already.
         for (Screen* screen : session.screens.Open())
             if (screen->Mode() == ShowMode::Modal)

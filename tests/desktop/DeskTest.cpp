@@ -62,9 +62,10 @@ TEST_F(Desk, HasRoomForEightLongNamesInTheSmallestWindow)
     main.resize(main.minimumSize());
     QCoreApplication::processEvents();
     for (const QPushButton* button : main.findChildren<QPushButton*>())
-        if (button->isVisible() && button->objectName().startsWith("MDIForm1.Start."))
+        if (button->isVisible() && button->objectName().startsWith("MDIForm1.Start.")) {
             EXPECT_LE(button->mapTo(main.Desk(), QPoint(0, button->height())).y(), main.Desk()->height())
                 << button->objectName().toStdString();
+        }
 }
 
 TEST_F(Desk, SaysWhatHasJustHappenedToAScreenReaderWholeAndCutsWhatHasNoRoom)

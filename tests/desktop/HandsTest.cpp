@@ -466,8 +466,9 @@ TEST_P(HandsOnEveryScreen, HasALetterOfItsOwnForEveryButtonAndOption)
     if (screen->Mode() == ShowMode::Child)
         for (const auto& box : running.host.Main()->Shown().Boxes())
             if (const auto* tool = qobject_cast<QAbstractButton*>(running.host.Main()->WidgetOf(*box));
-                tool != nullptr && !tool->shortcut().isEmpty())
+                tool != nullptr && !tool->shortcut().isEmpty()) {
                 EXPECT_TRUE(taken.emplace(LetterOf(*tool), box->FullName()).second) << box->FullName();
+            }
     for (const auto& box : screen->Boxes()) {
         const BoxKind kind = box->Kind();
         const auto* button = qobject_cast<const QAbstractButton*>(WidgetOf(*box));

@@ -64,8 +64,9 @@ TEST_F(BoxHelpTable, TheNumberIsTheOneThatTheBoxIsSpokenWith)
             return;
         const std::size_t at = box.Spoken().rfind(", box ");
         EXPECT_EQ(help->number, at == std::string::npos ? "" : box.Spoken().substr(at + 6)) << box.FullName();
-        if (help->section.size() == 1 && box.Spoken().at(1) == ',')
+        if (help->section.size() == 1 && box.Spoken().at(1) == ',') {
             EXPECT_EQ(help->section, box.Spoken().substr(0, 1)) << box.FullName();
+        }
     });
 }
 
