@@ -119,6 +119,12 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .letter = 'C',
      .run = [](Session& session) { session.screens.Show("CalculatorCheck"); },
      .separatorBefore = true},
+    {.menu = "Help",
+     .name = "mnuAbout",
+     .text = "About...",
+     .letter = 'A',
+     .run = [](Session& session) { session.screens.Show("About"); },
+     .separatorBefore = true},
 });
 
 } // namespace

@@ -29,6 +29,7 @@ constexpr auto Rows = std::to_array<SectionRow>({
     {"FindEmployee", "", "Find Employee"},
     {"CheckList", "", "Check"},
     {"HelpBook", "", "Help"},
+    {"About", "", "About the program"},
     {"CalculatorCheck", "", "Check the Calculators"},
     {"PrePrint frmVSPrint frmVSPrintDialog frmVSPrintSettings", "", "Printing"},
     {"frmFolderManager frmBackup TransferList", "", "Folders, backup, last year"},

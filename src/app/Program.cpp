@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include "app/About.h"
 #include "app/HelpBook.h"
 #include "app/MDIForm1.h"
 #include "calculators/D2Notepad.h"
@@ -195,6 +196,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"CalculatorCheck", Plain<review::CalculatorCheck>},
     {"Explanation", Plain<review::Explanation>, Closing::WithAll},
     {"HelpBook", Plain<HelpBook>},
+    {"About", Plain<About>},
     {"OverviewList", Plain<review::OverviewList>},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},

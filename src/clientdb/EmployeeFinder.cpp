@@ -90,6 +90,11 @@ std::string Folded(std::string_view text)
     return {reinterpret_cast<const char*>(mapped), static_cast<std::size_t>(length)};
 }
 
+LibraryInUse FoldingLibrary()
+{
+    return {"utf8proc", utf8proc_version()};
+}
+
 EmployeeFinder::EmployeeFinder(Database& database)
 {
     Recordset records = database.OpenRecordset("P11D");

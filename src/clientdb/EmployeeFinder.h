@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/store/Recordset.h"
+#include "frame/LibraryInUse.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -14,6 +15,8 @@ namespace quillmere {
 /// A text as it is compared when somebody is sought: without accents and in one case, so that "Zoe" finds "Zoë" and
 /// "strasse" "Straße". Bytes that are no UTF-8 stay as they are.
 std::string Folded(std::string_view text);
+/// What does it.
+LibraryInUse FoldingLibrary();
 
 /// What is shown of an employee who was found.
 struct FoundEmployee {

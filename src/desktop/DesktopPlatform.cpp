@@ -214,6 +214,11 @@ void DesktopPlatform::CopyText(const std::string& text)
     QGuiApplication::clipboard()->setText(look::Text(text));
 }
 
+std::vector<LibraryInUse> DesktopLibraries()
+{
+    return {{"Qt", qVersion()}};
+}
+
 std::string DesktopPlatform::UserName()
 {
     const passwd* account = getpwuid(getuid());

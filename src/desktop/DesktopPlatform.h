@@ -11,6 +11,9 @@ namespace quillmere {
 
 class DesktopHost;
 
+/// What the windows are made with.
+std::vector<LibraryInUse> DesktopLibraries();
+
 /// The door to the outside as a person meets it: message boxes and dialogs of the desktop, its viewer, its clock, and
 /// the printers of the print spooler.
 class DesktopPlatform : public Platform {
@@ -29,6 +32,7 @@ public:
     void ShowProgress(int done, int total) override;
     void YieldToMessages() override;
     void CopyText(const std::string& text) override;
+    std::vector<LibraryInUse> Libraries() override { return DesktopLibraries(); }
     std::string UserName() override;
 
 private:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/Dates.h"
+#include "frame/LibraryInUse.h"
 
 #include <chrono>
 #include <filesystem>
@@ -81,6 +82,8 @@ public:
     virtual void YieldToMessages() = 0;
     /// Puts a text on the clipboard.
     virtual void CopyText(const std::string& text) = 0;
+    /// The libraries that the windows are made with; none where there are no windows.
+    virtual std::vector<LibraryInUse> Libraries() { return {}; }
     /// The account's full name, or an empty text.
     virtual std::string UserName() = 0;
 };

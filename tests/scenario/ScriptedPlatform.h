@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/DesktopPlatform.h"
 #include "frame/Platform.h"
 
 #include <deque>
@@ -46,6 +47,7 @@ public:
     void ShowProgress(int done, int total) override;
     void YieldToMessages() override;
     void CopyText(const std::string& text) override { copied = text; }
+    std::vector<LibraryInUse> Libraries() override { return DesktopLibraries(); }
     std::string UserName() override { return {}; }
 
     std::deque<ScriptedAnswer> answers;

@@ -284,6 +284,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"Go", "mnuCloseFile", "Close File", false},
         {"Help", "mnuHelp", "Guide..."},
         {"Help", "mnuCalculatorCheck", "Check the Calculators..."},
+        {"Help", "mnuAbout", "About..."},
     };
     Start();
     const std::vector<MenuRow> rows = MenuRows();

@@ -73,4 +73,14 @@ Layout HelpBook()
     return layout;
 }
 
+Layout About()
+{
+    Layout layout{.width = 720, .height = 420, .growing = "AboutFacts"};
+    layout.Place("AboutTitle", 16, 12, 688, 26);
+    layout.Looks({.size = 16, .bold = true});
+    layout.Place("AboutFacts", 16, 48, 688, 316);
+    ButtonRow(layout, 704, 378, std::to_array<std::string_view>({"AboutCopy", "AboutClose"}));
+    return layout;
+}
+
 } // namespace quillmere::layouts

@@ -24,6 +24,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"CalculatorCheck", layouts::CalculatorCheck},
     {"Explanation", layouts::Explanation},
     {"HelpBook", layouts::HelpBook},
+    {"About", layouts::About},
     {"OverviewList", layouts::OverviewList},
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},

@@ -21,6 +21,7 @@ Layout CheckList();
 Layout CalculatorCheck();
 Layout Explanation();
 Layout HelpBook();
+Layout About();
 Layout OverviewList();
 Layout frmFolderManager();
 Layout frmBackup();

@@ -428,4 +428,12 @@ PrintOutcome CupsPrinters::Print(const PrintRequest& request)
     return outcome;
 }
 
+LibraryInUse SpoolerLibrary()
+{
+    // "CUPS/2.4.2 (Linux ...) IPP/2.1"
+    const std::string_view agent = cupsUserAgent();
+    const std::size_t begin = std::min(agent.find('/'), agent.size() - 1) + 1;
+    return {"CUPS", std::string(agent.substr(begin, agent.find(' ', begin) - begin))};
+}
+
 } // namespace quillmere

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "frame/LibraryInUse.h"
 #include "frame/Platform.h"
 
 #include <chrono>
@@ -19,6 +20,9 @@ struct PrinterFacts {
     enum class State { Idle, Printing, Stopped } state = State::Idle;
     bool isAccepting = true; ///< takes new jobs
 };
+
+/// What the spooler is talked to with.
+LibraryInUse SpoolerLibrary();
 
 /// The printers of the print spooler (CUPS), and the way to them. Every call is bounded in time. The talking is done by
 /// a thread of the call's own, while the caller's looks after the windows.
