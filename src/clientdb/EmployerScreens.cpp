@@ -3,12 +3,14 @@
 #include "clientdb/BoundScreen.h"
 #include "clientdb/Employees.h"
 #include "clientdb/RecentEmployees.h"
+#include "clientdb/UserOperation.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
 #include "frame/CloseAll.h"
 #include "frame/Text.h"
 
 #include <array>
+#include <fmt/format.h>
 #include <optional>
 
 namespace quillmere {
@@ -19,11 +21,6 @@ constexpr std::string_view EmployerError = "Employer Error";
 constexpr std::string_view EmployeeError = "Employee Error";
 constexpr std::string_view LoadingPage1 = "P11D Page 1 - loading error";
 constexpr std::string_view NewEmployeeError = "New Employee Error";
-
-Database OpenClients(const Session& session)
-{
-    return Database::OpenDatabase(session.ClientDatabasePath());
-}
 
 std::vector<std::string> EmployeesToShow(Session& session)
 {
@@ -179,7 +176,8 @@ void NewFile::AddEmployer()
         session.messages.Tell(EmployerError, "This Employer already exists.");
         return;
     }
-    CreateAndOpen(database, employee);
+    database.Close();
+    CreateAndOpen(employee);
 }
 
 void NewFile::AddEmployee()
@@ -193,7 +191,8 @@ void NewFile::AddEmployee()
         session.messages.Tell(EmployeeError, "This Employee name already exists.");
         return;
     }
-    Screen* page = CreateAndOpen(database, employee);
+    database.Close();
+    Screen* page = CreateAndOpen(employee);
     if (page == nullptr)
         return;
     // Kept: after a new employee the two captions stand the other way round.
@@ -212,10 +211,13 @@ NewEmployee NewFile::TakeNames()
     return employee;
 }
 
-Screen* NewFile::CreateAndOpen(Database& database, const NewEmployee& employee)
+Screen* NewFile::CreateAndOpen(const NewEmployee& employee)
 {
-    CreateEmployee(database, employee);
-    database.Close();
+    {
+        const UserOperation operation(session, "New employee " + session.CurrentEmployee);
+        Database database = OpenClients(session);
+        CreateEmployee(database, employee);
+    }
     UnloadAllScreens(session);
     return OpenPage1(session, "Add New Record");
 }
@@ -327,6 +329,7 @@ void EmployerList::DeleteChosen()
         return;
     {
         const BusyPointer busy(session.platform);
+        const UserOperation operation(session, "Delete Employer " + employer);
         Database database = OpenClients(session);
         DeleteEmployer(database, employer);
     }
@@ -401,6 +404,7 @@ void EmployeeList::DeleteChosen()
         return;
     {
         const BusyPointer busy(session.platform);
+        const UserOperation operation(session, "Delete Employee " + employee);
         Database database = OpenClients(session);
         DeleteEmployee(database, session.CurrentEmployer, employee);
     }
@@ -496,6 +500,7 @@ void RenameEmp::RenameChosenEmployer()
     }
     {
         const BusyPointer busy(session.platform);
+        const UserOperation operation(session, fmt::format("Rename {} to {}", employer, newName));
         Database database = OpenClients(session);
         RenameEmployer(database, employer, newName, box("NewPAYE").Text());
     }
@@ -526,6 +531,7 @@ void RenameEmp::RenameChosenEmployee()
     }
     {
         const BusyPointer busy(session.platform);
+        const UserOperation operation(session, fmt::format("Rename {} to {}", employee, newName));
         Database database = OpenClients(session);
         RenameEmployee(database, session.CurrentEmployer, employee, newName);
     }

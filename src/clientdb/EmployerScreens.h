@@ -35,10 +35,9 @@ private:
     [[nodiscard]] bool Missing(std::string_view boxName, std::string_view title, std::string_view message);
     /// The names in the boxes become the current employer and employee.
     NewEmployee TakeNames();
-    /// Makes the records, closes what is open and opens page 1. False if the store does not let page 1 open.
-    /// The database is closed before the page opens.
-    /// Page 1, as OpenPage1 gives it.
-    Screen* CreateAndOpen(Database& database, const NewEmployee& employee);
+    /// Makes the records, closes what is open and opens page 1, with the database closed before. Page 1, as OpenPage1
+    /// gives it.
+    Screen* CreateAndOpen(const NewEmployee& employee);
 };
 
 /// The list of employers.

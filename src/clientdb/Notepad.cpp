@@ -2,6 +2,7 @@
 
 #include "clientdb/CurrentRecord.h"
 #include "clientdb/OpenRecord.h"
+#include "clientdb/UserOperation.h"
 #include "edition/Edition.h"
 #include "frame/CloseAll.h"
 #include "frame/Text.h"
@@ -78,6 +79,12 @@ std::vector<std::string> Notepad::Fields() const
         if (!entry.field.empty())
             fields.push_back(entry.field);
     return fields;
+}
+
+Notepad::Shown Notepad::WhereShown(std::string_view field) const
+{
+    const Entry& entry = EntryOf(field);
+    return {.box = entry.box, .tab = entry.tab};
 }
 
 // ---- the opening
@@ -204,8 +211,9 @@ bool Notepad::MayStore()
 
 bool Notepad::Store(std::vector<Result>& results)
 {
+    const UserOperation operation(session, ScreenWords(*this) + ", OK");
     try {
-        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        Database database = OpenClients(session);
         WriteBatch batch(database);
         if (FindOwn(database, words.okMissing).NoMatch() && words.missingEnds)
             return false;

@@ -46,6 +46,12 @@ public:
     /// The table of its record, and the fields of it that the notepad keeps, in the order of writing.
     const std::string& Table() const { return table; }
     std::vector<std::string> Fields() const;
+    /// The box in which a field shows, and the number of the tab; no box for one that is only carried.
+    struct Shown {
+        const Box* box = nullptr;
+        int tab = 1;
+    };
+    Shown WhereShown(std::string_view field) const;
 
 protected:
     // How a notepad is put together.

@@ -1,6 +1,6 @@
 #include "clientdb/OpenRecord.h"
 
-#include "clientdb/store/Recordset.h"
+#include "clientdb/UserOperation.h"
 #include "frame/CloseAll.h"
 
 #include <algorithm>
@@ -154,7 +154,8 @@ void OpenRecord::Write()
     if (!isThere)
         return;
     if (const std::vector<BoundBox*> changed = Changed(); !changed.empty()) {
-        Database opened = Database::OpenDatabase(key.database);
+        const UserOperation operation(session, ScreenWords(*screen) + " stored");
+        Database opened = OpenForWriting(session, key.database);
         Recordset records = opened.OpenRecordset(source.table);
         if (!Position(records, key)) {
             isThere = hasBroughtBack = false;

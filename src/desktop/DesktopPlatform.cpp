@@ -17,10 +17,12 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
+#include <QSysInfo>
 #include <QUrl>
 
 #include <algorithm>
 #include <chrono>
+#include <fmt/format.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -50,6 +52,14 @@ QMessageBox::Icon IconOf(Icon icon)
         break;
     }
     return QMessageBox::NoIcon;
+}
+
+std::tm LocalTime()
+{
+    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+    std::tm local{};
+    localtime_r(&now, &local);
+    return local;
 }
 
 int WidestLine(const QString& text, const QFont& font)
@@ -181,10 +191,14 @@ int DesktopPlatform::OpenWithDesktop(const std::filesystem::path& file)
 
 Day DesktopPlatform::Today()
 {
-    const std::time_t now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-    std::tm local{};
-    localtime_r(&now, &local);
+    const std::tm local = LocalTime();
     return std::chrono::sys_days(std::chrono::year(local.tm_year + 1900) / (local.tm_mon + 1) / local.tm_mday);
+}
+
+std::string DesktopPlatform::TimeOfDay()
+{
+    const std::tm local = LocalTime();
+    return fmt::format("{:02}:{:02}:{:02}", local.tm_hour, local.tm_min, local.tm_sec);
 }
 
 void DesktopPlatform::SetBusyPointer(bool newBusy)
@@ -226,6 +240,14 @@ std::string DesktopPlatform::UserName()
         return {};
     const std::string full(account->pw_gecos);
     return full.substr(0, full.find(','));
+}
+
+std::string DesktopPlatform::DeskName()
+{
+    const passwd* account = getpwuid(getuid());
+    const std::string user =
+        account == nullptr || account->pw_name == nullptr ? std::to_string(getuid()) : account->pw_name;
+    return user + "@" + QSysInfo::machineHostName().toStdString();
 }
 
 } // namespace quillmere

@@ -28,12 +28,14 @@ public:
     PrintOutcome Print(const PrintRequest& request) override;
     int OpenWithDesktop(const std::filesystem::path& file) override;
     Day Today() override;
+    std::string TimeOfDay() override;
     void SetBusyPointer(bool busy) override;
     void ShowProgress(int done, int total) override;
     void YieldToMessages() override;
     void CopyText(const std::string& text) override;
     std::vector<LibraryInUse> Libraries() override { return DesktopLibraries(); }
     std::string UserName() override;
+    std::string DeskName() override;
 
 private:
     DesktopHost& host;

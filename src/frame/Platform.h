@@ -75,6 +75,8 @@ public:
     /// `ShellOpen`.
     virtual int OpenWithDesktop(const std::filesystem::path& file) = 0;
     virtual Day Today() = 0;
+    /// The time of day, "14:31:07".
+    virtual std::string TimeOfDay() = 0;
     virtual void SetBusyPointer(bool busy) = 0;
     /// Shows how far a long work has come, in the status bar; `total` 0 takes the bar away.
     virtual void ShowProgress(int done, int total) = 0;
@@ -86,6 +88,8 @@ public:
     virtual std::vector<LibraryInUse> Libraries() { return {}; }
     /// The account's full name, or an empty text.
     virtual std::string UserName() = 0;
+    /// Who sits where: account and computer, "anna@desk3".
+    virtual std::string DeskName() = 0;
 };
 
 } // namespace quillmere

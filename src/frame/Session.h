@@ -15,6 +15,7 @@
 namespace quillmere {
 
 class OpenRecord;
+struct OperationNote;
 
 /// Which document a print command of one employee or employer asks for.
 enum class PrintedDocument { Employee, Declaration };
@@ -55,6 +56,10 @@ struct Session {
     bool endsBySystem = false;             ///< closed at the system's wish: nobody is there to be asked
 
     Onlooker* onlooker = nullptr; ///< who says a word about what happens in the boxes; may be missing
+
+    /// The operation that the user is about, for the change history; nothing between two of them.
+    std::shared_ptr<OperationNote> operation;
+    bool historyOffTold = false; ///< that this run's changes are not noted has been said
 
     /// Draws a document of the current employer and employee and shows it. Empty in a program that draws none.
     std::function<void(PrintedDocument)> printJob;

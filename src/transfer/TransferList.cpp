@@ -1,5 +1,6 @@
 #include "transfer/TransferList.h"
 
+#include "clientdb/UserOperation.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
 #include "frame/CheckedFile.h"
@@ -123,9 +124,10 @@ void TransferList::TransferAll()
 
 void TransferList::Run(const std::optional<LastYearEmployee>& selected)
 {
+    const UserOperation operation(session, selected ? "Transfer of " + selected->employee : "Transfer of all");
     try {
         const BusyPointer busy(session.platform);
-        YearTransfer transfer(session.ClientDatabasePath(), lastYearDatabase);
+        YearTransfer transfer(session.ClientDatabasePath(), lastYearDatabase, session.operation);
         const auto employees = selected ? std::vector{*selected} : transfer.LastYearEmployees();
         if (!TransferEach(transfer, employees, selected ? TransferMode::Single : TransferMode::All))
             return;

@@ -118,8 +118,9 @@ bool ExistingEmployees::Contains(std::string_view employer, std::string_view emp
 
 // ---- the run --------------------------------------------------------------------------------------
 
-YearTransfer::YearTransfer(const std::filesystem::path& thisYearFile, const std::filesystem::path& lastYearFile)
-    : thisYear(Database::OpenDatabase(thisYearFile)),
+YearTransfer::YearTransfer(const std::filesystem::path& thisYearFile, const std::filesystem::path& lastYearFile,
+                           std::shared_ptr<OperationNote> note)
+    : thisYear(Database::OpenDatabase(thisYearFile, OpenMode::ReadWrite, std::move(note))),
       lastYear(Database::OpenDatabase(lastYearFile, OpenMode::ReadOnly)),
       p11d(Open("P11D")),
       extraCars(Open("ExtraCars")),

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -76,7 +77,8 @@ struct TransferNotice {
 class YearTransfer {
 public:
     /// Opens both databases and lists who is there this year. Throws StoreError and TooManyEmployees.
-    YearTransfer(const std::filesystem::path& thisYear, const std::filesystem::path& lastYear);
+    YearTransfer(const std::filesystem::path& thisYear, const std::filesystem::path& lastYear,
+                 std::shared_ptr<OperationNote> note = nullptr);
 
     std::vector<LastYearEmployee> LastYearEmployees() { return ListLastYearEmployees(lastYear); }
     /// True if this year's database had the employee when the run began.

@@ -1,4 +1,5 @@
 #include "clientdb/Employees.h"
+#include "clientdb/store/History.h"
 #include "clientdb/store/TableLayouts.h"
 #include "support/StoreFixture.h"
 
@@ -197,6 +198,11 @@ TEST_F(Kill, AtAnyMomentLeavesADatabaseThatOpensWithAllEarlierWrites)
             for (const char* stem : {"Description", "Cost", "AmountGood", "CashEq"})
                 values.emplace(schedule.Field(stem + std::to_string(line)));
         ASSERT_EQ(values.size(), 1u) << "a schedule was torn";
+        // The history is what the tables are: the last operation goes back, and forth again.
+        History history(database);
+        for (int way = 0; way < 2; ++way)
+            ASSERT_TRUE(history.Undo(history.Operations({}, 1).front().number).empty()) << "kill " << kill;
+
         const auto lastOf = [&](int remainder) { return last - ((last - remainder) % 4 + 4) % 4; };
         if (lastOf(1) > 0) {
             ASSERT_GE(std::stoi(*values.begin()), lastOf(1));

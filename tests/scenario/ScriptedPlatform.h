@@ -43,12 +43,14 @@ public:
     PrintOutcome Print(const PrintRequest& request) override;
     int OpenWithDesktop(const std::filesystem::path& file) override;
     Day Today() override { return today; }
+    std::string TimeOfDay() override { return "12:00:00"; }
     void SetBusyPointer(bool busy) override;
     void ShowProgress(int done, int total) override;
     void YieldToMessages() override;
     void CopyText(const std::string& text) override { copied = text; }
     std::vector<LibraryInUse> Libraries() override { return DesktopLibraries(); }
     std::string UserName() override { return {}; }
+    std::string DeskName() override { return "clerk@desk"; }
 
     std::deque<ScriptedAnswer> answers;
     std::deque<SeenMessage> unseen;   ///< boxes that the scenario has not looked at yet

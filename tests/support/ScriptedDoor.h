@@ -39,11 +39,13 @@ public:
         return openResult;
     }
     Day Today() override { return today; }
+    std::string TimeOfDay() override { return "12:00:00"; }
     void SetBusyPointer(bool newBusy) override { busy = newBusy; }
     void ShowProgress(int done, int total) override { progress.emplace_back(done, total); }
     void YieldToMessages() override { ++yields; }
     void CopyText(const std::string& text) override { copied = text; }
     std::string UserName() override { return {}; }
+    std::string DeskName() override { return deskName; }
 
     /// The last message's text, taken away; an empty text if there is none.
     std::string TakeText()
@@ -64,6 +66,7 @@ public:
     std::vector<std::filesystem::path> opened;
     int openResult = 33;
     std::string copied;
+    std::string deskName = "clerk@desk";
     Day today = std::chrono::sys_days(std::chrono::year(2011) / 6 / 30);
     bool busy = false;
     int beeps = 0;

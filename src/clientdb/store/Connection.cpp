@@ -1,5 +1,6 @@
 #include "clientdb/store/Connection.h"
 
+#include "clientdb/store/ChangeLog.h"
 #include "clientdb/store/StoreFaults.h"
 
 #include <fmt/format.h>
@@ -8,7 +9,8 @@
 namespace quillmere {
 namespace {
 
-/// No record is longer than the longest texts that the boxes of a screen take, all together.
+/// No record is longer than the longest texts that the boxes of a screen take, all together; a change of the history
+/// holds it twice.
 constexpr int MostBytesOfRecord = 4'194'304;
 /// The longest text that a box takes, in three bytes a character.
 constexpr int MostBytesOfText = 131'072;
@@ -84,6 +86,13 @@ Run& Run::Bind(std::int64_t number)
     return *this;
 }
 
+Run& Run::BindBytes(std::string_view bytes)
+{
+    sqlite3_bind_blob64(statement, ++parameter, bytes.data() == nullptr ? "" : bytes.data(), bytes.size(),
+                        SQLITE_STATIC);
+    return *this;
+}
+
 Run& Run::BindNull()
 {
     sqlite3_bind_null(statement, ++parameter);
@@ -139,7 +148,12 @@ void Run::Fail(int result)
 // ---- the statements of a table ------------------------------------------------------------------
 
 TableStatements::TableStatements(Database::Connection& of, const TableLayout& tableLayout)
-    : connection(of), layout(tableLayout), fields(FieldsOf(tableLayout)), table(Quoted(tableLayout.name))
+    : connection(of),
+      layout(tableLayout),
+      fields(FieldsOf(tableLayout)),
+      employerColumn(fields.Find("EmployerName")),
+      employeeColumn(fields.Find("EmployeeName")),
+      table(Quoted(tableLayout.name))
 {
 }
 
@@ -189,6 +203,12 @@ sqlite3_stmt* TableStatements::Read(std::span<const std::uint16_t> columns, bool
                  [&] { return fmt::format("SELECT {} FROM {} WHERE rowid=?", Columns(columns, all, ","), table); });
 }
 
+sqlite3_stmt* TableStatements::ReadNumbered()
+{
+    return Shape('n', {},
+                 [&] { return fmt::format("SELECT rowid,{} FROM {} WHERE rowid=?", Columns({}, true, ","), table); });
+}
+
 sqlite3_stmt* TableStatements::ReadList(std::span<const std::uint16_t> columns, bool all)
 {
     // A cross join is never turned round, so the rows come in the order of the list.
@@ -231,6 +251,15 @@ sqlite3_stmt* TableStatements::Insert(std::span<const std::uint16_t> columns)
     });
 }
 
+sqlite3_stmt* TableStatements::InsertWhole()
+{
+    return Shape('I', {}, [&] {
+        const std::vector<std::string_view> places(fields.Count() + 1, "?");
+        return fmt::format("INSERT INTO {}(rowid,{}) VALUES({})", table, Columns({}, true, ","),
+                           fmt::join(places, ","));
+    });
+}
+
 sqlite3_stmt* TableStatements::Update(std::span<const std::uint16_t> columns)
 {
     return Shape('u', columns, [&] {
@@ -255,6 +284,7 @@ sqlite3_stmt* TableStatements::Employers()
 // ---- the connection -----------------------------------------------------------------------------
 
 Database::Connection::Connection(const std::filesystem::path& path, int flags)
+    : file(path), log(std::make_unique<ChangeLog>(*this))
 {
     const int result =
         sqlite3_open_v2(PathText(path).c_str(), &handle, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
@@ -264,13 +294,18 @@ Database::Connection::Connection(const std::filesystem::path& path, int flags)
         throw StoreError(result, PathText(path) + ": " + words, "");
     }
     sqlite3_busy_timeout(handle, BusyTimeout);
-    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, MostBytesOfRecord);
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, 2 * MostBytesOfRecord);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+}
+
+Database::Connection::~Connection()
+{
+    Close();
 }
 
 void Database::Connection::Close()
@@ -311,14 +346,25 @@ sqlite3_stmt* Database::Connection::Prepare(const std::string& text)
     return statement;
 }
 
-void Database::Connection::Execute(const std::string& text)
+sqlite3_stmt* Database::Connection::Own(const std::string& text)
 {
     sqlite3_stmt*& statement = own[text];
     if (statement == nullptr)
         statement = Prepare(text);
-    Run run(*this, statement);
+    return statement;
+}
+
+void Database::Connection::Execute(const std::string& text)
+{
+    Run run(*this, Own(text));
     while (run.Step()) {
     }
+}
+
+std::int64_t Database::Connection::Number(const std::string& text)
+{
+    Run run(*this, Own(text));
+    return run.Step() ? run.Number(0) : 0;
 }
 
 std::int64_t Database::Connection::Pragma(const std::string& text)
@@ -332,25 +378,43 @@ std::int64_t Database::Connection::Pragma(const std::string& text)
     return run.Step() ? run.Number(0) : 0;
 }
 
+std::int64_t Database::Connection::Writes() const
+{
+    return sqlite3_total_changes64(handle) - log->OwnChanges();
+}
+
 void Database::Connection::BeforeWrite()
 {
     RequireOpen();
-    if (batches == 0 || InTransaction())
+    if (InTransaction())
         return;
+    log->Lost();
     try {
         Execute("BEGIN IMMEDIATE");
     } catch (const StoreError& failure) {
-        throw BatchLost(failure);
+        if (batches > 0)
+            throw BatchLost(failure);
+        throw;
     }
+    isSingleWrite = batches == 0;
+}
+
+void Database::Connection::AfterWrite()
+{
+    if (isSingleWrite)
+        CommitWithHistory();
+    else if (batches == 0)
+        log->Store();
 }
 
 void Database::Connection::AfterFailedWrite(const StoreError& failure)
 {
     if (batches == 0)
-        return;
+        return DropSingleWrite();
     // A full disk, for one, takes the transaction along with the write.
     if (!InTransaction())
         throw BatchLost(failure);
+    log->StoreOrGiveUp();
     try {
         Commit();
     } catch (const StoreError&) {
@@ -359,17 +423,38 @@ void Database::Connection::AfterFailedWrite(const StoreError& failure)
     }
 }
 
+void Database::Connection::DropSingleWrite()
+{
+    if (isSingleWrite)
+        RollBack();
+}
+
 void Database::Connection::Commit()
 {
     if (handle == nullptr || !InTransaction())
         return;
     try {
-        Execute("COMMIT");
+        CommitWithHistory();
     } catch (const StoreError& failure) {
-        if (InTransaction())
-            sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
+        RollBack();
         throw BatchLost(failure);
     }
+}
+
+void Database::Connection::CommitWithHistory()
+{
+    log->Store();
+    Execute("COMMIT");
+    log->Committed();
+    isSingleWrite = false;
+}
+
+void Database::Connection::RollBack()
+{
+    if (InTransaction())
+        sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
+    log->Lost();
+    isSingleWrite = false;
 }
 
 } // namespace quillmere

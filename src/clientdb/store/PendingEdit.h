@@ -27,6 +27,7 @@ public:
     void Set(std::size_t column, std::string_view text, bool isNull);
     /// The change of a field; nullptr if it stays as it is.
     const Change* Find(std::size_t column) const;
+    std::span<const Change> Changes() const { return changes; }
     /// Writes the record, or adds it: the number of records written.
     int Write(Database::Connection& connection, TableStatements& statements, std::int64_t rowid) const;
 

@@ -34,8 +34,8 @@ public:
 
     /// True if nothing has been written since the records were read. After a write of the cursor's own, which begins
     /// with this, StayFresh keeps them.
-    bool IsFresh() const { return writesSeen == sqlite3_total_changes64(connection.handle); }
-    void StayFresh() { writesSeen = sqlite3_total_changes64(connection.handle); }
+    bool IsFresh() const { return writesSeen == connection.Writes(); }
+    void StayFresh() { writesSeen = connection.Writes(); }
 
 private:
     /// A record read ahead, and where it stands in the list of a scan that goes by list.
@@ -68,7 +68,7 @@ private:
     std::size_t rowWidth = 0;
     std::size_t at = 0; ///< the row of the current record, if that is among them
     std::size_t goal = 1;
-    sqlite3_int64 writesSeen = 0;
+    std::int64_t writesSeen = 0;
 
     bool isRow = false;   ///< the current record is row `at`
     bool scanned = false; ///< it was reached by a scan or a Seek, which may go on

@@ -1,5 +1,6 @@
 #include "clientdb/store/Recordset.h"
 
+#include "clientdb/store/ChangeLog.h"
 #include "clientdb/store/Connection.h"
 #include "clientdb/store/PendingEdit.h"
 #include "clientdb/store/ReadAhead.h"
@@ -41,7 +42,7 @@ Database::Database(Database&&) noexcept = default;
 Database& Database::operator=(Database&&) noexcept = default;
 Database::~Database() = default;
 
-Database Database::OpenDatabase(const std::filesystem::path& path, OpenMode mode)
+Database Database::OpenDatabase(const std::filesystem::path& path, OpenMode mode, std::shared_ptr<OperationNote> note)
 {
     auto connection = OpenFile(path, mode);
     try {
@@ -56,7 +57,7 @@ Database Database::OpenDatabase(const std::filesystem::path& path, OpenMode mode
             throw StoreError(SQLITE_CANTOPEN, error.message(), "");
         if (size % static_cast<std::uintmax_t>(connection->Pragma("PRAGMA page_size")) != 0)
             throw StoreError(SQLITE_CORRUPT, "its end is missing", "");
-        RequireClientTables(*connection);
+        connection->log->Begin(RequireClientTables(*connection), std::move(note));
         if (mode == OpenMode::ReadWrite) {
             connection->Pragma("PRAGMA journal_mode=DELETE");
             connection->Pragma("PRAGMA synchronous=EXTRA");
@@ -185,13 +186,23 @@ void Recordset::State::WriteNow()
 {
     connection->BeforeWrite();
     const bool isFresh = ahead.IsFresh();
+    const bool isNew = edit.IsNewRecord();
+    if (!isNew)
+        connection->log->LookAt(statements, position.Rowid(), edit.Changes());
     const int written = edit.Write(*connection, statements, position.Rowid());
-    if (edit.IsNewRecord()) {
-        ahead.Drop();
-        position.StandOn(sqlite3_last_insert_rowid(connection->handle));
-    } else if (written == 0) {
+    if (!isNew && written == 0) {
         position.Leave(Place::OnDeleted);
         position.RequireRecord();
+    }
+    const std::int64_t record = isNew ? sqlite3_last_insert_rowid(connection->handle) : position.Rowid();
+    if (isNew)
+        connection->log->NoteAdded(statements, record, edit.Changes());
+    else
+        connection->log->NoteChanged(statements, record, edit.Changes());
+    connection->AfterWrite();
+    if (isNew) {
+        ahead.Drop();
+        position.StandOn(record);
     }
     if (isFresh)
         ahead.StayFresh();
@@ -207,8 +218,10 @@ bool Recordset::State::Write(bool mayRefuse)
             WriteNow();
     } catch (const StoreError& failure) {
         Forget();
-        if (mayRefuse && (failure.Number() & 0xff) == SQLITE_CONSTRAINT)
+        if (mayRefuse && (failure.Number() & 0xff) == SQLITE_CONSTRAINT) {
+            connection->DropSingleWrite();
             return false;
+        }
         connection->AfterFailedWrite(failure);
         throw;
     }
@@ -222,13 +235,19 @@ void Recordset::State::Delete()
     try {
         connection->BeforeWrite();
         const bool isFresh = ahead.IsFresh();
+        connection->log->LookAtWhole(statements, position.Rowid());
         const int deleted = Run(*connection, statements.Delete()).Bind(position.Rowid()).Change();
+        if (deleted == 0) {
+            position.Leave(Place::OnDeleted);
+            Forget();
+            position.RequireRecord();
+        }
+        connection->log->NoteDeleted(statements, position.Rowid());
+        connection->AfterWrite();
         if (isFresh)
             ahead.StayFresh();
         position.Leave(Place::OnDeleted);
         Forget();
-        if (deleted == 0)
-            position.RequireRecord();
     } catch (const StoreError& failure) {
         connection->AfterFailedWrite(failure);
         throw;

@@ -12,14 +12,18 @@
 namespace quillmere {
 
 class Recordset;
+struct OperationNote;
 
 enum class OpenMode { ReadWrite, ReadOnly };
 
 /// An open database file: shared, with no exclusive lock. It never makes a file. Closed by its end.
 class Database {
 public:
-    /// Throws StoreError if the file is missing, no database of this program, or locked past the time-out.
-    static Database OpenDatabase(const std::filesystem::path& path, OpenMode mode = OpenMode::ReadWrite);
+    /// Throws StoreError if the file is missing, no database of this program, or locked past the time-out. What is
+    /// written goes into its change history, with the words of `note`; without one each transaction is an operation of
+    /// nobody.
+    static Database OpenDatabase(const std::filesystem::path& path, OpenMode mode = OpenMode::ReadWrite,
+                                 std::shared_ptr<OperationNote> note = nullptr);
     /// Opens the reference database of car models, whose tables are its own. Throws StoreError if the file is missing
     /// or no database.
     static Database OpenReferenceDatabase(const std::filesystem::path& path, OpenMode mode = OpenMode::ReadOnly);
@@ -43,6 +47,7 @@ private:
     friend class Recordset;
     friend class WriteBatch;
     friend class ReadBatch;
+    friend class History;
     explicit Database(std::shared_ptr<Connection> connection);
     std::shared_ptr<Connection> connection;
 };

@@ -75,15 +75,18 @@ std::string CreateIndexText(const TableLayout& table, const TableIndex& index)
                        index.part2.empty() ? "" : fmt::format(",[{}]", index.part2));
 }
 
-void RequireClientTables(Database::Connection& connection)
+HistoryState RequireClientTables(Database::Connection& connection)
 {
     const Statements& expected = ClientStatements();
     std::set<std::string, std::less<>> met;
+    HistoryLook history;
     Run schema(connection, connection.Prepare("SELECT name,tbl_name,sql FROM sqlite_schema"));
     while (schema.Step()) {
         const std::string_view name = schema.Text(0), table = schema.Text(1);
-        if (!expected.contains(table))
+        if (!expected.contains(table)) {
+            history.Meet(name, table, schema.Text(2));
             continue;
+        }
         const auto statement = expected.find(name);
         if (statement == expected.end())
             Fail(table, fmt::format("has {} hung on it, which is not of this program", name));
@@ -98,6 +101,7 @@ void RequireClientTables(Database::Connection& connection)
             if (!met.contains(fmt::format("{}_{}", table.name, index.name)))
                 Fail(table.name, fmt::format("has no index {}", index.name));
     }
+    return history.Found();
 }
 
 void RequireReferenceTable(Database::Connection& connection, const TableLayout& table)

@@ -33,12 +33,10 @@ void CreateFile(const std::filesystem::path& path, std::span<const TableLayout> 
 void CreateTables(const std::filesystem::path& path)
 {
     CreateFile(path, ClientTables(), ApplicationId);
-    Database database = Database::OpenDatabase(path);
-    Recordset currencies = database.OpenRecordset("HNotepad2");
-    currencies.AddNew();
-    currencies.SetField("Currency1", edition::FirstCurrency);
-    currencies.SetField("Rate1", edition::OfficialRateOfInterest);
-    currencies.Update();
+    // An empty database has no history yet.
+    Database::Connection connection(path, SQLITE_OPEN_READWRITE);
+    Run currency(connection, connection.Own("INSERT INTO [HNotepad2]([Currency1],[Rate1]) VALUES(?,?)"));
+    currency.Bind(edition::FirstCurrency).Bind(edition::OfficialRateOfInterest).Change();
 }
 
 void CreateReferenceTables(const std::filesystem::path& path)

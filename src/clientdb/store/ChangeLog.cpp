@@ -1,0 +1,465 @@
+#include "clientdb/store/ChangeLog.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <utility>
+
+namespace quillmere {
+namespace {
+
+/// Of a record that is written in single fields so many are looked at one by one; with more of them it is read whole.
+constexpr std::size_t MostFieldsApart = 4;
+/// With more bytes than these waiting they are stored before the transaction ends.
+constexpr std::size_t MostBytesWaiting = 1'048'576;
+/// Changes of one employee are put together up to about so many bytes.
+constexpr std::size_t MostBytesTogether = 65'536;
+/// What a row of changes and an operation take besides the fields, about.
+constexpr std::int64_t BytesOfChange = 60, BytesOfOperation = 100;
+/// So often it is looked whether the history has grown too large.
+constexpr std::int64_t OperationsBetweenLooks = 64;
+
+void PutNumber(std::string& bytes, std::size_t number)
+{
+    for (; number >= 0x80; number >>= 7)
+        bytes += static_cast<char>(0x80 | (number & 0x7f));
+    bytes += static_cast<char>(number);
+}
+
+/// Null is 0, a text its length plus 1.
+void PutText(std::string& bytes, const std::optional<std::string>& text)
+{
+    PutNumber(bytes, text ? text->size() + 1 : 0);
+    if (text)
+        bytes += *text;
+}
+
+/// Reads what PutNumber and PutText have put.
+class Reader {
+public:
+    explicit Reader(std::string_view bytes) : rest(bytes) {}
+    bool AtEnd() const { return rest.empty(); }
+
+    std::size_t Number()
+    {
+        std::size_t number = 0;
+        for (unsigned shift = 0; shift < 64; shift += 7) {
+            const auto byte = static_cast<unsigned char>(Take(1).front());
+            number |= static_cast<std::size_t>(byte & 0x7f) << shift;
+            if (byte < 0x80)
+                return number;
+        }
+        Fail();
+    }
+    std::string_view Take(std::size_t size)
+    {
+        if (size > rest.size())
+            Fail();
+        const std::string_view taken = rest.substr(0, size);
+        rest.remove_prefix(size);
+        return taken;
+    }
+    std::optional<std::string> Text()
+    {
+        const std::size_t size = Number();
+        if (size == 0)
+            return std::nullopt;
+        return std::string(Take(size - 1));
+    }
+    [[noreturn]] static void Fail() { throw StoreError(SQLITE_CORRUPT, "A change of the history cannot be read.", ""); }
+
+private:
+    std::string_view rest;
+};
+
+/// A failure that tells of the history itself and not of the disk or of others at work.
+bool IsOfHistory(const StoreError& failure)
+{
+    switch (failure.Number() & 0xff) {
+    case SQLITE_CORRUPT:
+    case SQLITE_ERROR:
+    case SQLITE_CONSTRAINT:
+    case SQLITE_MISMATCH:
+    case SQLITE_TOOBIG:
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::optional<std::string> TextOf(const Cells& cells, std::size_t cell)
+{
+    return cells.IsNull(cell) ? std::nullopt : std::optional<std::string>(cells.Text(cell));
+}
+
+std::optional<std::string> TextOf(const PendingEdit::Change& change)
+{
+    return change.isNull ? std::nullopt : std::optional(change.text);
+}
+
+FieldChange* Find(std::vector<FieldChange>& fields, std::size_t column)
+{
+    const auto found = std::ranges::find(fields, column, &FieldChange::column);
+    return found == fields.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+std::string EncodeFields(ChangeKind kind, std::span<const FieldChange> fields)
+{
+    std::string bytes;
+    for (const FieldChange& field : fields) {
+        if (field.before == field.after)
+            continue;
+        PutNumber(bytes, field.column);
+        if (kind != ChangeKind::Added)
+            PutText(bytes, field.before);
+        if (kind != ChangeKind::Deleted)
+            PutText(bytes, field.after);
+    }
+    return bytes;
+}
+
+void AppendChange(std::string& bytes, const TableLayout& table, std::int64_t record, ChangeKind kind,
+                  std::string_view fields)
+{
+    PutNumber(bytes, static_cast<std::size_t>(&table - ClientTables().data()));
+    PutNumber(bytes, static_cast<std::size_t>(record));
+    PutNumber(bytes, static_cast<std::size_t>(kind));
+    PutNumber(bytes, fields.size());
+    bytes += fields;
+}
+
+namespace {
+
+std::vector<FieldChange> DecodeFields(ChangeKind kind, Reader reader, std::size_t columns)
+{
+    std::vector<FieldChange> fields;
+    while (!reader.AtEnd()) {
+        const std::size_t column = reader.Number();
+        if (column >= columns)
+            Reader::Fail();
+        FieldChange& field = fields.emplace_back(FieldChange{static_cast<std::uint16_t>(column), {}, {}});
+        if (kind != ChangeKind::Added)
+            field.before = reader.Text();
+        if (kind != ChangeKind::Deleted)
+            field.after = reader.Text();
+    }
+    return fields;
+}
+
+} // namespace
+
+std::vector<RecordChange> DecodeChanges(std::string_view bytes)
+{
+    std::vector<RecordChange> changes;
+    for (Reader reader(bytes); !reader.AtEnd();) {
+        const std::size_t table = reader.Number();
+        const std::size_t record = reader.Number();
+        const std::size_t kind = reader.Number();
+        if (table >= ClientTables().size() || kind > static_cast<std::size_t>(ChangeKind::Deleted))
+            Reader::Fail();
+        RecordChange& change = changes.emplace_back(RecordChange{.table = &ClientTables()[table],
+                                                                 .record = static_cast<std::int64_t>(record),
+                                                                 .kind = static_cast<ChangeKind>(kind),
+                                                                 .fields = {}});
+        change.fields =
+            DecodeFields(change.kind, Reader(reader.Take(reader.Number())), FieldsOf(*change.table).Count());
+    }
+    return changes;
+}
+
+// ---- noting ---------------------------------------------------------------------------------------
+
+void ChangeLog::Begin(HistoryState found, std::shared_ptr<OperationNote> newNote)
+{
+    state = found;
+    note = std::move(newNote);
+}
+
+bool ChangeLog::IsOn()
+{
+    const bool isOff = state == HistoryState::Foreign;
+    if (isOff && note)
+        note->historyIsOff = true;
+    return !isOff;
+}
+
+/// Does the work. A failure that is the history's own turns it off.
+template<class Work>
+void ChangeLog::TurnOffUnless(Work work)
+{
+    try {
+        work();
+    } catch (const StoreError& failure) {
+        if (!IsOfHistory(failure))
+            throw;
+        TurnOff();
+    }
+}
+
+void ChangeLog::TurnOff()
+{
+    state = HistoryState::Foreign;
+    inHand.reset();
+    waiting.clear();
+    waitingBytes = 0;
+    if (note)
+        note->historyIsOff = true;
+}
+
+void ChangeLog::LookAt(TableStatements& statements, std::int64_t record, std::span<const PendingEdit::Change> changes)
+{
+    if (!IsOn())
+        return;
+    TurnOffUnless([&] {
+        lookedAt.clear();
+        looked.Clear();
+        const bool goesOn = IsInHand(statements, record);
+        if (goesOn && inHand->before)
+            return;
+        for (const PendingEdit::Change& change : changes)
+            if (!goesOn || Find(inHand->fields, change.column) == nullptr)
+                lookedAt.push_back(change.column);
+        if (!goesOn)
+            for (const std::size_t key : {statements.EmployerColumn(), statements.EmployeeColumn()})
+                if (key != TableFields::None)
+                    lookedAt.push_back(static_cast<std::uint16_t>(key));
+        if (lookedAt.empty())
+            return;
+        const bool whole = goesOn && inHand->fields.size() + lookedAt.size() > MostFieldsApart;
+        Run run(connection, statements.Read(whole ? std::span<const std::uint16_t>() : lookedAt, whole));
+        if (!run.Bind(record).Step())
+            return;
+        if (whole)
+            inHand->before.emplace().Take(run, 0, statements.Fields().Count());
+        else
+            looked.Take(run, 0, lookedAt.size());
+    });
+}
+
+void ChangeLog::LookAtWhole(TableStatements& statements, std::int64_t record)
+{
+    if (!IsOn())
+        return;
+    TurnOffUnless([&] {
+        looked.Clear();
+        Run run(connection, statements.Read({}, true));
+        if (run.Bind(record).Step())
+            looked.Take(run, 0, statements.Fields().Count());
+    });
+}
+
+/// What a field held that has been looked at; null if it has not.
+std::optional<std::string> ChangeLog::LookedAt(std::size_t column) const
+{
+    if (inHand && inHand->before)
+        return TextOf(*inHand->before, column);
+    const auto found = std::ranges::find(lookedAt, column);
+    return found == lookedAt.end() ? std::nullopt : TextOf(looked, static_cast<std::size_t>(found - lookedAt.begin()));
+}
+
+void ChangeLog::NoteChanged(TableStatements& statements, std::int64_t record,
+                            std::span<const PendingEdit::Change> changes)
+{
+    if (!IsOn())
+        return;
+    if (!IsInHand(statements, record)) {
+        PutAway();
+        inHand.emplace(InHand{.statements = &statements,
+                              .record = record,
+                              .employer = LookedAt(statements.EmployerColumn()).value_or(""),
+                              .employee = LookedAt(statements.EmployeeColumn()).value_or(""),
+                              .fields = {},
+                              .before = {}});
+    }
+    for (const PendingEdit::Change& change : changes) {
+        if (FieldChange* const known = Find(inHand->fields, change.column))
+            known->after = TextOf(change);
+        else
+            inHand->fields.push_back({change.column, LookedAt(change.column), TextOf(change)});
+        if (change.column == statements.EmployerColumn())
+            inHand->employer = change.text;
+        if (change.column == statements.EmployeeColumn())
+            inHand->employee = change.text;
+    }
+}
+
+void ChangeLog::NoteAdded(TableStatements& statements, std::int64_t record,
+                          std::span<const PendingEdit::Change> changes)
+{
+    if (!IsOn())
+        return;
+    PutAway();
+    std::string_view employer, employee;
+    encoded.clear();
+    for (const PendingEdit::Change& change : changes) {
+        if (change.isNull)
+            continue;
+        PutNumber(encoded, change.column);
+        PutNumber(encoded, change.text.size() + 1);
+        encoded += change.text;
+        if (change.column == statements.EmployerColumn())
+            employer = change.text;
+        if (change.column == statements.EmployeeColumn())
+            employee = change.text;
+    }
+    Wait(statements.Layout(), record, ChangeKind::Added, employer, employee, encoded);
+}
+
+void ChangeLog::NoteDeleted(TableStatements& statements, std::int64_t record)
+{
+    if (!IsOn())
+        return;
+    PutAway();
+    encoded.clear();
+    for (std::size_t column = 0; column < statements.Fields().Count(); ++column) {
+        if (looked.IsNull(column))
+            continue;
+        PutNumber(encoded, column);
+        PutNumber(encoded, looked.Text(column).size() + 1);
+        encoded += looked.Text(column);
+    }
+    const auto key = [&](std::size_t column) {
+        return column == TableFields::None ? std::string_view() : looked.Text(column);
+    };
+    Wait(statements.Layout(), record, ChangeKind::Deleted, key(statements.EmployerColumn()),
+         key(statements.EmployeeColumn()), encoded);
+}
+
+/// The record in hand is not written any more for now.
+void ChangeLog::PutAway()
+{
+    if (!inHand)
+        return;
+    const InHand changed = *std::exchange(inHand, std::nullopt);
+    const std::string fields = EncodeFields(ChangeKind::Changed, changed.fields);
+    if (!fields.empty())
+        Wait(changed.statements->Layout(), changed.record, ChangeKind::Changed, changed.employer, changed.employee,
+             fields);
+}
+
+/// Puts a change with the one before, if it is of the same employee or employer.
+void ChangeLog::Wait(const TableLayout& table, std::int64_t record, ChangeKind kind, std::string_view employer,
+                     std::string_view employee, std::string_view fields)
+{
+    if (waiting.empty() || waiting.back().employer != employer || waiting.back().employee != employee ||
+        waiting.back().bytes.size() > MostBytesTogether) {
+        waiting.push_back({.employer = std::string(employer), .employee = std::string(employee)});
+        waitingBytes += static_cast<std::size_t>(BytesOfChange);
+    }
+    const std::size_t before = waiting.back().bytes.size();
+    AppendChange(waiting.back().bytes, table, record, kind, fields);
+    ++waiting.back().records;
+    waitingBytes += waiting.back().bytes.size() - before;
+    if (waitingBytes > MostBytesWaiting)
+        StoreWaiting();
+}
+
+// ---- storing --------------------------------------------------------------------------------------
+
+void ChangeLog::Store()
+{
+    PutAway();
+    StoreWaiting();
+}
+
+void ChangeLog::StoreOrGiveUp()
+{
+    PutAway();
+    if (waiting.empty())
+        return;
+    try {
+        connection.Execute("SAVEPOINT History");
+        StoreWaiting();
+    } catch (const StoreError&) {
+        TurnOff();
+    }
+    // Half of it is worse than nothing.
+    if (!IsOn() && connection.InTransaction())
+        sqlite3_exec(connection.handle, "ROLLBACK TO History", nullptr, nullptr, nullptr);
+}
+
+void ChangeLog::StoreWaiting()
+{
+    if (waiting.empty() || !IsOn())
+        return;
+    const std::int64_t before = sqlite3_total_changes64(connection.handle);
+    TurnOffUnless([this] {
+        if (state == HistoryState::None)
+            for (const std::string_view table : {OperationTable, ChangeTable})
+                connection.Execute(CreateHistoryTableText(table, "IF NOT EXISTS "));
+        StoreOperation();
+        sqlite3_stmt* const insert = connection.Own(fmt::format("INSERT INTO {} VALUES(NULL,?,?,?,?,?)", ChangeTable));
+        for (const Waiting& of : waiting) {
+            Run run(connection, insert);
+            run.Bind(number).Bind(of.employer).Bind(of.employee).Bind(of.records).BindBytes(of.bytes).Change();
+        }
+    });
+    waiting.clear();
+    waitingBytes = 0;
+    ownChanges += sqlite3_total_changes64(connection.handle) - before;
+}
+
+/// Writes the operation, or what the changes that wait add to it. They come behind all that are there.
+void ChangeLog::StoreOperation()
+{
+    const auto count = static_cast<std::int64_t>(waiting.size());
+    const auto bytes = static_cast<std::int64_t>(waitingBytes);
+    if (number == 0 && note && note->number != 0 && note->file == connection.file) {
+        number = note->number;
+        numberIsStored = true;
+    }
+    if (number != 0) {
+        Run run(connection,
+                connection.Own(fmt::format("UPDATE {} SET [Last]=(SELECT coalesce(max([Number]),0) FROM {})+?,"
+                                           "[Bytes]=[Bytes]+? WHERE [Number]=?",
+                                           OperationTable, ChangeTable)));
+        run.Bind(count).Bind(bytes).Bind(number).Change();
+        return;
+    }
+    number = InsertOperation({.changes = count, .bytes = bytes});
+    if (number % OperationsBetweenLooks == 0)
+        ThinHistory(connection, MostHistoryBytes, KeptHistoryBytes);
+}
+
+std::int64_t ChangeLog::InsertOperation(const Extent& extent)
+{
+    static const OperationNote nobody;
+    const OperationNote& of = note ? *note : nobody;
+    Run run(connection, connection.Own(fmt::format("INSERT INTO {} SELECT NULL,?,?,?,coalesce(max([Number]),0)+1,"
+                                                   "coalesce(max([Number]),0)+?,?,?,?,? FROM {}",
+                                                   OperationTable, ChangeTable)));
+    run.Bind(of.words).Bind(of.who).Bind(of.when).Bind(extent.changes);
+    run.Bind(extent.bytes + BytesOfOperation).Bind(extent.undoes).Bind(extent.root).Bind(std::int64_t{extent.backward});
+    run.Change();
+    return sqlite3_last_insert_rowid(connection.handle);
+}
+
+void ChangeLog::StoreUndo(std::int64_t undone, std::int64_t root, bool backward)
+{
+    number = InsertOperation({.undoes = undone, .root = root, .backward = backward});
+}
+
+void ChangeLog::Committed()
+{
+    if (number != 0)
+        state = HistoryState::Ready;
+    numberIsStored = number != 0 && note;
+    if (numberIsStored) {
+        note->file = connection.file;
+        note->number = number;
+    } else {
+        number = 0;
+    }
+}
+
+void ChangeLog::Lost()
+{
+    inHand.reset();
+    waiting.clear();
+    waitingBytes = 0;
+    if (!numberIsStored)
+        number = 0;
+}
+
+} // namespace quillmere

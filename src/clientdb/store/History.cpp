@@ -1,0 +1,431 @@
+#include "clientdb/store/History.h"
+
+#include "clientdb/store/ChangeLog.h"
+#include "clientdb/store/HistoryTables.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <map>
+#include <set>
+
+namespace quillmere {
+namespace {
+
+/// So many operations are looked through for the last one that can be undone.
+constexpr std::size_t MostLookedThrough = 300;
+
+/// A change, with the key that the record has afterwards.
+struct KeyedChange : RecordChange {
+    std::string employer, employee;
+};
+
+constexpr std::string_view ChangeColumns = "[Operation],[EmployerName],[EmployeeName],[Records],[Changes]";
+
+std::vector<RecordChange> ChangesIn(const Run& run)
+{
+    const void* bytes = sqlite3_column_blob(run.Raw(), 4);
+    const int size = sqlite3_column_bytes(run.Raw(), 4);
+    return DecodeChanges({static_cast<const char*>(bytes), bytes == nullptr ? 0 : static_cast<std::size_t>(size)});
+}
+
+std::vector<KeyedChange> KeyedChangesIn(const Run& run)
+{
+    std::vector<KeyedChange> keyed;
+    for (RecordChange& change : ChangesIn(run))
+        keyed.push_back({std::move(change), std::string(run.Text(1)), std::string(run.Text(2))});
+    return keyed;
+}
+
+/// A change read the other way round.
+void TurnRound(KeyedChange& row)
+{
+    if (row.kind != ChangeKind::Changed)
+        row.kind = row.kind == ChangeKind::Added ? ChangeKind::Deleted : ChangeKind::Added;
+    for (FieldChange& field : row.fields)
+        std::swap(field.before, field.after);
+}
+
+/// What a key's part was before the change.
+std::string KeyBefore(const KeyedChange& row, std::size_t column, const std::string& after)
+{
+    const auto changed = std::ranges::find(row.fields, column, &FieldChange::column);
+    return row.kind == ChangeKind::Changed && changed != row.fields.end() ? changed->before.value_or("") : after;
+}
+
+std::size_t EmployerColumn(const RecordChange& change)
+{
+    return FieldsOf(*change.table).Find("EmployerName");
+}
+
+std::size_t EmployeeColumn(const RecordChange& change)
+{
+    return FieldsOf(*change.table).Find("EmployeeName");
+}
+
+std::string TextOf(const std::optional<std::string>& text)
+{
+    return text.value_or(std::string());
+}
+
+} // namespace
+
+struct History::Row {
+    std::int64_t number, first, last, undoes, root;
+    bool backward;
+    PastOperation shown;
+};
+
+History::History(Database& database) : connection(database.connection)
+{
+    connection->RequireOpen();
+}
+
+bool History::IsReadable() const
+{
+    return LookAtHistory(*connection) != HistoryState::Foreign;
+}
+
+// ---- reading --------------------------------------------------------------------------------------
+
+/// The newest operations, the last one first, with nothing said yet of their records.
+std::vector<History::Row> History::Rows(std::size_t most) const
+{
+    std::vector<Row> rows;
+    if (LookAtHistory(*connection) != HistoryState::Ready)
+        return rows;
+    std::set<std::int64_t> undone;
+    Run run(*connection, connection->Own(fmt::format("SELECT [Number],[Words],[Who],[Moment],[First],[Last],[Undoes],"
+                                                     "[Root],[Backward] FROM [{}] ORDER BY [Number] DESC",
+                                                     OperationTable)));
+    while (rows.size() < most && run.Step()) {
+        Row& row = rows.emplace_back(Row{.number = run.Number(0),
+                                         .first = run.Number(4),
+                                         .last = run.Number(5),
+                                         .undoes = run.Number(6),
+                                         .root = run.Number(7),
+                                         .backward = run.Number(8) != 0,
+                                         .shown = {}});
+        row.shown = {.number = row.number,
+                     .words = std::string(run.Text(1)),
+                     .who = std::string(run.Text(2)),
+                     .when = std::string(run.Text(3)),
+                     .isUndo = row.undoes != 0,
+                     .isUndone = undone.contains(row.number),
+                     .employer = {},
+                     .employee = {}};
+        // Whoever undoes comes later, and has been met before.
+        if (row.undoes != 0 && !row.shown.isUndone)
+            undone.insert(row.undoes);
+    }
+    return rows;
+}
+
+std::optional<History::Row> History::Find(std::int64_t number) const
+{
+    for (Row& row : Rows(SIZE_MAX))
+        if (row.number == number)
+            return std::move(row);
+    return std::nullopt;
+}
+
+std::vector<PastOperation> History::Operations(const Wanted& wanted, std::size_t most) const
+{
+    std::vector<Row> rows = Rows(SIZE_MAX);
+    // Whose records an operation with changes of its own wrote, and whether it is asked for.
+    struct Extent {
+        std::string employer, employee;
+        std::size_t records = 0;
+        bool isWanted = false;
+    };
+    std::map<std::int64_t, Extent> extents;
+    if (!rows.empty()) {
+        std::set<std::pair<std::string, std::string>> names{{wanted.employer, wanted.employee}};
+        Run run(*connection,
+                connection->Own(fmt::format("SELECT {} FROM [{}] ORDER BY [Number] DESC", ChangeColumns, ChangeTable)));
+        while (run.Step()) {
+            const std::string_view employer = run.Text(1), employee = run.Text(2);
+            Extent& extent = extents[run.Number(0)];
+            if (extent.records == 0) {
+                extent.employer = employer;
+                extent.employee = employee;
+            }
+            extent.records += static_cast<std::size_t>(run.Number(3));
+            if (extent.employer != employer)
+                extent.employer.clear();
+            if (extent.employee != employee)
+                extent.employee.clear();
+            const bool isHis = std::ranges::any_of(names, [&](const auto& name) {
+                return (name.first.empty() || name.first == employer) &&
+                       (name.second.empty() || name.second == employee);
+            });
+            extent.isWanted = extent.isWanted || isHis;
+            if (!isHis || wanted.employer.empty())
+                continue;
+            for (const KeyedChange& change : KeyedChangesIn(run))
+                names.emplace(KeyBefore(change, EmployerColumn(change), change.employer),
+                              wanted.employee.empty() ? std::string()
+                                                      : KeyBefore(change, EmployeeColumn(change), change.employee));
+        }
+    }
+    std::vector<PastOperation> operations;
+    for (Row& row : rows) {
+        const auto extent = extents.find(row.undoes != 0 ? row.root : row.number);
+        if (extent == extents.end() || !extent->second.isWanted || !row.shown.when.starts_with(wanted.day))
+            continue;
+        if (operations.size() == most)
+            break;
+        row.shown.employer = extent->second.employer;
+        row.shown.employee = extent->second.employee;
+        row.shown.records = extent->second.records;
+        operations.push_back(std::move(row.shown));
+    }
+    return operations;
+}
+
+std::vector<PastChange> History::Changes(std::int64_t operation, std::size_t most) const
+{
+    std::vector<PastChange> changes;
+    const std::optional<Row> row = Find(operation);
+    const std::optional<Row> root = row && row->undoes != 0 ? Find(row->root) : row;
+    if (!root)
+        return changes;
+    Run run(*connection, connection->Own(fmt::format("SELECT {} FROM [{}] WHERE [Number] BETWEEN ? AND ? AND "
+                                                     "[Operation]=? ORDER BY [Number]",
+                                                     ChangeColumns, ChangeTable)));
+    run.Bind(root->first).Bind(root->last).Bind(root->number);
+    while (changes.size() < most && run.Step())
+        for (KeyedChange& read : KeyedChangesIn(run)) {
+            if (row->backward)
+                TurnRound(read);
+            PastChange& change = changes.emplace_back(PastChange{.table = read.table->name,
+                                                                 .kind = read.kind,
+                                                                 .employer = std::move(read.employer),
+                                                                 .employee = std::move(read.employee),
+                                                                 .fields = {}});
+            const auto fields = FieldsOf(*read.table).All();
+            for (const FieldChange& field : read.fields)
+                if (TextOf(field.before) != TextOf(field.after))
+                    change.fields.push_back({fields[field.column].name, TextOf(field.before), TextOf(field.after)});
+        }
+    return changes;
+}
+
+std::optional<PastOperation> History::LastBy(std::string_view who) const
+{
+    for (Row& row : Rows(MostLookedThrough))
+        if (!row.shown.isUndo && !row.shown.isUndone && row.shown.who == who)
+            return std::move(row.shown);
+    return std::nullopt;
+}
+
+std::optional<PastOperation> History::LastBy(std::string_view who, std::string_view employer,
+                                             std::string_view employee) const
+{
+    for (Row& row : Rows(MostLookedThrough))
+        if (!row.shown.isUndo && !row.shown.isUndone && row.shown.who == who && ChangesOnly(row, employer, employee))
+            return std::move(row.shown);
+    return std::nullopt;
+}
+
+/// True if an operation has changed records, and only these: none was added or deleted.
+bool History::ChangesOnly(const Row& operation, std::string_view employer, std::string_view employee) const
+{
+    Run run(*connection, connection->Own(fmt::format("SELECT {} FROM [{}] WHERE [Number] BETWEEN ? AND ? AND "
+                                                     "[Operation]=? ORDER BY [Number]",
+                                                     ChangeColumns, ChangeTable)));
+    run.Bind(operation.first).Bind(operation.last).Bind(operation.number);
+    bool any = false;
+    for (; run.Step(); any = true)
+        if (run.Text(1) != employer || run.Text(2) != employee ||
+            std::ranges::any_of(
+                ChangesIn(run), [](ChangeKind kind) { return kind != ChangeKind::Changed; }, &RecordChange::kind))
+            return false;
+    return any;
+}
+
+// ---- going back -----------------------------------------------------------------------------------
+
+namespace {
+
+/// Writes one change after the other as it is read, if the record is as it was before, and notes what is not.
+class Replayer {
+public:
+    explicit Replayer(Database::Connection& connection) : connection(connection) {}
+
+    void Apply(const KeyedChange& row)
+    {
+        TableStatements& statements = connection.Statements(*row.table);
+        if (row.kind == ChangeKind::Added)
+            return Add(statements, row);
+        const std::optional<std::int64_t> record = Find(statements, row);
+        if (!record)
+            return Refuse(row, UndoConflict::What::Gone);
+        if (!IsAsBefore(statements, row))
+            return;
+        if (row.kind == ChangeKind::Deleted)
+            Run(connection, statements.Delete()).Bind(*record).Change();
+        else
+            Change(statements, row, *record);
+    }
+
+    std::vector<UndoConflict> conflicts;
+
+private:
+    void Refuse(const KeyedChange& row, UndoConflict::What what)
+    {
+        conflicts.push_back({.what = what,
+                             .table = row.table->name,
+                             .employer = row.employer,
+                             .employee = row.employee,
+                             .field = {},
+                             .left = {},
+                             .found = {}});
+    }
+
+    /// Reads the record with the key that it had before the change; a record without a whole key by its number.
+    std::optional<std::int64_t> Find(TableStatements& statements, const KeyedChange& row)
+    {
+        found.Clear();
+        const std::string employer = KeyBefore(row, statements.EmployerColumn(), row.employer);
+        const std::string employee = KeyBefore(row, statements.EmployeeColumn(), row.employee);
+        const TableIndex* const index = row.table->indexes.empty() ? nullptr : &row.table->indexes.front();
+        const bool hasKey = index != nullptr && !employer.empty() && (index->part2.empty() || !employee.empty());
+        Run run(connection, hasKey ? statements.Seek(*index, {}, true) : statements.ReadNumbered());
+        if (!hasKey)
+            run.Bind(row.record);
+        else if (index->part2.empty())
+            run.Bind(employer);
+        else
+            run.Bind(employer).Bind(employee);
+        if (!run.Step())
+            return std::nullopt;
+        found.Take(run, 1, statements.Fields().Count());
+        return run.Number(0);
+    }
+
+    bool IsAsBefore(const TableStatements& statements, const KeyedChange& row)
+    {
+        const std::size_t before = conflicts.size();
+        const auto require = [&](std::size_t column, const std::string& left) {
+            if (found.Text(column) == left)
+                return;
+            conflicts.push_back({.what = UndoConflict::What::Changed,
+                                 .table = row.table->name,
+                                 .employer = row.employer,
+                                 .employee = row.employee,
+                                 .field = statements.Fields().All()[column].name,
+                                 .left = left,
+                                 .found = std::string(found.Text(column))});
+        };
+        if (row.kind == ChangeKind::Changed) {
+            for (const FieldChange& field : row.fields)
+                require(field.column, TextOf(field.before));
+        } else {
+            std::vector<std::string> left(statements.Fields().Count());
+            for (const FieldChange& field : row.fields)
+                left[field.column] = TextOf(field.before);
+            for (std::size_t column = 0; column < left.size(); ++column)
+                require(column, left[column]);
+        }
+        return conflicts.size() == before;
+    }
+
+    void Change(TableStatements& statements, const KeyedChange& row, std::int64_t record)
+    {
+        std::vector<std::uint16_t> columns;
+        for (const FieldChange& field : row.fields)
+            columns.push_back(field.column);
+        Run run(connection, statements.Update(columns));
+        for (const FieldChange& field : row.fields)
+            if (field.after)
+                run.Bind(*field.after);
+            else
+                run.BindNull();
+        run.Bind(record);
+        if (!Passes(run))
+            Refuse(row, UndoConflict::What::ThereAlready);
+    }
+
+    /// Adds the record in its old place; where somebody else has that, behind all others.
+    void Add(TableStatements& statements, const KeyedChange& row)
+    {
+        std::vector<const std::string*> texts(statements.Fields().Count());
+        for (const FieldChange& field : row.fields)
+            if (field.after)
+                texts[field.column] = &*field.after;
+        for (const bool inPlace : {true, false}) {
+            Run run(connection, statements.InsertWhole());
+            if (inPlace)
+                run.Bind(row.record);
+            else
+                run.BindNull();
+            for (const std::string* text : texts)
+                if (text == nullptr)
+                    run.BindNull();
+                else
+                    run.Bind(*text);
+            if (Passes(run))
+                return;
+        }
+        Refuse(row, UndoConflict::What::ThereAlready);
+    }
+
+    /// False if another record has the key, or the place.
+    static bool Passes(Run& run)
+    {
+        try {
+            run.Change();
+            return true;
+        } catch (const StoreError& failure) {
+            if ((failure.Number() & 0xff) != SQLITE_CONSTRAINT)
+                throw;
+            return false;
+        }
+    }
+
+    Database::Connection& connection;
+    Cells found;
+};
+
+} // namespace
+
+std::vector<UndoConflict> History::Undo(std::int64_t operation)
+{
+    connection->BeforeWrite();
+    try {
+        const std::optional<Row> row = Find(operation);
+        const std::optional<Row> root = row && row->undoes != 0 ? Find(row->root) : row;
+        if (!root)
+            throw StoreError(SQLITE_NOTFOUND, "The history does not hold this operation any more.", "");
+        const bool backward = !row->backward;
+        Replayer replayer(*connection);
+        {
+            Run run(*connection, connection->Own(fmt::format("SELECT {} FROM [{}] WHERE [Number] BETWEEN ? AND ? AND "
+                                                             "[Operation]=? ORDER BY [Number] {}",
+                                                             ChangeColumns, ChangeTable, backward ? "DESC" : "ASC")));
+            run.Bind(root->first).Bind(root->last).Bind(root->number);
+            while (run.Step()) {
+                std::vector<KeyedChange> changes = KeyedChangesIn(run);
+                if (backward)
+                    std::ranges::reverse(changes);
+                for (KeyedChange& change : changes) {
+                    if (backward)
+                        TurnRound(change);
+                    replayer.Apply(change);
+                }
+            }
+        }
+        if (!replayer.conflicts.empty()) {
+            connection->RollBack();
+            return std::move(replayer.conflicts);
+        }
+        connection->log->StoreUndo(operation, root->number, backward);
+        connection->AfterWrite();
+        return {};
+    } catch (...) {
+        connection->RollBack();
+        throw;
+    }
+}
+
+} // namespace quillmere
