@@ -2,6 +2,7 @@
 
 #include "clientdb/RecentEmployees.h"
 #include "review/Explanation.h"
+#include "review/Undo.h"
 #include "screens/Ways.h"
 
 #include <array>
@@ -9,6 +10,13 @@
 namespace quillmere {
 
 namespace {
+
+void CloseFile(Session& session)
+{
+    constexpr int OnToolbar = 4;
+    Screen* main = session.screens.Find("MDIForm1");
+    main->Click(main->box("cmdFile", OnToolbar));
+}
 
 constexpr auto Commands = std::to_array<DeskCommand>({
     {.menu = "File",
@@ -18,6 +26,13 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .key = "Ctrl+F",
      .run = [](Session& session) { session.screens.Show("FindEmployee"); },
      .separatorBefore = true},
+    {.menu = "Edit",
+     .name = "mnuUndo",
+     .text = "Undo",
+     .letter = 'U',
+     .key = "Ctrl+Z",
+     .run = review::UndoLast,
+     .words = review::UndoWords},
     {.menu = "View",
      .name = "mnuOverview",
      .text = "Overview...",
@@ -38,6 +53,12 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .key = "F2",
      .run = [](Session& session) { review::ExplainBoxInUse(session); },
      .ofEmployee = true},
+    {.menu = "View",
+     .name = "mnuHistory",
+     .text = "History...",
+     .letter = 'H',
+     .key = "Ctrl+H",
+     .run = [](Session& session) { session.screens.Show("ChangeHistory"); }},
     {.menu = "Go",
      .name = "mnuPage1",
      .text = "Page 1",
@@ -99,12 +120,7 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .text = "Close File",
      .letter = 'C',
      .key = "Ctrl+W",
-     .run =
-         [](Session& session) {
-             constexpr int CloseFile = 4; // of the toolbar
-             Screen* main = session.screens.Find("MDIForm1");
-             main->Click(main->box("cmdFile", CloseFile));
-         },
+     .run = CloseFile,
      .separatorBefore = true,
      .ofEmployee = true},
     {.menu = "Help",

@@ -3,6 +3,7 @@
 #include "frame/Session.h"
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace quillmere {
@@ -16,7 +17,8 @@ struct DeskCommand {
     std::string_view key = {}; ///< "Ctrl+F"
     void (*run)(Session&);
     bool separatorBefore = false;
-    bool ofEmployee = false; ///< in use only while an employee is open
+    bool ofEmployee = false;                  ///< in use only while an employee is open
+    std::string (*words)(Session&) = nullptr; ///< what it says once its menu opens, if that changes
 };
 
 /// All of them, in the order of their menus.

@@ -243,6 +243,13 @@ bool MDIForm1::Load()
     return true;
 }
 
+void MDIForm1::MenuOpens(std::string_view menu)
+{
+    for (const DeskCommand& added : DeskCommands())
+        if (added.menu == menu && added.words != nullptr)
+            box(added.name).SetText(added.words(session));
+}
+
 void MDIForm1::ReadSettings()
 {
     const SettingsSurroundings surroundings{.programFolder = session.programFolder,

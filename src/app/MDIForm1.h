@@ -39,6 +39,8 @@ public:
 
     bool Load() override;
     void Unload() override;
+    /// A menu is about to show: its entries say what they would do now.
+    void MenuOpens(std::string_view menu);
 
     /// Makes a file from the empty template if the target does not exist. False if it cannot be made.
     [[nodiscard]] static bool CreateUserFile(const std::filesystem::path& templateFolder, std::string_view templateName,

@@ -27,6 +27,7 @@
 #include "printing/jobs/frmVSPrintDialog.h"
 #include "printing/jobs/frmVSPrintSettings.h"
 #include "review/CalculatorCheck.h"
+#include "review/ChangeHistory.h"
 #include "review/CheckList.h"
 #include "review/EmployerReview.h"
 #include "review/Explanation.h"
@@ -198,6 +199,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"HelpBook", Plain<HelpBook>},
     {"About", Plain<About>},
     {"OverviewList", Plain<review::OverviewList>},
+    {"ChangeHistory", Plain<review::ChangeHistory>},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},

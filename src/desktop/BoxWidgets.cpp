@@ -42,6 +42,17 @@ void BoxEdit::SelectWhole()
     setSelection(from, static_cast<int>(text().size()) - from);
 }
 
+bool BoxEdit::event(QEvent* event)
+{
+    // With no typing of its own to take back, the key for it is the window's.
+    if (event->type() == QEvent::ShortcutOverride && !isUndoAvailable() &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
+        event->ignore();
+        return true;
+    }
+    return QLineEdit::event(event);
+}
+
 void BoxEdit::focusInEvent(QFocusEvent* event)
 {
     QLineEdit::focusInEvent(event);

@@ -193,6 +193,10 @@ void MainWindow::MakeMenus()
         if (menu == nullptr) {
             menu = menuBar()->addMenu(look::Marked(std::string(row.menu), LetterOfMenu(row.menu)));
             menu->setToolTipsVisible(true);
+            connect(menu, &QMenu::aboutToShow, this, [this, name = row.menu] {
+                if (auto* main = dynamic_cast<MDIForm1*>(&screen); main != nullptr && !detached)
+                    main->MenuOpens(name);
+            });
         }
         if (row.separatorBefore)
             menu->addSeparator();

@@ -222,6 +222,7 @@ constexpr auto Rows = std::to_array<BoxHelp>({
     {.screen = "FindEmployee", .box = "Sought", .takes = "any part of a name, an employer, a works number or a National Insurance number", .about = "With several words each of them must fit. Capitals and accents do not count. Up and Down choose in the list, Enter opens."},
     {.screen = "HelpBook", .box = "HelpSought", .takes = "words to look for in the guide", .about = "The list below keeps the sections that have every word. Up and Down choose one while you type on."},
     {.screen = "OverviewList", .box = "Filter", .takes = "words that the lines to be listed have, in any column", .about = "With several words each of them must fit. Capitals and accents do not count. Up and Down choose in the list, Enter opens."},
+    {.screen = "ChangeHistory", .box = "Day", .takes = "a date, day/month/year; empty for all days", .about = "Only what was done on this day is listed."},
     {.screen = "frmFolderManager", .box = "txtName", .takes = "a name for the folder", .about = "The name under which the folder stands in the Folder menu."},
     {.screen = "frmFolderManager", .box = "txtPath", .takes = "the path of a folder", .about = "The folder that holds, or is to hold, a database of its own."},
     // Printing

@@ -83,4 +83,19 @@ Layout About()
     return layout;
 }
 
+Layout ChangeHistory()
+{
+    Layout layout{.width = 780, .height = 500, .growing = "Changes"};
+    layout.PlaceAt("Scope", 0, 16, 10, 130, 26);
+    layout.PlaceAt("Scope", 1, 152, 10, 130, 26);
+    layout.PlaceAt("Scope", 2, 288, 10, 110, 26);
+    layout.Text(424, 14, 130, "Only of the day:", {.size = 13});
+    layout.Place("Day", 548, 10, 110, 26);
+    layout.Place("Operations", 16, 46, 748, 190);
+    layout.Place("Changes", 16, 246, 748, 200);
+    layout.Place("Summary", 16, 462, 500);
+    ButtonRow(layout, 764, 458, std::to_array<std::string_view>({"HistoryUndo", "HistoryClose"}));
+    return layout;
+}
+
 } // namespace quillmere::layouts

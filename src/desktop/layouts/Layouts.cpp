@@ -26,6 +26,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"HelpBook", layouts::HelpBook},
     {"About", layouts::About},
     {"OverviewList", layouts::OverviewList},
+    {"ChangeHistory", layouts::ChangeHistory},
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},

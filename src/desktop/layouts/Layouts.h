@@ -23,6 +23,7 @@ Layout Explanation();
 Layout HelpBook();
 Layout About();
 Layout OverviewList();
+Layout ChangeHistory();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
