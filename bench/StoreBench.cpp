@@ -1,5 +1,6 @@
 #include "Require.h"
 #include "clientdb/Employees.h"
+#include "clientdb/store/History.h"
 #include "clientdb/store/TableLayouts.h"
 #include "clientdb/store/Template.h"
 #include "support/TemporaryFolder.h"
@@ -19,6 +20,8 @@
 #include <vector>
 
 // Each pair "what/store" and "what/bare" does the same with the record store and with the C interface of SQLite.
+// "what/unnoted" is the store's on a database with something else in the place of the change history, which is off
+// then.
 namespace quillmere {
 namespace {
 
@@ -310,11 +313,15 @@ void ListBare(benchmark::State& state)
 // ---- creating an employee -----------------------------------------------------------------------
 
 /// A copy of a database for writing, gone with its end.
+enum class Noting { On, Off };
 class Copy {
 public:
-    explicit Copy(const std::filesystem::path& of) : path(Folder() / "copy")
+    explicit Copy(const std::filesystem::path& of, Noting noting = Noting::On) : path(Folder() / "copy")
     {
         std::filesystem::copy_file(of, path, std::filesystem::copy_options::overwrite_existing);
+        if (noting == Noting::Off)
+            Bare(path).Execute("DROP TABLE IF EXISTS HistoryOperation;DROP TABLE IF EXISTS HistoryChange;"
+                               "CREATE TABLE HistoryChange(Foreign_)");
     }
     ~Copy() { std::filesystem::remove(path); }
     Copy(const Copy&) = delete;
@@ -322,9 +329,9 @@ public:
     std::filesystem::path path;
 };
 
-void CreateStore(benchmark::State& state)
+void CreateStore(benchmark::State& state, Noting noting)
 {
-    const Copy copy(TenThousand());
+    const Copy copy(TenThousand(), noting);
     int i = 0;
     for (auto _ : state) {
         Database database = Database::OpenDatabase(copy.path);
@@ -365,9 +372,9 @@ void CreateBare(benchmark::State& state)
 constexpr std::array<std::string_view, 4> LineStems = {"Description", "Cost", "AmountGood", "CashEq"};
 constexpr std::array<std::string_view, 3> PageTotals = {"KCostYou", "KAmountGood", "KCashEqu"};
 
-void OkStore(benchmark::State& state)
+void OkStore(benchmark::State& state, Noting noting)
 {
-    const Copy copy(OneThousand());
+    const Copy copy(OneThousand(), noting);
     Database database = Database::OpenDatabase(copy.path);
     int round = 0;
     for (auto _ : state) {
@@ -463,6 +470,21 @@ void DeleteStore(benchmark::State& state)
     });
 }
 
+/// To be done within three times the time of the deletion.
+void UndoDeletion(benchmark::State& state)
+{
+    for (auto _ : state) {
+        const Copy copy(OneThousand());
+        Database database = Database::OpenDatabase(copy.path);
+        DeleteEmployer(database, "Big");
+        const auto begin = std::chrono::steady_clock::now();
+        History history(database);
+        Require(history.Undo(history.Operations({}, 1).front().number).empty(), "not undone");
+        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        Require(ListEmployees(database, "Big").size() == 1000, "not all are back");
+    }
+}
+
 void DeleteBare(benchmark::State& state)
 {
     OnFreshCopies(state, [](const std::filesystem::path& path) {
@@ -482,14 +504,29 @@ BENCHMARK(ScanStore)->Name("13 fields of 1,000 employees/store")->Unit(benchmark
 BENCHMARK(ScanBare)->Name("13 fields of 1,000 employees/bare")->Unit(benchmark::kMicrosecond);
 BENCHMARK(ListStore)->Name("list the employers of 10,000/store")->Unit(benchmark::kMicrosecond);
 BENCHMARK(ListBare)->Name("list the employers of 10,000/bare")->Unit(benchmark::kMicrosecond);
-BENCHMARK(CreateStore)->Name("create an employee/store")->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK_CAPTURE(CreateStore, noted, Noting::On)
+    ->Name("create an employee/store")
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(CreateStore, unnoted, Noting::Off)
+    ->Name("create an employee/unnoted")
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
 BENCHMARK(CreateBare)->Name("create an employee/bare")->Unit(benchmark::kMicrosecond)->UseRealTime();
-BENCHMARK(OkStore)->Name("a notepad's Ok/store")->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK_CAPTURE(OkStore, noted, Noting::On)
+    ->Name("a notepad's Ok/store")
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(OkStore, unnoted, Noting::Off)
+    ->Name("a notepad's Ok/unnoted")
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
 BENCHMARK(OkBare)->Name("a notepad's Ok/bare")->Unit(benchmark::kMicrosecond)->UseRealTime();
 BENCHMARK(RenameStore)->Name("rename an employer of 1,000/store")->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(RenameBare)->Name("rename an employer of 1,000/bare")->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(DeleteStore)->Name("delete an employer of 1,000/store")->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(DeleteBare)->Name("delete an employer of 1,000/bare")->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(UndoDeletion)->Name("undo that deletion/store")->Unit(benchmark::kMillisecond)->UseManualTime();
 
 } // namespace
 } // namespace quillmere
