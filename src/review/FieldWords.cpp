@@ -21,7 +21,7 @@ struct OwnWords {
 };
 
 /// Screens to which nothing leads: nobody knows their words.
-constexpr auto Sheets = std::to_array<std::string_view>({"FNotepad", "GNotepad2"});
+constexpr auto Sheets = std::to_array<std::string_view>({"FNotepad", "Form1", "GNotepad2"});
 
 /// Tables whose fields show on no other screen.
 struct TablePlace {
