@@ -36,7 +36,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "HistoryClose", .kind = BoxKind::Button, .text = "&Close"},
 });
 
-/// "2011-06-30 14:31:07" as the form writes a day: "30/06/2011 14:31:07".
+/// A moment of the history as the form writes a day, dd/mm/yyyy hh:mm:ss.
 std::string Shown(const std::string& when)
 {
     constexpr std::size_t day = 10;

@@ -63,9 +63,10 @@ TEST_F(ChangeHistoryTest, NoTwoFieldsOfATableHaveTheSameWords)
     for (const TableLayout& table : ClientTables()) {
         std::set<std::string> said;
         for (const Field& field : FieldsOf(table).All())
-            if (const auto* const of = words.Of(table.name, field.name))
+            if (const auto* const of = words.Of(table.name, field.name)) {
                 EXPECT_TRUE(said.insert(of->place + ": " + of->box).second)
                     << table.name << '.' << field.name << ": " << of->box;
+            }
     }
 }
 

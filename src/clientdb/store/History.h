@@ -16,7 +16,7 @@ namespace quillmere {
 struct PastOperation {
     std::int64_t number = 0;
     std::string words, who;
-    std::string when;               ///< "2011-06-30 14:31:07"
+    std::string when;               ///< yyyy-mm-dd hh:mm:ss
     bool isUndo = false;            ///< it undoes another one, or an undo of it
     bool isUndone = false;          ///< and that undo has not been undone in turn
     std::string employer, employee; ///< whose records it wrote; of several employees' none
@@ -60,7 +60,7 @@ public:
     /// Which operations are asked for; what is empty does not matter.
     struct Wanted {
         std::string employer, employee;
-        std::string day; ///< "2011-06-30"
+        std::string day; ///< yyyy-mm-dd
     };
     /// The newest of these operations, the last one first. An employer or employee who was renamed is followed back to
     /// the names before.

@@ -10,7 +10,7 @@ namespace quillmere {
 struct OperationNote {
     std::string words = "Change"; ///< "Vouchers or credit cards, OK"
     std::string who = {};         ///< "anna@desk3"
-    std::string when = {};        ///< "2011-06-30 14:31:07"
+    std::string when = {};        ///< yyyy-mm-dd hh:mm:ss
 
     // What the store finds out while it writes.
     std::filesystem::path file = {}; ///< of the history in which it stands
