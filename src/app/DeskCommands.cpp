@@ -2,6 +2,7 @@
 
 #include "clientdb/RecentEmployees.h"
 #include "review/Explanation.h"
+#include "review/ReviewMark.h"
 #include "review/Undo.h"
 #include "screens/Ways.h"
 
@@ -59,6 +60,13 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .letter = 'H',
      .key = "Ctrl+H",
      .run = [](Session& session) { session.screens.Show("ChangeHistory"); }},
+    {.menu = "View",
+     .name = "mnuReviewed",
+     .text = "Reviewed",
+     .letter = 'V',
+     .key = "Ctrl+R",
+     .run = review::ToggleReviewedOfOpen,
+     .ofEmployee = true},
     {.menu = "Go",
      .name = "mnuPage1",
      .text = "Page 1",

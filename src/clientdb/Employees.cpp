@@ -1,5 +1,6 @@
 #include "clientdb/Employees.h"
 
+#include "clientdb/store/FormMarks.h"
 #include "clientdb/store/TableLayouts.h"
 #include "frame/Text.h"
 
@@ -185,6 +186,7 @@ void DeleteEmployer(Database& database, std::string_view employer)
         for (records.MoveFirstOf(employer); !records.AtEnd(); records.MoveNext())
             records.Delete();
     }
+    FormMarks(database).Forget(employer);
     batch.Commit();
 }
 
@@ -201,6 +203,7 @@ void DeleteEmployee(Database& database, std::string_view employer, std::string_v
         if (!records.NoMatch())
             records.Delete();
     }
+    FormMarks(database).Forget(employer, employee);
     batch.Commit();
 }
 
@@ -227,6 +230,7 @@ void RenameEmployer(Database& database, std::string_view employer, std::string_v
             (void)records.TryUpdate();
         }
     }
+    FormMarks(database).RenameEmployer(employer, newName);
     batch.Commit();
 }
 
@@ -247,6 +251,7 @@ void RenameEmployee(Database& database, std::string_view employer, std::string_v
         records.SetField("Name", JoinedName(employer, newName));
         records.Update();
     }
+    FormMarks(database).RenameEmployee(employer, employee, newName);
     batch.Commit();
 }
 

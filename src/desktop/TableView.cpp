@@ -255,7 +255,9 @@ std::vector<int> TableView::ChosenRows() const
 void TableView::keyPressEvent(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Copy))
-        Copy();
+        Copy(Copied::Lines);
+    else if (event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier) && event->key() == Qt::Key_C)
+        Copy(Copied::ColumnInUse);
     else if (event->modifiers() == Qt::NoModifier && event->key() == Qt::Key_Left)
         MoveToColumn(ColumnInUse() - 1);
     else if (event->modifiers() == Qt::NoModifier && event->key() == Qt::Key_Right)
@@ -273,17 +275,20 @@ void TableView::MoveToColumn(int column)
     scrollTo(next);
 }
 
-/// The chosen lines; of the whole table also the captions of its columns.
-void TableView::Copy() const
+/// The chosen lines, or their cells of a column; of the whole table also the captions.
+void TableView::Copy(Copied what) const
 {
     const std::vector<int> chosen = ChosenRows();
     if (chosen.empty())
         return;
+    const auto part = [&](const QString& line) {
+        return what == Copied::Lines ? line : line.section(QLatin1Char(CellEnd), ColumnInUse(), ColumnInUse());
+    };
     QStringList lines;
     if (chosen.size() > 1 && static_cast<int>(chosen.size()) == rows->rowCount({}))
-        lines.push_back(rows->Head());
+        lines.push_back(part(rows->Head()));
     for (const int row : chosen)
-        lines.push_back(rows->Line(row));
+        lines.push_back(part(rows->Line(row)));
     QGuiApplication::clipboard()->setText(lines.join(u'\n') + u'\n');
 }
 

@@ -11,7 +11,8 @@ namespace quillmere {
 
 /// A list with columns: shows the entries of a box of kind `Table`, each its cells parted by tabs, under the captions
 /// of its columns. Only the rows in sight are looked at, so that a hundred thousand cost no more than ten. Left and
-/// Right change the column in use; Ctrl+C takes the chosen lines to the clipboard as a spreadsheet takes them.
+/// Right change the column in use; Ctrl+C takes the chosen lines to the clipboard as a spreadsheet takes them,
+/// Ctrl+Shift+C only their cells of that column.
 class TableView : public QTreeView {
 public:
     /// The user has changed what is in use or chosen: the row in use, -1 for none, the column, and all chosen rows.
@@ -34,7 +35,8 @@ private:
     void FitColumns();
     void StretchLast();
     void MoveToColumn(int column);
-    void Copy() const;
+    enum class Copied { Lines, ColumnInUse };
+    void Copy(Copied what) const;
 
     Rows* rows;
     bool following = false; ///< what changes is the box's doing

@@ -15,6 +15,7 @@ struct PrintedTable {
     };
 
     std::string documentName;
+    std::string employer; ///< whose it is, for the head of the page; empty: the one being worked on
     std::string employee; ///< whose it is, for the head of the page; empty: the employer's
     std::string heading;
     std::string subHeading;

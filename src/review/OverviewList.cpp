@@ -5,6 +5,7 @@
 #include "edition/Edition.h"
 #include "frame/Session.h"
 #include "review/GoToBox.h"
+#include "review/ReviewMark.h"
 
 #include <algorithm>
 #include <array>
@@ -24,6 +25,12 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "OverviewOpen", .kind = BoxKind::Button, .text = "&Open"},
     {.name = "OverviewSort", .kind = BoxKind::Button, .text = "&Sort", .tip = "Sorts by the column in use"},
     {.name = "OverviewAgain", .kind = BoxKind::Button, .text = "Look &Again", .tip = "F5", .key = "F5"},
+    {.name = "OverviewReviewed",
+     .kind = BoxKind::Button,
+     .text = "&Reviewed",
+     .tip = "Marks the chosen employees as reviewed, or takes the mark away: Ctrl+R",
+     .key = "Ctrl+R"},
+    {.name = "OverviewPrint", .kind = BoxKind::Button, .text = "&Print", .tip = "Ctrl+P", .key = "Ctrl+P"},
     {.name = "OverviewClose", .kind = BoxKind::Button, .text = "&Close"},
 });
 
@@ -38,10 +45,14 @@ constexpr auto Leading = std::to_array<ColumnRow>({
     {"Employee", "EmployeeNameBox"},
     {"Works number", "WorkNumberBox"},
     {"NI number", "NatIns"},
+    {">Total", "EmployeeNameBox"},
+    {">1A on", "EmployeeNameBox"},
+    {">Look at", "EmployeeNameBox"},
+    {"Printed", "EmployeeNameBox"},
+    {"Reviewed", "EmployeeNameBox"},
 });
-constexpr std::string_view Trailing = "\t>Total\t>1A on\t>Look at";
 constexpr int FirstSection = static_cast<int>(Leading.size());
-constexpr int ToLookAt = FirstSection + static_cast<int>(OverviewSectionCount) + 2;
+constexpr int ToLookAt = 5;
 
 std::string EmployeeColumns()
 {
@@ -50,7 +61,7 @@ std::string EmployeeColumns()
         columns.append(columns.empty() ? "" : "\t").append(column.caption);
     for (const OverviewSection& section : OverviewSections())
         columns.append("\t>").append(section.letter);
-    return columns.append(Trailing);
+    return columns;
 }
 
 std::string Figure(Amount amount)
@@ -58,18 +69,26 @@ std::string Figure(Amount amount)
     return FormatAmount(amount, edition::FormatMoneyBlankZero);
 }
 
+/// A sum in a sentence, where nothing must be seen, too.
+std::string Sum(Amount amount)
+{
+    return FormatAmount(amount, edition::FormatMoneyZero);
+}
+
 std::string Count(std::size_t number)
 {
     return number == 0 ? std::string() : std::to_string(number);
 }
 
-/// The cells of an employee's figures, or of those of several.
-std::string FigureCells(const OverviewSums& sums)
+/// The cells of an employee, or of several: who it is, the figures with the marks behind them, and the sections.
+std::string EmployeeCells(std::string_view who, const OverviewSums& sums, std::string_view printed = {},
+                          std::string_view reviewed = {})
 {
-    std::string cells;
+    std::string cells = fmt::format("{}\t{}\t{}\t{}\t{}\t{}", who, Figure(sums.total), Figure(sums.benefits),
+                                    Count(sums.toLookAt), printed, reviewed);
     for (const Amount amount : sums.sections)
         cells.append("\t").append(Figure(amount));
-    return fmt::format("{}\t{}\t{}\t{}", cells, Figure(sums.total), Figure(sums.benefits), Count(sums.toLookAt));
+    return cells;
 }
 
 /// The cells of an employer's figures, or of those of several.
@@ -96,6 +115,10 @@ OverviewList::OverviewList(Session& session)
         static_cast<void>(EmployeeRecord(this->session).Store());
         Start();
     });
+    OnClick("OverviewReviewed", [this](Box&) { ReviewChosen(); });
+    OnClick("OverviewPrint", [this](Box&) { this->session.printTable(ControlSheet()); });
+    if (!session.printTable)
+        box("OverviewPrint").SetEnabled(false);
     OnClick("OverviewClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
@@ -126,6 +149,7 @@ void OverviewList::Start()
         ListEmployers(EveryEmployer(database));
     }
     review.reset();
+    marks.reset();
     coming.clear();
     comingFoot = {};
     waiting.clear();
@@ -171,18 +195,33 @@ void OverviewList::BeginNextEmployer()
                        const OverviewSums sums = SumsOf(read, found);
                        ofEmployer += sums;
                        if (!ShowsFolder())
-                           coming.push_back({std::string(employee),
-                                             fmt::format("{}\t{}\t{}{}", employee, read("P11D", "WorkNumberBox"),
-                                                         read("P11D", "NatIns"), FigureCells(sums)),
-                                             sums});
+                           TakeEmployee(employee, read, sums);
                    });
+}
+
+void OverviewList::TakeEmployee(std::string_view employee, const FieldReader& read, const OverviewSums& sums)
+{
+    if (!marks)
+        marks.emplace(session.ClientDatabasePath());
+    const auto of = marks->forms.Of(waiting.front(), employee);
+    Line line{.key = std::string(employee),
+              .sums = sums,
+              .worksNumber = std::string(read("P11D", "WorkNumberBox")),
+              .nationalInsurance = std::string(read("P11D", "NatIns")),
+              .printed = MarkInWords(of, FormMark::Printed),
+              .reviewed = MarkInWords(of, FormMark::Reviewed)};
+    line.cells = EmployeeCells(fmt::format("{}\t{}\t{}", line.key, line.worksNumber, line.nationalInsurance), sums,
+                               line.printed, line.reviewed);
+    coming.push_back(std::move(line));
 }
 
 void OverviewList::EndEmployer()
 {
     ofEmployer = SumsOf(ofEmployer, review->Declaration(), review->Findings().size());
     if (ShowsFolder())
-        coming.push_back({waiting.front(), waiting.front() + EmployerCells(ofEmployer), ofEmployer});
+        coming.push_back(
+            {.key = waiting.front(), .sums = ofEmployer, .cells = waiting.front() + EmployerCells(ofEmployer)});
+    marks.reset();
     comingFoot += ofEmployer;
     waiting.pop_front();
     BeginNextEmployer();
@@ -215,7 +254,7 @@ void OverviewList::TellFoot()
         onForms += line.sums.toLookAt;
     std::string text =
         fmt::format("{} employees. Total {}. Box A {}, Class 1A contributions {}. {} to look at", foot.employees,
-                    Figure(foot.total), Figure(foot.benefits), Figure(foot.contributions), foot.toLookAt);
+                    Sum(foot.total), Sum(foot.benefits), Sum(foot.contributions), foot.toLookAt);
     // What all forms show together stands in no line.
     if (onForms < foot.toLookAt)
         text += fmt::format(", {} of them over all forms", foot.toLookAt - onForms);
@@ -243,7 +282,7 @@ void OverviewList::Arrange(const std::string& key)
         sums += lines[line].sums;
     }
     if (!listed.empty())
-        entries.push_back(ShowsFolder() ? "Total" + EmployerCells(sums) : "Total\t\t" + FigureCells(sums));
+        entries.push_back(ShowsFolder() ? "Total" + EmployerCells(sums) : EmployeeCells("Total\t\t", sums));
     table.SetEntries(std::move(entries));
     table.Select(position);
 }
@@ -255,6 +294,83 @@ std::string OverviewList::KeyInUse() const
     if (position < 0 || position >= static_cast<int>(listed.size()))
         return {};
     return lines[listed[static_cast<std::size_t>(position)]].key;
+}
+
+/// Marks the chosen lines at once; whoever has changed the database meanwhile is taken up with the next look.
+void OverviewList::ReviewChosen()
+{
+    std::vector<std::string> employees;
+    if (!ShowsFolder())
+        for (const int position : box("Lines").Chosen())
+            if (position < static_cast<int>(listed.size()))
+                employees.push_back(lines[listed[static_cast<std::size_t>(position)]].key);
+    static_cast<void>(EmployeeRecord(session).Store());
+    ToggleReviewed(session, employer, employees);
+    if (!employees.empty())
+        Start();
+}
+
+/// The lines that are listed, for the paper. Of the sections those to which somebody's form comes have columns of their
+/// own, as far as a page is wide; the others stand together.
+PrintedTable OverviewList::ControlSheet() const
+{
+    constexpr std::size_t MostSections = 5;
+    OverviewSums all;
+    for (const std::size_t line : listed)
+        all += lines[line].sums;
+    std::vector<std::size_t> apart, together;
+    for (std::size_t section = 0; section < OverviewSectionCount && !ShowsFolder(); ++section)
+        if (!all.sections[section].IsZero())
+            (apart.size() < MostSections ? apart : together).push_back(section);
+
+    const std::string whose = ShowsFolder() ? std::string(AllEmployers) : employer;
+    PrintedTable table{.documentName = whose + " - Overview",
+                       .employer = whose,
+                       .heading = "Control sheet",
+                       .subHeading = box("Filter").Empty() ? std::string() : "Only: " + box("Filter").Text(),
+                       .remarks = {box("Foot").Text()}};
+    const auto column = [&](std::string caption, int width, auto cellOf, bool isFigure) {
+        table.columns.push_back({.caption = std::move(caption), .width = width, .figure = isFigure});
+        table.rows.resize(listed.size() + 1);
+        for (std::size_t row = 0; row < listed.size(); ++row)
+            table.rows[row].push_back(cellOf(lines[listed[row]]));
+        table.rows.back().push_back(cellOf(Line{.key = "Total", .sums = all}));
+    };
+    const auto figure = [&](std::string caption, auto amountOf) {
+        column(
+            std::move(caption), 15, [&](const Line& line) { return Figure(amountOf(line.sums)); }, true);
+    };
+    column(
+        ShowsFolder() ? "Employer" : "Employee", 36, [](const Line& line) { return line.key; }, false);
+    if (ShowsFolder())
+        column(
+            "Employees", 14, [](const Line& line) { return Count(line.sums.employees); }, true);
+    else
+        column(
+            "NI number", 18, [](const Line& line) { return line.nationalInsurance; }, false);
+    for (const std::size_t section : apart)
+        figure(std::string(OverviewSections()[section].letter),
+               [section](const OverviewSums& sums) { return sums.sections[section]; });
+    if (!together.empty())
+        figure("Others", [&together](const OverviewSums& sums) {
+            Amount others;
+            for (const std::size_t section : together)
+                others += sums.sections[section];
+            return others;
+        });
+    figure("Total", [](const OverviewSums& sums) { return sums.total; });
+    figure("1A on", [](const OverviewSums& sums) { return sums.benefits; });
+    if (ShowsFolder())
+        figure("Class 1A", [](const OverviewSums& sums) { return sums.contributions; });
+    column(
+        "Look at", 10, [](const Line& line) { return Count(line.sums.toLookAt); }, true);
+    if (!ShowsFolder()) {
+        column(
+            "Printed", 17, [](const Line& line) { return line.printed; }, false);
+        column(
+            "Reviewed", 17, [](const Line& line) { return line.reviewed; }, false);
+    }
+    return table;
 }
 
 void OverviewList::OpenChosen()

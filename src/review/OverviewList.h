@@ -1,5 +1,7 @@
 #pragma once
 
+#include "clientdb/store/FormMarks.h"
+#include "frame/PrintedTable.h"
 #include "frame/Screen.h"
 #include "review/EmployerReview.h"
 #include "review/Overview.h"
@@ -24,15 +26,25 @@ public:
 
 private:
     struct Line {
-        std::string key;   ///< the employee, or the employer
-        std::string cells; ///< parted by tabs
+        std::string key; ///< the employee, or the employer
         OverviewSums sums;
+        // Of an employee:
+        std::string worksNumber, nationalInsurance;
+        std::string printed, reviewed; ///< marks in words
+        std::string cells;             ///< of all of it, parted by tabs
+    };
+    /// The marks of an employer's forms while they are looked through.
+    struct Marks {
+        explicit Marks(const std::filesystem::path& path) : database(Database::OpenDatabase(path)), forms(database) {}
+        Database database;
+        FormMarks forms;
     };
 
     bool ShowsFolder() const { return employer.empty(); }
     void Start();
     void GoOn();
     void BeginNextEmployer();
+    void TakeEmployee(std::string_view employee, const FieldReader& read, const OverviewSums& sums);
     void EndEmployer();
     void ListEmployers(std::vector<std::string> newEmployers);
     void ChooseEmployer(int position);
@@ -40,6 +52,8 @@ private:
     void TellFoot();
     std::string KeyInUse() const;
     void OpenChosen();
+    void ReviewChosen();
+    PrintedTable ControlSheet() const;
 
     Paper paper;
     std::string employer;               ///< whose employees are shown; empty: all employers
@@ -52,6 +66,7 @@ private:
     OverviewSums comingFoot, ofEmployer;
     std::deque<std::string> waiting; ///< employers who have not been looked through yet
     std::optional<EmployerReview> review;
+    std::optional<Marks> marks;
     std::filesystem::file_time_type lookedAt; ///< the database's last change before the last look
 };
 

@@ -99,6 +99,20 @@ TEST_F(TableViewTest, ChosenLinesGoToTheClipboardForASpreadsheet)
     EXPECT_EQ(QApplication::clipboard()->text(), "Name\tSum\tNote\nAnn\t1.00\tnew\nBen\t2.00\t\nCy\t3.00\tleft\n");
 }
 
+TEST_F(TableViewTest, CellsOfTheColumnInUseGoToTheClipboardAlone)
+{
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Right);
+    Press(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "1.00\n") << "a single cell";
+    Press(Qt::Key_Down, Qt::ShiftModifier);
+    Press(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "1.00\n2.00\n");
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "Sum\n1.00\n2.00\n3.00\n") << "a whole column with its caption";
+}
+
 TEST_F(TableViewTest, FiguresStandAtTheRightAndAreSpokenWithTheirCaption)
 {
     const QModelIndex figure = view.model()->index(0, 1);

@@ -850,7 +850,7 @@ TEST_F(PrintJobs, OfABatchStopWhereTheStoreFailsAndPrintNoHalfDocument)
     FillAll();
     BatchSelection all = BatchSelection::All();
     bool failed = true;
-    int statement = 0;
+    int statement = 0, marksLost = 0;
     std::map<std::string, int> procedures;
     while (failed) {
         ++statement;
@@ -867,6 +867,12 @@ TEST_F(PrintJobs, OfABatchStopWhereTheStoreFailsAndPrintNoHalfDocument)
         }
         if (!failed)
             break;
+        // A form that could not be marked as printed is printed all the same.
+        if (door.messages.empty()) {
+            ASSERT_EQ(door.printed.size(), 3u) << statement;
+            ++marksLost;
+            continue;
+        }
         ASSERT_EQ(door.messages.size(), 1u) << statement;
         const std::string& text = door.messages[0].text;
         if (text != "Unable to Open Car Information for printing") {
@@ -882,6 +888,7 @@ TEST_F(PrintJobs, OfABatchStopWhereTheStoreFailsAndPrintNoHalfDocument)
             }
     }
     EXPECT_EQ(door.printed.size(), 3u);
+    EXPECT_GT(marksLost, 10);
     EXPECT_GT(statement, 60);
     EXPECT_EQ(procedures.count("Batch Print"), 1u);
     EXPECT_EQ(procedures.count("Print P11D(3-4)"), 1u);

@@ -273,6 +273,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"View", "mnuCheck", "Check..."},
         {"View", "mnuExplain", "Explain...", false},
         {"View", "mnuHistory", "History..."},
+        {"View", "mnuReviewed", "Reviewed", false},
         {"Settings", "mnuSettingsReports", "Reports"},
         {"Edit", "mnuUndo", "Undo"},
         {"Go", "mnuPage1", "Page 1", false},

@@ -44,6 +44,7 @@ public:
     struct Connection;
 
 private:
+    friend class FormMarks;
     friend class Recordset;
     friend class WriteBatch;
     friend class ReadBatch;

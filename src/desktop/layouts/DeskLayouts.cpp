@@ -27,15 +27,16 @@ Layout CheckList()
 
 Layout OverviewList()
 {
-    Layout layout{.width = 880, .height = 450, .growing = "Lines"};
+    Layout layout{.width = 980, .height = 450, .growing = "Lines"};
     layout.Text(16, 15, 40, "Show:");
     layout.Place("Filter", 60, 12, 280, 24);
     layout.Text(364, 15, 64, "Employer:");
     layout.Place("Employer", 430, 11, 330, 26);
-    layout.Place("Lines", 16, 48, 848, 322);
-    layout.Place("Foot", 16, 378, 848);
-    ButtonRow(layout, 864, 410,
-              std::to_array<std::string_view>({"OverviewOpen", "OverviewSort", "OverviewAgain", "OverviewClose"}));
+    layout.Place("Lines", 16, 48, 948, 322);
+    layout.Place("Foot", 16, 378, 948);
+    ButtonRow(layout, 964, 410,
+              std::to_array<std::string_view>({"OverviewOpen", "OverviewSort", "OverviewAgain", "OverviewReviewed",
+                                               "OverviewPrint", "OverviewClose"}));
     return layout;
 }
 

@@ -116,6 +116,7 @@ bool JobDocument::StartDocument()
 
 Opening JobDocument::OpenPrintJob(std::string_view documentName)
 {
+    form.reset();
     vsDocName(documentName);
     vp->Subject(edition::form::DocumentSubject);
     if (route == Route::Printer)

@@ -5,8 +5,10 @@
 #include "printing/paper/PageLayer.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quillmere {
 
@@ -18,6 +20,11 @@ enum class Opening {
     Open,
     NotOpen,
     Left ///< the user has left the question for another printer
+};
+
+/// Whose form a document begins with.
+struct PrintedForm {
+    std::string employer, employee;
 };
 
 /// Says that a printer cannot be reached, or with no name that there is none.
@@ -36,6 +43,10 @@ public:
 
     /// Opens the document of a job, with questions to the user if the chosen printer is gone.
     [[nodiscard]] Opening OpenPrintJob(std::string_view documentName);
+    /// Tells that the document which has been opened begins with an employee's form.
+    void BeginsWith(PrintedForm newForm) { form = std::move(newForm); }
+    /// Whose form the document begins with; nothing if it is another document.
+    const std::optional<PrintedForm>& Form() const { return form; }
     /// True if the job's printer is among the printers of this moment.
     bool HasPrinter();
     /// The printer that the document goes to, and how many pages it has been sent last.
@@ -78,6 +89,7 @@ private:
     const std::filesystem::path& rootFolder;
     PageEngine* vp = nullptr;
     PdfConverter* VSPDF = nullptr;
+    std::optional<PrintedForm> form;
 };
 
 } // namespace quillmere

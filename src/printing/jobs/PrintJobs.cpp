@@ -1,6 +1,7 @@
 #include "printing/jobs/PrintJobs.h"
 
 #include "clientdb/Employees.h"
+#include "clientdb/store/FormMarks.h"
 #include "declaration/Declaration.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
@@ -109,6 +110,8 @@ public:
 
     void Print(const BatchSelection& selection)
     {
+        if (selection.Has(BatchTick::P11D))
+            job.document.BeginsWith({job.names.employer, job.names.employee});
         for (const SequenceRow& row : Sequence) {
             if (!selection.Has(row.tick))
                 continue;
@@ -243,6 +246,19 @@ bool DrawSingleDocument(PrintJob& job, PrintedDocument document)
     return true;
 }
 
+/// Marks the form with which a document begins, if it begins with one.
+void MarkPrinted(Database& database, const JobDocument& document, Day today)
+{
+    if (!document.Form())
+        return;
+    const auto& [employer, employee] = *document.Form();
+    try {
+        static_cast<void>(FormMarks(database).Set(FormMark::Printed, employer, employee, FormatDate(today)));
+    } catch (const StoreError&) {
+        return; // a mark less
+    }
+}
+
 // ---- a batch ------------------------------------------------------------------------------------
 
 /// How far a batch has come, and what became of its documents.
@@ -268,8 +284,10 @@ public:
     void Close()
     {
         const PrintResult result = job.document.vsEndDoc();
-        if (result == PrintResult::Sent)
+        if (result == PrintResult::Sent) {
             pagesSent += job.document.PagesSent();
+            MarkPrinted(job.Clients(), job.document, job.session.platform.Today());
+        }
         const bool hasFailed = result == PrintResult::PrinterUnreachable || result == PrintResult::NotReady;
         if (hasFailed)
             unprinted.push_back(next);
@@ -437,13 +455,23 @@ void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view 
 void PrintTableJob(Session& session, PrintSystem& printing, const PrintedTable& table)
 {
     const auto draw = [&](PrintJob& job) {
-        job.names.employer = session.CurrentEmployer;
-        job.names.employee = table.employee.empty() ? session.CurrentEmployer : table.employee;
+        job.names.employer = table.employer.empty() ? session.CurrentEmployer : table.employer;
+        job.names.employee = table.employee.empty() ? job.names.employer : table.employee;
         if (job.document.OpenPrintJob(table.documentName) == Opening::Open)
             PrintTableReport(job.page, job.names, table);
         return true;
     };
     ShowJob(session, printing, TableJob, draw, [] { return std::string(); });
+}
+
+void MarkPrinted(const Session& session, const JobDocument& document)
+{
+    try {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        MarkPrinted(database, document, session.platform.Today());
+    } catch (const StoreError&) {
+        return; // a mark less
+    }
 }
 
 void SayPagesSent(Session& session, int pages, std::string_view printer, std::string_view more)

@@ -49,6 +49,10 @@ void PrintTableJob(Session& session, PrintSystem& printing, const PrintedTable& 
 /// They go to the printer; nothing is shown.
 void PrintBatchJob(Session& session, PrintSystem& printing, std::string_view employer, const BatchSelection& selection);
 
+/// Marks the form with which the document in hand begins, if it begins with one, as printed today. The mark is a help:
+/// where the store cannot take it nothing else suffers.
+void MarkPrinted(const Session& session, const JobDocument& document);
+
 /// Says in the status bar how many pages a printer has been sent, and perhaps something more.
 void SayPagesSent(Session& session, int pages, std::string_view printer, std::string_view more = {});
 

@@ -8,6 +8,7 @@
 #include "printing/jobs/PrintPasses.h"
 #include "printing/jobs/PrintSystem.h"
 #include "printing/jobs/frmVSPrint.h"
+#include "printing/paper/PageList.h"
 
 #include <algorithm>
 #include <array>
@@ -119,6 +120,12 @@ std::optional<std::string> frmVSPrintDialog::PageList() const
     return PageListOf(static_cast<ManualDuplex>(Chosen("optDuplex")), preview->PageCount(), preview->IsReversed());
 }
 
+bool frmVSPrintDialog::HasFirstPage() const
+{
+    const std::optional<std::string> list = PageList();
+    return !list || std::ranges::count(ReadPageList(*list, preview->PageCount()), 1) > 0;
+}
+
 void frmVSPrintDialog::Print()
 {
     PrintResult result{};
@@ -139,6 +146,9 @@ void frmVSPrintDialog::Print()
                               "The printing system is not ready.\nThe print job has been abandoned.");
         break;
     case PrintResult::Sent:
+        // A pass with the first page: the others of a form that is printed side by side belong to it.
+        if (HasFirstPage())
+            MarkPrinted(session, printing.document);
         SayPagesSent(session, printing.engine.PagesSent(), printing.engine.Device());
         break;
     }

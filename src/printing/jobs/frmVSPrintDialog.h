@@ -19,6 +19,7 @@ private:
     int Chosen(std::string_view options) const;
     /// The page list as text; nothing for the whole document.
     std::optional<std::string> PageList() const;
+    bool HasFirstPage() const;
     void Print();
     void TellNothingToPrint();
 

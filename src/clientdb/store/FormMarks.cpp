@@ -1,0 +1,163 @@
+#include "clientdb/store/FormMarks.h"
+
+#include "clientdb/store/Connection.h"
+
+#include <cstdint>
+#include <fmt/format.h>
+#include <set>
+#include <string>
+
+namespace quillmere {
+namespace {
+
+constexpr std::string_view CreateMarks =
+    "CREATE TABLE [FormMarks]([EmployerName] TEXT,[EmployeeName] TEXT,[Mark] INTEGER,[Day] TEXT,[Form] TEXT,"
+    "PRIMARY KEY([EmployerName],[EmployeeName],[Mark]))";
+
+/// Fields that name an employee and say nothing of the form.
+const std::set<std::string_view> Keys{"EmployerName", "EmployeeName", "Name"};
+
+/// A number for all that is put into it, in its order: texts that differ in anything come to different ones but for one
+/// chance in 2^64.
+class Digest {
+public:
+    void Put(std::string_view text)
+    {
+        // With its length, so that two texts are not taken for one.
+        for (std::size_t length = text.size(); length > 0; length >>= 8)
+            Put(static_cast<unsigned char>(length));
+        Put(0);
+        for (const char byte : text)
+            Put(static_cast<unsigned char>(byte));
+    }
+    std::string Text() const { return fmt::format("{:016x}", number); }
+
+private:
+    // FNV-1a
+    void Put(unsigned char byte) { number = (number ^ byte) * 0x100000001b3U; }
+    std::uint64_t number = 0xcbf29ce484222325U;
+};
+
+std::int64_t NumberOf(FormMark mark)
+{
+    return static_cast<std::int64_t>(mark);
+}
+
+} // namespace
+
+FormMarks::FormMarks(Database& of) : database(of), connection(of.connection)
+{
+}
+
+FormMarks::Table FormMarks::Look() const
+{
+    Run schema(*connection, connection->Own("SELECT sql FROM sqlite_schema WHERE name='FormMarks'"));
+    if (!schema.Step())
+        return Table::None;
+    return schema.Text(0) == CreateMarks ? Table::There : Table::OfOthers;
+}
+
+/// What all records of the employee hold; an empty field reads as one that was never filled.
+std::string FormMarks::FormOf(std::string_view employer, std::string_view employee) const
+{
+    Digest digest;
+    for (const TableLayout& layout : ClientTables()) {
+        if (layout.level != TableLevel::Employee)
+            continue;
+        TableStatements& statements = connection->Statements(layout);
+        Run record(*connection, statements.Seek(layout.indexes.front(), {}, true));
+        if (!record.Bind(employer).Bind(employee).Step())
+            continue;
+        digest.Put(layout.name);
+        int column = 0; // the number of the record
+        for (const Field& field : statements.Fields().All()) {
+            ++column;
+            if (!Keys.contains(field.name))
+                digest.Put(record.Text(column));
+        }
+    }
+    return digest.Text();
+}
+
+bool FormMarks::Set(FormMark mark, std::string_view employer, std::string_view employee, std::string_view day) const
+{
+    WriteBatch batch(database);
+    batch.Begin();
+    const Table table = Look();
+    if (table == Table::OfOthers)
+        return false;
+    if (table == Table::None)
+        connection->Execute(std::string(CreateMarks));
+    const std::string form = FormOf(employer, employee);
+    Run(*connection, connection->Own("INSERT OR REPLACE INTO [FormMarks] VALUES(?,?,?,?,?)"))
+        .Bind(employer)
+        .Bind(employee)
+        .Bind(NumberOf(mark))
+        .Bind(day)
+        .Bind(form)
+        .Change();
+    batch.Commit();
+    return true;
+}
+
+void FormMarks::Clear(FormMark mark, std::string_view employer, std::string_view employee) const
+{
+    if (AreThere())
+        Run(*connection,
+            connection->Own("DELETE FROM [FormMarks] WHERE [EmployerName]=? AND [EmployeeName]=? AND [Mark]=?"))
+            .Bind(employer)
+            .Bind(employee)
+            .Bind(NumberOf(mark))
+            .Change();
+}
+
+std::map<FormMark, MarkOfForm> FormMarks::Of(std::string_view employer, std::string_view employee) const
+{
+    std::map<FormMark, MarkOfForm> marks;
+    if (!AreThere())
+        return marks;
+    std::string form; // worked out for the first mark
+    Run found(*connection, connection->Own("SELECT [Mark],[Day],[Form] FROM [FormMarks] WHERE [EmployerName]=? AND "
+                                           "[EmployeeName]=?"));
+    for (found.Bind(employer).Bind(employee); found.Step();) {
+        if (form.empty())
+            form = FormOf(employer, employee);
+        marks[static_cast<FormMark>(found.Number(0))] = {.day = std::string(found.Text(1)),
+                                                         .isOutdated = found.Text(2) != form};
+    }
+    return marks;
+}
+
+void FormMarks::Forget(std::string_view employer, std::string_view employee) const
+{
+    if (AreThere())
+        Run(*connection,
+            connection->Own("DELETE FROM [FormMarks] WHERE [EmployerName]=?1 AND (?2='' OR [EmployeeName]=?2)"))
+            .Bind(employer)
+            .Bind(employee)
+            .Change();
+}
+
+void FormMarks::RenameEmployee(std::string_view employer, std::string_view employee, std::string_view newName) const
+{
+    if (AreThere())
+        Run(*connection,
+            connection->Own("UPDATE OR REPLACE [FormMarks] SET [EmployeeName]=? WHERE [EmployerName]=? AND "
+                            "[EmployeeName]=?"))
+            .Bind(newName)
+            .Bind(employer)
+            .Bind(employee)
+            .Change();
+}
+
+void FormMarks::RenameEmployer(std::string_view employer, std::string_view newName) const
+{
+    // Whoever goes on under the old name because the new one is taken is left without marks.
+    if (AreThere())
+        Run(*connection, connection->Own("UPDATE OR IGNORE [FormMarks] SET [EmployerName]=? WHERE [EmployerName]=?"))
+            .Bind(newName)
+            .Bind(employer)
+            .Change();
+}
+
+} // namespace quillmere
