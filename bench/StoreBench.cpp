@@ -1,8 +1,10 @@
 #include "Require.h"
 #include "clientdb/Employees.h"
+#include "clientdb/SafetyCopies.h"
 #include "clientdb/store/History.h"
 #include "clientdb/store/TableLayouts.h"
 #include "clientdb/store/Template.h"
+#include "frame/CheckedFile.h"
 #include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>
@@ -151,6 +153,35 @@ const std::filesystem::path& OneThousand()
             for (int i = 0; i < 3000; ++i)
                 AddFilledRecord(records, fields, i % 3 == 0 ? "Big" : "Other", fmt::format("First Surname {:05}", i),
                                 i);
+        }
+        batch.Commit();
+        return path;
+    }();
+    return file;
+}
+
+/// 1,000 employees of 20 employers and nobody else, with all their records.
+const std::filesystem::path& ThousandAlone()
+{
+    static const std::filesystem::path file = [] {
+        const auto path = Folder() / "alone" / "clients";
+        std::filesystem::create_directory(path.parent_path());
+        CreateTables(path);
+        Database database = Database::OpenDatabase(path);
+        WriteBatch batch(database);
+        for (const TableLayout* table : NewEmployeeTables()) {
+            Recordset records = database.OpenRecordset(table->name);
+            const auto fields = FieldsOf(*table).All();
+            const bool ofEmployer = table->level == TableLevel::Employer;
+            for (int i = 0; i < (ofEmployer ? 20 : 1000); ++i)
+                if (ofEmployer) {
+                    records.AddNew();
+                    records.SetField("EmployerName", fmt::format("Employer {:03}", i));
+                    records.Update();
+                } else {
+                    AddFilledRecord(records, fields, fmt::format("Employer {:03}", i % 20),
+                                    fmt::format("First Surname {:05}", i), i);
+                }
         }
         batch.Commit();
         return path;
@@ -496,6 +527,32 @@ void DeleteBare(benchmark::State& state)
     });
 }
 
+/// A safety copy of 1,000 employees with all their records: copied, synced, opened, looked through, thinned.
+void CopyBeforeADeletion(benchmark::State& state)
+{
+    const std::filesystem::path& file = ThousandAlone();
+    for (auto _ : state) {
+        std::filesystem::remove_all(CopiesFolder(file));
+        const auto begin = std::chrono::steady_clock::now();
+        MakeSafetyCopy(file, {.day = {}, .time = "12:00:00", .reason = CopyReason::Delete});
+        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+    }
+    state.counters["MB"] = static_cast<double>(std::filesystem::file_size(file)) / 1'000'000;
+}
+
+/// The copying alone, page by page, as the yardstick of what it must cost.
+void CopyBare(benchmark::State& state)
+{
+    const std::filesystem::path& file = ThousandAlone();
+    for (auto _ : state) {
+        const std::filesystem::path copy = Folder() / "bare-copy";
+        std::filesystem::remove(copy);
+        const auto begin = std::chrono::steady_clock::now();
+        CopyFileChecked(file, copy);
+        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+    }
+}
+
 BENCHMARK(SeekAndReadStore)->Name("seek and read a record/store");
 BENCHMARK(SeekAndReadBare)->Name("seek and read a record/bare");
 BENCHMARK(SeekThreeStore)->Name("seek and read three fields/store");
@@ -526,6 +583,11 @@ BENCHMARK(RenameStore)->Name("rename an employer of 1,000/store")->Unit(benchmar
 BENCHMARK(RenameBare)->Name("rename an employer of 1,000/bare")->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(DeleteStore)->Name("delete an employer of 1,000/store")->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(DeleteBare)->Name("delete an employer of 1,000/bare")->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(CopyBeforeADeletion)
+    ->Name("safety copy of 1,000 employees/store")
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime();
+BENCHMARK(CopyBare)->Name("safety copy of 1,000 employees/bare")->Unit(benchmark::kMillisecond)->UseManualTime();
 BENCHMARK(UndoDeletion)->Name("undo that deletion/store")->Unit(benchmark::kMillisecond)->UseManualTime();
 
 } // namespace

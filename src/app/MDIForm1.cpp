@@ -4,6 +4,7 @@
 #include "app/Version.h"
 #include "clientdb/FolderScreens.h"
 #include "clientdb/RecentEmployees.h"
+#include "clientdb/SafetyCopies.h"
 #include "clientdb/store/Backup.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
@@ -240,6 +241,7 @@ bool MDIForm1::Load()
                                   session.ClientDatabasePath().string(),
                               Icon::Critical);
     RebuildRecent(session);
+    KeepDailyCopySoon(session);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "clientdb/BoundScreen.h"
 #include "clientdb/Employees.h"
 #include "clientdb/RecentEmployees.h"
+#include "clientdb/SafetyCopies.h"
 #include "clientdb/UserOperation.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
@@ -62,6 +63,7 @@ Screen* OpenPage1(Session& session, std::string_view errorTitle)
     ShowOpenEmployee(session, true);
     if (sought == BoundScreen::Sought::Found)
         RememberOpened(session);
+    KeepDailyCopySoon(session);
     RebuildRecent(session);
     return page;
 }
@@ -327,6 +329,7 @@ void EmployerList::DeleteChosen()
                                   "? This will remove all emloyee records associated with " + employer + ".",
                               Icon::Question, Answer::No))
         return;
+    KeepCopy(session, CopyReason::Delete);
     {
         const BusyPointer busy(session.platform);
         const UserOperation operation(session, "Delete Employer " + employer);
@@ -402,6 +405,7 @@ void EmployeeList::DeleteChosen()
     if (!session.messages.Ask("Delete " + employee + "?", "Delete Employee " + employee + "?", Icon::Question,
                               Answer::No))
         return;
+    KeepCopy(session, CopyReason::Delete);
     {
         const BusyPointer busy(session.platform);
         const UserOperation operation(session, "Delete Employee " + employee);
@@ -498,6 +502,7 @@ void RenameEmp::RenameChosenEmployer()
         session.messages.Tell(edition::AppTitle, "Please provide a new Employer name");
         return;
     }
+    KeepCopy(session, CopyReason::Rename);
     {
         const BusyPointer busy(session.platform);
         const UserOperation operation(session, fmt::format("Rename {} to {}", employer, newName));
@@ -529,6 +534,7 @@ void RenameEmp::RenameChosenEmployee()
         session.messages.Tell(edition::AppTitle, "Please provide an new Employee name");
         return;
     }
+    KeepCopy(session, CopyReason::Rename);
     {
         const BusyPointer busy(session.platform);
         const UserOperation operation(session, fmt::format("Rename {} to {}", employee, newName));

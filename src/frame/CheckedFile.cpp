@@ -126,6 +126,8 @@ public:
             ::unlink(temporary.c_str());
     }
 
+    const std::filesystem::path& Temporary() const { return temporary; }
+
     void Write(std::string_view content)
     {
         while (!content.empty()) {
@@ -239,6 +241,13 @@ void CopyFileChecked(const std::filesystem::path& source, const std::filesystem:
     Replacement replacement(target);
     for (; count > 0; count = ReadPiece(from, source, buffer))
         replacement.Write({buffer.data(), count});
+    replacement.TakePlace(check);
+}
+
+void MakeFileChecked(const std::filesystem::path& file, const FileFill& fill, const FileCheck& check)
+{
+    Replacement replacement(file);
+    fill(replacement.Temporary());
     replacement.TakePlace(check);
 }
 

@@ -27,6 +27,12 @@ using FileCheck = std::function<void(const std::filesystem::path& complete)>;
 void CopyFileChecked(const std::filesystem::path& source, const std::filesystem::path& target,
                      const FileCheck& check = {});
 
+/// Puts the whole content into a file that is there under a name of its own, still empty and its owner's alone.
+using FileFill = std::function<void(const std::filesystem::path& empty)>;
+
+/// Makes a whole file in the same way out of what is filled in. Throws FileError, and what the two throw.
+void MakeFileChecked(const std::filesystem::path& file, const FileFill& fill, const FileCheck& check = {});
+
 /// What killed processes have left in a folder of files that they were about to write in this way, an hour ago or more.
 std::vector<std::filesystem::path> ForgottenTemporaries(const std::filesystem::path& folder);
 

@@ -59,6 +59,7 @@ struct Session {
 
     /// The operation that the user is about, for the change history; nothing between two of them.
     std::shared_ptr<OperationNote> operation;
+    bool noCopyTold = false;     ///< that no safety copy can be made has been said
     bool historyOffTold = false; ///< that this run's changes are not noted has been said
 
     /// Draws a document of the current employer and employee and shows it. Empty in a program that draws none.

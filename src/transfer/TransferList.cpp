@@ -1,5 +1,6 @@
 #include "transfer/TransferList.h"
 
+#include "clientdb/SafetyCopies.h"
 #include "clientdb/UserOperation.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
@@ -124,6 +125,7 @@ void TransferList::TransferAll()
 
 void TransferList::Run(const std::optional<LastYearEmployee>& selected)
 {
+    KeepCopy(session, CopyReason::Transfer);
     const UserOperation operation(session, selected ? "Transfer of " + selected->employee : "Transfer of all");
     try {
         const BusyPointer busy(session.platform);

@@ -1,6 +1,7 @@
 #include "clientdb/store/Backup.h"
 
 #include "clientdb/store/Connection.h"
+#include "clientdb/store/DatabaseState.h"
 #include "frame/CheckedFile.h"
 #include "frame/Text.h"
 
@@ -26,12 +27,6 @@ private:
     Database::Connection connection;
 };
 
-bool IsDamage(const StoreError& failure)
-{
-    const int kind = static_cast<int>(failure.Number()) & 0xff;
-    return kind == SQLITE_NOTADB || kind == SQLITE_CORRUPT;
-}
-
 /// Holds a database whose last change is whole. Nothing of a file that is none or cannot be read as one.
 std::unique_ptr<const Hold> HoldUnlessDamaged(const std::filesystem::path& database)
 {
@@ -40,36 +35,10 @@ std::unique_ptr<const Hold> HoldUnlessDamaged(const std::filesystem::path& datab
         Database::OpenDatabase(database, OpenMode::ReadOnly).Close();
         return std::make_unique<const Hold>(database);
     } catch (const StoreError& failure) {
-        if (!IsDamage(failure))
+        if (!failure.IsDamage())
             throw;
         return nullptr;
     }
-}
-
-/// True for a client database in which every page and index is as it must be.
-bool IsWhole(const std::filesystem::path& file)
-{
-    try {
-        Database::OpenDatabase(file, OpenMode::ReadOnly).Close();
-        Database::Connection connection(file, SQLITE_OPEN_READWRITE);
-        Run check(connection, connection.Prepare("PRAGMA integrity_check(1)"));
-        return check.Step() && check.Text(0) == "ok";
-    } catch (const StoreError& failure) {
-        if (!IsDamage(failure))
-            throw;
-        return false;
-    }
-}
-
-/// True for a file that begins as a client database does.
-bool BeginsAsClientDatabase(const std::filesystem::path& file)
-{
-    constexpr std::size_t placeOfMark = 68;
-    std::array<char, placeOfMark + 4> head{};
-    std::ifstream in(file, std::ios::binary);
-    in.read(head.data(), head.size());
-    const std::string_view read(head.data(), static_cast<std::size_t>(in.gcount()));
-    return read.size() == head.size() && read.starts_with("SQLite format 3") && read.ends_with("Qmre");
 }
 
 } // namespace
@@ -114,8 +83,8 @@ bool BackUpDatabase(const std::filesystem::path& database, const std::filesystem
     const std::unique_ptr<const Hold> hold = HoldUnlessDamaged(database);
     bool isWhole = false;
     CopyFileChecked(database, copy, [&](const std::filesystem::path& complete) {
-        isWhole = IsWhole(complete);
-        if (!isWhole && std::filesystem::exists(copy) && IsWhole(copy))
+        isWhole = LookAtDatabase(complete).IsWhole();
+        if (!isWhole && std::filesystem::exists(copy) && LookAtDatabase(copy).IsWhole())
             throw OlderCopyKept(copy);
         // The journal of the copy that is about to be replaced would be taken for the new one's: it goes first, so that
         // a crash between the two steps leaves no copy beside a journal that is not its own.
@@ -123,6 +92,16 @@ bool BackUpDatabase(const std::filesystem::path& database, const std::filesystem
         std::filesystem::remove(std::filesystem::path(copy) += "-journal", thereIsNone);
     });
     return isWhole;
+}
+
+bool BeginsAsClientDatabase(const std::filesystem::path& file)
+{
+    constexpr std::size_t placeOfMark = 68;
+    std::array<char, placeOfMark + 4> head{};
+    std::ifstream in(file, std::ios::binary);
+    in.read(head.data(), head.size());
+    const std::string_view read(head.data(), static_cast<std::size_t>(in.gcount()));
+    return read.size() == head.size() && read.starts_with("SQLite format 3") && read.ends_with("Qmre");
 }
 
 void RemoveForgottenCopies(const std::filesystem::path& folder)

@@ -30,6 +30,9 @@ public:
 /// stays as it was. False if what was copied is damaged. Throws OlderCopyKept, StoreError and FileError.
 [[nodiscard]] bool BackUpDatabase(const std::filesystem::path& database, const std::filesystem::path& copy);
 
+/// True for a file that begins as a client database does.
+bool BeginsAsClientDatabase(const std::filesystem::path& file);
+
 /// Removes the copies of client databases that a killed backup has left half made in a folder.
 void RemoveForgottenCopies(const std::filesystem::path& folder);
 

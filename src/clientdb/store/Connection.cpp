@@ -44,6 +44,13 @@ bool StoreError::OutOfReach() const
     }
 }
 
+bool StoreError::IsDamage() const
+{
+    const long kind = Number() & 0xff;
+    // The last is what the store says of a head that speaks of formats that it does not know.
+    return kind == SQLITE_NOTADB || kind == SQLITE_CORRUPT || kind == SQLITE_ERROR;
+}
+
 void SetStoreFaultHook(StoreFaultHook hook)
 {
     FaultHook() = std::move(hook);

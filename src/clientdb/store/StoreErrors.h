@@ -15,6 +15,8 @@ public:
     /// True if the database is locked by somebody else or not to be written at all: what follows would fail likewise,
     /// each time after the same wait.
     bool OutOfReach() const;
+    /// True if the file is damaged, or no database of this program.
+    bool IsDamage() const;
 
 private:
     std::string statement;

@@ -1,0 +1,58 @@
+#include "clientdb/store/DatabaseState.h"
+
+#include "clientdb/store/Connection.h"
+
+#include <fmt/format.h>
+
+namespace quillmere {
+
+namespace {
+
+/// More than that nobody reads.
+constexpr std::string_view LookThrough = "PRAGMA integrity_check(20)";
+
+/// The store's words without the file's name, which is known.
+std::string WordsOf(const StoreError& failure, const std::filesystem::path& file)
+{
+    const std::string words = failure.what(), name = PathText(file) + " cannot be opened: ";
+    return words.starts_with(name) ? words.substr(name.size()) : words;
+}
+
+} // namespace
+
+DatabaseState LookAtDatabase(const std::filesystem::path& file)
+{
+    DatabaseState state;
+    try {
+        Database::OpenDatabase(file, OpenMode::ReadOnly).Close();
+        Database::Connection connection(file, SQLITE_OPEN_READWRITE);
+        Run look(connection, connection.Prepare(std::string(LookThrough)));
+        while (look.Step())
+            if (look.Text(0) != "ok")
+                state.faults.emplace_back(look.Text(0));
+        if (!state.IsWhole())
+            return state;
+        return CountIn(connection);
+    } catch (const StoreError& failure) {
+        if (!failure.IsDamage())
+            throw;
+        state.faults.push_back(WordsOf(failure, file));
+    }
+    return state;
+}
+
+DatabaseState CountIn(Database::Connection& connection)
+{
+    return {.faults = {},
+            .employers = connection.Pragma("SELECT count(DISTINCT [EmployerName]) FROM [P11D]"),
+            .employees = connection.Pragma("SELECT count(*) FROM [P11D]")};
+}
+
+std::string InWords(const DatabaseState& state)
+{
+    if (!state.IsWhole())
+        return "damaged: " + state.faults.front();
+    return fmt::format("opened, {} employee{}, complete", state.employees, state.employees == 1 ? "" : "s");
+}
+
+} // namespace quillmere
