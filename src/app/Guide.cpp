@@ -31,6 +31,7 @@ constexpr auto Rows = std::to_array<SectionRow>({
     {"HelpBook", "", "Help"},
     {"About", "", "About the program"},
     {"CalculatorCheck", "", "Check the Calculators"},
+    {"SafetyCopies DamagedDatabase", "", "Safety copies"},
     {"PrePrint frmVSPrint frmVSPrintDialog frmVSPrintSettings", "", "Printing"},
     {"frmFolderManager frmBackup TransferList", "", "Folders, backup, last year"},
     {"MDIForm1", "", "The first start"},

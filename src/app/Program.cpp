@@ -14,6 +14,7 @@
 #include "cars/ExtraCarsScreen.h"
 #include "cars/FNotepad.h"
 #include "cars/Form1.h"
+#include "clientdb/CopyScreens.h"
 #include "clientdb/EmployerScreens.h"
 #include "clientdb/FindEmployee.h"
 #include "clientdb/FolderScreens.h"
@@ -200,6 +201,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"About", Plain<About>},
     {"OverviewList", Plain<review::OverviewList>},
     {"ChangeHistory", Plain<review::ChangeHistory>},
+    {"SafetyCopies", Plain<SafetyCopies>},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},

@@ -268,6 +268,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"Folder", "mnuAltFolder", "", true, 3, false},
         {"Folder", "mnuAltFolder", "", true, 4, false},
         {"Folder", "mnuFolderManager", "Manager..."},
+        {"Folder", "mnuSafetyCopies", "Safety Copies..."},
         {"View", "ToolbarOpt", "Toolbar"},
         {"View", "mnuOverview", "Overview..."},
         {"View", "mnuCheck", "Check..."},

@@ -153,8 +153,9 @@ TEST(OutdatedCopies, LetGoDayByDayComeToTheSameInTheEnd)
         }
         kept = Left(kept, today);
         const auto lastGood = std::ranges::find_if(all.rbegin(), all.rend(), &SafetyCopy::IsGood);
-        if (lastGood != all.rend())
+        if (lastGood != all.rend()) {
             ASSERT_NE(std::ranges::find(kept, *lastGood), kept.end());
+        }
         ASSERT_LE(kept.size(), 7u * 3 + 2 * 30 + 2 * months.size() + 2);
     }
     EXPECT_EQ(kept, Left(all, last)) << "as if it had been thinned once";
@@ -392,7 +393,7 @@ TEST_F(SafetyCopying, PutBackThatIsKilledLeavesTheOldOrTheNewWhole)
             PutBackDatabase(folder / "copy.mdb", file);
             ::_exit(0);
         }
-        ::usleep(random() % 12'000);
+        ::usleep(static_cast<unsigned>(random() % 12'000));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         const bool half = std::filesystem::exists(file.string() + "-journal");

@@ -40,6 +40,15 @@ Layout OverviewList()
     return layout;
 }
 
+Layout SafetyCopies()
+{
+    Layout layout{.width = 820, .height = 430, .growing = "Copies"};
+    layout.Place("InUse", 16, 12, 788);
+    layout.Place("Copies", 16, 40, 788, 342);
+    ButtonRow(layout, 804, 394, std::to_array<std::string_view>({"CopyPutBack", "CopiesAgain", "CopiesClose"}));
+    return layout;
+}
+
 Layout CalculatorCheck()
 {
     Layout layout{.width = 980, .height = 470, .growing = "Examples"};

@@ -27,6 +27,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"About", layouts::About},
     {"OverviewList", layouts::OverviewList},
     {"ChangeHistory", layouts::ChangeHistory},
+    {"SafetyCopies", layouts::SafetyCopies},
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},

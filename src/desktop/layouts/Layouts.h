@@ -24,6 +24,7 @@ Layout HelpBook();
 Layout About();
 Layout OverviewList();
 Layout ChangeHistory();
+Layout SafetyCopies();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
