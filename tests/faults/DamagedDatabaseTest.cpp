@@ -2,6 +2,7 @@
 #include "clientdb/Employees.h"
 #include "clientdb/store/TableLayouts.h"
 #include "declaration/Declaration.h"
+#include "support/ReadAll.h"
 #include "support/StoreFixture.h"
 #include "support/SyncCounter.h"
 #include "transfer/YearTransfer.h"
@@ -39,22 +40,6 @@ protected:
             CreateEmployee(database,
                            {fmt::format("Employer {}", i % 4), "Jane", fmt::format("Smith {}", i), "123/A456"});
         batch.Commit();
-    }
-
-    /// Reads every field of every record, in every order.
-    static void ReadAll(Database& database)
-    {
-        for (const TableLayout& table : ClientTables()) {
-            Recordset records = database.OpenRecordset(table.name);
-            for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
-                for (const Field& field : FieldsOf(table).All())
-                    records.Field(field.name);
-            for (const TableIndex& index : table.indexes) {
-                records.Index(index.name);
-                for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
-                    records.Field(index.part1);
-            }
-        }
     }
 
     /// Expects opening or reading to fail with words, and the file to stay as it was.

@@ -176,7 +176,23 @@ QWindow* FocusedWindow()
 
 void SendKey(Qt::Key key, const QString& text, Qt::KeyboardModifiers modifiers)
 {
-    QTest::sendKeyEvent(QTest::Click, FocusedWindow(), key, text, modifiers);
+    const QPointer<QWindow> window(FocusedWindow());
+    // A key may close the window: what follows of it then reaches nobody.
+    const auto send = [&](bool press, Qt::Key code, const QString& typed, Qt::KeyboardModifiers held) {
+        if (!window.isNull())
+            QTest::simulateEvent(window, press, code, held, typed, false);
+    };
+    constexpr std::pair<Qt::KeyboardModifier, Qt::Key> Held[] = {
+        {Qt::ShiftModifier, Qt::Key_Shift}, {Qt::ControlModifier, Qt::Key_Control}, {Qt::AltModifier, Qt::Key_Alt}};
+    for (const bool press : {true, false}) {
+        if (!press)
+            send(false, key, text, modifiers);
+        for (const auto& [modifier, code] : Held)
+            if (modifiers.testFlag(modifier))
+                send(press, code, {}, press ? Qt::KeyboardModifiers(modifier) : Qt::NoModifier);
+        if (press)
+            send(true, key, text, modifiers);
+    }
     QCoreApplication::processEvents();
 }
 

@@ -29,12 +29,7 @@ void Player::Perform(const Step& step)
     try {
         if (effect == Effect::Acts || effect == Effect::LooksOn)
             WriteGiven();
-        const bool timeGoesOn = effect == Effect::Acts || effect == Effect::Gives;
-        if (timeGoesOn)
-            stage.platform.beeps = 0;
-        step.row->perform(stage, step);
-        if (timeGoesOn)
-            stage.RunOut();
+        stage.Perform(step);
     } catch (const std::exception& error) {
         FailStep(step, error.what());
     }

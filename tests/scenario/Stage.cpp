@@ -52,7 +52,7 @@ std::optional<std::string> ShownText(const QWidget& widget)
 } // namespace
 
 Stage::Stage(std::string fileName, const Folders& folders)
-    : world(folders.resources, folders.root), file(std::move(fileName)), pictures(folders.pictures)
+    : world(folders.resources, folders.root, folders.keepRoot), file(std::move(fileName)), pictures(folders.pictures)
 {
     platform.today = StandardDay;
     platform.programFolder = world.Program();
@@ -61,6 +61,17 @@ Stage::Stage(std::string fileName, const Folders& folders)
 Stage::~Stage()
 {
     DropProgram();
+}
+
+void Stage::Perform(const Step& step)
+{
+    const Effect effect = step.row->effect;
+    const bool timeGoesOn = effect == Effect::Acts || effect == Effect::Gives;
+    if (timeGoesOn)
+        platform.beeps = 0;
+    step.row->perform(*this, step);
+    if (timeGoesOn)
+        RunOut();
 }
 
 // ---- the program

@@ -27,6 +27,7 @@ struct Folders {
     std::filesystem::path resources; ///< has the empty client database
     std::filesystem::path root;      ///< the family root of the world, made for this one scenario
     std::filesystem::path pictures;  ///< relative pictures and PDF files go here; empty: to where the caller stands
+    bool keepRoot = false;           ///< the root is taken as it is found, and stays
 };
 
 /// A control with what shows it: a widget, an entry of a menu, or nothing while it is hidden.
@@ -47,6 +48,9 @@ public:
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
     ~Stage();
+
+    /// Does one step and lets what comes of it run out. Throws what the step throws.
+    void Perform(const Step& step);
 
     // The program
     void StartProgram();

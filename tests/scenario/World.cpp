@@ -27,14 +27,20 @@ std::string WithoutEnd(std::string path)
 
 } // namespace
 
-World::World(const std::filesystem::path& resourceFolder, const std::filesystem::path& rootFolder)
-    : resources(resourceFolder), root(rootFolder), program(root / edition::ProductFolder), faults(program)
+World::World(const std::filesystem::path& resourceFolder, const std::filesystem::path& rootFolder, bool keepsRoot)
+    : resources(resourceFolder),
+      root(rootFolder),
+      program(root / edition::ProductFolder),
+      keepRoot(keepsRoot),
+      faults(program)
 {
-    std::filesystem::create_directories(program);
-    if (std::filesystem::exists(resources / edition::TemplateDatabaseName))
-        std::filesystem::copy_file(resources / edition::TemplateDatabaseName, program / edition::TemplateDatabaseName);
-    // Not the one that goes with the program: what a scenario finds in it is what the scenario has put there.
-    CreateReferenceTables(program / CarReferenceName);
+    if (std::filesystem::create_directories(program)) {
+        if (std::filesystem::exists(resources / edition::TemplateDatabaseName))
+            std::filesystem::copy_file(resources / edition::TemplateDatabaseName,
+                                       program / edition::TemplateDatabaseName);
+        // Not the one that goes with the program: what a scenario finds in it is what the scenario has put there.
+        CreateReferenceTables(program / CarReferenceName);
+    }
     // What belongs to the user's account lies here as well.
     ::setenv("HOME", (root / "Home").c_str(), 1);
     ::setenv("XDG_CACHE_HOME", (root / "Home" / "Cache").c_str(), 1);
@@ -43,6 +49,8 @@ World::World(const std::filesystem::path& resourceFolder, const std::filesystem:
 
 World::~World()
 {
+    if (keepRoot)
+        return;
     const Faults::Pause pause(faults);
     std::error_code ignored;
     std::filesystem::remove_all(root, ignored);

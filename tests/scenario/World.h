@@ -20,8 +20,8 @@ enum class Store { ThisYear, LastYear, Reference };
 class World {
 public:
     /// `resources` holds the empty client database that is copied into the program folder, beside an empty reference
-    /// database; `root` is made, and goes with the world.
-    World(const std::filesystem::path& resources, const std::filesystem::path& root);
+    /// database; `root` is made, and goes with the world, unless it is to be kept: then what lies in it is not touched.
+    World(const std::filesystem::path& resources, const std::filesystem::path& root, bool keepRoot = false);
     World(const World&) = delete;
     World& operator=(const World&) = delete;
     ~World();
@@ -62,6 +62,7 @@ private:
     };
     std::filesystem::path resources;
     std::filesystem::path root, program;
+    bool keepRoot;
     const Session* session = nullptr;
     std::vector<Given> given;
     Faults faults;
