@@ -1,5 +1,6 @@
 #include "app/DeskCommands.h"
 
+#include "app/SampleFolder.h"
 #include "clientdb/RecentEmployees.h"
 #include "review/Explanation.h"
 #include "review/ReviewMark.h"
@@ -148,6 +149,12 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .letter = 'C',
      .run = [](Session& session) { session.screens.Show("CalculatorCheck"); },
      .separatorBefore = true},
+    {.menu = "Help",
+     .name = "mnuSample",
+     .text = "Add Sample Clients",
+     .letter = 'S',
+     .run = AddOrTakeSampleClients,
+     .words = SampleWords},
     {.menu = "Help",
      .name = "mnuAbout",
      .text = "About...",

@@ -46,6 +46,8 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "mnuRecent", .kind = BoxKind::Menu, .first = 1, .last = RecentSlots, .hidden = true},
     {.name = "Start", .kind = BoxKind::Frame},
     {.name = "StartWords", .kind = BoxKind::Label},
+    {.name = "StartWithEmployers", .kind = BoxKind::Frame},
+    {.name = "StartWithNone", .kind = BoxKind::Frame, .hidden = true},
     {.name = "StatusWho", .kind = BoxKind::Label},
     {.name = "StatusBox", .kind = BoxKind::Label},
     {.name = "StatusNote", .kind = BoxKind::Label},
@@ -115,10 +117,11 @@ constexpr auto Starts = std::to_array<StartRow>({
     {"mnuRecent", 6},
     {"mnuRecent", 7},
     {"mnuRecent", 8},
-    {"Open"},
-    {"mnuFind"},
-    {"New"},
-    {"mnuTransfer"},
+    {.box = "Open", .where = "StartWithEmployers"},
+    {.box = "mnuFind", .where = "StartWithEmployers"},
+    {.box = "New"},
+    {.box = "mnuTransfer"},
+    {.box = "mnuSample", .text = "Look Round With Sample Clients", .where = "StartWithNone"},
 });
 
 } // namespace

@@ -22,6 +22,8 @@ struct MenuRow {
 struct StartRow {
     std::string_view box;
     int index = Box::NoIndex;
+    std::string_view text = {};  ///< where it is not the entry's
+    std::string_view where = {}; ///< a part of the desk, with which it shows
 };
 
 /// What the empty desk offers, from top to bottom.

@@ -71,16 +71,31 @@ std::string InMenu(std::string_view name)
     return text;
 }
 
-std::string FirstWords(const Session& session)
+/// Whether there is anybody to open in the folder.
+enum class Folder { HasEmployers, HasNone, IsUnreadable };
+
+Folder Look(const Session& session)
 {
     try {
         Database database = Database::OpenDatabase(session.ClientDatabasePath());
         Recordset records = database.OpenRecordset("P11D");
         for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
             if (!records.Field("EmployerName").empty() && records.Field("EmployerName") != SampleEmployer)
-                return "Open an employee from the list, find one by any part of his name, or add one.";
-        return "There is no employer in this folder yet. Add the first one, or bring everybody over from last year.";
+                return Folder::HasEmployers;
+        return Folder::HasNone;
     } catch (const Failure&) {
+        return Folder::IsUnreadable;
+    }
+}
+
+std::string_view FirstWords(Folder folder)
+{
+    switch (folder) {
+    case Folder::HasEmployers:
+        return "Open an employee from the list, find one by any part of his name, or add one.";
+    case Folder::HasNone:
+        return "There is no employer in this folder yet. Add the first one, or bring everybody over from last year.";
+    default:
         return {};
     }
 }
@@ -165,7 +180,10 @@ void RebuildRecent(Session& session)
         const EmployeeKey& key = keys[static_cast<std::size_t>(slot - 1)];
         entry.SetText(fmt::format("&{} {} ({})", slot, InMenu(key.employee), InMenu(key.employer)));
     }
-    words->SetText(FirstWords(session));
+    const Folder folder = Look(session);
+    words->SetText(FirstWords(folder));
+    main->box("StartWithEmployers").SetVisible(folder != Folder::HasNone);
+    main->box("StartWithNone").SetVisible(folder == Folder::HasNone);
 }
 
 void OpenRecent(Session& session, int entry)

@@ -242,9 +242,11 @@ void MainWindow::MakeStart()
                 screen.Click(box);
         });
         const bool isRecent = row.index != Box::NoIndex;
-        grid->addWidget(button, isRecent ? left++ : right++, isRecent ? 0 : 1);
-        starters.emplace(&box, button);
+        grid->addWidget(button, isRecent ? left++ : right++, isRecent ? 0 : 1, Qt::AlignHCenter);
+        starters.push_back({&box, row.where.empty() ? nullptr : &screen.box(row.where), std::string(row.text), button});
     }
+    // With nobody on the left the right has the middle.
+    grid->setColumnStretch(1, 1);
 }
 
 void MainWindow::MakeToolbar()
@@ -305,11 +307,9 @@ void MainWindow::ShowProgress(int done, int total)
 
 void MainWindow::BoxChanged(const Box& box)
 {
-    if (const auto offered = starters.find(&box); offered != starters.end()) {
-        static_cast<StartButton*>(offered->second)->Show(look::Text(box.Text()));
-        offered->second->setVisible(box.Visible());
-        LayOutPages();
-    }
+    for (const Starter& starter : starters)
+        if (starter.entry == &box || starter.where == &box)
+            ShowStarter(starter);
     if (const auto found = actions.find(&box); found != actions.end()) {
         QAction* action = found->second;
         action->setText(look::Marked(box.Text(), box.Letter()));
@@ -340,6 +340,14 @@ void MainWindow::BoxChanged(const Box& box)
         toolbar->setVisible(box.Visible());
         toolbar->setEnabled(box.Enabled());
     }
+}
+
+void MainWindow::ShowStarter(const Starter& starter)
+{
+    static_cast<StartButton*>(starter.button)
+        ->Show(look::Text(starter.text.empty() ? starter.entry->Text() : starter.text));
+    starter.button->setVisible(starter.entry->Visible() && (starter.where == nullptr || starter.where->Visible()));
+    LayOutPages();
 }
 
 void MainWindow::CaptionChanged()

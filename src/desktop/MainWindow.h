@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QRect>
 
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -54,6 +55,14 @@ protected:
 
 private:
     void MakeMenus();
+    /// A button of the empty desk.
+    struct Starter {
+        const Box* entry;
+        const Box* where; ///< the part of the desk with which it shows; none: always
+        std::string text; ///< empty: the entry's
+        QWidget* button;
+    };
+    void ShowStarter(const Starter& starter);
     void MakeStart();
     void MakeToolbar();
     void MakeStatusBar();
@@ -66,7 +75,7 @@ private:
     QToolBar* toolbar = nullptr;
     QProgressBar* progress = nullptr;
     std::unordered_map<const Box*, QAction*> actions;
-    std::unordered_map<const Box*, QWidget*> starters; ///< buttons of the empty desk
+    std::vector<Starter> starters;
     std::unordered_map<const Box*, QWidget*> widgets;
     std::vector<ScreenWindow*> pages;
     bool detached = false;

@@ -1,6 +1,7 @@
 // What stands round the form on the desktop: the empty desk and the status bar.
 #include "RunningProgram.h"
 #include "clientdb/EmployerScreens.h"
+#include "clientdb/RecentEmployees.h"
 #include "frame/CloseAll.h"
 
 #include <QAccessible>
@@ -47,6 +48,38 @@ TEST_F(Desk, OffersWhoWasOpenLastWhileItIsEmpty)
     QTest::keyClick(recent, Qt::Key_Return);
     EXPECT_TRUE(Now().screens.IsShown("Form3"));
     EXPECT_FALSE(recent->isVisible());
+}
+
+TEST_F(Desk, HasItsButtonsInTheMiddleWithNobodyRecent)
+{
+    MainWindow& main = *running.host.Main();
+    const auto* words = At<QLabel>("MDIForm1.StartWords");
+    const auto* begin = At<QPushButton>("MDIForm1.Start.New");
+    const int middle = main.Desk()->width() / 2;
+    EXPECT_NEAR(begin->mapTo(main.Desk(), begin->rect().center()).x(), middle, 2);
+    EXPECT_NEAR(words->mapTo(main.Desk(), words->rect().center()).x(), middle, 2);
+}
+
+TEST_F(Desk, OffersInAFolderWithoutAnEmployerWhatCanBeBegunWithAlone)
+{
+    const auto shows = [this](const char* name) { return At<QPushButton>(name)->isVisible(); };
+    RebuildRecent(Now());
+    EXPECT_TRUE(shows("MDIForm1.Start.Open"));
+    EXPECT_TRUE(shows("MDIForm1.Start.mnuFind"));
+    EXPECT_FALSE(shows("MDIForm1.Start.mnuSample"));
+    {
+        Database database = Database::OpenDatabase(Now().ClientDatabasePath());
+        DeleteEmployer(database, "Acme Ltd");
+    }
+    RebuildRecent(Now());
+    EXPECT_FALSE(shows("MDIForm1.Start.Open"));
+    EXPECT_FALSE(shows("MDIForm1.Start.mnuFind"));
+    EXPECT_TRUE(shows("MDIForm1.Start.New"));
+    EXPECT_TRUE(shows("MDIForm1.Start.mnuTransfer"));
+    EXPECT_TRUE(shows("MDIForm1.Start.mnuSample"));
+    At<QPushButton>("MDIForm1.Start.mnuSample")->click();
+    EXPECT_TRUE(shows("MDIForm1.Start.Open"));
+    EXPECT_FALSE(shows("MDIForm1.Start.mnuSample"));
 }
 
 TEST_F(Desk, HasRoomForEightLongNamesInTheSmallestWindow)

@@ -288,6 +288,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"Go", "mnuCloseFile", "Close File", false},
         {"Help", "mnuHelp", "Guide..."},
         {"Help", "mnuCalculatorCheck", "Check the Calculators..."},
+        {"Help", "mnuSample", "Add Sample Clients"},
         {"Help", "mnuAbout", "About..."},
     };
     Start();
