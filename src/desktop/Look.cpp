@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QPixmapCache>
 #include <QToolTip>
 
 #include <array>
@@ -273,6 +274,9 @@ void Dress()
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     // Before the style is set, which brings light colours.
     const QPalette& ours = WholePalette(ShadeInUse());
+    // The toolkit would keep a picture of each button that is drawn, and the picture's name for good: over a session of
+    // days that grows.
+    QPixmapCache::setCacheLimit(0);
     QApplication::setStyle(new Style);
     // The desktop may have colours of its own for menus, buttons and the like.
     for (const char* kind : {"QAbstractButton", "QAbstractItemView", "QCheckBox", "QComboBox", "QGroupBox",

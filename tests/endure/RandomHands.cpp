@@ -13,7 +13,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QPixmapCache>
 #include <QWidget>
 
 #include <array>
@@ -176,7 +175,6 @@ Findings RandomHands(const Assignment& assignment)
                         }
                     }
                     if (session % Settled == Settled - 1) {
-                        QPixmapCache::clear(); // it may hold as much as it has been given
                         const std::size_t now = BytesInUse();
                         Tell(tell, fmt::format("{} {} {}", session, steps, now));
                         if (before == 0)
@@ -200,9 +198,9 @@ Findings RandomHands(const Assignment& assignment)
                 memory.push_back(bytes);
         }
         if (!ending.ended) {
-            findings.faults.push_back(fmt::format("session of seed {} {}",
-                                                  assignment.seed + static_cast<std::uint64_t>(session),
-                                                  ending.words.empty() ? "hangs" : ending.words + " " + ending.told.substr(at)));
+            findings.faults.push_back(
+                fmt::format("session of seed {} {}", assignment.seed + static_cast<std::uint64_t>(session),
+                            ending.words.empty() ? "hangs" : ending.words + " " + ending.told.substr(at)));
             findings.tried += StepsOfASession;
             ++session;
         }
