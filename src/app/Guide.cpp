@@ -29,6 +29,7 @@ constexpr auto Rows = std::to_array<SectionRow>({
     {"FindEmployee", "", "Find Employee"},
     {"CheckList", "", "Check"},
     {"HelpBook", "", "Help"},
+    {"LastYearSheet", "", "Compare with last year"},
     {"About", "", "About the program"},
     {"CalculatorCheck", "", "Check the Calculators"},
     {"SafetyCopies DamagedDatabase", "", "Safety copies"},

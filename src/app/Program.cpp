@@ -32,6 +32,7 @@
 #include "review/CheckList.h"
 #include "review/EmployerReview.h"
 #include "review/Explanation.h"
+#include "review/LastYearSheet.h"
 #include "review/OverviewList.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
@@ -199,6 +200,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"Explanation", Plain<review::Explanation>, Closing::WithAll},
     {"HelpBook", Plain<HelpBook>},
     {"About", Plain<About>},
+    {"LastYearSheet", Plain<review::LastYearSheet>},
     {"OverviewList", Plain<review::OverviewList>},
     {"ChangeHistory", Plain<review::ChangeHistory>},
     {"SafetyCopies", Plain<SafetyCopies>},

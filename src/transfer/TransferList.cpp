@@ -95,12 +95,8 @@ bool TransferList::ShowLastYearClients()
 
 std::vector<std::string> TransferList::ReadLastYearClients()
 {
-    const std::filesystem::path priorFolder = PriorProgramFolderOf(session.programFolder);
-    const std::string clientFolder = LastYearSelectedPath(priorFolder);
-    if (clientFolder.empty())
-        throw FileError(priorFolder / SettingsFileName, ENOENT);
-    box("lblFolderName").SetText(LastYearSelectedFolderName(priorFolder));
-    lastYearDatabase = std::filesystem::path(clientFolder) / edition::PriorClientDatabaseName;
+    lastYearDatabase = LastYearDatabaseOf(session.programFolder);
+    box("lblFolderName").SetText(LastYearSelectedFolderName(PriorProgramFolderOf(session.programFolder)));
     Database database = Database::OpenDatabase(lastYearDatabase, OpenMode::ReadOnly);
     std::vector<std::string> clients;
     for (const LastYearEmployee& employee : ListLastYearEmployees(database))

@@ -53,38 +53,80 @@ struct Car {
     bool fuel = false;
 };
 
-bool CarRunsOn(const LastYearRecord& lastYear, int car)
-{
-    const std::string_view last = lastYear(Numbered("FDateTo", car));
-    // Kept: the fixed date is no date of any year; it stands for a car that was never given back.
-    if (!last.empty() && last != Nth(edition::RunningOnDates, car))
-        return false;
-    // Kept: a car that had no cash equivalent last year is left behind with those that lack price or registration.
-    for (const std::string_view required : {"FListPrice", "FRegDate", "FCashEqu"})
-        if (lastYear(Numbered(required, car)).empty())
-            return false;
-    return true;
-}
-
-/// Fuel goes on unless it was withdrawn and not reinstated.
-bool FuelRunsOn(const LastYearRecord& lastYear, int car)
-{
-    const std::string_view reinstated = car <= CarsInP11D ? "FDateWithdrawnTick" : "FWithdrawnTick";
-    return IsSet(lastYear(Numbered("FFuelTick", car))) &&
-           (lastYear(Numbered("FDateWithdrawn", car)).empty() || IsSet(lastYear(Numbered(reinstated, car))));
-}
-
 Car ReadCar(const LastYearRecord& lastYear, int number)
 {
     Car car;
     for (std::size_t i = 0; i < CarStems.size(); ++i)
         car.texts[i] = lastYear(Numbered(CarStems[i], number));
     car.noC02 = IsSet(lastYear(Numbered("FNoC02", number)));
-    car.fuel = FuelRunsOn(lastYear, number);
+    car.fuel = WhyFuelStays(lastYear, number).empty();
     return car;
 }
 
 } // namespace
+
+std::string_view WordsOf(Carries rule)
+{
+    switch (rule) {
+    case Carries::Descriptions:
+        return "descriptions come over, amounts are of their year";
+    case Carries::Address:
+        return "the address comes over, amounts and dates are of their year";
+    case Carries::Vans:
+        return "vans that run on come over, amounts and dates are of their year";
+    case Carries::Loans:
+        return "currency and rate come over, and the balance of a loan that runs on; amounts and dates are of their "
+               "year";
+    case Carries::KeysOnly:
+        break;
+    }
+    return "nothing of it comes over: all of it is of its year";
+}
+
+std::string_view WhyCarStays(const LastYearRecord& lastYear, int car)
+{
+    const std::string_view last = lastYear(Numbered("FDateTo", car));
+    // Kept: the fixed date is no date of any year; it stands for a car that was never given back.
+    if (!last.empty() && last != Nth(edition::RunningOnDates, car))
+        return "it was given back";
+    // Kept: a car that had no cash equivalent last year is left behind with those that lack price or registration.
+    struct Required {
+        std::string_view field, why;
+    };
+    constexpr auto required = std::to_array<Required>({
+        {"FListPrice", "it had no list price"},
+        {"FRegDate", "it had no date of registration"},
+        {"FCashEqu", "it had no cash equivalent"},
+    });
+    for (const Required& row : required)
+        if (lastYear(Numbered(row.field, car)).empty())
+            return row.why;
+    return {};
+}
+
+std::string_view WhyFuelStays(const LastYearRecord& lastYear, int car)
+{
+    const std::string_view reinstated = car <= CarsInP11D ? "FDateWithdrawnTick" : "FWithdrawnTick";
+    if (!IsSet(lastYear(Numbered("FFuelTick", car))))
+        return "fuel was not ticked";
+    if (!lastYear(Numbered("FDateWithdrawn", car)).empty() && !IsSet(lastYear(Numbered(reinstated, car))))
+        return "fuel was withdrawn";
+    return {};
+}
+
+std::string_view WhyVanStays(const LastYearRecord& lastYear, int van)
+{
+    if (lastYear(Numbered("RegNumber", van)).empty())
+        return "it had no registration number";
+    return lastYear(Numbered("DateTo1", van)).empty() ? "" : "it was given back";
+}
+
+std::string_view WhyLoanStays(const LastYearRecord& lastYear, int loan)
+{
+    if (!lastYear(Numbered("DateTo", loan)).empty())
+        return "it was discharged";
+    return lastYear(Numbered("MaxBalanceEarlier", loan)).empty() ? "it had no balance at the end of last year" : "";
+}
 
 Amount CurrencyRates::RateOf(std::string_view currency) const
 {
@@ -127,7 +169,7 @@ CarriedFields CarryVans(const LastYearRecord& lastYear)
 {
     std::vector<int> runOn;
     for (int van = 1; van <= Vans; ++van)
-        if (!lastYear(Numbered("RegNumber", van)).empty() && lastYear(Numbered("DateTo1", van)).empty())
+        if (WhyVanStays(lastYear, van).empty())
             runOn.push_back(van);
     CarriedFields carried;
     for (int slot = 1; slot <= Vans; ++slot) {
@@ -160,9 +202,8 @@ CarriedFields CarryLoans(const LastYearRecord& lastYear, const CurrencyRates& ra
             for (const std::string_view stem : {"Currency", "Index", "InterestRate"})
                 CarryNamed(carried, lastYear, Numbered(stem, loan));
         }
-        const std::string_view balance = lastYear(Numbered("MaxBalanceEarlier", loan));
-        if (lastYear(Numbered("DateTo", loan)).empty() && !balance.empty())
-            balances.push_back(balance);
+        if (WhyLoanStays(lastYear, loan).empty())
+            balances.push_back(lastYear(Numbered("MaxBalanceEarlier", loan)));
     }
     // Kept: balances are packed from the first loan on and change their column, while currency and rate stay with the
     // number of their loan.
@@ -194,7 +235,7 @@ CarriedCars CarryCars(const LastYearRecord* p11d, const LastYearRecord* extraCar
     std::vector<Car> runOn;
     for (int car = 1; car <= Cars; ++car) {
         const LastYearRecord* const lastYear = car <= CarsInP11D ? p11d : extraCars;
-        if (lastYear != nullptr && CarRunsOn(*lastYear, car))
+        if (lastYear != nullptr && WhyCarStays(*lastYear, car).empty())
             runOn.push_back(ReadCar(*lastYear, car));
     }
     runOn.resize(Cars);

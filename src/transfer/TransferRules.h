@@ -28,6 +28,9 @@ struct TransferTable {
     Carries carries = Carries::KeysOnly;
 };
 
+/// What of a table does not come over under the rule, in words.
+std::string_view WordsOf(Carries rule);
+
 /// These tables, in the order in which an employee's records are made. The employee himself and his employer follow.
 inline constexpr auto TransferTables = std::to_array<TransferTable>({
     {"ANotepad", "Notepad A - File Transfer error"},
@@ -86,6 +89,13 @@ struct CurrencyRates {
 
 /// The list from the fields of its one record.
 CurrencyRates ReadCurrencyRates(const LastYearRecord& currencies);
+
+// Why a car, the fuel of a car, a van or a loan of last year does not run on, in words; empty for one that does. The
+// rules below take along what has no such words.
+std::string_view WhyCarStays(const LastYearRecord& lastYear, int car);
+std::string_view WhyFuelStays(const LastYearRecord& lastYear, int car);
+std::string_view WhyVanStays(const LastYearRecord& lastYear, int van);
+std::string_view WhyLoanStays(const LastYearRecord& lastYear, int loan);
 
 CarriedFields CarryDescriptions(const LastYearRecord& lastYear);
 CarriedFields CarryAddress(const LastYearRecord& lastYear);

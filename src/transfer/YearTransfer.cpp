@@ -2,8 +2,13 @@
 
 #include "clientdb/Employees.h"
 #include "clientdb/store/TableLayouts.h"
+#include "edition/Edition.h"
+#include "frame/CheckedFile.h"
+#include "frame/Folders.h"
+#include "frame/Settings.h"
 #include "frame/Text.h"
 
+#include <cerrno>
 #include <fmt/format.h>
 #include <utility>
 
@@ -46,6 +51,15 @@ void Write(Recordset& records, const CarriedFields& carried)
 }
 
 } // namespace
+
+std::filesystem::path LastYearDatabaseOf(const std::filesystem::path& programFolder)
+{
+    const std::filesystem::path priorFolder = PriorProgramFolderOf(programFolder);
+    const std::string clientFolder = LastYearSelectedPath(priorFolder);
+    if (clientFolder.empty())
+        throw FileError(priorFolder / SettingsFileName, ENOENT);
+    return std::filesystem::path(clientFolder) / edition::PriorClientDatabaseName;
+}
 
 std::vector<LastYearEmployee> ListLastYearEmployees(Database& lastYear)
 {

@@ -20,6 +20,10 @@ namespace quillmere {
 /// Title of the transfer's screen, and of its boxes that have none of their own.
 inline constexpr std::string_view TransferTitle = "Transfer Selected Employees ";
 
+/// Last year's database: of the folder that is selected in last year's edition beside this one. Throws FileError if
+/// there is no such edition, or no folder selected.
+std::filesystem::path LastYearDatabaseOf(const std::filesystem::path& programFolder);
+
 /// An employee of last year's database.
 struct LastYearEmployee {
     std::string employer;

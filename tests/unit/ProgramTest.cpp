@@ -274,6 +274,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"View", "mnuCheck", "Check..."},
         {"View", "mnuExplain", "Explain...", false},
         {"View", "mnuHistory", "History..."},
+        {"View", "mnuLastYear", "Compare With Last Year...", false},
         {"View", "mnuReviewed", "Reviewed", false},
         {"Settings", "mnuSettingsReports", "Reports"},
         {"Edit", "mnuUndo", "Undo"},

@@ -83,6 +83,18 @@ Layout HelpBook()
     return layout;
 }
 
+Layout LastYearSheet()
+{
+    Layout layout{.width = 760, .height = 540, .growing = "LeftBehind"};
+    layout.PlaceAt("LastYearScope", 0, 16, 8, 130, 26);
+    layout.PlaceAt("LastYearScope", 1, 154, 8, 180, 26);
+    layout.Place("Years", 16, 40, 728, 276);
+    layout.Place("LastYearWords", 16, 322, 728);
+    layout.Place("LeftBehind", 16, 348, 728, 138);
+    ButtonRow(layout, 744, 498, std::to_array<std::string_view>({"LastYearCopy", "LastYearPrint", "LastYearClose"}));
+    return layout;
+}
+
 Layout About()
 {
     Layout layout{.width = 720, .height = 420, .growing = "AboutFacts"};

@@ -25,6 +25,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"Explanation", layouts::Explanation},
     {"HelpBook", layouts::HelpBook},
     {"About", layouts::About},
+    {"LastYearSheet", layouts::LastYearSheet},
     {"OverviewList", layouts::OverviewList},
     {"ChangeHistory", layouts::ChangeHistory},
     {"SafetyCopies", layouts::SafetyCopies},

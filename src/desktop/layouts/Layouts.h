@@ -22,6 +22,7 @@ Layout CalculatorCheck();
 Layout Explanation();
 Layout HelpBook();
 Layout About();
+Layout LastYearSheet();
 Layout OverviewList();
 Layout ChangeHistory();
 Layout SafetyCopies();
