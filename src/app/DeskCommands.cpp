@@ -4,6 +4,7 @@
 #include "clientdb/RecentEmployees.h"
 #include "review/Explanation.h"
 #include "review/ReviewMark.h"
+#include "review/TypedBack.h"
 #include "review/Undo.h"
 #include "screens/Ways.h"
 
@@ -35,6 +36,13 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .key = "Ctrl+Z",
      .run = review::UndoLast,
      .words = review::UndoWords},
+    {.menu = "Edit",
+     .name = "mnuTyped",
+     .text = "Typed and Not Stored...",
+     .letter = 'T',
+     .key = "Ctrl+T",
+     .run = review::ShowTyped,
+     .ofEmployee = true},
     {.menu = "Folder",
      .name = "mnuSafetyCopies",
      .text = "Safety Copies...",

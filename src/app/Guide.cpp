@@ -27,6 +27,8 @@ constexpr auto Rows = std::to_array<SectionRow>({
     {"DNotepad D2Notepad D2InfoNotepad ENotepad GNotepad GNotepad2 HNotepad HNotepad2 JNotepad", "", "Notepads"},
     {"NewFileCheck NewFile EmployerList EmployeeList RenameEmp", "", "Employers and employees"},
     {"FindEmployee", "", "Find Employee"},
+    {"TypedStrip TypedList", "", "Typed and not stored"},
+    {"ChangeHistory", "", "Undo and history"},
     {"CheckList", "", "Check"},
     {"HelpBook", "", "Help"},
     {"LastYearSheet", "", "Compare with last year"},

@@ -5,6 +5,7 @@
 #include "clientdb/FolderScreens.h"
 #include "clientdb/RecentEmployees.h"
 #include "clientdb/SafetyCopies.h"
+#include "clientdb/TypedJournal.h"
 #include "clientdb/store/Backup.h"
 #include "edition/Edition.h"
 #include "frame/CheckedFile.h"
@@ -389,6 +390,8 @@ bool MDIForm1::MayEnd()
         else if (!record->MayClose() &&
                  !session.messages.Ask(edition::AppTitle, "Close without storing?", Icon::Question, Answer::No))
             return false;
+    if (session.endsBySystem && session.typedJournal != nullptr)
+        session.typedJournal->LeaveForNextStart();
     // Nothing is given up before it is certain that the program ends.
     for (const auto& record : OpenRecords(session))
         record->DropChanges();

@@ -34,6 +34,7 @@
 #include "review/Explanation.h"
 #include "review/LastYearSheet.h"
 #include "review/OverviewList.h"
+#include "review/TypedBack.h"
 #include "screens/Form3.h"
 #include "screens/ScheduleNotepad.h"
 #include "screens/Side2Form1.h"
@@ -46,7 +47,7 @@
 namespace quillmere {
 
 Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
-    : session(platform), printing(session), statusTalk(session), places(std::move(places))
+    : session(platform), printing(session), statusTalk(session), typedJournal(session), places(std::move(places))
 {
     RegisterScreens(session.screens, printing);
     session.printJob = [this](PrintedDocument document) {
@@ -57,14 +58,17 @@ Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
     session.thingsToLookAt = [this](const std::string& employer, const std::string& employee) {
         return review::ThingsToLookAt(session, employer, employee);
     };
-    session.onlooker = &statusTalk;
+    session.onlookers = {&statusTalk, &typedJournal};
+    session.typedJournal = &typedJournal;
+    session.offerTyped = [this] { review::OfferTyped(session); };
     session.screens.SetHost(host);
 }
 
 Program::~Program()
 {
     session.screens.Abandon();
-    session.onlooker = nullptr;
+    session.onlookers.clear();
+    session.typedJournal = nullptr;
 }
 
 bool Program::Main()
@@ -204,6 +208,8 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"OverviewList", Plain<review::OverviewList>},
     {"ChangeHistory", Plain<review::ChangeHistory>},
     {"SafetyCopies", Plain<SafetyCopies>},
+    {"TypedStrip", Plain<review::TypedStrip>, Closing::WithAll},
+    {"TypedList", Plain<review::TypedList>, Closing::WithAll},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},

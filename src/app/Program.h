@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/TypedJournal.h"
 #include "frame/Session.h"
 #include "frame/SingleInstance.h"
 #include "printing/jobs/PrintSystem.h"
@@ -46,6 +47,7 @@ private:
     Session session;
     PrintSystem printing;
     review::StatusTalk statusTalk;
+    TypedJournal typedJournal;
     ProgramPlaces places;
     std::optional<SingleInstance> instance;
 };

@@ -65,6 +65,8 @@ Screen* OpenPage1(Session& session, std::string_view errorTitle)
         RememberOpened(session);
     KeepDailyCopySoon(session);
     RebuildRecent(session);
+    if (sought == BoundScreen::Sought::Found && session.offerTyped)
+        session.offerTyped();
     return page;
 }
 

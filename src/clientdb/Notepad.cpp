@@ -87,6 +87,27 @@ Notepad::Shown Notepad::WhereShown(std::string_view field) const
     return {.box = entry.box, .tab = entry.tab};
 }
 
+void Notepad::ShowTab(int tab)
+{
+    if (tab != shownTab)
+        TurnTo(tab);
+}
+
+std::vector<TypedEntries::Line> Notepad::Typed() const
+{
+    std::vector<TypedEntries::Line> lines;
+    if (isStored || FindTable(table).level == TableLevel::Database)
+        return lines;
+    const bool isOfEmployee = FindTable(table).level == TableLevel::Employee;
+    for (const Entry& entry : entries)
+        if (!entry.field.empty() && entry.box != nullptr && !entry.box->ReadOnly() && Reads(entry) != entry.opened)
+            lines.push_back({.record = {.table = table,
+                                        .employer = session.CurrentEmployer,
+                                        .employee = isOfEmployee ? session.CurrentEmployee : std::string()},
+                             .entry = {.field = entry.field, .stored = entry.opened, .typed = Reads(entry)}});
+    return lines;
+}
+
 // ---- the opening
 
 bool Notepad::Load()
@@ -104,6 +125,12 @@ bool Notepad::Load()
         entry.opened = Reads(entry);
     ClearStatusNote(session, ReplacedNote);
     return true;
+}
+
+void Notepad::Unload()
+{
+    for (Onlooker* onlooker : session.onlookers)
+        onlooker->GivenUp(*this);
 }
 
 void Notepad::Open(Database& database)
@@ -201,6 +228,8 @@ void Notepad::Ok()
     std::vector<Result> results;
     if (MayStore() && Store(results) && HandOver(results))
         session.screens.Unload(Name());
+    else
+        isStored = false;
 }
 
 bool Notepad::MayStore()
@@ -239,6 +268,7 @@ bool Notepad::Store(std::vector<Result>& results)
             StoreField(*records, result.field, *result.stored);
         }
         batch.Commit();
+        isStored = true;
         SayStored(session);
         if (!replaced.empty())
             SetStatusNote(session, std::string(ReplacedNote) + replaced);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/CurrentRecord.h"
+#include "clientdb/TypedEntries.h"
 #include "clientdb/store/Recordset.h"
 #include "frame/Amount.h"
 #include "frame/Screen.h"
@@ -41,6 +42,7 @@ public:
             const Words& words);
 
     bool Load() override;
+    void Unload() override;
     std::string Subject() const override { return SubjectOf(table, session); }
 
     /// The table of its record, and the fields of it that the notepad keeps, in the order of writing.
@@ -52,6 +54,10 @@ public:
         int tab = 1;
     };
     Shown WhereShown(std::string_view field) const;
+    /// Lets the boxes show the tab of that number, as a click on it does.
+    void ShowTab(int tab);
+    /// What the user has changed and Ok has not stored.
+    std::vector<TypedEntries::Line> Typed() const;
 
 protected:
     // How a notepad is put together.
@@ -158,6 +164,7 @@ private:
     Words words;
     std::vector<Entry> entries;
     int shownTab = 1;
+    bool isStored = false; ///< Ok has stored what it holds
 };
 
 /// The caption of a notepad: its words, the open employee and, in parentheses, the employer.

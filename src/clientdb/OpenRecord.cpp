@@ -10,9 +10,8 @@ namespace quillmere {
 
 namespace {
 
-// What the status bar says.
+/// What the status bar says.
 constexpr std::string_view Gone = "This record is no longer there: what is typed is not stored";
-constexpr std::string_view Back = "What was typed and not stored last time is back in its boxes";
 
 } // namespace
 
@@ -38,21 +37,13 @@ bool OpenRecord::Telling(const Screen* under, const std::function<void()>& work)
     }
 }
 
-std::string_view OpenRecord::Note() const
-{
-    if (screen != nullptr && !isThere)
-        return Gone;
-    return hasBroughtBack ? Back : "";
-}
-
 /// What stands in front has the word.
 void OpenRecord::ShowNote() const
 {
-    for (const std::string_view word : {Gone, Back})
-        ClearStatusNote(session, word);
-    for (const auto& record : OpenRecords(session))
-        if (const std::string_view word = record->Note(); !word.empty())
-            SetStatusNote(session, word);
+    ClearStatusNote(session, Gone);
+    if (std::ranges::any_of(OpenRecords(session),
+                            [](const auto& record) { return record->screen != nullptr && !record->isThere; }))
+        SetStatusNote(session, Gone);
 }
 
 // ---- what is shown
@@ -108,7 +99,6 @@ void OpenRecord::Seek(Screen& on)
         box->ShowStored(records.Field(box->Field()));
         held = box->Stored();
     }
-    BringBack();
 }
 
 bool OpenRecord::Position(Recordset& records, const Key& to) const
@@ -127,6 +117,8 @@ void OpenRecord::HandOver(std::string_view field, std::string_view text, const s
         if (box->Field() != field)
             continue;
         box->ShowStored(text);
+        // What the record is to write is kept like anything typed.
+        box->MarkByHand(!stored);
         if (stored)
             held = *stored == text ? box->Stored() : *stored;
     }
@@ -144,7 +136,7 @@ void OpenRecord::Leave(const Screen& gone)
         return;
     screen = nullptr;
     bound.clear();
-    isThere = hasBroughtBack = false;
+    isThere = false;
 }
 
 // ---- what is written
@@ -158,7 +150,7 @@ void OpenRecord::Write()
         Database opened = OpenForWriting(session, key.database);
         Recordset records = opened.OpenRecordset(source.table);
         if (!Position(records, key)) {
-            isThere = hasBroughtBack = false;
+            isThere = false;
             ShowNote();
             throw RecordGone();
         }
@@ -166,11 +158,10 @@ void OpenRecord::Write()
         for (const BoundBox* of : changed)
             records.SetField(of->box->Field(), of->box->Stored());
         records.Update();
-        SayStored(session);
         for (BoundBox* of : changed)
             of->held = of->box->Stored();
+        SayStored(session);
     }
-    ForgetKept();
 }
 
 std::vector<OpenRecord::BoundBox*> OpenRecord::Changed()
@@ -215,42 +206,23 @@ void OpenRecord::StoreOrKeep()
         } catch (const RecordGone&) {
             // There is nothing that it could come back to.
         } catch (const StoreError&) {
-            std::vector<TypedEntries::Entry> entries;
-            for (const BoundBox* of : Changed())
-                entries.push_back({.field = of->box->Field(), .stored = of->held, .typed = of->box->Stored()});
-            TypedEntries(key.database).Keep(key.record, entries);
+            std::vector<TypedEntries::Line> typed = Typed();
+            for (TypedEntries::Line& line : typed)
+                line.entry.moment = MomentNow(session);
+            TypedEntries(key.database).Keep(typed);
         }
     }));
-    isThere = hasBroughtBack = false;
-}
-
-void OpenRecord::DropChanges()
-{
     isThere = false;
-    static_cast<void>(Telling(screen, [this] { ForgetKept(); }));
 }
 
-// ---- what waits beside the database
-
-/// What an earlier run could not store goes back into its boxes, which wait to be written like any that have changed.
-void OpenRecord::BringBack()
+std::vector<TypedEntries::Line> OpenRecord::Typed() const
 {
-    for (const TypedEntries::Entry& entry : TypedEntries(key.database).Of(key.record))
-        for (const BoundBox& of : bound)
-            if (of.box->Field() == entry.field) {
-                of.box->ShowStored(entry.typed);
-                hasBroughtBack = true;
-            }
-}
-
-void OpenRecord::ForgetKept()
-{
-    if (!std::exchange(hasBroughtBack, false))
-        return;
-    std::vector<std::string> fields;
+    std::vector<TypedEntries::Line> lines;
     for (const BoundBox& of : bound)
-        fields.push_back(of.box->Field());
-    TypedEntries(key.database).Forget(key.record, fields);
+        if (isThere && of.box->IsByHand() && of.box->Stored() != of.held)
+            lines.push_back({.record = key.record,
+                             .entry = {.field = of.box->Field(), .stored = of.held, .typed = of.box->Stored()}});
+    return lines;
 }
 
 } // namespace quillmere

@@ -50,11 +50,13 @@ public:
     /// The same before the screen closes: false if it has to stay, because the store has not taken what is typed. A
     /// record that is gone is told of and is no bar.
     [[nodiscard]] bool MayClose();
-    /// At the end of the program at the system's wish: writes what has changed, or keeps it for the next opening of the
-    /// record where the store does not take it.
+    /// At the end of the program at the system's wish: writes what has changed, or keeps what the user has typed of it
+    /// for the next opening of the record where the store does not take it.
     void StoreOrKeep();
-    /// Gives up what has changed: nothing of it is written, here or at the next start.
-    void DropChanges();
+    /// Gives up what has changed: nothing of it is written.
+    void DropChanges() { isThere = false; }
+    /// What the user has typed and the store has not taken yet.
+    std::vector<TypedEntries::Line> Typed() const;
     /// The screen closes: if the record shows there it is written, where the store takes it, and shows nowhere.
     void Close(const Screen& closing);
     /// The screen is gone: the record does not show there any more.
@@ -83,11 +85,8 @@ private:
     Key Current() const;
     void Seek(Screen& on);
     bool Position(Recordset& records, const Key& to) const;
-    void BringBack();
     void Write();
-    void ForgetKept();
     std::vector<BoundBox*> Changed();
-    std::string_view Note() const;
     void ShowNote() const;
     /// Does the work; false if it fails, with the words of the failure under the screen's caption.
     [[nodiscard]] bool Telling(const Screen* under, const std::function<void()>& work) const;
@@ -97,8 +96,7 @@ private:
     Screen* screen = nullptr; ///< that it shows on
     std::vector<BoundBox> bound;
     Key key;
-    bool isThere = false;        ///< only on a screen
-    bool hasBroughtBack = false; ///< boxes hold what an earlier run kept and the store has not taken since
+    bool isThere = false; ///< only on a screen
 };
 
 /// The record of the open employee, form P11D, and that of the employer, form P11D(b): made by whoever first asks.

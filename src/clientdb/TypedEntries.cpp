@@ -80,7 +80,7 @@ std::vector<TypedEntries::Line> TypedEntries::Read() const
         std::string_view words = CutBefore(rest, '\n');
         Line line;
         for (std::string* word : {&line.record.table, &line.record.employer, &line.record.employee, &line.entry.field,
-                                  &line.entry.stored, &line.entry.typed})
+                                  &line.entry.stored, &line.entry.typed, &line.entry.moment, &line.desk})
             *word = Unescaped(CutBefore(words, '\t'));
         lines.push_back(std::move(line));
     }
@@ -97,10 +97,10 @@ void TypedEntries::Write(const std::vector<Line>& lines) const
         return;
     }
     std::string content(Heading);
-    for (const auto& [record, entry] : lines)
-        for (const std::string* word :
-             {&record.table, &record.employer, &record.employee, &entry.field, &entry.stored, &entry.typed})
-            content.append(Escaped(*word)) += word == &entry.typed ? '\n' : '\t';
+    for (const auto& [record, entry, desk] : lines)
+        for (const std::string* word : {&record.table, &record.employer, &record.employee, &entry.field, &entry.stored,
+                                        &entry.typed, &entry.moment, &desk})
+            content.append(Escaped(*word)) += word == &desk ? '\n' : '\t';
     WriteFileChecked(file, content);
 }
 
@@ -109,41 +109,56 @@ void TypedEntries::Change(const std::function<void(std::vector<Line>&)>& change)
     // The folder is locked: a lock file of its own would lie about, or be removed under somebody who has just opened
     // it.
     const FileLock lock(file.parent_path(), Patience);
-    std::vector<Line> lines = Read();
+    const std::vector<Line> found = Read();
+    std::vector<Line> lines = found;
     change(lines);
-    Write(lines);
+    if (lines != found)
+        Write(lines);
 }
 
-std::vector<TypedEntries::Entry> TypedEntries::Of(const Record& record) const
+std::vector<TypedEntries::Line> TypedEntries::All() const
 {
-    std::vector<Entry> entries;
     try {
-        for (Line& line : Read())
-            if (line.record == record)
-                entries.push_back(std::move(line.entry));
+        return Read();
     } catch (const FileError&) {
         return {};
     }
-    return entries;
 }
 
-void TypedEntries::Keep(const Record& record, std::span<const Entry> entries) const
+void TypedEntries::Keep(const std::vector<Line>& lines) const
 {
-    Change([&](std::vector<Line>& lines) {
-        for (const Entry& entry : entries) {
-            std::erase_if(lines,
-                          [&](const Line& line) { return line.record == record && line.entry.field == entry.field; });
-            lines.push_back({.record = record, .entry = entry});
+    Change([&](std::vector<Line>& kept) {
+        for (const Line& line : lines) {
+            std::erase_if(kept, [&](const Line& old) {
+                return old.desk.empty() && old.record == line.record && old.entry.field == line.entry.field;
+            });
+            kept.push_back(line);
         }
     });
 }
 
-void TypedEntries::Forget(const Record& record, std::span<const std::string> fields) const
+void TypedEntries::KeepOf(const std::string& desk, const std::vector<Line>& lines) const
 {
-    Change([&](std::vector<Line>& lines) {
-        std::erase_if(lines, [&](const Line& line) {
-            return line.record == record && std::ranges::find(fields, line.entry.field) != fields.end();
-        });
+    Change([&](std::vector<Line>& kept) {
+        std::erase_if(kept, [&](const Line& old) { return old.desk == desk; });
+        for (const Line& line : lines)
+            kept.push_back({.record = line.record, .entry = line.entry, .desk = desk});
+    });
+}
+
+void TypedEntries::Release(const std::string& desk) const
+{
+    Change([&](std::vector<Line>& kept) {
+        for (Line& line : kept)
+            if (line.desk == desk)
+                line.desk.clear();
+    });
+}
+
+void TypedEntries::Forget(const std::vector<Line>& lines) const
+{
+    Change([&](std::vector<Line>& kept) {
+        std::erase_if(kept, [&](const Line& line) { return std::ranges::find(lines, line) != lines.end(); });
     });
 }
 

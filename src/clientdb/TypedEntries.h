@@ -2,17 +2,16 @@
 
 #include <filesystem>
 #include <functional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace quillmere {
 
-/// What has been typed and could not be stored: a file of text beside the client database, there as long as something
-/// waits in it. Each line is an entry: table, employer, employee (empty in a table of employers), field, what the store
-/// held when the box was filled, and what was typed, parted by tabs. What more a line may hold is passed over. Desks
-/// that change the file at one moment do so one after the other.
+/// What has been typed and could not be stored, or is not yet: a file of text beside the client database, there as long
+/// as something waits in it. Each line is an entry: table, employer, employee (empty in a table of employers), field,
+/// what the store held when the box was filled, what was typed, when, and which desk is still at it, parted by tabs.
+/// What more a line may hold is passed over. Desks that change the file at one moment do so one after the other.
 class TypedEntries {
 public:
     struct Record {
@@ -22,24 +21,35 @@ public:
     };
     struct Entry {
         std::string field, stored, typed;
+        std::string moment = {}; ///< yyyy-mm-dd hh:mm:ss
 
         friend bool operator==(const Entry&, const Entry&) = default;
     };
 
     explicit TypedEntries(const std::filesystem::path& database);
 
-    /// What waits for a record, in the order of keeping. What cannot be read waits on.
-    std::vector<Entry> Of(const Record& record) const;
-    /// Keeps the entries, over what waits for the same fields. Throws FileError.
-    void Keep(const Record& record, std::span<const Entry> entries) const;
-    /// Forgets what waits for these fields of a record. Throws FileError.
-    void Forget(const Record& record, std::span<const std::string> fields) const;
-
-private:
     struct Line {
         Record record;
         Entry entry;
+        std::string desk = {}; ///< empty: nobody is at it any more, and it waits for whoever opens the record
+
+        friend bool operator==(const Line&, const Line&) = default;
     };
+
+    /// All that is there, in the order of keeping. What cannot be read waits on.
+    std::vector<Line> All() const;
+
+    // These throw FileError.
+    /// Keeps lines that nobody is at, over what waits for the same fields.
+    void Keep(const std::vector<Line>& lines) const;
+    /// Makes these all that a desk is at.
+    void KeepOf(const std::string& desk, const std::vector<Line>& lines) const;
+    /// The desk has ended: what it was at waits from now on.
+    void Release(const std::string& desk) const;
+    /// Forgets lines that wait.
+    void Forget(const std::vector<Line>& lines) const;
+
+private:
     std::vector<Line> Read() const;
     void Write(const std::vector<Line>& lines) const;
     /// Reads, changes and writes, with the other desks kept out.

@@ -13,12 +13,7 @@ namespace {
 
 std::shared_ptr<OperationNote> NoteOf(Session& session, std::string_view words)
 {
-    const std::chrono::year_month_day today{session.platform.Today()};
-    OperationNote note{.words = std::string(words),
-                       .who = session.platform.DeskName(),
-                       .when = fmt::format("{:04}-{:02}-{:02} {}", static_cast<int>(today.year()),
-                                           static_cast<unsigned>(today.month()), static_cast<unsigned>(today.day()),
-                                           session.platform.TimeOfDay())};
+    OperationNote note{.words = std::string(words), .who = session.platform.DeskName(), .when = MomentNow(session)};
     return std::make_shared<OperationNote>(std::move(note));
 }
 
@@ -54,6 +49,13 @@ UserOperation::~UserOperation()
     if (session.operation->historyIsOff)
         TellHistoryOff(session);
     session.operation.reset();
+}
+
+std::string MomentNow(Session& session)
+{
+    const std::chrono::year_month_day today{session.platform.Today()};
+    return fmt::format("{:04}-{:02}-{:02} {}", static_cast<int>(today.year()), static_cast<unsigned>(today.month()),
+                       static_cast<unsigned>(today.day()), session.platform.TimeOfDay());
 }
 
 std::string ScreenWords(const Screen& screen)

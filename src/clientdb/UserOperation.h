@@ -23,6 +23,9 @@ private:
     bool isOutermost;
 };
 
+/// The moment that it is, as the history and what is kept beside it write it: yyyy-mm-dd hh:mm:ss.
+std::string MomentNow(Session& session);
+
 /// The words of the change history for a screen: its caption without the names of those who are open.
 std::string ScreenWords(const Screen& screen);
 

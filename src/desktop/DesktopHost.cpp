@@ -43,7 +43,7 @@ void DesktopHost::Show(Screen& screen)
         window->SetHelp([this] { ShowHelp(); });
     if (page) {
         mainWindow->ShowPage(*window);
-    } else if (screen.Mode() == ShowMode::Panel && mainWindow != nullptr) {
+    } else if (IsAtFoot(screen.Mode()) && mainWindow != nullptr) {
         mainWindow->ShowPanel(*window);
     } else {
         if (made && preview == nullptr) {
@@ -56,6 +56,8 @@ void DesktopHost::Show(Screen& screen)
         window->activateWindow();
     }
     // A panel that is called up again is what the user wants to go to.
+    if (screen.Mode() == ShowMode::Strip)
+        return;
     if (made || screen.Mode() == ShowMode::Panel)
         window->FocusFirst();
     else if (page)

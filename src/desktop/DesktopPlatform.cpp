@@ -18,6 +18,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <QSysInfo>
+#include <QTimer>
 #include <QUrl>
 
 #include <algorithm>
@@ -199,6 +200,11 @@ std::string DesktopPlatform::TimeOfDay()
 {
     const std::tm local = LocalTime();
     return fmt::format("{:02}:{:02}:{:02}", local.tm_hour, local.tm_min, local.tm_sec);
+}
+
+void DesktopPlatform::After(std::chrono::milliseconds wait, std::function<void()> work)
+{
+    QTimer::singleShot(wait, std::move(work));
 }
 
 void DesktopPlatform::SetBusyPointer(bool newBusy)

@@ -29,6 +29,7 @@ public:
     int OpenWithDesktop(const std::filesystem::path& file) override;
     Day Today() override;
     std::string TimeOfDay() override;
+    void After(std::chrono::milliseconds wait, std::function<void()> work) override;
     void SetBusyPointer(bool busy) override;
     void ShowProgress(int done, int total) override;
     void YieldToMessages() override;

@@ -72,6 +72,7 @@ std::string Box::Stored() const
 
 void Box::ShowStored(std::string_view fieldText)
 {
+    isByHand = false;
     if (kind == BoxKind::Tick)
         SetTicked(IsSet(fieldText));
     else

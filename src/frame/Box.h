@@ -158,7 +158,15 @@ public:
     void SetSorting(Sorting newSorting);
 
     /// Takes what the window's own widget already shows: typed text, without telling the window again.
-    void AcceptTyped(std::string_view typed) { text = typed; }
+    void AcceptTyped(std::string_view typed)
+    {
+        text = typed;
+        isByHand = true;
+    }
+    /// True if what it reads is the user's own: he has typed into it or ticked it since a field's text was last shown
+    /// in it, whatever its rule has made of that.
+    bool IsByHand() const { return isByHand; }
+    void MarkByHand(bool byHand = true) { isByHand = byHand; }
 
 private:
     void Changed();
@@ -183,6 +191,7 @@ private:
     Sorting sorting;
     Paint paint = Paint::Plain;
     bool ticked = false;
+    bool isByHand = false;
     bool enabled = true;
     bool visible = true;
     bool readOnly = false;

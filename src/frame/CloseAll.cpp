@@ -67,8 +67,8 @@ std::string OpenEmployeeInWords(const Session& session)
 
 void SayStored(Session& session)
 {
-    if (session.onlooker != nullptr)
-        session.onlooker->Stored();
+    for (Onlooker* onlooker : session.onlookers)
+        onlooker->Stored();
 }
 
 std::string OpenEmployeeCaption(const Session& session)

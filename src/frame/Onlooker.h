@@ -15,7 +15,8 @@ struct Rewritten {
     std::string before; ///< as `Box::Stored` gave it
 };
 
-/// Who looks on while the user goes from box to box, and says a word about it. It changes nothing.
+/// Who looks on while the user goes from box to box, to say a word about it or to keep what he types. It changes
+/// nothing. What it does not care about it need not answer.
 class Onlooker {
 public:
     Onlooker() = default;
@@ -24,13 +25,17 @@ public:
     virtual ~Onlooker() = default;
 
     /// The user has come to a control.
-    virtual void Entered(const Screen& screen, const Box& box) = 0;
+    virtual void Entered(const Screen& /*screen*/, const Box& /*box*/) {}
+    /// The user has changed what a box reads.
+    virtual void Typed() {}
     /// A text box has been left, and leaving has rewritten these entries of its screen.
-    virtual void Left(const Screen& screen, const Box& left, std::span<const Rewritten> rewritten) = 0;
+    virtual void Left(const Screen& /*screen*/, const Box& /*left*/, std::span<const Rewritten> /*rewritten*/) {}
+    /// A screen that stores its boxes only when asked to closes without having been.
+    virtual void GivenUp(const Screen& /*screen*/) {}
     /// A screen has gone; its boxes are not there any more.
-    virtual void Closed() = 0;
+    virtual void Closed() {}
     /// The store has taken what was typed.
-    virtual void Stored() = 0;
+    virtual void Stored() {}
 };
 
 } // namespace quillmere

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -77,6 +78,8 @@ public:
     virtual Day Today() = 0;
     /// The time of day, "14:31:07".
     virtual std::string TimeOfDay() = 0;
+    /// Does the work once the time is over, after the event in hand. Where nothing waits for events, never.
+    virtual void After(std::chrono::milliseconds /*wait*/, std::function<void()> /*work*/) {}
     virtual void SetBusyPointer(bool busy) = 0;
     /// Shows how far a long work has come, in the status bar; `total` 0 takes the bar away.
     virtual void ShowProgress(int done, int total) = 0;

@@ -1,6 +1,7 @@
 #include "frame/Screen.h"
 
 #include "frame/Session.h"
+#include "frame/Text.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -191,14 +192,14 @@ void Screen::Enter(Box& box)
 {
     inUse = &box;
     left = false;
-    if (session.onlooker != nullptr)
-        session.onlooker->Entered(*this, box);
+    for (Onlooker* onlooker : session.onlookers)
+        onlooker->Entered(*this, box);
 }
 
 /// What leaving the box does; who looks on hears which entries it has rewritten.
 void Screen::RunLeave(Box& box)
 {
-    if (session.onlooker == nullptr || box.Kind() != BoxKind::Text) {
+    if (session.onlookers.empty() || box.Kind() != BoxKind::Text) {
         Run(leaveOperations, box, "LostFocus");
         return;
     }
@@ -211,12 +212,40 @@ void Screen::RunLeave(Box& box)
     }
     Run(leaveOperations, box, "LostFocus");
     std::erase_if(entries, [](const Rewritten& entry) { return entry.box->Stored() == entry.before; });
-    session.onlooker->Left(*this, box, entries);
+    for (Onlooker* onlooker : session.onlookers)
+        onlooker->Left(*this, box, entries);
 }
 
 void Screen::Typed(Box& box)
 {
+    box.MarkByHand();
     Run(typeOperations, box, "Change");
+    TellTyped();
+}
+
+void Screen::TellTyped() const
+{
+    for (Onlooker* onlooker : session.onlookers)
+        onlooker->Typed();
+}
+
+void Screen::TypeIn(Box& box, std::string_view entry)
+{
+    const Screens::EventScope scope(session.screens);
+    if (box.Kind() == BoxKind::Tick) {
+        if (box.Stored() != entry)
+            Click(box);
+        return;
+    }
+    if (box.Kind() == BoxKind::DropDown) {
+        if (const auto found = std::ranges::find(box.Entries(), entry); found != box.Entries().end())
+            Choose(box, static_cast<int>(found - box.Entries().begin()));
+        return;
+    }
+    Enter(box);
+    box.SetText(Utf8(Keys(box, CodePoints(Trim(entry)))));
+    Typed(box);
+    Leave(box);
 }
 
 void Screen::Leave(Box& box)
@@ -240,14 +269,19 @@ void Screen::Click(Box& box)
 {
     const Screens::EventScope scope(session.screens);
     session.screens.LeaveBoxInUse(&box);
-    if (box.Kind() == BoxKind::Tick)
+    const bool isTick = box.Kind() == BoxKind::Tick;
+    if (isTick) {
         box.SetTicked(!box.Ticked());
+        box.MarkByHand();
+    }
     if (box.Kind() == BoxKind::Option) {
         for (const auto& other : boxes)
             if (other->Kind() == BoxKind::Option && other->Name() == box.Name())
                 other->SetTicked(other.get() == &box);
     }
     Run(clickOperations, box, "Click");
+    if (isTick)
+        TellTyped();
 }
 
 void Screen::DoubleClick(Box& box)
@@ -263,6 +297,7 @@ void Screen::Choose(Box& box, int position)
     session.screens.LeaveBoxInUse(&box);
     Select(box, position);
     Run(chooseOperations, box, "Click");
+    TellTyped();
 }
 
 void Screen::Select(Box& box, int position)

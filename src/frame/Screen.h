@@ -22,11 +22,18 @@ enum class ShowMode {
     Main,   ///< the main window
     Child,  ///< inside the main window
     Panel,  ///< at the foot of the main window, beside what is open there
+    Strip,  ///< there too, and the focus stays where it is: nobody has asked for it
     Beside, ///< a window beside the main one, and of the same rank: either may stand in front
     Window, ///< in front of the main window, which stays in use
     Above,  ///< in front of whatever it was asked for from, a modal screen too, which stays in use
     Modal,  ///< in front of everything, which waits
 };
+
+/// True for what stands at the foot of the main window.
+constexpr bool IsAtFoot(ShowMode mode)
+{
+    return mode == ShowMode::Panel || mode == ShowMode::Strip;
+}
 
 /// Where a window stands, in the screen's own pixels.
 struct WindowPlacement {
@@ -115,6 +122,9 @@ public:
     const Box* InUse() const { return inUse; }
     /// The text of a box has been changed by a key or a paste.
     void Typed(Box& box);
+    /// Puts an entry into a box as the user would: a text key by key in place of what stands there, a tick by a click,
+    /// an entry of a drop-down list by choosing it; and leaves the box.
+    void TypeIn(Box& box, std::string_view entry);
     /// The focus has gone from the box. What leaving it does is done once for each time that it is entered.
     void Leave(Box& box);
     /// What is done elsewhere leaves the box in use, although the focus stays in it; not if it is that box which is
@@ -186,6 +196,7 @@ private:
     char32_t Passed(const Box& box, char32_t key, bool filters);
     void Run(const std::unordered_map<std::string, Operation>& operations, Box& box, std::string_view event);
     void RunLeave(Box& box);
+    void TellTyped() const;
 
     std::string name;
     ShowMode mode;

@@ -106,8 +106,8 @@ void Screens::Drop(Screen& screen)
         return;
     unloaded.push_back(std::move(found->screen));
     open.erase(found);
-    if (session.onlooker != nullptr)
-        session.onlooker->Closed();
+    for (Onlooker* onlooker : session.onlookers)
+        onlooker->Closed();
 }
 
 Screen* Screens::Show(std::string_view name)
@@ -190,7 +190,7 @@ void Screens::Unload(std::string_view name)
 /// True for a screen that stands beside the others, and in front of none of them.
 bool Screens::IsAside(const Screen& screen)
 {
-    return screen.Mode() == ShowMode::Panel || screen.Mode() == ShowMode::Beside || screen.Mode() == ShowMode::Above;
+    return IsAtFoot(screen.Mode()) || screen.Mode() == ShowMode::Beside || screen.Mode() == ShowMode::Above;
 }
 
 void Screens::ActivateFront()

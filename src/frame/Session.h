@@ -15,6 +15,7 @@
 namespace quillmere {
 
 class OpenRecord;
+class TypedJournal;
 struct OperationNote;
 
 /// Which document a print command of one employee or employer asks for.
@@ -55,7 +56,8 @@ struct Session {
     int VanOfHistory = 1;                  ///< whose history the van record opens, van 1 to 3
     bool endsBySystem = false;             ///< closed at the system's wish: nobody is there to be asked
 
-    Onlooker* onlooker = nullptr; ///< who says a word about what happens in the boxes; may be missing
+    std::vector<Onlooker*> onlookers;     ///< who is told what happens in the boxes
+    TypedJournal* typedJournal = nullptr; ///< keeps what is typed and not stored yet; may be missing
 
     /// The operation that the user is about, for the change history; nothing between two of them.
     std::shared_ptr<OperationNote> operation;
@@ -71,6 +73,9 @@ struct Session {
     /// Says how many things of an employee's form should be looked at before it is sent, or of all of an employer's
     /// where the employee is empty; nothing if there are none. Empty in a program that looks at none.
     std::function<std::string(const std::string& employer, const std::string& employee)> thingsToLookAt;
+    /// Offers what has been typed for the employee who has just been opened, and not stored. Empty in a program that
+    /// keeps no such thing.
+    std::function<void()> offerTyped;
 
     std::vector<std::shared_ptr<OpenRecord>> openRecords; ///< known here by name alone: `OpenRecords` makes them
 

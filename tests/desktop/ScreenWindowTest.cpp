@@ -49,7 +49,7 @@ TEST_P(EveryScreen, KeepsTheOthersWaitingIfItIsModal)
     ASSERT_NO_FATAL_FAILURE(Open());
     const bool modal = screen->Mode() == ShowMode::Modal;
     const ShowMode mode = screen->Mode();
-    EXPECT_EQ(window->isWindow(), mode != ShowMode::Child && mode != ShowMode::Panel);
+    EXPECT_EQ(window->isWindow(), mode != ShowMode::Child && !IsAtFoot(mode));
     EXPECT_EQ(window->windowModality(), modal ? Qt::ApplicationModal : Qt::NonModal);
     EXPECT_EQ(QApplication::activeModalWidget(), modal ? window : nullptr);
 }

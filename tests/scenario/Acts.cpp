@@ -41,6 +41,12 @@ void Kill(Stage& stage, const Step&)
     stage.DropProgram();
 }
 
+void Later(Stage& stage, const Step&)
+{
+    stage.Running();
+    stage.platform.LetTimePass();
+}
+
 void StartSecond(Stage& stage, const Step&)
 {
     stage.Running();
@@ -214,6 +220,7 @@ std::vector<StepRow> ActSteps()
         {"quit", {}, Quit, Acts},
         {"restart", {}, Restart, Acts},
         {"kill", {}, Kill, Acts},
+        {"later", {}, Later, Acts},
         {"start-second", {}, StartSecond, Acts},
         {"menu", {Control}, Menu, Acts},
         {"click", {Control}, Click, Acts},

@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillmere::scenario {
 
@@ -100,6 +101,17 @@ int ScriptedPlatform::OpenWithDesktop(const std::filesystem::path& file)
 {
     opened.push_back(file);
     return Opened;
+}
+
+void ScriptedPlatform::After(std::chrono::milliseconds /*wait*/, std::function<void()> work)
+{
+    later.push_back(std::move(work));
+}
+
+void ScriptedPlatform::LetTimePass()
+{
+    for (const auto& work : std::exchange(later, {}))
+        work();
 }
 
 void ScriptedPlatform::SetBusyPointer(bool busy)

@@ -44,6 +44,7 @@ public:
     int OpenWithDesktop(const std::filesystem::path& file) override;
     Day Today() override { return today; }
     std::string TimeOfDay() override { return "12:00:00"; }
+    void After(std::chrono::milliseconds wait, std::function<void()> work) override;
     void SetBusyPointer(bool busy) override;
     void ShowProgress(int done, int total) override;
     void YieldToMessages() override;
@@ -65,12 +66,16 @@ public:
     std::filesystem::path programFolder; ///< a path given without its start begins here
     DesktopHost* host = nullptr;
 
+    /// Does what waits for a time to be over.
+    void LetTimePass();
+
 private:
     /// Shows a box over the window in front, and takes it away again, as the desktop does with one that is answered.
     void StandInFront();
     /// The answer for a box that takes the given words, or the word given as the default one.
     std::string Answered(const std::string& title, const std::vector<std::string>& words, const std::string& standard,
                          bool takesPath, bool& isPath);
+    std::vector<std::function<void()>> later;
     bool busyPointer = false;
 };
 

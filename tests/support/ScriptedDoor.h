@@ -4,7 +4,9 @@
 #include "frame/Session.h"
 
 #include <deque>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quillmere::test {
@@ -40,6 +42,13 @@ public:
     }
     Day Today() override { return today; }
     std::string TimeOfDay() override { return "12:00:00"; }
+    void After(std::chrono::milliseconds, std::function<void()> work) override { later.push_back(std::move(work)); }
+    /// Does what waits for a time to be over.
+    void LetTimePass()
+    {
+        for (const auto& work : std::exchange(later, {}))
+            work();
+    }
     void SetBusyPointer(bool newBusy) override { busy = newBusy; }
     void ShowProgress(int done, int total) override { progress.emplace_back(done, total); }
     void YieldToMessages() override { ++yields; }
@@ -68,6 +77,7 @@ public:
     std::string copied;
     std::string deskName = "clerk@desk";
     Day today = std::chrono::sys_days(std::chrono::year(2011) / 6 / 30);
+    std::vector<std::function<void()>> later;
     bool busy = false;
     int beeps = 0;
     int yields = 0;

@@ -135,59 +135,47 @@ TEST_F(OpenRecordTest, WhatIsTypedWhileTheStoreIsHeldIsStoredLater)
     EXPECT_EQ(sheet.box("Reference").Text(), "456/B");
 }
 
-TEST_F(OpenRecordTest, WhatTheSystemsEndCannotStoreIsBackInItsBoxAtTheNextOpening)
+TEST_F(OpenRecordTest, WhatTheSystemsEndCannotStoreIsKept)
 {
-    const std::filesystem::path kept = folder.path / "ClientQuillmere11.typed";
+    const TypedEntries kept(file);
     ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
-    sheet.box("Reference").SetText("456/B");
+    sheet.box("Reference").AcceptTyped("456/B");
     sheet.box("Adjusted").SetTicked(true);
     SetStoreFaultHook([](std::string_view) { return BusyError; });
     record.StoreOrKeep();
     SetStoreFaultHook({});
     EXPECT_TRUE(door.messages.empty());
     EXPECT_EQ(Stored("Acme Ltd"), "123/A");
-
-    Sheet again(session);
-    session.CurrentEmployer = "Other Ltd";
-    ASSERT_EQ(again.StoreAndShow("Loading"), Sought::Found);
-    EXPECT_EQ(again.box("Reference").Text(), "123/A") << "it is not this record's";
-    session.CurrentEmployer = "Acme Ltd";
-    ASSERT_EQ(again.StoreAndShow("Loading"), Sought::Found);
-    EXPECT_EQ(again.box("Reference").Text(), "456/B");
-    EXPECT_TRUE(again.box("Adjusted").Ticked());
-    EXPECT_EQ(Stored("Acme Ltd"), "123/A") << "it waits to be stored like anything typed";
-    EXPECT_TRUE(std::filesystem::exists(kept));
-
-    // Kept a second time, it is not lost either.
-    SetStoreFaultHook([](std::string_view) { return BusyError; });
-    record.StoreOrKeep();
-    SetStoreFaultHook({});
-    ASSERT_EQ(again.StoreAndShow("Loading"), Sought::Found);
-    EXPECT_TRUE(again.MayClose());
-    EXPECT_EQ(Stored("Acme Ltd"), "456/B");
-    EXPECT_FALSE(std::filesystem::exists(kept));
+    const std::vector<TypedEntries::Line> expected{
+        {.record = {.table = "P11DB", .employer = "Acme Ltd", .employee = {}},
+         .entry = {
+             .field = "EmployerReference", .stored = "123/A", .typed = "456/B", .moment = "2011-06-30 12:00:00"}}};
+    EXPECT_EQ(kept.All(), expected) << "what the user has typed, and not what a rule has made";
 }
 
-TEST_F(OpenRecordTest, WhatIsGivenUpIsNeitherStoredNorBroughtBackAgain)
+TEST_F(OpenRecordTest, TellsWhatIsTypedUntilItIsStoredOrGivenUp)
 {
     ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
-    sheet.box("Reference").SetText("456/B");
-    SetStoreFaultHook([](std::string_view) { return BusyError; });
-    record.StoreOrKeep();
-    SetStoreFaultHook({});
-    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
-    EXPECT_EQ(sheet.box("Reference").Text(), "456/B");
+    EXPECT_TRUE(record.Typed().empty());
+    sheet.box("Reference").AcceptTyped("456/B");
+    sheet.Click(sheet.box("Adjusted"));
+    ASSERT_EQ(record.Typed().size(), 2U);
+    EXPECT_EQ(record.Typed()[0].entry.typed, "456/B");
+    EXPECT_TRUE(record.Store());
+    EXPECT_TRUE(record.Typed().empty());
+    sheet.box("Reference").AcceptTyped("789/C");
+    EXPECT_EQ(record.Typed().size(), 1U);
+    sheet.box("Reference").AcceptTyped("456/B");
+    EXPECT_TRUE(record.Typed().empty()) << "as stored";
+    sheet.box("Reference").AcceptTyped("789/C");
     record.DropChanges();
-    EXPECT_TRUE(sheet.MayClose());
-    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
-    EXPECT_EQ(sheet.box("Reference").Text(), "123/A");
-    EXPECT_EQ(Stored("Acme Ltd"), "123/A");
+    EXPECT_TRUE(record.Typed().empty());
 }
 
 TEST_F(OpenRecordTest, WhatCannotEvenBeKeptIsTold)
 {
     ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
-    sheet.box("Reference").SetText("456/B");
+    sheet.box("Reference").AcceptTyped("456/B");
     std::filesystem::create_directory(folder.path / "ClientQuillmere11.typed");
     SetStoreFaultHook([](std::string_view) { return BusyError; });
     record.StoreOrKeep();

@@ -278,6 +278,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"View", "mnuReviewed", "Reviewed", false},
         {"Settings", "mnuSettingsReports", "Reports"},
         {"Edit", "mnuUndo", "Undo"},
+        {"Edit", "mnuTyped", "Typed and Not Stored...", false},
         {"Go", "mnuPage1", "Page 1", false},
         {"Go", "mnuPage2", "Page 2", false},
         {"Go", "mnuCars3And4", "Cars 3 + 4", false},

@@ -105,6 +105,23 @@ Layout About()
     return layout;
 }
 
+Layout TypedStrip()
+{
+    Layout layout{.width = 780, .height = 40};
+    layout.Place("StripWords", 16, 11, 440);
+    ButtonRow(layout, 764, 6, std::to_array<std::string_view>({"StripShow", "StripBack", "StripForget"}));
+    return layout;
+}
+
+Layout TypedList()
+{
+    Layout layout{.width = 720, .height = 380, .growing = "TypedLines"};
+    layout.Place("TypedLines", 16, 16, 688, 310);
+    layout.Place("TypedWords", 16, 343, 380);
+    ButtonRow(layout, 704, 338, std::to_array<std::string_view>({"TypedBack", "TypedForget", "TypedClose"}));
+    return layout;
+}
+
 Layout ChangeHistory()
 {
     Layout layout{.width = 780, .height = 500, .growing = "Changes"};

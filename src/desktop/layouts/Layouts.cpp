@@ -29,6 +29,8 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"OverviewList", layouts::OverviewList},
     {"ChangeHistory", layouts::ChangeHistory},
     {"SafetyCopies", layouts::SafetyCopies},
+    {"TypedStrip", layouts::TypedStrip},
+    {"TypedList", layouts::TypedList},
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},

@@ -26,6 +26,8 @@ Layout LastYearSheet();
 Layout OverviewList();
 Layout ChangeHistory();
 Layout SafetyCopies();
+Layout TypedStrip();
+Layout TypedList();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
