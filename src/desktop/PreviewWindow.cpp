@@ -32,7 +32,7 @@ struct KeyRow {
     frmVSPrint::Command command;
 };
 
-const std::array<KeyRow, 10> Keys{{
+const std::array<KeyRow, 11> Keys{{
     {Qt::Key_PageUp, {}, frmVSPrint::Command::PreviousPage},
     {Qt::Key_PageDown, {}, frmVSPrint::Command::NextPage},
     {Qt::Key_Home, {}, frmVSPrint::Command::FirstPage},
@@ -43,6 +43,7 @@ const std::array<KeyRow, 10> Keys{{
     {Qt::Key_Plus, Qt::ControlModifier, frmVSPrint::Command::ZoomIn},
     {Qt::Key_Minus, Qt::ControlModifier, frmVSPrint::Command::ZoomOut},
     {Qt::Key_P, Qt::ControlModifier, frmVSPrint::Command::Print},
+    {Qt::Key_S, Qt::ControlModifier, frmVSPrint::Command::Save},
 }};
 
 } // namespace
@@ -86,7 +87,8 @@ void PreviewWindow::MakeStrip()
     strip = {{caption("Page Order", order), order},
              {widget("cmdFirst"), widget("cmdPrevious"), widget("lblPage"), widget("cmdNext"), widget("cmdLast")},
              {caption("Zoom", mode), mode, widget("cmbPercent")},
-             {widget("cmdPrint"), widget("cmdClose")}};
+             {widget("cmdPrint"), widget("cmdClose")},
+             {widget("SavePdf"), widget("ShowInFolder")}};
     if (auto* page = qobject_cast<QLabel*>(widget("lblPage")))
         page->setAlignment(Qt::AlignCenter);
 }
@@ -98,14 +100,14 @@ int PreviewWindow::LayOutStrip(int width)
     for (const std::vector<QWidget*>& group : strip) {
         int needed = -Near;
         for (const QWidget* widget : group)
-            needed += widget->width() + Near;
+            needed += widget->isHidden() ? 0 : widget->width() + Near;
         if (x + needed > width && x > Apart) {
             x = Apart;
             y += line + StripPadding;
         }
         for (QWidget* widget : group) {
             widget->move(x, y);
-            x += widget->width() + Near;
+            x += widget->isHidden() ? 0 : widget->width() + Near;
         }
         x += Apart - Near;
     }
@@ -153,6 +155,9 @@ void PreviewWindow::BoxChanged(const Box& box)
     ScreenWindow::BoxChanged(box);
     if (surface != nullptr && (box.Name() == "lblPage" || box.Name() == "cmbZoomMode" || box.Name() == "cmbPercent"))
         surface->Follow();
+    // What has come into sight takes room from the others.
+    if (surface != nullptr && box.Name() == "ShowInFolder")
+        LayOut();
 }
 
 bool PreviewWindow::Obey(const QKeyEvent& event)
@@ -198,13 +203,18 @@ void PreviewWindow::resizeEvent(QResizeEvent*)
 {
     if (surface == nullptr || IsDetached())
         return;
+    LayOut();
+    TellPlacement();
+}
+
+void PreviewWindow::LayOut()
+{
     const int inside = width() - 2 * Margin;
     const int height = LayOutStrip(inside);
     Header()->setFixedSize(inside, height);
     Header()->move(Margin, Margin);
     const int top = Margin + height + Margin;
     surface->setGeometry(Margin, top, inside, std::max(0, this->height() - top - Margin));
-    TellPlacement();
 }
 
 } // namespace quillmere

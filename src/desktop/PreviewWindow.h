@@ -27,6 +27,8 @@ protected:
 private:
     bool Obey(const QKeyEvent& event);
     void MakeStrip();
+    /// Places the strip, and the surface below it.
+    void LayOut();
     /// Places the strip's controls, in as many lines as the window's width needs; gives its height.
     int LayOutStrip(int width);
     void PlaceWindow();

@@ -109,8 +109,10 @@ Layout frmVSPrint()
     layout.Place("cmbPercent", 620, y, 80, height);
     layout.Place("cmdPrint", 716, y, 84, height);
     layout.Place("cmdClose", 806, y, 84, height);
-    layout.Place("lblLook", 908, y, 160, height);
-    layout.Place("lblDocument", 908, y, 432, height);
+    layout.Place("SavePdf", 908, y, 96, height);
+    layout.Place("ShowInFolder", 1010, y, 116, height);
+    layout.Place("lblLook", 1010, y, 160, height);
+    layout.Place("lblDocument", 1010, y, 330, height);
     return layout;
 }
 

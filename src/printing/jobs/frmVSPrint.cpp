@@ -1,7 +1,14 @@
 #include "printing/jobs/frmVSPrint.h"
 
+#include "edition/Edition.h"
 #include "frame/Amount.h"
+#include "frame/CheckedFile.h"
+#include "frame/CloseAll.h"
+#include "frame/DeskMemory.h"
+#include "frame/FileNames.h"
+#include "frame/Folders.h"
 #include "frame/Session.h"
+#include "frame/ShellOpen.h"
 #include "printing/jobs/PrintSystem.h"
 
 #include <algorithm>
@@ -42,6 +49,8 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "cmbPercent", .kind = BoxKind::DropDown, .spoken = "Percentage"},
     {.name = "cmdPrint", .kind = BoxKind::Button, .text = "&Print"},
     {.name = "cmdClose", .kind = BoxKind::Button, .text = "&Close"},
+    {.name = "SavePdf", .kind = BoxKind::Button, .text = "&Save PDF...", .tip = "Ctrl+S"},
+    {.name = "ShowInFolder", .kind = BoxKind::Button, .text = "Show in Fol&der", .hidden = true},
     {.name = "lblLook",
      .kind = BoxKind::Label,
      .tip = "Check in the View menu lists them and goes to each box",
@@ -51,6 +60,9 @@ constexpr auto Rows = std::to_array<BoxRow>({
 
 constexpr auto Percentages = std::to_array<int>({25, 50, 75, 100, 150, 200, 400});
 constexpr int PercentAtStart = 2;
+
+/// Where the folder of the last saved document is remembered.
+constexpr std::string_view PdfFolderKey = "PDF FOLDER";
 
 /// Two sizes closer than this, in percent, are the same to the eye.
 constexpr double SamePercent = 0.5;
@@ -73,6 +85,11 @@ frmVSPrint::frmVSPrint(Session& session, PrintSystem& printing)
     OnChoose("cmbZoomMode", [this](Box&) { ZoomModeChosen(); });
     OnClick("cmdPrint", [this](Box&) { this->session.screens.Show("frmVSPrintDialog"); });
     OnClick("cmdClose", [this](Box&) { this->session.screens.Unload(Name()); });
+    OnClick("SavePdf", [this](Box&) { SavePdf(); });
+    OnClick("ShowInFolder", [this](Box&) {
+        if (const int result = this->session.platform.OpenWithDesktop(saved.parent_path()); ShellOpenFailed(result))
+            this->session.messages.Tell(edition::AppTitle, ShellErrorMessage(result));
+    });
 }
 
 bool frmVSPrint::Load()
@@ -156,6 +173,48 @@ void frmVSPrint::Painted()
     session.platform.SetBusyPointer(false);
 }
 
+std::string frmVSPrint::ProposedName() const
+{
+    // A form's document goes to the employee, who has those of other years too.
+    const std::string_view what = printing.document.Form() ? " - P11D " : " ";
+    return ReadyFileName(fmt::format("{}{}{}", document->name, what, edition::YearLabel)) + ".pdf";
+}
+
+void frmVSPrint::SavePdf()
+{
+    if (!document)
+        return;
+    const DeskMemory memory(session.programFolder);
+    std::filesystem::path folder = memory.Recall(PdfFolderKey);
+    if (std::error_code error; folder.empty() || !std::filesystem::is_directory(folder, error))
+        folder = session.ClientDatabasePath().parent_path();
+    const std::optional<std::string> chosen = session.platform.AskSaveFile({.title = "Save PDF",
+                                                                            .proposedPath = folder / ProposedName(),
+                                                                            .filterName = "PDF documents",
+                                                                            .filterPattern = "*.pdf",
+                                                                            .defaultExtension = "pdf"});
+    if (!chosen)
+        return;
+    const std::filesystem::path file = *chosen;
+    if (std::error_code error;
+        std::filesystem::exists(file, error) &&
+        !session.messages.Ask("Save PDF", fmt::format("{}\n\nis there already. Replace it?", file.string()),
+                              Icon::Question, Answer::No))
+        return;
+    try {
+        printing.converter.ConvertDocument(printing.engine, file);
+    } catch (const FileError& error) {
+        session.messages.Tell(edition::AppTitle, error.what(), Icon::Critical);
+        return;
+    }
+    saved = file;
+    memory.Remember(PdfFolderKey, file.parent_path().string());
+    SetStatusNote(session, "Saved: " + file.string());
+    box("lblDocument").SetText("Saved: " + file.filename().string());
+    box("lblDocument").SetTip(file.string());
+    box("ShowInFolder").SetVisible(true);
+}
+
 void frmVSPrint::Press(std::string_view button)
 {
     if (box(button).Enabled())
@@ -179,6 +238,8 @@ void frmVSPrint::Execute(Command command)
         return Zoom(false);
     case Command::Print:
         return Press("cmdPrint");
+    case Command::Save:
+        return Press("SavePdf");
     }
 }
 

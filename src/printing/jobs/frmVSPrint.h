@@ -4,7 +4,9 @@
 #include "printing/jobs/PreviewPages.h"
 #include "printing/paper/Document.h"
 
+#include <filesystem>
 #include <memory>
+#include <string>
 
 namespace quillmere {
 
@@ -36,7 +38,7 @@ public:
     void Painted();
 
     /// Keys that work wherever the focus stands.
-    enum class Command { PreviousPage, NextPage, FirstPage, LastPage, ZoomIn, ZoomOut, Print };
+    enum class Command { PreviousPage, NextPage, FirstPage, LastPage, ZoomIn, ZoomOut, Print, Save };
     void Execute(Command command);
 
 private:
@@ -44,10 +46,14 @@ private:
     void ShowPage();
     void ZoomModeChosen();
     void Zoom(bool larger);
+    /// Asks where the document is to be kept as a PDF file, and keeps it there.
+    void SavePdf();
+    std::string ProposedName() const;
     int Percent() const;
 
     PrintSystem& printing;
     std::shared_ptr<const Document> document;
+    std::filesystem::path saved; ///< the file that the document was kept in; empty if it was not
     int pageShown = 0;
     double surfaceWidth = 0, surfaceHeight = 0;
 };
