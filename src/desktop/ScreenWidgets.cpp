@@ -5,7 +5,6 @@
 #include "desktop/ScreenWindow.h"
 #include "desktop/TableView.h"
 #include "frame/KeyFilters.h"
-#include "review/BoxHelp.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
@@ -139,9 +138,6 @@ QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
         edit->setFont(look::AmountFont());
     if (box.IsAmount())
         edit->setAlignment(Qt::AlignRight);
-    // The toolkit shows it at Shift+F1, and a screen reader says it.
-    if (const review::BoxHelp* help = review::HelpOf(screen.Name(), box.Name()))
-        edit->setWhatsThis(look::Text(review::WhatsThisOf(*help, box.Spoken())));
     connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
     return edit;
 }

@@ -3,6 +3,7 @@
 #include "desktop/BoxWidgets.h"
 #include "desktop/Look.h"
 #include "desktop/ScreenParts.h"
+#include "review/BoxHelp.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
@@ -59,6 +60,8 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
         Box& box = screen.box(place.box, place.index);
         QWidget* canvas = CanvasOf(place);
         QWidget* widget = MakeWidget(box, place, canvas);
+        // The toolkit shows it at Shift+F1, and a screen reader says it.
+        widget->setWhatsThis(look::Text(review::WhatsThisOf(screen, box)));
         const int top = canvas == form ? layout.headerHeight : canvas == foot ? layout.footTop : 0;
         widget->setGeometry(place.x, place.y - top, place.width, place.height);
         if (place.look)

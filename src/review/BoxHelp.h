@@ -4,6 +4,11 @@
 #include <string>
 #include <string_view>
 
+namespace quillmere {
+class Box;
+class Screen;
+} // namespace quillmere
+
 namespace quillmere::review {
 
 /// What a person in a box wants to know of it: where it goes on the return, and what belongs into it.
@@ -33,5 +38,8 @@ std::string AboutOf(const BoxHelp& help);
 
 /// All of it for somebody who asks what the box is: its name, the line, and what belongs into it.
 std::string WhatsThisOf(const BoxHelp& help, std::string_view spoken);
+/// The same for any box that is typed in, ticked or worked out; empty for lists, buttons and pictures, which say what
+/// they are.
+std::string WhatsThisOf(const Screen& screen, const Box& box);
 
 } // namespace quillmere::review

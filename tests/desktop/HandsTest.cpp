@@ -440,12 +440,15 @@ TEST_F(Hands, SayWhatABoxIsAtShiftF1)
     QWhatsThis::hideText();
 }
 
-TEST_P(HandsOnEveryScreen, KnowsOfEveryBoxThatTakesTypingWhatItIs)
+TEST_P(HandsOnEveryScreen, KnowsOfEveryBoxWhatItIs)
 {
-    for (const auto& box : screen->Boxes())
-        if (const QWidget* widget = WidgetOf(*box); box->Kind() == BoxKind::Text && InReach(*box) && !box->ReadOnly()) {
+    for (const auto& box : screen->Boxes()) {
+        const bool isAsked =
+            box->Kind() == BoxKind::Text || box->Kind() == BoxKind::Tick || box->Kind() == BoxKind::Option;
+        if (const QWidget* widget = WidgetOf(*box); isAsked && widget != nullptr) {
             EXPECT_FALSE(widget->whatsThis().isEmpty()) << box->FullName();
         }
+    }
 }
 
 // ---- letters

@@ -91,6 +91,25 @@ TEST_F(BoxHelpTable, WhatIsThisHasTheNameTheLineAndTheRule)
               "Qualifying expenses of a move above £8,000.");
 }
 
+TEST_F(BoxHelpTable, EveryBoxThatIsTypedInTickedOrWorkedOutSaysWhatItIs)
+{
+    std::set<BoxKind> met;
+    for (const std::string& name : Now().screens.Registered()) {
+        const std::unique_ptr<Screen> screen = Now().screens.Make(name);
+        for (const auto& box : screen->Boxes()) {
+            const bool isAmount = box->Kind() == BoxKind::Label && box->IsAmount();
+            if (!isAmount && box->Kind() != BoxKind::Text && box->Kind() != BoxKind::Tick &&
+                box->Kind() != BoxKind::Option)
+                continue;
+            met.insert(box->Kind());
+            const std::string text = review::WhatsThisOf(*screen, *box);
+            EXPECT_GE(text.size(), 20U) << name << "." << box->FullName();
+            EXPECT_TRUE(text.ends_with('.')) << name << "." << box->FullName() << ": " << text;
+        }
+    }
+    EXPECT_EQ(met.size(), 4U);
+}
+
 TEST_F(BoxHelpTable, TheLineSaysWhereTheBoxGoesAndWhatItTakes)
 {
     EXPECT_EQ(review::LineOf(*HelpOf("Form3", "BDescriptionPayment")),
