@@ -100,7 +100,8 @@ std::vector<TypedEntries::Line> Notepad::Typed() const
         return lines;
     const bool isOfEmployee = FindTable(table).level == TableLevel::Employee;
     for (const Entry& entry : entries)
-        if (!entry.field.empty() && entry.box != nullptr && !entry.box->ReadOnly() && Reads(entry) != entry.opened)
+        if (!entry.field.empty() && entry.box != nullptr && !entry.box->ReadOnly() && !entry.box->IsComputed() &&
+            Reads(entry) != entry.opened)
             lines.push_back({.record = {.table = table,
                                         .employer = session.CurrentEmployer,
                                         .employee = isOfEmployee ? session.CurrentEmployee : std::string()},

@@ -117,7 +117,7 @@ void OpenRecord::HandOver(std::string_view field, std::string_view text, const s
         if (box->Field() != field)
             continue;
         box->ShowStored(text);
-        // What the record is to write is kept like anything typed.
+        // What the record is to write is kept like anything typed; a closed box's figure follows from the others.
         box->MarkByHand(!stored);
         if (stored)
             held = *stored == text ? box->Stored() : *stored;
@@ -219,7 +219,7 @@ std::vector<TypedEntries::Line> OpenRecord::Typed() const
 {
     std::vector<TypedEntries::Line> lines;
     for (const BoundBox& of : bound)
-        if (isThere && of.box->IsByHand() && of.box->Stored() != of.held)
+        if (isThere && of.box->IsByHand() && !of.box->ReadOnly() && of.box->Stored() != of.held)
             lines.push_back({.record = key.record,
                              .entry = {.field = of.box->Field(), .stored = of.held, .typed = of.box->Stored()}});
     return lines;

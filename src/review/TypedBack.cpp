@@ -105,7 +105,12 @@ Lines TypeLines(Screen& screen, const Lines& lines)
 
 void OfferTyped(Session& session)
 {
-    const Lines waiting = session.typedJournal->Waiting();
+    Lines waiting;
+    try {
+        waiting = session.typedJournal->Waiting();
+    } catch (const Failure&) {
+        // It waits on, and whoever asks for it is told.
+    }
     if (waiting.empty())
         return;
     session.screens.Show("TypedStrip");

@@ -2,12 +2,15 @@
 #include "clientdb/TypedJournal.h"
 
 #include "clientdb/EmployerScreens.h"
+#include "clientdb/Notepad.h"
+#include "clientdb/OpenRecord.h"
 #include "frame/CheckedFile.h"
 #include "review/TypedBack.h"
 #include "screens/Ways.h"
 #include "support/ProgramFixture.h"
 
-#include <optional>
+#include <map>
+#include <set>
 
 namespace quillmere::test {
 namespace {
@@ -182,6 +185,83 @@ TEST_F(TypedJournalTest, EveryNotepadOfTheOpenEmployeeIsReachedForWhatWaits)
         ++walked;
     }
     EXPECT_GT(walked, 20U);
+}
+
+/// What a notepad would lose, field by field.
+std::map<std::string, std::string> HeldBy(const Notepad& notepad)
+{
+    std::map<std::string, std::string> held;
+    for (const TypedEntries::Line& line : notepad.Typed())
+        held[line.entry.field] = line.entry.typed;
+    return held;
+}
+
+TEST_F(TypedJournalTest, EveryNotepadTakesBackWhatItHeldWhenItWasCancelled)
+{
+    std::size_t walked = 0;
+    std::set<BoxKind> kinds;
+    for (const std::string_view name : ReachedScreens()) {
+        OpenJane();
+        auto* notepad = dynamic_cast<Notepad*>(Reach(Now().screens, name));
+        if (notepad == nullptr)
+            continue;
+        SCOPED_TRACE(name);
+        for (const std::string& field : notepad->Fields()) {
+            const Notepad::Shown shown = notepad->WhereShown(field);
+            if (shown.box == nullptr)
+                continue;
+            notepad->ShowTab(shown.tab);
+            Box& box = notepad->box(shown.box->Name(), shown.box->Index());
+            if (!box.Enabled() || box.ReadOnly() || box.IsComputed())
+                continue;
+            if (box.Kind() == BoxKind::Tick)
+                notepad->Click(box);
+            else
+                notepad->TypeIn(box, box.Kind() == BoxKind::DropDown ? box.Entries().back() : "1");
+            kinds.insert(box.Kind());
+        }
+        const std::map<std::string, std::string> held = HeldBy(*notepad);
+        EXPECT_FALSE(held.empty());
+        Now().screens.Unload(name);
+        review::BringTypedBack(Now());
+        notepad = dynamic_cast<Notepad*>(Now().screens.Find(name));
+        ASSERT_NE(notepad, nullptr);
+        EXPECT_EQ(HeldBy(*notepad), held);
+        Now().screens.Unload(name);
+        door.messages.clear();
+        ++walked;
+    }
+    EXPECT_GT(walked, 20U);
+    EXPECT_EQ(kinds, (std::set<BoxKind>{BoxKind::Text, BoxKind::Tick, BoxKind::DropDown}));
+}
+
+TEST_F(TypedJournalTest, EveryPageTakesBackWhatWasTypedOnIt)
+{
+    for (const std::string_view name : {"Form3", "Side2Form1", "P11DDeclaration"}) {
+        SCOPED_TRACE(name);
+        OpenJane();
+        Screen* page = Reach(Now().screens, name);
+        ASSERT_NE(page, nullptr);
+        Now().screens.RunDeferred();
+        for (const auto& box : page->Boxes())
+            if (!box->Field().empty() && box->Kind() == BoxKind::Text && box->Enabled() && !box->ReadOnly() &&
+                !box->IsComputed())
+                page->TypeIn(*box, box->Filter() == DateKeyFilter ? "07/05/2010" : "1");
+        OpenRecord& record = name == "P11DDeclaration" ? EmployerRecord(Now()) : EmployeeRecord(Now());
+        const std::vector<TypedEntries::Line> typed = record.Typed();
+        EXPECT_GT(typed.size(), 3U);
+        record.DropChanges();
+        Now().screens.UnloadAll(Closing::WithAll);
+        TypedEntries(Now().ClientDatabasePath()).Keep(typed);
+        OpenJane();
+        EXPECT_EQ(Strip(), std::to_string(typed.size()) + " boxes typed earlier were not stored");
+        review::BringTypedBack(Now());
+        EXPECT_EQ(Strip(), "");
+        EXPECT_EQ(record.Typed(), typed);
+        record.DropChanges();
+        Now().screens.UnloadAll(Closing::WithAll);
+        door.messages.clear();
+    }
 }
 
 TEST_F(TypedJournalTest, WhatAnotherDeskIsAtIsNotOfferedBeforeTheNextDay)
