@@ -2,9 +2,9 @@
 
 #include "app/DeskCommands.h"
 #include "app/Version.h"
+#include "clientdb/DamagedDatabase.h"
 #include "clientdb/FolderScreens.h"
 #include "clientdb/RecentEmployees.h"
-#include "clientdb/SafetyCopies.h"
 #include "clientdb/TypedJournal.h"
 #include "clientdb/store/Backup.h"
 #include "edition/Edition.h"
@@ -245,7 +245,7 @@ bool MDIForm1::Load()
                                   session.ClientDatabasePath().string(),
                               Icon::Critical);
     RebuildRecent(session);
-    KeepDailyCopySoon(session);
+    LookAfterDatabaseSoon(session);
     return true;
 }
 

@@ -15,6 +15,7 @@
 #include "cars/FNotepad.h"
 #include "cars/Form1.h"
 #include "clientdb/CopyScreens.h"
+#include "clientdb/DamagedDatabase.h"
 #include "clientdb/EmployerScreens.h"
 #include "clientdb/FindEmployee.h"
 #include "clientdb/FolderScreens.h"
@@ -210,6 +211,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"SafetyCopies", Plain<SafetyCopies>},
     {"TypedStrip", Plain<review::TypedStrip>, Closing::WithAll},
     {"TypedList", Plain<review::TypedList>, Closing::WithAll},
+    {"DamagedDatabase", Plain<DamagedDatabase>},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},

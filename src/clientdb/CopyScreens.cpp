@@ -46,7 +46,8 @@ bool SafetyCopies::Load()
 void SafetyCopies::Fill()
 {
     const BusyPointer busy(session.platform);
-    box("InUse").SetText("In use: " + LookAt(session.ClientDatabasePath()).words);
+    const CopyLook inUse = LookAt(session.ClientDatabasePath());
+    box("InUse").SetText("In use: " + inUse.words);
     lines.clear();
     looked = 0;
     for (KeptCopy& copy : KeptCopiesOf(session.ClientDatabasePath()))
@@ -54,6 +55,8 @@ void SafetyCopies::Fill()
     ShowLines();
     box("Copies").Select(lines.empty() ? -1 : 0);
     LookOn();
+    if (inUse.state && !inUse.IsWhole() && !session.screens.IsShown("DamagedDatabase"))
+        session.screens.Show("DamagedDatabase");
 }
 
 void SafetyCopies::LookOn()

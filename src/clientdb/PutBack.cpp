@@ -51,7 +51,8 @@ KeptCopy Of(const SafetyCopy& copy)
             .why = std::string(WordsOf(copy.reason)),
             .order = fmt::format("{} {} {:09}", day, copy.time, copy.number),
             .size = SizeOf(copy.file),
-            .good = copy.IsGood()};
+            .good = copy.IsGood(),
+            .left = copy.reason == CopyReason::PutBack};
 }
 
 /// When a file was last written, to the minute, on the desk's clock.
@@ -148,7 +149,7 @@ bool Confirmed(Session& session, const KeptCopy& copy, const DatabaseState& stat
 /// Nothing on the desk shows the state that was: what showed it is closed, and nobody is the one being worked on.
 void ShowWhatIsBack(Session& session)
 {
-    constexpr std::array<std::string_view, 3> Stay = {"MDIForm1", "SafetyCopies", "DamagedDatabase"};
+    constexpr std::array<std::string_view, 2> Stay = {"MDIForm1", "SafetyCopies"};
     for (Screen* screen : session.screens.Open())
         if (std::ranges::find(Stay, screen->Name()) == Stay.end())
             session.screens.Unload(screen->Name());
@@ -186,7 +187,9 @@ CopyLook LookAt(const std::filesystem::path& file)
 
 std::optional<GoodCopy> NewestGoodCopy(const std::filesystem::path& database)
 {
-    for (const KeptCopy& copy : KeptCopiesOf(database))
+    std::vector<KeptCopy> copies = KeptCopiesOf(database);
+    std::ranges::stable_sort(copies, {}, &KeptCopy::left);
+    for (const KeptCopy& copy : copies)
         if (copy.good)
             if (const CopyLook look = LookAt(copy.file); look.IsWhole())
                 return GoodCopy{.copy = copy, .state = *look.state};

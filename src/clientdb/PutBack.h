@@ -19,7 +19,8 @@ struct KeptCopy {
     std::string why;
     std::string order; ///< the later the moment, the greater
     std::uintmax_t size = 0;
-    bool good = true; ///< what it was when it was made
+    bool good = true;  ///< what it was when it was made
+    bool left = false; ///< what the user has gone back from
 };
 
 /// All of them, the latest first.
@@ -37,7 +38,8 @@ struct CopyLook {
 };
 CopyLook LookAt(const std::filesystem::path& file);
 
-/// The latest of the good copies that is found whole; nothing if there is none.
+/// The latest of the good copies that is found whole, one that the user has gone back from last of all; nothing if
+/// there is none.
 struct GoodCopy {
     KeptCopy copy;
     DatabaseState state;

@@ -11,6 +11,9 @@ namespace {
 /// More than that nobody reads.
 constexpr std::string_view LookThrough = "PRAGMA integrity_check(20)";
 
+/// With what the store begins its list.
+constexpr std::string_view Heading = "*** in database main ***\n";
+
 /// The store's words without the file's name, which is known.
 std::string WordsOf(const StoreError& failure, const std::filesystem::path& file)
 {
@@ -28,8 +31,8 @@ DatabaseState LookAtDatabase(const std::filesystem::path& file)
         Database::Connection connection(file, SQLITE_OPEN_READWRITE);
         Run look(connection, connection.Prepare(std::string(LookThrough)));
         while (look.Step())
-            if (look.Text(0) != "ok")
-                state.faults.emplace_back(look.Text(0));
+            if (const std::string_view found = look.Text(0); found != "ok")
+                state.faults.emplace_back(found.substr(found.starts_with(Heading) ? Heading.size() : 0));
         if (!state.IsWhole())
             return state;
         return CountIn(connection);

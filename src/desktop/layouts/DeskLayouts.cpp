@@ -49,6 +49,17 @@ Layout SafetyCopies()
     return layout;
 }
 
+Layout DamagedDatabase()
+{
+    Layout layout{.width = 780, .height = 236, .growing = "Faults"};
+    layout.Place("DamagedWords", 16, 8, 748);
+    layout.Place("Offer", 16, 30, 748);
+    layout.Place("Faults", 16, 56, 748, 142);
+    ButtonRow(layout, 764, 204,
+              std::to_array<std::string_view>({"DamagedPutBack", "DamagedSalvage", "DamagedCopies", "DamagedClose"}));
+    return layout;
+}
+
 Layout CalculatorCheck()
 {
     Layout layout{.width = 980, .height = 470, .growing = "Examples"};

@@ -31,6 +31,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"SafetyCopies", layouts::SafetyCopies},
     {"TypedStrip", layouts::TypedStrip},
     {"TypedList", layouts::TypedList},
+    {"DamagedDatabase", layouts::DamagedDatabase},
     {"frmFolderManager", layouts::frmFolderManager},
     {"frmBackup", layouts::frmBackup},
     {"TransferList", layouts::TransferList},

@@ -28,6 +28,7 @@ Layout ChangeHistory();
 Layout SafetyCopies();
 Layout TypedStrip();
 Layout TypedList();
+Layout DamagedDatabase();
 Layout frmFolderManager();
 Layout frmBackup();
 Layout TransferList();
