@@ -116,20 +116,19 @@ std::string ReadTyped(const Fed& fed)
 {
     const std::filesystem::path database = fed.folder / "clients.mdb", file = fed.folder / "clients.typed";
     const TypedEntries entries(database);
-    const TypedEntries::Record record{"P11D", "Acme", "Jane"};
-    const TypedEntries::Entry kept{"Box", "", fed.text};
+    const TypedEntries::Line kept{.record = {"P11D", "Acme", "Jane"}, .entry = {"Box", "", fed.text}};
     std::filesystem::remove(file);
-    entries.Keep(record, {&kept, 1});
+    entries.Keep({kept});
     // A file of this kind, with anything behind its heading; now and then one of another kind.
     const std::string written = test::Content(file);
     test::Store(file, (fed.number % 4 == 0 ? std::string() : written.substr(0, written.find('\n') + 1)) + fed.text);
     try {
-        entries.Of(record);
-        entries.Keep(record, {&kept, 1});
+        entries.All();
+        entries.Keep({kept});
     } catch (const FileError&) {
         return {};
     }
-    return std::ranges::count(entries.Of(record), kept) == 1 ? std::string() : "what was kept is not found";
+    return std::ranges::count(entries.All(), kept) == 1 ? std::string() : "what was kept is not found";
 }
 
 std::string ReadNames(const Fed& fed)
