@@ -15,6 +15,7 @@ namespace {
 struct WorkedLoan {
     LoanFacts facts;
     LoanWorking working;
+    Amount others;
 };
 
 bool IsWorkedOut(const WorkedLoan& loan)
@@ -31,9 +32,8 @@ bool HasOddPence(const WorkedLoan& loan)
 }
 bool IsSmall(const WorkedLoan& loan)
 {
-    const LoanWorking& working = loan.working;
-    return !working.cashEquivalent.IsZero() &&
-           std::max({working.A, working.B, working.maxAmount}) <= Amount::WholePounds(edition::SmallLoansTo);
+    return !loan.working.cashEquivalent.IsZero() &&
+           LargestBalance(loan.facts) + loan.others <= Amount::WholePounds(edition::SmallLoansTo);
 }
 
 constexpr auto Figures = std::to_array<FigureRow<WorkedLoan>>({
@@ -125,8 +125,8 @@ constexpr auto Notes = std::to_array<NoteRow<WorkedLoan>>({
      .when = HasOddPence},
     {.about = "cash equivalent",
      .says =
-         "Nothing is charged if all loans of the employee together never came to more than {small}. Whether they did "
-         "is for the user to see to",
+         "Nothing is charged if all loans of the employee together never came to more than {small}, as the loans here "
+         "did not. Whether there are others is for the user to see to",
      .result = "nothing",
      .source = "ITEPA 2003 s.180",
      .when = IsSmall},
@@ -134,9 +134,14 @@ constexpr auto Notes = std::to_array<NoteRow<WorkedLoan>>({
 
 } // namespace
 
-Explained ExplainLoan(const LoanFacts& loan)
+Explained ExplainLoan(const LoanFacts& loan, Amount others)
 {
-    return FillIn<WorkedLoan>({.facts = loan, .working = LoanBenefit(loan)}, Figures, Steps, Notes);
+    return FillIn<WorkedLoan>({.facts = loan, .working = LoanBenefit(loan), .others = others}, Figures, Steps, Notes);
+}
+
+Amount LargestBalance(const LoanFacts& loan)
+{
+    return std::max({ReadAmount(loan.ABox), ReadAmount(loan.BBox), ReadAmount(loan.maxAmount)});
 }
 
 } // namespace quillmere

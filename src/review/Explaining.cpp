@@ -50,8 +50,14 @@ Explained OfVan(const Asked& asked)
 
 Explained OfLoan(const Asked& asked)
 {
-    return asked.box.Index() == Box::NoIndex ? Explained()
-                                             : ExplainLoan(ReadLoan(OnScreen(asked.screen, asked.box.Index())));
+    const int loan = asked.box.Index();
+    if (loan == Box::NoIndex)
+        return {};
+    Amount others;
+    for (const auto& box : asked.screen.Boxes())
+        if (box->Name() == "ABox" && box->Index() != loan)
+            others += LargestBalance(ReadLoan(OnScreen(asked.screen, box->Index())));
+    return ExplainLoan(ReadLoan(OnScreen(asked.screen, loan)), others);
 }
 
 Explained OfBasicCharge(const Asked& asked)

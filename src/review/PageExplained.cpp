@@ -177,12 +177,15 @@ Explained LoansBehind(const Session& session, const Box& box)
         attached.says += ": there are more loans than the form has lines, and the first line has them all";
         return {.steps = {std::move(attached)}, .notes = {}};
     }
+    Amount all;
+    for (int number = 1; number <= Loans; ++number)
+        all += LargestBalance(ReadLoan(InRecord(stored.record, number)));
     Parts loans;
     for (int number = 1; number <= Loans; ++number) {
         const bool counts = together || number == (first ? 1 : 2);
         if (const LoanFacts loan = ReadLoan(InRecord(stored.record, number));
             counts && !loan.ABox.empty() && !loan.BBox.empty())
-            loans.Add(fmt::format("Loan {}", number), ExplainLoan(loan), "CashEq");
+            loans.Add(fmt::format("Loan {}", number), ExplainLoan(loan, all - LargestBalance(loan)), "CashEq");
     }
     return loans.For(box);
 }

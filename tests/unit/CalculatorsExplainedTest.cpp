@@ -60,6 +60,13 @@ TEST(LoanExplained, NotesThePenceAndTheSmallLoan)
               "289, EIM26221, EIM26311. ");
     EXPECT_EQ(Noted(ExplainLoan({.ABox = "5000", .BBox = "5000", .interestRate = "4"}), "cash equivalent"),
               "0, ITEPA 2003 s.180. ");
+    EXPECT_EQ(Noted(ExplainLoan({.ABox = "3000", .BBox = "3000", .interestRate = "4"}, Amount::WholePounds(2000)),
+                    "cash equivalent"),
+              "0, ITEPA 2003 s.180. ");
+    EXPECT_EQ(Noted(ExplainLoan({.ABox = "3000", .BBox = "3000", .interestRate = "4"}, Amount::WholePounds(2001)),
+                    "cash equivalent"),
+              "")
+        << "all loans together count";
     EXPECT_EQ(Noted(ExplainLoan({.ABox = "5000", .BBox = "5001", .interestRate = "4"}), "cash equivalent"),
               "200, EIM26221, EIM26311. ");
 }
