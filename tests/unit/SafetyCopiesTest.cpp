@@ -393,9 +393,18 @@ TEST_F(SafetyCopying, PutBackThatIsKilledLeavesTheOldOrTheNewWhole)
             PutBackDatabase(folder / "copy.mdb", file);
             ::_exit(0);
         }
-        ::usleep(static_cast<unsigned>(random() % 12'000));
-        ::kill(child, SIGKILL);
-        ::waitpid(child, nullptr, 0);
+        // Most are killed once it is being written, the others at any moment before.
+        pid_t ended = 0;
+        if (round % 6 != 0)
+            while (!std::filesystem::exists(file.string() + "-journal") && ended == 0) {
+                ::usleep(100);
+                ended = ::waitpid(child, nullptr, WNOHANG);
+            }
+        if (ended == 0) {
+            ::usleep(static_cast<unsigned>(random() % 4'000));
+            ::kill(child, SIGKILL);
+            ::waitpid(child, nullptr, 0);
+        }
         const bool half = std::filesystem::exists(file.string() + "-journal");
         const DatabaseState found = LookAtDatabase(file);
         EXPECT_TRUE(found == before || found == after) << InWords(found);

@@ -135,6 +135,22 @@ protected:
         return leaves;
     }
 
+    std::vector<std::size_t> IndexPagesOf(const std::string& table) const
+    {
+        std::vector<std::size_t> pages;
+        sqlite3* handle = nullptr;
+        sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READONLY, nullptr);
+        sqlite3_stmt* rows = nullptr;
+        sqlite3_prepare_v2(handle,
+                           fmt::format("SELECT pageno FROM dbstat WHERE name LIKE '{}\\_%' ESCAPE '\\'", table).c_str(),
+                           -1, &rows, nullptr);
+        while (sqlite3_step(rows) == SQLITE_ROW)
+            pages.push_back(static_cast<std::size_t>(sqlite3_column_int64(rows, 0)));
+        sqlite3_finalize(rows);
+        sqlite3_close(handle);
+        return pages;
+    }
+
     /// Salvages what is in the file, in the time that nobody takes for a hang.
     Salvaged SalvageIt()
     {
@@ -240,6 +256,27 @@ TEST_F(Salvaging, NamesWhoseRecordsAreLost)
         EXPECT_FALSE(missing.empty() && !listed.empty());
     }
     EXPECT_GE(named, 60);
+}
+
+TEST_F(Salvaging, StepsOverWhatCannotBeReadWhereNoIndexSaysWhoIsThere)
+{
+    const std::vector<Leaf> leaves = Leaves()["P11D"];
+    ASSERT_GT(leaves.size(), 6u);
+    std::string content = whole;
+    const auto spoil = [&](std::size_t page) { content.replace((page - 1) * PageSize, PageSize, PageSize, '\xA5'); };
+    for (const std::size_t page : IndexPagesOf("P11D"))
+        spoil(page);
+    // What stands between two of them is reached from neither end.
+    std::size_t expected = 0;
+    for (std::size_t leaf = 0; leaf < leaves.size(); ++leaf)
+        if (leaf == 1 || leaf == leaves.size() - 2)
+            spoil(leaves[leaf].pages.back());
+        else
+            expected += leaves[leaf].records;
+    Store(file, content);
+    const Salvaged salvaged = SalvageIt();
+    EXPECT_GE(salvaged.state.employees, static_cast<std::int64_t>(expected));
+    EXPECT_FALSE(salvaged.lost.empty());
 }
 
 TEST_F(Salvaging, OfAFileThatIsCutOffOrHasNoHeadKeepsTheRest)

@@ -32,7 +32,7 @@ DatabaseState CopyIntoNewFile(const std::filesystem::path& database, const std::
     Database::OpenDatabase(database, OpenMode::ReadOnly).Close();
     Connection from(database, SQLITE_OPEN_READWRITE), into(empty, SQLITE_OPEN_READWRITE);
     // A file that vanishes if anything fails has nothing to go back to; it is synced once, when it is complete.
-    into.Pragma("PRAGMA journal_mode=OFF");
+    into.Pragma("PRAGMA journal_mode=MEMORY");
     into.Pragma("PRAGMA synchronous=OFF");
     from.Execute("BEGIN");
     DatabaseState counted = CountIn(from);

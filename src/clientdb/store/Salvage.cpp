@@ -397,7 +397,7 @@ Salvaged ReadInto(Image& image, const std::filesystem::path& target)
     bool schemaWasLost = false;
     const std::unique_ptr<Connection> from = image.Open(schemaWasLost);
     Connection into(target, SQLITE_OPEN_READWRITE);
-    into.Pragma("PRAGMA journal_mode=OFF");
+    into.Pragma("PRAGMA journal_mode=MEMORY");
     into.Pragma("PRAGMA synchronous=OFF");
     into.Execute("BEGIN");
     into.Execute("DELETE FROM [HNotepad2]"); // the template's own list
