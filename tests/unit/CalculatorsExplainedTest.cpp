@@ -71,6 +71,13 @@ TEST(LoanExplained, NotesThePenceAndTheSmallLoan)
               "200, EIM26221, EIM26311. ");
 }
 
+TEST(VanExplained, NamesTheSectionsForDaysWithoutFuelAndForSharing)
+{
+    const Explained explained = ExplainVan({.registrationNumber = "V1", .percentage = "30", .fuelTick = true});
+    EXPECT_EQ(explained.StepOf("TBox")->source, "ITEPA 2003 s.163");
+    EXPECT_EQ(explained.StepOf("WBox")->source, "ITEPA 2003 s.164");
+}
+
 TEST(AccommodationExplained, NotesWhatIsMadeGoodAboveTheValue)
 {
     const Explained explained = ExplainBasicCharge({.BasicChargeB = "1000", .BasicChargeD = "1250"}, "");
