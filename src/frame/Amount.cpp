@@ -46,58 +46,45 @@ std::int64_t NearestUnits(double units)
     return static_cast<std::int64_t>(std::nearbyint(units));
 }
 
-/// The decimal text of a number without sign: its digits, and how many of them stand after the point.
-struct DecimalText {
-    std::string digits;
-    std::size_t decimals = 0;
-};
-
-/// Commas are passed over; a second point ends the number as any other character does.
-DecimalText ReadDecimalText(std::string_view text)
+/// One digit more behind a number, held at the limit of 64 bits.
+constexpr std::uint64_t WithDigit(std::uint64_t number, char digit)
 {
-    DecimalText read;
+    constexpr std::uint64_t limit = std::numeric_limits<std::uint64_t>::max();
+    const auto value = static_cast<std::uint64_t>(digit - '0');
+    return number > (limit - value) / 10 ? limit : number * 10 + value;
+}
+
+/// Units of the decimal text of a number without sign, held at the limit of 64 bits. Commas are passed over; a second
+/// point ends the number as any other character does. The digits past the fourth decimal decide on rounding as they are
+/// written, not as a floating-point number would have them.
+std::uint64_t ReadUnits(std::string_view text)
+{
+    std::uint64_t units = 0;
     bool afterPoint = false;
+    std::size_t decimals = 0;
+    char dropped = 0; // the fifth decimal
+    bool isTie = true;
     for (const char character : text) {
         if (character == ',')
             continue;
         if (character == '.' && !afterPoint) {
             afterPoint = true;
-        } else if (IsDigit(character)) {
-            read.digits.push_back(character);
-            read.decimals += afterPoint ? 1 : 0;
-        } else {
+        } else if (!IsDigit(character)) {
             break;
+        } else if (decimals < DecimalsHeld) {
+            units = WithDigit(units, character);
+            decimals += afterPoint ? 1 : 0;
+        } else if (dropped == 0) {
+            dropped = character;
+            isTie = character == '5';
+        } else {
+            isTie = isTie && character == '0';
         }
     }
-    return read;
-}
-
-/// Units of a decimal text, held at the limit of 64 bits. The digits past the fourth decimal decide on rounding as
-/// they are written, not as a floating-point number would have them.
-std::uint64_t UnitsOf(DecimalText number)
-{
-    std::string_view dropped;
-    if (number.decimals < DecimalsHeld) {
-        number.digits.append(DecimalsHeld - number.decimals, '0');
-    } else {
-        dropped = std::string_view(number.digits).substr(number.digits.size() - (number.decimals - DecimalsHeld));
-    }
-    const std::string_view kept = std::string_view(number.digits).substr(0, number.digits.size() - dropped.size());
-
-    std::uint64_t units = 0;
-    for (const char digit : kept) {
-        const auto value = static_cast<std::uint64_t>(digit - '0');
-        if (units > (std::numeric_limits<std::uint64_t>::max() - value) / 10)
-            return std::numeric_limits<std::uint64_t>::max();
-        units = units * 10 + value;
-    }
-
-    const bool isTie =
-        !dropped.empty() && dropped.front() == '5' && dropped.find_first_not_of('0', 1) == std::string_view::npos;
-    const bool roundsUp = !dropped.empty() && dropped.front() >= '5' && (!isTie || units % 2 == 1);
-    if (roundsUp && units < std::numeric_limits<std::uint64_t>::max())
-        ++units;
-    return units;
+    for (; decimals < DecimalsHeld; ++decimals)
+        units = WithDigit(units, '0');
+    const bool roundsUp = dropped >= '5' && (!isTie || units % 2 == 1);
+    return roundsUp && units < std::numeric_limits<std::uint64_t>::max() ? units + 1 : units;
 }
 
 /// One section of a display format taken apart, such as "(#,###,##0.00)".
@@ -229,8 +216,7 @@ Amount IntPounds(double pounds, double added)
 
 Amount ReadAmount(std::string_view text)
 {
-    const std::string trimmed = Trim(text);
-    std::string_view rest = trimmed;
+    std::string_view rest = Trimmed(text);
     bool negative = false;
     if (rest.size() >= 2 && rest.front() == '(' && rest.back() == ')') {
         negative = true;
@@ -240,14 +226,14 @@ Amount ReadAmount(std::string_view text)
         negative = true;
         rest.remove_prefix(1);
     }
-    return Amount::FromUnits(WithSign(UnitsOf(ReadDecimalText(rest)), negative));
+    return Amount::FromUnits(WithSign(ReadUnits(rest), negative));
 }
 
 double ReadNumber(std::string_view text)
 {
-    const std::string trimmed = Trim(text);
+    const std::string_view trimmed = Trimmed(text);
     const bool negative = trimmed.starts_with('-');
-    const std::string_view unsignedText = std::string_view(trimmed).substr(negative ? 1 : 0);
+    const std::string_view unsignedText = trimmed.substr(negative ? 1 : 0);
     if (unsignedText.empty() || !(IsDigit(unsignedText.front()) || unsignedText.front() == '.'))
         return 0.0;
     double value = 0.0;

@@ -78,12 +78,17 @@ void AppendUtf8(std::string& text, char32_t codePoint)
 
 } // namespace
 
-std::string Trim(std::string_view text)
+std::string_view Trimmed(std::string_view text)
 {
     const auto first = text.find_first_not_of(' ');
     if (first == std::string_view::npos)
         return {};
-    return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string Trim(std::string_view text)
+{
+    return std::string(Trimmed(text));
 }
 
 std::string UpperCase(std::string_view text)

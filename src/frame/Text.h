@@ -18,6 +18,7 @@ constexpr std::string_view TextOr(std::string_view text, std::string_view standI
 }
 
 /// The text without its outer blanks. Only the blank character counts, no tabs or line ends.
+std::string_view Trimmed(std::string_view text);
 std::string Trim(std::string_view text);
 
 /// Upper case of ASCII and Latin-1 letters; everything else as it is. UTF-8 in and out.

@@ -8,7 +8,7 @@ namespace quillmere {
 
 bool IsSet(std::string_view storedTick)
 {
-    const std::string upper = UpperCase(Trim(storedTick));
+    const std::string upper = UpperCase(Trimmed(storedTick));
     return upper == "1" || upper == "-1" || upper == "TRUE" || upper == "Y";
 }
 
