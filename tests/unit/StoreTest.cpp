@@ -445,6 +445,27 @@ TEST_F(Scan, ManyRecordsAndFieldsAskedForLateComeRight)
     EXPECT_EQ(met, 233);
 }
 
+TEST_F(Scan, PreparedFieldsAreReadByTheirPlaces)
+{
+    Recordset records = database.OpenRecordset("P11D");
+    std::vector<std::pair<std::string, FieldPlace>> prepared;
+    for (const Field& field : FieldsOf(FindTable("P11D")).All())
+        prepared.emplace_back(field.name, records.Prepare(field.name));
+    const FieldPlace surname = records.Prepare("surname");
+    for (records.MoveFirst(); !records.AtEnd(); records.MoveNext()) {
+        for (const auto& [name, place] : prepared)
+            ASSERT_EQ(records.Field(place), records.Field(name)) << name;
+        records.Edit();
+        records.SetField("Surname", "new");
+        EXPECT_EQ(records.Field(surname), "new");
+        records.Update();
+        EXPECT_EQ(records.Field(surname), "new");
+    }
+    records.AddNew();
+    EXPECT_EQ(records.Field(surname), "");
+    EXPECT_THROW(records.Prepare("Nonsense"), UnknownName);
+}
+
 TEST_F(Scan, ListsTheEmployersAsTheyAreFirstMet)
 {
     Recordset records = database.OpenRecordset("P11D");

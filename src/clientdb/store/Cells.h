@@ -2,6 +2,7 @@
 
 #include "clientdb/store/Connection.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,11 +22,11 @@ public:
     /// Takes `count` columns of the run's row.
     void Take(const Run& run, int first, std::size_t count)
     {
-        cells.reserve(cells.size() + count);
         for (int column = first; column < first + static_cast<int>(count); ++column) {
             const std::optional<std::string_view> text = run.TextOrNull(column);
-            cells.push_back({bytes.size(), text ? static_cast<int>(text->size()) : Null});
-            bytes.append(text.value_or(std::string_view()));
+            cells.push_back({static_cast<std::uint32_t>(bytes.size()), text ? static_cast<int>(text->size()) : Null});
+            if (text)
+                bytes += *text;
         }
     }
 
@@ -40,7 +41,7 @@ public:
 private:
     static constexpr int Null = -1;
     struct Cell {
-        std::size_t offset;
+        std::uint32_t offset;
         int size;
     };
     std::vector<Cell> cells;

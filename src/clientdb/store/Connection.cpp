@@ -12,8 +12,6 @@ namespace {
 /// No record is longer than the longest texts that the boxes of a screen take, all together; a change of the history
 /// holds it twice.
 constexpr int MostBytesOfRecord = 4'194'304;
-/// The longest text that a box takes, in three bytes a character.
-constexpr int MostBytesOfText = 131'072;
 
 /// How long a statement waits for another program's lock, in milliseconds.
 constexpr int BusyTimeout = 2000;
@@ -127,22 +125,11 @@ int Run::Change()
     return sqlite3_changes(connection.handle);
 }
 
-std::string_view Run::Text(int column) const
+void Run::FailOfText(int column) const
 {
-    return TextOrNull(column).value_or(std::string_view());
-}
-
-std::optional<std::string_view> Run::TextOrNull(int column) const
-{
-    const unsigned char* text = sqlite3_column_text(statement, column);
-    if (text == nullptr)
-        return std::nullopt;
-    const int size = sqlite3_column_bytes(statement, column);
-    if (size > MostBytesOfText)
-        throw StoreError(SQLITE_TOOBIG,
-                         fmt::format("{} has a text that is too long.", sqlite3_column_name(statement, column)),
-                         sqlite3_sql(statement));
-    return std::string_view(reinterpret_cast<const char*>(text), static_cast<std::size_t>(size));
+    throw StoreError(SQLITE_TOOBIG,
+                     fmt::format("{} has a text that is too long.", sqlite3_column_name(statement, column)),
+                     sqlite3_sql(statement));
 }
 
 void Run::Fail(int result)

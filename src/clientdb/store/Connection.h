@@ -43,12 +43,25 @@ public:
     int Change();
     std::int64_t Number(int column) const { return sqlite3_column_int64(statement, column); }
     /// The text of a column, empty for null. Throws StoreError for one that no box could hold.
-    std::string_view Text(int column) const;
-    std::optional<std::string_view> TextOrNull(int column) const;
+    std::string_view Text(int column) const { return TextOrNull(column).value_or(std::string_view()); }
+    std::optional<std::string_view> TextOrNull(int column) const
+    {
+        const unsigned char* text = sqlite3_column_text(statement, column);
+        if (text == nullptr)
+            return std::nullopt;
+        const int size = sqlite3_column_bytes(statement, column);
+        if (size > MostBytesOfText)
+            FailOfText(column);
+        return std::string_view(reinterpret_cast<const char*>(text), static_cast<std::size_t>(size));
+    }
     sqlite3_stmt* Raw() const { return statement; }
 
 private:
+    /// The longest text that a box takes, in three bytes a character.
+    static constexpr int MostBytesOfText = 131'072;
+
     [[noreturn]] void Fail(int result);
+    [[noreturn]] void FailOfText(int column) const;
 
     Database::Connection& connection;
     sqlite3_stmt* statement;

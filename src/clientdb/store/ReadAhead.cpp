@@ -9,8 +9,8 @@ namespace quillmere {
 namespace {
 
 /// A scan reads so many records ahead, and then gives up its lock until they are used up.
-constexpr std::size_t MostRecordsAhead = 128;
-constexpr std::size_t MostBytesAhead = 262144;
+constexpr std::size_t MostRecordsAhead = 512;
+constexpr std::size_t MostBytesAhead = 98304;
 /// A scan that looks at more fields than this reads whole records.
 constexpr std::size_t MostFieldsApart = 24;
 
@@ -49,8 +49,11 @@ void ReadAhead::Drop()
 
 void ReadAhead::Fetch(Position& position, std::size_t column)
 {
-    if (!allColumns && placeInRow[column] == NotRead)
-        Learn(column, position);
+    if (placeInRow[column] == NotRead) {
+        Bring(column);
+        DropFrom(at + 1, position);
+        isRow = false;
+    }
     sought = true;
 }
 
@@ -161,15 +164,6 @@ bool ReadAhead::FillFromList(Position& position)
     const std::vector<std::int64_t>& list = position.List();
     std::size_t used = position.Used();
     while (rows.empty() && used < list.size()) {
-        if (goal == 1) {
-            Run run(connection, statements.Read(columns, allColumns));
-            if (run.Bind(list[used]).Step()) {
-                rows.push_back({list[used], used});
-                cells.Take(run, 0, rowWidth);
-            }
-            ++used;
-            continue;
-        }
         const std::size_t end = std::min(list.size(), used + goal);
         const std::string rowids = fmt::format("[{}]", fmt::join(list.begin() + static_cast<std::ptrdiff_t>(used),
                                                                  list.begin() + static_cast<std::ptrdiff_t>(end), ","));
@@ -200,19 +194,24 @@ void ReadAhead::DropFrom(std::size_t row, Position& position)
     at = 0;
 }
 
-/// Has the scan bring the field along from the next record on.
+/// Has the scan bring the field along from the next record on; all of them, once so many were asked for one by one.
 void ReadAhead::Learn(std::size_t column, Position& position)
 {
-    if (columns.size() == MostFieldsApart) {
+    if (columns.size() >= MostFieldsApart) {
         allColumns = true;
         columns.clear();
         std::iota(placeInRow.begin(), placeInRow.end(), std::uint16_t{0});
     } else {
-        placeInRow[column] = static_cast<std::uint16_t>(columns.size());
-        columns.push_back(static_cast<std::uint16_t>(column));
+        Bring(column);
     }
     DropFrom(at + 1, position);
     isRow = false;
+}
+
+void ReadAhead::Bring(std::size_t column)
+{
+    placeInRow[column] = static_cast<std::uint16_t>(columns.size());
+    columns.push_back(static_cast<std::uint16_t>(column));
 }
 
 void ReadAhead::ReadWhole(Position& position)
@@ -276,14 +275,14 @@ void ReadAhead::FailOf(std::int64_t record, const StoreError& failure)
 /// Where the field of the current record is to be read.
 std::pair<const Cells*, std::size_t> ReadAhead::CellOf(std::size_t column, Position& position)
 {
+    if (isRow && placeInRow[column] != NotRead)
+        return {&cells, at * rowWidth + placeInRow[column]};
     if (scanned && placeInRow[column] == NotRead)
         Learn(column, position);
-    if (isWhole)
-        return {&whole, column};
-    position.RequireRecord();
-    if (isRow)
-        return {&cells, at * rowWidth + placeInRow[column]};
-    ReadWhole(position);
+    if (!isWhole) {
+        position.RequireRecord();
+        ReadWhole(position);
+    }
     return {&whole, column};
 }
 

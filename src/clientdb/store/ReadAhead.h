@@ -48,6 +48,7 @@ private:
     bool Fill(Position& position);
     bool FillFromList(Position& position);
     void DropFrom(std::size_t row, Position& position);
+    void Bring(std::size_t column);
     void Learn(std::size_t column, Position& position);
     void ReadWhole(Position& position);
     bool ReadSought(Position& position, std::string_view part1, std::optional<std::string_view> part2);

@@ -286,7 +286,14 @@ Recordset::~Recordset() = default;
 void Recordset::Fetch(std::initializer_list<std::string_view> names)
 {
     for (const std::string_view name : names)
-        state->ahead.Fetch(state->position, state->Column(name));
+        Prepare(name);
+}
+
+FieldPlace Recordset::Prepare(std::string_view name)
+{
+    const std::size_t column = state->Column(name);
+    state->ahead.Fetch(state->position, column);
+    return FieldPlace{column};
 }
 
 void Recordset::Index(std::string_view name)
@@ -343,10 +350,19 @@ void Recordset::MoveFirstOf(std::string_view employer)
 
 std::string_view Recordset::Field(std::string_view name) const
 {
-    const std::size_t column = state->Column(name);
-    if (const PendingEdit::Change* const change = state->edit.Find(column))
-        return change->text;
-    return state->edit.IsNewRecord() ? std::string_view() : state->ahead.Text(state->position, column);
+    return Field(FieldPlace{state->Column(name)});
+}
+
+std::string_view Recordset::Field(FieldPlace place) const
+{
+    const auto column = static_cast<std::size_t>(place);
+    if (state->edit.IsOpen()) {
+        if (const PendingEdit::Change* const change = state->edit.Find(column))
+            return change->text;
+        if (state->edit.IsNewRecord())
+            return {};
+    }
+    return state->ahead.Text(state->position, column);
 }
 
 bool Recordset::IsNull(std::string_view name) const

@@ -2,6 +2,7 @@
 
 #include "clientdb/store/StoreErrors.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
@@ -13,6 +14,9 @@ namespace quillmere {
 
 class Recordset;
 struct OperationNote;
+
+/// The place of a field among those of its table.
+enum class FieldPlace : std::size_t {};
 
 enum class OpenMode { ReadWrite, ReadOnly };
 
@@ -64,6 +68,8 @@ public:
     /// Has Seek and the moves read these fields and no others until one is asked for: who looks at few fields of a
     /// record does not depend on the rest of it.
     void Fetch(std::initializer_list<std::string_view> names);
+    /// As Fetch; gives the place by which the field is read of one record after the other without a look for its name.
+    FieldPlace Prepare(std::string_view name);
 
     /// Names the index, "IndKey" or "PrimaryKey", for Seek and for the order of MoveFirst and MoveNext, and puts the
     /// cursor before the first of all records. Without an index the order is that of adding; with one, that of the key
@@ -86,6 +92,7 @@ public:
     /// The field's text, empty for null. The view holds until the cursor moves or writes. Between Edit or AddNew and
     /// Update, what was set is read. Throws StoreError if there is no current record.
     std::string_view Field(std::string_view name) const;
+    std::string_view Field(FieldPlace place) const;
     bool IsNull(std::string_view name) const;
 
     /// Opens the current record for writing; a record that is gone is a StoreError.
