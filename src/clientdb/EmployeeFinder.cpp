@@ -3,9 +3,8 @@
 #include "clientdb/Employees.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdlib>
-#include <memory>
+#include <limits>
+#include <span>
 #include <utf8proc.h>
 
 namespace quillmere {
@@ -15,9 +14,9 @@ namespace {
 /// Stands before each word of an employee. No word holds it: it is a blank to the boxes.
 constexpr char WordStart = '\n';
 
-bool IsAscii(std::string_view text)
+constexpr bool IsAscii(char byte)
 {
-    return std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+    return static_cast<unsigned char>(byte) < 0x80;
 }
 
 constexpr char LowerCase(char letter)
@@ -30,24 +29,67 @@ constexpr bool IsBlank(char byte)
     return byte == ' ' || byte == '\t' || byte == '\r' || byte == WordStart;
 }
 
-std::string FoldedAscii(std::string_view text)
+/// What each byte of a text becomes among words.
+constexpr auto AmongWords = [] {
+    std::array<char, std::numeric_limits<unsigned char>::max() + 1> made{};
+    for (std::size_t i = 0; i < made.size(); ++i) {
+        const char byte = static_cast<char>(i);
+        made[i] = IsBlank(byte) ? WordStart : LowerCase(byte);
+    }
+    return made;
+}();
+
+/// Takes the first character off a text and puts it folded behind others. A byte that is no UTF-8 stays as it is.
+void TakeFolded(std::string_view& text, std::string& folded)
 {
-    std::string folded(text);
-    std::ranges::transform(folded, folded.begin(), LowerCase);
-    return folded;
+    constexpr auto options = static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPAT | UTF8PROC_DECOMPOSE |
+                                                            UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK);
+    constexpr std::size_t LongestDecomposition = 18;
+    utf8proc_int32_t character = 0;
+    const utf8proc_ssize_t bytes = utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                                                    static_cast<utf8proc_ssize_t>(text.size()), &character);
+    if (bytes < 1) {
+        folded += text.front();
+        text.remove_prefix(1);
+        return;
+    }
+    std::array<utf8proc_int32_t, LongestDecomposition> parts{};
+    const utf8proc_ssize_t count =
+        utf8proc_decompose_char(character, parts.data(), LongestDecomposition, options, nullptr);
+    for (utf8proc_ssize_t i = 0; i < count; ++i) {
+        std::array<utf8proc_uint8_t, 4> encoded{};
+        const utf8proc_ssize_t size = utf8proc_encode_char(parts.at(static_cast<std::size_t>(i)), encoded.data());
+        folded.append(encoded.begin(), encoded.begin() + size);
+    }
+    text.remove_prefix(static_cast<std::size_t>(bytes));
 }
 
-/// Calls `take` with each word of a text, in order.
-template<class Take>
-void EachWord(std::string_view text, Take take)
+/// Makes a text words. False if not all of it is ASCII.
+bool MakeWords(std::span<char> text)
 {
-    while (!text.empty()) {
-        const auto begin = std::ranges::find_if_not(text, IsBlank);
-        const auto end = std::find_if(begin, text.end(), IsBlank);
-        if (begin != end)
-            take(std::string_view(begin, end));
-        text = std::string_view(end, text.end());
+    unsigned char all = 0;
+    for (char& byte : text) {
+        const auto read = static_cast<unsigned char>(byte);
+        all |= read;
+        byte = AmongWords[read];
     }
+    return all < 0x80;
+}
+
+/// Puts the words of a text behind others, each behind a WordStart.
+void AddWords(std::string_view text, std::string& words)
+{
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    if (text.empty())
+        return;
+    words += WordStart;
+    const std::size_t begin = words.size();
+    words += text;
+    if (MakeWords(std::span(words).subspan(begin)))
+        return;
+    words.replace(begin, words.npos, Folded(text));
+    MakeWords(std::span(words).subspan(begin));
 }
 
 std::string WithoutBlanks(std::string_view text)
@@ -55,6 +97,21 @@ std::string WithoutBlanks(std::string_view text)
     std::string kept(text);
     std::erase(kept, ' ');
     return kept;
+}
+
+/// The words of a query, the first of them behind a WordStart.
+std::vector<std::string> WordsSought(std::string_view query)
+{
+    std::string words;
+    AddWords(query, words);
+    std::vector<std::string> sought;
+    for (std::size_t begin = 0; begin < words.size();) {
+        const std::size_t end = std::min(words.find(WordStart, begin + 1), words.size());
+        if (end > begin + 1)
+            sought.push_back(words.substr(begin + (sought.empty() ? 0 : 1), end - begin - (sought.empty() ? 0 : 1)));
+        begin = end;
+    }
+    return sought;
 }
 
 /// How well an employee fits; the lower the better.
@@ -77,17 +134,17 @@ Fit FitOf(std::string_view words, const std::vector<std::string>& sought)
 
 std::string Folded(std::string_view text)
 {
-    if (IsAscii(text))
-        return FoldedAscii(text);
-    utf8proc_uint8_t* mapped = nullptr;
-    constexpr auto options = static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPAT | UTF8PROC_DECOMPOSE |
-                                                            UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK);
-    const utf8proc_ssize_t length = utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
-                                                 static_cast<utf8proc_ssize_t>(text.size()), &mapped, options);
-    const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owner(mapped, &std::free);
-    if (length < 0)
-        return FoldedAscii(text);
-    return {reinterpret_cast<const char*>(mapped), static_cast<std::size_t>(length)};
+    std::string folded;
+    folded.reserve(text.size());
+    while (!text.empty()) {
+        if (!IsAscii(text.front())) {
+            TakeFolded(text, folded);
+            continue;
+        }
+        folded += LowerCase(text.front());
+        text.remove_prefix(1);
+    }
+    return folded;
 }
 
 LibraryInUse FoldingLibrary()
@@ -97,56 +154,76 @@ LibraryInUse FoldingLibrary()
 
 EmployeeFinder::EmployeeFinder(Database& database)
 {
+    const ReadBatch batch(database);
     Recordset records = database.OpenRecordset("P11D");
-    records.Fetch({"EmployerName", "EmployeeName", "WorkNumberBox", "NatIns", "FirstName", "Surname"});
+    const FieldPlace employer = records.Prepare("EmployerName");
+    const FieldPlace employee = records.Prepare("EmployeeName");
+    const FieldPlace worksNumber = records.Prepare("WorkNumberBox");
+    const FieldPlace nationalInsurance = records.Prepare("NatIns");
+    const FieldPlace firstName = records.Prepare("FirstName");
+    const FieldPlace surname = records.Prepare("Surname");
     for (records.MoveFirst(); !records.AtEnd(); records.MoveNext()) {
-        FoundEmployee employee{.employer = std::string(records.Field("EmployerName")),
-                               .employee = std::string(records.Field("EmployeeName")),
-                               .worksNumber = std::string(records.Field("WorkNumberBox")),
-                               .nationalInsurance = std::string(records.Field("NatIns"))};
+        const Shown shown{records.Field(employer), records.Field(employee), records.Field(worksNumber),
+                          records.Field(nationalInsurance)};
         // A record with no employer is on no list, and nobody could open it.
-        if (employee.employer.empty() || employee.employer == SampleEmployer)
-            continue;
-        Add(std::move(employee), records.Field("FirstName"), records.Field("Surname"));
+        if (!shown.front().empty() && shown.front() != SampleEmployer)
+            Add(shown, records.Field(firstName), records.Field(surname));
     }
-    starts.push_back(words.size());
 }
 
-void EmployeeFinder::Add(FoundEmployee employee, std::string_view firstName, std::string_view surname)
+void EmployeeFinder::Add(const Shown& shown, std::string_view firstName, std::string_view surname)
 {
-    starts.push_back(words.size());
-    const std::string number = WithoutBlanks(employee.nationalInsurance);
+    const auto& [employer, employee, worksNumber, nationalInsurance] = shown;
+    adding.clear();
+    AddWords(surname, adding);
+    AddWords(firstName, adding);
+    AddWords(worksNumber, adding);
+    AddWords(WithoutBlanks(nationalInsurance), adding);
+    AddWords(employer, adding);
     // The key comes last: after a renaming it may hold a name that the name's own boxes do not.
-    const auto texts = std::to_array<std::string_view>(
-        {surname, firstName, employee.worksNumber, number, employee.employer, employee.employee});
-    for (const std::string_view text : texts)
-        EachWord(Folded(text), [this](std::string_view word) { words.append(1, WordStart).append(word); });
-    entries.push_back(std::move(employee));
+    AddWords(employee, adding);
+    Entry& entry = entries.emplace_back();
+    entry.words = static_cast<std::uint32_t>(adding.size());
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        adding += shown[i];
+        entry.shown[i] = static_cast<std::uint32_t>(shown[i].size());
+    }
+    char* const texts = static_cast<char*>(room.allocate(adding.size(), 1));
+    std::ranges::copy(adding, texts);
+    entry.texts = texts;
+}
+
+FoundEmployee EmployeeFinder::Found(const Entry& entry)
+{
+    const char* begin = entry.texts + entry.words;
+    std::array<std::string, 4> texts;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        texts[i].assign(begin, entry.shown[i]);
+        begin += entry.shown[i];
+    }
+    auto& [employer, employee, worksNumber, nationalInsurance] = texts;
+    return {std::move(employer), std::move(employee), std::move(worksNumber), std::move(nationalInsurance)};
 }
 
 EmployeeFinder::Result EmployeeFinder::Find(std::string_view query, std::size_t most) const
 {
-    std::vector<std::string> sought;
-    EachWord(Folded(query), [&](std::string_view word) {
-        sought.push_back(sought.empty() ? WordStart + std::string(word) : std::string(word));
-    });
+    const std::vector<std::string> sought = WordsSought(query);
     Result result;
     if (sought.empty())
         return result;
-    std::array<std::vector<const FoundEmployee*>, static_cast<std::size_t>(Fit::None)> fitting;
-    const std::string_view all = words;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        const Fit fit = FitOf(all.substr(starts[i], starts[i + 1] - starts[i]), sought);
+    std::array<std::vector<const Entry*>, static_cast<std::size_t>(Fit::None)> fitting;
+    for (const Entry& entry : entries) {
+        const Fit fit = FitOf({entry.texts, entry.words}, sought);
         if (fit == Fit::None)
             continue;
         ++result.matches;
         if (auto& among = fitting[static_cast<std::size_t>(fit)]; among.size() < most)
-            among.push_back(&entries[i]);
+            among.push_back(&entry);
     }
     for (const auto& among : fitting)
-        for (const FoundEmployee* employee : among)
+        for (const Entry* entry : among)
             if (result.best.size() < most)
-                result.best.push_back(employee);
+                result.best.push_back(Found(*entry));
     return result;
 }
 

@@ -3,8 +3,11 @@
 #include "clientdb/store/Recordset.h"
 #include "frame/LibraryInUse.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,8 +36,8 @@ public:
     std::size_t Count() const { return entries.size(); }
 
     struct Result {
-        std::vector<const FoundEmployee*> best; ///< in the order in which they are offered
-        std::size_t matches = 0;                ///< of all, the ones not in `best` too
+        std::vector<FoundEmployee> best; ///< in the order in which they are offered
+        std::size_t matches = 0;         ///< of all, the ones not in `best` too
     };
     /// Everybody of whom each word of the query is a part: of first names, surname, employer, works number or National
     /// Insurance number (which may be typed with or without its blanks). First those whose surname begins with the
@@ -43,12 +46,20 @@ public:
     Result Find(std::string_view query, std::size_t most) const;
 
 private:
-    void Add(FoundEmployee employee, std::string_view firstName, std::string_view surname);
+    /// The texts of a FoundEmployee, in its order.
+    using Shown = std::array<std::string_view, 4>;
+    /// One employee's texts, one behind the other, and their lengths.
+    struct Entry {
+        const char* texts = nullptr;
+        std::uint32_t words = 0; ///< folded; each word, and first of them the surname, stands behind a WordStart
+        std::array<std::uint32_t, 4> shown{};
+    };
+    void Add(const Shown& shown, std::string_view firstName, std::string_view surname);
+    static FoundEmployee Found(const Entry& entry);
 
-    /// Where an employee's words begin in `words`; they end where the next one's begin.
-    std::vector<std::size_t> starts;
-    std::vector<FoundEmployee> entries;
-    std::string words; ///< of all, folded; each word, and first of them the surname, stands behind a line end
+    std::pmr::monotonic_buffer_resource room; ///< of the texts: it grows without moving what it has
+    std::deque<Entry> entries;
+    std::string adding; ///< the texts of the one who is being added
 };
 
 } // namespace quillmere

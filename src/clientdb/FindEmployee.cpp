@@ -58,13 +58,13 @@ bool FindEmployee::Load()
 
 void FindEmployee::Search()
 {
-    const EmployeeFinder::Result result = finder->Find(box("Sought").Text(), MostListed);
-    found = result.best;
+    EmployeeFinder::Result result = finder->Find(box("Sought").Text(), MostListed);
+    found = std::move(result.best);
     std::vector<std::string> lines;
     lines.reserve(found.size());
-    for (const FoundEmployee* employee : found)
-        lines.push_back(fmt::format("{}\t{}\t{}\t{}", employee->employee, employee->employer, employee->worksNumber,
-                                    employee->nationalInsurance));
+    for (const FoundEmployee& employee : found)
+        lines.push_back(fmt::format("{}\t{}\t{}\t{}", employee.employee, employee.employer, employee.worksNumber,
+                                    employee.nationalInsurance));
     Box& list = box("Found");
     list.SetEntries(std::move(lines));
     list.Select(found.empty() ? -1 : 0);
@@ -78,7 +78,7 @@ void FindEmployee::OpenChosen()
         Focus(box("Sought"));
         return;
     }
-    const FoundEmployee employee = *found.at(static_cast<std::size_t>(chosen));
+    const FoundEmployee employee = found.at(static_cast<std::size_t>(chosen));
     if (OpenEmployee(session, employee.employer, employee.employee))
         session.screens.Unload(Name());
 }

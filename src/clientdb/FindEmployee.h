@@ -20,7 +20,7 @@ private:
     void OpenChosen();
 
     std::unique_ptr<EmployeeFinder> finder;
-    std::vector<const FoundEmployee*> found; ///< in the order of the list
+    std::vector<FoundEmployee> found; ///< in the order of the list
 };
 
 } // namespace quillmere

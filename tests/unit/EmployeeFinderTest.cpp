@@ -32,8 +32,8 @@ protected:
         const EmployeeFinder finder(database);
         const EmployeeFinder::Result result = finder.Find(query, most);
         matches = result.matches;
-        for (const FoundEmployee* found : result.best)
-            names.push_back(found->employee);
+        for (const FoundEmployee& found : result.best)
+            names.push_back(found.employee);
         return names;
     }
 
