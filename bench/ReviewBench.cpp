@@ -149,10 +149,11 @@ void OverviewOfAll(benchmark::State& state)
     for (auto _ : state) {
         Database database = Database::OpenDatabase(Clients());
         review::OverviewSums sums;
-        review::EmployerReview review("Thousand", desk.paper,
-                                      [&sums](std::string_view, const review::FieldReader& read, std::size_t found) {
-                                          sums += review::SumsOf(read, found);
-                                      });
+        review::EmployerReview review(
+            "Thousand", desk.paper,
+            [&sums](std::string_view, const review::FormFacts& form, const std::vector<review::Finding>& found) {
+                sums += review::SumsOf(form, found.size());
+            });
         while (review.GoOn(database, 1000)) {
         }
         Require(sums.employees == 1000 && !sums.benefits.IsZero(), "not everybody");

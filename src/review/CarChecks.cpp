@@ -1,6 +1,5 @@
 #include "edition/CarRates.h"
 #include "frame/Dates.h"
-#include "frame/ScheduleLines.h"
 #include "frame/Tick.h"
 #include "review/CheckParts.h"
 
@@ -14,49 +13,38 @@ namespace quillmere::review {
 
 namespace {
 
-constexpr int CarsOnThePage = 2;
-constexpr int PeriodsOfACar = 4;
+constexpr Day YearStart = edition::TaxYearStartDay;
+constexpr Day YearEnd = edition::TaxYearEndDay;
 
-/// One of the six cars, wherever its record is.
-class Car {
-public:
-    Car(const FieldReader& read, int number) : read(read), number(number) {}
+std::optional<Day> DayOf(std::string_view text)
+{
+    return ReadDate(Trimmed(text));
+}
 
-    std::string Text(std::string_view stem) const
-    {
-        return Trim(read(OnPage() ? FormTable : "ExtraCars", Numbered(stem, number)));
-    }
-    bool Filled(std::string_view stem) const { return !Text(stem).empty(); }
-    Amount Money(std::string_view stem) const { return ReadAmount(Text(stem)); }
-    std::optional<Day> DayOf(std::string_view stem) const { return ReadDate(Text(stem)); }
-    /// True if somebody has begun to enter the car.
-    bool Entered() const
-    {
-        return Filled("FMakeModel") || Filled("FRegDate") || Filled("FListPrice") || Filled("FCashEqu");
-    }
-    Day From() const { return DayOf("FDateFrom").value_or(YearStart()); }
-    Day To() const { return DayOf("FDateTo").value_or(YearEnd()); }
+Day From(const CarFacts& car)
+{
+    return DayOf(car.from).value_or(YearStart);
+}
 
-    Spot At(std::string_view box) const { return SpotOfCar(number, box); }
+Day To(const CarFacts& car)
+{
+    return DayOf(car.to).value_or(YearEnd);
+}
 
-    static Day YearStart() { return edition::TaxYearStartDay; }
-    static Day YearEnd() { return edition::TaxYearEndDay; }
-
-private:
-    bool OnPage() const { return number <= CarsOnThePage; }
-
-    const FieldReader& read;
-    int number;
-};
+/// True if somebody has begun to enter the car.
+bool Entered(const CarFacts& car)
+{
+    return Filled(car.makeModel) || Filled(car.registered) || Filled(car.listPrice) || Filled(car.cash);
+}
 
 /// A spot for every car that has been entered and of which `trips` says so, at its box `box`.
 template<class Trips>
-Spots OfCars(const FieldReader& read, std::string_view box, Trips trips)
+Spots OfCars(const FormFacts& form, std::string_view box, Trips trips)
 {
     Spots spots;
-    for (int number = 1; number <= Cars; ++number)
-        if (const Car car(read, number); car.Entered() && trips(car))
-            spots.push_back(car.At(box));
+    for (const CarFacts& car : form.cars)
+        if (Entered(car) && trips(car))
+            spots.push_back(SpotOfCar(car.number, box));
     return spots;
 }
 
@@ -71,44 +59,42 @@ Spot SpotOfCar(int car, std::string_view box)
             .detail = Numbered("Car ", car)};
 }
 
-Spots NoListPrice(const FieldReader& read)
+Spots NoListPrice(const FormFacts& form)
 {
-    return OfCars(read, "FListPrice", [](const Car& car) { return !car.Filled("FListPrice"); });
+    return OfCars(form, "FListPrice", [](const CarFacts& car) { return !Filled(car.listPrice); });
 }
 
-Spots CarNotWorkedOut(const FieldReader& read)
+Spots CarNotWorkedOut(const FormFacts& form)
 {
-    return OfCars(read, "FCashEqu", [](const Car& car) { return !car.Filled("FCashEqu"); });
+    return OfCars(form, "FCashEqu", [](const CarFacts& car) { return !Filled(car.cash); });
 }
 
-Spots NoCO2Figure(const FieldReader& read)
+Spots NoCO2Figure(const FormFacts& form)
 {
-    return OfCars(read, "FC02", [](const Car& car) {
-        const auto registered = car.DayOf("FRegDate");
-        return registered && *registered >= edition::CO2RegimeStart && !car.Filled("FC02") &&
-               !IsSet(car.Text("FNoC02"));
+    return OfCars(form, "FC02", [](const CarFacts& car) {
+        const auto registered = DayOf(car.registered);
+        return registered && *registered >= edition::CO2RegimeStart && !Filled(car.co2) && !IsSet(car.withoutCO2);
     });
 }
 
-Spots WholeYear(const FieldReader& read)
+Spots WholeYear(const FormFacts& form)
 {
-    return OfCars(read, "FDateFrom", [](const Car& car) {
-        return car.DayOf("FDateFrom") == Car::YearStart() && car.DayOf("FDateTo") == Car::YearEnd();
+    return OfCars(form, "FDateFrom",
+                  [](const CarFacts& car) { return DayOf(car.from) == YearStart && DayOf(car.to) == YearEnd; });
+}
+
+Spots OutsideTheYear(const FormFacts& form)
+{
+    return OfCars(form, "FDateFrom", [](const CarFacts& car) {
+        return From(car) < YearStart || To(car) > YearEnd || From(car) > To(car);
     });
 }
 
-Spots OutsideTheYear(const FieldReader& read)
+Spots RegisteredLater(const FormFacts& form)
 {
-    return OfCars(read, "FDateFrom", [](const Car& car) {
-        return car.From() < Car::YearStart() || car.To() > Car::YearEnd() || car.From() > car.To();
-    });
-}
-
-Spots RegisteredLater(const FieldReader& read)
-{
-    return OfCars(read, "FRegDate", [](const Car& car) {
-        const auto registered = car.DayOf("FRegDate");
-        return registered && car.Filled("FDateFrom") && *registered > car.From();
+    return OfCars(form, "FRegDate", [](const CarFacts& car) {
+        const auto registered = DayOf(car.registered);
+        return registered && Filled(car.from) && *registered > From(car);
     });
 }
 
@@ -118,12 +104,12 @@ struct Period {
     Day first, last;
 };
 
-std::vector<Period> PeriodsOf(const Car& car)
+std::vector<Period> PeriodsOf(const CarFacts& car)
 {
     std::vector<Period> periods;
-    for (int row = 1; row <= PeriodsOfACar; ++row) {
-        const auto first = car.DayOf(Numbered("FUnavailableFirst", row));
-        const auto last = car.DayOf(Numbered("FUnavailableLast", row));
+    for (std::size_t i = 0; i < car.unavailableFirst.size(); ++i) {
+        const auto first = DayOf(car.unavailableFirst[i]);
+        const auto last = DayOf(car.unavailableLast[i]);
         if (first && last)
             periods.push_back({*first, *last});
     }
@@ -132,12 +118,12 @@ std::vector<Period> PeriodsOf(const Car& car)
 
 } // namespace
 
-Spots PeriodsOverlap(const FieldReader& read)
+Spots PeriodsOverlap(const FormFacts& form)
 {
-    Spots spots = OfCars(read, "txtUnavailableFirst", [](const Car& car) {
+    Spots spots = OfCars(form, "txtUnavailableFirst", [](const CarFacts& car) {
         const std::vector<Period> periods = PeriodsOf(car);
         for (std::size_t i = 0; i < periods.size(); ++i) {
-            if (periods[i].first < car.From() || periods[i].last > car.To())
+            if (periods[i].first < From(car) || periods[i].last > To(car))
                 return true;
             for (std::size_t j = 0; j < i; ++j)
                 if (periods[i].first <= periods[j].last && periods[j].first <= periods[i].last)
@@ -150,58 +136,59 @@ Spots PeriodsOverlap(const FieldReader& read)
     return spots;
 }
 
-Spots FuelNotCompleted(const FieldReader& read)
+Spots FuelNotCompleted(const FormFacts& form)
 {
-    return OfCars(read, "FFuelEqu",
-                  [](const Car& car) { return IsSet(car.Text("FFuelTick")) && !car.Filled("FFuelEqu"); });
+    return OfCars(form, "FFuelEqu", [](const CarFacts& car) { return IsSet(car.fuelTick) && !Filled(car.fuel); });
 }
 
-Spots FuelNotTicked(const FieldReader& read)
+Spots FuelNotTicked(const FormFacts& form)
 {
-    return OfCars(read, "FuelTick",
-                  [](const Car& car) { return !IsSet(car.Text("FFuelTick")) && !car.Money("FFuelEqu").IsZero(); });
+    return OfCars(form, "FuelTick",
+                  [](const CarFacts& car) { return !IsSet(car.fuelTick) && !ReadAmount(car.fuel).IsZero(); });
 }
 
-Spots WithdrawnOutside(const FieldReader& read)
+Spots WithdrawnOutside(const FormFacts& form)
 {
-    return OfCars(read, "FDateWithdrawn", [](const Car& car) {
-        const auto withdrawn = car.DayOf("FDateWithdrawn");
-        return withdrawn && (*withdrawn < car.From() || *withdrawn > car.To());
+    return OfCars(form, "FDateWithdrawn", [](const CarFacts& car) {
+        const auto withdrawn = DayOf(car.withdrawn);
+        return withdrawn && (*withdrawn < From(car) || *withdrawn > To(car));
     });
 }
 
 namespace {
 
-/// The totals of section F, and the cars' field that each adds up.
+/// The totals of section F, and the cars' figure that each adds up.
 struct CarTotalRow {
-    std::string_view total, ofCar;
+    std::string_view box;
+    std::string_view FormFacts::*total;
+    std::string_view CarFacts::*ofCar;
 };
 constexpr auto CarTotals = std::to_array<CarTotalRow>({
-    {"FTotalCashCars", "FCashEqu"},
-    {"FTotalCashFuel", "FFuelEqu"},
+    {"FTotalCashCars", &FormFacts::totalOfCars, &CarFacts::cash},
+    {"FTotalCashFuel", &FormFacts::totalOfFuel, &CarFacts::fuel},
 });
 
 } // namespace
 
-Spots CarTotalDiffers(const FieldReader& read)
+Spots CarTotalDiffers(const FormFacts& form)
 {
     Spots spots;
     for (const CarTotalRow& row : CarTotals) {
         Amount sum;
-        for (int number = 1; number <= Cars; ++number)
-            sum += Car(read, number).Money(row.ofCar);
-        if (const Amount shown = AmountOnForm(read, row.total); shown != sum)
+        for (const CarFacts& car : form.cars)
+            sum += ReadAmount(car.*row.ofCar);
+        if (const Amount shown = ReadAmount(form.*row.total); shown != sum)
             spots.push_back({.section = "F",
                              .screen = Page1,
-                             .box = std::string(row.total),
+                             .box = std::string(row.box),
                              .detail = fmt::format("{} on the form, {} over the cars", Money(shown), Money(sum))});
     }
     return spots;
 }
 
-Spots FuelWithoutCar(const FieldReader& read)
+Spots FuelWithoutCar(const FormFacts& form)
 {
-    const bool trips = !AmountOnForm(read, "FTotalCashFuel").IsZero() && AmountOnForm(read, "FTotalCashCars").IsZero();
+    const bool trips = !ReadAmount(form.totalOfFuel).IsZero() && ReadAmount(form.totalOfCars).IsZero();
     return trips ? Spots{{.section = "F", .screen = Page1, .box = "FTotalCashCars"}} : Spots{};
 }
 

@@ -7,9 +7,9 @@ namespace quillmere::review {
 namespace {
 
 template<class Looked>
-std::vector<Finding> Run(std::span<const CheckRow<Looked>> checks, std::string_view employee, const Looked& looked)
+void Run(std::span<const CheckRow<Looked>> checks, std::string_view employee, const Looked& looked,
+         std::vector<Finding>& findings)
 {
-    std::vector<Finding> findings;
     for (const CheckRow<Looked>& check : checks)
         for (Spot& spot : check.find(looked))
             findings.push_back({.code = check.code,
@@ -18,24 +18,23 @@ std::vector<Finding> Run(std::span<const CheckRow<Looked>> checks, std::string_v
                                 .source = check.source,
                                 .employee = std::string(employee),
                                 .spot = std::move(spot)});
-    return findings;
 }
 
 } // namespace
 
-std::vector<Finding> CheckEmployee(std::string_view employee, const FieldReader& read)
+void CheckEmployee(std::string_view employee, const FormFacts& form, std::vector<Finding>& findings)
 {
-    return Run(EmployeeChecks(), employee, read);
+    Run(EmployeeChecks(), employee, form, findings);
 }
 
-std::vector<Finding> CheckPaper(std::string_view employee, const PaperFacts& facts)
+void CheckPaper(std::string_view employee, const PaperFacts& facts, std::vector<Finding>& findings)
 {
-    return Run(PaperChecks(), employee, facts);
+    Run(PaperChecks(), employee, facts, findings);
 }
 
-std::vector<Finding> CheckEmployer(const EmployerFacts& facts)
+void CheckEmployer(const EmployerFacts& facts, std::vector<Finding>& findings)
 {
-    return Run(EmployerChecks(), {}, facts);
+    Run(EmployerChecks(), {}, facts, findings);
 }
 
 } // namespace quillmere::review

@@ -2,9 +2,8 @@
 
 #include "declaration/Declaration.h"
 #include "frame/Box.h"
-#include "printing/forms/FormTables.h"
+#include "review/FormFacts.h"
 
-#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -21,7 +20,7 @@ enum class Severity {
 
 /// Where a check has found something: a box of a screen, and what is special about it.
 struct Spot {
-    std::string section;      ///< letter of the form, empty outside the sections
+    std::string_view section; ///< letter of the form, empty outside the sections
     std::string_view screen;  ///< the screen that holds the box
     std::string box;          ///< given name of the box to go to
     int index = Box::NoIndex; ///< of a control array
@@ -30,9 +29,6 @@ struct Spot {
     friend bool operator==(const Spot&, const Spot&) = default;
 };
 using Spots = std::vector<Spot>;
-
-/// The text of a field of an employee's record in a table; empty where the record or the text is missing.
-using FieldReader = std::function<std::string_view(std::string_view table, std::string_view field)>;
 
 /// One thing that is looked for.
 template<class Looked>
@@ -59,10 +55,15 @@ struct EmployerFacts {
     std::string storedBoxA;        ///< as the declaration's screen has stored it
 };
 
-/// What the checks of the printed form see: its texts of which the paper holds the beginning only.
+/// A text of which its box on paper holds the beginning only.
+struct CutText {
+    std::string field;
+    std::string prints; ///< what of it prints
+};
+/// What the checks of the printed form see.
 using PaperFacts = std::vector<CutText>;
 
-using EmployeeCheck = CheckRow<FieldReader>;
+using EmployeeCheck = CheckRow<FormFacts>;
 using PaperCheck = CheckRow<PaperFacts>;
 using EmployerCheck = CheckRow<EmployerFacts>;
 
@@ -84,14 +85,16 @@ struct Finding {
     friend bool operator==(const Finding&, const Finding&) = default;
 };
 
-/// All findings on one employee's form, in the order of the checks.
-std::vector<Finding> CheckEmployee(std::string_view employee, const FieldReader& read);
+// Each lists what it finds behind what is listed, in the order of the checks.
+
+/// All findings on one employee's form.
+void CheckEmployee(std::string_view employee, const FormFacts& form, std::vector<Finding>& findings);
 /// All findings on how an employee's form prints.
-std::vector<Finding> CheckPaper(std::string_view employee, const PaperFacts& facts);
+void CheckPaper(std::string_view employee, const PaperFacts& facts, std::vector<Finding>& findings);
 /// All findings that an employer's forms and declaration show together.
-std::vector<Finding> CheckEmployer(const EmployerFacts& facts);
+void CheckEmployer(const EmployerFacts& facts, std::vector<Finding>& findings);
 
 /// What an employer's checks need of one employee's form.
-EmployerFacts::Employee FactsOf(std::string_view employee, const FieldReader& read);
+EmployerFacts::Employee FactsOf(std::string_view employee, const FormFacts& form);
 
 } // namespace quillmere::review

@@ -123,19 +123,20 @@ std::span<const EmployerCheck> EmployerChecks()
     return ChecksOfEmployer;
 }
 
-EmployerFacts::Employee FactsOf(std::string_view employee, const FieldReader& read)
+EmployerFacts::Employee FactsOf(std::string_view employee, const FormFacts& form)
 {
-    constexpr auto others =
-        std::to_array<std::string_view>({"DCashEqu", "ETaxAmount", "FTotalCashCars", "FTotalCashFuel", "GVan",
-                                         "GVanFuel", "HLoanCashEqu1", "HLoanCashEqu2", "JRelocationExp", "NTaxPaid"});
-    const auto stands = [&](std::string_view field) { return !AmountOnForm(read, field).IsZero(); };
+    const auto stands = [](std::string_view text) { return !ReadAmount(text).IsZero(); };
+    const auto others = std::to_array<std::string_view>({form.accommodation, form.mileageTax, form.totalOfCars,
+                                                         form.totalOfFuel, form.van, form.vanFuel, form.loans[0].cash,
+                                                         form.loans[1].cash, form.relocation, form.taxPaid});
     return {.name = std::string(employee),
-            .payeReference = OnForm(read, "PAYEBox"),
-            .nationalInsurance = OnForm(read, "NatIns"),
-            .director = IsSet(OnForm(read, "DirectorTick")),
+            .payeReference = Trim(form.payeReference),
+            .nationalInsurance = Trim(form.nationalInsurance),
+            .director = IsSet(form.directorTick),
             .anyBenefit = std::ranges::any_of(others, stands) ||
-                          std::ranges::any_of(SectionRows(),
-                                              [&](const auto& row) { return stands(row.cost) || stands(row.cash); })};
+                          std::ranges::any_of(form.sections, [&](const SectionFacts& facts) {
+                              return stands(facts.cost) || stands(facts.cash);
+                          })};
 }
 
 } // namespace quillmere::review

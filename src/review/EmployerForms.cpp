@@ -1,74 +1,48 @@
 #include "review/EmployerForms.h"
 
-#include "screens/ScheduleNotepad.h"
-
-#include <algorithm>
 #include <iterator>
 
 namespace quillmere::review {
 
-EmployerForms::EmployerForms(Database& database, std::string_view employer, std::string_view after)
-    : employer(employer), employee(after)
+EmployerForms::EmployerForms(Database& database, std::string_view employer)
 {
-    tables.push_back({"P11D", database.OpenRecordset("P11D")});
-    tables.push_back({"ExtraCars", database.OpenRecordset("ExtraCars")});
-    for (const NotepadMember& notepad : Notepads())
-        tables.push_back({notepad.name, database.OpenRecordset(notepad.name)});
-    for (Table& table : tables)
-        Start(table, after);
-}
-
-/// Stands on the record of `after`, or on the first of the employer where there is none such.
-void EmployerForms::Start(Table& table, std::string_view after) const
-{
-    Recordset& records = table.records;
-    records.Index("IndKey");
-    if (!after.empty()) {
-        records.Seek(employer, after);
-        if (!records.NoMatch())
-            return;
+    for (const FactsRecord& record : RecordsOf(facts)) {
+        Recordset records = database.OpenRecordset(record.table);
+        records.Index("IndKey");
+        const FieldPlace key = records.Prepare("EmployeeName");
+        Table& table = tables.emplace_back(Table{.records = std::move(records), .key = key});
+        for (const FactsRecord::Field& field : record.fields)
+            table.facts.emplace_back(table.records.Prepare(field.name), field.text);
+        table.records.MoveFirstOf(employer);
     }
-    records.MoveFirstOf(employer);
-}
-
-bool EmployerForms::HasRecord(const Table& table) const
-{
-    return !table.records.AtEnd() && table.records.Field("EmployerName") == employer;
 }
 
 bool EmployerForms::Next()
 {
     Table& forms = tables.front();
     // Behind the one who was looked at last; his record may have gone meanwhile.
-    while (HasRecord(forms) && (begun || !employee.empty()) && forms.records.Field("EmployeeName") <= employee)
+    while (!forms.records.AtEnd() && begun && KeyOf(forms) <= employee)
         forms.records.MoveNext();
     begun = true;
-    forms.isOfEmployee = HasRecord(forms);
-    if (!forms.isOfEmployee)
+    Read(forms, !forms.records.AtEnd());
+    if (!forms.isRead)
         return false;
-    employee = forms.records.Field("EmployeeName");
-    for (auto table = std::next(tables.begin()); table != tables.end(); ++table)
-        Follow(*table);
+    employee = KeyOf(forms);
+    for (auto table = std::next(tables.begin()); table != tables.end(); ++table) {
+        while (!table->records.AtEnd() && KeyOf(*table) < employee)
+            table->records.MoveNext();
+        Read(*table, !table->records.AtEnd() && KeyOf(*table) == employee);
+    }
     return true;
 }
 
-/// Moves on to the employee's record; before the next one's if he has none.
-void EmployerForms::Follow(Table& table) const
+/// Reads the facts of the record that the table stands on; empties them where that is not the employee's.
+void EmployerForms::Read(Table& table, bool isOfEmployee)
 {
-    while (HasRecord(table) && table.records.Field("EmployeeName") < employee)
-        table.records.MoveNext();
-    table.isOfEmployee = HasRecord(table) && table.records.Field("EmployeeName") == employee;
-}
-
-std::string_view EmployerForms::Field(std::string_view table, std::string_view field) const
-{
-    if (tables[asked].name != table) {
-        const auto found = std::ranges::find(tables, table, &Table::name);
-        if (found == tables.end())
-            return {};
-        asked = static_cast<std::size_t>(found - tables.begin());
-    }
-    return tables[asked].isOfEmployee ? tables[asked].records.Field(field) : std::string_view();
+    if (isOfEmployee || table.isRead)
+        for (const auto& [place, text] : table.facts)
+            *text = isOfEmployee ? table.records.Field(place) : std::string_view();
+    table.isRead = isOfEmployee;
 }
 
 } // namespace quillmere::review

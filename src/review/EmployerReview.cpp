@@ -1,28 +1,16 @@
 #include "review/EmployerReview.h"
 
-#include "declaration/Class1A.h"
-
-#include <algorithm>
 #include <fmt/format.h>
-#include <iterator>
 #include <limits>
-#include <map>
-#include <optional>
 
 namespace quillmere::review {
 
 namespace {
 
-FieldReader ReaderOf(const EmployerForms& forms)
+void CheckForm(std::string_view employee, const FormFacts& form, const Paper& paper, std::vector<Finding>& findings)
 {
-    return [&forms](std::string_view table, std::string_view field) { return forms.Field(table, field); };
-}
-
-std::vector<Finding> CheckForm(std::string_view employee, const FieldReader& read, const Paper& paper)
-{
-    std::vector<Finding> findings = CheckEmployee(employee, read);
-    std::ranges::move(CheckPaper(employee, paper.Cut(read)), std::back_inserter(findings));
-    return findings;
+    CheckEmployee(employee, form, findings);
+    CheckPaper(employee, paper.Cut(form), findings);
 }
 
 } // namespace
@@ -33,9 +21,9 @@ bool EmployerReview::GoOnBetweenKeys(const std::filesystem::path& path)
     const Clock::time_point until = Clock::now() + Piece;
     if (done)
         return false;
-    if (held == nullptr)
-        held = std::make_unique<Held>(path, employer);
-    const bool more = Look(held->database, held->forms, std::numeric_limits<int>::max(), until);
+    if (!held)
+        held.emplace(Database::OpenDatabase(path));
+    const bool more = Look(*held, std::numeric_limits<int>::max(), until);
     if (!more)
         held.reset();
     return more;
@@ -43,28 +31,30 @@ bool EmployerReview::GoOnBetweenKeys(const std::filesystem::path& path)
 
 bool EmployerReview::GoOn(Database& database, int most)
 {
-    if (done)
-        return false;
-    EmployerForms forms(database, employer, last);
-    return Look(database, forms, most, Clock::time_point::max());
+    return !done && Look(database, most, Clock::time_point::max());
 }
 
 /// Looks at more employees: at up to `most`, and at none but the first once that time has come.
-bool EmployerReview::Look(Database& database, EmployerForms& forms, int most, Clock::time_point until)
+bool EmployerReview::Look(Database& database, int most, Clock::time_point until)
 {
-    const FieldReader read = ReaderOf(forms);
+    if (!forms)
+        forms.emplace(database, employer);
+    const FormFacts& form = forms->Facts();
     do {
-        if (!forms.Next()) {
+        if (!forms->Next()) {
+            forms.reset();
             LookAtAll(database);
             return false;
         }
-        last = forms.Employee();
-        facts.employees.push_back(FactsOf(last, read));
-        benefits += Class1ABenefitsOf([&read](std::string_view field) { return read("P11D", field); });
-        std::vector<Finding> found = CheckForm(last, read, paper);
-        if (heard)
-            heard(last, read, found.size());
-        std::ranges::move(found, std::back_inserter(findings));
+        const std::string& employee = forms->Employee();
+        facts.employees.push_back(FactsOf(employee, form));
+        benefits += Class1ABenefits(form.liable);
+        CheckForm(employee, form, paper, findings);
+        if (heard) {
+            heard(employee, form, findings);
+            heardOf += findings.size();
+            findings.clear();
+        }
     } while (--most > 0 && Clock::now() < until);
     return true;
 }
@@ -76,26 +66,25 @@ void EmployerReview::LookAtAll(Database& database)
     Recordset declarations = database.OpenRecordset("P11DB");
     declarations.MoveFirstOf(employer);
     facts.storedBoxA = declarations.AtEnd() ? std::string() : std::string(declarations.Field("Section1ABox"));
-    std::ranges::move(CheckEmployer(facts), std::back_inserter(findings));
+    CheckEmployer(facts, findings);
 }
 
 std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee,
                                      const Paper& paper)
 {
-    std::map<std::string, std::optional<Recordset>, std::less<>> tables; // opened when first asked for
-    const FieldReader read = [&](std::string_view table, std::string_view field) {
-        auto found = tables.find(table);
-        if (found == tables.end()) {
-            std::optional<Recordset> records = database.OpenRecordset(table);
-            records->Index("IndKey");
-            records->Seek(employer, employee);
-            if (records->NoMatch())
-                records.reset();
-            found = tables.emplace(table, std::move(records)).first;
-        }
-        return found->second ? found->second->Field(field) : std::string_view();
-    };
-    return CheckForm(employee, read, paper);
+    FormFacts form;
+    std::vector<Recordset> held; // what the facts are views of
+    for (const FactsRecord& record : RecordsOf(form)) {
+        Recordset& records = held.emplace_back(database.OpenRecordset(record.table));
+        records.Index("IndKey");
+        records.Seek(employer, employee);
+        if (!records.NoMatch())
+            for (const FactsRecord::Field& field : record.fields)
+                *field.text = records.Field(field.name);
+    }
+    std::vector<Finding> findings;
+    CheckForm(employee, form, paper, findings);
+    return findings;
 }
 
 std::vector<Finding> CheckAllOf(Database& database, std::string_view employer, const Paper& paper)
@@ -103,7 +92,7 @@ std::vector<Finding> CheckAllOf(Database& database, std::string_view employer, c
     EmployerReview review(std::string(employer), paper);
     while (review.GoOn(database, std::numeric_limits<int>::max())) {
     }
-    return review.Findings();
+    return std::move(review).Findings();
 }
 
 std::string ThingsToLookAt(const Session& session, const std::string& employer, const std::string& employee)

@@ -9,7 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
-#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -21,8 +21,9 @@ namespace quillmere::review {
 /// that keys and other desks do not wait.
 class EmployerReview {
 public:
-    /// Hears of each employee, whose records `read` reads, with the number of findings on his form.
-    using Heard = std::function<void(std::string_view employee, const FieldReader& read, std::size_t found)>;
+    /// Hears of each employee, with the findings on his form. They are not kept then.
+    using Heard =
+        std::function<void(std::string_view employee, const FormFacts& form, const std::vector<Finding>& found)>;
 
     /// `paper` outlives it.
     EmployerReview(std::string employer, const Paper& paper, Heard heard = {})
@@ -30,39 +31,35 @@ public:
     {
     }
 
-    /// Looks at up to `most` more employees. False once there is nothing more to look at. Throws StoreError.
+    /// Looks at up to `most` more employees, with the same database each time. False once there is nothing more to look
+    /// at. Throws StoreError.
     bool GoOn(Database& database, int most);
     /// The same for as long as a key may be kept waiting; from the first of such pieces to the last the database stays
     /// open, and free for everybody between them.
     bool GoOnBetweenKeys(const std::filesystem::path& path);
 
-    const std::vector<Finding>& Findings() const { return findings; }
+    /// How many findings there are so far, kept or not.
+    std::size_t Found() const { return heardOf + findings.size(); }
+    const std::vector<Finding>& Findings() const& { return findings; }
+    std::vector<Finding> Findings() && { return std::move(findings); }
     std::size_t EmployeesSeen() const { return facts.employees.size(); }
     /// The employer's declaration, once there is nothing more to look at.
     const DeclarationTotals& Declaration() const { return facts.declaration; }
 
 private:
     using Clock = std::chrono::steady_clock;
-    /// The database and its cursors, for a look in pieces.
-    struct Held {
-        Held(const std::filesystem::path& path, std::string_view employer)
-            : database(Database::OpenDatabase(path)), forms(database, employer)
-        {
-        }
-        Database database;
-        EmployerForms forms;
-    };
-    bool Look(Database& database, EmployerForms& forms, int most, Clock::time_point until);
+    bool Look(Database& database, int most, Clock::time_point until);
     void LookAtAll(Database& database);
 
     std::string employer;
     const Paper& paper;
     Heard heard;
-    std::string last; ///< the employee who was looked at last
-    Amount benefits;  ///< liable to Class 1A, of all employees so far
+    Amount benefits; ///< liable to Class 1A, of all employees so far
     EmployerFacts facts;
     std::vector<Finding> findings;
-    std::unique_ptr<Held> held;
+    std::size_t heardOf = 0;      ///< findings that were not kept
+    std::optional<Database> held; ///< for a look in pieces
+    std::optional<EmployerForms> forms;
     bool done = false;
 };
 

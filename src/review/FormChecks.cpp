@@ -1,138 +1,111 @@
 #include "edition/Edition.h"
 #include "edition/LoanRates.h"
 #include "frame/Dates.h"
-#include "frame/ScheduleLines.h"
-#include "frame/Tick.h"
 #include "review/CheckParts.h"
-#include "screens/ScheduleNotepad.h"
 
 #include <algorithm>
 #include <array>
 #include <fmt/format.h>
+#include <optional>
 
 namespace quillmere::review {
 
 namespace {
 
-constexpr auto Sections = std::to_array<SectionRow>({
-    {"A", Page1, "ADescriptionAsset", "ACostMarketBox", "AAmountGood", "ACashEqu"},
-    {"B", Page1, "BDescriptionPayment", "B2", {}, {}},
-    {"C", Page1, {}, "CGrossAmount", "CAmountGood", "CCashEqu"},
-    {"I", Page2, {}, "IMedCost", "IAmountGood", "ICashEqu"},
-    {"K", Page2, {}, "KCostYou", "KAmountGood", "KCashEqu"},
-    {"L", Page2, "LDescriptAsset", "LAnnualValue", "LAmountGood", "LCashEqu"},
-    {"N", Page2, "NDescriptItems1", "NCostYou1", "NAmountGood1", "NCashEqu1"},
-    {"N", Page2, "NDescriptItems2", "NCostYou2", "NAmountGood2", "NCashEqu2"},
-    {"O", Page2, {}, "OCostYou1", "OAmountGood1", "OCashEqu1"},
-    {"O", Page2, {}, "OCostYou2", "OAmountGood2", "OCashEqu2"},
-    {"O", Page2, {}, "OCostYou3", "OAmountGood3", "OCashEqu3"},
-    {"O", Page2, {}, "OCostYou4", "OAmountGood4", "OCashEqu4"},
-    {"O", Page2, {}, "OCostYou5", "OAmountGood5", "OCashEqu5"},
-    {"O", Page2, "ODescExpenses", "OCostYou6", "OAmountGood6", "OCashEqu6"},
-});
-
 /// A spot for every line of the form that `trips` says so of, at the box that `at` names.
 template<class Trips>
-Spots OfSections(std::string_view SectionRow::*at, Trips trips)
+Spots OfSections(const FormFacts& form, std::string_view SectionRow::*at, Trips trips)
 {
     Spots spots;
-    for (const SectionRow& row : Sections)
-        if (trips(row))
-            spots.push_back({.section = std::string(row.section), .screen = row.screen, .box = std::string(row.*at)});
+    for (const SectionFacts& facts : form.sections)
+        if (trips(facts))
+            spots.push_back(
+                {.section = facts.row->section, .screen = facts.row->screen, .box = std::string(facts.row->*at)});
     return spots;
 }
 
-bool HasAmount(const FieldReader& read, const SectionRow& row)
+bool HasAmount(const SectionFacts& facts)
 {
-    return Filled(read, row.cost) || Filled(read, row.cash);
+    return Filled(facts.cost) || Filled(facts.cash);
 }
 
-Spots NoDescription(const FieldReader& read)
+Spots NoDescription(const FormFacts& form)
 {
-    return OfSections(&SectionRow::description, [&](const SectionRow& row) {
-        return !row.description.empty() && !Filled(read, row.description) && HasAmount(read, row);
+    return OfSections(form, &SectionRow::description, [](const SectionFacts& facts) {
+        return !facts.row->description.empty() && !Filled(facts.description) && HasAmount(facts);
     });
 }
 
-Spots NoAmount(const FieldReader& read)
+Spots NoAmount(const FormFacts& form)
 {
-    return OfSections(&SectionRow::cost,
-                      [&](const SectionRow& row) { return Filled(read, row.description) && !HasAmount(read, row); });
+    return OfSections(form, &SectionRow::cost,
+                      [](const SectionFacts& facts) { return Filled(facts.description) && !HasAmount(facts); });
 }
 
-Spots NoCashEquivalent(const FieldReader& read)
+Spots NoCashEquivalent(const FormFacts& form)
 {
-    return OfSections(&SectionRow::cash, [&](const SectionRow& row) {
-        return !row.cash.empty() && Filled(read, row.cost) && !Filled(read, row.cash);
+    return OfSections(form, &SectionRow::cash, [](const SectionFacts& facts) {
+        return !facts.row->cash.empty() && Filled(facts.cost) && !Filled(facts.cash);
     });
 }
 
-Spots MadeGoodAboveCost(const FieldReader& read)
+Spots MadeGoodAboveCost(const FormFacts& form)
 {
-    return OfSections(&SectionRow::madeGood, [&](const SectionRow& row) {
-        return Filled(read, row.madeGood) && AmountOnForm(read, row.madeGood) > AmountOnForm(read, row.cost);
+    return OfSections(form, &SectionRow::madeGood, [](const SectionFacts& facts) {
+        return Filled(facts.madeGood) && ReadAmount(facts.madeGood) > ReadAmount(facts.cost);
     });
 }
 
-Spots TypedOver(const FieldReader& read)
+Spots TypedOver(const FormFacts& form)
 {
-    return OfSections(&SectionRow::cash, [&](const SectionRow& row) {
-        if (!Filled(read, row.cost) || !Filled(read, row.cash))
+    return OfSections(form, &SectionRow::cash, [](const SectionFacts& facts) {
+        if (!Filled(facts.cost) || !Filled(facts.cash))
             return false;
-        const Amount net = AmountOnForm(read, row.cost) - AmountOnForm(read, row.madeGood);
-        return AmountOnForm(read, row.cash) != std::max(net, Amount());
+        const Amount net = ReadAmount(facts.cost) - ReadAmount(facts.madeGood);
+        return ReadAmount(facts.cash) != std::max(net, Amount());
     });
 }
 
 // ---- who it is ----------------------------------------------------------------------------------
 
-Spots NoEmployerReference(const FieldReader& read)
+Spots NoEmployerReference(const FormFacts& form)
 {
-    return One(Page1, "PAYEBox", !Filled(read, "PAYEBox"));
+    return One(Page1, "PAYEBox", !Filled(form.payeReference));
 }
 
-Spots NoName(const FieldReader& read)
+Spots NoName(const FormFacts& form)
 {
-    if (!Filled(read, "Surname"))
+    if (!Filled(form.surname))
         return One(Page1, "EmployeeNameBox", true);
-    return One(Page1, "EmployeeNameBox2", !Filled(read, "FirstName"));
+    return One(Page1, "EmployeeNameBox2", !Filled(form.firstName));
 }
 
-Spots NobodyInParticular(const FieldReader& read)
+Spots NobodyInParticular(const FormFacts& form)
 {
-    return One(Page1, "NatIns", !Filled(read, "NatIns") && !(Filled(read, "DOB") && Filled(read, "SexTick")));
+    return One(Page1, "NatIns", !Filled(form.nationalInsurance) && !(Filled(form.dateOfBirth) && Filled(form.sexTick)));
 }
 
-Spots BadNationalInsurance(const FieldReader& read)
+Spots BadNationalInsurance(const FormFacts& form)
 {
-    return One(Page1, "NatIns", !IsNationalInsuranceNumber(OnForm(read, "NatIns")));
+    return One(Page1, "NatIns", !IsNationalInsuranceNumber(Trimmed(form.nationalInsurance)));
 }
 
 // ---- lists --------------------------------------------------------------------------------------
 
 /// What the lines of a column add up to; nothing if no line has an amount.
-struct ColumnSum {
-    Amount sum;
-    bool any = false;
-};
-
-ColumnSum SumOf(const FieldReader& read, std::string_view table, std::string_view stem)
+std::optional<Amount> SumOf(const ListFacts::Column& column)
 {
-    ColumnSum sum;
-    for (int line = 1; line <= LinesOfASchedule; ++line) {
-        const std::string_view text = read(table, Numbered(stem, line));
-        if (text.find_first_not_of(' ') == std::string_view::npos)
-            continue;
-        sum.any = true;
-        sum.sum += ReadAmount(text);
-    }
+    std::optional<Amount> sum;
+    for (const std::string_view text : column)
+        if (Filled(text))
+            sum = sum.value_or(Amount()) + ReadAmount(text);
     return sum;
 }
 
 /// The letter of the form that a schedule stands behind: the first of its table's name.
-std::string SectionOf(const NotepadMember& notepad)
+std::string_view SectionOf(const NotepadMember& notepad)
 {
-    return std::string(notepad.name.substr(0, 1));
+    return notepad.name.substr(0, 1);
 }
 
 std::string_view PageOf(const NotepadMember& notepad)
@@ -141,100 +114,78 @@ std::string_view PageOf(const NotepadMember& notepad)
     return notepad.name.front() <= LastOfPage1 ? Page1 : Page2;
 }
 
-Spots ListDiffers(const FieldReader& read)
+Spots ListDiffers(const FormFacts& form)
 {
     Spots spots;
-    for (const NotepadMember& notepad : Notepads()) {
-        for (std::size_t column = 0; column < notepad.totalFields.size(); ++column) {
-            const ScheduleColumn& listed = notepad.columns.at(column + 1);
-            const std::string_view field = notepad.totalFields.at(column);
-            if (!listed.Exists() || field.empty())
-                continue;
-            const ColumnSum sum = SumOf(read, notepad.name, listed.field);
-            const Amount shown = AmountOnForm(read, field);
-            if (sum.any && shown != sum.sum)
-                spots.push_back(
-                    {.section = SectionOf(notepad),
-                     .screen = PageOf(notepad),
-                     .box = std::string(field),
-                     .detail = fmt::format("{} on the form, {} in the list", Money(shown), Money(sum.sum))});
+    for (const ListFacts& list : form.lists) {
+        for (std::size_t column = 0; column < list.amounts.size(); ++column) {
+            const std::optional<Amount> sum = SumOf(list.amounts[column]);
+            const Amount shown = ReadAmount(list.totals[column]);
+            if (sum && shown != *sum)
+                spots.push_back({.section = SectionOf(*list.notepad),
+                                 .screen = PageOf(*list.notepad),
+                                 .box = std::string(list.notepad->totalFields.at(column)),
+                                 .detail = fmt::format("{} on the form, {} in the list", Money(shown), Money(*sum))});
         }
     }
     return spots;
 }
 
-bool AnyDescription(const FieldReader& read, const NotepadMember& notepad)
-{
-    for (int line = 1; line <= LinesOfASchedule; ++line)
-        if (!Trim(read(notepad.name, Numbered(notepad.columns.front().field, line))).empty())
-            return true;
-    return false;
-}
-
-Spots NothingAttached(const FieldReader& read)
+Spots NothingAttached(const FormFacts& form)
 {
     Spots spots;
-    for (const NotepadMember& notepad : Notepads())
-        if (!notepad.describedField.empty() && OnForm(read, notepad.describedField) == edition::AsPerAttached &&
-            !AnyDescription(read, notepad))
-            spots.push_back(
-                {.section = SectionOf(notepad), .screen = PageOf(notepad), .box = std::string(notepad.describedField)});
+    for (const ListFacts& list : form.lists)
+        if (Trimmed(list.described) == edition::AsPerAttached && std::ranges::none_of(list.descriptions, Filled))
+            spots.push_back({.section = SectionOf(*list.notepad),
+                             .screen = PageOf(*list.notepad),
+                             .box = std::string(list.notepad->describedField)});
     return spots;
 }
 
 // ---- vans and loans -----------------------------------------------------------------------------
 
-Spots FuelWithoutVan(const FieldReader& read)
+Spots FuelWithoutVan(const FormFacts& form)
 {
-    const bool trips = !AmountOnForm(read, "GVanFuel").IsZero() && AmountOnForm(read, "GVan").IsZero();
+    const bool trips = !ReadAmount(form.vanFuel).IsZero() && ReadAmount(form.van).IsZero();
     return trips ? Spots{{.section = "G", .screen = Page2, .box = "GVan"}} : Spots{};
 }
 
-constexpr int LoansOnThePage = 2;
-constexpr auto LoanFields = std::to_array<std::string_view>({"HOutstand", "HOutsand2003", "HMaxLoan"});
-
 /// A spot for every loan of the page of which `trips` says so.
 template<class Trips>
-Spots OfLoans(std::string_view box, Trips trips)
+Spots OfLoans(const FormFacts& form, std::string_view box, Trips trips)
 {
     Spots spots;
-    for (int loan = 1; loan <= LoansOnThePage; ++loan)
-        if (trips(loan))
+    for (std::size_t i = 0; i < form.loans.size(); ++i)
+        if (const int loan = static_cast<int>(i) + 1; trips(form.loans[i]))
             spots.push_back(
                 {.section = "H", .screen = Page2, .box = Numbered(box, loan), .detail = Numbered("Loan ", loan)});
     return spots;
 }
 
-bool LoanEntered(const FieldReader& read, int loan)
+Spots LoanWithoutCashEquivalent(const FormFacts& form)
 {
-    return std::ranges::any_of(LoanFields, [&](std::string_view stem) { return Filled(read, Numbered(stem, loan)); });
+    return OfLoans(form, "HLoanCashEqu", [](const LoanFacts& loan) {
+        const bool entered = Filled(loan.atStart) || Filled(loan.atEnd) || Filled(loan.largest);
+        return entered && !Filled(loan.cash);
+    });
 }
 
-Spots LoanWithoutCashEquivalent(const FieldReader& read)
+Spots LoanEndsBeforeItBegins(const FormFacts& form)
 {
-    return OfLoans("HLoanCashEqu",
-                   [&](int loan) { return LoanEntered(read, loan) && !Filled(read, Numbered("HLoanCashEqu", loan)); });
-}
-
-Spots LoanEndsBeforeItBegins(const FieldReader& read)
-{
-    return OfLoans("HLoanDischarge", [&](int loan) {
-        const auto made = ReadDate(OnForm(read, Numbered("HLoanDate", loan)));
-        const auto discharged = ReadDate(OnForm(read, Numbered("HLoanDischarge", loan)));
+    return OfLoans(form, "HLoanDischarge", [](const LoanFacts& loan) {
+        const auto made = ReadDate(Trimmed(loan.made));
+        const auto discharged = ReadDate(Trimmed(loan.discharged));
         return made && discharged && *discharged < *made;
     });
 }
 
-Spots SmallLoans(const FieldReader& read)
+Spots SmallLoans(const FormFacts& form)
 {
     Amount largest;
     bool charged = false;
-    for (int loan = 1; loan <= LoansOnThePage; ++loan) {
-        Amount ofThis;
-        for (const std::string_view stem : LoanFields)
-            ofThis = std::max(ofThis, AmountOnForm(read, Numbered(stem, loan)));
-        largest += ofThis;
-        charged = charged || !AmountOnForm(read, Numbered("HLoanCashEqu", loan)).IsZero();
+    for (const LoanFacts& loan : form.loans) {
+        largest += std::max({Amount(), ReadAmount(loan.atStart), ReadAmount(loan.atEnd), ReadAmount(loan.largest)});
+        charged = charged || !ReadAmount(loan.cash).IsZero();
     }
     const bool trips = charged && !largest.IsZero() && largest <= Amount::WholePounds(edition::SmallLoansTo);
     return trips ? Spots{{.section = "H", .screen = Page2, .box = "HMaxLoan1"}} : Spots{};
@@ -277,11 +228,6 @@ constexpr auto ChecksOfEmployee = std::to_array<EmployeeCheck>({
 });
 
 } // namespace
-
-std::span<const SectionRow> SectionRows()
-{
-    return Sections;
-}
 
 std::span<const EmployeeCheck> EmployeeChecks()
 {

@@ -14,7 +14,7 @@ namespace quillmere::review {
 
 namespace {
 
-constexpr int Cars = 6, CarsInP11D = 2, Vans = 3, Loans = 5;
+constexpr int Vans = 3, Loans = 5;
 
 LastYearRecord ReaderOf(const Recordset& records)
 {
@@ -23,7 +23,13 @@ LastYearRecord ReaderOf(const Recordset& records)
 
 OverviewSums SumsOfForm(const Recordset& p11d)
 {
-    return SumsOf([&p11d](std::string_view, std::string_view field) { return p11d.Field(field); }, 0);
+    FormFacts form;
+    auto amount = form.onReturn.begin();
+    for (const OverviewSection& section : OverviewSections())
+        for (const std::string_view field : section.amounts)
+            *amount++ = p11d.Field(field);
+    std::ranges::transform(Class1AFields, form.liable.begin(), [&p11d](auto field) { return p11d.Field(field); });
+    return SumsOf(form, 0);
 }
 
 bool Seek(Recordset& records, std::string_view employer, std::string_view employee)
@@ -96,9 +102,9 @@ void AddLeftBehind(std::vector<LeftBehind>& left, Database& lastYear, const Reco
             [&](int car) { return WhyCarStays(read, car).empty() ? std::string(read(Numbered("FFuelEqu", car))) : ""; },
             [&](int car) { return WhyFuelStays(read, car); });
     };
-    cars(p11d, 1, CarsInP11D);
+    cars(p11d, 1, CarsOnThePage);
     if (Recordset extra = lastYear.OpenRecordset("ExtraCars"); Seek(extra, employer, employee))
-        cars(extra, CarsInP11D + 1, Cars);
+        cars(extra, CarsOnThePage + 1, Cars);
     for (const TransferTable& row : TransferTables) {
         Recordset records = lastYear.OpenRecordset(row.table);
         if (!Seek(records, employer, employee))

@@ -27,9 +27,6 @@ constexpr auto N = std::to_array<std::string_view>({"NCashEqu1", "NCashEqu2", "N
 constexpr auto O =
     std::to_array<std::string_view>({"OCashEqu1", "OCashEqu2", "OCashEqu3", "OCashEqu4", "OCashEqu5", "OCashEqu6"});
 
-constexpr std::string_view Page1 = "Form3";
-constexpr std::string_view Page2 = "Side2Form1";
-
 constexpr std::array<OverviewSection, OverviewSectionCount> Sections{{
     {"A", Page1, "ACashEqu", A},
     {"B", Page1, "B2", B},
@@ -91,13 +88,13 @@ OverviewSums& OverviewSums::operator+=(const OverviewSums& other)
     return *this;
 }
 
-OverviewSums SumsOf(const FieldReader& read, std::size_t toLookAt)
+OverviewSums SumsOf(const FormFacts& form, std::size_t toLookAt)
 {
-    const auto onForm = [&read](std::string_view field) { return read("P11D", field); };
-    OverviewSums sums{.employees = 1, .benefits = Class1ABenefitsOf(onForm), .toLookAt = toLookAt};
+    OverviewSums sums{.employees = 1, .benefits = Class1ABenefits(form.liable), .toLookAt = toLookAt};
+    auto text = form.onReturn.begin();
     for (std::size_t i = 0; i < Sections.size(); ++i)
-        for (const std::string_view field : Sections[i].amounts)
-            sums.sections[i] += ReadAmount(onForm(field));
+        for (std::size_t amount = 0; amount < Sections[i].amounts.size(); ++amount)
+            sums.sections[i] += ReadAmount(*text++);
     sums.total = std::accumulate(sums.sections.begin(), sums.sections.end(), Amount());
     return sums;
 }

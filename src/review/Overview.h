@@ -38,8 +38,8 @@ struct OverviewSums {
     friend bool operator==(const OverviewSums&, const OverviewSums&) = default;
 };
 
-/// The sums of one employee's form, whose records `read` reads.
-OverviewSums SumsOf(const FieldReader& read, std::size_t toLookAt);
+/// The sums of one employee's form.
+OverviewSums SumsOf(const FormFacts& form, std::size_t toLookAt);
 
 /// The sums of an employer: those of his employees, with the contributions and the number of findings on his forms and
 /// his declaration together.

@@ -191,23 +191,23 @@ void OverviewList::BeginNextEmployer()
         return;
     ofEmployer = {};
     review.emplace(waiting.front(), paper,
-                   [this](std::string_view employee, const FieldReader& read, std::size_t found) {
-                       const OverviewSums sums = SumsOf(read, found);
+                   [this](std::string_view employee, const FormFacts& form, const std::vector<Finding>& found) {
+                       const OverviewSums sums = SumsOf(form, found.size());
                        ofEmployer += sums;
                        if (!ShowsFolder())
-                           TakeEmployee(employee, read, sums);
+                           TakeEmployee(employee, form, sums);
                    });
 }
 
-void OverviewList::TakeEmployee(std::string_view employee, const FieldReader& read, const OverviewSums& sums)
+void OverviewList::TakeEmployee(std::string_view employee, const FormFacts& form, const OverviewSums& sums)
 {
     if (!marks)
         marks.emplace(session.ClientDatabasePath());
     const auto of = marks->forms.Of(waiting.front(), employee);
     Line line{.key = std::string(employee),
               .sums = sums,
-              .worksNumber = std::string(read("P11D", "WorkNumberBox")),
-              .nationalInsurance = std::string(read("P11D", "NatIns")),
+              .worksNumber = std::string(form.worksNumber),
+              .nationalInsurance = std::string(form.nationalInsurance),
               .printed = MarkInWords(of, FormMark::Printed),
               .reviewed = MarkInWords(of, FormMark::Reviewed)};
     line.cells = EmployeeCells(fmt::format("{}\t{}\t{}", line.key, line.worksNumber, line.nationalInsurance), sums,
@@ -217,7 +217,7 @@ void OverviewList::TakeEmployee(std::string_view employee, const FieldReader& re
 
 void OverviewList::EndEmployer()
 {
-    ofEmployer = SumsOf(ofEmployer, review->Declaration(), review->Findings().size());
+    ofEmployer = SumsOf(ofEmployer, review->Declaration(), review->Found());
     if (ShowsFolder())
         coming.push_back(
             {.key = waiting.front(), .sums = ofEmployer, .cells = waiting.front() + EmployerCells(ofEmployer)});

@@ -44,7 +44,7 @@ private:
     void Start();
     void GoOn();
     void BeginNextEmployer();
-    void TakeEmployee(std::string_view employee, const FieldReader& read, const OverviewSums& sums);
+    void TakeEmployee(std::string_view employee, const FormFacts& form, const OverviewSums& sums);
     void EndEmployer();
     void ListEmployers(std::vector<std::string> newEmployers);
     void ChooseEmployer(int position);

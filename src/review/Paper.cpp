@@ -26,7 +26,7 @@ Spot SpotOf(std::string_view field)
 {
     for (const SectionRow& row : SectionRows())
         if (field == row.description)
-            return {.section = std::string(row.section), .screen = row.screen, .box = std::string(field)};
+            return {.section = row.section, .screen = row.screen, .box = std::string(field)};
     if (field.starts_with('F') && field.back() >= '1' && field.back() <= '0' + Cars)
         return SpotOfCar(field.back() - '0', field.substr(0, field.size() - 1));
     const auto named = std::ranges::find(NamedOtherwise, field, &BoxOfField::field);
@@ -50,6 +50,20 @@ constexpr auto ChecksOfPaper = std::to_array<PaperCheck>({
 
 } // namespace
 
+const BoxedTextList& BoxedTexts()
+{
+    static const BoxedTextList list = [] {
+        BoxedTextList made;
+        AddBoxedTextsOfP11D1(made.texts);
+        AddBoxedTextsOfP11D2(made.texts);
+        made.ofForm = made.texts.size();
+        for (int car = CarsOnThePage + 1; car <= Cars; ++car)
+            AddBoxedTextsOfCar(car, made.texts);
+        return made;
+    }();
+    return list;
+}
+
 std::span<const PaperCheck> PaperChecks()
 {
     return ChecksOfPaper;
@@ -61,16 +75,20 @@ Paper::Paper(const Settings& settings, Platform& platform) : engine(platform), p
     BeginValues(page);
 }
 
-std::vector<CutText> Paper::Cut(const FieldReader& read) const
+PaperFacts Paper::Cut(const FormFacts& form) const
 {
-    const auto of = [&read](std::string_view table) {
-        return [&read, table](std::string_view field) { return std::string(read(table, field)); };
-    };
-    std::vector<CutText> cut;
-    FindCutOnP11D1(page, of("P11D"), cut);
-    FindCutOnP11D2(page, of("P11D"), cut);
-    for (int car = 3; car <= Cars; ++car)
-        FindCutOfCar(page, car, of("ExtraCars"), cut);
+    const BoxedTextList& boxes = BoxedTexts();
+    // Most texts are so short that nothing of them needs measuring.
+    const double widest = page.vsTextWidth("@");
+    PaperFacts cut;
+    for (std::size_t i = 0; i < boxes.texts.size(); ++i) {
+        const BoxedText& box = boxes.texts[i];
+        const std::string_view text = form.boxed[i];
+        if (static_cast<double>(text.size()) * widest <= box.room)
+            continue;
+        if (std::string prints = FittingText(page, text, box.room); prints != text)
+            cut.push_back({.field = box.field, .prints = std::move(prints)});
+    }
     return cut;
 }
 

@@ -5,9 +5,18 @@
 #include "printing/paper/PageLayer.h"
 #include "review/Checks.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace quillmere::review {
+
+/// The texts that are cut if they are longer than their boxes: those of the form's own record, then those of the
+/// further cars.
+struct BoxedTextList {
+    std::vector<BoxedText> texts;
+    std::size_t ofForm = 0;
+};
+const BoxedTextList& BoxedTexts();
 
 /// What of an employee's texts has room on the paper of his form, in the font that is chosen for reports.
 class Paper {
@@ -16,7 +25,7 @@ public:
     Paper(const Settings& settings, Platform& platform);
 
     /// The texts of the form and of its further cars that are cut at the edges of their boxes.
-    std::vector<CutText> Cut(const FieldReader& read) const;
+    PaperFacts Cut(const FormFacts& form) const;
 
 private:
     PageEngine engine;

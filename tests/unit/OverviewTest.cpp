@@ -139,15 +139,16 @@ TEST_F(Overview, SumsOfRandomEmployersEqualBoxAAndTheContributionsOfTheirDeclara
             declarations.Update();
         }
         OverviewSums employees;
-        review::EmployerReview review(employer, paper,
-                                      [&](std::string_view, const review::FieldReader& read, std::size_t found) {
-                                          employees += review::SumsOf(read, found);
-                                      });
+        review::EmployerReview review(
+            employer, paper,
+            [&](std::string_view, const review::FormFacts& form, const std::vector<review::Finding>& found) {
+                employees += review::SumsOf(form, found.size());
+            });
         while (review.GoOn(database, 2)) {
         }
         const DeclarationTotals declared = ComputeDeclarationTotals(database, employer);
         EXPECT_EQ(review.Declaration(), declared);
-        const OverviewSums sums = review::SumsOf(employees, review.Declaration(), review.Findings().size());
+        const OverviewSums sums = review::SumsOf(employees, review.Declaration(), review.Found());
         EXPECT_EQ(sums.employees, ListEmployees(database, employer).size());
         EXPECT_EQ(sums.benefits, ReadAmount(declared.section1ABox));
         EXPECT_EQ(sums.contributions,

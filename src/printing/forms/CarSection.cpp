@@ -168,9 +168,9 @@ void DrawCarValues(PageLayer& page, int firstCar, const FieldReader& read)
     DrawOfBothCars(page, WithdrawalValues, firstCar, read);
 }
 
-void FindCutOfCar(const PageLayer& page, int car, const FieldReader& read, std::vector<CutText>& cut)
+void AddBoxedTextsOfCar(int car, std::vector<BoxedText>& texts)
 {
-    FindCut(page, CarValues, read, std::to_string(car), cut);
+    AddBoxedTexts(CarValues, std::to_string(car), texts);
 }
 
 } // namespace quillmere

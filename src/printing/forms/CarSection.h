@@ -21,7 +21,7 @@ void DrawCarLabels(PageLayer& page, int firstCar, const CarSectionWords& words);
 /// Fields are read under their stem with the car's number; the totals under `FTotalCashCars` and `FTotalCashFuel`.
 void DrawCarValues(PageLayer& page, int firstCar, const FieldReader& read);
 
-/// The texts of one car that are longer than their boxes.
-void FindCutOfCar(const PageLayer& page, int car, const FieldReader& read, std::vector<CutText>& cut);
+/// Lists the texts of one car that may be longer than their boxes.
+void AddBoxedTextsOfCar(int car, std::vector<BoxedText>& texts);
 
 } // namespace quillmere

@@ -10,20 +10,6 @@ namespace {
 
 constexpr int IndentOfRunOn = 2;
 
-/// As much of a text, from its beginning, as a room of so many millimetres holds.
-std::string Fitting(const PageLayer& page, std::string_view text, double room)
-{
-    std::string fitting(text);
-    if (!(page.vsTextWidth(fitting) > room))
-        return fitting;
-    std::u32string characters = CodePoints(text);
-    do {
-        characters.pop_back();
-        fitting = Utf8(characters);
-    } while (!characters.empty() && page.vsTextWidth(fitting) > room);
-    return fitting;
-}
-
 /// True for what is cut if it is longer than its room.
 bool MayBeCut(const FormValue& value)
 {
@@ -138,7 +124,7 @@ void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldR
         switch (value.kind) {
         case ValueKind::Text:
             DrawText(page, value.at, value.x + dx, value.x2 + dx, value.y,
-                     MayBeCut(value) ? Fitting(page, FieldText(text, 0), value.x2 - value.x) : FieldText(text, 0));
+                     MayBeCut(value) ? FittingText(page, FieldText(text, 0), value.x2 - value.x) : FieldText(text, 0));
             break;
         case ValueKind::Tick:
             if (FieldText(text, 1) == "Y")
@@ -154,23 +140,24 @@ void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldR
     }
 }
 
-void FindCut(const PageLayer& page, std::span<const FormValue> values, const FieldReader& read, std::string_view suffix,
-             std::vector<CutText>& cut)
+void AddBoxedTexts(std::span<const FormValue> values, std::string_view suffix, std::vector<BoxedText>& texts)
 {
-    // Most texts are so short that nothing of them needs measuring.
-    const double widest = page.vsTextWidth("@");
-    for (const FormValue& value : values) {
-        if (!MayBeCut(value))
-            continue;
-        std::string field(value.field);
-        field += suffix;
-        const std::string text = FieldText(read(field), 0);
-        const double room = value.x2 - value.x;
-        if (static_cast<double>(text.size()) * widest <= room)
-            continue;
-        if (std::string fitting = Fitting(page, text, room); fitting != text)
-            cut.push_back({.field = std::move(field), .prints = std::move(fitting)});
-    }
+    for (const FormValue& value : values)
+        if (MayBeCut(value))
+            texts.push_back({.field = std::string(value.field).append(suffix), .room = value.x2 - value.x});
+}
+
+std::string FittingText(const PageLayer& page, std::string_view text, double room)
+{
+    std::string fitting(text);
+    if (!(page.vsTextWidth(fitting) > room))
+        return fitting;
+    std::u32string characters = CodePoints(text);
+    do {
+        characters.pop_back();
+        fitting = Utf8(characters);
+    } while (!characters.empty() && page.vsTextWidth(fitting) > room);
+    return fitting;
 }
 
 void DrawIdentifier(PageLayer& page, double y, std::string_view identifier)

@@ -83,17 +83,15 @@ void BeginValues(PageLayer& page);
 /// Values in the font in force. `suffix` is put behind each field's name and `dx` added to its x.
 void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldReader& read,
                 std::string_view suffix = {}, double dx = 0);
-/// A text of which its box on paper holds the beginning only.
-struct CutText {
+/// A text that DrawValues cuts if it is longer than its box.
+struct BoxedText {
     std::string field;
-    std::string prints; ///< what of it prints
-
-    friend bool operator==(const CutText&, const CutText&) = default;
+    double room; ///< in millimetres
 };
-
-/// The values that DrawValues would cut. `page` measures them in the font in force.
-void FindCut(const PageLayer& page, std::span<const FormValue> values, const FieldReader& read, std::string_view suffix,
-             std::vector<CutText>& cut);
+/// Lists those among the values.
+void AddBoxedTexts(std::span<const FormValue> values, std::string_view suffix, std::vector<BoxedText>& texts);
+/// As much of a text, from its beginning, as a room of so many millimetres holds in the font in force.
+std::string FittingText(const PageLayer& page, std::string_view text, double room);
 /// A text at its place in the font in force.
 void DrawText(PageLayer& page, At at, double x, double x2, double y, std::string_view text);
 /// The form's identifier at the foot of a page.

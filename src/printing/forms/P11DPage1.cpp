@@ -202,11 +202,11 @@ void PrintP11D1(PageLayer& page, const FieldReader& read)
     DrawCarValues(page, 1, read);
 }
 
-void FindCutOnP11D1(const PageLayer& page, const FieldReader& read, std::vector<CutText>& cut)
+void AddBoxedTextsOfP11D1(std::vector<BoxedText>& texts)
 {
-    FindCut(page, Values, read, {}, cut);
+    AddBoxedTexts(Values, {}, texts);
     for (const int car : {1, 2})
-        FindCutOfCar(page, car, read, cut);
+        AddBoxedTextsOfCar(car, texts);
 }
 
 } // namespace quillmere

@@ -293,10 +293,10 @@ void PrintP11D2(PageLayer& page, const FieldReader& read)
     DrawValues(page, ValuesFromEntertainment, read);
 }
 
-void FindCutOnP11D2(const PageLayer& page, const FieldReader& read, std::vector<CutText>& cut)
+void AddBoxedTextsOfP11D2(std::vector<BoxedText>& texts)
 {
-    FindCut(page, Values, read, {}, cut);
-    FindCut(page, ValuesFromEntertainment, read, {}, cut);
+    AddBoxedTexts(Values, {}, texts);
+    AddBoxedTexts(ValuesFromEntertainment, {}, texts);
 }
 
 } // namespace quillmere

@@ -12,9 +12,8 @@ void PrintP11D1(PageLayer& page, const FieldReader& read);
 /// Second side: sections G to N. Fields whose names begin with N print in section M, those with O in section N.
 void PrintP11D2(PageLayer& page, const FieldReader& read);
 
-/// The texts of either side that are longer than their boxes, behind those that are listed. BeginValues has set the
-/// font.
-void FindCutOnP11D1(const PageLayer& page, const FieldReader& read, std::vector<CutText>& cut);
-void FindCutOnP11D2(const PageLayer& page, const FieldReader& read, std::vector<CutText>& cut);
+/// List the texts of either side that may be longer than their boxes, behind those that are listed.
+void AddBoxedTextsOfP11D1(std::vector<BoxedText>& texts);
+void AddBoxedTextsOfP11D2(std::vector<BoxedText>& texts);
 
 } // namespace quillmere
