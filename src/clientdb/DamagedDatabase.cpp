@@ -20,9 +20,9 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "Offer", .kind = BoxKind::Label},
     {.name = "Faults", .kind = BoxKind::Table, .spoken = "What is wrong", .columns = "What is wrong"},
     {.name = "DamagedPutBack", .kind = BoxKind::Button, .text = "&Put Back"},
-    {.name = "DamagedSalvage", .kind = BoxKind::Button, .text = "Sa&lvage"},
-    {.name = "DamagedCopies", .kind = BoxKind::Button, .text = "S&afety Copies..."},
-    {.name = "DamagedClose", .kind = BoxKind::Button, .text = "&Close"},
+    {.name = "DamagedSalvage", .kind = BoxKind::Button, .text = "S&alvage"},
+    {.name = "DamagedCopies", .kind = BoxKind::Button, .text = "Safet&y Copies..."},
+    {.name = "DamagedClose", .kind = BoxKind::Button, .text = "C&lose"},
 });
 
 /// A text in a cell of a table.

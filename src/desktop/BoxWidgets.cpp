@@ -44,11 +44,18 @@ void BoxEdit::SelectWhole()
 
 bool BoxEdit::event(QEvent* event)
 {
-    // With no typing of its own to take back, the key for it is the window's.
-    if (event->type() == QEvent::ShortcutOverride && !isUndoAvailable() &&
-        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
-        event->ignore();
-        return true;
+    // A menu's key comes first, but for those with which a text is worked on: on some desktops Ctrl+E goes to the end
+    // of a line. With no typing of its own to take back, the key for that is the window's too.
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        const auto is = [&](QKeySequence::StandardKey standard) { return key.matches(standard); };
+        const bool isOwn = (is(QKeySequence::Undo) && isUndoAvailable()) || is(QKeySequence::Redo) ||
+                           is(QKeySequence::Copy) || is(QKeySequence::Cut) || is(QKeySequence::Paste) ||
+                           is(QKeySequence::SelectAll);
+        if (key.modifiers().testFlag(Qt::ControlModifier) && !isOwn) {
+            event->ignore();
+            return true;
+        }
     }
     return QLineEdit::event(event);
 }

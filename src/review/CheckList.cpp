@@ -14,16 +14,16 @@ namespace quillmere::review {
 namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
-    OptionRow("Scope", 0, "This employee", 'E'),
+    OptionRow("Scope", 0, "This employee", 'P'),
     OptionRow("Scope", 1, "All of this employer", 'M'),
     {.name = "Findings",
      .kind = BoxKind::Table,
      .spoken = "Things to look at",
      .columns = "Weight\tEmployee\tSection\tWhat to look at\tBox\tSource"},
     {.name = "Summary", .kind = BoxKind::Label},
-    {.name = "CheckGo", .kind = BoxKind::Button, .text = "&Go to Box"},
+    {.name = "CheckGo", .kind = BoxKind::Button, .text = "Go to Box", .letter = 'J'},
     {.name = "CheckAgain", .kind = BoxKind::Button, .text = "Check &Again"},
-    {.name = "CheckClose", .kind = BoxKind::Button, .text = "&Close"},
+    {.name = "CheckClose", .kind = BoxKind::Button, .text = "C&lose"},
 });
 
 /// The words by which a box is spoken, asked of a screen that is made once for all its findings.

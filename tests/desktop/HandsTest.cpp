@@ -451,6 +451,24 @@ TEST_P(HandsOnEveryScreen, KnowsOfEveryBoxWhatItIs)
     }
 }
 
+TEST_F(Hands, LeaveTheKeysOfTheMenusToThemButThoseThatWorkOnAText)
+{
+    auto& edit = WidgetOf<QLineEdit>(Open("Form3"), "ADescriptionAsset");
+    edit.setText("Desk");
+    edit.selectAll();
+    const auto takes = [&](Qt::Key key) {
+        QKeyEvent asked(QEvent::ShortcutOverride, key, Qt::ControlModifier);
+        asked.ignore();
+        QCoreApplication::sendEvent(&edit, &asked);
+        return asked.isAccepted();
+    };
+    // The toolkit moves the caret with these, and with others on other desktops.
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_End, Qt::Key_E, Qt::Key_B, Qt::Key_F, Qt::Key_H, Qt::Key_Z})
+        EXPECT_FALSE(takes(key)) << key;
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_C, Qt::Key_V, Qt::Key_X})
+        EXPECT_TRUE(takes(key)) << key;
+}
+
 // ---- letters
 
 /// The letter with Alt that an own shortcut or a marked caption gives.
@@ -462,16 +480,24 @@ QString LetterOf(const QAbstractButton& button)
 TEST_P(HandsOnEveryScreen, HasALetterOfItsOwnForEveryButtonAndOption)
 {
     std::map<QString, std::string> taken;
-    if (screen->Mode() == ShowMode::Child)
+    if (screen->Mode() == ShowMode::Child || IsAtFoot(screen->Mode())) {
         for (const QAction* menu : running.host.Main()->menuBar()->actions())
             taken[QKeySequence::mnemonic(menu->text()).toString(QKeySequence::PortableText)] =
                 menu->text().toStdString();
-    if (screen->Mode() == ShowMode::Child)
         for (const auto& box : running.host.Main()->Shown().Boxes())
             if (const auto* tool = qobject_cast<QAbstractButton*>(running.host.Main()->WidgetOf(*box));
                 tool != nullptr && !tool->shortcut().isEmpty()) {
                 EXPECT_TRUE(taken.emplace(LetterOf(*tool), box->FullName()).second) << box->FullName();
             }
+    }
+    // What stands at the foot of the main window shares its letters with the page above it, too.
+    if (IsAtFoot(screen->Mode())) {
+        const Screen* page = running.Show("Form3");
+        for (const auto& box : page->Boxes())
+            if (const auto* button = qobject_cast<const QAbstractButton*>(running.host.WidgetOf(*page, *box));
+                button != nullptr && !button->shortcut().isEmpty())
+                taken.emplace(LetterOf(*button), box->FullName());
+    }
     for (const auto& box : screen->Boxes()) {
         const BoxKind kind = box->Kind();
         const auto* button = qobject_cast<const QAbstractButton*>(WidgetOf(*box));

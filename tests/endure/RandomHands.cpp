@@ -2,6 +2,7 @@
 // kept.
 #include "Hands.h"
 #include "Stage.h"
+#include "SystemCalls.h"
 #include "Trial.h"
 #include "clientdb/Employees.h"
 #include "desktop/DesktopHost.h"
@@ -16,6 +17,7 @@
 #include <QWidget>
 
 #include <array>
+#include <cerrno>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <malloc.h>
@@ -48,6 +50,17 @@ std::size_t BytesInUse()
     return ::mallinfo2().uordblks;
 #endif
 }
+
+/// Keeps what senseless hands write to the folder of the trial: they name folders too.
+class Fence : public CallWatcher {
+public:
+    explicit Fence(const std::filesystem::path& within) : folder(within.string()) {}
+
+    int Before(const Call& call) override { return call.file.starts_with(folder) ? 0 : EACCES; }
+
+private:
+    std::string folder;
+};
 
 class Session {
 public:
@@ -162,6 +175,9 @@ Findings RandomHands(const Assignment& assignment)
                 // What the toolkit keeps for good it has after the first few.
                 constexpr std::int64_t Settled = 6;
                 std::size_t before = 0;
+                std::filesystem::current_path(assignment.folder); // a name without a start is in there, too
+                Fence fence(assignment.folder);
+                const Watch watch("/", fence);
                 for (std::int64_t steps = findings.tried; steps < assignment.count; ++session) {
                     {
                         Session one(assignment.folder / "desk", assignment.seed + static_cast<std::uint64_t>(session));

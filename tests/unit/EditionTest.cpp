@@ -1,12 +1,11 @@
 // All the headers of the edition in one file: a name that two of them give to two things does not compile.
-#include "edition/Edition.h"
-
 #include "edition/AccommodationRates.h"
 #include "edition/CalculatorExamples.h"
 #include "edition/CarRates.h"
 #include "edition/CarWords.h"
 #include "edition/Class1ARates.h"
 #include "edition/DayOf.h"
+#include "edition/Edition.h"
 #include "edition/FormWords.h"
 #include "edition/JoinedText.h"
 #include "edition/LeftOvers.h"
@@ -15,6 +14,7 @@
 #include "edition/NotepadWords.h"
 #include "edition/RelocationRates.h"
 #include "edition/ReportWords.h"
+#include "edition/SampleClients.h"
 #include "edition/VanRates.h"
 #include "frame/CheckedFile.h"
 #include "frame/Dates.h"
