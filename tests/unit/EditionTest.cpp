@@ -1,11 +1,12 @@
 // All the headers of the edition in one file: a name that two of them give to two things does not compile.
+#include "edition/Edition.h"
+
 #include "edition/AccommodationRates.h"
 #include "edition/CalculatorExamples.h"
 #include "edition/CarRates.h"
 #include "edition/CarWords.h"
 #include "edition/Class1ARates.h"
 #include "edition/DayOf.h"
-#include "edition/Edition.h"
 #include "edition/FormWords.h"
 #include "edition/JoinedText.h"
 #include "edition/LeftOvers.h"
