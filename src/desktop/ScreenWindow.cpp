@@ -3,6 +3,7 @@
 #include "desktop/BoxWidgets.h"
 #include "desktop/Look.h"
 #include "desktop/ScreenParts.h"
+#include "desktop/TableView.h"
 #include "review/BoxHelp.h"
 
 #include <QCloseEvent>
@@ -100,8 +101,11 @@ void ScreenWindow::Detach()
         return;
     detached = true;
     screen.SetView(nullptr);
-    for (const auto& [object, box] : boxes)
+    for (const auto& [object, box] : boxes) {
         const_cast<QObject*>(object)->removeEventFilter(this);
+        if (auto* table = dynamic_cast<TableView*>(const_cast<QObject*>(object)))
+            table->LetGo();
+    }
 }
 
 void ScreenWindow::Adopt(Box& box, QWidget& widget)

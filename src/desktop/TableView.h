@@ -21,6 +21,8 @@ public:
 
     /// Takes over captions, entries, order and choice.
     void Follow(const quillmere::Box& box);
+    /// The box has gone: what is still done in the view is told to nobody.
+    void LetGo() { following = true; }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -79,6 +79,7 @@ public:
     /// The time of day, "14:31:07".
     virtual std::string TimeOfDay() = 0;
     /// Does the work once the time is over, after the event in hand. Where nothing waits for events, never.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): who does the work later keeps it.
     virtual void After(std::chrono::milliseconds /*wait*/, std::function<void()> /*work*/) {}
     virtual void SetBusyPointer(bool busy) = 0;
     /// Shows how far a long work has come, in the status bar; `total` 0 takes the bar away.

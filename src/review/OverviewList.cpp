@@ -336,9 +336,9 @@ PrintedTable OverviewList::ControlSheet() const
             table.rows[row].push_back(cellOf(lines[listed[row]]));
         table.rows.back().push_back(cellOf(Line{.key = "Total", .sums = all}));
     };
-    const auto figure = [&](std::string caption, auto amountOf) {
+    const auto figure = [&](const std::string& caption, auto amountOf) {
         column(
-            std::move(caption), 15, [&](const Line& line) { return Figure(amountOf(line.sums)); }, true);
+            caption, 15, [&](const Line& line) { return Figure(amountOf(line.sums)); }, true);
     };
     column(
         ShowsFolder() ? "Employer" : "Employee", 36, [](const Line& line) { return line.key; }, false);

@@ -62,6 +62,7 @@ Screen* Reach(Screens& screens, std::string_view screen)
 std::vector<std::string_view> ReachedScreens()
 {
     std::vector<std::string_view> names;
+    names.reserve(std::size(Ways));
     for (const WayRow& way : Ways)
         names.push_back(way.to);
     return names;

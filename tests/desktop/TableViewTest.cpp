@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -49,6 +50,23 @@ protected:
                        view.Follow(lines);
                    }};
 };
+
+TEST(TableOfAClosedScreen, TellsNobodyWhatIsStillDoneInIt)
+{
+    test::ScriptedDoor door;
+    Session session{door};
+    auto screen = std::make_unique<Register>(session);
+    int told = 0;
+    TableView view(screen->box("Lines"), nullptr, [&](int, int, const std::vector<int>&) { ++told; });
+    view.Follow(screen->box("Lines"));
+    view.show();
+    view.LetGo();
+    screen.reset();
+    // The focus comes to a view whose window is about to go.
+    view.setFocus();
+    QTest::keyClick(&view, Qt::Key_Down);
+    EXPECT_EQ(told, 0);
+}
 
 TEST_F(TableViewTest, KeysMoveTheLineAndTheColumnInUse)
 {
