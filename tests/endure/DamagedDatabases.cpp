@@ -8,7 +8,6 @@
 #include "support/TemporaryFolder.h"
 
 #include <algorithm>
-#include <charconv>
 #include <csignal>
 #include <fmt/format.h>
 #include <unistd.h>
@@ -112,10 +111,7 @@ Findings DamagedDatabases(const Assignment& assignment)
         if (ending.ended) {
             next = end;
         } else {
-            const std::size_t line = ending.told.rfind('\n', ending.told.size() - 2);
-            const std::string last = ending.told.substr(line == std::string::npos ? 0 : line + 1);
-            std::int64_t which = next;
-            std::from_chars(last.data(), last.data() + last.size(), which);
+            const std::int64_t which = std::max<std::int64_t>(next, test::LastNumberTold(ending.told));
             findings.faults.push_back(fmt::format("database of seed {}: {}",
                                                   assignment.seed + static_cast<std::uint64_t>(which),
                                                   ending.words.empty() ? "it hangs" : ending.words));

@@ -3,23 +3,10 @@
 #include "Trial.h"
 #include "Work.h"
 
-#include <charconv>
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace quillmere::endure {
-namespace {
-
-/// How many steps were told to be done.
-std::size_t StepsTold(const std::string& told)
-{
-    std::size_t done = 0;
-    for (std::size_t at = 0, end = 0; (end = told.find('\n', at)) != std::string::npos; at = end + 1)
-        std::from_chars(told.data() + at, told.data() + end, done);
-    return done;
-}
-
-} // namespace
-
 Findings Kills(const Assignment& assignment)
 {
     const Work work(assignment.folder);
@@ -43,13 +30,13 @@ Findings Kills(const Assignment& assignment)
             findings.faults.push_back(
                 fmt::format("{} killed after {} us: {}", work.Jobs()[job].name, after.count(), words));
         };
-        if (!ending.ended && ending.words != "stopped") {
+        if (!ending.ended && !ending.WasStopped()) {
             fault(ending.words + " " + ending.told);
             continue;
         }
         try {
             const ClientState found = ReadClientState(work.ClientDatabase());
-            const std::size_t done = StepsTold(ending.told);
+            const auto done = static_cast<std::size_t>(std::max(0LL, test::LastNumberTold(ending.told)));
             if (!rehearsed.MayHold(found, done))
                 fault(fmt::format("after step {} of {}: {}", done, rehearsed.after.size(),
                                   DifferenceOf(rehearsed.states[rehearsed.Done(done)], found)));

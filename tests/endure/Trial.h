@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Process.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -48,18 +50,6 @@ Findings DamagedDatabases(const Assignment& assignment);
 Findings Parsers(const Assignment& assignment);
 Findings RandomHands(const Assignment& assignment);
 
-/// How a process of its own ended.
-struct Ending {
-    std::string told;   ///< what it has written to the descriptor that it was given
-    bool ended = false; ///< by itself and without an error
-    std::string words;  ///< what else happened: a crash, or that it was stopped
-};
-
-/// Runs the work in a process of its own, which is killed after so long. The work writes what it has to tell to the
-/// descriptor; that it returns is the good end.
-Ending InAProcess(const std::function<void(int tell)>& work, std::chrono::microseconds patience);
-
-/// Tells the parent a line; a process whose parent has gone ends.
-void Tell(int tell, std::string_view line);
+using test::Ending, test::InAProcess, test::Tell;
 
 } // namespace quillmere::endure

@@ -1,34 +1,29 @@
 #include "clientdb/Employees.h"
 #include "clientdb/store/History.h"
 #include "clientdb/store/TableLayouts.h"
+#include "support/Process.h"
 #include "support/StoreFixture.h"
 
 #include <sqlite3.h>
 
-#include <charconv>
-#include <chrono>
-#include <csignal>
+#include <algorithm>
 #include <fmt/format.h>
 #include <map>
 #include <random>
 #include <set>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
 
 namespace quillmere::test {
 namespace {
 
 /// What the process that is to be killed does, step after step: creates employees, rewrites a schedule in one batch as
-/// a notepad's Ok does, writes single fields, deletes employees. It tells each step through the pipe once it has
-/// returned.
+/// a notepad's Ok does, writes single fields, deletes employees. It tells each step once it has returned.
 class Writer {
 public:
     Writer(const std::filesystem::path& file, int pipe) : database(Database::OpenDatabase(file)), reports(pipe) {}
 
     void Run(int first)
     {
-        Report("open\n");
+        Tell(reports, "open");
         for (int step = first;; ++step) {
             switch (step % 4) {
             case 0:
@@ -44,17 +39,11 @@ public:
                 if (step > 40)
                     DeleteEmployee(database, "Acme", fmt::format("Jane Smith {}", step - 43));
             }
-            Report(fmt::format("{}\n", step));
+            Tell(reports, std::to_string(step));
         }
     }
 
 private:
-    void Report(std::string_view text) const
-    {
-        if (::write(reports, text.data(), text.size()) < 0)
-            ::_exit(3);
-    }
-
     void RewriteSchedule(int step)
     {
         WriteBatch batch(database);
@@ -92,36 +81,10 @@ protected:
     /// Lets a writer work for so long, kills it, and returns the last step that it has told.
     int WriteAndKill(int first, std::chrono::microseconds after)
     {
-        int ends[2];
-        if (::pipe(ends) != 0)
-            throw std::runtime_error("no pipe");
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::close(ends[0]);
-            try {
-                Writer(file, ends[1]).Run(first);
-            } catch (...) {
-                ::_exit(2);
-            }
-            ::_exit(0);
-        }
-        ::close(ends[1]);
-        std::string told;
-        char piece[4096];
-        if (const ssize_t size = ::read(ends[0], piece, sizeof piece); size > 0)
-            told.assign(piece, static_cast<std::size_t>(size));
-        std::this_thread::sleep_for(after);
-        ::kill(child, SIGKILL);
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        EXPECT_TRUE(WIFSIGNALED(status)) << "the writer failed by itself: " << WEXITSTATUS(status);
-        for (ssize_t size; (size = ::read(ends[0], piece, sizeof piece)) > 0;)
-            told.append(piece, static_cast<std::size_t>(size));
-        ::close(ends[0]);
-        int last = first - 1;
-        for (std::size_t at = 0, end; (end = told.find('\n', at)) != std::string::npos; at = end + 1)
-            std::from_chars(told.data() + at, told.data() + end, last);
-        return last;
+        const Ending ending =
+            InAProcess([&](int tell) { Writer(file, tell).Run(first); }, after, Patience::FromTheFirstWord);
+        EXPECT_TRUE(ending.WasStopped()) << "the writer " << ending.words << " by itself: " << ending.told;
+        return std::max(first - 1, static_cast<int>(LastNumberTold(ending.told)));
     }
 
     std::string Integrity() const

@@ -1,17 +1,14 @@
 #include "clientdb/Employees.h"
 #include "clientdb/store/TableLayouts.h"
+#include "support/Process.h"
 #include "support/StoreFixture.h"
 #include "transfer/YearTransfer.h"
 
-#include <chrono>
-#include <csignal>
 #include <fmt/format.h>
 #include <map>
 #include <random>
 #include <set>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
+#include <stdexcept>
 
 namespace quillmere::test {
 namespace {
@@ -52,29 +49,15 @@ protected:
     /// True if the transfer was killed before its end.
     bool TransferAndKill(std::chrono::microseconds after) const
     {
-        int begun[2];
-        if (::pipe(begun) != 0)
-            throw std::runtime_error("no pipe");
-        const pid_t child = ::fork();
-        if (child == 0) {
-            if (::write(begun[1], "x", 1) != 1)
-                ::_exit(3);
-            try {
-                ::_exit(TransferAll().empty() ? 0 : 1);
-            } catch (...) {
-                ::_exit(2);
-            }
-        }
-        char x = 0;
-        EXPECT_EQ(::read(begun[0], &x, 1), 1);
-        std::this_thread::sleep_for(after);
-        ::kill(child, SIGKILL);
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        ::close(begun[0]);
-        ::close(begun[1]);
-        EXPECT_TRUE(WIFSIGNALED(status) || WEXITSTATUS(status) == 0) << "the transfer failed: " << WEXITSTATUS(status);
-        return WIFSIGNALED(status);
+        const Ending ending = InAProcess(
+            [&](int tell) {
+                Tell(tell, "begun");
+                if (!TransferAll().empty())
+                    throw std::runtime_error("the transfer failed");
+            },
+            after, Patience::FromTheFirstWord);
+        EXPECT_TRUE(ending.WasStopped() || ending.ended) << ending.words << " " << ending.told;
+        return ending.WasStopped();
     }
 
     /// How many tables have a record of each employee.

@@ -1,14 +1,11 @@
 #include "app/Program.h"
 #include "clientdb/EmployerScreens.h"
+#include "frame/Amount.h"
+#include "support/Process.h"
 #include "support/ProgramFixture.h"
 
-#include <charconv>
-#include <chrono>
-#include <csignal>
 #include <random>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
+#include <stdexcept>
 
 namespace quillmere::test {
 namespace {
@@ -28,57 +25,27 @@ protected:
         CreateEmployee(opened, {"Acme", "Jane", "Smith", "123/A456"});
     }
 
-    /// Types one number after the other on page 1 and tells each through the pipe once it is kept.
-    [[noreturn]] void TypeForEver(int pipe) const
+    /// Types one number after the other on page 1 and tells each once it is kept.
+    [[noreturn]] void TypeForEver(int tell) const
     {
         ScriptedDoor door;
         Program program(door, nullptr, places);
         if (!program.Main() || !OpenEmployee(program.TheSession(), "Acme", "Jane Smith"))
-            ::_exit(2);
+            throw std::runtime_error("the employee does not open");
         Screen& page = *program.TheSession().screens.Find("Form3");
         for (int number = 1;; ++number) {
             page.TypeIn(page.box("WorkNumberBox"), std::to_string(number));
             door.LetTimePass();
-            const std::string told = std::to_string(number) + "\n";
-            if (::write(pipe, told.data(), told.size()) < 0)
-                ::_exit(3);
+            Tell(tell, std::to_string(number));
         }
     }
 
     /// The last number that a run has told before it was killed.
     int TypeAndKill(std::chrono::microseconds after) const
     {
-        int ends[2];
-        if (::pipe(ends) != 0)
-            throw std::runtime_error("no pipe");
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::close(ends[0]);
-            TypeForEver(ends[1]);
-        }
-        ::close(ends[1]);
-        std::string told;
-        char piece[4096];
-        if (const ssize_t size = ::read(ends[0], piece, sizeof piece); size > 0)
-            told.assign(piece, static_cast<std::size_t>(size));
-        std::this_thread::sleep_for(after);
-        ::kill(child, SIGKILL);
-        int status = 0;
-        ::waitpid(child, &status, 0);
-        EXPECT_TRUE(WIFSIGNALED(status)) << "the run ended by itself: " << WEXITSTATUS(status);
-        for (ssize_t size; (size = ::read(ends[0], piece, sizeof piece)) > 0;)
-            told.append(piece, static_cast<std::size_t>(size));
-        ::close(ends[0]);
-        told.resize(told.rfind('\n') == std::string::npos ? 0 : told.rfind('\n'));
-        const std::size_t line = told.rfind('\n') == std::string::npos ? 0 : told.rfind('\n') + 1;
-        return Number(std::string_view(told).substr(line));
-    }
-
-    static int Number(std::string_view text)
-    {
-        int number = 0;
-        std::from_chars(text.data(), text.data() + text.size(), number);
-        return number;
+        const Ending ending = InAProcess([this](int tell) { TypeForEver(tell); }, after, Patience::FromTheFirstWord);
+        EXPECT_TRUE(ending.WasStopped()) << "the run " << ending.words << " by itself: " << ending.told;
+        return static_cast<int>(LastNumberTold(ending.told));
     }
 
     TemporaryFolder root{QuickFolder()};
@@ -102,7 +69,7 @@ TEST_F(TypedKill, LosesNothingThatWasKept)
         ASSERT_NE(strip, nullptr) << told << " was told";
         EXPECT_EQ(strip->box("StripWords").Text(), "1 box typed on 30 June 12:00 was not stored");
         strip->Click(strip->box("StripBack"));
-        const int back = Number(session.screens.FindBox("Form3", "WorkNumberBox")->Text());
+        const int back = ReadWholeNumber(session.screens.FindBox("Form3", "WorkNumberBox")->Text());
         EXPECT_GE(back, told);
         EXPECT_LE(back, told + 1);
         // The round ends as it began.

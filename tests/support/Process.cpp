@@ -1,6 +1,7 @@
-#include "Trial.h"
+#include "support/Process.h"
 
 #include <cerrno>
+#include <charconv>
 #include <csignal>
 #include <cstdlib>
 #include <fmt/format.h>
@@ -8,10 +9,11 @@
 #include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
-namespace quillmere::endure {
+namespace quillmere::test {
 
-Ending InAProcess(const std::function<void(int tell)>& work, std::chrono::microseconds patience)
+Ending InAProcess(const std::function<void(int tell)>& work, std::chrono::microseconds time, Patience from)
 {
     constexpr int Failed = 9;
     int ends[2];
@@ -32,24 +34,26 @@ Ending InAProcess(const std::function<void(int tell)>& work, std::chrono::micros
     ::close(ends[1]);
 
     using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + patience;
+    auto end = Clock::now() + time;
     Ending ending;
-    bool stopped = false;
+    bool waits = from == Patience::FromTheStart, stopped = false;
     for (;;) {
         const auto left = std::chrono::duration_cast<std::chrono::nanoseconds>(end - Clock::now());
-        if (left.count() <= 0 && !stopped) {
+        if (waits && left.count() <= 0 && !stopped) {
             ::kill(child, SIGKILL);
             stopped = true;
         }
         const timespec wait = {.tv_sec = left.count() / 1'000'000'000, .tv_nsec = left.count() % 1'000'000'000};
         pollfd waited = {.fd = ends[0], .events = POLLIN, .revents = 0};
-        if (::ppoll(&waited, 1, stopped ? nullptr : &wait, nullptr) <= 0)
+        if (::ppoll(&waited, 1, stopped || !waits ? nullptr : &wait, nullptr) <= 0)
             continue;
         char piece[4096];
         const ssize_t size = ::read(ends[0], piece, sizeof piece);
         if (size <= 0)
             break;
         ending.told.append(piece, static_cast<std::size_t>(size));
+        if (!std::exchange(waits, true))
+            end = Clock::now() + time;
     }
     ::close(ends[0]);
     int status = 0;
@@ -72,4 +76,13 @@ void Tell(int tell, std::string_view line)
         std::_Exit(1);
 }
 
-} // namespace quillmere::endure
+long long LastNumberTold(std::string_view told)
+{
+    told = told.substr(0, told.rfind('\n') == std::string_view::npos ? 0 : told.rfind('\n'));
+    const std::string_view last = told.substr(told.rfind('\n') + 1);
+    long long number = -1;
+    std::from_chars(last.data(), last.data() + last.size(), number);
+    return number;
+}
+
+} // namespace quillmere::test
