@@ -13,6 +13,7 @@
 #include <array>
 #include <functional>
 #include <limits>
+#include <sstream>
 
 namespace quillmere::pages {
 namespace {
@@ -156,17 +157,61 @@ TEST_F(PdfWriterTest, HangsBookmarksOfSectionsUnderTheirPage)
     EXPECT_NE(ofSecond.find("\"Second\""), std::string::npos);
 }
 
+TEST_F(PdfWriterTest, HangsPagesUnderTheirChapterAndBeginsClosed)
+{
+    Document document = WithTexts({"one", "two"});
+    document.bookmarks = {
+        {"Smith", 1, 1, 0}, {"Page", 1, 2, 0}, {"A", 1, 3, 4000}, {"Jones", 2, 1, 0}, {"Paper", 2, 2, 0}};
+    const std::filesystem::path file = Written(document);
+    EXPECT_EQ(RunProgram({"qpdf", "--check", file.string()}).status, 0);
+    const std::string outline = RunProgram({"mutool", "show", file.string(), "outline"}).output;
+    std::string lines; // a mark for closed or open, a tab a level, the title
+    std::istringstream all(outline);
+    for (std::string line; std::getline(all, line);)
+        lines += line.substr(0, line.rfind('"') + 1) + '\n';
+    EXPECT_EQ(lines, "+\t\"Smith\"\n+\t\t\"Page\"\n|\t\t\t\"A\"\n+\t\"Jones\"\n|\t\t\"Paper\"\n");
+}
+
 TEST_F(PdfWriterTest, SaysWhatTheDocumentIs)
 {
     Document document = WithTexts({"one"});
     document.name = "Ærø & Søn – P11D(b)";
     document.subject = "A subject";
+    document.author = "Lärk & Co";
     const std::filesystem::path file = Written(document);
     const std::string info = RunProgram({"pdfinfo", file.string()}).output;
     EXPECT_NE(info.find("Title:           Ærø & Søn – P11D(b)\n"), std::string::npos) << info;
     EXPECT_NE(info.find("Subject:         A subject\n"), std::string::npos) << info;
+    EXPECT_NE(info.find("Author:          Lärk & Co\n"), std::string::npos) << info;
+    EXPECT_NE(RunProgram({"mutool", "show", file.string(), "trailer/Root/ViewerPreferences"})
+                  .output.find("/DisplayDocTitle true"),
+              std::string::npos);
     EXPECT_NE(RunProgram({"mutool", "show", file.string(), "trailer/Root/Lang"}).output.find("en-GB"),
               std::string::npos);
+}
+
+TEST_F(PdfWriterTest, NamesNobodyWhereNoAuthorIsKnown)
+{
+    EXPECT_EQ(RunProgram({"pdfinfo", Written(WithTexts({"one"})).string()}).output.find("Author"), std::string::npos);
+}
+
+TEST_F(PdfWriterTest, OpensAProtectedFileWithItsPasswordOnly)
+{
+    const std::string password = "Zoë 1970";
+    const std::filesystem::path file = folder / "protected.pdf";
+    WriteFileChecked(file, writer.Write(WithTexts({"for you alone"}), {.password = password}));
+    const auto check = [&](const std::string& tried) {
+        return RunProgram({"qpdf", "--check", "--password=" + tried, file.string()});
+    };
+    const ProgramRun opened = check(password);
+    EXPECT_EQ(opened.status, 0) << opened.output;
+    for (const char* word : {"R = 6\n", "file encryption method: AESv3\n", "extract for accessibility: allowed\n",
+                             "print high resolution: allowed\n", "modify anything: allowed\n"})
+        EXPECT_NE(opened.output.find(word), std::string::npos) << word << opened.output;
+    for (const char* wrong : {"", "Zoë 197", "zoë 1970"})
+        EXPECT_NE(check(wrong).output.find("invalid password"), std::string::npos) << wrong;
+    EXPECT_EQ(RunProgram({"pdftotext", "-upw", password, file.string(), "-"}).output, "for you alone\n\n\f");
+    EXPECT_EQ(ReadFile(file).find("Document"), std::string::npos) << "its title is as secret";
 }
 
 TEST_F(PdfWriterTest, MakesAFileOfADocumentWithoutAnything)

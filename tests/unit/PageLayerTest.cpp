@@ -10,6 +10,7 @@
 #include <array>
 #include <csignal>
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -650,6 +651,30 @@ TEST_F(PdfEndingTest, WritesNothingWhereNoDocumentWasOpened)
     room.job.EndOnPdf();
     EXPECT_FALSE(std::filesystem::exists(file));
     EXPECT_TRUE(room.door.opened.empty());
+}
+
+TEST_F(PageLayerTest, HangsBookmarksUnderTheirChapter)
+{
+    const auto bookmarks = [this] {
+        std::string list;
+        for (const Bookmark& bookmark : room.Ended().bookmarks)
+            list += fmt::format("{} {} {}\n", bookmark.page, bookmark.level, bookmark.title);
+        return list;
+    };
+    const auto drawTwoPages = [this] {
+        page.NextPrintPage();
+        page.vsBookmark("Page");
+        page.vsBookmark("Section", 2, 10);
+    };
+    Open();
+    page.BeginChapter("Smith");
+    drawTwoPages();
+    page.BeginChapter("Jones");
+    drawTwoPages();
+    EXPECT_EQ(bookmarks(), "1 1 Smith\n1 2 Page\n1 3 Section\n2 1 Jones\n2 2 Page\n2 3 Section\n");
+    Open();
+    drawTwoPages();
+    EXPECT_EQ(bookmarks(), "1 1 Page\n1 2 Section\n") << "the next document has no chapters";
 }
 
 RC_GTEST_PROP(PageLayerProperty, EveryAlignmentHoldsAtAnyScaleAndOffset, ())

@@ -119,6 +119,7 @@ Opening JobDocument::OpenPrintJob(std::string_view documentName)
     form.reset();
     vsDocName(documentName);
     vp->Subject(edition::form::DocumentSubject);
+    vp->Author(settings.reportCompiler);
     if (route == Route::Printer)
         vsPreviewOff();
     else

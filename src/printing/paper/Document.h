@@ -81,7 +81,7 @@ struct PagePart {
 struct Bookmark {
     std::string title;
     int page = 1;
-    int level = 1; ///< 1 for a page, 2 for a section on it
+    int level = 1; ///< 1 for a page, 2 for a section on it; in a document of chapters 1 for a chapter, and so on
     double y = 0;  ///< twips from the top of the sheet
 };
 
@@ -91,6 +91,7 @@ class Document {
 public:
     std::string name; ///< title, shown in the print queue
     std::string subject;
+    std::string author; ///< who made it; empty if nobody is named
     std::string language = "en-GB";
     std::vector<Bookmark> bookmarks; ///< in page order
 

@@ -29,6 +29,7 @@ void PageEngine::StartDoc()
     open = std::make_unique<Document>();
     open->name = documentName;
     open->subject = documentSubject;
+    open->author = documentAuthor;
     open->AddPage();
 }
 
@@ -163,15 +164,15 @@ PrintResult PageEngine::PrintDoc(int copies, const std::optional<std::string>& p
     return PrintResult::PrinterUnreachable;
 }
 
-std::string PageEngine::Pdf()
+std::string PageEngine::Pdf(const PdfOptions& options)
 {
-    return ended ? writer.Write(*ended) : std::string();
+    return ended ? writer.Write(*ended, options) : std::string();
 }
 
-void PdfConverter::ConvertDocument(PageEngine& engine, const std::filesystem::path& path)
+void PdfConverter::ConvertDocument(PageEngine& engine, const std::filesystem::path& path, const PdfOptions& options)
 {
     if (engine.Ended())
-        WriteFileChecked(path, engine.Pdf());
+        WriteFileChecked(path, engine.Pdf(options));
 }
 
 } // namespace quillmere

@@ -39,6 +39,8 @@ public:
     void DocName(std::string_view name) { documentName = name; }
     /// What the document is about, for its properties.
     void Subject(std::string_view subject) { documentSubject = subject; }
+    /// Who made the document, for its properties.
+    void Author(std::string_view author) { documentAuthor = author; }
     /// True: pages are kept for viewing and for a later `PrintDoc`. False: they go to the printer when the document
     /// ends.
     void Preview(bool kept) { isPreview = kept; }
@@ -117,7 +119,7 @@ public:
     /// The ended document, null before the first one.
     std::shared_ptr<const Document> Ended() const { return ended; }
     /// The ended document as a PDF file, all pages.
-    std::string Pdf();
+    std::string Pdf(const PdfOptions& options = {});
 
     /// Called with every document that ends.
     std::function<void(std::shared_ptr<const Document>)> documentEnded;
@@ -131,7 +133,7 @@ private:
     PdfWriter writer;
 
     std::vector<std::string> devices;
-    std::string device, documentName, documentSubject;
+    std::string device, documentName, documentSubject, documentAuthor;
     bool isPreview = true;
     int paperSize = 0, orientation = 0, duplex = 0, penStyle = 0;
     double marginTop = 0, marginBottom = 0, marginLeft = 0, marginRight = 0;
@@ -154,7 +156,7 @@ private:
 class PdfConverter {
 public:
     /// Throws FileError; a file that could not be written whole is not there.
-    void ConvertDocument(PageEngine& engine, const std::filesystem::path& path);
+    void ConvertDocument(PageEngine& engine, const std::filesystem::path& path, const PdfOptions& options = {});
 };
 
 } // namespace quillmere

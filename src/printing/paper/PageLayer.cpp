@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <fmt/format.h>
+#include <utility>
 
 namespace quillmere {
 
@@ -27,6 +28,8 @@ PageLayer::PageLayer(const Settings& settings) : settings(settings)
 void PageLayer::BeginDocument()
 {
     pageNumber = 0;
+    nextChapter.clear();
+    hasChapters = false;
     cursorX = cursorY = 0;
     isUnderlined = false;
     SetGreys();
@@ -212,9 +215,17 @@ void PageLayer::DrawText(std::string_view text, double width, Alignment alignmen
     cursorX += width;
 }
 
+void PageLayer::BeginChapter(std::string_view title)
+{
+    nextChapter = title;
+    hasChapters = true;
+}
+
 void PageLayer::vsBookmark(std::string_view title, int level, double y)
 {
-    vp->Bookmark(title, level, level > 1 ? Y(y) : 0);
+    if (const std::string chapter = std::exchange(nextChapter, {}); !chapter.empty())
+        vp->Bookmark(chapter, 1, 0);
+    vp->Bookmark(title, level + (hasChapters ? 1 : 0), level > 1 ? Y(y) : 0);
 }
 
 } // namespace quillmere

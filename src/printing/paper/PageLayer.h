@@ -77,6 +77,9 @@ public:
     void BeginFixedPart() { vp->FixedPart(true); }
     void EndFixedPart() { vp->FixedPart(false); }
 
+    /// Begins a chapter of the document, an employee's papers in a document of several: its bookmark stands at the next
+    /// page that has one, and all bookmarks from there on hang under it, until the next chapter.
+    void BeginChapter(std::string_view title);
     /// Notes the page in hand (level 1) or a section on it (level 2, with its y in mm) for the document's bookmarks.
     void vsBookmark(std::string_view title, int level = 1, double y = 0);
 
@@ -97,6 +100,9 @@ private:
 
     const Settings& settings;
     PageEngine* vp = nullptr;
+
+    std::string nextChapter; ///< its bookmark waits for the next page's
+    bool hasChapters = false;
 
     int pageNumber = 0;
     double pageLeft = 0, pageTop = 0, pagePercent = 100; ///< what each page begins with, as for vsSetScale

@@ -7,38 +7,6 @@
 
 namespace quillmere {
 
-namespace {
-
-/// A node of the tree of bookmarks as it grows.
-struct OutlineNode {
-    QPDFObjectHandle object;
-    QPDFObjectHandle last; ///< child
-    int children = 0;
-};
-
-void Hang(OutlineNode& parent, QPDFObjectHandle& child)
-{
-    child.replaceKey("/Parent", parent.object);
-    if (parent.children == 0) {
-        parent.object.replaceKey("/First", child);
-    } else {
-        child.replaceKey("/Prev", parent.last);
-        parent.last.replaceKey("/Next", child);
-    }
-    parent.last = child;
-    ++parent.children;
-}
-
-void Close(OutlineNode& node, int count)
-{
-    if (node.children == 0)
-        return;
-    node.object.replaceKey("/Last", node.last);
-    node.object.replaceKey("/Count", QPDFObjectHandle::newInteger(count));
-}
-
-} // namespace
-
 struct PdfFile::State {
     QPDF file;
 
@@ -74,38 +42,6 @@ std::string PdfFile::AddStream(const std::string& deflated, const std::string& e
         stream.replaceDict(state->Parse("<< " + entries + " >>"));
     stream.replaceStreamData(deflated, QPDFObjectHandle::newName("/FlateDecode"), QPDFObjectHandle::newNull());
     return State::ReferenceTo(stream);
-}
-
-void PdfFile::SetOutline(const std::vector<PdfOutlineItem>& items)
-{
-    if (items.empty())
-        return;
-    const auto add = [this] { return state->file.makeIndirectObject(QPDFObjectHandle::newDictionary()); };
-    const QPDFObjectHandle xyz = QPDFObjectHandle::newName("/XYZ");
-    const QPDFObjectHandle none = QPDFObjectHandle::newNull();
-
-    OutlineNode root;
-    root.object = add();
-    OutlineNode page;
-    for (const PdfOutlineItem& item : items) {
-        QPDFObjectHandle object = add();
-        object.replaceKey("/Title", QPDFObjectHandle::newUnicodeString(item.title));
-        object.replaceKey("/Dest",
-                          QPDFObjectHandle::newArray(std::vector<QPDFObjectHandle>{
-                              state->Parse(item.page), xyz, none, QPDFObjectHandle::newReal(item.y, 2, true), none}));
-        if (item.level > 1 && page.object.isInitialized()) {
-            Hang(page, object);
-            continue;
-        }
-        Close(page, page.children);
-        page = OutlineNode();
-        page.object = object;
-        Hang(root, object);
-    }
-    Close(page, page.children);
-    Close(root, static_cast<int>(items.size()));
-    root.object.replaceKey("/Type", QPDFObjectHandle::newName("/Outlines"));
-    state->file.getRoot().replaceKey("/Outlines", root.object);
 }
 
 std::string PdfFile::Reserve()

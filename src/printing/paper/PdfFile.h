@@ -2,17 +2,8 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace quillmere {
-
-/// A bookmark: title in UTF-8, the place as page and height in points from the bottom.
-struct PdfOutlineItem {
-    std::string title;
-    int level;
-    std::string page; ///< reference
-    double y;
-};
 
 /// A PDF file in the making: objects in the syntax of the format, which libqpdf numbers, checks and writes. It alone
 /// includes libqpdf, whose headers clang 14 takes as C++17 only, so its own header keeps to that too.
@@ -27,8 +18,6 @@ public:
     std::string Add(const std::string& object);
     /// Adds a stream of deflated data with further entries of its dictionary, "/Length1 100".
     std::string AddStream(const std::string& deflated, const std::string& entries = {});
-    /// Sets the bookmarks. Items of level 2 hang under the item of level 1 before them.
-    void SetOutline(const std::vector<PdfOutlineItem>& items);
     /// A reference to an object that is given later.
     std::string Reserve();
     void Replace(const std::string& reference, const std::string& object);

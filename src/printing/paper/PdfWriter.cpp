@@ -6,6 +6,9 @@
 #include "printing/paper/PdfContent.h"
 #include "printing/paper/PdfFile.h"
 #include "printing/paper/PdfFonts.h"
+#include "printing/paper/PdfOutline.h"
+#include "printing/paper/PdfProtection.h"
+#include "printing/paper/PdfText.h"
 
 #include <algorithm>
 #include <array>
@@ -30,25 +33,6 @@ constexpr int FixedEffort = 12;
 
 /// Fixed parts of pages that are kept deflated at most; a form with its settings needs one or two a page.
 constexpr std::size_t KeptParts = 32;
-
-/// A text of the document's properties or bookmarks: as it is if it is plain, else UTF-16 with its mark in hexadecimal.
-std::string TextObject(std::string_view text)
-{
-    if (std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~' && c != '(' && c != ')' && c != '\\'; }))
-        return fmt::format("({})", text);
-    std::string object = "<FEFF";
-    const auto append = [&object](std::uint32_t unit) { fmt::format_to(std::back_inserter(object), "{:04X}", unit); };
-    while (!text.empty()) {
-        const char32_t character = TakeCodePoint(text);
-        if (character > 0xFFFF) {
-            append(0xD800 + ((character - 0x10000) >> 10));
-            append(0xDC00 + ((character - 0x10000) & 0x3FF));
-        } else {
-            append(character);
-        }
-    }
-    return object + '>';
-}
 
 /// Widths of the codes, from each range's first one on.
 std::string WidthsOf(Face face, const PdfFont& font)
@@ -135,6 +119,21 @@ std::vector<PdfOutlineItem> OutlineOf(const Document& document, const std::map<i
     return items;
 }
 
+/// The document's properties; what is not known is left out.
+std::string InformationOf(const Document& document)
+{
+    std::string entries;
+    const auto add = [&entries](std::string_view key, std::string_view text) {
+        if (!text.empty())
+            fmt::format_to(std::back_inserter(entries), "{} {} ", key, PdfText(text));
+    };
+    add("/Title", document.name);
+    add("/Subject", document.subject);
+    add("/Author", document.author);
+    add("/Creator", edition::AppTitle);
+    return "<< " + entries + ">>";
+}
+
 /// True if two stretches of one document draw the same.
 bool AreSame(const Document& document, std::span<const Operation> one, std::span<const Operation> other)
 {
@@ -201,14 +200,14 @@ PdfWriter::PdfWriter() : state(std::make_unique<State>())
 }
 PdfWriter::~PdfWriter() = default;
 
-std::string PdfWriter::Write(const Document& document)
+std::string PdfWriter::Write(const Document& document, const PdfOptions& options)
 {
     std::vector<int> pages(static_cast<std::size_t>(document.PageCount()));
     std::iota(pages.begin(), pages.end(), 1);
-    return Write(document, pages);
+    return Write(document, pages, options);
 }
 
-std::string PdfWriter::Write(const Document& document, std::span<const int> pages)
+std::string PdfWriter::Write(const Document& document, std::span<const int> pages, const PdfOptions& options)
 {
     PdfFile file;
 
@@ -241,14 +240,13 @@ std::string PdfWriter::Write(const Document& document, std::span<const int> page
                                    "/Resources << /Font << {} >> >> >>",
                                    pages.size(), kids, SheetWidth / TwipsPerPoint, SheetHeight / TwipsPerPoint, fonts));
 
-    file.SetOutline(OutlineOf(document, pageReferences));
+    if (const std::string outline = AddOutline(file, OutlineOf(document, pageReferences)); !outline.empty())
+        file.SetInCatalogue("/Outlines", outline);
     file.SetInCatalogue("/Pages", tree);
     file.SetInCatalogue("/Lang", fmt::format("({})", document.language));
     file.SetInCatalogue("/ViewerPreferences", "<< /DisplayDocTitle true >>");
-    file.SetInTrailer("/Info",
-                      file.Add(fmt::format("<< /Title {} /Subject {} /Creator {} >>", TextObject(document.name),
-                                           TextObject(document.subject), TextObject(edition::AppTitle))));
-    return file.Bytes();
+    file.SetInTrailer("/Info", file.Add(InformationOf(document)));
+    return options.password.empty() ? file.Bytes() : Protected(file.Bytes(), options.password);
 }
 
 } // namespace quillmere

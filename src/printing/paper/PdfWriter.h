@@ -8,6 +8,11 @@
 
 namespace quillmere {
 
+/// What is asked of a PDF file beside its pages.
+struct PdfOptions {
+    std::string password; ///< that opens the file, in UTF-8; empty: anybody opens it
+};
+
 /// Makes PDF files of recorded documents: the content as recorded, each character a glyph at its measured place, in the
 /// order of drawing, so that texts can be selected, searched and read out. The faces in use are embedded as subsets.
 ///
@@ -21,9 +26,9 @@ public:
     ~PdfWriter();
 
     /// The bytes of a file with all pages, or with the given pages (from 1) in the given order, with title, subject,
-    /// language and the bookmarks of these pages. Throws std::out_of_range for a page that the document lacks.
-    std::string Write(const Document& document);
-    std::string Write(const Document& document, std::span<const int> pages);
+    /// author, language and the bookmarks of these pages. Throws std::out_of_range for a page that the document lacks.
+    std::string Write(const Document& document, const PdfOptions& options = {});
+    std::string Write(const Document& document, std::span<const int> pages, const PdfOptions& options = {});
 
 private:
     struct State;

@@ -1,0 +1,80 @@
+#include "printing/paper/PdfOutline.h"
+
+#include "printing/paper/PdfFile.h"
+#include "printing/paper/PdfText.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+
+namespace quillmere {
+
+namespace {
+
+/// A place in the tree of bookmarks; its root comes first.
+struct Node {
+    std::string reference, parent, first, last, previous, next;
+    int level = 0;
+    int children = 0;
+    int below = 0; ///< all that hang under it
+};
+
+std::vector<Node> TreeOf(PdfFile& file, const std::vector<PdfOutlineItem>& items)
+{
+    std::vector<Node> nodes = {{.reference = file.Reserve()}};
+    nodes.reserve(items.size() + 1);
+    std::vector<std::size_t> path = {0}; // from the root to the last one
+    std::vector<std::size_t> lastChild(items.size() + 1);
+    for (const PdfOutlineItem& item : items) {
+        while (path.size() > 1 && nodes[path.back()].level >= item.level)
+            path.pop_back();
+        const std::size_t place = nodes.size();
+        Node& parent = nodes[path.back()];
+        Node node{.reference = file.Reserve(), .parent = parent.reference, .level = item.level};
+        if (parent.children++ == 0) {
+            parent.first = node.reference;
+        } else {
+            Node& before = nodes[lastChild[path.back()]];
+            before.next = node.reference;
+            node.previous = before.reference;
+        }
+        parent.last = node.reference;
+        lastChild[path.back()] = place;
+        for (const std::size_t above : path)
+            ++nodes[above].below;
+        nodes.push_back(std::move(node));
+        path.push_back(place);
+    }
+    return nodes;
+}
+
+std::string Entry(std::string_view key, const std::string& reference)
+{
+    return reference.empty() ? std::string() : fmt::format("{} {} ", key, reference);
+}
+
+} // namespace
+
+std::string AddOutline(PdfFile& file, const std::vector<PdfOutlineItem>& items)
+{
+    if (items.empty())
+        return {};
+    const std::vector<Node> nodes = TreeOf(file, items);
+    const bool isClosed = std::ranges::any_of(items, [](const PdfOutlineItem& item) { return item.level > 2; });
+    for (std::size_t at = 1; at < nodes.size(); ++at) {
+        const Node& node = nodes[at];
+        const PdfOutlineItem& item = items[at - 1];
+        std::string object = fmt::format("<< /Title {} /Parent {} /Dest [{} /XYZ null {:.2f} null] ",
+                                         PdfText(item.title), node.parent, item.page, item.y);
+        object += Entry("/Prev", node.previous) + Entry("/Next", node.next);
+        if (node.children > 0)
+            object += fmt::format("/First {} /Last {} /Count {} ", node.first, node.last,
+                                  isClosed ? -node.children : node.below);
+        file.Replace(node.reference, object + ">>");
+    }
+    const Node& root = nodes.front();
+    file.Replace(root.reference, fmt::format("<< /Type /Outlines /First {} /Last {} /Count {} >>", root.first,
+                                             root.last, isClosed ? root.children : root.below));
+    return root.reference;
+}
+
+} // namespace quillmere
