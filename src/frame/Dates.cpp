@@ -76,48 +76,42 @@ std::optional<Day> CalendarDay(int day, int month, int year)
     return Day{date};
 }
 
-/// Makes a one-digit year a two-digit one, and sets the century before a two-digit year.
-std::string WithCentury(std::string text)
+/// A date as it is written, with a year of any length.
+struct WrittenDate {
+    int day, month, year;
+    bool hasCentury;
+};
+
+std::optional<WrittenDate> ReadWrittenDate(std::string_view text)
 {
-    if (text[text.size() - 2] == '/')
-        text.insert(text.size() - 1, 1, '0');
-    if (text[text.size() - 3] == '/') {
-        const int year = ReadPiece(std::string_view(text).substr(text.size() - 2));
-        text.insert(text.size() - 2, edition::CenturyLimit() > year ? "20" : "19");
-    }
-    return text;
+    if (text.size() < 5 || text.size() > 10)
+        return std::nullopt;
+    const auto pieces = PartDate(text);
+    if (!pieces || !IsDigits(pieces->day) || !IsDigits(pieces->month) || !IsDigits(pieces->year))
+        return std::nullopt;
+    const WrittenDate date{.day = ReadPiece(pieces->day),
+                           .month = ReadPiece(pieces->month),
+                           .year = ReadPiece(pieces->year),
+                           .hasCentury = pieces->year.size() > 2};
+    if (date.month < 1 || date.month > 12 || date.day < 1 || date.day > DaysInMonth(date.month, date.year))
+        return std::nullopt;
+    return CalendarDay(date.day, date.month, date.year) ? std::optional(date) : std::nullopt;
 }
 
 } // namespace
 
 bool IsDateText(std::string_view text)
 {
-    if (text.empty())
-        return true;
-    if (text.size() < 5 || text.size() > 10)
-        return false;
-    const auto pieces = PartDate(text);
-    if (!pieces)
-        return false;
-    if (!IsDigits(pieces->day) || !IsDigits(pieces->month) || !IsDigits(pieces->year))
-        return false;
-    const int day = ReadPiece(pieces->day);
-    const int month = ReadPiece(pieces->month);
-    const int year = ReadPiece(pieces->year);
-    if (month < 1 || month > 12 || day < 1 || day > DaysInMonth(month, year))
-        return false;
-    return CalendarDay(day, month, year).has_value();
+    return text.empty() || ReadWrittenDate(text).has_value();
 }
 
 std::optional<Day> ReadDate(std::string_view text)
 {
-    if (text.empty() || !IsDateText(text))
+    const auto date = ReadWrittenDate(text);
+    if (!date)
         return std::nullopt;
-    const std::string full = WithCentury(std::string(text));
-    const auto pieces = PartDate(full);
-    if (!pieces)
-        return std::nullopt;
-    return CalendarDay(ReadPiece(pieces->day), ReadPiece(pieces->month), ReadPiece(pieces->year));
+    const int century = edition::CenturyLimit() > date->year ? 2000 : 1900;
+    return CalendarDay(date->day, date->month, date->hasCentury ? date->year : century + date->year);
 }
 
 std::string FormatDate(Day day)
