@@ -151,7 +151,7 @@ constexpr auto Steps = std::to_array<StepRow<WorkedVan>>({
      .box = "MBox",
      .says = "Van benefit charge",
      .sum = "{K} - {L}, at least 0",
-     .source = "ITEPA 2003 s.154, s.155"},
+     .source = "ITEPA 2003 s.154, s.158"},
 
     {.name = "P", .box = "PBox", .says = "Fuel benefit of a full year", .source = "ITEPA 2003 s.161", .when = HasFuel},
     {.name = "P",

@@ -180,7 +180,7 @@ constexpr auto Figures = std::to_array<Figure>({
 
 constexpr auto Steps = std::to_array<Step>({
     {.name = "A", .says = "List price", .source = "ITEPA 2003 s.122"},
-    {.name = "B", .says = "Accessories", .source = "ITEPA 2003 s.125"},
+    {.name = "B", .says = "Accessories", .source = "ITEPA 2003 s.126"},
     {.name = "C", .box = "CBox", .says = "Total price", .sum = "{A} + {B}", .source = "ITEPA 2003 s.121(1) step 2"},
     {.name = "D", .says = "Capital contributions", .source = "ITEPA 2003 s.132"},
     {.name = "E",
@@ -236,7 +236,7 @@ constexpr auto Steps = std::to_array<Step>({
     {.name = "J",
      .box = "JBox",
      .says = "Points off for the fuel, letter {letter}",
-     .source = "ITEPA 2003 s.170",
+     .source = "ITEPA 2003 s.170(4), SI 2001/1123",
      .when = [](const WorkedCar& car) { return IsByEngine(car) || (IsByCO2(car) && !IsLow(car)); }},
     {.name = "M",
      .box = "MBox",

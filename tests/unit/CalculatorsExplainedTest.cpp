@@ -6,6 +6,7 @@
 #include "calculators/VanExplained.h"
 #include "support/SumOfWords.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
@@ -76,6 +77,18 @@ TEST(VanExplained, NamesTheSectionsForDaysWithoutFuelAndForSharing)
     const Explained explained = ExplainVan({.registrationNumber = "V1", .percentage = "30", .fuelTick = true});
     EXPECT_EQ(explained.StepOf("TBox")->source, "ITEPA 2003 s.163");
     EXPECT_EQ(explained.StepOf("WBox")->source, "ITEPA 2003 s.164");
+}
+
+TEST(CalculatorsExplained, NameTheSectionThatTakesOffOrAddsEachFigure)
+{
+    EXPECT_EQ(ExplainVan({.registrationNumber = "V1"}).StepOf("MBox")->source, "ITEPA 2003 s.154, s.158");
+    const Explained loan = ExplainLoan({.ABox = "9000", .BBox = "9000", .interestRate = "4"});
+    EXPECT_EQ(loan.StepOf("DBox")->source, "ITEPA 2003 s.182 step 1");
+    EXPECT_EQ(loan.StepOf("EBox")->source, "ITEPA 2003 s.182 step 3");
+    EXPECT_EQ(loan.StepOf("CashEq")->source, "ITEPA 2003 s.175(3)");
+    const Explained move = ExplainRelocation({.CBox = "9000"});
+    const auto accommodation = std::ranges::find(move.steps, "C", &ExplainedStep::name);
+    EXPECT_EQ(accommodation->source, "ITEPA 2003 s.287(5)") << "s.288 is about bridging loans";
 }
 
 TEST(AccommodationExplained, NotesWhatIsMadeGoodAboveTheValue)
