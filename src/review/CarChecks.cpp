@@ -1,3 +1,4 @@
+#include "cars/CarBenefit.h"
 #include "edition/CarRates.h"
 #include "frame/Dates.h"
 #include "frame/Tick.h"
@@ -21,18 +22,18 @@ std::optional<Day> DayOf(std::string_view text)
     return ReadDate(Trimmed(text));
 }
 
-Day From(const CarFacts& car)
+Day From(const CarOnForm& car)
 {
     return DayOf(car.from).value_or(YearStart);
 }
 
-Day To(const CarFacts& car)
+Day To(const CarOnForm& car)
 {
     return DayOf(car.to).value_or(YearEnd);
 }
 
 /// True if somebody has begun to enter the car.
-bool Entered(const CarFacts& car)
+bool Entered(const CarOnForm& car)
 {
     return Filled(car.makeModel) || Filled(car.registered) || Filled(car.listPrice) || Filled(car.cash);
 }
@@ -42,7 +43,7 @@ template<class Trips>
 Spots OfCars(const FormFacts& form, std::string_view box, Trips trips)
 {
     Spots spots;
-    for (const CarFacts& car : form.cars)
+    for (const CarOnForm& car : form.cars)
         if (Entered(car) && trips(car))
             spots.push_back(SpotOfCar(car.number, box));
     return spots;
@@ -61,17 +62,17 @@ Spot SpotOfCar(int car, std::string_view box)
 
 Spots NoListPrice(const FormFacts& form)
 {
-    return OfCars(form, "FListPrice", [](const CarFacts& car) { return !Filled(car.listPrice); });
+    return OfCars(form, "FListPrice", [](const CarOnForm& car) { return !Filled(car.listPrice); });
 }
 
 Spots CarNotWorkedOut(const FormFacts& form)
 {
-    return OfCars(form, "FCashEqu", [](const CarFacts& car) { return !Filled(car.cash); });
+    return OfCars(form, "FCashEqu", [](const CarOnForm& car) { return !Filled(car.cash); });
 }
 
 Spots NoCO2Figure(const FormFacts& form)
 {
-    return OfCars(form, "FC02", [](const CarFacts& car) {
+    return OfCars(form, "FC02", [](const CarOnForm& car) {
         const auto registered = DayOf(car.registered);
         return registered && *registered >= edition::CO2RegimeStart && !Filled(car.co2) && !IsSet(car.withoutCO2);
     });
@@ -80,19 +81,19 @@ Spots NoCO2Figure(const FormFacts& form)
 Spots WholeYear(const FormFacts& form)
 {
     return OfCars(form, "FDateFrom",
-                  [](const CarFacts& car) { return DayOf(car.from) == YearStart && DayOf(car.to) == YearEnd; });
+                  [](const CarOnForm& car) { return DayOf(car.from) == YearStart && DayOf(car.to) == YearEnd; });
 }
 
 Spots OutsideTheYear(const FormFacts& form)
 {
-    return OfCars(form, "FDateFrom", [](const CarFacts& car) {
+    return OfCars(form, "FDateFrom", [](const CarOnForm& car) {
         return From(car) < YearStart || To(car) > YearEnd || From(car) > To(car);
     });
 }
 
 Spots RegisteredLater(const FormFacts& form)
 {
-    return OfCars(form, "FRegDate", [](const CarFacts& car) {
+    return OfCars(form, "FRegDate", [](const CarOnForm& car) {
         const auto registered = DayOf(car.registered);
         return registered && Filled(car.from) && *registered > From(car);
     });
@@ -104,7 +105,7 @@ struct Period {
     Day first, last;
 };
 
-std::vector<Period> PeriodsOf(const CarFacts& car)
+std::vector<Period> PeriodsOf(const CarOnForm& car)
 {
     std::vector<Period> periods;
     for (std::size_t i = 0; i < car.unavailableFirst.size(); ++i) {
@@ -120,7 +121,7 @@ std::vector<Period> PeriodsOf(const CarFacts& car)
 
 Spots PeriodsOverlap(const FormFacts& form)
 {
-    Spots spots = OfCars(form, "txtUnavailableFirst", [](const CarFacts& car) {
+    Spots spots = OfCars(form, "txtUnavailableFirst", [](const CarOnForm& car) {
         const std::vector<Period> periods = PeriodsOf(car);
         for (std::size_t i = 0; i < periods.size(); ++i) {
             if (periods[i].first < From(car) || periods[i].last > To(car))
@@ -138,18 +139,18 @@ Spots PeriodsOverlap(const FormFacts& form)
 
 Spots FuelNotCompleted(const FormFacts& form)
 {
-    return OfCars(form, "FFuelEqu", [](const CarFacts& car) { return IsSet(car.fuelTick) && !Filled(car.fuel); });
+    return OfCars(form, "FFuelEqu", [](const CarOnForm& car) { return IsSet(car.fuelTick) && !Filled(car.fuel); });
 }
 
 Spots FuelNotTicked(const FormFacts& form)
 {
     return OfCars(form, "FuelTick",
-                  [](const CarFacts& car) { return !IsSet(car.fuelTick) && !ReadAmount(car.fuel).IsZero(); });
+                  [](const CarOnForm& car) { return !IsSet(car.fuelTick) && !ReadAmount(car.fuel).IsZero(); });
 }
 
 Spots WithdrawnOutside(const FormFacts& form)
 {
-    return OfCars(form, "FDateWithdrawn", [](const CarFacts& car) {
+    return OfCars(form, "FDateWithdrawn", [](const CarOnForm& car) {
         const auto withdrawn = DayOf(car.withdrawn);
         return withdrawn && (*withdrawn < From(car) || *withdrawn > To(car));
     });
@@ -161,11 +162,11 @@ namespace {
 struct CarTotalRow {
     std::string_view box;
     std::string_view FormFacts::*total;
-    std::string_view CarFacts::*ofCar;
+    std::string_view CarOnForm::*ofCar;
 };
 constexpr auto CarTotals = std::to_array<CarTotalRow>({
-    {"FTotalCashCars", &FormFacts::totalOfCars, &CarFacts::cash},
-    {"FTotalCashFuel", &FormFacts::totalOfFuel, &CarFacts::fuel},
+    {"FTotalCashCars", &FormFacts::totalOfCars, &CarOnForm::cash},
+    {"FTotalCashFuel", &FormFacts::totalOfFuel, &CarOnForm::fuel},
 });
 
 } // namespace
@@ -175,7 +176,7 @@ Spots CarTotalDiffers(const FormFacts& form)
     Spots spots;
     for (const CarTotalRow& row : CarTotals) {
         Amount sum;
-        for (const CarFacts& car : form.cars)
+        for (const CarOnForm& car : form.cars)
             sum += ReadAmount(car.*row.ofCar);
         if (const Amount shown = ReadAmount(form.*row.total); shown != sum)
             spots.push_back({.section = "F",
@@ -190,6 +191,77 @@ Spots FuelWithoutCar(const FormFacts& form)
 {
     const bool trips = !ReadAmount(form.totalOfFuel).IsZero() && ReadAmount(form.totalOfCars).IsZero();
     return trips ? Spots{{.section = "F", .screen = Page1, .box = "FTotalCashCars"}} : Spots{};
+}
+
+namespace {
+
+/// True if every text that stands is a date.
+bool AreDates(std::initializer_list<std::string_view> texts)
+{
+    return std::ranges::all_of(texts, [](std::string_view text) { return text.empty() || ReadDate(text); });
+}
+
+/// What the rule makes of a car's boxes; nothing for a car that is not charged, or that it cannot work out.
+std::optional<CarWorking> WorkedOut(const CarOnForm& car)
+{
+    const auto& first = car.unavailableFirst;
+    const auto& last = car.unavailableLast;
+    if (car.registered.empty() || car.fuelLetter.empty() ||
+        !AreDates({car.registered, car.from, car.to, car.withdrawn, first[0], first[1], first[2], first[3], last[0],
+                   last[1], last[2], last[3]}))
+        return std::nullopt;
+    CarTexts texts{.registrationDate = std::string(car.registered),
+                   .fuel = std::string(car.fuelLetter),
+                   .co2 = std::string(car.co2),
+                   .noCO2 = IsSet(car.withoutCO2),
+                   .engine = std::string(car.engine),
+                   .dateFrom = std::string(car.from),
+                   .dateTo = std::string(car.to),
+                   .listPrice = std::string(car.listPrice),
+                   .accessories = std::string(car.accessories),
+                   .contribution = std::string(car.contribution),
+                   .privateUse = std::string(car.privateUse),
+                   .periods = {},
+                   .dateWithdrawn = std::string(car.withdrawn),
+                   .reinstated = IsSet(car.reinstated)};
+    for (std::size_t i = 0; i < texts.periods.size(); ++i)
+        texts.periods[i] = {std::string(first[i]), std::string(last[i])};
+    try {
+        return CarBenefit(ReadCar(texts));
+    } catch (const Failure&) {
+        return std::nullopt; // its figures leave the range of the form's boxes
+    }
+}
+
+/// A figure of a car: what it reads, and what has been worked out.
+struct CarFigureRow {
+    std::string_view box;
+    std::string_view (*shown)(const CarOnForm&); ///< empty where another check says so, or nothing is charged
+    Amount (*workedOut)(const CarWorking&);
+};
+constexpr auto CarFigures = std::to_array<CarFigureRow>({
+    {"FCashEqu", [](const CarOnForm& car) { return car.cash; },
+     [](const CarWorking& working) { return working.cashEquivalent; }},
+    {"FFuelEqu", [](const CarOnForm& car) { return IsSet(car.fuelTick) ? car.fuel : std::string_view(); },
+     [](const CarWorking& working) { return Amount::WholePounds(working.fuelEquivalent); }},
+});
+
+} // namespace
+
+Spots CarTypedOver(const FormFacts& form)
+{
+    Spots spots;
+    for (const CarOnForm& car : form.cars) {
+        const std::optional<CarWorking> working = WorkedOut(car);
+        for (const CarFigureRow& row : CarFigures) {
+            const std::string_view text = row.shown(car);
+            if (!working || !Filled(text) || ReadAmount(text) == row.workedOut(*working))
+                continue;
+            Spot& spot = spots.emplace_back(SpotOfCar(car.number, row.box));
+            spot.detail += ", " + ShownAndWorkedOut(ReadAmount(text), row.workedOut(*working));
+        }
+    }
+    return spots;
 }
 
 } // namespace quillmere::review

@@ -44,9 +44,14 @@ private:
     std::map<std::string_view, std::unique_ptr<Screen>> made;
 };
 
-std::string SummaryText(const std::vector<Finding>& findings, bool complete)
+Severity SeverityOf(const Finding& finding)
 {
-    const auto faults = std::ranges::count(findings, Severity::Fault, &Finding::severity);
+    return finding.check->severity;
+}
+
+std::string SummaryText(const FindingList& findings, bool complete)
+{
+    const auto faults = std::ranges::count(findings, Severity::Fault, SeverityOf);
     if (!complete)
         return fmt::format("{} to look at so far ...", findings.size());
     if (findings.empty())
@@ -105,20 +110,20 @@ void CheckList::GoOn()
     review.reset();
 }
 
-void CheckList::Show(const std::vector<Finding>& newFindings, bool complete)
+void CheckList::Show(const FindingList& newFindings, bool complete)
 {
     findings = newFindings;
     // Faults first; else in the order of the employees and of the form.
-    std::ranges::stable_sort(findings, {}, &Finding::severity);
+    std::ranges::stable_sort(findings, {}, SeverityOf);
     SpokenNames spoken(session.screens);
     std::vector<std::string> lines;
     lines.reserve(findings.size());
     for (const Finding& finding : findings) {
         const Spot& spot = finding.spot;
         lines.push_back(fmt::format("{}\t{}\t{}\t{}{}{}\t{}\t{}",
-                                    finding.severity == Severity::Fault ? "Fault" : "Look", finding.employee,
-                                    spot.section, finding.words, spot.detail.empty() ? "" : ": ", spot.detail,
-                                    spoken.Of(spot), finding.source));
+                                    finding.check->severity == Severity::Fault ? "Fault" : "Look", finding.Employee(),
+                                    spot.section, finding.check->words, spot.detail.empty() ? "" : ": ", spot.detail,
+                                    spoken.Of(spot), finding.check->source));
     }
     box("Findings").SetEntries(std::move(lines));
     box("Summary").SetText(SummaryText(findings, complete));
@@ -131,7 +136,7 @@ void CheckList::GoToChosen()
         return;
     const Finding finding = findings.at(static_cast<std::size_t>(chosen));
     const Spot& spot = finding.spot;
-    const std::string employee = finding.employee.empty() ? session.CurrentEmployee : finding.employee;
+    const std::string employee = finding.Employee().empty() ? session.CurrentEmployee : finding.Employee();
     GoToBox(session, session.CurrentEmployer, employee, {spot.screen, spot.box, spot.index});
 }
 

@@ -23,12 +23,12 @@ private:
 
     void Start();
     void GoOn();
-    void Show(const std::vector<Finding>& newFindings, bool complete);
+    void Show(const FindingList& newFindings, bool complete);
     void GoToChosen();
 
     Paper paper;
     std::optional<EmployerReview> review; ///< while an employer is looked through
-    std::vector<Finding> findings;        ///< in the order of the list
+    FindingList findings;                 ///< in the order of the list
 };
 
 } // namespace quillmere::review

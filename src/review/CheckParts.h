@@ -43,5 +43,12 @@ Spots FuelNotTicked(const FormFacts& form);
 Spots WithdrawnOutside(const FormFacts& form);
 Spots CarTotalDiffers(const FormFacts& form);
 Spots FuelWithoutCar(const FormFacts& form);
+Spots CarTypedOver(const FormFacts& form);
+
+// Of what calculators have handed over.
+Spots CalculatorDiffers(const FormFacts& form);
+
+/// What stands in a box, and what its rule makes of the others.
+std::string ShownAndWorkedOut(Amount shown, Amount workedOut);
 
 } // namespace quillmere::review

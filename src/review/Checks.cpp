@@ -8,31 +8,30 @@ namespace {
 
 template<class Looked>
 void Run(std::span<const CheckRow<Looked>> checks, std::string_view employee, const Looked& looked,
-         std::vector<Finding>& findings)
+         FindingList& findings)
 {
-    for (const CheckRow<Looked>& check : checks)
-        for (Spot& spot : check.find(looked))
-            findings.push_back({.code = check.code,
-                                .severity = check.severity,
-                                .words = check.words,
-                                .source = check.source,
-                                .employee = std::string(employee),
-                                .spot = std::move(spot)});
+    std::shared_ptr<const std::string> name;
+    for (const CheckRow<Looked>& row : checks)
+        for (Spot& spot : row.find(looked)) {
+            if (name == nullptr)
+                name = std::make_shared<const std::string>(employee);
+            findings.push_back({.check = &row.check, .form = name, .spot = std::move(spot)});
+        }
 }
 
 } // namespace
 
-void CheckEmployee(std::string_view employee, const FormFacts& form, std::vector<Finding>& findings)
+void CheckEmployee(std::string_view employee, const FormFacts& form, FindingList& findings)
 {
     Run(EmployeeChecks(), employee, form, findings);
 }
 
-void CheckPaper(std::string_view employee, const PaperFacts& facts, std::vector<Finding>& findings)
+void CheckPaper(std::string_view employee, const PaperFacts& facts, FindingList& findings)
 {
     Run(PaperChecks(), employee, facts, findings);
 }
 
-void CheckEmployer(const EmployerFacts& facts, std::vector<Finding>& findings)
+void CheckEmployer(const EmployerFacts& facts, FindingList& findings)
 {
     Run(EmployerChecks(), {}, facts, findings);
 }

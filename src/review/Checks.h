@@ -4,6 +4,8 @@
 #include "frame/Box.h"
 #include "review/FormFacts.h"
 
+#include <deque>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -31,12 +33,17 @@ struct Spot {
 using Spots = std::vector<Spot>;
 
 /// One thing that is looked for.
-template<class Looked>
-struct CheckRow {
+struct Check {
     std::string_view code; ///< stays the same from year to year
     Severity severity;
     std::string_view words;
     std::string_view source; ///< who says so
+};
+
+/// A check with its look at the facts.
+template<class Looked>
+struct CheckRow {
+    Check check;
     Spots (*find)(const Looked&);
 };
 
@@ -76,23 +83,29 @@ std::span<const EmployerCheck> EmployerChecks();
 
 /// Something to look at.
 struct Finding {
-    std::string_view code;
-    Severity severity;
-    std::string_view words, source;
-    std::string employee; ///< whose form; empty for the employer's own findings
+    const Check* check;
+    std::shared_ptr<const std::string> form; ///< whose form, one name for all its findings
     Spot spot;
 
-    friend bool operator==(const Finding&, const Finding&) = default;
+    /// Empty for the employer's own findings.
+    const std::string& Employee() const { return *form; }
+    friend bool operator==(const Finding& one, const Finding& other)
+    {
+        return one.check == other.check && one.Employee() == other.Employee() && one.spot == other.spot;
+    }
 };
+
+/// There may be tens of thousands.
+using FindingList = std::deque<Finding>;
 
 // Each lists what it finds behind what is listed, in the order of the checks.
 
 /// All findings on one employee's form.
-void CheckEmployee(std::string_view employee, const FormFacts& form, std::vector<Finding>& findings);
+void CheckEmployee(std::string_view employee, const FormFacts& form, FindingList& findings);
 /// All findings on how an employee's form prints.
-void CheckPaper(std::string_view employee, const PaperFacts& facts, std::vector<Finding>& findings);
+void CheckPaper(std::string_view employee, const PaperFacts& facts, FindingList& findings);
 /// All findings that an employer's forms and declaration show together.
-void CheckEmployer(const EmployerFacts& facts, std::vector<Finding>& findings);
+void CheckEmployer(const EmployerFacts& facts, FindingList& findings);
 
 /// What an employer's checks need of one employee's form.
 EmployerFacts::Employee FactsOf(std::string_view employee, const FormFacts& form);

@@ -103,17 +103,18 @@ Spots NoAccountsOffice(const EmployerFacts& facts)
 }
 
 constexpr auto ChecksOfEmployer = std::to_array<EmployerCheck>({
-    {"EM1", Fault, "Two employees have one National Insurance number: is a form there twice?", CommonMistakes,
+    {{"EM1", Fault, "Two employees have one National Insurance number: is a form there twice?", CommonMistakes},
      OneNumberTwice},
-    {"EM2", Oddity, "Nobody is ticked as a director", CommonMistakes, NoDirector},
-    {"DE1", Fault, "The references of the declaration and of a form differ", Declared, ReferencesDiffer},
-    {"DE2", Fault, "No benefits are declared, and there are some", Declared, NoBenefitsDeclared},
-    {"DE3", Oddity, "There are forms, and the declaration neither encloses nor has sent them", Declared,
+    {{"EM2", Oddity, "Nobody is ticked as a director", CommonMistakes}, NoDirector},
+    {{"DE1", Fault, "The references of the declaration and of a form differ", Declared}, ReferencesDiffer},
+    {{"DE2", Fault, "No benefits are declared, and there are some", Declared}, NoBenefitsDeclared},
+    {{"DE3", Oddity, "There are forms, and the declaration neither encloses nor has sent them", Declared},
      NothingDeclared},
-    {"DE4", Oddity, "Box A is not today's total of the forms", Declared, BoxAOutOfDate},
-    {"DE5", Oddity, "Adjustments are ticked, and nothing is added or deducted", Declared, AdjustedByNothing},
-    {"DE6", Fault, "The forms were sent, and the office or the day is missing", Declared, SentWithoutDate},
-    {"DE7", Oddity, "Contributions are due, and the accounts office reference is missing", Declared, NoAccountsOffice},
+    {{"DE4", Oddity, "Box A is not today's total of the forms", Declared}, BoxAOutOfDate},
+    {{"DE5", Oddity, "Adjustments are ticked, and nothing is added or deducted", Declared}, AdjustedByNothing},
+    {{"DE6", Fault, "The forms were sent, and the office or the day is missing", Declared}, SentWithoutDate},
+    {{"DE7", Oddity, "Contributions are due, and the accounts office reference is missing", Declared},
+     NoAccountsOffice},
 });
 
 } // namespace

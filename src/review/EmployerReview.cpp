@@ -7,7 +7,7 @@ namespace quillmere::review {
 
 namespace {
 
-void CheckForm(std::string_view employee, const FormFacts& form, const Paper& paper, std::vector<Finding>& findings)
+void CheckForm(std::string_view employee, const FormFacts& form, const Paper& paper, FindingList& findings)
 {
     CheckEmployee(employee, form, findings);
     CheckPaper(employee, paper.Cut(form), findings);
@@ -69,8 +69,8 @@ void EmployerReview::LookAtAll(Database& database)
     CheckEmployer(facts, findings);
 }
 
-std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee,
-                                     const Paper& paper)
+FindingList CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee,
+                            const Paper& paper)
 {
     FormFacts form;
     std::vector<Recordset> held; // what the facts are views of
@@ -82,12 +82,12 @@ std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employ
             for (const FactsRecord::Field& field : record.fields)
                 *field.text = records.Field(field.name);
     }
-    std::vector<Finding> findings;
+    FindingList findings;
     CheckForm(employee, form, paper, findings);
     return findings;
 }
 
-std::vector<Finding> CheckAllOf(Database& database, std::string_view employer, const Paper& paper)
+FindingList CheckAllOf(Database& database, std::string_view employer, const Paper& paper)
 {
     EmployerReview review(std::string(employer), paper);
     while (review.GoOn(database, std::numeric_limits<int>::max())) {

@@ -22,8 +22,7 @@ namespace quillmere::review {
 class EmployerReview {
 public:
     /// Hears of each employee, with the findings on his form. They are not kept then.
-    using Heard =
-        std::function<void(std::string_view employee, const FormFacts& form, const std::vector<Finding>& found)>;
+    using Heard = std::function<void(std::string_view employee, const FormFacts& form, const FindingList& found)>;
 
     /// `paper` outlives it.
     EmployerReview(std::string employer, const Paper& paper, Heard heard = {})
@@ -40,8 +39,8 @@ public:
 
     /// How many findings there are so far, kept or not.
     std::size_t Found() const { return heardOf + findings.size(); }
-    const std::vector<Finding>& Findings() const& { return findings; }
-    std::vector<Finding> Findings() && { return std::move(findings); }
+    const FindingList& Findings() const& { return findings; }
+    FindingList Findings() && { return std::move(findings); }
     std::size_t EmployeesSeen() const { return facts.employees.size(); }
     /// The employer's declaration, once there is nothing more to look at.
     const DeclarationTotals& Declaration() const { return facts.declaration; }
@@ -56,7 +55,7 @@ private:
     Heard heard;
     Amount benefits; ///< liable to Class 1A, of all employees so far
     EmployerFacts facts;
-    std::vector<Finding> findings;
+    FindingList findings;
     std::size_t heardOf = 0;      ///< findings that were not kept
     std::optional<Database> held; ///< for a look in pieces
     std::optional<EmployerForms> forms;
@@ -64,11 +63,11 @@ private:
 };
 
 /// The findings on one employee's form. Throws StoreError.
-std::vector<Finding> CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee,
-                                     const Paper& paper);
+FindingList CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee,
+                            const Paper& paper);
 
 /// The findings on all forms of an employer, and on what they show together, in that order. Throws StoreError.
-std::vector<Finding> CheckAllOf(Database& database, std::string_view employer, const Paper& paper);
+FindingList CheckAllOf(Database& database, std::string_view employer, const Paper& paper);
 
 /// How many findings there are on an employee's form, or on all of an employer's where the employee is empty, in words:
 /// "3 things to look at". Empty if there are none, or if the store cannot be read.

@@ -164,7 +164,7 @@ Spots OfLoans(const FormFacts& form, std::string_view box, Trips trips)
 
 Spots LoanWithoutCashEquivalent(const FormFacts& form)
 {
-    return OfLoans(form, "HLoanCashEqu", [](const LoanFacts& loan) {
+    return OfLoans(form, "HLoanCashEqu", [](const LoanOnForm& loan) {
         const bool entered = Filled(loan.atStart) || Filled(loan.atEnd) || Filled(loan.largest);
         return entered && !Filled(loan.cash);
     });
@@ -172,7 +172,7 @@ Spots LoanWithoutCashEquivalent(const FormFacts& form)
 
 Spots LoanEndsBeforeItBegins(const FormFacts& form)
 {
-    return OfLoans(form, "HLoanDischarge", [](const LoanFacts& loan) {
+    return OfLoans(form, "HLoanDischarge", [](const LoanOnForm& loan) {
         const auto made = ReadDate(Trimmed(loan.made));
         const auto discharged = ReadDate(Trimmed(loan.discharged));
         return made && discharged && *discharged < *made;
@@ -183,7 +183,7 @@ Spots SmallLoans(const FormFacts& form)
 {
     Amount largest;
     bool charged = false;
-    for (const LoanFacts& loan : form.loans) {
+    for (const LoanOnForm& loan : form.loans) {
         largest += std::max({Amount(), ReadAmount(loan.atStart), ReadAmount(loan.atEnd), ReadAmount(loan.largest)});
         charged = charged || !ReadAmount(loan.cash).IsZero();
     }
@@ -196,35 +196,38 @@ Spots SmallLoans(const FormFacts& form)
 using enum Severity;
 
 constexpr auto ChecksOfEmployee = std::to_array<EmployeeCheck>({
-    {"ID1", Fault, "The employer's PAYE reference is missing", QualityStandard, NoEmployerReference},
-    {"ID2", Fault, "The employee's name is incomplete", QualityStandard, NoName},
-    {"ID3", Fault, "Neither a National Insurance number nor date of birth and gender", QualityStandard,
+    {{"ID1", Fault, "The employer's PAYE reference is missing", QualityStandard}, NoEmployerReference},
+    {{"ID2", Fault, "The employee's name is incomplete", QualityStandard}, NoName},
+    {{"ID3", Fault, "Neither a National Insurance number nor date of birth and gender", QualityStandard},
      NobodyInParticular},
-    {"ID4", Fault, "The National Insurance number has no possible form", QualityStandard, BadNationalInsurance},
-    {"SE1", Fault, "An amount without a description", CommonMistakes, NoDescription},
-    {"SE2", Fault, "The cash equivalent is empty though a cost is filled in", CommonMistakes, NoCashEquivalent},
-    {"SE3", Oddity, "A description without an amount", Contradiction, NoAmount},
-    {"SE4", Oddity, "More was made good than it cost", Contradiction, MadeGoodAboveCost},
-    {"SE5", Oddity, "The figure is not cost less what was made good", Contradiction, TypedOver},
-    {"SE6", Oddity, "The form and the list behind it differ", Contradiction, ListDiffers},
-    {"SE7", Oddity, "The description names an attached list, and there is none", Contradiction, NothingAttached},
-    {"CA1", Fault, "A car without a list price", QualityStandard, NoListPrice},
-    {"CA2", Fault, "A total for car fuel (box 10) without one for cars (box 9)", QualityStandard, FuelWithoutCar},
-    {"CA3", Fault, "A car without a cash equivalent", CommonMistakes, CarNotWorkedOut},
-    {"CA4", Fault, "Free fuel is ticked and has no charge", CommonMistakes, FuelNotCompleted},
-    {"CA5", Oddity, "Fuel is charged though free fuel is not ticked", Contradiction, FuelNotTicked},
-    {"CA6", Oddity, "The total is not the sum of the cars", Contradiction, CarTotalDiffers},
-    {"CA7", Fault, "The car's dates leave the tax year or are reversed", Contradiction, OutsideTheYear},
-    {"CA8", Fault, "The car was first available before it was registered", Contradiction, RegisteredLater},
-    {"CA9", Oddity, "Days without the car overlap or lie outside its dates", Contradiction, PeriodsOverlap},
-    {"CA10", Oddity, "Fuel was withdrawn on a day without the car", Contradiction, WithdrawnOutside},
-    {"CA11", Oddity, "No CO2 figure, and the tick for a car without one is clear", CommonMistakes, NoCO2Figure},
-    {"CA12", Oddity, "The dates are the whole tax year: leave them empty if the car came before or goes on",
-     CommonMistakes, WholeYear},
-    {"VA1", Oddity, "A charge for van fuel without one for vans", Contradiction, FuelWithoutVan},
-    {"LO1", Fault, "A loan without a cash equivalent (box 15)", QualityStandard, LoanWithoutCashEquivalent},
-    {"LO2", Fault, "A loan that ends before it was made", Contradiction, LoanEndsBeforeItBegins},
-    {"LO3", Oddity, "Loans of 5,000 or less in all are not charged", "ITEPA 2003 s.180", SmallLoans},
+    {{"ID4", Fault, "The National Insurance number has no possible form", QualityStandard}, BadNationalInsurance},
+    {{"SE1", Fault, "An amount without a description", CommonMistakes}, NoDescription},
+    {{"SE2", Fault, "The cash equivalent is empty though a cost is filled in", CommonMistakes}, NoCashEquivalent},
+    {{"SE3", Oddity, "A description without an amount", Contradiction}, NoAmount},
+    {{"SE4", Oddity, "More was made good than it cost", Contradiction}, MadeGoodAboveCost},
+    {{"SE5", Oddity, "The figure is not cost less what was made good", Contradiction}, TypedOver},
+    {{"SE6", Oddity, "The form and the list behind it differ", Contradiction}, ListDiffers},
+    {{"SE7", Oddity, "The description names an attached list, and there is none", Contradiction}, NothingAttached},
+    {{"SE8", Oddity, "The form and the calculator behind it differ", Contradiction}, CalculatorDiffers},
+    {{"CA1", Fault, "A car without a list price", QualityStandard}, NoListPrice},
+    {{"CA2", Fault, "A total for car fuel (box 10) without one for cars (box 9)", QualityStandard}, FuelWithoutCar},
+    {{"CA3", Fault, "A car without a cash equivalent", CommonMistakes}, CarNotWorkedOut},
+    {{"CA4", Fault, "Free fuel is ticked and has no charge", CommonMistakes}, FuelNotCompleted},
+    {{"CA5", Oddity, "Fuel is charged though free fuel is not ticked", Contradiction}, FuelNotTicked},
+    {{"CA6", Oddity, "The total is not the sum of the cars", Contradiction}, CarTotalDiffers},
+    {{"CA7", Fault, "The car's dates leave the tax year or are reversed", Contradiction}, OutsideTheYear},
+    {{"CA8", Fault, "The car was first available before it was registered", Contradiction}, RegisteredLater},
+    {{"CA9", Oddity, "Days without the car overlap or lie outside its dates", Contradiction}, PeriodsOverlap},
+    {{"CA10", Oddity, "Fuel was withdrawn on a day without the car", Contradiction}, WithdrawnOutside},
+    {{"CA11", Oddity, "No CO2 figure, and the tick for a car without one is clear", CommonMistakes}, NoCO2Figure},
+    {{"CA12", Oddity, "The dates are the whole tax year: leave them empty if the car came before or goes on",
+      CommonMistakes},
+     WholeYear},
+    {{"CA13", Oddity, "The car's figure is not the one worked out of its boxes", Contradiction}, CarTypedOver},
+    {{"VA1", Oddity, "A charge for van fuel without one for vans", Contradiction}, FuelWithoutVan},
+    {{"LO1", Fault, "A loan without a cash equivalent (box 15)", QualityStandard}, LoanWithoutCashEquivalent},
+    {{"LO2", Fault, "A loan that ends before it was made", Contradiction}, LoanEndsBeforeItBegins},
+    {{"LO3", Oddity, "Loans of 5,000 or less in all are not charged", "ITEPA 2003 s.180"}, SmallLoans},
 });
 
 } // namespace

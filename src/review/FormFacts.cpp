@@ -50,27 +50,32 @@ constexpr auto OfForm = std::to_array<FactRow<FormFacts>>({
     {"NTaxPaid", &FormFacts::taxPaid},
 });
 
-constexpr auto OfCar = std::to_array<FactRow<CarFacts>>({
-    {"FMakeModel", &CarFacts::makeModel},
-    {"FRegDate", &CarFacts::registered},
-    {"FListPrice", &CarFacts::listPrice},
-    {"FCashEqu", &CarFacts::cash},
-    {"FC02", &CarFacts::co2},
-    {"FNoC02", &CarFacts::withoutCO2},
-    {"FDateFrom", &CarFacts::from},
-    {"FDateTo", &CarFacts::to},
-    {"FFuelTick", &CarFacts::fuelTick},
-    {"FFuelEqu", &CarFacts::fuel},
-    {"FDateWithdrawn", &CarFacts::withdrawn},
+constexpr auto OfCar = std::to_array<FactRow<CarOnForm>>({
+    {"FMakeModel", &CarOnForm::makeModel},
+    {"FRegDate", &CarOnForm::registered},
+    {"FListPrice", &CarOnForm::listPrice},
+    {"FCashEqu", &CarOnForm::cash},
+    {"FC02", &CarOnForm::co2},
+    {"FNoC02", &CarOnForm::withoutCO2},
+    {"FDateFrom", &CarOnForm::from},
+    {"FDateTo", &CarOnForm::to},
+    {"FFuelTick", &CarOnForm::fuelTick},
+    {"FFuelEqu", &CarOnForm::fuel},
+    {"FDateWithdrawn", &CarOnForm::withdrawn},
+    {"FEngine", &CarOnForm::engine},
+    {"FFuel", &CarOnForm::fuelLetter},
+    {"FAccessories", &CarOnForm::accessories},
+    {"FCaptContr", &CarOnForm::contribution},
+    {"FPrivateUse", &CarOnForm::privateUse},
 });
 
-constexpr auto OfLoan = std::to_array<FactRow<LoanFacts>>({
-    {"HOutstand", &LoanFacts::atStart},
-    {"HOutsand2003", &LoanFacts::atEnd},
-    {"HMaxLoan", &LoanFacts::largest},
-    {"HLoanCashEqu", &LoanFacts::cash},
-    {"HLoanDate", &LoanFacts::made},
-    {"HLoanDischarge", &LoanFacts::discharged},
+constexpr auto OfLoan = std::to_array<FactRow<LoanOnForm>>({
+    {"HOutstand", &LoanOnForm::atStart},
+    {"HOutsand2003", &LoanOnForm::atEnd},
+    {"HMaxLoan", &LoanOnForm::largest},
+    {"HLoanCashEqu", &LoanOnForm::cash},
+    {"HLoanDate", &LoanOnForm::made},
+    {"HLoanDischarge", &LoanOnForm::discharged},
 });
 
 /// What a section's facts are read of, in a member of its row.
@@ -85,6 +90,39 @@ constexpr auto OfSection = std::to_array<SectionField>({
     {&SectionRow::cash, &SectionFacts::cash},
 });
 
+/// A field of a calculator's record, or the stem of a numbered one, and its texts among the facts.
+struct CalculatorRow {
+    std::string_view table, field;
+    std::span<std::string_view> (*texts)(CalculatorFacts&);
+};
+
+template<std::string_view CalculatorFacts::*Text>
+std::span<std::string_view> Single(CalculatorFacts& facts)
+{
+    return {&(facts.*Text), 1};
+}
+
+template<auto Texts>
+std::span<std::string_view> Several(CalculatorFacts& facts)
+{
+    return facts.*Texts;
+}
+
+/// Those of one record stand together.
+constexpr auto OfCalculators = std::to_array<CalculatorRow>({
+    {"DNotepad", "BasicChargeE", Single<&CalculatorFacts::basicCharge>},
+    {"DNotepad", "AddChargeQ", Single<&CalculatorFacts::additionalCharge>},
+    {"ENotepad", "QBox", Several<&CalculatorFacts::mileage>},
+    {"GNotepad", "MBox", Several<&CalculatorFacts::vans>},
+    {"GNotepad", "XBox", Several<&CalculatorFacts::vanFuel>},
+    {"HNotepad", "CashEq", Several<&CalculatorFacts::loans>},
+    {"JNotepad", "ABox", Single<&CalculatorFacts::expenses>},
+    {"JNotepad", "EmployerCost", Single<&CalculatorFacts::employerCost>},
+    {"JNotepad", "EmployeeCost", Single<&CalculatorFacts::employeeCost>},
+    {"JNotepad", "CBox", Single<&CalculatorFacts::livingAccommodation>},
+    {"JNotepad", "QualExp", Single<&CalculatorFacts::lastYear>},
+});
+
 using Fields = std::vector<FactsRecord::Field>;
 
 /// Lists a field, unless the form has none such.
@@ -94,10 +132,12 @@ void Add(Fields& fields, std::string_view name, std::string_view& text)
         fields.push_back({std::string(name), &text});
 }
 
-void AddCar(Fields& fields, CarFacts& car)
+void AddCar(Fields& fields, CarOnForm& car)
 {
-    for (const FactRow<CarFacts>& row : OfCar)
+    for (const FactRow<CarOnForm>& row : OfCar)
         Add(fields, Numbered(row.field, car.number), car.*row.text);
+    const bool onThePage = car.number <= CarsOnThePage;
+    Add(fields, Numbered(onThePage ? "FDateWithdrawnTick" : "FWithdrawnTick", car.number), car.reinstated);
     for (int period = 1; period <= PeriodsOfACar; ++period) {
         const auto at = static_cast<std::size_t>(period - 1);
         Add(fields, Numbered(Numbered("FUnavailableFirst", period), car.number), car.unavailableFirst[at]);
@@ -131,6 +171,14 @@ FactsRecord RecordOf(ListFacts& list)
     return record;
 }
 
+void AddCalculator(Fields& fields, const CalculatorRow& row, CalculatorFacts& facts)
+{
+    const std::span<std::string_view> texts = row.texts(facts);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        Add(fields, texts.size() == 1 ? std::string(row.field) : Numbered(row.field, static_cast<int>(i) + 1),
+            texts[i]);
+}
+
 void AddPage(Fields& fields, FormFacts& facts)
 {
     for (const FactRow<FormFacts>& row : OfForm)
@@ -139,7 +187,7 @@ void AddPage(Fields& fields, FormFacts& facts)
         for (const SectionField& row : OfSection)
             Add(fields, section.row->*row.field, section.*row.text);
     for (std::size_t loan = 0; loan < facts.loans.size(); ++loan)
-        for (const FactRow<LoanFacts>& row : OfLoan)
+        for (const FactRow<LoanOnForm>& row : OfLoan)
             Add(fields, Numbered(row.field, static_cast<int>(loan) + 1), facts.loans[loan].*row.text);
     for (ListFacts& list : facts.lists)
         AddTotals(fields, list);
@@ -174,7 +222,7 @@ std::vector<FactsRecord> RecordsOf(FormFacts& facts)
 {
     FactsRecord form{.table = "P11D", .fields = {}}, extraCars{.table = "ExtraCars", .fields = {}};
     AddPage(form.fields, facts);
-    for (CarFacts& car : facts.cars)
+    for (CarOnForm& car : facts.cars)
         AddCar((car.number <= CarsOnThePage ? form : extraCars).fields, car);
     for (std::size_t i = 0; i < facts.boxed.size(); ++i) {
         Fields& fields = i < BoxedTexts().ofForm ? form.fields : extraCars.fields;
@@ -183,6 +231,11 @@ std::vector<FactsRecord> RecordsOf(FormFacts& facts)
     std::vector<FactsRecord> records{std::move(form), std::move(extraCars)};
     for (ListFacts& list : facts.lists)
         records.push_back(RecordOf(list));
+    for (const CalculatorRow& row : OfCalculators) {
+        if (records.back().table != row.table)
+            records.push_back({.table = row.table, .fields = {}});
+        AddCalculator(records.back().fields, row, facts.calculators);
+    }
     return records;
 }
 

@@ -48,16 +48,17 @@ struct SectionFacts {
     std::string_view description, cost, madeGood, cash;
 };
 
-struct CarFacts {
+struct CarOnForm {
     int number = 0;
     std::string_view makeModel, registered, listPrice, cash;
     std::string_view co2, withoutCO2;
     std::string_view from, to;
     std::array<std::string_view, PeriodsOfACar> unavailableFirst, unavailableLast;
-    std::string_view fuelTick, fuel, withdrawn;
+    std::string_view fuelTick, fuel, withdrawn, reinstated;
+    std::string_view engine, fuelLetter, accessories, contribution, privateUse;
 };
 
-struct LoanFacts {
+struct LoanOnForm {
     std::string_view atStart, atEnd, largest;
     std::string_view cash, made, discharged;
 };
@@ -73,6 +74,14 @@ struct ListFacts {
     std::string_view described;             ///< on the form
 };
 
+/// What the calculators have handed over to the form, as their own records hold it.
+struct CalculatorFacts {
+    std::array<std::string_view, 3> vans, vanFuel, mileage; ///< of each van, or kind of vehicle
+    std::array<std::string_view, 5> loans;
+    std::string_view basicCharge, additionalCharge;
+    std::string_view expenses, employerCost, employeeCost, livingAccommodation, lastYear; ///< of the move
+};
+
 struct FormFacts {
     FormFacts();
 
@@ -81,9 +90,10 @@ struct FormFacts {
     std::vector<SectionFacts> sections; ///< a fact for each of SectionRows
     std::string_view accommodation, mileageTax, relocation, taxPaid;
     std::string_view totalOfCars, totalOfFuel, van, vanFuel;
-    std::array<CarFacts, Cars> cars;
-    std::array<LoanFacts, LoansOnThePage> loans;
+    std::array<CarOnForm, Cars> cars;
+    std::array<LoanOnForm, LoansOnThePage> loans;
     std::vector<ListFacts> lists; ///< of each of Notepads
+    CalculatorFacts calculators;
 
     std::array<std::string_view, Class1AFields.size()> liable; ///< the texts of Class1AFields
     std::vector<std::string_view> onReturn;                    ///< the amounts of OverviewSections, one after the other

@@ -191,7 +191,7 @@ void OverviewList::BeginNextEmployer()
         return;
     ofEmployer = {};
     review.emplace(waiting.front(), paper,
-                   [this](std::string_view employee, const FormFacts& form, const std::vector<Finding>& found) {
+                   [this](std::string_view employee, const FormFacts& form, const FindingList& found) {
                        const OverviewSums sums = SumsOf(form, found.size());
                        ofEmployer += sums;
                        if (!ShowsFolder())

@@ -45,7 +45,7 @@ Spots TextIsCut(const PaperFacts& cut)
 }
 
 constexpr auto ChecksOfPaper = std::to_array<PaperCheck>({
-    {"PA1", Severity::Oddity, "A text is longer than its box on paper", "The form as it prints", TextIsCut},
+    {{"PA1", Severity::Oddity, "A text is longer than its box on paper", "The form as it prints"}, TextIsCut},
 });
 
 } // namespace
