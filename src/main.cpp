@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QScreen>
 
+#include <utility>
+
 int main(int argumentCount, char** arguments)
 {
     using namespace quillmere;
@@ -18,8 +20,11 @@ int main(int argumentCount, char** arguments)
     DesktopHost host;
     DesktopPlatform platform(host);
     const QSize room = QGuiApplication::primaryScreen()->size();
-    Program program(platform, &host,
-                    FindPlaces(QCoreApplication::applicationDirPath().toStdString(), room.height(), room.width()));
+    ProgramPlaces places =
+        FindPlaces(QCoreApplication::applicationDirPath().toStdString(), room.height(), room.width());
+    if (argumentCount > 1)
+        places.database = arguments[1];
+    Program program(platform, &host, std::move(places));
     host.SetScreens(&program.TheSession().screens);
     const SystemClose systemClose(program);
     if (!program.Main())

@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <fmt/format.h>
 #include <string>
 
 namespace quillmere {
@@ -222,6 +223,7 @@ MDIForm1::MDIForm1(Session& session) : Screen(session, "MDIForm1", ShowMode::Mai
 bool MDIForm1::Load()
 {
     ReadSettings();
+    BeginWithFolderNamed();
     const Settings& settings = session.settings;
     SetPlacement({.maximised = settings.applicationMaximised,
                   .top = settings.applicationTop,
@@ -268,6 +270,19 @@ void MDIForm1::ReadSettings()
     } catch (const std::exception& error) {
         ReportError("ReadConfiguration", error);
     }
+}
+
+void MDIForm1::BeginWithFolderNamed()
+{
+    const std::filesystem::path& named = session.databaseNamed;
+    if (named.empty())
+        return;
+    std::error_code unreadable;
+    if (named.filename() != edition::ClientDatabaseName || !std::filesystem::is_regular_file(named, unreadable))
+        SetStatusNote(session, fmt::format("{} is not a client database of this edition", named.string()));
+    else if (!SelectFolderOf(session.settings, named))
+        SetStatusNote(session, fmt::format("{} is in none of the {} client folders: Folder, Manager makes room for it",
+                                           named.string(), FolderSlots));
 }
 
 bool MDIForm1::CreateUserFile(const std::filesystem::path& templateFolder, std::string_view templateName,

@@ -50,6 +50,8 @@ public:
 
 private:
     void ReadSettings();
+    /// Begins with the folder of the database that was named at the start, if one was.
+    void BeginWithFolderNamed();
     void CloseRequested() override;
     /// Ends the program, if it may.
     void End();

@@ -87,6 +87,7 @@ bool Program::Main()
     session.RootFolder = RootFolderOf(places.programFolder);
     session.screenHeight = places.screenHeight;
     session.screenWidth = places.screenWidth;
+    session.databaseNamed = places.database;
     session.screens.Show("MDIForm1");
     return true;
 }

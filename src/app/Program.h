@@ -17,6 +17,7 @@ struct ProgramPlaces {
     std::filesystem::path programFolder;  ///< holds settings and, at first, the client database
     std::filesystem::path resourceFolder; ///< holds the template and the reference database
     int screenHeight = 768, screenWidth = 1366;
+    std::filesystem::path database = {}; ///< named at the start: its folder is to be the one in use; may be missing
 };
 
 /// The program between its start and its end, without any toolkit.

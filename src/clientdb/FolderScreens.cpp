@@ -18,7 +18,35 @@ std::size_t Slot(int number)
     return static_cast<std::size_t>(number);
 }
 
+bool IsSameFolder(const std::filesystem::path& one, const std::filesystem::path& other)
+{
+    std::error_code unreadable;
+    return std::filesystem::equivalent(one, other, unreadable);
+}
+
 } // namespace
+
+bool SelectFolderOf(Settings& settings, const std::filesystem::path& database)
+{
+    std::error_code unreadable;
+    const std::filesystem::path folder = std::filesystem::absolute(database, unreadable).parent_path();
+    int freeSlot = 0;
+    for (int slot = FolderSlots; slot >= 1; --slot) {
+        const bool isFree = settings.folder[Slot(slot)].empty();
+        if (isFree)
+            freeSlot = slot;
+        else if (IsSameFolder(settings.path[Slot(slot)], folder)) {
+            settings.selectedFolder = slot;
+            return true;
+        }
+    }
+    if (freeSlot == 0)
+        return false;
+    settings.folder[Slot(freeSlot)] = folder.filename().string();
+    settings.path[Slot(freeSlot)] = folder.string();
+    settings.selectedFolder = freeSlot;
+    return true;
+}
 
 void RebuildFolderMenu(Session& session)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/Screen.h"
+#include "frame/Settings.h"
 
 #include <filesystem>
 #include <optional>
@@ -9,6 +10,10 @@ namespace quillmere {
 
 /// So many client folders can be named.
 inline constexpr int FolderSlots = 4;
+
+/// Selects the folder of a client database: its slot, or the first free one, which then has the folder's own name.
+/// False, with nothing changed, if all slots are taken by others.
+[[nodiscard]] bool SelectFolderOf(Settings& settings, const std::filesystem::path& database);
 
 /// Fills the main window's Folder menu from the four folder slots.
 void RebuildFolderMenu(Session& session);

@@ -53,6 +53,7 @@ struct Session {
     std::filesystem::path programFolder;   ///< holds the settings file; its last component is the product's code
     std::filesystem::path resourceFolder;  ///< holds the template and the reference database: the executable's folder
     int screenHeight = 0, screenWidth = 0; ///< of the desktop: default size of the windows
+    std::filesystem::path databaseNamed;   ///< at the start, by the user: its folder is the one to begin with
     int VanOfHistory = 1;                  ///< whose history the van record opens, van 1 to 3
     bool endsBySystem = false;             ///< closed at the system's wish: nobody is there to be asked
 

@@ -162,6 +162,16 @@ TEST(ProgramFolder, IsTheExecutablesOwnWhereThatCanBeWritten)
     EXPECT_EQ(places.screenWidth, 1920);
 }
 
+TEST(ProgramFolder, IsInTheUsersDataWhereTheExecutablesIsTheSystems)
+{
+    const test::TemporaryFolder data;
+    const test::Variable home("XDG_DATA_HOME", data.path.c_str());
+    // The superuser may write there, and must not.
+    const ProgramPlaces places = FindPlaces("/usr/lib", 1080, 1920);
+    EXPECT_EQ(places.programFolder, data.path / edition::ProductFolder);
+    EXPECT_EQ(places.resourceFolder, "/usr/lib");
+}
+
 TEST(ProgramFolder, IsInTheUsersDataWhereTheExecutablesCannotBeWritten)
 {
     const test::TemporaryFolder folder;

@@ -50,7 +50,8 @@ protected:
     {
         program.reset();
         door.messages.clear();
-        program.emplace(door, &host, ProgramPlaces{.programFolder = programFolder, .resourceFolder = resources});
+        program.emplace(door, &host,
+                        ProgramPlaces{.programFolder = programFolder, .resourceFolder = resources, .database = named});
         EXPECT_TRUE(program->Main());
         return program->TheSession();
     }
@@ -62,6 +63,7 @@ protected:
     TemporaryFolder root;
     std::filesystem::path programFolder = root / edition::ProductFolder;
     std::filesystem::path resources = std::filesystem::path(BINARY_DIR) / edition::ProductFolder;
+    std::filesystem::path named; ///< at the start
     ScriptedDoor door;
     WatchingHost host;
     std::optional<Program> program;
@@ -141,6 +143,58 @@ TEST_F(ProgramTest, TellsOfAChangeOfFolderInACriticalBoxAndEnds)
     EXPECT_EQ(door.messages[0].icon, Icon::Critical);
     EXPECT_EQ(door.messages[0].buttons, Buttons::Ok);
     EXPECT_TRUE(program->Ended());
+}
+
+TEST_F(ProgramTest, BeginsWithTheFolderOfTheDatabaseThatIsNamed)
+{
+    Store(programFolder / SettingsFileName,
+          "FOLDER 1=One\nPATH 1=" + programFolder.string() + "\nFOLDER 2=Two\nPATH 2=" + root.path.string() + "\n");
+    Store(root / edition::ClientDatabaseName, "");
+    named = root / edition::ClientDatabaseName;
+    Start();
+    EXPECT_EQ(program->TheSession().settings.selectedFolder, 2);
+    EXPECT_TRUE(Main().box("mnuAltFolder", 2).Ticked());
+    EXPECT_TRUE(Main().box("StatusNote").Text().empty());
+}
+
+TEST_F(ProgramTest, TakesTheFirstFreePlaceForAFolderThatIsNew)
+{
+    std::filesystem::create_directory(root / "Acme");
+    Store(root / "Acme" / edition::ClientDatabaseName, "");
+    Store(programFolder / SettingsFileName,
+          "FOLDER 1=One\nPATH 1=" + programFolder.string() + "\nFOLDER 3=Three\nPATH 3=/\n");
+    named = root / "Acme" / edition::ClientDatabaseName;
+    Start();
+    EXPECT_EQ(program->TheSession().ClientDatabasePath(), named);
+    EXPECT_EQ(Main().box("mnuAltFolder", 2).Text(), "&2 Acme");
+    program->Close();
+    EXPECT_NE(Content(programFolder / SettingsFileName).find("FOLDER 2=Acme\n"), std::string::npos);
+    EXPECT_NE(Content(programFolder / SettingsFileName).find("SELECTED FOLDER=2\n"), std::string::npos);
+}
+
+TEST_F(ProgramTest, BeginsAsEverWhereThereIsNoPlaceForTheFolder)
+{
+    Store(root / edition::ClientDatabaseName, "");
+    Store(programFolder / SettingsFileName,
+          "FOLDER 1=One\nPATH 1=" + programFolder.string() + "\nFOLDER 2=Two\nFOLDER 3=Three\nFOLDER 4=Four\n");
+    named = root / edition::ClientDatabaseName;
+    Start();
+    EXPECT_EQ(program->TheSession().settings.selectedFolder, 1);
+    EXPECT_EQ(Main().box("StatusNote").Text(), named.string() + " is in none of the 4 client folders: Folder, Manager "
+                                                                "makes room for it");
+}
+
+TEST_F(ProgramTest, BeginsAsEverWithAFileThatIsNoClientDatabase)
+{
+    Store(programFolder / SettingsFileName, "FOLDER 1=One\nPATH 1=" + programFolder.string() + "\n");
+    for (const char* name : {"letter.txt", edition::ClientDatabaseName.data()}) { // the second is not there
+        named = root / name;
+        Start();
+        EXPECT_EQ(program->TheSession().settings.selectedFolder, 1);
+        EXPECT_EQ(Main().box("StatusNote").Text(), named.string() + " is not a client database of this edition");
+        program->Close();
+        EXPECT_FALSE(std::filesystem::exists(named));
+    }
 }
 
 TEST_F(ProgramTest, LeavesADatabaseThatIsThereAlone)
