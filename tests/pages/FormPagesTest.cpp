@@ -547,6 +547,25 @@ std::string NameOf(const ::testing::TestParamInfo<PageCase>& info)
     return name;
 }
 
+TEST_P(FormWords, KeepWhatOurFilesPromise)
+{
+    const ProgramRun check = CheckPdf({Pdf().string()});
+    EXPECT_EQ(check.status, 0) << check.output;
+}
+
+/// Forms that are read out in the order that is kept.
+class FormReading : public FormPdf {};
+
+TEST_P(FormReading, GoesThroughThePageAsKept)
+{
+    const std::string name = GetParam().name;
+    const std::string reading = CheckPdf({"--reading", Pdf().string()}).output;
+    ExpectAsKept("reading" + name.substr(name.find('/')), reading);
+    // Whoever looks for a field that no label names finds it under its own name.
+    for (const std::string& field : readFields)
+        EXPECT_EQ(reading.find('[' + field), std::string::npos) << field;
+}
+
 INSTANTIATE_TEST_SUITE_P(Forms, FormPages, ::testing::ValuesIn(Cases), NameOf);
 INSTANTIATE_TEST_SUITE_P(Forms, FormPdf, ::testing::ValuesIn(Cases), NameOf);
 
@@ -559,6 +578,17 @@ std::vector<PageCase> OrdinaryCases()
     return ordinary;
 }
 INSTANTIATE_TEST_SUITE_P(Forms, FormWords, ::testing::ValuesIn(OrdinaryCases()), NameOf);
+
+std::vector<PageCase> CasesToBeRead()
+{
+    std::vector<PageCase> cases;
+    std::ranges::copy_if(Cases, std::back_inserter(cases), [](const PageCase& one) {
+        const std::string_view name = one.name;
+        return name.ends_with("-full") || name.ends_with("-record") || name.ends_with("-empty");
+    });
+    return cases;
+}
+INSTANTIATE_TEST_SUITE_P(Forms, FormReading, ::testing::ValuesIn(CasesToBeRead()), NameOf);
 
 // ---- what the pages do with what they print
 

@@ -67,6 +67,12 @@ ProgramRun RunProgram(const std::vector<std::string>& command)
     return run;
 }
 
+ProgramRun CheckPdf(std::vector<std::string> arguments)
+{
+    arguments.insert(arguments.begin(), PAGES "/../../scripts/check-pdf");
+    return RunProgram(arguments);
+}
+
 std::vector<Drawn> TraceOf(const std::filesystem::path& pdf, int page)
 {
     const ProgramRun run = RunProgram({"mutool", "trace", pdf.string(), std::to_string(page)});

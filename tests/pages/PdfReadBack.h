@@ -31,4 +31,7 @@ struct ProgramRun {
 };
 ProgramRun RunProgram(const std::vector<std::string>& command);
 
+/// The project's own check of PDF files.
+ProgramRun CheckPdf(std::vector<std::string> arguments);
+
 } // namespace quillmere::pages

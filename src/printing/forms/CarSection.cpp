@@ -46,16 +46,20 @@ constexpr auto LabelsAboveCars = std::to_array<Label>({
      "separate sheet"},
 });
 
+constexpr auto Emissions = std::to_array<std::string_view>({"approved CO2 emissions figure"});
+constexpr auto Fuel = std::to_array<std::string_view>({"type of fuel or power"});
+constexpr auto Availability = std::to_array<std::string_view>({"from", "to"});
+
 constexpr auto CarLabels = std::to_array<Label>({
-    {{8}, At::Right, 74, 152.5, "Make and Model"},
-    {{8}, At::Right, 74, 160, "Date first registered"},
+    {{8}, At::Right, 74, 152.5, "Make and Model", 0, "FMakeModel"},
+    {{8}, At::Right, 74, 160, "Date first registered", 0, "FRegDate"},
     {{8}, At::Right, 74, 165, "Approved CO   emissions figure for cars"},
     {{8}, At::Left, 40, 166, "2"},
-    {{8}, At::Right, 62, 168.5, edition::form::CarsWithCO2Figure},
+    {{8}, At::Right, 62, 168.5, edition::form::CarsWithCO2Figure, 0, "FC02", Emissions},
     {{8}, At::Right, 96, 171, "g/km"},
     {{8}, At::Right, 155, 171, "g/km"},
     {{7.5, Weight::Italic}, At::Right, 74, 168.5, "Tick"},
-    {{7.5, Weight::Italic}, At::Right, 74, 171.5, "box if the car does not have an approved CO   figure"},
+    {{7.5, Weight::Italic}, At::Right, 74, 171.5, "box if the car does not have an approved CO   figure", 0, "FNoC02"},
     {{7.5, Weight::Italic}, At::Left, 65, 172.5, "2"},
     {{7, Weight::Italic}, At::Left, 106.5, 167, "See P11D Guide for"},
     {{7, Weight::Italic}, At::Left, 106.5, 170.5, "details of cars that have"},
@@ -65,36 +69,43 @@ constexpr auto CarLabels = std::to_array<Label>({
     {{7, Weight::Italic}, At::Left, 165.5, 170.5, "details of cars that have"},
     {{7, Weight::Italic}, At::Left, 165.5, 174, "no approved CO   figure"},
     {{7, Weight::Italic}, At::Left, 183, 175, "2"},
-    {{8}, At::Right, 74, 178, "Engine size"},
+    {{8}, At::Right, 74, 178, "Engine size", 0, "FEngine"},
     {{8}, At::Right, 96, 178, "cc"},
     {{8}, At::Right, 155, 178, "cc"},
     {{8}, At::Right, 50, 182.5, "Type of fuel or power used"},
     {{7.5, Weight::Italic}, At::Right, 74, 182.5, "Please use the"},
-    {{7.5, Weight::Italic}, At::Right, 74, 185.5, "key letter shown in the P11D Guide"},
-    {{8}, At::Left, 12, 190.5, "Dates car was available"},
-    {{7.5}, At::Right, 82, 190.5, "From"},
-    {{7.5}, At::Centre, 105, 190.5, "to", 109},
-    {{7.5}, At::Right, 141, 190.5, "From"},
-    {{7.5}, At::Centre, 164, 190.5, "to", 168},
+    {{7.5, Weight::Italic}, At::Right, 74, 185.5, "key letter shown in the P11D Guide", 0, "FFuel", Fuel},
+    {{8}, At::Left, 12, 190.5, "Dates car was available", 0, "FDateFrom FDateTo", Availability},
+    {{7.5}, At::Right, 82, 190.5, "From", 0, {}, {}, Reads::Nothing},
+    {{7.5}, At::Centre, 105, 190.5, "to", 109, {}, {}, Reads::Nothing},
+    {{7.5}, At::Right, 141, 190.5, "From", 0, {}, {}, Reads::Nothing},
+    {{7.5}, At::Centre, 164, 190.5, "to", 168, {}, {}, Reads::Nothing},
     {{7.5, Weight::Italic}, At::Left, 50, 190.5, "Do not complete the"},
     {{7.5, Weight::Italic}, At::Left, 12, 193.5, edition::form::CarFromBox},
     {{7.5, Weight::Italic}, At::Left, 12, 196.5, edition::form::CarToBox},
-    {{7.5, Weight::Italic}, At::Left, 12, 199.5, edition::form::CarStillAvailable},
+    {{7.5, Weight::Italic},
+     At::Left,
+     12,
+     199.5,
+     edition::form::CarStillAvailable,
+     0,
+     "FDateFrom FDateTo",
+     Availability},
     {{8}, At::Left, 12, 203, "List price of car"},
     {{7.5, Weight::Italic}, At::Run, 0, 0, " Including car and standard"},
     {{7.5, Weight::Italic}, At::Left, 12, 206, "accessories only: if there is no list price, or if it is a"},
-    {{7.5, Weight::Italic}, At::Left, 12, 209, "classic car, employers see booklet 480"},
+    {{7.5, Weight::Italic}, At::Left, 12, 209, "classic car, employers see booklet 480", 0, "FListPrice"},
     {{8}, At::Left, 12, 213, "Accessories "},
     {{7.5, Weight::Italic}, At::Run, 0, 0, "All non-standard accessories,"},
-    {{7.5, Weight::Italic}, At::Left, 12, 216, "see P11D Guide"},
+    {{7.5, Weight::Italic}, At::Left, 12, 216, "see P11D Guide", 0, "FAccessories"},
     {{8}, At::Left, 12, 220.5, edition::form::CapitalContributions},
     {{8}, At::Left, 12, 224, "the employee made towards the cost of"},
-    {{8}, At::Left, 12, 227.5, "car or accessories"},
+    {{8}, At::Left, 12, 227.5, "car or accessories", 0, "FCaptContr"},
     {{8}, At::Left, 12, 232.5, "Amount paid by employee for private use"},
-    {{8}, At::Left, 12, 236, "of the car"},
-    {{8}, At::Left, 12, 241, "Date free fuel was withdrawn"},
-    {{7.5, Weight::Italic}, At::Left, 12, 244, "Tick if reinstated in year (see P11D Guide)"},
-    {{8}, At::Left, 12, 249, "Cash equivalent of each car"},
+    {{8}, At::Left, 12, 236, "of the car", 0, "FPrivateUse"},
+    {{8}, At::Left, 12, 241, "Date free fuel was withdrawn", 0, "FDateWithdrawn"},
+    {{7.5, Weight::Italic}, At::Left, 12, 244, "Tick if reinstated in year (see P11D Guide)", 0, "FDateWithdrawnTick"},
+    {{8}, At::Left, 12, 249, "Cash equivalent of each car", 0, "FCashEqu"},
 });
 
 constexpr auto CarValues = std::to_array<FormValue>({
@@ -125,24 +136,24 @@ constexpr auto WithdrawalValues = std::to_array<FormValue>({
     {"FDateWithdrawnTick", At::Left, 104, 242.5, 0, ValueKind::Tick},
 });
 
-void DrawOfBothCars(PageLayer& page, std::span<const FormValue> values, int firstCar, const FieldReader& read)
+void DrawOfBothCars(FormSheet& sheet, std::span<const FormValue> values, int firstCar, const FieldReader& read)
 {
     for (std::size_t row = 0; row < values.size(); ++row) {
-        DrawValues(page, values.subspan(row, 1), read, std::to_string(firstCar));
-        DrawValues(page, values.subspan(row, 1), read, std::to_string(firstCar + 1), SecondCar);
+        DrawValues(sheet, values.subspan(row, 1), read, std::to_string(firstCar));
+        DrawValues(sheet, values.subspan(row, 1), read, std::to_string(firstCar + 1), SecondCar);
     }
 }
 
 } // namespace
 
-void DrawCarBoxes(PageLayer& page)
+void DrawCarBoxes(FormSheet& sheet)
 {
-    DrawBoxes(page, CarBoxes);
-    DrawBoxes(page, CarBoxes, SecondCar);
-    DrawBoxes(page, TotalBoxes);
+    DrawBoxes(sheet, CarBoxes);
+    DrawBoxes(sheet, CarBoxes, SecondCar);
+    DrawBoxes(sheet, TotalBoxes);
 }
 
-void DrawCarLabels(PageLayer& page, int firstCar, const CarSectionWords& words)
+void DrawCarLabels(FormSheet& sheet, int firstCar, const CarSectionWords& words)
 {
     const std::string first = Numbered("Car ", firstCar);
     const std::string second = Numbered("Car ", firstCar + 1);
@@ -150,22 +161,26 @@ void DrawCarLabels(PageLayer& page, int firstCar, const CarSectionWords& words)
         {{8, Weight::Bold}, At::Left, 76, 147.5, first},
         {{8, Weight::Bold}, At::Left, 76 + SecondCar, 147.5, second},
     });
-    const auto totals = std::to_array<Label>({
-        {{8, Weight::Bold}, At::Left, 12, 257, words.totalOfCars},
-        {{8}, At::Left, 12, 263, "Cash equivalent of fuel for each car"},
-        {{8, Weight::Bold}, At::Left, 12, 270, words.totalOfFuel},
+    const auto cars = std::to_array<FieldSuffix>({
+        {std::to_string(firstCar), first},
+        {std::to_string(firstCar + 1), second},
     });
-    DrawLabels(page, LabelsAboveCars);
-    DrawLabels(page, heads);
-    DrawLabels(page, CarLabels);
-    DrawLabels(page, totals);
+    const Label totalOfCars{{8, Weight::Bold}, At::Left, 12, 257, words.totalOfCars, 0, "FTotalCashCars"};
+    const Label fuelOfEachCar{{8}, At::Left, 12, 263, "Cash equivalent of fuel for each car", 0, "FFuelEqu"};
+    const Label totalOfFuel{{8, Weight::Bold}, At::Left, 12, 270, words.totalOfFuel, 0, "FTotalCashFuel"};
+    DrawLabels(sheet, LabelsAboveCars);
+    DrawLabels(sheet, heads);
+    DrawLabels(sheet, CarLabels, cars);
+    DrawLabel(sheet, totalOfCars);
+    DrawLabel(sheet, fuelOfEachCar, cars);
+    DrawLabel(sheet, totalOfFuel);
 }
 
-void DrawCarValues(PageLayer& page, int firstCar, const FieldReader& read)
+void DrawCarValues(FormSheet& sheet, int firstCar, const FieldReader& read)
 {
-    DrawOfBothCars(page, CarValues, firstCar, read);
-    DrawValues(page, TotalValues, read);
-    DrawOfBothCars(page, WithdrawalValues, firstCar, read);
+    DrawOfBothCars(sheet, CarValues, firstCar, read);
+    DrawValues(sheet, TotalValues, read);
+    DrawOfBothCars(sheet, WithdrawalValues, firstCar, read);
 }
 
 void AddBoxedTextsOfCar(int car, std::vector<BoxedText>& texts)

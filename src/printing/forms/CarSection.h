@@ -16,10 +16,10 @@ inline constexpr SectionMark CarMark{"F", 2, 141.5, "Cars and car fuel"};
 
 // Section F of the form for two neighbouring cars, each in its column. The form's page has cars 1 and 2.
 
-void DrawCarBoxes(PageLayer& page);
-void DrawCarLabels(PageLayer& page, int firstCar, const CarSectionWords& words);
+void DrawCarBoxes(FormSheet& sheet);
+void DrawCarLabels(FormSheet& sheet, int firstCar, const CarSectionWords& words);
 /// Fields are read under their stem with the car's number; the totals under `FTotalCashCars` and `FTotalCashFuel`.
-void DrawCarValues(PageLayer& page, int firstCar, const FieldReader& read);
+void DrawCarValues(FormSheet& sheet, int firstCar, const FieldReader& read);
 
 /// Lists the texts of one car that may be longer than their boxes.
 void AddBoxedTextsOfCar(int car, std::vector<BoxedText>& texts);

@@ -48,20 +48,24 @@ void DrawExtraCarSheet(PageLayer& page, const ExtraCarSheet& sheet, std::string_
         return readCars(field);
     };
 
+    FormSheet form(page);
     page.vsBookmark(sheet.bookmark);
     if (page.HasShading())
         DrawPanels(page, std::span(&CarPanel, 1), page.ColLight);
     page.vsFontName("Arial");
     page.vsTextColor(page.ColBlack);
     page.vsFont(9, true, true);
-    page.vsTextRight(193, 1, nationalInsurance);
-    DrawSectionMarks(page, std::span(&CarMark, 1));
-    DrawCarBoxes(page);
-    DrawCarLabels(page, sheet.firstCar,
+    {
+        const BelongsTo element(page, Role::Paragraph);
+        page.vsTextRight(193, 1, nationalInsurance);
+    }
+    DrawSectionMarks(form, std::span(&CarMark, 1));
+    DrawCarBoxes(form);
+    DrawCarLabels(form, sheet.firstCar,
                   {.totalOfCars = edition::form::TotalOfExtraCars, .totalOfFuel = edition::form::TotalOfExtraCarFuel});
     DrawIdentifier(page, 276, edition::form::P11DIdentifier);
     BeginValues(page);
-    DrawCarValues(page, sheet.firstCar, read);
+    DrawCarValues(form, sheet.firstCar, read);
 }
 
 } // namespace quillmere

@@ -49,12 +49,13 @@ void PrintEntryBox(PageLayer& page, double x1, double x2, double y)
     page.vsFillBox(page.ColBlack, page.ColWhite, FormLine, x1, y, x2, y + BoxHeight);
 }
 
-void PrintPoundBox(PageLayer& page, double x, double y)
+void PrintPoundBox(PageLayer& page, double x, double y, ElementNumber sign)
 {
     page.vsFillBox(Black, page.ColWhite, FormLine, x, y, x + PoundBoxWidth, y + BoxHeight);
     page.vsFontName("Arial");
     page.vsFont(9.5, false, false);
     page.vsTextColor(page.ColBlack);
+    const BelongsTo element(page, sign);
     page.vsTextLeft(x + 1, y + 4, "£");
 }
 
@@ -65,19 +66,23 @@ void PrintSectionLetter(PageLayer& page, double x, double y, std::string_view le
     page.vsTextCentre(x, x + LetterSquare, y + 4.5, letter);
 }
 
-void PrintBoxNumber(PageLayer& page, double x, double y, std::string_view number)
+void PrintBoxNumber(PageLayer& page, double x, double y, std::string_view number, BoxElements elements)
 {
     PrintBlackTag(page, x, y, x + NumberTagWidth, y + BoxHeight);
     PrintWhiteText(page, 10);
-    page.vsTextLeft(x, y + 4, number);
-    PrintPoundBox(page, x + NumberTagWidth, y);
+    {
+        const BelongsTo element(page, elements.tags);
+        page.vsTextLeft(x, y + 4, number);
+    }
+    PrintPoundBox(page, x + NumberTagWidth, y, elements.sign);
 }
 
-void PrintBoxNumber1A(PageLayer& page, double x, double y, std::string_view number)
+void PrintBoxNumber1A(PageLayer& page, double x, double y, std::string_view number, BoxElements elements)
 {
-    PrintBoxNumber(page, x, y, number);
+    PrintBoxNumber(page, x, y, number, elements);
     PrintBlackTag(page, x + 29, y, x + 34, y + BoxHeight);
     PrintWhiteText(page, 10);
+    const BelongsTo element(page, elements.tags);
     page.vsTextCentre(x + 29, x + 34, y + 4, "1A");
 }
 

@@ -22,16 +22,21 @@ std::string FieldText(std::string_view value, int kind);
 void PrintEntryBox(PageLayer& page, double x1, double x2, double y);
 
 /// White box of 22 by 5.5 with a pound sign at its left.
-void PrintPoundBox(PageLayer& page, double x, double y);
+void PrintPoundBox(PageLayer& page, double x, double y, ElementNumber sign = 0);
 
 /// Black square of 5.5 with a white letter.
 void PrintSectionLetter(PageLayer& page, double x, double y, std::string_view letter);
 
+/// What the texts of a box belong to: those in its tags, and the pound sign.
+struct BoxElements {
+    ElementNumber tags = 0, sign = 0;
+};
+
 /// Black tag of 7.5 by 5.5 with a white number, then a pound box. The number's own blanks set its place in the tag.
-void PrintBoxNumber(PageLayer& page, double x, double y, std::string_view number);
+void PrintBoxNumber(PageLayer& page, double x, double y, std::string_view number, BoxElements elements = {});
 
 /// PrintBoxNumber, then a black tag of 5 with "1A" behind the box.
-void PrintBoxNumber1A(PageLayer& page, double x, double y, std::string_view number);
+void PrintBoxNumber1A(PageLayer& page, double x, double y, std::string_view number, BoxElements elements = {});
 
 /// Black square of 5 with "1A".
 void Print1ATag(PageLayer& page, double x, double y);

@@ -16,31 +16,58 @@ bool MayBeCut(const FormValue& value)
     return value.kind == ValueKind::Text && value.at != At::Right;
 }
 
-void DrawBox(PageLayer& page, const FormBox& box, double dx)
+void DrawBox(FormSheet& sheet, const FormBox& box, double dx)
 {
+    PageLayer& page = sheet.page;
+    const double x = box.x + dx;
+    const auto tag = [&] { return sheet.AddTag(x, box.y); };
+    const auto sign = [&] { return sheet.AddTag(x, box.y, Role::Sign); };
     switch (box.kind) {
     case PrintedKind::Entry:
-        PrintEntryBox(page, box.x + dx, box.x2 + dx, box.y);
+        PrintEntryBox(page, x, box.x2 + dx, box.y);
         break;
     case PrintedKind::Pound:
-        PrintPoundBox(page, box.x + dx, box.y);
+        PrintPoundBox(page, x, box.y, sign());
         break;
-    case PrintedKind::Number:
-        PrintBoxNumber(page, box.x + dx, box.y, box.text);
+    case PrintedKind::Number: {
+        const ElementNumber number = tag();
+        PrintBoxNumber(page, x, box.y, box.text, {number, sign()});
         break;
-    case PrintedKind::Number1A:
-        PrintBoxNumber1A(page, box.x + dx, box.y, box.text);
+    }
+    case PrintedKind::Number1A: {
+        const ElementNumber number = tag();
+        PrintBoxNumber1A(page, x, box.y, box.text, {number, sign()});
         break;
-    case PrintedKind::Tag1A:
-        Print1ATag(page, box.x + dx, box.y);
+    }
+    case PrintedKind::Tag1A: {
+        const BelongsTo piece(page, tag());
+        Print1ATag(page, x, box.y);
         break;
-    case PrintedKind::Letter:
-        PrintSectionLetter(page, box.x + dx, box.y, box.text);
+    }
+    case PrintedKind::Letter: {
+        const BelongsTo piece(page, tag());
+        PrintSectionLetter(page, x, box.y, box.text);
         break;
+    }
     }
 }
 
+/// A text of which each character has a cell of its own is read as one.
+void Speak(PageLayer& page, ElementNumber entry, const std::string& text)
+{
+    if (Element* element = page.FindElement(entry))
+        element->spoken = text;
+}
+
 } // namespace
+
+void DrawTick(PageLayer& page, ElementNumber entry, double x, double y)
+{
+    if (Element* element = page.FindElement(entry))
+        element->role = Role::Tick;
+    const BelongsTo box(page, entry);
+    page.vsTick(x, y);
+}
 
 void DrawPanels(PageLayer& page, std::span<const Panel> panels, Colour fill)
 {
@@ -48,19 +75,21 @@ void DrawPanels(PageLayer& page, std::span<const Panel> panels, Colour fill)
         page.vsFillBox(page.ColWhite, fill, 0, panel.x1, panel.y1, panel.x2, panel.y2);
 }
 
-void DrawSectionMarks(PageLayer& page, std::span<const SectionMark> marks)
+void DrawSectionMarks(FormSheet& sheet, std::span<const SectionMark> marks)
 {
+    PageLayer& page = sheet.page;
     for (const SectionMark& mark : marks) {
+        const BelongsTo piece(page, sheet.AddMark(mark.x, mark.y, !mark.title.empty()));
         PrintSectionLetter(page, mark.x, mark.y, mark.letter);
         if (!mark.title.empty())
             page.vsBookmark(std::string(mark.letter) + "  " + std::string(mark.title), 2, mark.y);
     }
 }
 
-void DrawBoxes(PageLayer& page, std::span<const FormBox> boxes, double dx)
+void DrawBoxes(FormSheet& sheet, std::span<const FormBox> boxes, double dx)
 {
     for (const FormBox& box : boxes)
-        DrawBox(page, box, dx);
+        DrawBox(sheet, box, dx);
 }
 
 void DrawLines(PageLayer& page, std::span<const FormLineRow> lines)
@@ -90,20 +119,28 @@ void DrawText(PageLayer& page, At at, double x, double x2, double y, std::string
     }
 }
 
-void DrawLabel(PageLayer& page, const Label& label)
+void DrawLabel(FormSheet& sheet, const Label& label, std::span<const FieldSuffix> suffixes)
 {
+    PageLayer& page = sheet.page;
     const Weight weight = label.font.weight;
     page.vsFont(label.font.size, weight == Weight::Bold || weight == Weight::BoldItalic,
                 weight == Weight::Italic || weight == Weight::BoldItalic);
-    DrawText(page, label.at, label.x, label.x2, label.y, label.text);
+    {
+        const BelongsTo element(page, sheet.BeginLabel(label));
+        DrawText(page, label.at, label.x, label.x2, label.y, label.text);
+    }
+    sheet.EndLabel(label, suffixes);
 }
 
-void DrawLabels(PageLayer& page, std::span<const Label> labels)
+void DrawLabels(FormSheet& sheet, std::span<const Label> labels, std::span<const FieldSuffix> suffixes)
 {
+    PageLayer& page = sheet.page;
     page.vsFontName("Arial");
     page.vsTextColor(page.ColBlack);
-    for (const Label& label : labels)
-        DrawLabel(page, label);
+    for (; !labels.empty(); labels = labels.subspan(1)) {
+        sheet.ReadHeads(labels);
+        DrawLabel(sheet, labels.front(), suffixes);
+    }
 }
 
 void BeginValues(PageLayer& page)
@@ -113,14 +150,18 @@ void BeginValues(PageLayer& page)
     page.vsTextColor(page.ColBlack);
 }
 
-void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldReader& read, std::string_view suffix,
+void DrawValues(FormSheet& sheet, std::span<const FormValue> values, const FieldReader& read, std::string_view suffix,
                 double dx)
 {
+    PageLayer& page = sheet.page;
     std::string field;
     for (const FormValue& value : values) {
         field = value.field;
         field += suffix;
         const std::string text = read(field);
+        const ElementNumber entry =
+            value.at == At::Right ? sheet.FigureOf(field, value.x + dx, value.y) : sheet.EntryOf(field);
+        const BelongsTo element(page, entry);
         switch (value.kind) {
         case ValueKind::Text:
             DrawText(page, value.at, value.x + dx, value.x2 + dx, value.y,
@@ -128,12 +169,14 @@ void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldR
             break;
         case ValueKind::Tick:
             if (FieldText(text, 1) == "Y")
-                page.vsTick(value.x + dx, value.y);
+                DrawTick(page, entry, value.x + dx, value.y);
             break;
         case ValueKind::DateCells:
+            Speak(page, entry, text);
             PrintDateCells(page, value.x + dx, value.y, text);
             break;
         case ValueKind::NICells:
+            Speak(page, entry, text);
             PrintNICells(page, value.x + dx, value.y, text);
             break;
         }
@@ -165,6 +208,7 @@ void DrawIdentifier(PageLayer& page, double y, std::string_view identifier)
     page.vsFontName("Arial");
     page.vsTextColor(page.ColBlack);
     page.vsFont(9, true, false);
+    const BelongsTo element(page, Role::Paragraph);
     page.vsTextLeft(13, y, identifier);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "printing/forms/FormPrimitives.h"
+#include "printing/forms/FormSheet.h"
 
 #include <span>
 #include <string>
@@ -9,18 +10,6 @@
 
 /// The lists of which a form's page is made, in millimetres, each in the order of the form, and the drawing of a list.
 namespace quillmere {
-
-/// Weight and slant of a text.
-enum class Weight { Plain, Bold, Italic, BoldItalic };
-
-struct Font {
-    double size = 8; ///< points
-    Weight weight = Weight::Plain;
-};
-
-/// Where a text stands: it starts or ends at x, is centred from x to x2, goes on after the text before it, or goes on
-/// after an indent of two blanks (see PrintIndented).
-enum class At { Left, Right, Centre, Run, Indented };
 
 /// A grey panel of a section.
 struct Panel {
@@ -48,12 +37,24 @@ struct FormLineRow {
     double x1, y1, x2, y2;
 };
 
+/// What a label is to somebody who has the page read out.
+enum class Reads {
+    Text,
+    Title,  ///< of the page
+    Nothing ///< its words are told with the boxes
+};
+
+/// `fields` names the fields, with blanks between, whose boxes are read after the label, and `columns` what it leaves
+/// unsaid of each of them.
 struct Label {
     Font font;
     At at;
     double x = 0, y = 0;
     std::string_view text;
     double x2 = 0;
+    std::string_view fields = {};
+    std::span<const std::string_view> columns = {};
+    Reads reads = Reads::Text;
 };
 
 /// How a value is drawn: as a text, as a tick if it is set, or with one character to a cell.
@@ -71,18 +72,20 @@ struct FormValue {
 
 /// Panels with a white edge.
 void DrawPanels(PageLayer& page, std::span<const Panel> panels, Colour fill);
-void DrawSectionMarks(PageLayer& page, std::span<const SectionMark> marks);
+void DrawSectionMarks(FormSheet& sheet, std::span<const SectionMark> marks);
 /// The boxes, each moved by `dx` to the right.
-void DrawBoxes(PageLayer& page, std::span<const FormBox> boxes, double dx = 0);
+void DrawBoxes(FormSheet& sheet, std::span<const FormBox> boxes, double dx = 0);
 void DrawLines(PageLayer& page, std::span<const FormLineRow> lines);
-/// Labels in `ColBlack`, Arial.
-void DrawLabels(PageLayer& page, std::span<const Label> labels);
-void DrawLabel(PageLayer& page, const Label& label);
+/// Labels in `ColBlack`, Arial. Each names its fields once for each suffix.
+void DrawLabels(FormSheet& sheet, std::span<const Label> labels, std::span<const FieldSuffix> suffixes = {});
+void DrawLabel(FormSheet& sheet, const Label& label, std::span<const FieldSuffix> suffixes = {});
 /// Sets the font of the values: the one chosen for reports, 10 bold, `ColBlack`.
 void BeginValues(PageLayer& page);
 /// Values in the font in force. `suffix` is put behind each field's name and `dx` added to its x.
-void DrawValues(PageLayer& page, std::span<const FormValue> values, const FieldReader& read,
+void DrawValues(FormSheet& sheet, std::span<const FormValue> values, const FieldReader& read,
                 std::string_view suffix = {}, double dx = 0);
+/// A tick in the box of an entry.
+void DrawTick(PageLayer& page, ElementNumber entry, double x, double y);
 /// A text that DrawValues cuts if it is longer than its box.
 struct BoxedText {
     std::string field;

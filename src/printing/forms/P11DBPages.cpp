@@ -51,27 +51,47 @@ const VariantRow& RowOf(DeclarationVariant variant)
 constexpr Font BandFont{7};
 
 /// A black band with words in white.
-void DrawBand(PageLayer& page, const Panel& band, std::span<const Label> words)
+void DrawBand(FormSheet& sheet, const Panel& band, std::span<const Label> words)
 {
+    PageLayer& page = sheet.page;
     page.vsFillBox(page.ColBlack, page.ColBlack, 0, band.x1, band.y1, band.x2, band.y2);
     page.vsFontName("Arial");
     page.vsTextColor(page.ColWhite);
-    for (const Label& label : words)
-        DrawLabel(page, label);
+    for (const Label& label : words) {
+        const BelongsTo tag(page, sheet.AddTag(label.x, label.y));
+        page.vsFont(label.font.size, false, label.font.weight == Weight::Italic);
+        page.vsTextLeft(label.x, label.y, label.text);
+    }
     page.vsTextColor(page.ColBlack);
 }
 
 // ---- the declaration side
 
 constexpr auto Headings = std::to_array<Label>({
-    {{11, Weight::Bold}, At::Left, 80, 9, "Return of Class 1A National Insurance contributions due"},
-    {{11, Weight::Bold}, At::Left, 80, 14, "Return of expenses and benefits - Employer declaration"},
+    {{11, Weight::Bold},
+     At::Left,
+     80,
+     9,
+     "Return of Class 1A National Insurance contributions due",
+     0,
+     {},
+     {},
+     Reads::Title},
+    {{11, Weight::Bold},
+     At::Left,
+     80,
+     14,
+     "Return of expenses and benefits - Employer declaration",
+     0,
+     {},
+     {},
+     Reads::Title},
     {{17, Weight::Bold}, At::Left, 35, 7, "HM Revenue"},
     {{17, Weight::Bold}, At::Left, 35, 14, "& Customs"},
     {{8}, At::Left, 8, 21, "Employer PAYE"},
-    {{8}, At::Left, 8, 24, "reference"},
+    {{8}, At::Left, 8, 24, "reference", 0, "EmployerReference"},
     {{8}, At::Left, 8, 30, "Accounts office"},
-    {{8}, At::Left, 8, 33, "reference"},
+    {{8}, At::Left, 8, 33, "reference", 0, "AccountsOffReference"},
 });
 
 constexpr Label YearEnded{{11, Weight::Bold}, At::Left, 142, 21, edition::form::DeclarationYear};
@@ -104,7 +124,13 @@ constexpr Label TopOfReturn{
 constexpr auto LinesBelowAddresses = std::to_array<Label>({
     {{9.5, Weight::Bold}, At::Left, 8, 95.5, "Please read the notes overleaf before completing this return."},
     {{9.5}, At::Left, 8, 100, "Do not declare any amounts already reported under the Taxed Award Scheme arrangements."},
-    {{10, Weight::Bold}, At::Left, 104, 35, "Please return this form to the address shown below"},
+    {{10, Weight::Bold},
+     At::Left,
+     104,
+     35,
+     "Please return this form to the address shown below",
+     0,
+     "ReturnAdd1 ReturnAdd2 ReturnAdd3 ReturnAdd4 ReturnAdd5 ReturnAdd6"},
 });
 
 constexpr auto DarkPanels = std::to_array<Panel>({
@@ -156,11 +182,17 @@ constexpr auto Section1Labels = std::to_array<Label>({
      118.5,
      "Enter the total benefits liable to Class 1A NICs from forms P11D.  (This is the total of"},
     {{8}, At::Left, 15, 122.5, "the Class 1A NICs boxes on forms P11D.  There is a quick guide on page 5 of CWG5"},
-    {{8}, At::Left, 15, 126.5, "if you are not sure.)"},
+    {{8}, At::Left, 15, 126.5, "if you are not sure.)", 0, "Section1ABox"},
     {{8, Weight::Bold}, At::Left, 24, 133.5, "If you need to adjust the figures entered in box A, do not complete"},
-    {{8, Weight::Bold}, At::Left, 24, 137.5, "box C below, tick this box and complete Section 4 overleaf."},
-    {{8}, At::Left, 15, 147.5, "Multiply by Class 1A NICs rate"},
-    {{8, Weight::Bold}, At::Left, 15, 158, "Class 1A NICs payable"},
+    {{8, Weight::Bold},
+     At::Left,
+     24,
+     137.5,
+     "box C below, tick this box and complete Section 4 overleaf.",
+     0,
+     "Section1Tick"},
+    {{8}, At::Left, 15, 147.5, "Multiply by Class 1A NICs rate", 0, "Section1Rate"},
+    {{8, Weight::Bold}, At::Left, 15, 158, "Class 1A NICs payable", 0, "Section1CBox"},
 });
 
 constexpr auto Section2Labels = std::to_array<Label>({
@@ -170,7 +202,7 @@ constexpr auto Section2Labels = std::to_array<Label>({
      18.5,
      182,
      "No expenses payments or benefits of the type to be returned on forms P11D have been or will be provided for the"},
-    {{8}, At::Left, 18.5, 186, edition::form::DeclarationNoForms},
+    {{8}, At::Left, 18.5, 186, edition::form::DeclarationNoForms, 0, "Section2Tick1"},
     {{8},
      At::Left,
      18.5,
@@ -184,11 +216,11 @@ constexpr auto Section2Labels = std::to_array<Label>({
      54,
      195,
      "with this declaration.  I declare that the details on these forms are fully and truly stated to the best"},
-    {{8}, At::Left, 18.5, 199, "of my knowledge and belief."},
+    {{8}, At::Left, 18.5, 199, "of my knowledge and belief.", 0, "Section2Tick2"},
     {{8}, At::Left, 18.5, 204, "Forms P11D for the year ended"},
-    {{8}, At::Left, 18.5, 208, edition::form::DeclarationSent},
+    {{8}, At::Left, 18.5, 208, edition::form::DeclarationSent, 0, "Section2Tick3 SentToBox"},
     {{8}, At::Left, 115, 204, "HM Revenue"},
-    {{8}, At::Left, 115, 208, "& Customs office on"},
+    {{8}, At::Left, 115, 208, "& Customs office on", 0, "SentToDate"},
     {{8},
      At::Left,
      11,
@@ -236,9 +268,17 @@ constexpr auto Section2Values = std::to_array<FormValue>({
     {"SentToDate", At::Left, 145, 206.5, 189},
 });
 
-void DrawTotal(PageLayer& page, const VariantRow& row, double y, std::string_view total)
+void DrawTotal(FormSheet& sheet, const VariantRow& row, std::string_view field, double y, std::string_view total)
 {
-    page.vsTextRight(182, y, total.empty() ? row.emptyTotal : total);
+    const BelongsTo element(sheet.page, sheet.FigureOf(field, 182, y));
+    sheet.page.vsTextRight(182, y, total.empty() ? row.emptyTotal : total);
+}
+
+/// The rate of Class 1A contributions, which is no field of the record.
+void DrawRate(FormSheet& sheet, std::string_view field, double y)
+{
+    const BelongsTo element(sheet.page, sheet.FigureOf(field, 180, y));
+    sheet.page.vsTextRight(180, y, edition::Class1ARateText);
 }
 
 // ---- the notes side
@@ -405,19 +445,25 @@ constexpr auto NotesToEnd = std::to_array<Label>({
      11.5,
      158,
      "Paragraph 18 of CWG5 explains circumstances in which you may need to make adjustments."},
-    {{9}, At::Left, 19, 170, "Enter the total benefits liable to Class 1A NICs from Section 1, box A overleaf"},
+    {{9},
+     At::Left,
+     19,
+     170,
+     "Enter the total benefits liable to Class 1A NICs from Section 1, box A overleaf",
+     0,
+     "Section4ABox"},
     {{8}, At::Left, 16.5, 180, "Using the two boxes below enter any adjustment to the figures in box A"},
     {{8}, At::Left, 24, 188, "Add any amounts not included in box A on which Class 1A NICs are due"},
-    {{8}, At::Left, 154.5, 188, "Amount to be added"},
-    {{8}, At::Left, 24, 193, "Brief description"},
+    {{8}, At::Left, 154.5, 188, "Amount to be added", 0, "Section4BBox"},
+    {{8}, At::Left, 24, 193, "Brief description", 0, "Section4BDesc"},
     {{8}, At::Left, 24, 208, "Deduct any amounts included in box A on which Class 1A NICs are"},
     {{8, Weight::Bold}, At::Left, 111.5, 208, "not"},
     {{8}, At::Left, 117.5, 208, "due"},
-    {{8}, At::Left, 154, 208, "Amount to be deducted"},
-    {{8}, At::Left, 24, 213, "Brief description"},
-    {{8, Weight::Bold}, At::Left, 19, 229, "Total of benefits on which Class 1A NICs are due"},
-    {{8}, At::Left, 19, 246, "Multiply by Class 1A NICs rate"},
-    {{8, Weight::Bold}, At::Left, 19, 267, "Class 1A NICs payable"},
+    {{8}, At::Left, 154, 208, "Amount to be deducted", 0, "Section4CBox"},
+    {{8}, At::Left, 24, 213, "Brief description", 0, "Section4CDesc"},
+    {{8, Weight::Bold}, At::Left, 19, 229, "Total of benefits on which Class 1A NICs are due", 0, "Section4DBox"},
+    {{8}, At::Left, 19, 246, "Multiply by Class 1A NICs rate", 0, "Section4Rate"},
+    {{8, Weight::Bold}, At::Left, 19, 267, "Class 1A NICs payable", 0, "Section4FBox"},
 });
 
 struct Bullet {
@@ -451,49 +497,59 @@ constexpr auto PayableValue = std::to_array<FormValue>({
 void PrintP11DBDeclaration(PageLayer& page, DeclarationVariant variant, const FieldReader& read)
 {
     const VariantRow& row = RowOf(variant);
+    FormSheet sheet(page);
     page.vsBookmark("P11D(b) declaration");
     page.BeginFixedPart();
 
-    DrawLabels(page, Headings);
+    DrawLabels(sheet, Headings);
     page.vsBox(FormLine, 35, 17, 90, 25);
     page.vsBox(FormLine, 35, 27, 90, 35);
-    DrawLabel(page, YearEnded);
+    DrawLabel(sheet, YearEnded);
     for (const double dx : {0.0, ReturnAddressCorners})
         for (const FormLineRow& line : AddressCorners)
             page.vsLine(FormLine, line.x1 + dx, line.y1, line.x2 + dx, line.y2);
     page.vsTriangle(page.ColBlack, 118, 37, 122, 37, 120, 39);
     page.vsTriangle(page.ColBlack, 176, 37, 180, 37, 178, 39);
 
-    DrawLabel(page, {{8, row.addressLabel}, At::Left, 8, 40.5, "Employer name and address"});
-    DrawLabels(page, LinesToTopOfReturn);
-    for (int line = 0; line < row.topOfReturnLines; ++line)
-        DrawLabel(page, TopOfReturn);
-    DrawLabels(page, LinesBelowAddresses);
+    DrawLabel(sheet, {{8, row.addressLabel},
+                      At::Left,
+                      8,
+                      40.5,
+                      "Employer name and address",
+                      0,
+                      "EmployerAdd1 EmployerAdd2 EmployerAdd3 EmployerAdd4 EmployerAdd5 EmployerAdd6"});
+    DrawLabels(sheet, LinesToTopOfReturn);
+    DrawLabel(sheet, TopOfReturn);
+    Label again = TopOfReturn;
+    again.reads = Reads::Nothing;
+    for (int line = 1; line < row.topOfReturnLines; ++line)
+        DrawLabel(sheet, again);
+    DrawLabels(sheet, LinesBelowAddresses);
 
     if (page.HasShading()) {
         DrawPanels(page, DarkPanels, page.ColDark);
         DrawPanels(page, LightPanels, page.ColLight);
     }
-    DrawSectionMarks(page, Sections);
+    DrawSectionMarks(sheet, Sections);
     // Specimens of the tick in the form's own wording, no values.
     page.vsTick(17.5, 130);
     page.vsTick(12.5, 179);
-    DrawBoxes(page, Boxes);
-    DrawBand(page, RateBand, RateBandWords);
+    DrawBoxes(sheet, Boxes);
+    DrawBand(sheet, RateBand, RateBandWords);
     page.vsFillBox(page.ColBlack, page.ColWhite, 0, SignatureBox.x1, SignatureBox.y1, SignatureBox.x2, SignatureBox.y2);
-    DrawLabels(page, Section1Labels);
-    DrawLabel(page, {{10, Weight::Bold}, At::Left, 15, 167, row.heading});
-    DrawLabels(page, Section2Labels);
+    DrawLabels(sheet, Section1Labels);
+    DrawLabel(sheet, {{10, Weight::Bold}, At::Left, 15, 167, row.heading});
+    DrawLabels(sheet, Section2Labels);
 
     page.EndFixedPart();
     BeginValues(page);
-    DrawValues(page, Values, read);
-    DrawTotal(page, row, 120, read("Section1ABox"));
-    page.vsTextRight(180, 147.5, edition::Class1ARateText);
-    DrawTotal(page, row, 158, read("Section1CBox"));
+    DrawValues(sheet, Values, read);
+    DrawTotal(sheet, row, "Section1ABox", 120, read("Section1ABox"));
+    DrawRate(sheet, "Section1Rate", 147.5);
+    DrawTotal(sheet, row, "Section1CBox", 158, read("Section1CBox"));
     if (IsSet(read("Section1Tick")))
-        page.vsTick(17, row.section1TickY);
-    DrawValues(page, Section2Values, read);
+        DrawTick(page, sheet.EntryOf("Section1Tick"), 17, row.section1TickY);
+    DrawValues(sheet, Section2Values, read);
 
     DrawIdentifier(page, 278, edition::form::P11DBIdentifier);
 }
@@ -501,6 +557,7 @@ void PrintP11DBDeclaration(PageLayer& page, DeclarationVariant variant, const Fi
 void PrintP11DBNotes(PageLayer& page, DeclarationVariant variant, const FieldReader& read)
 {
     const VariantRow& row = RowOf(variant);
+    FormSheet sheet(page);
     page.vsBookmark("P11D(b) notes and adjustments");
     page.BeginFixedPart();
 
@@ -508,29 +565,29 @@ void PrintP11DBNotes(PageLayer& page, DeclarationVariant variant, const FieldRea
         DrawPanels(page, NotesDarkPanels, page.ColDark);
         DrawPanels(page, NotesWhitePanels, page.ColWhite);
     }
-    DrawSectionMarks(page, NotesSections);
+    DrawSectionMarks(sheet, NotesSections);
     // Kept: these bands alone are there without shading too.
     DrawPanels(page, Section4Bands, page.ColLight);
-    DrawBoxes(page, Section4Boxes);
-    DrawBand(page, TotalBand, TotalBandWords);
-    DrawBand(page, PayableBand, PayableBandWords);
+    DrawBoxes(sheet, Section4Boxes);
+    DrawBand(sheet, TotalBand, TotalBandWords);
+    DrawBand(sheet, PayableBand, PayableBandWords);
 
-    DrawLabels(page, NotesToWebAddress);
+    DrawLabels(sheet, NotesToWebAddress);
     page.vsTextColor(Navy);
-    DrawLabel(page, WebAddress);
-    DrawLabels(page, NotesToGuide);
-    DrawLabel(page, {{9}, At::Left, 11.5, 82.5, row.guide});
-    DrawLabels(page, NotesToReferences);
-    DrawLabel(page, {{9}, At::Left, 11.5, 126, row.references});
-    DrawLabels(page, NotesToEnd);
+    DrawLabel(sheet, WebAddress);
+    DrawLabels(sheet, NotesToGuide);
+    DrawLabel(sheet, {{9}, At::Left, 11.5, 82.5, row.guide});
+    DrawLabels(sheet, NotesToReferences);
+    DrawLabel(sheet, {{9}, At::Left, 11.5, 126, row.references});
+    DrawLabels(sheet, NotesToEnd);
     for (const Bullet& bullet : Bullets)
         page.vsCircle(BulletColour, bullet.x, bullet.y, BulletRadius);
 
     page.EndFixedPart();
     BeginValues(page);
-    DrawValues(page, Section4Values, read);
-    page.vsTextRight(180, 246.5, edition::Class1ARateText);
-    DrawValues(page, PayableValue, read);
+    DrawValues(sheet, Section4Values, read);
+    DrawRate(sheet, "Section4Rate", 246.5);
+    DrawValues(sheet, PayableValue, read);
 
     DrawIdentifier(page, 278, edition::form::P11DBIdentifier);
 }

@@ -20,7 +20,7 @@ constexpr auto Panels = std::to_array<Panel>({
 });
 
 constexpr auto Headings = std::to_array<Label>({
-    {{13, Weight::BoldItalic}, At::Right, 193, 7, edition::form::P11DHeading},
+    {{13, Weight::BoldItalic}, At::Right, 193, 7, edition::form::P11DHeading, 0, {}, {}, Reads::Title},
     {{14, Weight::Bold}, At::Left, 14, 7, "HM Revenue"},
     {{14, Weight::Bold}, At::Left, 14, 12, "& Customs"},
 });
@@ -78,6 +78,13 @@ constexpr auto CellLines = std::to_array<FormLineRow>({
     {189.5, 50, 189.5, 55.6},
 });
 
+constexpr auto EmployeeNames = std::to_array<std::string_view>({"surname", "first name"});
+constexpr auto AssetColumns = std::to_array<std::string_view>(
+    {{}, "Cost/Market value", "Amount made good or from which tax deducted", "Cash equivalent"});
+constexpr auto PaymentColumns = std::to_array<std::string_view>({{}, "amount"});
+constexpr auto VoucherColumns =
+    std::to_array<std::string_view>({"Gross amount", "Amount made good or from which tax deducted", "Cash equivalent"});
+
 constexpr auto Labels = std::to_array<Label>({
     {{8, Weight::Bold}, At::Left, 103, 13, "Note to employer"},
     {{7.5}, At::Left, 103, 16.5, "Complete this return for a director, or an employee who earned at a"},
@@ -89,16 +96,16 @@ constexpr auto Labels = std::to_array<Label>({
     {{7.5}, At::Left, 103, 41, "numberings on this P11D are the same as on the Employment Page of"},
     {{7.5}, At::Left, 103, 44.5, "the tax return for example, boxes 13."},
     {{9, Weight::Bold}, At::Left, 2, 16.5, "Please ensure your entries are clear on both sides of the form."},
-    {{8}, At::Left, 2, 21, "Employer name"},
-    {{8}, At::Left, 2, 43, "Employee name"},
+    {{8}, At::Left, 2, 21, "Employer name", 0, "EmployerName"},
+    {{8}, At::Left, 2, 43, "Employee name", 0, "Surname FirstName", EmployeeNames},
     {{8}, At::Left, 150.5, 49, "Date of birth"},
-    {{8, Weight::Italic}, At::Left, 167.5, 49, "in figures (if known)"},
+    {{8, Weight::Italic}, At::Left, 167.5, 49, "in figures (if known)", 0, "DOB"},
     {{8}, At::Left, 150, 64, "Gender"},
-    {{8, Weight::Bold}, At::Left, 161, 64, "M - Male F - Female"},
-    {{8}, At::Left, 2, 32.5, "Employer PAYE reference"},
-    {{8}, At::Left, 2, 58, "Works number/department"},
-    {{8}, At::Left, 80, 58, "National Insurance number"},
-    {{7.5}, At::Left, 90, 54, "If a director tick here"},
+    {{8, Weight::Bold}, At::Left, 161, 64, "M - Male F - Female", 0, "SexTick"},
+    {{8}, At::Left, 2, 32.5, "Employer PAYE reference", 0, "PAYEBox"},
+    {{8}, At::Left, 2, 58, "Works number/department", 0, "WorkNumberBox"},
+    {{8}, At::Left, 80, 58, "National Insurance number", 0, "NatIns"},
+    {{7.5}, At::Left, 90, 54, "If a director tick here", 0, "DirectorTick"},
     {{8},
      At::Right,
      152,
@@ -110,28 +117,43 @@ constexpr auto Labels = std::to_array<Label>({
     {{7}, At::Left, 133, 77, "Amount made good or"},
     {{7}, At::Left, 133, 80, "from which tax deducted"},
     {{7}, At::Left, 161, 80, "Cash equivalent"},
-    {{8}, At::Left, 9, 85, "Description of asset"},
+    {{8},
+     At::Left,
+     9,
+     85,
+     "Description of asset",
+     0,
+     "ADescriptionAsset ACostMarketBox AAmountGood ACashEqu",
+     AssetColumns},
     {{8}, At::Left, 129.5, 85, "-"},
     {{8}, At::Left, 157, 85, "="},
     {{8, Weight::Bold}, At::Left, 9, 91, "Payments made on behalf of employee"},
-    {{8}, At::Left, 9, 96, "Description of payment"},
+    {{8}, At::Left, 9, 96, "Description of payment", 0, "BDescriptionPayment B2", PaymentColumns},
     {{8},
      At::Left,
      9,
      102,
-     "Tax on notional payments not borne by employee within 90 days of receipt of each notional payment"},
+     "Tax on notional payments not borne by employee within 90 days of receipt of each notional payment",
+     0,
+     "BNotTax"},
     {{8, Weight::Bold}, At::Left, 9, 108, "Vouchers and credit cards"},
     {{7}, At::Left, 105, 110, "Gross amount"},
     {{7}, At::Left, 133, 107, "Amount made good or"},
     {{7}, At::Left, 133, 110, "from which tax deducted"},
     {{7}, At::Left, 161, 110, "Cash equivalent"},
     {{8}, At::Left, 10, 113, "Value of vouchers and payments made using credit cards or tokens"},
-    {{8}, At::Left, 10, 116, edition::form::ChildcareVouchers},
+    {{8}, At::Left, 10, 116, edition::form::ChildcareVouchers, 0, "CGrossAmount CAmountGood CCashEqu", VoucherColumns},
     {{8}, At::Left, 129.5, 115, "-"},
     {{8}, At::Left, 157, 115, "="},
     {{8, Weight::Bold}, At::Left, 9, 120.5, "Living accommodation"},
     {{7}, At::Left, 161, 121, "Cash equivalent"},
-    {{8}, At::Left, 9, 126, "Cash equivalent of accommodation provided for employee, or his/her family or household"},
+    {{8},
+     At::Left,
+     9,
+     126,
+     "Cash equivalent of accommodation provided for employee, or his/her family or household",
+     0,
+     "DCashEqu"},
     {{8, Weight::Bold}, At::Left, 9, 132, "Mileage allowance and passenger payments"},
     {{7}, At::Left, 161, 134, "Taxable amount"},
     {{8},
@@ -140,7 +162,7 @@ constexpr auto Labels = std::to_array<Label>({
      136.5,
      "Amount of car and mileage allowances paid to employee for business travel in employee's own vehicle, and"},
     {{8}, At::Left, 9, 140, "passenger payments, in excess of maximum exempt amounts"},
-    {{8, Weight::Italic}, At::Indented, 0, 0, edition::form::ExemptRates},
+    {{8, Weight::Italic}, At::Indented, 0, 0, edition::form::ExemptRates, 0, "ETaxAmount"},
 });
 
 constexpr auto Values = std::to_array<FormValue>({
@@ -171,6 +193,7 @@ constexpr auto Values = std::to_array<FormValue>({
 
 void PrintP11D1(PageLayer& page, const FieldReader& read)
 {
+    FormSheet sheet(page);
     page.vsBookmark("P11D page 1");
     if (page.HasShading())
         DrawPanels(page, Panels, page.ColLight);
@@ -178,28 +201,31 @@ void PrintP11D1(PageLayer& page, const FieldReader& read)
     // Kept: in the font name left in force by whatever was drawn last, in an earlier document too.
     page.vsTextColor(page.ColBlack);
     page.vsFont(9, true, true);
-    page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
+    {
+        const BelongsTo element(page, Role::Paragraph);
+        page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
+    }
 
     page.BeginFixedPart();
-    DrawLabels(page, Headings);
-    DrawSectionMarks(page, Sections);
-    DrawBoxes(page, Boxes);
-    DrawCarBoxes(page);
+    DrawLabels(sheet, Headings);
+    DrawSectionMarks(sheet, Sections);
+    DrawBoxes(sheet, Boxes);
+    DrawCarBoxes(sheet);
     DrawLines(page, CellLines);
     page.vsTriangle(page.ColBlack, 118, 52.75, 115.5, 50.5, 115.5, 55);
     // Kept: a line of no length, which prints as a dot.
     page.vsLine(FormLine, 156.5, 195, 156.5, 195);
     page.vsHLine(0.4, 2, 195, 68);
 
-    DrawLabels(page, Labels);
-    DrawCarLabels(page, 1, {.totalOfCars = edition::form::TotalOfCars, .totalOfFuel = edition::form::TotalOfCarFuel});
+    DrawLabels(sheet, Labels);
+    DrawCarLabels(sheet, 1, {.totalOfCars = edition::form::TotalOfCars, .totalOfFuel = edition::form::TotalOfCarFuel});
     DrawIdentifier(page, 276, edition::form::P11DIdentifier);
 
     page.EndFixedPart();
 
     BeginValues(page);
-    DrawValues(page, Values, read);
-    DrawCarValues(page, 1, read);
+    DrawValues(sheet, Values, read);
+    DrawCarValues(sheet, 1, read);
 }
 
 void AddBoxedTextsOfP11D1(std::vector<BoxedText>& texts)

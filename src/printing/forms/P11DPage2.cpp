@@ -93,26 +93,54 @@ constexpr auto Boxes = std::to_array<FormBox>({
     {PrintedKind::Number, 161, 249, 0, "  16"},
 });
 
+constexpr auto Loans = std::to_array<std::string_view>({"Loan 1", "Loan 2"});
+
+// The heads of the columns, for each of the boxes below them.
+constexpr std::string_view MadeGood = "Amount made good or from which tax deducted";
+constexpr auto CostColumns = std::to_array<std::string_view>({"Cost to you", MadeGood, "Cash equivalent"});
+constexpr auto AssetColumns =
+    std::to_array<std::string_view>({{}, "Annual value plus expenses incurred", MadeGood, "Cash equivalent"});
+constexpr auto ItemColumns = std::to_array<std::string_view>({{}, "Cost to you", MadeGood, "Cash equivalent"});
+constexpr auto TaxColumns = std::to_array<std::string_view>({"Tax paid"});
+constexpr auto ExpenseColumns = std::to_array<std::string_view>({"Cost to you", MadeGood, "Taxable payment"});
+constexpr auto MarkedColumns =
+    std::to_array<std::string_view>({"tick or cross", "Cost to you", MadeGood, "Taxable payment"});
+constexpr auto DescribedColumns = std::to_array<std::string_view>({{}, "Cost to you", MadeGood, "Taxable payment"});
+
 constexpr auto Labels = std::to_array<Label>({
     {{8, Weight::Bold}, At::Left, 9, 4, "Vans and van fuel"},
-    {{8}, At::Left, 9, 9, edition::form::TotalOfVans},
-    {{8}, At::Left, 9, 14, edition::form::TotalOfVanFuel},
+    {{8}, At::Left, 9, 9, edition::form::TotalOfVans, 0, "GVan"},
+    {{8}, At::Left, 9, 14, edition::form::TotalOfVanFuel, 0, "GVanFuel"},
     {{8, Weight::Bold}, At::Left, 9, 21, "Interest-free and low interest loans"},
     {{8, Weight::Italic}, At::Left, 9, 24.5, edition::form::SmallLoans},
     {{8, Weight::Bold}, At::Left, 134, 30, "Loan 1"},
     {{8, Weight::Bold}, At::Left, 170, 30, "Loan 2"},
     {{8}, At::Left, 9, 36, "Number of joint borrowers"},
-    {{8, Weight::Italic}, At::Run, 0, 0, " (if applicable)"},
-    {{8}, At::Left, 9, 43.5, edition::form::LoanAtStart},
-    {{8}, At::Left, 9, 51, edition::form::LoanAtEnd},
-    {{8}, At::Left, 9, 58.5, "Maximum amount outstanding at any time in the year"},
+    {{8, Weight::Italic}, At::Run, 0, 0, " (if applicable)", 0, "HJointBorrow1 HJointBorrow2", Loans},
+    {{8}, At::Left, 9, 43.5, edition::form::LoanAtStart, 0, "HOutstand1 HOutstand2", Loans},
+    {{8}, At::Left, 9, 51, edition::form::LoanAtEnd, 0, "HOutsand20031 HOutsand20032", Loans},
+    {{8}, At::Left, 9, 58.5, "Maximum amount outstanding at any time in the year", 0, "HMaxLoan1 HMaxLoan2", Loans},
     {{8}, At::Left, 9, 66, edition::form::LoanInterestPaid},
-    {{8, Weight::Italic}, At::Run, 0, 0, " - enter \"NIL\" if none was paid"},
-    {{8}, At::Left, 9, 73.5, edition::form::LoanMade},
-    {{8}, At::Left, 9, 81, edition::form::LoanDischarged},
-    {{8}, At::Left, 9, 88.5, "Cash equivalent of loans after deducting any interest paid by the borrower"},
+    {{8, Weight::Italic},
+     At::Run,
+     0,
+     0,
+     " - enter \"NIL\" if none was paid",
+     0,
+     "HLoanInterest1 HLoanInterest2",
+     Loans},
+    {{8}, At::Left, 9, 73.5, edition::form::LoanMade, 0, "HLoanDate1 HLoanDate2", Loans},
+    {{8}, At::Left, 9, 81, edition::form::LoanDischarged, 0, "HLoanDischarge1 HLoanDischarge2", Loans},
+    {{8},
+     At::Left,
+     9,
+     88.5,
+     "Cash equivalent of loans after deducting any interest paid by the borrower",
+     0,
+     "HLoanCashEqu1 HLoanCashEqu2",
+     Loans},
     {{8, Weight::Bold}, At::Left, 9, 97, "Private medical treatment or insurance"},
-    {{8}, At::Left, 9, 105, "Private medical treatment or insurance"},
+    {{8}, At::Left, 9, 105, "Private medical treatment or insurance", 0, "IMedCost IAmountGood ICashEqu", CostColumns},
     {{7}, At::Left, 105, 99, "Cost to you"},
     {{7}, At::Left, 133, 96, "Amount made good or"},
     {{7}, At::Left, 133, 99, "from which tax deducted"},
@@ -121,9 +149,9 @@ constexpr auto Labels = std::to_array<Label>({
     {{8}, At::Left, 157, 103, "="},
     {{8, Weight::Bold}, At::Left, 9, 113, "Qualifying relocation expenses payments and benefits"},
     {{8, Weight::Italic}, At::Left, 9, 117, "Non-qualifying benefits and expenses go in sections M and N below"},
-    {{8}, At::Left, 9, 123, edition::form::RelocationExcess},
+    {{8}, At::Left, 9, 123, edition::form::RelocationExcess, 0, "JRelocationExp"},
     {{8, Weight::Bold}, At::Left, 9, 130, "Services supplied"},
-    {{8}, At::Left, 9, 136, "Services supplied to the employee"},
+    {{8}, At::Left, 9, 136, "Services supplied to the employee", 0, "KCostYou KAmountGood KCashEqu", CostColumns},
     {{7}, At::Left, 105, 130.5, "Cost to you"},
     {{7}, At::Left, 133, 127.5, "Amount made good or"},
     {{7}, At::Left, 133, 130.5, "from which tax deducted"},
@@ -131,7 +159,14 @@ constexpr auto Labels = std::to_array<Label>({
     {{8}, At::Left, 129.5, 134, "-"},
     {{8}, At::Left, 157, 134, "="},
     {{8, Weight::Bold}, At::Left, 9, 145, "Assets placed at the employee's disposal"},
-    {{8}, At::Left, 9, 153, "Description of asset"},
+    {{8},
+     At::Left,
+     9,
+     153,
+     "Description of asset",
+     0,
+     "LDescriptAsset LAnnualValue LAmountGood LCashEqu",
+     AssetColumns},
     {{7}, At::Left, 105, 144, "Annual value plus"},
     {{7}, At::Left, 105, 147, "expenses incurred"},
     {{7}, At::Left, 133, 144, "Amount made good or"},
@@ -141,15 +176,15 @@ constexpr auto Labels = std::to_array<Label>({
     {{8}, At::Left, 157, 151, "="},
     {{8, Weight::Bold}, At::Left, 9, 159.5, "Other items (including subscriptions and professional fees)"},
     {{8}, At::Left, 9, 168, "Description of"},
-    {{8}, At::Left, 9, 171, "other items"},
+    {{8}, At::Left, 9, 171, "other items", 0, "NDescriptItems1 NCostYou1 NAmountGood1 NCashEqu1", ItemColumns},
     {{7}, At::Left, 105, 164, "Cost to you"},
     {{7}, At::Left, 133, 161, "Amount made good or"},
     {{7}, At::Left, 133, 164, "from which tax deducted"},
     {{7}, At::Left, 168, 164, "Cash equivalent"},
-    {{7}, At::Left, 168, 185, "Tax paid"},
+    {{7}, At::Left, 168, 185, "Tax paid", 0, {}, {}, Reads::Nothing},
     {{8}, At::Left, 9, 178, "Description of"},
-    {{8}, At::Left, 9, 181, "other items"},
-    {{8}, At::Left, 9, 189, "Income tax paid but not deducted from director's remuneration"},
+    {{8}, At::Left, 9, 181, "other items", 0, "NDescriptItems2 NCostYou2 NAmountGood2 NCashEqu2", ItemColumns},
+    {{8}, At::Left, 9, 189, "Income tax paid but not deducted from director's remuneration", 0, "NTaxPaid", TaxColumns},
     {{8}, At::Left, 129.5, 169, "-"},
     {{8}, At::Left, 157, 169, "="},
     {{8}, At::Left, 129.5, 179, "-"},
@@ -158,19 +193,54 @@ constexpr auto Labels = std::to_array<Label>({
     {{8}, At::Left, 9, 206, "Travelling and subsistence payments "},
     {{8, Weight::Italic}, At::Left, 57.5, 206, "(except mileage allowance"},
     {{8, Weight::Italic}, At::Left, 9, 209, "payments for employee's own car"},
-    {{8, Weight::Italic}, At::Run, 0, 0, " - see section E)"},
+    {{8, Weight::Italic}, At::Run, 0, 0, " - see section E)", 0, "OCostYou1 OAmountGood1 OCashEqu1", ExpenseColumns},
     {{7}, At::Left, 105, 202.5, "Cost to you"},
     {{7}, At::Left, 133, 199.5, "Amount made good or"},
     {{7}, At::Left, 133, 202.5, "from which tax deducted"},
     {{7}, At::Left, 168, 202.5, "Taxable payment"},
     {{8}, At::Left, 9, 215, "Entertainment"},
     {{8, Weight::Italic}, At::Run, 0, 0, " (trading organisations read P11D Guide and then"},
-    {{8, Weight::Italic}, At::Left, 9, 218, "enter a tick or a cross as appropriate here)"},
-    {{8}, At::Left, 9, 226, "General expenses allowance for business travel"},
-    {{8}, At::Left, 9, 235, "Payments for use of home telephone"},
+    {{8, Weight::Italic},
+     At::Left,
+     9,
+     218,
+     "enter a tick or a cross as appropriate here)",
+     0,
+     "OEntertainTick OCostYou2 OAmountGood2 OCashEqu2",
+     MarkedColumns},
+    {{8},
+     At::Left,
+     9,
+     226,
+     "General expenses allowance for business travel",
+     0,
+     "OCostYou3 OAmountGood3 OCashEqu3",
+     ExpenseColumns},
+    {{8},
+     At::Left,
+     9,
+     235,
+     "Payments for use of home telephone",
+     0,
+     "OCostYou4 OAmountGood4 OCashEqu4",
+     ExpenseColumns},
     {{8}, At::Left, 9, 243, "Non-qualifying relocation expenses"},
-    {{7, Weight::Italic}, At::Run, 0, 0, " (those not shown in sections J or M)"},
-    {{8}, At::Left, 9, 253, "Description of other expenses"},
+    {{7, Weight::Italic},
+     At::Run,
+     0,
+     0,
+     " (those not shown in sections J or M)",
+     0,
+     "OCostYou5 OAmountGood5 OCashEqu5",
+     ExpenseColumns},
+    {{8},
+     At::Left,
+     9,
+     253,
+     "Description of other expenses",
+     0,
+     "ODescExpenses OCostYou6 OAmountGood6 OCashEqu6",
+     DescribedColumns},
     {{8}, At::Left, 129.5, 207, "-"},
     {{8}, At::Left, 157, 207, "="},
     {{8}, At::Left, 129.5, 216, "-"},
@@ -242,8 +312,10 @@ constexpr auto ValuesFromEntertainment = std::to_array<FormValue>({
 });
 
 /// The box of the second loan holds its figure or, with more than two loans, words that have no room in it.
-void DrawSecondLoan(PageLayer& page, std::string_view value)
+void DrawSecondLoan(FormSheet& sheet, std::string_view value)
 {
+    PageLayer& page = sheet.page;
+    const BelongsTo element(page, sheet.FigureOf("HLoanCashEqu2", 188, 87.5));
     constexpr std::size_t LongestFigure = 5;
     const std::string text = Trim(value);
     // Kept: words of five characters or fewer print in the box, and so does a zero.
@@ -254,10 +326,13 @@ void DrawSecondLoan(PageLayer& page, std::string_view value)
 }
 
 /// A tick for Y, a cross for N.
-void DrawEntertainmentMark(PageLayer& page, std::string_view value)
+void DrawEntertainmentMark(FormSheet& sheet, std::string_view value)
 {
+    PageLayer& page = sheet.page;
+    const ElementNumber entry = sheet.EntryOf("OEntertainTick");
+    const BelongsTo element(page, entry);
     if (value == "Y")
-        page.vsTick(100, 217);
+        DrawTick(page, entry, 100, 217);
     else if (value == "N")
         page.vsTextCentre(98, 103.5, 217, "X");
 }
@@ -266,31 +341,35 @@ void DrawEntertainmentMark(PageLayer& page, std::string_view value)
 
 void PrintP11D2(PageLayer& page, const FieldReader& read)
 {
+    FormSheet sheet(page);
     page.vsBookmark("P11D page 2");
     page.BeginFixedPart();
     if (page.HasShading())
         DrawPanels(page, Panels, page.ColLight);
-    DrawSectionMarks(page, Sections);
+    DrawSectionMarks(sheet, Sections);
     page.vsFontName("Arial");
-    DrawBoxes(page, Boxes);
+    DrawBoxes(sheet, Boxes);
     page.EndFixedPart();
 
     // Each side of the form carries the number.
     page.vsTextColor(page.ColBlack);
     page.vsFont(9, true, true);
-    page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
+    {
+        const BelongsTo element(page, Role::Paragraph);
+        page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
+    }
 
     page.BeginFixedPart();
-    DrawLabels(page, Labels);
+    DrawLabels(sheet, Labels);
     DrawIdentifier(page, 276, edition::form::P11DIdentifier);
     page.EndFixedPart();
 
     BeginValues(page);
-    DrawValues(page, ValuesToLoans, read);
-    DrawSecondLoan(page, read("HLoanCashEqu2"));
-    DrawValues(page, Values, read);
-    DrawEntertainmentMark(page, FieldText(read("OEntertainTick"), 0));
-    DrawValues(page, ValuesFromEntertainment, read);
+    DrawValues(sheet, ValuesToLoans, read);
+    DrawSecondLoan(sheet, read("HLoanCashEqu2"));
+    DrawValues(sheet, Values, read);
+    DrawEntertainmentMark(sheet, FieldText(read("OEntertainTick"), 0));
+    DrawValues(sheet, ValuesFromEntertainment, read);
 }
 
 void AddBoxedTextsOfP11D2(std::vector<BoxedText>& texts)

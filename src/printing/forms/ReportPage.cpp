@@ -80,11 +80,15 @@ void ReportSheet::StartPage()
     else
         page.FurtherPrintPage();
     position = 5.0;
+    table = 0;
     page.vsFontName(page.ReportFont());
     page.vsTextColor(page.ColBlack);
     page.vsFont(FontPoints, false, false);
-    page.vsTextLeft(ReportLeft, position, edition::AppTitle);
-    PrintNames(page.vsTextEnd());
+    {
+        const BelongsTo element(page, Role::Paragraph);
+        page.vsTextLeft(ReportLeft, position, edition::AppTitle);
+        PrintNames(page.vsTextEnd());
+    }
     position += 2.0;
     page.vsLine(RuleWidth, ReportLeft, position, ReportRight, position);
     position += 10.0;
@@ -105,14 +109,39 @@ ReportSheet::ReportSheet(PageLayer& page, const ReportNames& names, ReportHeadin
     PrintHeading();
 }
 
+ReportRow::ReportRow(ReportSheet& sheet, Role cells) : sheet(sheet), cells(cells)
+{
+    Begin();
+}
+
+void ReportRow::Begin()
+{
+    if (sheet.table == 0)
+        sheet.table = sheet.page.AddElement({.role = Role::Table});
+    row = sheet.page.AddElement({.role = Role::Row, .parent = sheet.table});
+}
+
+ElementNumber ReportRow::AddCell()
+{
+    if (sheet.table == 0 || row < sheet.table)
+        Begin();
+    return sheet.page.AddElement({.role = cells, .parent = row});
+}
+
 void ReportSheet::PrintHeading()
 {
     page.vsBoldOn();
-    page.vsTextCentre(ReportLeft, ReportCentre, position, heading.heading);
-    page.vsTextRight(ReportRight, position, heading.item);
-    page.vsTextCentre(ReportLeft, ReportCentre, position + ReportLine + 1, heading.subHeading);
+    {
+        const BelongsTo element(page, Role::Title);
+        page.vsTextCentre(ReportLeft, ReportCentre, position, heading.heading);
+        page.vsTextRight(ReportRight, position, heading.item);
+        page.vsTextCentre(ReportLeft, ReportCentre, position + ReportLine + 1, heading.subHeading);
+    }
     position += 10.0;
-    page.vsTextCentre(ReportLeft, ReportCentre, position, heading.section);
+    {
+        const BelongsTo element(page, Role::Paragraph);
+        page.vsTextCentre(ReportLeft, ReportCentre, position, heading.section);
+    }
     if (heading.columnHeads)
         heading.columnHeads(*this);
     page.vsBoldOff();

@@ -71,7 +71,8 @@ public:
 
     PageLayer& page;
     const ReportNames& names;
-    double position = 0; ///< line on which the report goes on, mm
+    double position = 0;     ///< line on which the report goes on, mm
+    ElementNumber table = 0; ///< to which rows belong on this page; 0: to none yet
 
 private:
     /// Begins a page with its head and foot, in the plain font of the reports.
@@ -80,6 +81,21 @@ private:
     void PrintHeading();
 
     ReportHeading heading;
+};
+
+/// A row of the table on a report's page, for who has it read out. Cells are added in the order of the columns; those
+/// that come on a further page begin a row there.
+class ReportRow {
+public:
+    ReportRow(ReportSheet& sheet, Role cells);
+    ElementNumber AddCell();
+
+private:
+    void Begin();
+
+    ReportSheet& sheet;
+    Role cells;
+    ElementNumber row = 0;
 };
 
 /// A stored amount as the reports print it: nothing for a zero. A text without a digit, such as "Nil", stays as it is.

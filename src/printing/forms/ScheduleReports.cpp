@@ -178,15 +178,20 @@ void DrawRules(ReportSheet& sheet, std::span<const ReportColumn> columns, double
 void DrawColumnHeads(ReportSheet& sheet, std::span<const ReportColumn> columns)
 {
     PageLayer& page = sheet.page;
+    ReportRow row(sheet, Role::HeadCell);
     const auto underlined = [&](double y, const ReportColumn& column, std::string_view text) {
         page.vsUnderlineOn();
         page.vsTextRight(column.right, y, text);
         page.vsUnderlineOff();
     };
-    page.vsUnderlineOn();
-    page.vsTextLeft(ReportText, sheet.position, "Description");
-    page.vsUnderlineOff();
+    {
+        const BelongsTo cell(page, row.AddCell());
+        page.vsUnderlineOn();
+        page.vsTextLeft(ReportText, sheet.position, "Description");
+        page.vsUnderlineOff();
+    }
     for (const ReportColumn& column : columns) {
+        const BelongsTo cell(page, row.AddCell());
         if (column.secondHead.empty()) {
             underlined(sheet.position, column, column.head);
             continue;
@@ -205,7 +210,12 @@ constexpr double GapBeforeFigures = 1;
 void PrintLine(ReportSheet& sheet, std::span<const ReportColumn> columns, const PrintedLine& line)
 {
     PageLayer& page = sheet.page;
-    const double end = sheet.PrintText(ReportText, line.description);
+    ReportRow row(sheet, Role::Cell);
+    const auto printDescription = [&] {
+        const BelongsTo cell(page, row.AddCell());
+        return sheet.PrintText(ReportText, line.description);
+    };
+    const double end = printDescription();
     std::vector<std::string> figures;
     double leftmost = ReportRight;
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -215,8 +225,10 @@ void PrintLine(ReportSheet& sheet, std::span<const ReportColumn> columns, const 
     }
     if (leftmost < ReportRight && end + GapBeforeFigures > leftmost)
         sheet.NextLine();
-    for (std::size_t i = 0; i < columns.size(); ++i)
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const BelongsTo cell(page, row.AddCell());
         page.vsTextRight(columns[i].right, sheet.position, figures[i]);
+    }
 }
 
 } // namespace
@@ -246,7 +258,10 @@ bool PrintScheduleReport(PageLayer& page, const ReportNames& names, Records& rec
     const bool otherHeading = isInBatchDeclaration && !report.headingInBatch.empty();
     const auto columnHeads = [&](ReportSheet& sheet) {
         sheet.position += 2 * ReportLine;
-        page.vsTextLeft(ReportText, sheet.position, sheet.Shorten(sheet.names.employee, ReportRight - ReportText));
+        {
+            const BelongsTo element(page, Role::Paragraph);
+            page.vsTextLeft(ReportText, sheet.position, sheet.Shorten(sheet.names.employee, ReportRight - ReportText));
+        }
         sheet.position += 2 * ReportLine;
         DrawColumnHeads(sheet, report.columns);
     };
@@ -268,9 +283,13 @@ bool PrintScheduleReport(PageLayer& page, const ReportNames& names, Records& rec
     DrawRules(sheet, report.columns, 0.2);
     sheet.position += 4.0;
     page.vsBoldOn();
-    for (std::size_t i = 0; i < report.columns.size(); ++i)
+    ReportRow row(sheet, Role::Cell);
+    row.AddCell();
+    for (std::size_t i = 0; i < report.columns.size(); ++i) {
+        const BelongsTo cell(page, row.AddCell());
         page.vsTextMoney(report.columns[i].right - MoneyShort, sheet.position,
                          FormatAmount(totals[i], edition::FormatPrintMoneyBlankZero));
+    }
     sheet.position += 1.0;
     DrawRules(sheet, report.columns, 0.4);
     page.vsBoldOff();

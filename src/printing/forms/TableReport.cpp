@@ -49,13 +49,19 @@ public:
     }
     double Room() const { return static_cast<double>(height) * ReportLine; }
     /// Draws the row below the sheet's line, which comes to its last one.
-    void Print(ReportSheet& sheet, const std::vector<PrintedTable::Column>& columns) const
+    void Print(ReportSheet& sheet, const std::vector<PrintedTable::Column>& columns, Role role) const
     {
+        ReportRow row(sheet, role);
+        std::vector<ElementNumber> cells;
+        for (std::size_t column = 0; column < places.size(); ++column)
+            cells.push_back(row.AddCell());
         for (std::size_t line = 0; line < height; ++line) {
             sheet.position += ReportLine;
             for (std::size_t column = 0; column < places.size(); ++column)
-                if (line < lines[column].size())
+                if (line < lines[column].size()) {
+                    const BelongsTo cell(sheet.page, cells[column]);
                     PrintCell(sheet, columns[column].figure, places[column], lines[column][line].text);
+                }
         }
     }
 
@@ -88,7 +94,7 @@ void PrintTableReport(PageLayer& page, const ReportNames& names, const PrintedTa
     const std::vector<ColumnPlace> places = PlacesOf(table.columns);
     const auto columnHeads = [&](ReportSheet& sheet) {
         page.vsFont(FontPoints, true, false);
-        WrappedRow(sheet, places, CaptionsOf(table)).Print(sheet, table.columns);
+        WrappedRow(sheet, places, CaptionsOf(table)).Print(sheet, table.columns, Role::HeadCell);
         sheet.position += RowGap;
         page.vsLine(RuleWidth, ReportLeft, sheet.position, ReportRight, sheet.position);
         page.vsFont(FontPoints, false, false);
@@ -99,11 +105,12 @@ void PrintTableReport(PageLayer& page, const ReportNames& names, const PrintedTa
     for (const std::vector<std::string>& cells : table.rows) {
         const WrappedRow row(sheet, places, cells);
         sheet.KeepRoom(row.Room());
-        row.Print(sheet, table.columns);
+        row.Print(sheet, table.columns, Role::Cell);
         sheet.position += RowGap;
     }
     for (const std::string& remark : table.remarks) {
         sheet.NextLine();
+        const BelongsTo element(page, Role::Paragraph);
         sheet.PrintText(ReportLeft, remark);
     }
 }

@@ -413,6 +413,7 @@ void PrintRow(ReportSheet& sheet, const WorkingReport& report, const WorkingRow&
         return;
     const bool isTitle = row.show == Title || row.show == Heads || row.show == Address;
     sheet.NextLine(report.pitch + (isTitle ? BeforeTitle : 0));
+    const BelongsTo element(page, isTitle ? Role::Heading : Role::Paragraph);
     if (isTitle)
         page.vsBoldOn();
     PrintLabel(sheet, report, row.label2 != nullptr ? row.label2(read) : std::string(row.label));

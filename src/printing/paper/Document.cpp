@@ -163,6 +163,8 @@ std::vector<Document::Part> Document::Parts(int page) const
 void Document::AddPage()
 {
     pageStarts.push_back(operations.size());
+    elementStarts.push_back(elements.size());
+    goingOn = 0;
     BeginPart(false);
 }
 
@@ -174,6 +176,43 @@ void Document::BeginPart(bool isFixed)
         parts.push_back({operations.size(), isFixed});
 }
 
+std::span<const Element> Document::Elements(int page) const
+{
+    const std::size_t index = static_cast<std::size_t>(page) - 1;
+    const std::size_t start = elementStarts.at(index);
+    const std::size_t end = index + 1 < elementStarts.size() ? elementStarts[index + 1] : elements.size();
+    return std::span(elements).subspan(start, end - start);
+}
+
+ElementNumber Document::FirstElement(int page) const
+{
+    return static_cast<ElementNumber>(elementStarts.at(static_cast<std::size_t>(page) - 1) + 1);
+}
+
+ElementNumber Document::AddElement(Element element)
+{
+    if (element.parent != 0 && element.parent <= elementStarts.back())
+        throw std::logic_error("an element in one of another page");
+    elements.push_back(std::move(element));
+    return static_cast<ElementNumber>(elements.size());
+}
+
+void Document::Add(Operation operation)
+{
+    current = OnThisPage(current);
+    operation.element = current;
+    operations.push_back(operation);
+}
+
+ElementNumber Document::OnThisPage(ElementNumber element)
+{
+    if (element == 0 || element > elementStarts.back())
+        return element;
+    if (goingOn == 0)
+        goingOn = AddElement({.role = Role::Paragraph});
+    return goingOn;
+}
+
 void Document::AddShape(OperationKind kind, const ShapeStyle& style, double x1, double y1, double x2, double y2)
 {
     ShapeStyle kept = style;
@@ -181,7 +220,7 @@ void Document::AddShape(OperationKind kind, const ShapeStyle& style, double x1, 
         kept.filled = false;
         kept.brush = White;
     }
-    operations.push_back({.kind = kind, .style = PlaceIn(shapeStyles, kept), .x1 = x1, .y1 = y1, .x2 = x2, .y2 = y2});
+    Add({.kind = kind, .style = PlaceIn(shapeStyles, kept), .x1 = x1, .y1 = y1, .x2 = x2, .y2 = y2});
 }
 
 void Document::AddLine(const ShapeStyle& style, double x1, double y1, double x2, double y2)
@@ -209,14 +248,14 @@ void Document::AddPolygon(const ShapeStyle& style, std::span<const double> point
 
 void Document::AddText(const TextStyle& style, Alignment alignment, double left, double top, std::string_view text)
 {
-    operations.push_back({.kind = OperationKind::Text,
-                          .alignment = alignment,
-                          .style = PlaceIn(textStyles, style),
-                          .first = static_cast<std::uint32_t>(texts.size()),
-                          .count = static_cast<std::uint32_t>(text.size()),
-                          .x1 = left,
-                          .y1 = top,
-                          .x2 = TextWidth(style.face, style.size, text)});
+    Add({.kind = OperationKind::Text,
+         .alignment = alignment,
+         .style = PlaceIn(textStyles, style),
+         .first = static_cast<std::uint32_t>(texts.size()),
+         .count = static_cast<std::uint32_t>(text.size()),
+         .x1 = left,
+         .y1 = top,
+         .x2 = TextWidth(style.face, style.size, text)});
     texts += text;
 }
 
@@ -224,6 +263,7 @@ void Document::ShrinkToFit()
 {
     operations.shrink_to_fit();
     parts.shrink_to_fit();
+    elements.shrink_to_fit();
     texts.shrink_to_fit();
     corners.shrink_to_fit();
     shapeStyles.shrink_to_fit();

@@ -59,6 +59,25 @@ struct TextStyle {
     friend bool operator==(const TextStyle&, const TextStyle&) = default;
 };
 
+/// What a part of a page is to somebody who has it read out.
+enum class Role : std::uint8_t {
+    Title,   ///< of the page
+    Heading, ///< of a section
+    Paragraph,
+    Entry, ///< of a form: what stands in one of its boxes
+    Tick,  ///< a box of a form that is ticked
+    Table,
+    Row,
+    HeadCell,
+    Cell,
+    Piece, ///< of the element that holds it, read before what is its own
+    Sign,  ///< a piece that is read after the others
+};
+
+/// An element of a page as it is read out, counted from 1 through the document; 0 is none: lines, boxes and whatever
+/// else is there for the eye only.
+using ElementNumber = std::uint32_t;
+
 /// One drawing operation of a page, in twips from the sheet's top left corner, y downwards.
 struct Operation {
     OperationKind kind = OperationKind::Line;
@@ -66,6 +85,7 @@ struct Operation {
     std::uint16_t style = 0;               ///< index into the document's shape styles or, for a text, its text styles
     std::uint32_t first = 0;               ///< of a text: its first byte; of a polygon: its first coordinate
     std::uint32_t count = 0;               ///< bytes of the text, coordinates of the polygon
+    ElementNumber element = 0;             ///< that it is a part of
     double x1 = 0, y1 = 0;                 ///< start, corner, or centre; of a text its top left corner
     double x2 = 0, y2 = 0; ///< end or opposite corner; of a circle x2 is the radius, of a text the width
 };
@@ -75,6 +95,15 @@ struct Operation {
 struct PagePart {
     std::size_t first = 0; ///< operation of the document
     bool isFixed = false;
+};
+
+/// An element of a page. Those with one parent are read in the order in which they were added; those without any are
+/// the page's own.
+struct Element {
+    Role role = Role::Paragraph;
+    ElementNumber parent = 0;
+    std::string label;  ///< what the box of an entry is for
+    std::string spoken; ///< read in the place of what is drawn; empty: that is read
 };
 
 /// A place in the document that a reader can jump to.
@@ -106,6 +135,10 @@ public:
     };
     std::vector<Part> Parts(int page) const;
 
+    /// The elements of a page in the order of reading, and the number of the first one.
+    std::span<const Element> Elements(int page) const;
+    ElementNumber FirstElement(int page) const;
+
     const ShapeStyle& ShapeStyleOf(const Operation& operation) const { return shapeStyles[operation.style]; }
     const TextStyle& TextStyleOf(const Operation& operation) const { return textStyles[operation.style]; }
     std::string_view TextOf(const Operation& operation) const
@@ -126,13 +159,30 @@ public:
     void AddCircle(const ShapeStyle& style, double x, double y, double radius);
     void AddPolygon(const ShapeStyle& style, std::span<const double> points);
     void AddText(const TextStyle& style, Alignment alignment, double left, double top, std::string_view text);
+    /// Adds an element of the last page and gives its number. It is read after all that have been added. One in an
+    /// element of another page is a mistake in the program: std::logic_error.
+    ElementNumber AddElement(Element element);
+    /// An element of the last page, until the next one is added.
+    Element& ElementAt(ElementNumber element) { return elements[element - 1]; }
+    /// What is drawn from now on, to the next call, belongs to this element. On the pages that come it goes on as a
+    /// paragraph of each.
+    void BelongsTo(ElementNumber element) { current = element; }
+    ElementNumber Current() const { return current; }
     /// Gives back what the growing of the lists took too much.
     void ShrinkToFit();
 
 private:
     void AddShape(OperationKind kind, const ShapeStyle& style, double x1, double y1, double x2, double y2);
 
+    void Add(Operation operation);
+    /// The element, or if it is one of an earlier page the paragraph with which it goes on.
+    ElementNumber OnThisPage(ElementNumber element);
+
     std::vector<std::size_t> pageStarts;
+    std::vector<std::size_t> elementStarts; ///< of each page
+    std::vector<Element> elements;
+    ElementNumber current = 0;
+    ElementNumber goingOn = 0; ///< what goes on from the page before
     std::vector<PagePart> parts;
     std::vector<Operation> operations;
     std::vector<ShapeStyle> shapeStyles;

@@ -119,6 +119,25 @@ void PageEngine::FixedPart(bool isFixed)
         open->BeginPart(isFixed);
 }
 
+ElementNumber PageEngine::AddElement(Element element)
+{
+    return open ? open->AddElement(std::move(element)) : 0;
+}
+
+Element* PageEngine::FindElement(ElementNumber element)
+{
+    return open && element != 0 ? &open->ElementAt(element) : nullptr;
+}
+
+ElementNumber PageEngine::BelongsTo(ElementNumber element)
+{
+    if (!open)
+        return 0;
+    const ElementNumber before = open->Current();
+    open->BelongsTo(element);
+    return before;
+}
+
 void PageEngine::Bookmark(std::string_view title, int level, double y)
 {
     if (open)

@@ -103,6 +103,13 @@ public:
     /// Says whether what comes now is the same on every page of its form (see PagePart).
     void FixedPart(bool isFixed);
 
+    /// Adds an element of the page in hand to what is read out, behind those that are there; 0 with no document open.
+    ElementNumber AddElement(Element element);
+    /// An element of the page in hand, until the next one is added; null with no document open.
+    Element* FindElement(ElementNumber element);
+    /// What is drawn now belongs to this element. Gives the one before.
+    ElementNumber BelongsTo(ElementNumber element);
+
     /// Notes a place of the page in hand for the document's bookmarks; y in twips.
     void Bookmark(std::string_view title, int level, double y);
 

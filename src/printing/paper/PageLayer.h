@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quillmere {
 
@@ -73,6 +74,13 @@ public:
     /// Where the last text ended, in mm.
     double vsTextEnd() const;
 
+    /// Adds an element to what is read out of the page in hand, behind those that are there.
+    ElementNumber AddElement(Element element) { return vp->AddElement(std::move(element)); }
+    /// One of its elements, until the next one is added; null for none.
+    Element* FindElement(ElementNumber element) { return vp->FindElement(element); }
+    /// What is drawn now belongs to this element. Gives the one before; see BelongsTo.
+    ElementNumber DrawFor(ElementNumber element) { return vp->BelongsTo(element); }
+
     /// Says that what is drawn from here on is the same on every page of its form, until it is not.
     void BeginFixedPart() { vp->FixedPart(true); }
     void EndFixedPart() { vp->FixedPart(false); }
@@ -111,6 +119,20 @@ private:
     double scaleFraction = 1;                            ///< percent divided by 100
     double scaledUnit = UnitsPerMillimetre;              ///< engine units of a scaled millimetre
     bool isUnderlined = false;
+};
+
+/// For its life what is drawn belongs to an element of the page.
+class BelongsTo {
+public:
+    BelongsTo(PageLayer& page, ElementNumber element) : page(page), before(page.DrawFor(element)) {}
+    BelongsTo(PageLayer& page, Role role) : BelongsTo(page, page.AddElement({.role = role})) {}
+    BelongsTo(const BelongsTo&) = delete;
+    BelongsTo& operator=(const BelongsTo&) = delete;
+    ~BelongsTo() { page.DrawFor(before); }
+
+private:
+    PageLayer& page;
+    ElementNumber before;
 };
 
 } // namespace quillmere

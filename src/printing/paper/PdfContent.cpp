@@ -98,6 +98,19 @@ public:
         content += " ET\n";
     }
 
+    /// Begins what belongs to an element, under a mark of the page; -1: what is an artifact.
+    void BeginMark(int mark)
+    {
+        if (mark < 0) {
+            content += "/Artifact BMC\n";
+            return;
+        }
+        content += "/P<</MCID ";
+        content += std::to_string(mark);
+        content += ">>BDC\n";
+    }
+    void EndMark() { content += "EMC\n"; }
+
     std::string Take() { return std::move(content); }
 
 private:
@@ -260,13 +273,36 @@ private:
     std::int64_t fontSize = -1;
 };
 
+/// How many operations from the first one on belong to the same element.
+std::size_t LengthOfMark(std::span<const Operation> operations)
+{
+    const auto other = std::ranges::find_if(
+        operations, [&](const Operation& operation) { return operation.element != operations.front().element; });
+    return static_cast<std::size_t>(other - operations.begin());
+}
+
 } // namespace
 
-std::string PdfContent(const Document& document, std::span<const Operation> operations)
+std::string PdfContent(const Document& document, std::span<const Operation> operations, int firstMark)
 {
     ContentStream stream(operations.size());
-    Replay(document, operations, stream);
+    for (std::span<const Operation> rest = operations; !rest.empty();) {
+        const std::span<const Operation> together = rest.first(LengthOfMark(rest));
+        stream.BeginMark(together.front().element == 0 ? -1 : firstMark++);
+        Replay(document, together, stream);
+        stream.EndMark();
+        rest = rest.subspan(together.size());
+    }
     return stream.Take();
+}
+
+std::vector<ElementNumber> PdfMarks(std::span<const Operation> operations)
+{
+    std::vector<ElementNumber> marks;
+    for (std::span<const Operation> rest = operations; !rest.empty(); rest = rest.subspan(LengthOfMark(rest)))
+        if (rest.front().element != 0)
+            marks.push_back(rest.front().element);
+    return marks;
 }
 
 std::string PdfFontName(Face face)

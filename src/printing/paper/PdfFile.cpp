@@ -1,80 +1,172 @@
 #include "printing/paper/PdfFile.h"
 
-#include <qpdf/Buffer.hh>
-#include <qpdf/QPDF.hh>
-#include <qpdf/QPDFObjectHandle.hh>
-#include <qpdf/QPDFWriter.hh>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <fmt/format.h>
+#include <iterator>
+#include <utility>
 
 namespace quillmere {
 
-struct PdfFile::State {
-    QPDF file;
+namespace {
 
-    QPDFObjectHandle Parse(const std::string& object)
-    {
-        // libqpdf takes a reference within an object only.
-        if (object.size() > 4 && object.compare(object.size() - 4, 4, " 0 R") == 0 && object.front() != '<')
-            return file.getObjectByID(std::stoi(object), 0);
-        return QPDFObjectHandle::parse(&file, object);
+constexpr std::string_view Header = "%PDF-1.7\n%\xC2\xB5\xC2\xB6\n";
+
+/// Objects in one stream at most: whoever wants one of them inflates them all.
+constexpr int PackedTogether = 250;
+
+/// Two independent numbers that follow from some bytes, as 32 hexadecimal digits.
+std::string Fingerprint(std::string_view bytes)
+{
+    std::array<std::uint64_t, 2> state = {0x9E3779B97F4A7C15U, 0xC2B2AE3D27D4EB4FU};
+    const auto take = [&state](std::uint64_t word) {
+        state[0] = (state[0] ^ word) * 0xFF51AFD7ED558CCDU;
+        state[0] ^= state[0] >> 32;
+        state[1] = (state[1] + word) * 0xC4CEB9FE1A85EC53U;
+        state[1] ^= state[1] >> 29;
+    };
+    take(bytes.size());
+    for (; bytes.size() >= sizeof(std::uint64_t); bytes.remove_prefix(sizeof(std::uint64_t))) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes.data(), sizeof word);
+        take(word);
     }
-    static std::string ReferenceTo(const QPDFObjectHandle& object)
-    {
-        return std::to_string(object.getObjectID()) + " 0 R";
+    for (const char byte : bytes)
+        take(static_cast<unsigned char>(byte));
+    return fmt::format("{:016X}{:016X}", state[0], state[1]);
+}
+
+void AppendNumber(std::string& bytes, std::size_t number, int size)
+{
+    for (int place = size - 1; place >= 0; --place)
+        bytes += static_cast<char>((number >> (8 * place)) & 0xFF);
+}
+
+} // namespace
+
+PdfFile::PdfFile(Deflate& deflate) : bytes(Header), objects(1), deflate(deflate)
+{
+    objects.reserve(64);
+}
+
+std::string PdfFile::ReferenceTo(int number)
+{
+    return fmt::format("{} 0 R", number);
+}
+
+int PdfFile::Reserve(int count)
+{
+    const auto number = static_cast<int>(objects.size());
+    objects.resize(objects.size() + static_cast<std::size_t>(count));
+    return number;
+}
+
+void PdfFile::Replace(int number, std::string object)
+{
+    ObjectOf(number).text = std::move(object);
+}
+
+std::string PdfFile::Add(std::string object)
+{
+    const int number = Reserve();
+    Replace(number, std::move(object));
+    return ReferenceTo(number);
+}
+
+std::string PdfFile::AddStream(std::string_view data, std::string_view entries)
+{
+    const int number = Reserve();
+    ObjectOf(number).offset = bytes.size();
+    fmt::format_to(std::back_inserter(bytes), "{} 0 obj\n<</Length {}{}>>\nstream\n", number, data.size(), entries);
+    bytes += data;
+    bytes += "\nendstream\nendobj\n";
+    return ReferenceTo(number);
+}
+
+std::string PdfFile::AddDeflated(std::string_view deflated, std::string_view entries)
+{
+    return AddStream(deflated, fmt::format("/Filter/FlateDecode{}", entries));
+}
+
+void PdfFile::SetInCatalogue(std::string_view key, std::string_view object)
+{
+    fmt::format_to(std::back_inserter(catalogue), "{} {}", key, object);
+}
+
+void PdfFile::SetInTrailer(std::string_view key, std::string_view object)
+{
+    fmt::format_to(std::back_inserter(trailer), "{} {}", key, object);
+}
+
+std::vector<PdfFile::Place> PdfFile::PackObjects()
+{
+    std::vector<Place> places(objects.size());
+    std::string numbers, texts;
+    int index = 0;
+    std::vector<std::size_t> packed;
+    const auto close = [&] {
+        if (packed.empty())
+            return;
+        const auto stream = static_cast<int>(objects.size());
+        for (const std::size_t number : packed)
+            places[number].stream = stream;
+        AddDeflated(deflate.Compress(numbers + texts),
+                    fmt::format("/Type/ObjStm/N {}/First {}", packed.size(), numbers.size()));
+        packed.clear();
+        numbers.clear();
+        texts.clear();
+        index = 0;
+    };
+    const std::size_t count = objects.size();
+    for (std::size_t number = 1; number < count; ++number) {
+        if (objects[number].offset != 0)
+            continue;
+        places[number].index = index++;
+        packed.push_back(number);
+        fmt::format_to(std::back_inserter(numbers), "{} {} ", number, texts.size());
+        texts += objects[number].text.empty() ? "null" : objects[number].text;
+        texts += '\n';
+        if (index == PackedTogether)
+            close();
     }
-};
-
-PdfFile::PdfFile() : state(std::make_unique<State>())
-{
-    state->file.emptyPDF();
+    close();
+    return places;
 }
 
-PdfFile::~PdfFile() = default;
-
-std::string PdfFile::Add(const std::string& object)
+/// The stream of references, which says where each object is: itself, in the file or in a stream of objects.
+std::string PdfFile::References(const std::vector<Place>& places, std::size_t end) const
 {
-    return State::ReferenceTo(state->file.makeIndirectObject(state->Parse(object)));
-}
-
-std::string PdfFile::AddStream(const std::string& deflated, const std::string& entries)
-{
-    QPDFObjectHandle stream = QPDFObjectHandle::newStream(&state->file);
-    if (!entries.empty())
-        stream.replaceDict(state->Parse("<< " + entries + " >>"));
-    stream.replaceStreamData(deflated, QPDFObjectHandle::newName("/FlateDecode"), QPDFObjectHandle::newNull());
-    return State::ReferenceTo(stream);
-}
-
-std::string PdfFile::Reserve()
-{
-    return State::ReferenceTo(state->file.makeIndirectObject(QPDFObjectHandle::newNull()));
-}
-
-void PdfFile::Replace(const std::string& reference, const std::string& object)
-{
-    state->file.replaceObject(QPDFObjGen(std::stoi(reference), 0), state->Parse(object));
-}
-
-void PdfFile::SetInCatalogue(const std::string& key, const std::string& object)
-{
-    state->file.getRoot().replaceKey(key, state->Parse(object));
-}
-
-void PdfFile::SetInTrailer(const std::string& key, const std::string& object)
-{
-    state->file.getTrailer().replaceKey(key, state->Parse(object));
+    constexpr int OffsetSize = 4;
+    std::string table;
+    table.reserve((objects.size() + 1) * (2 + OffsetSize));
+    const auto add = [&table](char kind, std::size_t where, int index) {
+        table += kind;
+        AppendNumber(table, where, OffsetSize);
+        table += static_cast<char>(index);
+    };
+    add(0, 0, 0);
+    for (std::size_t number = 1; number < objects.size(); ++number)
+        if (objects[number].offset != 0)
+            add(1, objects[number].offset, 0);
+        else
+            add(2, static_cast<std::size_t>(places[number].stream), places[number].index);
+    add(1, end, 0);
+    return table;
 }
 
 std::string PdfFile::Bytes()
 {
-    QPDFWriter writer(state->file);
-    writer.setOutputMemory();
-    writer.setMinimumPDFVersion("1.5");
-    writer.setStreamDataMode(qpdf_s_preserve);
-    writer.setObjectStreamMode(qpdf_o_disable);
-    writer.setDeterministicID(true);
-    writer.write();
-    const auto bytes = writer.getBufferSharedPointer();
-    return std::string(reinterpret_cast<const char*>(bytes->getBuffer()), bytes->getSize());
+    const std::string root = Add(fmt::format("<</Type/Catalog{}>>", catalogue));
+    std::vector<Place> places = PackObjects();
+    places.resize(objects.size());
+    const std::size_t end = bytes.size();
+    const std::string table = deflate.Compress(References(places, end));
+    const std::string identifier = Fingerprint(bytes);
+    AddDeflated(table, fmt::format("/Type/XRef/Size {}/W[1 4 1]/Root {}/ID[<{}><{}>]{}", objects.size() + 1, root,
+                                   identifier, identifier, trailer));
+    fmt::format_to(std::back_inserter(bytes), "startxref\n{}\n%%EOF\n", end);
+    return std::move(bytes);
 }
 
 } // namespace quillmere

@@ -3,11 +3,13 @@
 #include "edition/Edition.h"
 #include "frame/Text.h"
 #include "printing/paper/Deflate.h"
+#include "printing/paper/PdfArchive.h"
 #include "printing/paper/PdfContent.h"
 #include "printing/paper/PdfFile.h"
 #include "printing/paper/PdfFonts.h"
 #include "printing/paper/PdfOutline.h"
 #include "printing/paper/PdfProtection.h"
+#include "printing/paper/PdfStructure.h"
 #include "printing/paper/PdfText.h"
 
 #include <algorithm>
@@ -55,14 +57,14 @@ const std::string& AddStreamOnce(PdfFile& file, const std::string& deflated, Str
 {
     std::string& reference = streams[deflated];
     if (reference.empty())
-        reference = file.AddStream(deflated);
+        reference = file.AddDeflated(deflated);
     return reference;
 }
 
 /// Puts the font into the file and gives its reference.
 std::string AddFont(PdfFile& file, Face face, const PdfFont& font, StreamsByContent& maps)
 {
-    const std::string program = file.AddStream(font.file, fmt::format("/Length1 {}", font.fileLength));
+    const std::string program = file.AddDeflated(font.file, fmt::format("/Length1 {}", font.fileLength));
     const std::string descriptor = file.Add(fmt::format(
         "<< /Type /FontDescriptor /FontName /{} /Flags {} /FontBBox [{} {} {} {}] /ItalicAngle {:.4g} /Ascent {} "
         "/Descent {} /CapHeight {} /StemV {} /FontFile2 {} >>",
@@ -78,26 +80,36 @@ std::string AddFont(PdfFile& file, Face face, const PdfFont& font, StreamsByCont
                                 font.name, descendant, AddStreamOnce(file, font.toUnicode, maps)));
 }
 
-/// What of each face the given pages draw.
-std::array<std::optional<CharacterGroups>, FaceCount> CharactersOf(const Document& document, std::span<const int> pages)
+/// What the given pages draw of each face.
+struct DrawnCharacters {
+    std::array<std::optional<CharacterGroups>, FaceCount> faces;
+    bool mayBeArchived = true; ///< no glyph is missing
+};
+
+DrawnCharacters CharactersOf(const Document& document, std::span<const int> pages)
 {
-    std::array<std::optional<CharacterGroups>, FaceCount> characters;
+    DrawnCharacters drawn;
     for (const int page : pages)
         for (const Operation& operation : document.Page(page)) {
             if (operation.kind != OperationKind::Text)
                 continue;
-            auto& groups = characters.at(static_cast<std::size_t>(document.TextStyleOf(operation).face));
+            const Face face = document.TextStyleOf(operation).face;
+            auto& groups = drawn.faces.at(static_cast<std::size_t>(face));
             if (!groups)
                 groups.emplace();
             for (std::string_view rest = document.TextOf(operation); !rest.empty();) {
                 const auto byte = static_cast<unsigned char>(rest.front());
-                if (byte >= 0x20 && byte < 0x7F)
+                if (byte >= 0x20 && byte < 0x7F) {
                     rest.remove_prefix(1); // in every subset
-                else
-                    groups->Add(TakeCodePoint(rest));
+                    continue;
+                }
+                const char32_t character = TakeCodePoint(rest);
+                groups->Add(character);
+                drawn.mayBeArchived =
+                    drawn.mayBeArchived && MayBeArchived(character, MetricsOf(face).GlyphOf(character));
             }
         }
-    return characters;
+    return drawn;
 }
 
 /// A height that readers take, whatever the scale made of it.
@@ -125,20 +137,25 @@ std::string InformationOf(const Document& document)
     std::string entries;
     const auto add = [&entries](std::string_view key, std::string_view text) {
         if (!text.empty())
-            fmt::format_to(std::back_inserter(entries), "{} {} ", key, PdfText(text));
+            entries.append(key).append(PdfText(PropertyText(text)));
     };
     add("/Title", document.name);
     add("/Subject", document.subject);
     add("/Author", document.author);
     add("/Creator", edition::AppTitle);
-    return "<< " + entries + ">>";
+    add("/Producer", edition::AppTitle);
+    return "<<" + entries + ">>";
 }
 
-/// True if two stretches of one document draw the same.
-bool AreSame(const Document& document, std::span<const Operation> one, std::span<const Operation> other)
+/// True if two stretches of one document draw the same for the same elements, counted from the first one of each page.
+bool AreSame(const Document& document, std::span<const Operation> one, ElementNumber firstOfOne,
+             std::span<const Operation> other, ElementNumber firstOfOther)
 {
-    const auto same = [&document](const Operation& a, const Operation& b) {
+    const auto same = [&](const Operation& a, const Operation& b) {
         if (a.kind != b.kind || a.style != b.style || a.x1 != b.x1 || a.y1 != b.y1 || a.x2 != b.x2 || a.y2 != b.y2)
+            return false;
+        if ((a.element == 0) != (b.element == 0) ||
+            (a.element != 0 && a.element - firstOfOne != b.element - firstOfOther))
             return false;
         if (a.kind == OperationKind::Text)
             return document.TextOf(a) == document.TextOf(b);
@@ -150,12 +167,23 @@ bool AreSame(const Document& document, std::span<const Operation> one, std::span
 /// A fixed part of a page that is in the file, and its stream.
 struct FixedStream {
     std::span<const Operation> operations;
+    ElementNumber firstElement; ///< of its page
+    int firstMark;
     std::string reference;
+};
+
+/// The content of a page: the references of its streams, and the element behind each mark in them.
+struct PageContent {
+    std::string streams;
+    std::vector<ElementNumber> marks;
 };
 
 } // namespace
 
 struct PdfWriter::State {
+    Deflate deflate{ContentEffort};
+    Deflate thoroughDeflate{FixedEffort};
+
     /// A fixed part of a page as deflated content, made once for many documents.
     const std::string& DeflatedOnce(const std::string& content)
     {
@@ -167,31 +195,48 @@ struct PdfWriter::State {
         return fixedParts.emplace(content, thoroughDeflate.Compress(content)).first->second;
     }
 
-    /// Puts a page's content into the file and gives the references of its streams. `fixed` has the streams of fixed
-    /// parts that are in the file already.
-    std::string AddContent(PdfFile& file, const Document& document, int page, std::vector<FixedStream>& fixed)
+    /// The stream of a part of a page, whose marks begin with this one. `fixed` has the streams of fixed parts that are
+    /// in the file already.
+    std::string AddPart(PdfFile& file, const Document& document, int page, const Document::Part& part, int firstMark,
+                        std::vector<FixedStream>& fixed)
     {
-        std::string references;
-        for (const Document::Part& part : document.Parts(page)) {
-            const auto found = std::ranges::find_if(fixed, [&](const FixedStream& stream) {
-                return part.isFixed && AreSame(document, stream.operations, part.operations);
-            });
-            if (found != fixed.end()) {
-                references += found->reference + ' ';
-                continue;
-            }
-            const std::string content = PdfContent(document, part.operations);
-            const std::string stream = file.AddStream(part.isFixed ? DeflatedOnce(content) : deflate.Compress(content));
-            if (part.isFixed)
-                fixed.push_back({part.operations, stream});
-            references += stream + ' ';
-        }
-        return references;
+        const ElementNumber firstElement = document.FirstElement(page);
+        const auto found = std::ranges::find_if(fixed, [&](const FixedStream& stream) {
+            return part.isFixed && stream.firstMark == firstMark &&
+                   AreSame(document, stream.operations, stream.firstElement, part.operations, firstElement);
+        });
+        if (found != fixed.end())
+            return found->reference;
+        const std::string content = PdfContent(document, part.operations, firstMark);
+        const std::string stream = file.AddDeflated(part.isFixed ? DeflatedOnce(content) : deflate.Compress(content));
+        if (part.isFixed)
+            fixed.push_back({part.operations, firstElement, firstMark, stream});
+        return stream;
     }
 
+    /// Puts a page's content into the file. The marks of its fixed parts come first, so that they are the same whatever
+    /// stands between them.
+    PageContent AddContent(PdfFile& file, const Document& document, int page, std::vector<FixedStream>& fixed)
+    {
+        PageContent content;
+        const std::vector<Document::Part> parts = document.Parts(page);
+        std::vector<std::string> streams(parts.size());
+        for (const bool isFixed : {true, false})
+            for (std::size_t at = 0; at < parts.size(); ++at) {
+                if (parts[at].isFixed != isFixed)
+                    continue;
+                streams[at] = AddPart(file, document, page, parts[at], static_cast<int>(content.marks.size()), fixed);
+                std::ranges::copy(PdfMarks(parts[at].operations), std::back_inserter(content.marks));
+            }
+        for (const std::string& stream : streams)
+            content.streams += stream + ' ';
+        return content;
+    }
+
+    /// What all files have alike.
+    const std::string screenColours = thoroughDeflate.Compress(ScreenColours());
+
     PdfFonts fonts;
-    Deflate deflate{ContentEffort};
-    Deflate thoroughDeflate{FixedEffort};
     std::unordered_map<std::string, std::string> fixedParts; ///< deflated, by content
 };
 
@@ -209,42 +254,56 @@ std::string PdfWriter::Write(const Document& document, const PdfOptions& options
 
 std::string PdfWriter::Write(const Document& document, std::span<const int> pages, const PdfOptions& options)
 {
-    PdfFile file;
+    PdfFile file(state->deflate);
 
     std::string fonts;
     StreamsByContent maps;
-    const auto characters = CharactersOf(document, pages);
+    const DrawnCharacters characters = CharactersOf(document, pages);
     for (int number = 0; number < FaceCount; ++number) {
-        const auto& used = characters.at(static_cast<std::size_t>(number));
+        const auto& used = characters.faces.at(static_cast<std::size_t>(number));
         if (used) {
             const auto face = static_cast<Face>(number);
             fonts +=
-                fmt::format("{} {} ", PdfFontName(face), AddFont(file, face, state->fonts.FontFor(face, *used), maps));
+                fmt::format("{} {}", PdfFontName(face), AddFont(file, face, state->fonts.FontFor(face, *used), maps));
         }
     }
+    // The same for all pages, but each names them itself.
+    const std::string resources = file.Add(fmt::format("<</Font<<{}>>>>", fonts));
 
-    const std::string tree = file.Reserve();
+    const int tree = file.Reserve();
+    PdfStructure structure(file);
     std::string kids;
-    std::map<int, std::string> contents, pageReferences;
+    std::map<int, PageContent> contents;
+    std::map<int, std::string> pageReferences;
     std::vector<FixedStream> fixedStreams;
     for (const int page : pages) {
-        if (!contents.contains(page))
-            contents[page] = state->AddContent(file, document, page, fixedStreams);
-        const std::string reference =
-            file.Add(fmt::format("<< /Type /Page /Parent {} /Contents [{}] >>", tree, contents[page]));
+        const auto content = contents.find(page) != contents.end()
+                                 ? contents.find(page)
+                                 : contents.emplace(page, state->AddContent(file, document, page, fixedStreams)).first;
+        const int number = file.Reserve();
+        const std::string reference = PdfFile::ReferenceTo(number);
+        file.Replace(number, fmt::format("<</Type/Page/Parent {} 0 R/Resources {}/Contents[{}]{}>>", tree, resources,
+                                         content->second.streams,
+                                         structure.AddPage(document, page, reference, content->second.marks)));
         pageReferences.emplace(page, reference);
         kids += reference + ' ';
     }
-    // Sheet and fonts are the same for all pages.
-    file.Replace(tree, fmt::format("<< /Type /Pages /Count {} /Kids [{}] /MediaBox [0 0 {} {}] "
-                                   "/Resources << /Font << {} >> >> >>",
-                                   pages.size(), kids, SheetWidth / TwipsPerPoint, SheetHeight / TwipsPerPoint, fonts));
+    file.Replace(tree, fmt::format("<</Type/Pages/Count {}/Kids[{}]/MediaBox[0 0 {} {}]>>", pages.size(), kids,
+                                   SheetWidth / TwipsPerPoint, SheetHeight / TwipsPerPoint));
+    structure.Finish();
 
     if (const std::string outline = AddOutline(file, OutlineOf(document, pageReferences)); !outline.empty())
         file.SetInCatalogue("/Outlines", outline);
-    file.SetInCatalogue("/Pages", tree);
-    file.SetInCatalogue("/Lang", fmt::format("({})", document.language));
-    file.SetInCatalogue("/ViewerPreferences", "<< /DisplayDocTitle true >>");
+    file.SetInCatalogue("/Pages", PdfFile::ReferenceTo(tree));
+    file.SetInCatalogue("/Lang", PdfText(document.language));
+    file.SetInCatalogue("/ViewerPreferences", "<</DisplayDocTitle true>>");
+    // A lock is against the rules of archives.
+    const bool isArchive = characters.mayBeArchived && options.password.empty();
+    file.SetInCatalogue("/Metadata", file.AddStream(PdfMetadata(document, isArchive), "/Type/Metadata/Subtype/XML"));
+    file.SetInCatalogue("/OutputIntents",
+                        fmt::format("[<</Type/OutputIntent/S/GTS_PDFA1/OutputConditionIdentifier(sRGB IEC61966-2.1)"
+                                    "/Info(sRGB IEC61966-2.1)/DestOutputProfile {}>>]",
+                                    file.AddDeflated(state->screenColours, "/N 3")));
     file.SetInTrailer("/Info", file.Add(InformationOf(document)));
     return options.password.empty() ? file.Bytes() : Protected(file.Bytes(), options.password);
 }
