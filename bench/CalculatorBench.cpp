@@ -1,5 +1,6 @@
 // What the calculators' notepads cost: opened, opened and painted, and stored by their Ok, each of the first and last
 // beside the same reading or writing with the C interface of SQLite, the opening of the file included on both sides.
+#include "ProcessorTime.h"
 #include "Require.h"
 #include "calculators/D2Notepad.h"
 #include "calculators/DNotepad.h"
@@ -23,7 +24,6 @@
 #include <sqlite3.h>
 
 #include <array>
-#include <chrono>
 #include <filesystem>
 
 namespace quillmere {
@@ -255,9 +255,9 @@ void Timed(benchmark::State& state, Before before, Work work)
 {
     for (auto _ : state) {
         before();
-        const auto begin = std::chrono::steady_clock::now();
+        const bench::ProcessorTime spent;
         work();
-        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        state.SetIterationTime(spent.Seconds());
     }
 }
 

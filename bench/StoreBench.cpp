@@ -1,3 +1,4 @@
+#include "ProcessorTime.h"
 #include "Require.h"
 #include "clientdb/Employees.h"
 #include "clientdb/SafetyCopies.h"
@@ -11,7 +12,6 @@
 #include <sqlite3.h>
 
 #include <array>
-#include <chrono>
 #include <filesystem>
 #include <fmt/format.h>
 #include <map>
@@ -459,9 +459,9 @@ void OnFreshCopies(benchmark::State& state, Work work)
 {
     for (auto _ : state) {
         const Copy copy(OneThousand());
-        const auto begin = std::chrono::steady_clock::now();
+        const bench::ProcessorTime spent;
         work(copy.path);
-        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        state.SetIterationTime(spent.Seconds());
     }
 }
 
@@ -508,10 +508,10 @@ void UndoDeletion(benchmark::State& state)
         const Copy copy(OneThousand());
         Database database = Database::OpenDatabase(copy.path);
         DeleteEmployer(database, "Big");
-        const auto begin = std::chrono::steady_clock::now();
+        const bench::ProcessorTime spent;
         History history(database);
         Require(history.Undo(history.Operations({}, 1).front().number).empty(), "not undone");
-        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        state.SetIterationTime(spent.Seconds());
         Require(ListEmployees(database, "Big").size() == 1000, "not all are back");
     }
 }
@@ -533,9 +533,9 @@ void CopyBeforeADeletion(benchmark::State& state)
     const std::filesystem::path& file = ThousandAlone();
     for (auto _ : state) {
         std::filesystem::remove_all(CopiesFolder(file));
-        const auto begin = std::chrono::steady_clock::now();
+        const bench::ProcessorTime spent;
         MakeSafetyCopy(file, {.day = {}, .time = "12:00:00", .reason = CopyReason::Delete});
-        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        state.SetIterationTime(spent.Seconds());
     }
     state.counters["MB"] = static_cast<double>(std::filesystem::file_size(file)) / 1'000'000;
 }
@@ -547,9 +547,9 @@ void CopyBare(benchmark::State& state)
     for (auto _ : state) {
         const std::filesystem::path copy = Folder() / "bare-copy";
         std::filesystem::remove(copy);
-        const auto begin = std::chrono::steady_clock::now();
+        const bench::ProcessorTime spent;
         CopyFileChecked(file, copy);
-        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        state.SetIterationTime(spent.Seconds());
     }
 }
 

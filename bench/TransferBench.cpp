@@ -1,3 +1,4 @@
+#include "ProcessorTime.h"
 #include "Require.h"
 #include "clientdb/Employees.h"
 #include "clientdb/store/TableLayouts.h"
@@ -9,7 +10,6 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include <chrono>
 #include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -110,9 +110,9 @@ void OnEmptyDatabases(benchmark::State& state, Work work, bool noted = true)
     static_cast<void>(LastYear());
     for (auto _ : state) {
         const ThisYear thisYear(noted);
-        const auto begin = std::chrono::steady_clock::now();
+        const bench::ProcessorTime spent;
         work(thisYear.path);
-        state.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+        state.SetIterationTime(spent.Seconds());
         Database database = Database::OpenDatabase(thisYear.path);
         Require(ListEmployees(database, "Acme Ltd").size() == Employees, "not everybody was transferred");
         Recordset cars = database.OpenRecordset("ExtraCars");

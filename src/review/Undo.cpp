@@ -45,6 +45,10 @@ std::string ConflictText(const Session& session, const std::vector<UndoConflict>
         const FieldWords::Words* const of = words.Of(conflict.table, conflict.field);
         switch (conflict.what) {
         case UndoConflict::What::Changed:
+            if (conflict.field.empty()) {
+                text += fmt::format("\n{}, {}: the record is not as it was left", whose, words.PlaceOf(conflict.table));
+                break;
+            }
             text += fmt::format("\n{}, {}, {}: was left \"{}\", is \"{}\"", whose,
                                 of == nullptr ? words.PlaceOf(conflict.table) : of->place,
                                 of == nullptr ? std::string(conflict.field) : of->box, Trim(conflict.left),

@@ -3,8 +3,9 @@
 
 #include "clientdb/Employees.h"
 #include "clientdb/store/Backup.h"
-#include "clientdb/store/ChangeLog.h"
+#include "clientdb/store/ChangeBytes.h"
 #include "clientdb/store/HistoryTables.h"
+#include "clientdb/store/OperationNote.h"
 #include "clientdb/store/StoreFaults.h"
 #include "clientdb/store/TableLayouts.h"
 #include "support/StoreFixture.h"
@@ -13,7 +14,9 @@
 #include <rapidcheck/gtest.h>
 #include <sqlite3.h>
 
+#include <array>
 #include <fmt/format.h>
+#include <map>
 
 namespace quillmere::test {
 namespace {
@@ -259,6 +262,31 @@ TEST_F(HistoryTest, BytesThatAreNoChangeAreRefusedAndNotReadBeyond)
     EXPECT_THROW(DecodeChanges(std::string(12, '\xff')), StoreError);
     EXPECT_THROW(DecodeChanges(std::string("\x7f\x01\x00\x00", 4)), StoreError);
     EXPECT_THROW(DecodeChanges(std::string("\x01\x01\x03\x00", 4)), StoreError);
+    EXPECT_THROW(DecodeChanges(std::string("\x01\x01\x04\x00", 4)), StoreError);
+    std::string added;
+    AppendAdded(added, FindTable("P11D"), 7, 0x1122334455667788U);
+    EXPECT_EQ(DecodeChanges(added)[0].digest, 0x1122334455667788U);
+    for (std::size_t size = 1; size < added.size(); ++size)
+        EXPECT_THROW(DecodeChanges(std::string_view(added).substr(0, size)), StoreError) << size;
+}
+
+TEST(FieldsDigestTest, TellsRecordsApartByEveryFieldAndStaysAsItIs)
+{
+    const auto of = [](std::initializer_list<std::pair<std::size_t, std::string_view>> fields) {
+        FieldsDigest digest;
+        for (const auto& [column, text] : fields)
+            digest.Put(column, text);
+        return digest.Number();
+    };
+    // An empty field is like one that was never filled.
+    EXPECT_EQ(of({{1, "Jane"}, {2, ""}}), of({{1, "Jane"}}));
+    EXPECT_NE(of({{1, "Jane"}}), of({{2, "Jane"}}));
+    EXPECT_NE(of({{1, "Jane"}}), of({{1, "Janf"}}));
+    EXPECT_NE(of({{1, "Jane"}}), of({{1, std::string_view("Jane\0", 5)}}));
+    EXPECT_NE(of({{1, "12345678"}, {2, "9"}}), of({{1, "123456789"}}));
+    EXPECT_NE(of({{1, "12345678a"}}), of({{1, "12345678b"}}));
+    // Histories hold it.
+    EXPECT_EQ(of({{1, "Jane"}, {300, "Smith of Acme Ltd"}}), 3591901702606958482U);
 }
 
 // ---- the required tables --------------------------------------------------------------------------
@@ -598,6 +626,139 @@ TEST_F(HistoryTest, UndoListsRecordsThatAreGoneAndNamesThatAreTaken)
     conflicts = Undo(created);
     ASSERT_EQ(conflicts.size(), 1U);
     EXPECT_EQ(conflicts[0].found, "5");
+}
+
+TEST_F(HistoryTest, FieldsOfNewRecordsAreLeftToTheTablesAndReadFromThere)
+{
+    Create("Acme", "Jane", "Smith");
+    const std::int64_t created = Newest();
+    EXPECT_TRUE(Rows("SELECT 1 FROM HistoryChange WHERE instr(Changes,'Acme Jane Smith')").empty());
+    const auto page = [&] {
+        for (const PastChange& change : Changes(created))
+            if (change.table == "P11D") {
+                std::vector<std::string> fields;
+                for (const auto& field : change.fields)
+                    fields.push_back(fmt::format("{}: {}|{}", field.field, field.before, field.after));
+                return fields;
+            }
+        return std::vector<std::string>();
+    };
+    const std::vector<std::string> added{"EmployerName: |Acme", "EmployeeName: |Jane Smith", "Name: |Acme Jane Smith",
+                                         "FirstName: |Jane",    "Surname: |Smith",           "PAYEBox: |123/A456"};
+    EXPECT_EQ(page(), added);
+    // Whatever becomes of the record.
+    for (const char* text : {"1", "2"}) {
+        Database database = For("Page 1 stored");
+        Set(database, "P11D", "Acme", "Jane Smith", {{"ACashEqu", text}, {"PAYEBox", text}});
+        EXPECT_EQ(page(), added);
+    }
+    {
+        Database database = For("Rename");
+        RenameEmployee(database, "Acme", "Jane Smith", "Jane Jones");
+    }
+    EXPECT_EQ(page(), added);
+    {
+        Database database = For("Delete Employee");
+        DeleteEmployee(database, "Acme", "Jane Jones");
+    }
+    EXPECT_EQ(page(), added);
+    Create("Acme", "Peter", "Young"); // in the same place
+    EXPECT_EQ(page(), added);
+    const auto operations = Operations();
+    for (std::size_t i = 0; i + 1 < operations.size(); ++i)
+        ASSERT_TRUE(Undo(operations[i].number).empty()) << operations[i].words;
+    EXPECT_EQ(page(), added);
+    ASSERT_TRUE(Undo(created).empty());
+    EXPECT_EQ(page(), added);
+}
+
+TEST_F(HistoryTest, WhatIsWrittenPastItStandsInTheWayOfAnAdditionsUndo)
+{
+    Create("Acme", "Jane", "Smith");
+    Execute("UPDATE P11D SET ACashEqu='7'");
+    const Contents before = All();
+    const auto conflicts = Undo(Newest());
+    ASSERT_EQ(conflicts.size(), 1U);
+    EXPECT_EQ(conflicts[0].what, UndoConflict::What::Changed);
+    EXPECT_EQ(conflicts[0].table, "P11D");
+    EXPECT_EQ(conflicts[0].employee, "Jane Smith");
+    EXPECT_EQ(conflicts[0].field, "");
+    EXPECT_EQ(All(), before);
+    // What it brought cannot be told any more, and what cannot be told is not made up.
+    for (const PastChange& change : Changes(Newest()))
+        EXPECT_EQ(change.fields.empty(), change.table == "P11D");
+}
+
+TEST_F(HistoryTest, AnUndoneAdditionCountsWithItsFields)
+{
+    Create("Acme", "Jane", "Smith");
+    const auto bytes = [&] { return std::stoll(Rows("SELECT Bytes FROM HistoryOperation LIMIT 1")[0][0].substr(1)); };
+    const auto before = bytes();
+    ASSERT_TRUE(Undo(Newest()).empty());
+    EXPECT_GT(bytes(), before + 500);
+}
+
+/// Adds, changes, renames and deletes records, each for an operation of its own or for one that goes on, and undoes.
+RC_GTEST_FIXTURE_PROP(HistoryTest, WhatAnOperationDidReadsTheSameEverAfter, ())
+{
+    std::filesystem::remove(file);
+    CreateTables(file);
+    const auto steps = *rc::gen::resize(12, rc::gen::arbitrary<std::vector<std::array<int, 4>>>());
+    const auto goesOn = std::make_shared<OperationNote>();
+    goesOn->words = "goes on";
+    std::map<std::int64_t, std::string> known;
+    int step = 0;
+    const auto told = [&](std::int64_t operation) {
+        std::string text;
+        for (const PastChange& change : Changes(operation)) {
+            text += fmt::format("{} {} {}:", change.table, static_cast<int>(change.kind), change.employee);
+            for (const auto& field : change.fields)
+                text += fmt::format(" {}={}>{}", field.field, field.before, field.after);
+        }
+        return text;
+    };
+    for (const auto& [act, who, what, note] : steps) {
+        const std::string employee = fmt::format("E{}", static_cast<unsigned>(who) % 3);
+        const std::string text = fmt::format("{}", ++step); // none is written twice
+        const bool isLong = note % 3 == 0;
+        const auto operations = Operations();
+        if (static_cast<unsigned>(act) % 5 == 4 && !operations.empty()) {
+            const Contents before = All();
+            const std::int64_t number = operations[static_cast<unsigned>(what) % operations.size()].number;
+            if (!Undo(number).empty()) {
+                RC_ASSERT(All() == before);
+            } else {
+                RC_ASSERT(Undo(Newest()).empty());
+                RC_ASSERT(All() == before);
+            }
+        } else {
+            Database database =
+                Database::OpenDatabase(file, OpenMode::ReadWrite, isLong ? goesOn : std::make_shared<OperationNote>());
+            Recordset records = database.OpenRecordset("ANotepad");
+            records.Index("IndKey");
+            records.Seek("Acme", employee);
+            if (records.NoMatch()) {
+                records.AddNew();
+                records.SetField("EmployerName", "Acme");
+                records.SetField("EmployeeName", employee);
+                records.SetField("Description1", text);
+                records.Update();
+            } else if (static_cast<unsigned>(act) % 5 == 0) {
+                records.Delete();
+            } else {
+                records.Edit();
+                records.SetField(static_cast<unsigned>(act) % 5 == 1 ? "Description1" : "Description2", text);
+                if (static_cast<unsigned>(act) % 5 == 3)
+                    records.SetField("EmployeeName", fmt::format("E{}", static_cast<unsigned>(what) % 3));
+                static_cast<void>(records.TryUpdate());
+            }
+        }
+        for (const PastOperation& operation : Operations())
+            if (operation.words != "goes on" && !operation.isUndo && !known.contains(operation.number))
+                known.emplace(operation.number, told(operation.number));
+    }
+    for (const auto& [operation, text] : known)
+        RC_ASSERT(told(operation) == text);
 }
 
 TEST_F(HistoryTest, ARecordWhosePlaceHasBeenTakenComesBackBehindTheOthers)

@@ -18,59 +18,6 @@ constexpr std::int64_t BytesOfChange = 60, BytesOfOperation = 100;
 /// So often it is looked whether the history has grown too large.
 constexpr std::int64_t OperationsBetweenLooks = 64;
 
-void PutNumber(std::string& bytes, std::size_t number)
-{
-    for (; number >= 0x80; number >>= 7)
-        bytes += static_cast<char>(0x80 | (number & 0x7f));
-    bytes += static_cast<char>(number);
-}
-
-/// Null is 0, a text its length plus 1.
-void PutText(std::string& bytes, const std::optional<std::string>& text)
-{
-    PutNumber(bytes, text ? text->size() + 1 : 0);
-    if (text)
-        bytes += *text;
-}
-
-/// Reads what PutNumber and PutText have put.
-class Reader {
-public:
-    explicit Reader(std::string_view bytes) : rest(bytes) {}
-    bool AtEnd() const { return rest.empty(); }
-
-    std::size_t Number()
-    {
-        std::size_t number = 0;
-        for (unsigned shift = 0; shift < 64; shift += 7) {
-            const auto byte = static_cast<unsigned char>(Take(1).front());
-            number |= static_cast<std::size_t>(byte & 0x7f) << shift;
-            if (byte < 0x80)
-                return number;
-        }
-        Fail();
-    }
-    std::string_view Take(std::size_t size)
-    {
-        if (size > rest.size())
-            Fail();
-        const std::string_view taken = rest.substr(0, size);
-        rest.remove_prefix(size);
-        return taken;
-    }
-    std::optional<std::string> Text()
-    {
-        const std::size_t size = Number();
-        if (size == 0)
-            return std::nullopt;
-        return std::string(Take(size - 1));
-    }
-    [[noreturn]] static void Fail() { throw StoreError(SQLITE_CORRUPT, "A change of the history cannot be read.", ""); }
-
-private:
-    std::string_view rest;
-};
-
 /// A failure that tells of the history itself and not of the disk or of others at work.
 bool IsOfHistory(const StoreError& failure)
 {
@@ -103,70 +50,6 @@ FieldChange* Find(std::vector<FieldChange>& fields, std::size_t column)
 }
 
 } // namespace
-
-std::string EncodeFields(ChangeKind kind, std::span<const FieldChange> fields)
-{
-    std::string bytes;
-    for (const FieldChange& field : fields) {
-        if (field.before == field.after)
-            continue;
-        PutNumber(bytes, field.column);
-        if (kind != ChangeKind::Added)
-            PutText(bytes, field.before);
-        if (kind != ChangeKind::Deleted)
-            PutText(bytes, field.after);
-    }
-    return bytes;
-}
-
-void AppendChange(std::string& bytes, const TableLayout& table, std::int64_t record, ChangeKind kind,
-                  std::string_view fields)
-{
-    PutNumber(bytes, static_cast<std::size_t>(&table - ClientTables().data()));
-    PutNumber(bytes, static_cast<std::size_t>(record));
-    PutNumber(bytes, static_cast<std::size_t>(kind));
-    PutNumber(bytes, fields.size());
-    bytes += fields;
-}
-
-namespace {
-
-std::vector<FieldChange> DecodeFields(ChangeKind kind, Reader reader, std::size_t columns)
-{
-    std::vector<FieldChange> fields;
-    while (!reader.AtEnd()) {
-        const std::size_t column = reader.Number();
-        if (column >= columns)
-            Reader::Fail();
-        FieldChange& field = fields.emplace_back(FieldChange{static_cast<std::uint16_t>(column), {}, {}});
-        if (kind != ChangeKind::Added)
-            field.before = reader.Text();
-        if (kind != ChangeKind::Deleted)
-            field.after = reader.Text();
-    }
-    return fields;
-}
-
-} // namespace
-
-std::vector<RecordChange> DecodeChanges(std::string_view bytes)
-{
-    std::vector<RecordChange> changes;
-    for (Reader reader(bytes); !reader.AtEnd();) {
-        const std::size_t table = reader.Number();
-        const std::size_t record = reader.Number();
-        const std::size_t kind = reader.Number();
-        if (table >= ClientTables().size() || kind > static_cast<std::size_t>(ChangeKind::Deleted))
-            Reader::Fail();
-        RecordChange& change = changes.emplace_back(RecordChange{.table = &ClientTables()[table],
-                                                                 .record = static_cast<std::int64_t>(record),
-                                                                 .kind = static_cast<ChangeKind>(kind),
-                                                                 .fields = {}});
-        change.fields =
-            DecodeFields(change.kind, Reader(reader.Take(reader.Number())), FieldsOf(*change.table).Count());
-    }
-    return changes;
-}
 
 // ---- noting ---------------------------------------------------------------------------------------
 
@@ -258,6 +141,24 @@ std::optional<std::string> ChangeLog::LookedAt(std::size_t column) const
     return found == lookedAt.end() ? std::nullopt : TextOf(looked, static_cast<std::size_t>(found - lookedAt.begin()));
 }
 
+/// Lets a change be put with the one before, if it is of the same employee or employer.
+template<class Put>
+void ChangeLog::Wait(std::string_view employer, std::string_view employee, Put put)
+{
+    if (waiting.empty() || waiting.back().employer != employer || waiting.back().employee != employee ||
+        waiting.back().bytes.size() + waiting.back().bytesLeft > MostBytesTogether) {
+        waiting.push_back({.employer = std::string(employer), .employee = std::string(employee)});
+        waitingBytes += static_cast<std::size_t>(BytesOfChange);
+    }
+    Waiting& row = waiting.back();
+    const std::size_t before = row.bytes.size();
+    put(row);
+    ++row.records;
+    waitingBytes += row.bytes.size() - before;
+    if (waitingBytes > MostBytesWaiting)
+        StoreWaiting();
+}
+
 void ChangeLog::NoteChanged(TableStatements& statements, std::int64_t record,
                             std::span<const PendingEdit::Change> changes)
 {
@@ -291,19 +192,20 @@ void ChangeLog::NoteAdded(TableStatements& statements, std::int64_t record,
         return;
     PutAway();
     std::string_view employer, employee;
-    encoded.clear();
+    FieldsDigest digest;
+    std::size_t bytes = 0;
     for (const PendingEdit::Change& change : changes) {
-        if (change.isNull)
-            continue;
-        PutNumber(encoded, change.column);
-        PutNumber(encoded, change.text.size() + 1);
-        encoded += change.text;
+        digest.Put(change.column, change.text);
+        bytes += change.text.size();
         if (change.column == statements.EmployerColumn())
             employer = change.text;
         if (change.column == statements.EmployeeColumn())
             employee = change.text;
     }
-    Wait(statements.Layout(), record, ChangeKind::Added, employer, employee, encoded);
+    Wait(employer, employee, [&](Waiting& row) {
+        AppendAdded(row.bytes, statements.Layout(), record, digest.Number());
+        row.bytesLeft += bytes;
+    });
 }
 
 void ChangeLog::NoteDeleted(TableStatements& statements, std::int64_t record)
@@ -313,17 +215,14 @@ void ChangeLog::NoteDeleted(TableStatements& statements, std::int64_t record)
     PutAway();
     encoded.clear();
     for (std::size_t column = 0; column < statements.Fields().Count(); ++column) {
-        if (looked.IsNull(column))
-            continue;
-        PutNumber(encoded, column);
-        PutNumber(encoded, looked.Text(column).size() + 1);
-        encoded += looked.Text(column);
+        if (!looked.IsNull(column))
+            PutField(encoded, column, looked.Text(column));
     }
     const auto key = [&](std::size_t column) {
         return column == TableFields::None ? std::string_view() : looked.Text(column);
     };
-    Wait(statements.Layout(), record, ChangeKind::Deleted, key(statements.EmployerColumn()),
-         key(statements.EmployeeColumn()), encoded);
+    Wait(key(statements.EmployerColumn()), key(statements.EmployeeColumn()),
+         [&](Waiting& row) { AppendChange(row.bytes, statements.Layout(), record, ChangeKind::Deleted, encoded); });
 }
 
 /// The record in hand is not written any more for now.
@@ -333,26 +232,11 @@ void ChangeLog::PutAway()
         return;
     const InHand changed = *std::exchange(inHand, std::nullopt);
     const std::string fields = EncodeFields(ChangeKind::Changed, changed.fields);
-    if (!fields.empty())
-        Wait(changed.statements->Layout(), changed.record, ChangeKind::Changed, changed.employer, changed.employee,
-             fields);
-}
-
-/// Puts a change with the one before, if it is of the same employee or employer.
-void ChangeLog::Wait(const TableLayout& table, std::int64_t record, ChangeKind kind, std::string_view employer,
-                     std::string_view employee, std::string_view fields)
-{
-    if (waiting.empty() || waiting.back().employer != employer || waiting.back().employee != employee ||
-        waiting.back().bytes.size() > MostBytesTogether) {
-        waiting.push_back({.employer = std::string(employer), .employee = std::string(employee)});
-        waitingBytes += static_cast<std::size_t>(BytesOfChange);
-    }
-    const std::size_t before = waiting.back().bytes.size();
-    AppendChange(waiting.back().bytes, table, record, kind, fields);
-    ++waiting.back().records;
-    waitingBytes += waiting.back().bytes.size() - before;
-    if (waitingBytes > MostBytesWaiting)
-        StoreWaiting();
+    if (fields.empty())
+        return;
+    Wait(changed.employer, changed.employee, [&](Waiting& row) {
+        AppendChange(row.bytes, changed.statements->Layout(), changed.record, ChangeKind::Changed, fields);
+    });
 }
 
 // ---- storing --------------------------------------------------------------------------------------

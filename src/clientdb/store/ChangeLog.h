@@ -1,7 +1,7 @@
 #pragma once
 
 #include "clientdb/store/Cells.h"
-#include "clientdb/store/History.h"
+#include "clientdb/store/ChangeBytes.h"
 #include "clientdb/store/HistoryTables.h"
 #include "clientdb/store/OperationNote.h"
 #include "clientdb/store/PendingEdit.h"
@@ -12,29 +12,6 @@
 #include <vector>
 
 namespace quillmere {
-
-/// A field of a record before and after; nothing is null.
-struct FieldChange {
-    std::uint16_t column;
-    std::optional<std::string> before, after;
-};
-
-/// What was done to one record.
-struct RecordChange {
-    const TableLayout* table;
-    std::int64_t record; ///< its number
-    ChangeKind kind;
-    std::vector<FieldChange> fields;
-};
-
-/// Changed fields as bytes, those alone that differ. A new record has nothing before and a deleted one nothing after,
-/// and neither has its empty fields.
-std::string EncodeFields(ChangeKind kind, std::span<const FieldChange> fields);
-/// Puts a change behind others: its table and number, and its fields as bytes.
-void AppendChange(std::string& bytes, const TableLayout& table, std::int64_t record, ChangeKind kind,
-                  std::string_view fields);
-/// The changes that have been put together. Throws StoreError for bytes that are none of these.
-std::vector<RecordChange> DecodeChanges(std::string_view bytes);
 
 /// The change history of a connection: each write of a record is noted here, whoever writes, and stored in the
 /// transaction of the write. Writes of one record in a row make one change.
@@ -85,6 +62,7 @@ private:
         std::string employer, employee;
         std::int64_t records = 0;
         std::string bytes = {};
+        std::size_t bytesLeft = 0; ///< in the tables alone, from which an undo puts them here
     };
 
     /// What belongs to an operation.
@@ -104,8 +82,8 @@ private:
     }
     std::optional<std::string> LookedAt(std::size_t column) const;
     void PutAway();
-    void Wait(const TableLayout& table, std::int64_t record, ChangeKind kind, std::string_view employer,
-              std::string_view employee, std::string_view fields);
+    template<class Put>
+    void Wait(std::string_view employer, std::string_view employee, Put put);
     void StoreWaiting();
     void StoreOperation();
     std::int64_t InsertOperation(const Extent& extent);

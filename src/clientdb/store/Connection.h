@@ -54,6 +54,13 @@ public:
             FailOfText(column);
         return std::string_view(reinterpret_cast<const char*>(text), static_cast<std::size_t>(size));
     }
+    /// The bytes of a column; they hold until the next step.
+    std::string_view Bytes(int column) const
+    {
+        const void* bytes = sqlite3_column_blob(statement, column);
+        const int size = sqlite3_column_bytes(statement, column);
+        return {static_cast<const char*>(bytes), bytes == nullptr ? 0 : static_cast<std::size_t>(size)};
+    }
     sqlite3_stmt* Raw() const { return statement; }
 
 private:

@@ -1,10 +1,12 @@
 #include "clientdb/store/History.h"
 
+#include "clientdb/store/AddedRecords.h"
 #include "clientdb/store/ChangeLog.h"
 #include "clientdb/store/HistoryTables.h"
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <iterator>
 #include <map>
 #include <set>
 
@@ -19,21 +21,33 @@ struct KeyedChange : RecordChange {
     std::string employer, employee;
 };
 
-constexpr std::string_view ChangeColumns = "[Operation],[EmployerName],[EmployeeName],[Records],[Changes]";
-
-std::vector<RecordChange> ChangesIn(const Run& run)
-{
-    const void* bytes = sqlite3_column_blob(run.Raw(), 4);
-    const int size = sqlite3_column_bytes(run.Raw(), 4);
-    return DecodeChanges({static_cast<const char*>(bytes), bytes == nullptr ? 0 : static_cast<std::size_t>(size)});
-}
+constexpr std::string_view ChangeColumns = "[Operation],[EmployerName],[EmployeeName],[Records],[Changes],[Number]";
+constexpr int ChangeBytes = 4, ChangeNumber = 5;
 
 std::vector<KeyedChange> KeyedChangesIn(const Run& run)
 {
     std::vector<KeyedChange> keyed;
-    for (RecordChange& change : ChangesIn(run))
+    for (RecordChange& change : DecodeChanges(run.Bytes(ChangeBytes)))
         keyed.push_back({std::move(change), std::string(run.Text(1)), std::string(run.Text(2))});
     return keyed;
+}
+
+/// Reads the changes of an operation, which is given with its first and last.
+sqlite3_stmt* SelectChanges(Database::Connection& connection, std::string_view order)
+{
+    return connection.Own(fmt::format("SELECT {} FROM [{}] WHERE [Number] BETWEEN ? AND ? AND [Operation]=? ORDER BY "
+                                      "[Number] {}",
+                                      ChangeColumns, ChangeTable, order));
+}
+
+/// Those whose fields are left to the tables.
+std::vector<RecordChange*> WithDigest(std::span<KeyedChange> changes)
+{
+    std::vector<RecordChange*> with;
+    for (KeyedChange& change : changes)
+        if (change.digest)
+            with.push_back(&change);
+    return with;
 }
 
 /// A change read the other way round.
@@ -189,24 +203,27 @@ std::vector<PastChange> History::Changes(std::int64_t operation, std::size_t mos
     const std::optional<Row> root = row && row->undoes != 0 ? Find(row->root) : row;
     if (!root)
         return changes;
-    Run run(*connection, connection->Own(fmt::format("SELECT {} FROM [{}] WHERE [Number] BETWEEN ? AND ? AND "
-                                                     "[Operation]=? ORDER BY [Number]",
-                                                     ChangeColumns, ChangeTable)));
-    run.Bind(root->first).Bind(root->last).Bind(root->number);
-    while (changes.size() < most && run.Step())
-        for (KeyedChange& read : KeyedChangesIn(run)) {
-            if (row->backward)
-                TurnRound(read);
-            PastChange& change = changes.emplace_back(PastChange{.table = read.table->name,
-                                                                 .kind = read.kind,
-                                                                 .employer = std::move(read.employer),
-                                                                 .employee = std::move(read.employee),
-                                                                 .fields = {}});
-            const auto fields = FieldsOf(*read.table).All();
-            for (const FieldChange& field : read.fields)
-                if (TextOf(field.before) != TextOf(field.after))
-                    change.fields.push_back({fields[field.column].name, TextOf(field.before), TextOf(field.after)});
-        }
+    std::vector<KeyedChange> found;
+    {
+        Run run(*connection, SelectChanges(*connection, "ASC"));
+        run.Bind(root->first).Bind(root->last).Bind(root->number);
+        while (found.size() < most && run.Step())
+            std::ranges::move(KeyedChangesIn(run), std::back_inserter(found));
+    }
+    FindFieldsAdded(*connection, WithDigest(found), root->first);
+    for (KeyedChange& read : found) {
+        if (row->backward)
+            TurnRound(read);
+        PastChange& change = changes.emplace_back(PastChange{.table = read.table->name,
+                                                             .kind = read.kind,
+                                                             .employer = std::move(read.employer),
+                                                             .employee = std::move(read.employee),
+                                                             .fields = {}});
+        const auto fields = FieldsOf(*read.table).All();
+        for (const FieldChange& field : read.fields)
+            if (TextOf(field.before) != TextOf(field.after))
+                change.fields.push_back({fields[field.column].name, TextOf(field.before), TextOf(field.after)});
+    }
     return changes;
 }
 
@@ -230,15 +247,14 @@ std::optional<PastOperation> History::LastBy(std::string_view who, std::string_v
 /// True if an operation has changed records, and only these: none was added or deleted.
 bool History::ChangesOnly(const Row& operation, std::string_view employer, std::string_view employee) const
 {
-    Run run(*connection, connection->Own(fmt::format("SELECT {} FROM [{}] WHERE [Number] BETWEEN ? AND ? AND "
-                                                     "[Operation]=? ORDER BY [Number]",
-                                                     ChangeColumns, ChangeTable)));
+    Run run(*connection, SelectChanges(*connection, "ASC"));
     run.Bind(operation.first).Bind(operation.last).Bind(operation.number);
     bool any = false;
     for (; run.Step(); any = true)
         if (run.Text(1) != employer || run.Text(2) != employee ||
             std::ranges::any_of(
-                ChangesIn(run), [](ChangeKind kind) { return kind != ChangeKind::Changed; }, &RecordChange::kind))
+                DecodeChanges(run.Bytes(ChangeBytes)), [](ChangeKind kind) { return kind != ChangeKind::Changed; },
+                &RecordChange::kind))
             return false;
     return any;
 }
@@ -252,20 +268,41 @@ class Replayer {
 public:
     explicit Replayer(Database::Connection& connection) : connection(connection) {}
 
-    void Apply(const KeyedChange& row)
+    /// A record that is taken out gives the change its fields, if the history has left them to it.
+    void Apply(KeyedChange& row)
     {
         TableStatements& statements = connection.Statements(*row.table);
         if (row.kind == ChangeKind::Added)
-            return Add(statements, row);
+            return row.digest ? Refuse(row, UndoConflict::What::ThereAlready) : Add(statements, row);
         const std::optional<std::int64_t> record = Find(statements, row);
         if (!record)
             return Refuse(row, UndoConflict::What::Gone);
+        if (row.digest && !TakeFields(statements, row)) {
+            changedSince.emplace_back(row, found);
+            return;
+        }
         if (!IsAsBefore(statements, row))
             return;
         if (row.kind == ChangeKind::Deleted)
             Run(connection, statements.Delete()).Bind(*record).Change();
         else
             Change(statements, row, *record);
+    }
+
+    /// Lists what has been changed in records whose fields are left to the tables; the changes are among those that the
+    /// history holds from number `first` on.
+    void ListChangedSince(std::int64_t first)
+    {
+        std::vector<RecordChange*> added;
+        for (auto& [row, then] : changedSince)
+            added.push_back(&row);
+        FindFieldsAdded(connection, added, first);
+        for (auto& [row, then] : changedSince) {
+            found = std::move(then);
+            if (row.digest || IsAsBefore(connection.Statements(*row.table), row))
+                Refuse(row, UndoConflict::What::Changed);
+        }
+        changedSince.clear();
     }
 
     std::vector<UndoConflict> conflicts;
@@ -301,6 +338,21 @@ private:
             return std::nullopt;
         found.Take(run, 1, statements.Fields().Count());
         return run.Number(0);
+    }
+
+    /// Gives the deletion of a new record the fields that it takes away; false if they are not those of the addition.
+    bool TakeFields(const TableStatements& statements, KeyedChange& row) const
+    {
+        FieldsDigest digest;
+        for (std::size_t column = 0; column < statements.Fields().Count(); ++column)
+            digest.Put(column, found.Text(column));
+        if (digest.Number() != row.digest)
+            return false;
+        for (std::size_t column = 0; column < statements.Fields().Count(); ++column)
+            if (!found.IsNull(column))
+                row.fields.push_back({static_cast<std::uint16_t>(column), std::string(found.Text(column)), {}});
+        row.digest.reset();
+        return true;
     }
 
     bool IsAsBefore(const TableStatements& statements, const KeyedChange& row)
@@ -385,7 +437,45 @@ private:
 
     Database::Connection& connection;
     Cells found;
+    std::vector<std::pair<KeyedChange, Cells>> changedSince; ///< and what was found
 };
+
+/// The changes of a row as they stand after an undo has taken new records out of the tables, with their fields.
+void StoreFields(Database::Connection& connection, const Run& row, std::span<const KeyedChange> changes)
+{
+    std::string bytes;
+    for (const KeyedChange& change : changes)
+        AppendChange(bytes, change);
+    const auto more =
+        static_cast<std::int64_t>(bytes.size()) - static_cast<std::int64_t>(row.Bytes(ChangeBytes).size());
+    Run(connection, connection.Own(fmt::format("UPDATE [{}] SET [Changes]=? WHERE [Number]=?", ChangeTable)))
+        .BindBytes(bytes)
+        .Bind(row.Number(ChangeNumber))
+        .Change();
+    Run(connection, connection.Own(fmt::format("UPDATE [{}] SET [Bytes]=[Bytes]+? WHERE [Number]=?", OperationTable)))
+        .Bind(more)
+        .Bind(row.Number(0))
+        .Change();
+}
+
+/// Writes the changes of a row, forward or backward.
+void Replay(Database::Connection& connection, const Run& row, bool backward, Replayer& replayer)
+{
+    std::vector<KeyedChange> changes = KeyedChangesIn(row);
+    if (!backward) {
+        for (KeyedChange& change : changes)
+            replayer.Apply(change);
+        return;
+    }
+    const bool isLeft = !WithDigest(changes).empty();
+    for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
+        TurnRound(*change);
+        replayer.Apply(*change);
+        TurnRound(*change);
+    }
+    if (isLeft && replayer.conflicts.empty())
+        StoreFields(connection, row, changes);
+}
 
 } // namespace
 
@@ -400,21 +490,12 @@ std::vector<UndoConflict> History::Undo(std::int64_t operation)
         const bool backward = !row->backward;
         Replayer replayer(*connection);
         {
-            Run run(*connection, connection->Own(fmt::format("SELECT {} FROM [{}] WHERE [Number] BETWEEN ? AND ? AND "
-                                                             "[Operation]=? ORDER BY [Number] {}",
-                                                             ChangeColumns, ChangeTable, backward ? "DESC" : "ASC")));
+            Run run(*connection, SelectChanges(*connection, backward ? "DESC" : "ASC"));
             run.Bind(root->first).Bind(root->last).Bind(root->number);
-            while (run.Step()) {
-                std::vector<KeyedChange> changes = KeyedChangesIn(run);
-                if (backward)
-                    std::ranges::reverse(changes);
-                for (KeyedChange& change : changes) {
-                    if (backward)
-                        TurnRound(change);
-                    replayer.Apply(change);
-                }
-            }
+            while (run.Step())
+                Replay(*connection, run, backward, replayer);
         }
+        replayer.ListChangedSince(root->first);
         if (!replayer.conflicts.empty()) {
             connection->RollBack();
             return std::move(replayer.conflicts);

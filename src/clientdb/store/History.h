@@ -44,7 +44,7 @@ struct UndoConflict {
     What what = What::Changed;
     std::string_view table;
     std::string employer, employee;
-    std::string_view field;  ///< that has been changed since
+    std::string_view field;  ///< that has been changed since; empty where nobody noted what has
     std::string left, found; ///< what the operation left in it, and what it holds now
 };
 
