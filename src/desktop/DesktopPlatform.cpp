@@ -147,6 +147,16 @@ std::optional<std::string> DesktopPlatform::AskSaveFile(const SaveFileQuestion& 
     return dialog.selectedFiles().front().toStdString();
 }
 
+std::optional<std::string> DesktopPlatform::AskFolder(const FolderQuestion& question)
+{
+    QFileDialog dialog(host.FrontWindow(), look::Text(question.title), look::Text(question.proposedPath));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().front().toStdString();
+}
+
 bool DesktopPlatform::ShowPrinterSetup()
 {
     printers.Refresh();

@@ -23,6 +23,7 @@ public:
     Answer ShowMessage(const Message& message) override;
     void Beep() override;
     std::optional<std::string> AskSaveFile(const SaveFileQuestion& question) override;
+    std::optional<std::string> AskFolder(const FolderQuestion& question) override;
     bool ShowPrinterSetup() override;
     std::vector<std::string> Printers() override;
     PrintOutcome Print(const PrintRequest& request) override;

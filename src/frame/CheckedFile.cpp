@@ -99,13 +99,30 @@ std::string_view StemOf(std::string_view temporaryName)
     return name.substr(0, name.rfind('.') + 1);
 }
 
+std::filesystem::path FolderOf(const std::filesystem::path& file)
+{
+    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+}
+
+/// Makes new names in a folder last; `file` is named in a failure. A file system that knows no such thing, or a folder
+/// that may be written but not read, has nothing better to give.
+void SyncFolder(const std::filesystem::path& folder, const std::filesystem::path& file)
+{
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.IsOpen() && ::fsync(opened.Number()) != 0 && errno == EIO)
+        throw FileError(file, errno);
+}
+
 /// The new content of a file, which takes the file's place when it is complete and vanishes when it is not.
 class Replacement {
 public:
-    explicit Replacement(const std::filesystem::path& named) : target(BehindLinks(named))
+    /// Who writes many files knows already what killed processes have left in their folder.
+    explicit Replacement(const std::filesystem::path& named,
+                         const std::vector<std::filesystem::path>* forgotten = nullptr)
+        : target(BehindLinks(named))
     {
         const std::optional<mode_t> kept = PermissionsOfTarget();
-        RemoveLeftOvers();
+        RemoveLeftOvers(forgotten != nullptr ? *forgotten : ForgottenTemporaries(FolderOf(target)));
         // A name may be taken by what a killed process of the same number left behind.
         for (int attempt = 1; !descriptor.IsOpen(); ++attempt) {
             temporary = target;
@@ -141,6 +158,13 @@ public:
 
     void TakePlace(const FileCheck& check = {})
     {
+        TakeName(check);
+        SyncFolder(FolderOf(target), target);
+    }
+
+    /// The same, and the name lasts once its folder has been synced.
+    void TakeName(const FileCheck& check = {})
+    {
         if (::fsync(descriptor.Number()) != 0)
             throw FileError(target, errno);
         if (const int error = descriptor.Close())
@@ -150,7 +174,6 @@ public:
         if (::rename(temporary.c_str(), target.c_str()) != 0)
             throw FileError(target, errno);
         isInPlace = true;
-        SyncFolder();
     }
 
 private:
@@ -167,28 +190,14 @@ private:
     }
 
     /// Removes what killed processes have left of their attempts to write this file.
-    void RemoveLeftOvers() const
+    void RemoveLeftOvers(const std::vector<std::filesystem::path>& forgotten) const
     {
         const std::string stem = target.filename().string() + ".";
-        for (const std::filesystem::path& leftOver : ForgottenTemporaries(FolderOfTarget()))
+        for (const std::filesystem::path& leftOver : forgotten)
             if (IsTemporaryName(leftOver.filename().string(), stem)) {
                 std::error_code gone;
                 std::filesystem::remove(leftOver, gone);
             }
-    }
-
-    std::filesystem::path FolderOfTarget() const
-    {
-        return target.has_parent_path() ? target.parent_path() : std::filesystem::path(".");
-    }
-
-    /// Makes the new name last. A file system that knows no such thing, or a folder that may be written but not read,
-    /// has nothing better to give.
-    void SyncFolder() const
-    {
-        const Descriptor opened(::open(FolderOfTarget().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        if (opened.IsOpen() && ::fsync(opened.Number()) != 0 && errno == EIO)
-            throw FileError(target, errno);
     }
 
     std::filesystem::path target, temporary;
@@ -231,6 +240,23 @@ void WriteFileChecked(const std::filesystem::path& file, std::string_view conten
     Replacement replacement(file);
     replacement.Write(content);
     replacement.TakePlace();
+}
+
+FolderWriter::FolderWriter(std::filesystem::path newFolder)
+    : folder(std::move(newFolder)), forgotten(ForgottenTemporaries(folder))
+{
+}
+
+void FolderWriter::Write(const std::string& name, std::string_view content) const
+{
+    Replacement replacement(folder / name, &forgotten);
+    replacement.Write(content);
+    replacement.TakeName();
+}
+
+void FolderWriter::Sync() const
+{
+    SyncFolder(folder, folder);
 }
 
 void CopyFileChecked(const std::filesystem::path& source, const std::filesystem::path& target, const FileCheck& check)

@@ -20,6 +20,22 @@ public:
 /// content stays whole if anything fails. One that is made anew is its owner's alone. Throws FileError.
 void WriteFileChecked(const std::filesystem::path& file, std::string_view content);
 
+/// Writes one file after the other into a folder in the same way; what is done with the whole folder is done once for
+/// all of them.
+class FolderWriter {
+public:
+    explicit FolderWriter(std::filesystem::path folder);
+
+    /// Throws FileError, and then nothing of that file is left behind.
+    void Write(const std::string& name, std::string_view content) const;
+    /// Makes the names of all that was written last. Throws FileError.
+    void Sync() const;
+
+private:
+    std::filesystem::path folder;
+    std::vector<std::filesystem::path> forgotten; ///< left there by killed processes
+};
+
 /// Looks at a file that is complete but has not taken its place yet; what it throws leaves the old one as it was.
 using FileCheck = std::function<void(const std::filesystem::path& complete)>;
 

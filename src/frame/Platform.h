@@ -35,6 +35,12 @@ struct SaveFileQuestion {
     std::string defaultExtension; ///< without the point
 };
 
+/// A dialog that asks for a folder that is there.
+struct FolderQuestion {
+    std::string title;
+    std::string proposedPath;
+};
+
 /// Finished pages for a printer: the document as a PDF file whose pages stand in the order in which they are to come
 /// out.
 struct PrintRequest {
@@ -67,6 +73,8 @@ public:
     virtual void Beep() = 0;
     /// The chosen path; nothing if the user pressed Cancel.
     virtual std::optional<std::string> AskSaveFile(const SaveFileQuestion& question) = 0;
+    /// The chosen folder; nothing if the user pressed Cancel.
+    virtual std::optional<std::string> AskFolder(const FolderQuestion& question) = 0;
     /// The system's printer dialog. True if the user confirmed it.
     virtual bool ShowPrinterSetup() = 0;
     /// Names of the printers, the default one first; empty with no printer.

@@ -70,15 +70,25 @@ Answer ScriptedPlatform::ShowMessage(const Message& message)
 
 std::optional<std::string> ScriptedPlatform::AskSaveFile(const SaveFileQuestion& question)
 {
+    return AskPath(question.title, question.proposedPath);
+}
+
+std::optional<std::string> ScriptedPlatform::AskFolder(const FolderQuestion& question)
+{
+    return AskPath(question.title, question.proposedPath);
+}
+
+std::optional<std::string> ScriptedPlatform::AskPath(const std::string& title, const std::string& proposed)
+{
     StandInFront();
-    unseen.push_back({question.title, question.proposedPath, line});
+    unseen.push_back({title, proposed, line});
     bool isPath = false;
-    const std::string answer = Answered(question.title, {"ok", "cancel"}, "ok", true, isPath);
+    const std::string answer = Answered(title, {"ok", "cancel"}, "ok", true, isPath);
     if (isPath)
         return (programFolder / answer).lexically_normal().string();
     if (answer == "cancel")
         return std::nullopt;
-    return question.proposedPath;
+    return proposed;
 }
 
 bool ScriptedPlatform::ShowPrinterSetup()

@@ -38,6 +38,7 @@ public:
     Answer ShowMessage(const Message& message) override;
     void Beep() override { ++beeps; }
     std::optional<std::string> AskSaveFile(const SaveFileQuestion& question) override;
+    std::optional<std::string> AskFolder(const FolderQuestion& question) override;
     bool ShowPrinterSetup() override;
     std::vector<std::string> Printers() override { return printers; }
     PrintOutcome Print(const PrintRequest& request) override;
@@ -72,6 +73,8 @@ public:
 private:
     /// Shows a box over the window in front, and takes it away again, as the desktop does with one that is answered.
     void StandInFront();
+    /// A dialog that asks for a path, of which one is proposed.
+    std::optional<std::string> AskPath(const std::string& title, const std::string& proposed);
     /// The answer for a box that takes the given words, or the word given as the default one.
     std::string Answered(const std::string& title, const std::vector<std::string>& words, const std::string& standard,
                          bool takesPath, bool& isPath);

@@ -28,6 +28,7 @@ public:
     }
     void Beep() override { ++beeps; }
     std::optional<std::string> AskSaveFile(const SaveFileQuestion&) override { return savePath; }
+    std::optional<std::string> AskFolder(const FolderQuestion&) override { return folderPath; }
     bool ShowPrinterSetup() override { return false; }
     std::vector<std::string> Printers() override { return printers; }
     PrintOutcome Print(const PrintRequest& request) override
@@ -69,6 +70,7 @@ public:
     std::vector<Message> messages;
     std::deque<Answer> answers;
     std::optional<std::string> savePath;
+    std::optional<std::string> folderPath;
     std::vector<std::string> printers;
     std::vector<PrintRequest> printed;
     PrintOutcome printOutcome = PrintOutcome::Sent;
