@@ -35,7 +35,8 @@ constexpr auto Rows = std::to_array<SectionRow>({
     {"About", "", "About the program"},
     {"CalculatorCheck", "", "Check the Calculators"},
     {"SafetyCopies DamagedDatabase", "", "Safety copies"},
-    {"PrePrint frmVSPrint frmVSPrintDialog frmVSPrintSettings", "", "Printing"},
+    {"frmVSPrint frmVSPrintDialog frmVSPrintSettings", "", "Printing"},
+    {"PrePrint PdfFiles LastBatch", "", "A whole employer"},
     {"frmFolderManager frmBackup TransferList", "", "Folders, backup, last year"},
     {"MDIForm1", "", "The first start"},
 });

@@ -23,6 +23,8 @@
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
 #include "frame/Folders.h"
+#include "printing/jobs/LastBatch.h"
+#include "printing/jobs/PdfFiles.h"
 #include "printing/jobs/PrePrint.h"
 #include "printing/jobs/PrintJobs.h"
 #include "printing/jobs/frmVSPrint.h"
@@ -215,6 +217,8 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"DamagedDatabase", Plain<DamagedDatabase>},
     {"frmFolderManager", Plain<frmFolderManager>},
     {"frmBackup", Plain<frmBackup>},
+    {"PdfFiles", Printing<PdfFiles>},
+    {"LastBatch", Printing<LastBatch>},
     {"frmVSPrintSettings", Printing<frmVSPrintSettings>},
     {"frmVSPrint", Printing<frmVSPrint>},
     {"frmVSPrintDialog", Printing<frmVSPrintDialog>},

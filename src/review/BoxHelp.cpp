@@ -226,6 +226,7 @@ constexpr auto Rows = std::to_array<BoxHelp>({
     {.screen = "frmFolderManager", .box = "txtName", .takes = "a name for the folder", .about = "The name under which the folder stands in the Folder menu."},
     {.screen = "frmFolderManager", .box = "txtPath", .takes = "the path of a folder", .about = "The folder that holds, or is to hold, a database of its own."},
     // Printing
+    {.screen = "PdfFiles", .box = "PdfFolder", .takes = "the path of a folder that is there", .about = "The folder into which the PDF files are written. It is remembered for the next time."},
     {.screen = "frmVSPrintSettings", .box = "txtVSTop", .takes = "millimetres", .about = "It is used for all pages of a document and kept with the settings."},
     {.screen = "frmVSPrintSettings", .box = "txtVSLeft", .takes = "millimetres", .about = "It is used for all pages of a document and kept with the settings."},
     {.screen = "frmVSPrintSettings", .box = "txtPDFTop", .takes = "millimetres", .about = "It is used for all pages of a document and kept with the settings."},

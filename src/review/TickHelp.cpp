@@ -43,6 +43,7 @@ constexpr auto Rows = std::to_array<TickHelp>({
     {"PrePrint", "SchTick", "The working papers of this section are printed with each employee's document."},
     {"PrePrint", "P11D", "The form itself is printed for each employee. It takes the P11D(b) along."},
     {"PrePrint", "P11DB", "The employer's declaration is printed behind the employees' documents."},
+    {"PdfFiles", "PdfKind", "Which files are made of the employees' documents. The P11D(b) is always a file of its own."},
     {"frmVSPrintDialog", "optRange", "Which pages of the document go to the printer."},
     {"frmVSPrintDialog", "optDuplex", "For a printer that prints one side only: print the odd pages, put the sheets back, and print the even ones."},
     {"frmVSPrintSettings", "optDuplexMode", "How a printer that can use both sides of the paper uses them."},

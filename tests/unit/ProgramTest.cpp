@@ -309,6 +309,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"File", "mnuPrintSetup", "Print Setup..."},
         {"File", "ExitOpt", "Exit"},
         {"File", "mnuFind", "Find Employee..."},
+        {"File", "mnuLastBatch", "Last Batch..."},
         {"File", "mnuRecent", "", true, 1, false},
         {"File", "mnuRecent", "", true, 2, false},
         {"File", "mnuRecent", "", true, 3, false},

@@ -39,6 +39,8 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"frmVSPrint", layouts::frmVSPrint},
     {"frmVSPrintDialog", layouts::frmVSPrintDialog},
     {"PrePrint", layouts::PrePrint},
+    {"PdfFiles", layouts::PdfFiles},
+    {"LastBatch", layouts::LastBatch},
     {"Form3", layouts::Form3},
     {"Side2Form1", layouts::Side2Form1},
     {"P11DDeclaration", layouts::P11DDeclaration},

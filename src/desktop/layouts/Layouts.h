@@ -36,6 +36,8 @@ Layout frmVSPrintSettings();
 Layout frmVSPrint();
 Layout frmVSPrintDialog();
 Layout PrePrint();
+Layout PdfFiles();
+Layout LastBatch();
 Layout Form3();
 Layout Side2Form1();
 Layout P11DDeclaration();

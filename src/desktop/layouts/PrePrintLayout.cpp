@@ -26,7 +26,38 @@ Layout PrePrint()
     layout.Place("P11D", 388, 314, 190, 24);
     layout.Place("P11DB", 584, 314, 190, 24);
 
+    layout.Place("BatchNow", 372, 366, 412, 44);
+    layout.Place("ToPdfFiles", 452, 476, 116, ButtonHeight);
     ButtonRow(layout, 784, 476, std::to_array<std::string_view>({"Print", "Cancel"}));
+    return layout;
+}
+
+Layout PdfFiles()
+{
+    constexpr int left = 16, box = 150, width = 440;
+    Layout layout{.width = 606, .height = 330};
+    layout.Place("PdfWhose", left, 14, 574);
+    layout.Looks({.size = 14, .bold = true});
+    layout.Text(left, 46, box - left - 8, "Files", {.size = 13});
+    for (int kind = 0; kind <= 2; ++kind)
+        layout.PlaceAt("PdfKind", kind, box, 42 + kind * 26, 300, 24);
+    layout.Field(130, left, box - left - 8, "Folder", "PdfFolder", box, width - ButtonWidth - ButtonGap);
+    layout.Place("PdfBrowse", box + width - ButtonWidth, 127, ButtonWidth, ButtonHeight);
+    layout.Field(168, left, box - left - 8, "Password", "PdfWord", box, width);
+    layout.Place("PdfRemark", box, 196, width, 40);
+    layout.Place("PdfNow", left, 250, 574, 22);
+    ButtonRow(layout, 590, 286, std::to_array<std::string_view>({"PdfWrite", "PdfCancel"}));
+    return layout;
+}
+
+Layout LastBatch()
+{
+    Layout layout{.width = 820, .height = 470, .growing = "BatchLines"};
+    layout.Place("BatchWords", 16, 12, 788, 40);
+    layout.Place("BatchLines", 16, 58, 788, 334);
+    layout.Place("BatchNow", 16, 398, 788);
+    ButtonRow(layout, 804, 430,
+              std::to_array<std::string_view>({"BatchFolder", "BatchAgain", "BatchSheet", "BatchClose"}));
     return layout;
 }
 

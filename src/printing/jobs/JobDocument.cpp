@@ -64,6 +64,20 @@ bool JobDocument::vsStartDoc(std::string_view printer)
     vp->Clear();
     if (!SelectDevice(printer))
         return false;
+    StartOnA4();
+    return true;
+}
+
+void JobDocument::OpenWithoutPrinter()
+{
+    page.BeginDocument();
+    vp->Clear();
+    StartOnA4();
+    SetScaleForPage();
+}
+
+void JobDocument::StartOnA4()
+{
     vp->PaperSize(PaperA4);
     vp->Orientation(Portrait);
     if (settings.vsDuplexMode == 1 || settings.vsDuplexMode == 2)
@@ -76,7 +90,6 @@ bool JobDocument::vsStartDoc(std::string_view printer)
     vp->IndentRight(0);
     vp->IndentFirst(0);
     vp->StartDoc();
-    return true;
 }
 
 PrintResult JobDocument::vsEndDoc()
@@ -125,6 +138,10 @@ Opening JobDocument::OpenPrintJob(std::string_view documentName)
     else
         vsPreviewOn();
 
+    if (route == Route::File) {
+        OpenWithoutPrinter();
+        return Opening::Open;
+    }
     const std::string defaultDevice = vsDefaultDevice();
     if (settings.vsPrinter.empty())
         settings.vsPrinter = defaultDevice;

@@ -41,7 +41,8 @@ public:
     /// Keeps the engine and the converter. Called once, before anything else.
     void vsBindEngine(PageEngine& engine, PdfConverter& converter);
 
-    /// Opens the document of a job, with questions to the user if the chosen printer is gone.
+    /// Opens the document of a job, with questions to the user if the chosen printer is gone. One for a file needs
+    /// none.
     [[nodiscard]] Opening OpenPrintJob(std::string_view documentName);
     /// Tells that the document which has been opened begins with an employee's form.
     void BeginsWith(PrintedForm newForm) { form = std::move(newForm); }
@@ -52,6 +53,8 @@ public:
     /// The printer that the document goes to, and how many pages it has been sent last.
     const std::string& Printer() const { return vp->Device(); }
     int PagesSent() const { return vp->PagesSent(); }
+    /// The ended document as a PDF file.
+    std::string Pdf(const PdfOptions& options) const { return vp->Pdf(options); }
     /// Drops what has been drawn.
     void Drop() { vp->Clear(); }
     /// Ends the document; if its pages were for the printer and it cannot be reached, says so.
@@ -79,6 +82,8 @@ public:
 private:
     bool SelectDevice(std::string_view printer);
     bool StartDocument();
+    void OpenWithoutPrinter();
+    void StartOnA4();
     /// Offsets and scale by the route.
     void SetScaleForPage();
     bool OldPdfMayGo();

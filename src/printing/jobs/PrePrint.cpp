@@ -2,8 +2,11 @@
 
 #include "clientdb/EmployerScreens.h"
 #include "frame/Session.h"
+#include "printing/jobs/PdfFiles.h"
+#include "printing/jobs/PrintSystem.h"
 
 #include <array>
+#include <utility>
 
 namespace quillmere {
 
@@ -24,6 +27,8 @@ constexpr auto AllRows = std::to_array<BoxRow>({{.name = "AllSch", .kind = BoxKi
 constexpr auto FormRows = std::to_array<BoxRow>({
     {.name = "P11D", .kind = BoxKind::Tick, .text = "P11D"},
     {.name = "P11DB", .kind = BoxKind::Tick, .text = "P11D(b)"},
+    {.name = "BatchNow", .kind = BoxKind::Label, .spoken = "Being printed"},
+    {.name = "ToPdfFiles", .kind = BoxKind::Button, .text = "To PDF &Files..."},
     {.name = "Print", .kind = BoxKind::Button, .text = "&Print"},
     {.name = "Cancel", .kind = BoxKind::Button, .text = "&Cancel"},
 });
@@ -54,7 +59,9 @@ constexpr auto ScheduleTicks = std::to_array<ScheduleTick>({
 } // namespace
 
 PrePrint::PrePrint(Session& session, PrintSystem& printing)
-    : Screen(session, "PrePrint", ShowMode::Modal, "Employer Batch Print"), printing(printing)
+    : Screen(session, "PrePrint", ShowMode::Modal, "Employer Batch Print"),
+      printing(printing),
+      run(session, *this, "BatchNow", [this] { this->session.screens.Unload(Name()); })
 {
     AddBoxes(Rows);
     filter.emplace(*this, "EmpList", "employers");
@@ -69,7 +76,13 @@ PrePrint::PrePrint(Session& session, PrintSystem& printing)
     });
     OnClick("P11D", [this](Box& forms) { box("P11DB").SetTicked(forms.Ticked()); });
     OnClick("Print", [this](Box&) { Print(); });
-    OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
+    OnClick("ToPdfFiles", [this](Box&) { ToPdfFiles(); });
+    OnClick("Cancel", [this](Box&) {
+        if (run.IsRunning())
+            run.Stop();
+        else
+            this->session.screens.Unload(Name());
+    });
 }
 
 bool PrePrint::Load()
@@ -90,17 +103,39 @@ BatchSelection PrePrint::Selection() const
     return selection;
 }
 
-void PrePrint::Print()
+std::optional<BatchOrder> PrePrint::Order()
 {
     const std::string employer = box("EmpList").Text();
     if (employer.empty()) {
         session.messages.Tell("Employer Error", "You must select an Employer");
         Focus(box("EmpList"));
-        return;
+        return std::nullopt;
     }
-    session.CurrentEmployer = employer;
-    PrintBatchJob(session, printing, employer, Selection());
-    session.screens.Unload(Name());
+    return BatchOrder{.employer = employer, .selection = Selection()};
+}
+
+void PrePrint::Print()
+{
+    auto order = Order();
+    if (!order)
+        return;
+    session.CurrentEmployer = order->employer;
+    for (const auto& other : Boxes())
+        if (other->Kind() != BoxKind::Label && other->Name() != "Cancel")
+            other->SetEnabled(false);
+    Focus(box("Cancel"));
+    run.Start(MakeBatch(session, printing, *std::move(order)));
+}
+
+void PrePrint::ToPdfFiles()
+{
+    auto order = Order();
+    if (!order)
+        return;
+    if (auto* files = session.screens.Load<PdfFiles>("PdfFiles")) {
+        files->SetOrder(*std::move(order));
+        session.screens.Show("PdfFiles");
+    }
 }
 
 } // namespace quillmere

@@ -2,11 +2,13 @@
 
 #include "clientdb/ListFilter.h"
 #include "frame/Screen.h"
-#include "printing/jobs/PrintJobs.h"
+#include "printing/jobs/BatchRun.h"
 
 #include <optional>
 
 namespace quillmere {
+
+struct PrintSystem;
 
 /// "Employer Batch Print": an employer, and what is to be printed of all employees.
 class PrePrint : public Screen {
@@ -17,10 +19,14 @@ public:
 
 private:
     void Print();
+    void ToPdfFiles();
+    /// What is to be printed; nothing, which is told, if no employer is chosen.
+    std::optional<BatchOrder> Order();
     BatchSelection Selection() const;
 
     PrintSystem& printing;
     std::optional<ListFilter> filter;
+    BatchRun run;
 };
 
 } // namespace quillmere

@@ -1,9 +1,22 @@
 #pragma once
 
 #include "frame/Session.h"
+#include "printing/jobs/BatchReport.h"
 #include "printing/jobs/JobDocument.h"
 
+#include <functional>
+#include <optional>
+#include <string_view>
+
 namespace quillmere {
+
+class PrintJob;
+
+/// How a single document is drawn, so that it can be drawn again for another place.
+struct SingleDocument {
+    std::string_view procedure;          ///< for the general error box
+    std::function<bool(PrintJob&)> draw; ///< false if there is nobody to draw it for
+};
 
 /// The page-drawing engine, its PDF converter, the layer over them and the document of the job in hand: made once, and
 /// kept for the life of the process.
@@ -23,6 +36,9 @@ struct PrintSystem {
     PdfConverter converter;
     PageLayer page;
     JobDocument document;
+
+    SingleDocument shown;                 ///< what the preview has been given last
+    std::optional<BatchReport> lastBatch; ///< what became of the last batch
 };
 
 } // namespace quillmere

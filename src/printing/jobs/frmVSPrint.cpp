@@ -4,11 +4,11 @@
 #include "frame/Amount.h"
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"
-#include "frame/DeskMemory.h"
-#include "frame/FileNames.h"
 #include "frame/Folders.h"
 #include "frame/Session.h"
 #include "frame/ShellOpen.h"
+#include "printing/jobs/PdfNames.h"
+#include "printing/jobs/PrintJobs.h"
 #include "printing/jobs/PrintSystem.h"
 
 #include <algorithm>
@@ -60,9 +60,6 @@ constexpr auto Rows = std::to_array<BoxRow>({
 
 constexpr auto Percentages = std::to_array<int>({25, 50, 75, 100, 150, 200, 400});
 constexpr int PercentAtStart = 2;
-
-/// Where the folder of the last saved document is remembered.
-constexpr std::string_view PdfFolderKey = "PDF FOLDER";
 
 /// Two sizes closer than this, in percent, are the same to the eye.
 constexpr double SamePercent = 0.5;
@@ -175,24 +172,19 @@ void frmVSPrint::Painted()
 
 std::string frmVSPrint::ProposedName() const
 {
-    // A form's document goes to the employee, who has those of other years too.
-    const std::string_view what = printing.document.Form() ? " - P11D " : " ";
-    return ReadyFileName(fmt::format("{}{}{}", document->name, what, edition::YearLabel)) + ".pdf";
+    return FileNameOf(document->name, printing.document.Form().has_value()) + ".pdf";
 }
 
 void frmVSPrint::SavePdf()
 {
     if (!document)
         return;
-    const DeskMemory memory(session.programFolder);
-    std::filesystem::path folder = memory.Recall(PdfFolderKey);
-    if (std::error_code error; folder.empty() || !std::filesystem::is_directory(folder, error))
-        folder = session.ClientDatabasePath().parent_path();
-    const std::optional<std::string> chosen = session.platform.AskSaveFile({.title = "Save PDF",
-                                                                            .proposedPath = folder / ProposedName(),
-                                                                            .filterName = "PDF documents",
-                                                                            .filterPattern = "*.pdf",
-                                                                            .defaultExtension = "pdf"});
+    const std::optional<std::string> chosen =
+        session.platform.AskSaveFile({.title = "Save PDF",
+                                      .proposedPath = PdfFolder(session) / ProposedName(),
+                                      .filterName = "PDF documents",
+                                      .filterPattern = "*.pdf",
+                                      .defaultExtension = "pdf"});
     if (!chosen)
         return;
     const std::filesystem::path file = *chosen;
@@ -202,13 +194,14 @@ void frmVSPrint::SavePdf()
                               Icon::Question, Answer::No))
         return;
     try {
-        printing.converter.ConvertDocument(printing.engine, file);
-    } catch (const FileError& error) {
+        if (!SaveShown(session, printing, file))
+            return;
+    } catch (const Failure& error) {
         session.messages.Tell(edition::AppTitle, error.what(), Icon::Critical);
         return;
     }
     saved = file;
-    memory.Remember(PdfFolderKey, file.parent_path().string());
+    RememberPdfFolder(session, file.parent_path());
     SetStatusNote(session, "Saved: " + file.string());
     box("lblDocument").SetText("Saved: " + file.filename().string());
     box("lblDocument").SetTip(file.string());

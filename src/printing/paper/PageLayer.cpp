@@ -30,6 +30,7 @@ void PageLayer::BeginDocument()
     pageNumber = 0;
     nextChapter.clear();
     hasChapters = false;
+    leavesNoPageEmpty = false;
     cursorX = cursorY = 0;
     isUnderlined = false;
     SetGreys();
@@ -53,6 +54,8 @@ void PageLayer::NextPrintPage()
 
 void PageLayer::FurtherPrintPage()
 {
+    if (leavesNoPageEmpty && pageNumber == 0)
+        return NextPrintPage();
     ++pageNumber;
     vsOrientation(Portrait);
     vsNewPage();

@@ -36,6 +36,8 @@ public:
     void NextPrintPage();
     /// Begins a further page, also where there is none yet.
     void FurtherPrintPage();
+    /// The document in hand leaves no page empty: its first page is the first that is begun, in whichever way.
+    void LeaveNoPageEmpty() { leavesNoPageEmpty = true; }
     /// Pages begun in the document in hand.
     int PageNumber() const { return pageNumber; }
 
@@ -113,6 +115,7 @@ private:
     bool hasChapters = false;
 
     int pageNumber = 0;
+    bool leavesNoPageEmpty = false;
     double pageLeft = 0, pageTop = 0, pagePercent = 100; ///< what each page begins with, as for vsSetScale
     double cursorX = 0, cursorY = 0;                     ///< engine units: where the last text ended
     double leftOffset = 0, topOffset = 0;                ///< engine units

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "frame/CheckedFile.h"
+#include "printing/jobs/Batch.h"
+#include "printing/jobs/PdfNames.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace quillmere {
+
+/// A batch that makes PDF files: one for each employee, one with the papers of all, or both, and one of the
+/// declaration. It needs no printer, prints no empty page, and no file without papers.
+class FileBatch : public Batch {
+public:
+    FileBatch(Session& session, PrintSystem& printing, BatchOrder order);
+
+protected:
+    Opening Open(const std::string& name, BatchLine::Of of) override;
+    void Close(BatchLine line) override;
+    void Prepare() override;
+    bool Takes(const std::string& employee) const override;
+    bool EndRound() override;
+    int Printings() const override;
+    ProgressBar::Shows Shows() const override { return ProgressBar::Shows::WholePercents; }
+    std::vector<BatchLine> Expected() const override;
+    void TellOfEnd() override;
+
+private:
+    const FilesOrder& Files() const { return *report.order.files; }
+    /// Ends the document in hand and writes it, under a name of the folder.
+    void Finish(BatchLine line, const std::string& file, const std::string& password = {});
+    void Write(BatchLine& line, const std::filesystem::path& file, const std::string& password);
+
+    FolderWriter folder;
+    std::optional<BatchFileNames> fileNames;
+    bool isWhole;              ///< the round that is under way is for the one file of all employees
+    bool isWholeBegun = false; ///< and its document is open
+};
+
+/// The files of the order that are in its folder already. Throws StoreError.
+std::vector<std::string> FilesThere(const Session& session, const BatchOrder& order);
+
+/// The word that opens an employee's file; empty if the record does not have it.
+std::string OpeningWordOf(const Recordset& records, OpeningWord word);
+
+} // namespace quillmere
