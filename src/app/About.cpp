@@ -4,6 +4,7 @@
 #include "clientdb/EmployeeFinder.h"
 #include "clientdb/store/DatabaseFacts.h"
 #include "edition/Edition.h"
+#include "exchange/Csv.h"
 #include "frame/Session.h"
 #include "printing/jobs/CupsPrinters.h"
 #include "printing/paper/PaperLibraries.h"
@@ -28,7 +29,7 @@ std::vector<LibraryInUse> AllLibraries(Platform& platform)
 {
     std::vector<LibraryInUse> all = platform.Libraries();
     for (const std::vector<LibraryInUse>& some :
-         {StoreLibraries(), PaperLibraries(), {FoldingLibrary(), SpoolerLibrary()}})
+         {StoreLibraries(), PaperLibraries(), {FoldingLibrary(), exchange::CsvLibrary(), SpoolerLibrary()}})
         all.insert(all.end(), some.begin(), some.end());
     return all;
 }

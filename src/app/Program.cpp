@@ -22,6 +22,8 @@
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
+#include "exchange/ExportScreen.h"
+#include "exchange/ImportScreen.h"
 #include "frame/Folders.h"
 #include "printing/jobs/LastBatch.h"
 #include "printing/jobs/PdfFiles.h"
@@ -211,6 +213,8 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"LastYearSheet", Plain<review::LastYearSheet>},
     {"OverviewList", Plain<review::OverviewList>},
     {"ChangeHistory", Plain<review::ChangeHistory>},
+    {"ImportTable", Plain<exchange::ImportScreen>},
+    {"ExportTable", Plain<exchange::ExportScreen>},
     {"SafetyCopies", Plain<SafetyCopies>},
     {"TypedStrip", Plain<review::TypedStrip>, Closing::WithAll},
     {"TypedList", Plain<review::TypedList>, Closing::WithAll},

@@ -4,6 +4,7 @@
 #include "clientdb/store/TableLayouts.h"
 #include "frame/Text.h"
 
+#include <algorithm>
 #include <fmt/ranges.h>
 #include <utility>
 
@@ -20,7 +21,8 @@ std::string NotMadeText(const StoreError& failure, std::string_view failedTable,
     return text;
 }
 
-void AddEmployeeRecord(Recordset& records, const TableLayout& table, const NewEmployee& employee, std::string_view name)
+void AddEmployeeRecord(Recordset& records, const TableLayout& table, const NewEmployee& employee, std::string_view name,
+                       std::span<const RecordText> texts)
 {
     records.AddNew();
     records.SetField("EmployerName", employee.employer);
@@ -32,6 +34,9 @@ void AddEmployeeRecord(Recordset& records, const TableLayout& table, const NewEm
         records.SetField("FirstName", employee.firstName);
         records.SetField("Surname", employee.surname);
     }
+    for (const RecordText& text : texts)
+        if (text.table == table.name)
+            records.SetField(text.field, text.text);
     records.Update();
 }
 
@@ -152,29 +157,59 @@ RecordsNotMade::RecordsNotMade(const StoreError& failure, std::string_view faile
 {
 }
 
-void CreateEmployee(Database& database, const NewEmployee& employee)
+void EmployeeRecords::Make(const NewEmployee& employee, std::span<const RecordText> texts)
 {
     const std::string name = EmployeeName(employee.firstName, employee.surname);
-    std::vector<std::string> made;
-    std::string_view table;
+    const bool isNewEmployer = employers.insert(employee.employer).second;
+    made.clear();
+    for (const TableLayout* const layout : NewEmployeeTables()) {
+        inHand = layout->name;
+        if (layout->level != TableLevel::Employer)
+            AddEmployeeRecord(At(*layout), *layout, employee, name, texts);
+        else if (!isNewEmployer || !AddEmployerRecord(At(*layout), *layout, employee))
+            continue;
+        made.push_back(layout->name);
+    }
+    inHand = {};
+}
+
+void EmployeeRecords::Change(std::string_view employer, std::string_view employee, std::span<const RecordText> texts)
+{
+    for (const TableLayout* const layout : NewEmployeeTables()) {
+        const auto isOf = [&](const RecordText& text) { return text.table == layout->name; };
+        if (std::ranges::none_of(texts, isOf))
+            continue;
+        Recordset& records = At(*layout);
+        records.Index("IndKey");
+        records.Seek(employer, employee);
+        records.Edit();
+        for (const RecordText& text : texts)
+            if (isOf(text))
+                records.SetField(text.field, text.text);
+        records.Update();
+    }
+}
+
+Recordset& EmployeeRecords::At(const TableLayout& table)
+{
+    const auto known = tables.find(table.name);
+    return known != tables.end() ? known->second
+                                 : tables.emplace(table.name, database.OpenRecordset(table.name)).first->second;
+}
+
+void CreateEmployee(Database& database, const NewEmployee& employee)
+{
+    EmployeeRecords records(database);
     try {
         WriteBatch batch(database);
-        for (const TableLayout* const layout : NewEmployeeTables()) {
-            table = layout->name;
-            Recordset records = database.OpenRecordset(table);
-            bool isNew = true;
-            if (layout->level == TableLevel::Employer)
-                isNew = AddEmployerRecord(records, *layout, employee);
-            else
-                AddEmployeeRecord(records, *layout, employee, name);
-            if (isNew)
-                made.emplace_back(table);
-        }
-        table = {};
+        records.Make(employee);
         batch.Commit();
     } catch (const StoreError& failure) {
         const bool isLost = dynamic_cast<const BatchLost*>(&failure) != nullptr;
-        throw RecordsNotMade(failure, table, Stored(database, made, isLost, employee.employer, name));
+        const std::vector<std::string> made(records.Made().begin(), records.Made().end());
+        throw RecordsNotMade(
+            failure, records.InHand(),
+            Stored(database, made, isLost, employee.employer, EmployeeName(employee.firstName, employee.surname)));
     }
 }
 

@@ -1,8 +1,12 @@
 #pragma once
 
 #include "clientdb/store/Recordset.h"
+#include "clientdb/store/TableLayouts.h"
 
 #include <cstddef>
+#include <map>
+#include <set>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -56,6 +60,36 @@ struct NewEmployee {
     std::string firstName;
     std::string surname;
     std::string payeReference;
+};
+
+/// A text for a field of one of an employee's records.
+struct RecordText {
+    std::string_view table, field, text;
+};
+
+/// The records of many employees, made and changed with one cursor for each table. Throws StoreError, as all here.
+class EmployeeRecords {
+public:
+    explicit EmployeeRecords(Database& database) : database(database) {}
+
+    /// Makes the employee's records in every table of NewEmployeeTables, in that order, with their keys and these texts
+    /// set and all else null; the employer's own three only if they are not there yet.
+    void Make(const NewEmployee& employee, std::span<const RecordText> texts = {});
+    /// Writes texts to the records of an employee who is there.
+    void Change(std::string_view employer, std::string_view employee, std::span<const RecordText> texts);
+
+    /// Of the last Make: the tables in which it has made a record, and the one that it was about when it failed.
+    std::span<const std::string_view> Made() const { return made; }
+    std::string_view InHand() const { return inHand; }
+
+private:
+    Recordset& At(const TableLayout& table);
+
+    Database& database;
+    std::map<std::string_view, Recordset> tables;
+    std::set<std::string> employers; ///< whose records are there
+    std::vector<std::string_view> made;
+    std::string_view inHand;
 };
 
 /// The store failed, or refused a key, while the records of a new employee were made. Those made before stay: the text

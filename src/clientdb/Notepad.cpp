@@ -233,6 +233,21 @@ void Notepad::Ok()
         isStored = false;
 }
 
+std::optional<std::vector<Notepad::Written>> Notepad::WhatOkWrites(const Recordset& own)
+{
+    if (!MayStore())
+        return std::nullopt;
+    std::vector<Written> written;
+    for (const Entry& entry : entries)
+        if (!entry.field.empty())
+            written.push_back({table, entry.field, Reads(entry)});
+    for (const Result& result : Results(own))
+        if (result.stored || result.shown)
+            written.push_back(
+                {std::string(result.table), result.field, result.stored ? *result.stored : *result.shown});
+    return written;
+}
+
 bool Notepad::MayStore()
 {
     WorkOut();

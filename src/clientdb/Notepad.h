@@ -56,6 +56,13 @@ public:
     Shown WhereShown(std::string_view field) const;
     /// Lets the boxes show the tab of that number, as a click on it does.
     void ShowTab(int tab);
+    /// A field of a record of the employee or employer, and a text for it.
+    struct Written {
+        std::string table, field, text;
+    };
+    /// What Ok would write, to its own record and to those to which it hands its results; nothing where it refuses,
+    /// which has been told.
+    [[nodiscard]] std::optional<std::vector<Written>> WhatOkWrites(const Recordset& own);
     /// What the user has changed and Ok has not stored.
     std::vector<TypedEntries::Line> Typed() const;
 

@@ -157,6 +157,20 @@ std::optional<std::string> DesktopPlatform::AskFolder(const FolderQuestion& ques
     return dialog.selectedFiles().front().toStdString();
 }
 
+std::optional<std::string> DesktopPlatform::AskOpenFile(const OpenFileQuestion& question)
+{
+    QFileDialog dialog(host.FrontWindow(), look::Text(question.title));
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters(
+        {look::Text(question.filterName + " (" + question.filterPattern + ")"), QFileDialog::tr("All files (*)")});
+    if (!question.folder.empty())
+        dialog.setDirectory(look::Text(question.folder));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().front().toStdString();
+}
+
 bool DesktopPlatform::ShowPrinterSetup()
 {
     printers.Refresh();

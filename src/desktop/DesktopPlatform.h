@@ -24,6 +24,7 @@ public:
     void Beep() override;
     std::optional<std::string> AskSaveFile(const SaveFileQuestion& question) override;
     std::optional<std::string> AskFolder(const FolderQuestion& question) override;
+    std::optional<std::string> AskOpenFile(const OpenFileQuestion& question) override;
     bool ShowPrinterSetup() override;
     std::vector<std::string> Printers() override;
     PrintOutcome Print(const PrintRequest& request) override;

@@ -306,6 +306,23 @@ QFont AmountFont(int size)
     return font;
 }
 
+QColor TintOf(const QString& word)
+{
+    struct Tint {
+        const char* word;
+        QColor light, dark;
+    };
+    static const std::array<Tint, 3> tints{{
+        {"New", QColor(0xD9, 0xF2, 0xDC), QColor(0x1E, 0x3F, 0x24)},
+        {"Changed", QColor(0xFF, 0xF0, 0xC2), QColor(0x4A, 0x3C, 0x10)},
+        {"Faulty", QColor(0xFB, 0xD9, 0xD7), QColor(0x55, 0x22, 0x20)},
+    }};
+    for (const Tint& tint : tints)
+        if (word == QLatin1String(tint.word))
+            return ShadeInUse() == Shade::Dark ? tint.dark : tint.light;
+    return {};
+}
+
 const QPalette& EditPalette(bool writable)
 {
     static const auto make = [](Shade shade, bool typed) {

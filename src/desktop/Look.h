@@ -49,6 +49,10 @@ const QPalette& WholePalette(Shade shade);
 /// picture on its windows.
 void Dress();
 
+/// The ground of a table's line by the word in its first cell; none where the word has no colour. Words stand on it in
+/// the colour that they have on any other.
+QColor TintOf(const QString& word);
+
 /// Palette of a text box by whether it can be typed in.
 const QPalette& EditPalette(bool writable);
 

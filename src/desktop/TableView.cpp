@@ -41,7 +41,7 @@ std::string Cell(std::string_view entry, int column)
 /// The entries as the toolkit asks for them: a cell at a time.
 class TableView::Rows : public QAbstractTableModel {
 public:
-    using QAbstractTableModel::QAbstractTableModel;
+    Rows(bool tinted, QObject* parent) : QAbstractTableModel(parent), tinted(tinted) {}
 
     /// False if all is as it was.
     bool Take(const std::string& newCaptions, const std::vector<std::string>& newEntries)
@@ -94,6 +94,10 @@ public:
         const Caption& caption = captions[static_cast<std::size_t>(index.column())];
         if (role == Qt::TextAlignmentRole)
             return AlignmentOf(caption);
+        if (role == Qt::BackgroundRole && tinted) {
+            const QColor tint = look::TintOf(look::Text(Cell(entries[static_cast<std::size_t>(index.row())], 0)));
+            return tint.isValid() ? QVariant(tint) : QVariant();
+        }
         if (role != Qt::DisplayRole && role != Qt::ToolTipRole && role != Qt::AccessibleTextRole)
             return {};
         const QString text = look::Text(Cell(entries[static_cast<std::size_t>(index.row())], index.column()));
@@ -132,12 +136,14 @@ private:
         }
     }
 
+    bool tinted;
     std::string captionLine;
     std::vector<Caption> captions;
     std::vector<std::string> entries;
 };
 
-TableView::TableView(const quillmere::Box& box, QWidget* parent, Moved moved) : QTreeView(parent), rows(new Rows(this))
+TableView::TableView(const quillmere::Box& box, QWidget* parent, Moved moved)
+    : QTreeView(parent), rows(new Rows(box.IsTinted(), this))
 {
     setModel(rows);
     setRootIsDecorated(false);

@@ -29,7 +29,8 @@ Box::Box(Screen& screen, const BoxRow& row, std::string name, int index)
       monospaced(row.monospaced),
       computed(row.computed),
       ofEmployee(row.ofEmployee),
-      several(row.several)
+      several(row.several),
+      tinted(row.tinted)
 {
 }
 

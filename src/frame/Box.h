@@ -53,6 +53,7 @@ struct BoxRow {
     bool computed = false;   ///< looks worked out although it can be typed in: what is typed is overwritten
     bool ofEmployee = false; ///< of the main window: in use only while an employee is open
     bool several = false;    ///< several lines of a table can be chosen
+    bool tinted = false;     ///< the word in the first cell of a table's line gives the line its colour
 };
 
 /// The row of an amount box of a page, bound to the field of its own name.
@@ -105,6 +106,7 @@ public:
     const std::string& Columns() const { return columns; }
     void SetColumns(std::string_view newColumns);
     bool TakesSeveral() const { return several; }
+    bool IsTinted() const { return tinted; }
     const std::string& MovesIn() const { return movesIn; }
     /// Field of the record that the box is bound to; empty if none.
     const std::string& Field() const { return field; }
@@ -200,6 +202,7 @@ private:
     bool computed = false;
     bool ofEmployee = false;
     bool several = false;
+    bool tinted = false;
 };
 
 } // namespace quillmere

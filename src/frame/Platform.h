@@ -41,6 +41,14 @@ struct FolderQuestion {
     std::string proposedPath;
 };
 
+/// A dialog that asks which file to read.
+struct OpenFileQuestion {
+    std::string title;
+    std::string folder;        ///< where it begins to look; empty: wherever
+    std::string filterName;    ///< "Tables"
+    std::string filterPattern; ///< "*.csv *.txt"
+};
+
 /// Finished pages for a printer: the document as a PDF file whose pages stand in the order in which they are to come
 /// out.
 struct PrintRequest {
@@ -75,6 +83,8 @@ public:
     virtual std::optional<std::string> AskSaveFile(const SaveFileQuestion& question) = 0;
     /// The chosen folder; nothing if the user pressed Cancel.
     virtual std::optional<std::string> AskFolder(const FolderQuestion& question) = 0;
+    /// The same of a file that is there.
+    virtual std::optional<std::string> AskOpenFile(const OpenFileQuestion& question) = 0;
     /// The system's printer dialog. True if the user confirmed it.
     virtual bool ShowPrinterSetup() = 0;
     /// Names of the printers, the default one first; empty with no printer.

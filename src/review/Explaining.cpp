@@ -225,4 +225,19 @@ std::optional<BoxExplained> ExplainBox(const Session& session, const Screen& scr
     return told;
 }
 
+std::vector<WorkingLine> LinesOf(const BoxExplained& told)
+{
+    std::vector<WorkingLine> lines;
+    for (const ExplainedStep& step : told.chain.steps)
+        lines.push_back({step.Letter(), step.says, step.SumInWords(), step.result, step.source});
+    for (const ExplainedNote& note : told.chain.notes) {
+        const std::string_view words = WordsOf(note.rounding);
+        lines.push_back({"Note", note.says, words.empty() ? note.sum : fmt::format("{}, {}", note.sum, words),
+                         note.result, note.source, true});
+    }
+    for (const std::string& remark : told.remarks)
+        lines.push_back({"Note", remark, {}, {}, {}, true});
+    return lines;
+}
+
 } // namespace quillmere::review

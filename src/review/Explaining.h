@@ -23,4 +23,11 @@ struct BoxExplained {
 /// comes of it.
 std::optional<BoxExplained> ExplainBox(const Session& session, const Screen& screen, const Box& box);
 
+/// A line of what is told: a step, a note or a remark.
+struct WorkingLine {
+    std::string letter, says, sum, figure, source;
+    bool isNote = false;
+};
+std::vector<WorkingLine> LinesOf(const BoxExplained& told);
+
 } // namespace quillmere::review

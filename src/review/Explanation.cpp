@@ -31,29 +31,8 @@ constexpr std::string_view OtherThanHMRC = "HMRC has another figure";
 constexpr std::string_view OtherThanTold = "The box reads another figure";
 constexpr std::string_view NothingWorkedOut = "Nothing is worked out in this box";
 
-/// A line of the window: a step, a note or a remark.
-struct Line {
-    std::string letter, says, sum, figure, source;
-    bool isNote = false;
-};
-
-std::vector<Line> LinesOf(const BoxExplained& told)
-{
-    std::vector<Line> lines;
-    for (const ExplainedStep& step : told.chain.steps)
-        lines.push_back({step.Letter(), step.says, step.SumInWords(), step.result, step.source});
-    for (const ExplainedNote& note : told.chain.notes) {
-        const std::string_view words = WordsOf(note.rounding);
-        lines.push_back({"Note", note.says, words.empty() ? note.sum : fmt::format("{}, {}", note.sum, words),
-                         note.result, note.source, true});
-    }
-    for (const std::string& remark : told.remarks)
-        lines.push_back({"Note", remark, {}, {}, {}, true});
-    return lines;
-}
-
 /// A line of the table. The words of a note, which are long, come last.
-std::string EntryOf(const Line& line)
+std::string EntryOf(const WorkingLine& line)
 {
     if (!line.isNote)
         return fmt::format("{}\t{}\t{}\t{}\t{}", line.letter, line.says, line.sum, line.figure, line.source);
@@ -62,7 +41,7 @@ std::string EntryOf(const Line& line)
 }
 
 /// A line as a sentence.
-std::string Sentence(const Line& line)
+std::string Sentence(const WorkingLine& line)
 {
     std::string text = line.letter.empty() ? line.says : fmt::format("{}: {}", line.letter, line.says);
     if (!line.sum.empty())
@@ -91,7 +70,7 @@ void Explanation::Tell(const BoxExplained& newTold, std::string_view newSubject)
     told = newTold;
     subject = newSubject;
     std::vector<std::string> entries;
-    for (const Line& line : LinesOf(told))
+    for (const WorkingLine& line : LinesOf(told))
         entries.push_back(EntryOf(line));
     box("Heading").SetText(told.heading);
     box("Steps").SetEntries(std::move(entries));
@@ -103,13 +82,13 @@ void Explanation::Tell(const BoxExplained& newTold, std::string_view newSubject)
 /// The chosen line in full, and all notes while that is the result.
 void Explanation::ShowWords()
 {
-    const std::vector<Line> lines = LinesOf(told);
+    const std::vector<WorkingLine> lines = LinesOf(told);
     const int chosen = box("Steps").Selected();
     if (chosen < 0)
         return box("Words").SetText({});
     std::string words = Sentence(lines.at(static_cast<std::size_t>(chosen)));
     if (chosen + 1 == static_cast<int>(told.chain.steps.size()))
-        for (const Line& line : lines)
+        for (const WorkingLine& line : lines)
             if (line.isNote)
                 words += "\n" + Sentence(line);
     box("Words").SetText(words);
@@ -118,7 +97,7 @@ void Explanation::ShowWords()
 std::string Explanation::AsText() const
 {
     std::string text = fmt::format("{}\n{}\n", told.heading, subject);
-    for (const Line& line : LinesOf(told))
+    for (const WorkingLine& line : LinesOf(told))
         text += fmt::format("{}\t{}\t{}\t{}\t{}\n", line.letter, line.says, line.sum, line.figure, line.source);
     return text;
 }
@@ -135,7 +114,7 @@ PrintedTable Explanation::AsTable() const
                                    {.caption = "Figure", .width = 3, .figure = true},
                                    {.caption = "Source", .width = 5}},
                        .rows = {}};
-    for (const Line& line : LinesOf(told))
+    for (const WorkingLine& line : LinesOf(told))
         table.rows.push_back({line.letter, line.says, line.sum, line.figure, line.source});
     return table;
 }

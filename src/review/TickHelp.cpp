@@ -39,6 +39,7 @@ constexpr auto Rows = std::to_array<TickHelp>({
     {"EmployeeList EmployerList PrePrint TransferList", "ListSorted", "The names show from A to Z; the order in which they are kept and printed stays as it is."},
     {"ChangeHistory CheckList", "Scope", "Whose forms are looked at."},
     {"LastYearSheet", "LastYearScope", "Whose years are compared."},
+    {"ExportTable", "ExportWhat", "What is written to the file, with the names of the columns in its first row."},
     {"PrePrint", "AllSch", "Ticks all schedules, or none of them."},
     {"PrePrint", "SchTick", "The working papers of this section are printed with each employee's document."},
     {"PrePrint", "P11D", "The form itself is printed for each employee. It takes the P11D(b) along."},

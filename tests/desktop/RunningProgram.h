@@ -35,6 +35,11 @@ public:
         session.CurrentEmployer = "Acme Ltd";
         session.CurrentEmployee = "Jane Smith";
 
+        // A table to be taken over, with a row of each kind.
+        door.openPath = (folder.path / "staff.csv").string();
+        std::ofstream(*door.openPath) << "First names,Surname,NI number,Shoe size\nJane,Smith,AB123456C,5\n"
+                                         "John,Brown,,9\nZoe,Adams,XX,4\nJane,Smith,,5\n";
+
         const std::filesystem::path priorFolder = PriorProgramFolderOf(session.programFolder);
         std::filesystem::create_directories(priorFolder);
         std::ofstream(priorFolder / SettingsFileName)

@@ -91,6 +91,17 @@ std::optional<std::string> ScriptedPlatform::AskPath(const std::string& title, c
     return proposed;
 }
 
+std::optional<std::string> ScriptedPlatform::AskOpenFile(const OpenFileQuestion& question)
+{
+    StandInFront();
+    unseen.push_back({question.title, "", line});
+    bool isPath = false;
+    const std::string answer = Answered(question.title, {"cancel"}, "cancel", true, isPath);
+    if (!isPath)
+        return std::nullopt;
+    return (programFolder / answer).lexically_normal().string();
+}
+
 bool ScriptedPlatform::ShowPrinterSetup()
 {
     StandInFront();

@@ -39,6 +39,7 @@ public:
     void Beep() override { ++beeps; }
     std::optional<std::string> AskSaveFile(const SaveFileQuestion& question) override;
     std::optional<std::string> AskFolder(const FolderQuestion& question) override;
+    std::optional<std::string> AskOpenFile(const OpenFileQuestion& question) override;
     bool ShowPrinterSetup() override;
     std::vector<std::string> Printers() override { return printers; }
     PrintOutcome Print(const PrintRequest& request) override;

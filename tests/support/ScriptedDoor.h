@@ -29,6 +29,7 @@ public:
     void Beep() override { ++beeps; }
     std::optional<std::string> AskSaveFile(const SaveFileQuestion&) override { return savePath; }
     std::optional<std::string> AskFolder(const FolderQuestion&) override { return folderPath; }
+    std::optional<std::string> AskOpenFile(const OpenFileQuestion&) override { return openPath; }
     bool ShowPrinterSetup() override { return false; }
     std::vector<std::string> Printers() override { return printers; }
     PrintOutcome Print(const PrintRequest& request) override
@@ -71,6 +72,7 @@ public:
     std::deque<Answer> answers;
     std::optional<std::string> savePath;
     std::optional<std::string> folderPath;
+    std::optional<std::string> openPath;
     std::vector<std::string> printers;
     std::vector<PrintRequest> printed;
     PrintOutcome printOutcome = PrintOutcome::Sent;

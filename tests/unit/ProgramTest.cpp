@@ -310,6 +310,8 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"File", "ExitOpt", "Exit"},
         {"File", "mnuFind", "Find Employee..."},
         {"File", "mnuLastBatch", "Last Batch..."},
+        {"File", "mnuImport", "Import..."},
+        {"File", "mnuExport", "Export..."},
         {"File", "mnuRecent", "", true, 1, false},
         {"File", "mnuRecent", "", true, 2, false},
         {"File", "mnuRecent", "", true, 3, false},

@@ -40,6 +40,35 @@ Layout OverviewList()
     return layout;
 }
 
+Layout ExportTable()
+{
+    Layout layout{.width = 560, .height = 290};
+    for (int what = 0; what < 5; ++what)
+        layout.PlaceAt("ExportWhat", what, 16, 14 + what * 30, 528, 26);
+    layout.Text(16, 178, 80, "Employer:", {.size = 13});
+    layout.Place("ExportEmployer", 100, 174, 444, 26);
+    layout.Place("ExportWords", 16, 212, 528, 26);
+    ButtonRow(layout, 544, 248, std::to_array<std::string_view>({"ExportSave", "ExportClose"}));
+    return layout;
+}
+
+Layout ImportTable()
+{
+    constexpr int Width = 980;
+    Layout layout{.width = Width, .height = 520, .growing = "ImportRows"};
+    layout.Place("ImportFile", 16, 12, 470);
+    layout.Text(486, 13, 210, "Employer of rows that name none:", {.size = 13});
+    layout.Place("ImportEmployer", 700, 10, Width - 716, 26);
+    layout.Place("ImportColumns", 16, 44, 660, 150);
+    layout.Text(692, 44, 270, "The chosen column goes to:", {.size = 13});
+    layout.Place("ImportTarget", 692, 68, Width - 708, 26);
+    layout.Place("ImportRows", 16, 206, Width - 32, 222);
+    layout.Place("ImportWords", 16, 434, Width - 32, 40);
+    layout.Place("ImportCounts", 16, 486, 600);
+    ButtonRow(layout, Width - 16, 482, std::to_array<std::string_view>({"ImportGo", "ImportCancel"}));
+    return layout;
+}
+
 Layout SafetyCopies()
 {
     Layout layout{.width = 820, .height = 430, .growing = "Copies"};

@@ -28,6 +28,8 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"LastYearSheet", layouts::LastYearSheet},
     {"OverviewList", layouts::OverviewList},
     {"ChangeHistory", layouts::ChangeHistory},
+    {"ExportTable", layouts::ExportTable},
+    {"ImportTable", layouts::ImportTable},
     {"SafetyCopies", layouts::SafetyCopies},
     {"TypedStrip", layouts::TypedStrip},
     {"TypedList", layouts::TypedList},

@@ -25,6 +25,8 @@ Layout About();
 Layout LastYearSheet();
 Layout OverviewList();
 Layout ChangeHistory();
+Layout ExportTable();
+Layout ImportTable();
 Layout SafetyCopies();
 Layout TypedStrip();
 Layout TypedList();
