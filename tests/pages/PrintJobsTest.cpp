@@ -25,13 +25,6 @@ using test::TextsOf;
 constexpr std::string_view Employer = "Marlow & Sons Ltd";
 constexpr std::string_view Employee = "Jane Smith";
 
-/// The tables in which an employee's papers find what they print.
-constexpr auto EmployeeTables = std::to_array<std::string_view>({
-    "P11D",      "ExtraCars", "ANotepad",  "BNotepad",  "CNotepad",  "DNotepad",  "ENotepad",  "GNotepad",
-    "HNotepad",  "INotepad",  "JNotepad",  "KNotepad",  "LNotepad",  "NNotepad1", "NNotepad2", "NNotepad3",
-    "ONotepad1", "ONotepad2", "ONotepad3", "ONotepad4", "ONotepad5", "ONotepad6",
-});
-
 /// A page in one line: the bookmarks that lie on it.
 std::string Contents(const Document& document)
 {
@@ -69,11 +62,7 @@ protected:
     {
         desk.Set(table, Employer, Employee, field, text);
     }
-    void FillAll()
-    {
-        for (const std::string_view table : EmployeeTables)
-            desk.Fill(table, Employer, Employee);
-    }
+    void FillAll() { desk.FillAll(Employer, Employee); }
     std::shared_ptr<const Document> PrintSingle(PrintedDocument document = PrintedDocument::Employee)
     {
         PrintEmployeeJob(desk.session, desk.printing, Employer, Employee, document);

@@ -90,6 +90,22 @@ public:
         FillRecord(records, table);
     }
 
+    /// Fills every record in which the employee's papers find what they print.
+    void FillAll(std::string_view employer, std::string_view employee)
+    {
+        for (const std::string_view table :
+             {"P11D",      "ExtraCars", "ANotepad",  "BNotepad",  "CNotepad",  "DNotepad",  "ENotepad",  "GNotepad",
+              "HNotepad",  "INotepad",  "JNotepad",  "KNotepad",  "LNotepad",  "NNotepad1", "NNotepad2", "NNotepad3",
+              "ONotepad1", "ONotepad2", "ONotepad3", "ONotepad4", "ONotepad5", "ONotepad6"})
+            Fill(table, employer, employee);
+    }
+    /// And those of the employer's declaration.
+    void FillDeclaration(std::string_view employer)
+    {
+        for (const std::string_view table : {"P11DB", "P11DBNotepad1", "P11DBNotepad2"})
+            Fill(table, employer, {});
+    }
+
     /// The same for the record on which a cursor of the table stands.
     static void FillRecord(Recordset& records, std::string_view table)
     {
