@@ -52,6 +52,7 @@ public:
     }
 
 private:
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): it is what the interface says of an encoding that it does not know.
     bool IsOpen() const { return handle != reinterpret_cast<iconv_t>(-1); }
     iconv_t handle;
 };

@@ -169,7 +169,7 @@ std::string OneLine(std::string_view cell)
 
 std::string Entry(const Box& box, std::string_view cell)
 {
-    const std::string text = OneLine(cell);
+    std::string text = OneLine(cell);
     if (text.empty())
         return text;
     if (box.Kind() == BoxKind::Tick)
