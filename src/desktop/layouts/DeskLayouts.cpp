@@ -85,7 +85,8 @@ Layout DamagedDatabase()
     layout.Place("Offer", 16, 30, 748);
     layout.Place("Faults", 16, 56, 748, 142);
     ButtonRow(layout, 764, 204,
-              std::to_array<std::string_view>({"DamagedPutBack", "DamagedSalvage", "DamagedCopies", "DamagedClose"}));
+              std::to_array<std::string_view>({"DamagedPutBack", "DamagedSalvage", "DamagedCopies", "DamagedClose"}),
+              120);
     return layout;
 }
 
@@ -115,10 +116,10 @@ Layout Explanation()
 Layout HelpBook()
 {
     Layout layout{.width = 920, .height = 510};
-    layout.Text(16, 14, 240, "Look for:");
-    layout.Place("HelpSought", 16, 36, 240, 26);
-    layout.Place("HelpContents", 16, 72, 240, 424);
-    layout.Place("HelpText", 272, 14, 632, 442);
+    layout.Text(16, 14, 272, "Look for:");
+    layout.Place("HelpSought", 16, 36, 272, 26);
+    layout.Place("HelpContents", 16, 72, 272, 424);
+    layout.Place("HelpText", 304, 14, 600, 442);
     ButtonRow(layout, 904, 468, std::to_array<std::string_view>({"HelpClose"}));
     return layout;
 }

@@ -6,12 +6,12 @@
 
 namespace quillmere::layouts {
 
-void ButtonRow(Layout& layout, int right, int y, std::span<const std::string_view> buttons)
+void ButtonRow(Layout& layout, int right, int y, std::span<const std::string_view> buttons, int width)
 {
-    int x = right + ButtonGap - static_cast<int>(buttons.size()) * (ButtonWidth + ButtonGap);
+    int x = right + ButtonGap - static_cast<int>(buttons.size()) * (width + ButtonGap);
     for (const std::string_view button : buttons) {
-        layout.Place(button, x, y, ButtonWidth, ButtonHeight);
-        x += ButtonWidth + ButtonGap;
+        layout.Place(button, x, y, width, ButtonHeight);
+        x += width + ButtonGap;
     }
 }
 

@@ -14,7 +14,7 @@ inline constexpr int ButtonWidth = 96, ButtonHeight = 28, ButtonGap = 8;
 inline constexpr auto OkDeleteCancel = std::to_array<std::string_view>({"Ok", "Delete", "Cancel"});
 
 /// Buttons side by side, of which the last ends at `right`.
-void ButtonRow(Layout& layout, int right, int y, std::span<const std::string_view> buttons);
+void ButtonRow(Layout& layout, int right, int y, std::span<const std::string_view> buttons, int width = ButtonWidth);
 /// One button, ending at `right`.
 void Button(Layout& layout, int right, int y, std::string_view button);
 /// Cancel at the end, and before it the buttons of which one is shown at a time.
