@@ -4,6 +4,7 @@
 #include "desktop/MainWindow.h"
 #include "desktop/PreviewWindow.h"
 #include "desktop/ScreenWindow.h"
+#include "desktop/SpokenRoles.h"
 #include "desktop/layouts/Layout.h"
 #include "printing/jobs/frmVSPrint.h"
 
@@ -19,6 +20,7 @@ namespace quillmere {
 DesktopHost::DesktopHost() : context(std::make_unique<QObject>())
 {
     look::Dress();
+    TellRoles();
 }
 
 DesktopHost::~DesktopHost() = default;

@@ -13,6 +13,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <cmath>
 
 namespace quillmere {
 
@@ -67,10 +68,8 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
         widget->setGeometry(place.x, place.y - top, place.width, place.height);
         if (place.look)
             widget->setFont(look::CaptionFont(*place.look));
-        const std::string& spoken = !place.spoken.empty()   ? place.spoken
-                                    : !box.Spoken().empty() ? box.Spoken()
-                                                            : box.Text();
-        widget->setAccessibleName(look::Text(spoken));
+        // What has neither is spoken by its caption, as that reads at the time.
+        widget->setAccessibleName(look::Text(!place.spoken.empty() ? place.spoken : box.Spoken()));
         Adopt(box, *widget);
     }
     scroll->setWidget(form);
@@ -83,7 +82,9 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
     CaptionChanged();
     screen.SetView(this);
 
-    const QSize wanted(layout.width, layout.height);
+    // At a scale between whole ones the window system may give a pixel less than was asked for.
+    const int spare = devicePixelRatioF() == std::floor(devicePixelRatioF()) ? 0 : 1;
+    const QSize wanted(layout.width + spare, layout.height + spare);
     const QSize room = QGuiApplication::primaryScreen()->availableSize() - QSize(20, 60);
     const bool tall = wanted.height() > room.height();
     resize(std::min(wanted.width() + (tall ? scroll->verticalScrollBar()->sizeHint().width() : 0), room.width()),

@@ -8,6 +8,7 @@
 #include "desktop/layouts/Layout.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -201,6 +202,21 @@ TEST_F(Hands, NeverTypeAmongTheBlanksInFrontOfAFigure)
     EXPECT_EQ(edit.selectedText(), "500.00");
     QTest::keyClick(&edit, Qt::Key_Delete);
     EXPECT_EQ(box.Text(), "");
+}
+
+TEST_F(Hands, TickByAScreenReaderAsByTheMouse)
+{
+    Screen& page = Open("Form3");
+    Box& director = page.box("DirectorTick");
+    auto& tick = WidgetOf<QAbstractButton>(page, "DirectorTick");
+    QAccessibleActionInterface& spoken = *QAccessible::queryAccessibleInterface(&tick)->actionInterface();
+    for (const QString& action : {spoken.toggleAction(), spoken.pressAction()}) {
+        const bool before = director.Ticked();
+        spoken.doAction(action);
+        QCoreApplication::processEvents();
+        EXPECT_NE(director.Ticked(), before) << action.toStdString();
+        EXPECT_EQ(tick.isChecked(), director.Ticked()) << action.toStdString();
+    }
 }
 
 TEST_F(Hands, BringTheOldTextBackByEscapeBeforeItCloses)

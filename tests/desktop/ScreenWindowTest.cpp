@@ -8,6 +8,7 @@
 #include "desktop/MainWindow.h"
 #include "desktop/layouts/Layout.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QScrollArea>
@@ -28,6 +29,16 @@ using test::RunningProgram;
 bool IsGround(const Box& box)
 {
     return box.Kind() == BoxKind::Frame || box.Kind() == BoxKind::Surface;
+}
+
+QAccessibleInterface& Spoken(QWidget& widget)
+{
+    return *QAccessible::queryAccessibleInterface(&widget);
+}
+
+QString SpokenName(QWidget& widget)
+{
+    return Spoken(widget).text(QAccessible::Name);
 }
 
 TEST_P(EveryScreen, PlacesEveryControlThatCanShow)
@@ -83,16 +94,35 @@ TEST_P(EveryScreen, NamesEveryControlThatTakesTheFocus)
     ASSERT_NO_FATAL_FAILURE(Open());
     std::set<QString> names;
     for (const auto& box : screen->Boxes()) {
-        const QWidget* widget = WidgetOf(*box);
+        QWidget* widget = WidgetOf(*box);
         if (widget == nullptr || widget->focusPolicy() == Qt::NoFocus)
             continue;
-        EXPECT_FALSE(widget->accessibleName().trimmed().isEmpty()) << box->FullName();
+        EXPECT_FALSE(SpokenName(*widget).trimmed().isEmpty()) << box->FullName();
         if (box->Kind() == BoxKind::Picture) {
             EXPECT_FALSE(widget->toolTip().isEmpty()) << box->FullName();
         }
         if (box->Kind() == BoxKind::Text && box->Visible()) {
-            EXPECT_TRUE(names.insert(widget->accessibleName()).second)
-                << widget->accessibleName().toStdString() << " is the name of two boxes";
+            EXPECT_TRUE(names.insert(SpokenName(*widget)).second)
+                << SpokenName(*widget).toStdString() << " is the name of two boxes";
+        }
+    }
+}
+
+TEST_P(EveryScreen, TellsAScreenReaderWhatEachOfItsPartsIs)
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    QWidget& window = *running.host.WindowOf(*screen);
+    EXPECT_EQ(Spoken(window).role(), window.isWindow() ? QAccessible::Dialog : QAccessible::Grouping);
+    for (const auto& box : screen->Boxes()) {
+        QWidget* widget = WidgetOf(*box);
+        if (widget == nullptr)
+            continue;
+        if (box->Kind() == BoxKind::Option) {
+            EXPECT_EQ(Spoken(*widget).role(), QAccessible::RadioButton) << box->FullName();
+            EXPECT_EQ(Spoken(*widget).state().checked, box->Ticked()) << box->FullName();
+        }
+        if (box->Kind() == BoxKind::Button || box->Kind() == BoxKind::Option || box->Kind() == BoxKind::Tick) {
+            EXPECT_FALSE(SpokenName(*widget).contains('&')) << box->FullName();
         }
     }
 }
