@@ -140,7 +140,7 @@ struct Program {
         Register<JNotepad>("JNotepad");
         if (windows) {
             session.screens.SetHost(&host);
-            host.SetScreens(&session.screens);
+            host.SetSession(&session);
         }
     }
     ~Program() { session.screens.Abandon(); }

@@ -50,7 +50,7 @@ struct Run {
         : platform(host),
           program(platform, &host, {.programFolder = folder.Program(), .resourceFolder = QUILLMERE_RESOURCES})
     {
-        host.SetScreens(&program.TheSession().screens);
+        host.SetSession(&program.TheSession());
         program.Main();
     }
     DesktopHost host;

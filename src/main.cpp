@@ -25,7 +25,7 @@ int main(int argumentCount, char** arguments)
     if (argumentCount > 1)
         places.database = arguments[1];
     Program program(platform, &host, std::move(places));
-    host.SetScreens(&program.TheSession().screens);
+    host.SetSession(&program.TheSession());
     const SystemClose systemClose(program);
     if (!program.Main())
         return 1;

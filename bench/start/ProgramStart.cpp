@@ -13,7 +13,7 @@ int main(int argumentCount, char** arguments)
     DesktopHost host;
     DesktopPlatform platform(host);
     Program program(platform, &host, {.programFolder = arguments[1], .resourceFolder = QUILLMERE_RESOURCES});
-    host.SetScreens(&program.TheSession().screens);
+    host.SetSession(&program.TheSession());
     if (!program.Main())
         return 1;
     return QApplication::exec();

@@ -1,5 +1,7 @@
 #include "desktop/BoxWidgets.h"
 
+#include "desktop/Look.h"
+
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -40,6 +42,29 @@ void BoxEdit::SelectWhole()
 {
     const int from = HoldsFigure() ? Padding() : 0;
     setSelection(from, static_cast<int>(text().size()) - from);
+}
+
+void BoxEdit::MarkEnd(std::size_t characters)
+{
+    if (std::exchange(marked, characters) != characters)
+        update();
+}
+
+void BoxEdit::paintEvent(QPaintEvent* event)
+{
+    QLineEdit::paintEvent(event);
+    if (marked == 0)
+        return;
+    const std::u32string whole = text().toStdU32String();
+    const QString fits = QString::fromStdU32String(whole.substr(0, whole.size() - std::min(marked, whole.size())));
+    const QFontMetrics metrics = fontMetrics();
+    // The caret tells how far the text has been moved to keep it in sight.
+    const QRect caret = cursorRect();
+    const int start = caret.center().x() - metrics.horizontalAdvance(text().left(cursorPosition()));
+    constexpr int Thickness = 2;
+    const QRect line(QPoint(start + metrics.horizontalAdvance(fits), caret.bottom() - Thickness),
+                     QPoint(start + metrics.horizontalAdvance(text()), caret.bottom() - 1));
+    QPainter(this).fillRect(line & contentsRect(), look::TonesInUse().fault);
 }
 
 bool BoxEdit::event(QEvent* event)

@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 
+#include <cstddef>
 #include <functional>
 
 namespace quillmere {
@@ -23,9 +24,13 @@ public:
     bool HoldsFigure() const { return holds == Holds::Figure; }
     /// Chooses the whole text, of a figure without its padding.
     void SelectWhole();
+    /// Underlines so many characters at the end of the text: what has no room where it is to stand.
+    void MarkEnd(std::size_t characters);
+    std::size_t MarkedAtEnd() const { return marked; }
 
 protected:
     bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -37,6 +42,7 @@ private:
 
     Holds holds;
     QString kept;
+    std::size_t marked = 0;      ///< characters at the end
     bool choosesByPress = false; ///< the press that brings the focus, until the button is let go
 };
 

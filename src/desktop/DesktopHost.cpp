@@ -7,6 +7,7 @@
 #include "desktop/SpokenRoles.h"
 #include "desktop/layouts/Layout.h"
 #include "printing/jobs/frmVSPrint.h"
+#include "review/Paper.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -43,6 +44,8 @@ void DesktopHost::Show(Screen& screen)
         window = std::make_unique<ScreenWindow>(screen, ParentOf(screen));
     if (made)
         window->SetHelp([this] { ShowHelp(); });
+    if (made && session != nullptr)
+        window->SetCut([this, &screen](const Box& box) { return review::CutOnPaper(*session, screen, box); });
     if (page) {
         mainWindow->ShowPage(*window);
     } else if (IsAtFoot(screen.Mode()) && mainWindow != nullptr) {
@@ -150,18 +153,18 @@ void DesktopHost::ActivateNext()
 /// Help is opened anew, so that it is about the box in which it is asked for.
 void DesktopHost::ShowHelp()
 {
-    if (screens == nullptr)
+    if (session == nullptr)
         return;
-    const Screens::EventScope scope(*screens);
-    screens->Unload("HelpBook");
-    screens->Show("HelpBook");
+    const Screens::EventScope scope(session->screens);
+    session->screens.Unload("HelpBook");
+    session->screens.Show("HelpBook");
 }
 
 void DesktopHost::WorkWaiting()
 {
     QTimer::singleShot(0, context.get(), [this] {
-        if (screens != nullptr)
-            screens->RunDeferred();
+        if (session != nullptr)
+            session->screens.RunDeferred();
     });
 }
 

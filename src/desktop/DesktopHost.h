@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/Screens.h"
+#include "frame/Session.h"
 
 #include <QSize>
 
@@ -29,8 +29,8 @@ public:
     void Close(Screen& screen) override;
     void WorkWaiting() override;
 
-    /// The screens whose deferred work RunDeferred does; set once the program is made.
-    void SetScreens(Screens* newScreens) { screens = newScreens; }
+    /// Whose deferred work it does, and whose paper texts are held against; set once the program is made.
+    void SetSession(Session* newSession) { session = newSession; }
     /// The window of a screen, and the widget of one of its controls (object name "Screen.Control" or
     /// "Screen.Control(3)"); nothing if there is none.
     QWidget* WindowOf(const Screen& screen) const;
@@ -53,7 +53,7 @@ private:
     std::unique_ptr<MainWindow> mainWindow;
     Windows windows;
     std::map<std::string, QSize> sizes; ///< of windows that the user may make larger, as they were when they closed
-    Screens* screens = nullptr;
+    Session* session = nullptr;
 };
 
 } // namespace quillmere

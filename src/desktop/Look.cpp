@@ -248,7 +248,8 @@ const Tones& TonesOf(Shade shade)
                              .letter = QColor(0x00, 0x00, 0x00),
                              .letterInk = QColor(0xFF, 0xFF, 0xFF),
                              .desk = QColor(0xC9, 0xCE, 0xD4),
-                             .deskInk = QColor(0x3C, 0x43, 0x4C)};
+                             .deskInk = QColor(0x3C, 0x43, 0x4C),
+                             .fault = QColor(0xD0, 0x1C, 0x1C)};
     static const Tones dark{.ground = QColor(0x24, 0x27, 0x2B),
                             .panel = QColor(0x2E, 0x32, 0x38),
                             .sheet = QColor(0x3B, 0x41, 0x49),
@@ -259,7 +260,8 @@ const Tones& TonesOf(Shade shade)
                             .letter = QColor(0xDD, 0xE0, 0xE5),
                             .letterInk = QColor(0x12, 0x14, 0x16),
                             .desk = QColor(0x3A, 0x40, 0x48),
-                            .deskInk = QColor(0xD2, 0xD7, 0xDE)};
+                            .deskInk = QColor(0xD2, 0xD7, 0xDE),
+                            .fault = QColor(0xFF, 0x6B, 0x6B)};
     return shade == Shade::Dark ? dark : light;
 }
 

@@ -28,6 +28,7 @@ struct Tones {
     QColor frame;             ///< the line round a group
     QColor letter, letterInk; ///< a section's letter, a box's number
     QColor desk, deskInk;     ///< what lies behind the pages
+    QColor fault;             ///< under what will not print
 };
 
 enum class Shade { Light, Dark };

@@ -126,6 +126,7 @@ void ScreenWindow::Typed(Box& box, BoxEdit& edit)
             edit.setCursorPosition(unitsOf(0, caret));
     }
     box.AcceptTyped(shown.toStdString());
+    MarkCut(box, edit);
     if (now != before)
         screen.Typed(box);
 }

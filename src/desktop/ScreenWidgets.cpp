@@ -249,6 +249,20 @@ QWidget* ScreenWindow::MakeTabs(Box& box, QWidget* parent)
     return tabs;
 }
 
+void ScreenWindow::SetCut(std::function<std::size_t(const Box&)> newCut)
+{
+    cut = std::move(newCut);
+    for (const auto& [box, widget] : widgets)
+        if (box->Kind() == BoxKind::Text)
+            MarkCut(*box, *static_cast<BoxEdit*>(widget));
+}
+
+void ScreenWindow::MarkCut(const Box& box, BoxEdit& edit) const
+{
+    if (cut)
+        edit.MarkEnd(cut(box));
+}
+
 void ScreenWindow::BoxChanged(const Box& box)
 {
     const auto found = widgets.find(&box);
@@ -264,6 +278,7 @@ void ScreenWindow::BoxChanged(const Box& box)
     switch (box.Kind()) {
     case BoxKind::Text:
         ShowText(*static_cast<BoxEdit*>(widget), box);
+        MarkCut(box, *static_cast<BoxEdit*>(widget));
         break;
     case BoxKind::Tick:
     case BoxKind::Option: {

@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+#include <cstddef>
 #include <functional>
 #include <unordered_map>
 #include <vector>
@@ -35,6 +36,8 @@ public:
     virtual void Detach();
     /// What F1 does here: the box in use stays so.
     void SetHelp(std::function<void()> newHelp) { showHelp = std::move(newHelp); }
+    /// Who says how many characters at the end of a box's text do not print: those are marked.
+    void SetCut(std::function<std::size_t(const Box&)> newCut);
     /// Puts the focus in the first control that takes it.
     void FocusFirst();
     /// Puts the focus back in the field in which the user was last.
@@ -67,6 +70,7 @@ private:
     QWidget* MakeButton(Box& box, QWidget* parent);
     QWidget* MakeTabs(Box& box, QWidget* parent);
     void Typed(Box& box, BoxEdit& edit);
+    void MarkCut(const Box& box, BoxEdit& edit) const;
     void BringInSight(QWidget& widget, Qt::FocusReason reason);
     void LeaveForOther(Box& box);
     void CompleteClick(QObject& pressed, const QMouseEvent& press);
@@ -87,6 +91,7 @@ private:
 
     Screen& screen;
     std::function<void()> showHelp;
+    std::function<std::size_t(const Box&)> cut;
     const Layout& layout;
     Growth growth;
     QWidget* header = nullptr;

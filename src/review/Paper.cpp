@@ -1,5 +1,6 @@
 #include "review/Paper.h"
 
+#include "frame/Text.h"
 #include "printing/forms/CarSection.h"
 #include "printing/forms/P11DPages.h"
 #include "review/CheckParts.h"
@@ -73,23 +74,37 @@ Paper::Paper(const Settings& settings, Platform& platform) : engine(platform), p
 {
     page.vsBindEngine(engine);
     BeginValues(page);
+    widest = page.vsTextWidth("@");
 }
 
 PaperFacts Paper::Cut(const FormFacts& form) const
 {
     const BoxedTextList& boxes = BoxedTexts();
-    // Most texts are so short that nothing of them needs measuring.
-    const double widest = page.vsTextWidth("@");
     PaperFacts cut;
-    for (std::size_t i = 0; i < boxes.texts.size(); ++i) {
-        const BoxedText& box = boxes.texts[i];
-        const std::string_view text = form.boxed[i];
-        if (static_cast<double>(text.size()) * widest <= box.room)
-            continue;
-        if (std::string prints = FittingText(page, text, box.room); prints != text)
-            cut.push_back({.field = box.field, .prints = std::move(prints)});
-    }
+    for (std::size_t i = 0; i < boxes.texts.size(); ++i)
+        if (std::string_view text = form.boxed[i]; !text.empty())
+            if (std::string prints = Printing(boxes.texts[i], text); prints != text)
+                cut.push_back({.field = boxes.texts[i].field, .prints = std::move(prints)});
     return cut;
+}
+
+std::string Paper::Printing(const BoxedText& box, std::string_view text) const
+{
+    // Most texts are so short that nothing of them needs measuring.
+    const bool surelyFits = static_cast<double>(text.size()) * widest <= box.room;
+    return surelyFits ? std::string(text) : FittingText(page, text, box.room);
+}
+
+std::size_t CutOnPaper(const Session& session, const Screen& screen, const Box& box)
+{
+    constexpr auto OfTheForm = std::to_array<std::string_view>({Page1, Page2, "Form3_4", "Form5_6"});
+    const std::vector<BoxedText>& texts = BoxedTexts().texts;
+    const auto boxed = std::ranges::find(texts, box.Field(), &BoxedText::field);
+    if (box.Empty() || box.IsAmount() || boxed == texts.end() ||
+        std::ranges::find(OfTheForm, screen.Name()) == OfTheForm.end())
+        return 0;
+    const Paper paper(session.settings, session.platform);
+    return Length(box.Text()) - Length(paper.Printing(*boxed, box.Text()));
 }
 
 } // namespace quillmere::review

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "frame/Session.h"
 #include "printing/forms/FormTables.h"
 #include "printing/paper/PageEngine.h"
 #include "printing/paper/PageLayer.h"
 #include "review/Checks.h"
 
 #include <cstddef>
+#include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillmere::review {
@@ -27,9 +30,17 @@ public:
     /// The texts of the form and of its further cars that are cut at the edges of their boxes.
     PaperFacts Cut(const FormFacts& form) const;
 
+    /// As much of a text, from its beginning, as prints in its box.
+    std::string Printing(const BoxedText& box, std::string_view text) const;
+
 private:
     PageEngine engine;
     PageLayer page;
+    double widest; ///< of a byte of any text
 };
+
+/// How many characters at the end of what a box reads have no room on the paper of the form; 0 for a box that does not
+/// print, or whose text is never cut.
+std::size_t CutOnPaper(const Session& session, const Screen& screen, const Box& box);
 
 } // namespace quillmere::review

@@ -4,6 +4,7 @@
 #include "frame/CloseAll.h"
 #include "frame/Dates.h"
 #include "frame/Text.h"
+#include "review/Paper.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -86,7 +87,7 @@ bool StatusTalk::StillSays(std::string_view words) const
 void StatusTalk::Entered(const Screen& screen, const Box& box)
 {
     if (Box* panel = session.screens.FindBox("MDIForm1", "StatusBox"))
-        panel->SetText(LineOf(screen, box));
+        panel->SetText(LineNow(screen, box));
 }
 
 void StatusTalk::Left(const Screen& screen, const Box& left, std::span<const Rewritten> rewritten)
@@ -101,16 +102,28 @@ void StatusTalk::Left(const Screen& screen, const Box& left, std::span<const Rew
     saidOfBox = words;
 }
 
-void StatusTalk::Closed()
+/// The line about a box, with a word about what of its text the paper has no room for.
+std::string StatusTalk::LineNow(const Screen& screen, const Box& box) const
 {
-    // The window below has its box in use as before.
+    const std::string line = LineOf(screen, box);
+    const std::size_t cut = CutOnPaper(session, screen, box);
+    if (cut == 0)
+        return line;
+    const std::string words =
+        cut == 1 ? "The last character does not print" : fmt::format("The last {} characters do not print", cut);
+    return line.empty() ? words : fmt::format("{}; {}", words, line);
+}
+
+/// Once a window has closed, the one below it has its box in use as before.
+void StatusTalk::TellOfBoxInUse()
+{
     Box* panel = session.screens.FindBox("MDIForm1", "StatusBox");
     if (panel == nullptr)
         return;
     std::string line;
     for (const Screen* screen : session.screens.Open())
         if (screen->InUse() != nullptr && session.screens.IsShown(screen->Name()))
-            line = LineOf(*screen, *screen->InUse());
+            line = LineNow(*screen, *screen->InUse());
     panel->SetText(line);
 }
 

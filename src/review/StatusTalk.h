@@ -15,12 +15,15 @@ public:
     explicit StatusTalk(Session& session) : session(session) {}
 
     void Entered(const Screen& screen, const Box& box) override;
+    void Typed() override { TellOfBoxInUse(); }
     void Left(const Screen& screen, const Box& left, std::span<const Rewritten> rewritten) override;
-    void Closed() override;
+    void Closed() override { TellOfBoxInUse(); }
     void Stored() override;
 
 private:
     bool StillSays(std::string_view words) const;
+    std::string LineNow(const Screen& screen, const Box& box) const;
+    void TellOfBoxInUse();
 
     Session& session;
     std::string saidOfBox; ///< about the box that was left last

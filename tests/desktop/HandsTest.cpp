@@ -3,7 +3,9 @@
 #include "RunningProgram.h"
 #include "app/MDIForm1.h"
 #include "clientdb/EmployerScreens.h"
+#include "desktop/BoxWidgets.h"
 #include "desktop/DesktopPlatform.h"
+#include "desktop/Look.h"
 #include "desktop/MainWindow.h"
 #include "desktop/layouts/Layout.h"
 
@@ -11,6 +13,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -24,6 +27,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <utility>
 
 namespace quillmere {
 namespace {
@@ -217,6 +221,44 @@ TEST_F(Hands, TickByAScreenReaderAsByTheMouse)
         EXPECT_NE(director.Ticked(), before) << action.toStdString();
         EXPECT_EQ(tick.isChecked(), director.Ticked()) << action.toStdString();
     }
+}
+
+/// True if some of what the widget shows is underlined as having no room.
+bool ShowsTheMark(QWidget& widget)
+{
+    const QImage picture = widget.grab().toImage();
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixelColor(x, y) == look::TonesInUse().fault)
+                return true;
+    return false;
+}
+
+TEST_F(Hands, SeeWhileTheyTypeWhatThePaperHasNoRoomFor)
+{
+    for (const auto& [name, box] : {std::pair("Form3", "FMakeModel2"), std::pair("Form5_6", "FMakeModel6")}) {
+        Screen& screen = Open(name);
+        auto& edit = WidgetOf<BoxEdit>(screen, box);
+        edit.setFocus(Qt::TabFocusReason);
+        QTest::keyClicks(&edit, "An estate car with leather seat");
+        EXPECT_EQ(edit.MarkedAtEnd(), 0U) << box;
+        EXPECT_FALSE(ShowsTheMark(edit)) << box;
+        QTest::keyClicks(&edit, "s");
+        EXPECT_EQ(edit.MarkedAtEnd(), 1U) << box;
+        EXPECT_TRUE(ShowsTheMark(edit)) << box;
+        QTest::keyClick(&edit, Qt::Key_Backspace);
+        EXPECT_FALSE(ShowsTheMark(edit)) << box;
+    }
+}
+
+TEST_F(Hands, SeeWhatOfAStoredTextThePaperHasNoRoomFor)
+{
+    Screen& page = Open("Form3");
+    auto& edit = WidgetOf<BoxEdit>(page, "ADescriptionAsset");
+    page.box("ADescriptionAsset").SetText(std::string(60, 'W'));
+    EXPECT_GT(edit.MarkedAtEnd(), 0U);
+    page.box("ADescriptionAsset").Clear();
+    EXPECT_EQ(edit.MarkedAtEnd(), 0U);
 }
 
 TEST_F(Hands, BringTheOldTextBackByEscapeBeforeItCloses)

@@ -26,7 +26,7 @@ class RunningProgram {
 public:
     RunningProgram() : program(door, &host, {.programFolder = ProgramFolder(), .resourceFolder = QUILLMERE_RESOURCES})
     {
-        host.SetScreens(&program.TheSession().screens);
+        host.SetSession(&program.TheSession());
         program.Main();
         Session& session = program.TheSession();
         Database database = Database::OpenDatabase(session.ClientDatabasePath());

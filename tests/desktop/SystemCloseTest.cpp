@@ -89,7 +89,7 @@ TEST_F(SystemCloseTest, WhatAnotherDesksLockKeepsOutIsThereAtTheNextStart)
     std::filesystem::copy_file(programFolder / SettingsFileName, secondFolder / SettingsFileName);
     DesktopHost host;
     Program program(running.door, &host, {.programFolder = secondFolder, .resourceFolder = QUILLMERE_RESOURCES});
-    host.SetScreens(&program.TheSession().screens);
+    host.SetSession(&program.TheSession());
     ASSERT_TRUE(program.Main());
     Session& session = program.TheSession();
     session.CurrentEmployer = "Acme Ltd";
@@ -134,7 +134,7 @@ TEST(SystemCloseWithDialogs, AMessageBoxThatIsUpGoesAwayUnanswered)
     DesktopHost host;
     DesktopPlatform platform(host);
     Program program(platform, &host, {.programFolder = programFolder, .resourceFolder = QUILLMERE_RESOURCES});
-    host.SetScreens(&program.TheSession().screens);
+    host.SetSession(&program.TheSession());
     const SystemClose systemClose(program);
     ASSERT_TRUE(program.Main());
     bool asked = false;
@@ -158,7 +158,7 @@ TEST(SystemCloseWithDialogs, AMessageOfTheBoxInUseDoesNotHoldTheEndUp)
     DesktopHost host;
     DesktopPlatform platform(host);
     Program program(platform, &host, {.programFolder = programFolder, .resourceFolder = QUILLMERE_RESOURCES});
-    host.SetScreens(&program.TheSession().screens);
+    host.SetSession(&program.TheSession());
     const SystemClose systemClose(program);
     ASSERT_TRUE(program.Main());
     Session& session = program.TheSession();

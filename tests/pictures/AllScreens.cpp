@@ -108,7 +108,7 @@ void Run(const std::filesystem::path& target)
     Program program(door, &host,
                     {.programFolder = root / edition::ProductFolder, .resourceFolder = QUILLMERE_RESOURCES});
     Session& session = program.TheSession();
-    host.SetScreens(&session.screens);
+    host.SetSession(&session);
     program.Main();
     {
         Database database = Database::OpenDatabase(session.ClientDatabasePath());

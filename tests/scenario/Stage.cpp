@@ -120,7 +120,7 @@ void Stage::StartProgram()
                                                                  .resourceFolder = world.Program(),
                                                                  .screenHeight = ScreenHeight,
                                                                  .screenWidth = ScreenWidth});
-    host->SetScreens(&program->TheSession().screens);
+    host->SetSession(&program->TheSession());
     program->Printing().engine.documentEnded = [this](std::shared_ptr<const Document> document) {
         witness.Finished(std::move(document));
     };

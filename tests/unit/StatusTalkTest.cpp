@@ -105,6 +105,42 @@ TEST_F(StatusTalkTest, TheLineFollowsTheBoxInUse)
     EXPECT_EQ(At("MDIForm1", "StatusWho").Text(), "");
 }
 
+TEST_F(StatusTalkTest, SaysWhileATextIsTypedHowMuchOfItThePaperHasNoRoomFor)
+{
+    Create("Acme Ltd", "Jane", "Smith");
+    OpenEmployee();
+    Screen& page = *Now().screens.Find("Form3");
+    Box& model = page.box("FMakeModel1");
+    const auto lineAt = [&](std::string_view typed) {
+        model.AcceptTyped(typed);
+        page.Typed(model);
+        return At("MDIForm1", "StatusBox").Text();
+    };
+    page.Enter(model);
+    const std::string line = At("MDIForm1", "StatusBox").Text();
+    EXPECT_EQ(lineAt("An estate car with leather seat"), line);
+    EXPECT_EQ(lineAt("An estate car with leather seats"), "The last character does not print; " + line);
+    EXPECT_EQ(lineAt("An estate car with leather seatsts"), "The last 3 characters do not print; " + line);
+    page.Enter(page.box("SexBox"));
+    EXPECT_EQ(At("MDIForm1", "StatusBox").Text(), "Employee details: takes M or F");
+    page.Enter(model);
+    EXPECT_EQ(At("MDIForm1", "StatusBox").Text(), "The last 3 characters do not print; " + line);
+}
+
+TEST_F(StatusTalkTest, ATextThatIsNotOnTheFormMayBeOfAnyLength)
+{
+    Create("Acme Ltd", "Jane", "Smith");
+    OpenEmployee();
+    Click("Form3", "Image1");
+    Screen& list = *Now().screens.Find("ANotepad");
+    Box& description = list.box("Description", 1);
+    list.Enter(description);
+    const std::string line = At("MDIForm1", "StatusBox").Text();
+    description.AcceptTyped(std::string(200, 'W'));
+    list.Typed(description);
+    EXPECT_EQ(At("MDIForm1", "StatusBox").Text(), line);
+}
+
 TEST_F(StatusTalkTest, AnotherFormOfTheSameIsNoChange)
 {
     EXPECT_TRUE(MeanTheSame("1234.5", "  1,234.50"));
