@@ -27,6 +27,14 @@ std::string TitleOf(const Screen& screen)
     return screen.Caption().ends_with(subject) ? screen.Caption() : screen.Caption() + " - " + subject;
 }
 
+/// A drop-down list gives its choice where others give their name: its name is told by a label, which need not show.
+void LabelUnseen(QWidget& list)
+{
+    auto* label = new QLabel(list.accessibleName().replace(u'&', QStringLiteral("&&")), list.parentWidget());
+    label->setBuddy(&list);
+    label->hide();
+}
+
 } // namespace
 
 ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
@@ -70,6 +78,8 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
             widget->setFont(look::CaptionFont(*place.look));
         // What has neither is spoken by its caption, as that reads at the time.
         widget->setAccessibleName(look::Text(!place.spoken.empty() ? place.spoken : box.Spoken()));
+        if (box.Kind() == BoxKind::DropDown)
+            LabelUnseen(*widget);
         Adopt(box, *widget);
     }
     scroll->setWidget(form);

@@ -121,6 +121,12 @@ TEST_P(EveryScreen, TellsAScreenReaderWhatEachOfItsPartsIs)
             EXPECT_EQ(Spoken(*widget).role(), QAccessible::RadioButton) << box->FullName();
             EXPECT_EQ(Spoken(*widget).state().checked, box->Ticked()) << box->FullName();
         }
+        if (box->Kind() == BoxKind::DropDown) {
+            const auto labels = Spoken(*widget).relations(QAccessible::Label);
+            ASSERT_FALSE(labels.isEmpty()) << box->FullName();
+            EXPECT_EQ(labels.front().first->text(QAccessible::Name).toStdString(),
+                      widget->accessibleName().toStdString());
+        }
         if (box->Kind() == BoxKind::Button || box->Kind() == BoxKind::Option || box->Kind() == BoxKind::Tick) {
             EXPECT_FALSE(SpokenName(*widget).contains('&')) << box->FullName();
         }
