@@ -6,9 +6,10 @@
 #include "calculators/VanExplained.h"
 #include "support/SumOfWords.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+
+#include <algorithm>
 
 namespace quillmere::test {
 namespace {

@@ -140,8 +140,7 @@ TEST_F(Overview, SumsOfRandomEmployersEqualBoxAAndTheContributionsOfTheirDeclara
         }
         OverviewSums employees;
         review::EmployerReview review(
-            employer, paper,
-            [&](std::string_view, const review::FormFacts& form, const review::FindingList& found) {
+            employer, paper, [&](std::string_view, const review::FormFacts& form, const review::FindingList& found) {
                 employees += review::SumsOf(form, found.size());
             });
         while (review.GoOn(database, 2)) {
