@@ -4,13 +4,17 @@
 
 #include "LargestMemory.h"
 #include "QtPages.h"
+#include "Require.h"
+#include "printing/jobs/FileBatch.h"
 #include "printing/jobs/PrintJobs.h"
 #include "support/PrintDesk.h"
 
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 
 namespace quillmere {
 namespace {
@@ -155,6 +159,118 @@ void BatchWithWorkingPapersQPdfWriter(benchmark::State& state)
 }
 BENCHMARK(BatchWithWorkingPapersQPdfWriter)->Unit(benchmark::kMillisecond);
 
+BatchOrder AllPapers()
+{
+    BatchOrder order{.employer = std::string(Employer), .selection = BatchSelection::All()};
+    order.selection.Set(BatchTick::P11DB, false);
+    return order;
+}
+
+/// The documents of a batch to PDF files, drawn and made without names and files.
+class BatchWithoutFiles : public Batch {
+public:
+    explicit BatchWithoutFiles(Office& office)
+        : Batch(office.desk.session, office.desk.printing, AllPapers(), Route::File)
+    {
+    }
+    std::size_t bytes = 0;
+
+protected:
+    Opening Open(const std::string& name, BatchLine::Of) override
+    {
+        const Opening opening = job.document.OpenPrintJob(name);
+        job.page.LeaveNoPageEmpty();
+        return opening;
+    }
+    void Close(BatchLine line) override
+    {
+        job.document.vsEndDoc();
+        bytes += job.document.Pdf({}).size();
+        Note(std::move(line));
+    }
+    ProgressBar::Shows Shows() const override { return ProgressBar::Shows::WholePercents; }
+};
+
+void RunToEnd(Batch& batch)
+{
+    while (batch.GoOn()) {
+    }
+    for (const BatchLine& line : batch.Report().lines)
+        bench::Require(line.outcome != BatchLine::Outcome::Failed && line.outcome != BatchLine::Outcome::Kept,
+                       line.words);
+}
+
+void MakeFiles(Office& office, const std::filesystem::path& folder)
+{
+    BatchOrder order = AllPapers();
+    order.files = FilesOrder{.folder = folder};
+    FileBatch batch(office.desk.session, office.desk.printing, order);
+    RunToEnd(batch);
+    bench::Require(batch.Report().Again() == std::nullopt, "every file is written");
+}
+
+/// A batch of 1,000 to files beside the same documents without names and files, in pairs that take turns at being
+/// first: medians of the time by the clock, since files are waited for.
+void FilesBesideNoFiles(benchmark::State& state, const std::filesystem::path& in)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr int Pairs = 7;
+    Office office(1000);
+    const auto timed = [](const auto& work) {
+        const auto begin = Clock::now();
+        work();
+        return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
+    };
+    const auto median = [](std::vector<double> times) {
+        std::ranges::sort(times);
+        return times[times.size() / 2];
+    };
+    for (auto _ : state) {
+        std::vector<double> with, without, ratios;
+        for (int pair = 0; pair < Pairs; ++pair) {
+            const test::TemporaryFolder folder(in);
+            const auto files = [&] { with.push_back(timed([&] { MakeFiles(office, folder.path); })); };
+            const auto none = [&] {
+                without.push_back(timed([&] {
+                    BatchWithoutFiles batch(office);
+                    RunToEnd(batch);
+                }));
+            };
+            if (pair % 2 == 0) {
+                files();
+                none();
+            } else {
+                none();
+                files();
+            }
+            ratios.push_back(with.back() / without.back());
+        }
+        state.counters["ms with files"] = median(with);
+        state.counters["ms without"] = median(without);
+        state.counters["ratio"] = median(ratios);
+    }
+}
+
+/// Largest memory of the process while a batch of 10 makes files, and while one of 1,000 does.
+void MemoryOfABatchToFiles(benchmark::State& state)
+{
+    const auto batch = [](int employees) {
+        Office office(employees);
+        const test::TemporaryFolder folder;
+        bench::ForgetLargestMemory();
+        MakeFiles(office, folder.path);
+        return bench::LargestMemory();
+    };
+    for (auto _ : state) {
+        batch(10); // what is read once
+        const double ofTen = batch(10);
+        const double ofThousand = batch(1000);
+        state.counters["KB of 10"] = ofTen;
+        state.counters["KB of 1000"] = ofThousand;
+        state.counters["ratio"] = ofThousand / ofTen;
+    }
+}
+
 /// Largest memory of the process while a batch of 10 is printed, and while one of 1,000 is; what making their
 /// databases took is given back before.
 void MemoryOfABatchJob(benchmark::State& state)
@@ -185,6 +301,14 @@ int main(int argc, char** argv)
     benchmark::RegisterBenchmark("MemoryOfABatchJob", quillmere::MemoryOfABatchJob)
         ->Iterations(1)
         ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("MemoryOfABatchToFiles", quillmere::MemoryOfABatchToFiles)
+        ->Iterations(1)
+        ->Unit(benchmark::kMillisecond);
+    for (const auto* in : {"/dev/shm", "/tmp"})
+        benchmark::RegisterBenchmark((std::string("BatchToFilesBesideNone ") + in).c_str(),
+                                     [in](benchmark::State& state) { quillmere::FilesBesideNoFiles(state, in); })
+            ->Iterations(1)
+            ->Unit(benchmark::kMillisecond);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

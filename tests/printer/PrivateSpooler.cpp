@@ -83,6 +83,7 @@ PrivateSpooler::PrivateSpooler()
         }
     setenv("HOME", folder.path.c_str(), 1);
     setenv("CUPS_SERVER", Socket().c_str(), 1);
+    cupsSetServer(Socket().c_str()); // this thread may have asked another one before
     for (const char* variable : {"PRINTER", "LPDEST"})
         unsetenv(variable);
     if (!Start())
