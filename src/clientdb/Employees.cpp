@@ -225,9 +225,12 @@ void DeleteEmployer(Database& database, std::string_view employer)
     batch.Commit();
 }
 
-void DeleteEmployee(Database& database, std::string_view employer, std::string_view employee)
+namespace {
+
+/// Does the work for the employee's record in each table that has one.
+template<class Work>
+void ForEachRecordOf(Database& database, std::string_view employer, std::string_view employee, Work work)
 {
-    WriteBatch batch(database);
     for (const TableLayout* const layout : NewEmployeeTables()) {
         if (layout->level != TableLevel::Employee)
             continue;
@@ -236,8 +239,16 @@ void DeleteEmployee(Database& database, std::string_view employer, std::string_v
         records.Index("IndKey");
         records.Seek(employer, employee);
         if (!records.NoMatch())
-            records.Delete();
+            work(records);
     }
+}
+
+} // namespace
+
+void DeleteEmployee(Database& database, std::string_view employer, std::string_view employee)
+{
+    WriteBatch batch(database);
+    ForEachRecordOf(database, employer, employee, [](Recordset& records) { records.Delete(); });
     FormMarks(database).Forget(employer, employee);
     batch.Commit();
 }
@@ -272,20 +283,12 @@ void RenameEmployer(Database& database, std::string_view employer, std::string_v
 void RenameEmployee(Database& database, std::string_view employer, std::string_view employee, std::string_view newName)
 {
     WriteBatch batch(database);
-    for (const TableLayout* const layout : NewEmployeeTables()) {
-        if (layout->level != TableLevel::Employee)
-            continue;
-        Recordset records = database.OpenRecordset(layout->name);
-        records.Fetch({"EmployeeName"});
-        records.Index("IndKey");
-        records.Seek(employer, employee);
-        if (records.NoMatch())
-            continue;
+    ForEachRecordOf(database, employer, employee, [&](Recordset& records) {
         records.Edit();
         records.SetField("EmployeeName", newName);
         records.SetField("Name", JoinedName(employer, newName));
         records.Update();
-    }
+    });
     FormMarks(database).RenameEmployee(employer, employee, newName);
     batch.Commit();
 }
