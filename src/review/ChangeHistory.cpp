@@ -6,6 +6,7 @@
 #include "frame/Session.h"
 #include "frame/Text.h"
 #include "review/Undo.h"
+#include "screens/Form3.h"
 
 #include <algorithm>
 #include <array>
@@ -99,7 +100,7 @@ ChangeHistory::ChangeHistory(Session& session) : Screen(session, "ChangeHistory"
 bool ChangeHistory::Load()
 {
     words.emplace(session.screens);
-    const bool anyone = !session.CurrentEmployee.empty() && session.screens.Find("Form3") != nullptr;
+    const bool anyone = !session.CurrentEmployee.empty() && session.screens.Find<Form3>() != nullptr;
     box("Scope", ThisEmployee).SetEnabled(anyone);
     box("Scope", ThisEmployer).SetEnabled(!session.CurrentEmployer.empty());
     box("Scope", anyone ? ThisEmployee : Everybody).SetTicked(true);

@@ -2,13 +2,14 @@
 
 #include "clientdb/EmployerScreens.h"
 #include "frame/Session.h"
+#include "screens/Form3.h"
 #include "screens/Ways.h"
 
 namespace quillmere::review {
 
 bool GoToBox(Session& session, const std::string& employer, const std::string& employee, const BoxPlace& place)
 {
-    const bool isOpen = session.screens.Find("Form3") != nullptr && employer == session.CurrentEmployer &&
+    const bool isOpen = session.screens.Find<Form3>() != nullptr && employer == session.CurrentEmployer &&
                         employee == session.CurrentEmployee;
     if (!isOpen && !OpenEmployee(session, employer, employee))
         return false;

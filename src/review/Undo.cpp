@@ -7,6 +7,7 @@
 #include "frame/CloseAll.h"
 #include "frame/Text.h"
 #include "review/FieldWords.h"
+#include "screens/Form3.h"
 
 #include <fmt/format.h>
 
@@ -32,7 +33,7 @@ std::string WordsOfUndo(std::string_view words)
 
 bool IsAnyoneOpen(const Session& session)
 {
-    return session.screens.Find("Form3") != nullptr;
+    return session.screens.Find<Form3>() != nullptr;
 }
 
 std::string ConflictText(const Session& session, const std::vector<UndoConflict>& conflicts)
