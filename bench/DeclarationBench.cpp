@@ -1,9 +1,8 @@
+#include "MadeDatabase.h"
 #include "Require.h"
 #include "clientdb/store/TableLayouts.h"
-#include "clientdb/store/Template.h"
 #include "declaration/Class1A.h"
 #include "declaration/Declaration.h"
-#include "support/TemporaryFolder.h"
 
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
@@ -30,12 +29,7 @@ constexpr int Employees = 100'000;
 /// One in ten employees belongs to "Big", one in a hundred to "Small"; every third field of a record is filled in.
 const std::filesystem::path& Clients()
 {
-    static const test::TemporaryFolder folder;
-    static const std::filesystem::path file = [] {
-        const std::filesystem::path path = folder.path / "clients";
-        CreateTables(path);
-        Database database = Database::OpenDatabase(path);
-        WriteBatch batch(database);
+    static const bench::MadeDatabase clients([](Database& database) {
         Recordset records = database.OpenRecordset("P11D");
         const auto fields = FieldsOf(FindTable("P11D")).All();
         for (int i = 0; i < Employees; ++i) {
@@ -53,10 +47,8 @@ const std::filesystem::path& Clients()
                 records.SetField(field, fmt::format("{:>10.2f}", i % 9000 + 0.5));
             records.Update();
         }
-        batch.Commit();
-        return path;
-    }();
-    return file;
+    });
+    return clients.path;
 }
 
 Amount StoreTotal(std::string_view employer)

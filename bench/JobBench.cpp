@@ -281,14 +281,7 @@ void MemoryOfABatchJob(benchmark::State& state)
         office.PrintBatch();
         return bench::LargestMemory();
     };
-    for (auto _ : state) {
-        batch(10); // what is read once
-        const double ofTen = batch(10);
-        const double ofThousand = batch(1000);
-        state.counters["KB of 10"] = ofTen;
-        state.counters["KB of 1000"] = ofThousand;
-        state.counters["ratio"] = ofThousand / ofTen;
-    }
+    bench::CompareLargestMemory(state, batch);
 }
 
 } // namespace

@@ -1,3 +1,4 @@
+#include "MadeDatabase.h"
 #include "Require.h"
 #include "clientdb/EmployeeFinder.h"
 #include "clientdb/store/TableLayouts.h"
@@ -111,12 +112,7 @@ void AddRecord(Recordset& records, std::string_view table, const std::string& em
 /// is filled in, and the cars can be worked out.
 const std::filesystem::path& Clients()
 {
-    static const test::TemporaryFolder folder;
-    static const std::filesystem::path file = [] {
-        const std::filesystem::path path = folder.path / "clients";
-        CreateTables(path);
-        Database database = Database::OpenDatabase(path);
-        WriteBatch batch(database);
+    static const bench::MadeDatabase clients([](Database& database) {
         const std::vector<std::string_view> tables = CheckedTables();
         for (std::size_t table = 0; table < tables.size(); ++table) {
             Recordset records = database.OpenRecordset(tables[table]);
@@ -126,10 +122,8 @@ const std::filesystem::path& Clients()
                         AddRecord(records, tables[table], employer,
                                   fmt::format("First Surname {:06}", i * 7 % employees), i);
         }
-        batch.Commit();
-        return path;
-    }();
-    return file;
+    });
+    return clients.path;
 }
 
 struct Desk {

@@ -1,3 +1,4 @@
+#include "MadeDatabase.h"
 #include "ProcessorTime.h"
 #include "Require.h"
 #include "clientdb/Employees.h"
@@ -115,30 +116,20 @@ void AddFilledRecord(Recordset& records, std::span<const Field> fields, const st
 /// P11D of 10,000 employees of 200 employers, in turn.
 const std::filesystem::path& TenThousand()
 {
-    static const std::filesystem::path file = [] {
-        const auto path = Folder() / "ten-thousand";
-        CreateTables(path);
-        Database database = Database::OpenDatabase(path);
-        WriteBatch batch(database);
+    static const bench::MadeDatabase clients([](Database& database) {
         Recordset records = database.OpenRecordset("P11D");
         const auto fields = FieldsOf(FindTable("P11D")).All();
         for (int i = 0; i < 10000; ++i)
             AddFilledRecord(records, fields, fmt::format("Employer {:03}", i % 200),
                             fmt::format("First Surname {:05}", i), i);
-        batch.Commit();
-        return path;
-    }();
-    return file;
+    });
+    return clients.path;
 }
 
 /// One employer of 1,000 employees among 2,000 others, with all their records.
 const std::filesystem::path& OneThousand()
 {
-    static const std::filesystem::path file = [] {
-        const auto path = Folder() / "one-thousand";
-        CreateTables(path);
-        Database database = Database::OpenDatabase(path);
-        WriteBatch batch(database);
+    static const bench::MadeDatabase clients([](Database& database) {
         for (const TableLayout* table : NewEmployeeTables()) {
             Recordset records = database.OpenRecordset(table->name);
             const auto fields = FieldsOf(*table).All();
@@ -154,21 +145,14 @@ const std::filesystem::path& OneThousand()
                 AddFilledRecord(records, fields, i % 3 == 0 ? "Big" : "Other", fmt::format("First Surname {:05}", i),
                                 i);
         }
-        batch.Commit();
-        return path;
-    }();
-    return file;
+    });
+    return clients.path;
 }
 
 /// 1,000 employees of 20 employers and nobody else, with all their records.
 const std::filesystem::path& ThousandAlone()
 {
-    static const std::filesystem::path file = [] {
-        const auto path = Folder() / "alone" / "clients";
-        std::filesystem::create_directory(path.parent_path());
-        CreateTables(path);
-        Database database = Database::OpenDatabase(path);
-        WriteBatch batch(database);
+    static const bench::MadeDatabase clients([](Database& database) {
         for (const TableLayout* table : NewEmployeeTables()) {
             Recordset records = database.OpenRecordset(table->name);
             const auto fields = FieldsOf(*table).All();
@@ -183,10 +167,8 @@ const std::filesystem::path& ThousandAlone()
                                     fmt::format("First Surname {:05}", i), i);
                 }
         }
-        batch.Commit();
-        return path;
-    }();
-    return file;
+    });
+    return clients.path;
 }
 
 std::string EmployerOf(int i)
@@ -199,54 +181,28 @@ std::string EmployeeOf(int i)
     return fmt::format("First Surname {:05}", i);
 }
 
-// ---- seek and read a whole record ---------------------------------------------------------------
-
-void SeekAndReadStore(benchmark::State& state)
-{
-    Database database = Database::OpenDatabase(TenThousand());
-    Recordset records = database.OpenRecordset("P11D");
-    records.Index("IndKey");
-    const auto fields = FieldsOf(FindTable("P11D")).All();
-    std::minstd_rand random(1);
-    for (auto _ : state) {
-        const int i = static_cast<int>(random() % 10000);
-        records.Seek(EmployerOf(i), EmployeeOf(i));
-        std::size_t bytes = 0;
-        for (const Field& field : fields)
-            bytes += records.Field(field.name).size();
-        benchmark::DoNotOptimize(bytes);
-    }
-}
-
-void SeekAndReadBare(benchmark::State& state)
-{
-    Bare bare(TenThousand());
-    sqlite3_stmt* const seek = bare.Prepared("SELECT * FROM P11D WHERE EmployerName=? AND EmployeeName=?");
-    std::minstd_rand random(1);
-    for (auto _ : state) {
-        const int i = static_cast<int>(random() % 10000);
-        const std::string employer = EmployerOf(i);
-        const std::string employee = EmployeeOf(i);
-        Bare::Bind(seek, 1, employer);
-        Bare::Bind(seek, 2, employee);
-        Require(sqlite3_step(seek) == SQLITE_ROW, "no record");
-        std::size_t bytes = 0;
-        const int columns = sqlite3_column_count(seek);
-        for (int column = 0; column < columns; ++column)
-            if (const unsigned char* text = sqlite3_column_text(seek, column)) {
-                benchmark::DoNotOptimize(text);
-                bytes += static_cast<std::size_t>(sqlite3_column_bytes(seek, column));
-            }
-        benchmark::DoNotOptimize(bytes);
-        sqlite3_reset(seek);
-    }
-}
-
-// ---- seek and read three fields -------------------------------------------------------------------
+// ---- seek and read a whole record, or three fields of it ------------------------------------------
 
 constexpr std::array<std::string_view, 3> Looked = {"FirstName", "Surname", "NatIns"};
 
-void SeekThreeStore(benchmark::State& state)
+std::vector<std::string_view> AllFields()
+{
+    std::vector<std::string_view> names;
+    for (const Field& field : FieldsOf(FindTable("P11D")).All())
+        names.push_back(field.name);
+    return names;
+}
+
+/// Reads the fields of the current record: the bytes of their texts.
+std::size_t Read(const Recordset& records, std::span<const std::string_view> names)
+{
+    std::size_t bytes = 0;
+    for (const std::string_view name : names)
+        bytes += records.Field(name).size();
+    return bytes;
+}
+
+void SeekStore(benchmark::State& state, std::span<const std::string_view> names)
 {
     Database database = Database::OpenDatabase(TenThousand());
     Recordset records = database.OpenRecordset("P11D");
@@ -255,18 +211,28 @@ void SeekThreeStore(benchmark::State& state)
     for (auto _ : state) {
         const int i = static_cast<int>(random() % 10000);
         records.Seek(EmployerOf(i), EmployeeOf(i));
-        std::size_t bytes = 0;
-        for (const std::string_view field : Looked)
-            bytes += records.Field(field).size();
-        benchmark::DoNotOptimize(bytes);
+        benchmark::DoNotOptimize(Read(records, names));
     }
 }
 
-void SeekThreeBare(benchmark::State& state)
+/// Reads all columns of the row: the bytes of their texts.
+std::size_t ReadRow(sqlite3_stmt* row)
+{
+    std::size_t bytes = 0;
+    const int columns = sqlite3_column_count(row);
+    for (int column = 0; column < columns; ++column)
+        if (const unsigned char* text = sqlite3_column_text(row, column)) {
+            benchmark::DoNotOptimize(text);
+            bytes += static_cast<std::size_t>(sqlite3_column_bytes(row, column));
+        }
+    return bytes;
+}
+
+void SeekBare(benchmark::State& state, const std::string& fields)
 {
     Bare bare(TenThousand());
-    sqlite3_stmt* const seek = bare.Prepared(
-        fmt::format("SELECT {} FROM P11D WHERE EmployerName=? AND EmployeeName=?", fmt::join(Looked, ",")));
+    sqlite3_stmt* const seek =
+        bare.Prepared(fmt::format("SELECT {} FROM P11D WHERE EmployerName=? AND EmployeeName=?", fields));
     std::minstd_rand random(1);
     for (auto _ : state) {
         const int i = static_cast<int>(random() % 10000);
@@ -275,10 +241,7 @@ void SeekThreeBare(benchmark::State& state)
         Bare::Bind(seek, 1, employer);
         Bare::Bind(seek, 2, employee);
         Require(sqlite3_step(seek) == SQLITE_ROW, "no record");
-        std::size_t bytes = 0;
-        for (int column = 0; column < 3; ++column)
-            bytes += static_cast<std::size_t>(sqlite3_column_bytes(seek, column));
-        benchmark::DoNotOptimize(bytes);
+        benchmark::DoNotOptimize(ReadRow(seek));
         sqlite3_reset(seek);
     }
 }
@@ -289,33 +252,39 @@ constexpr std::array<std::string_view, 13> Totalled = {
     "ACashEqu",      "DCashEqu", "FTotalCashCars", "FTotalCashFuel", "GVan",     "GVanFuel", "HLoanCashEqu1",
     "HLoanCashEqu2", "ICashEqu", "JRelocationExp", "KCashEqu",       "LCashEqu", "NCashEqu1"};
 
-void ScanStore(benchmark::State& state)
+void ScanStore(benchmark::State& state, std::span<const std::string_view> names)
 {
     for (auto _ : state) {
         Database database = Database::OpenDatabase(OneThousand());
         Recordset records = database.OpenRecordset("P11D");
         std::size_t bytes = 0;
         for (records.MoveFirstOf("Big"); !records.AtEnd(); records.MoveNext())
-            for (const std::string_view field : Totalled)
-                bytes += records.Field(field).size();
+            bytes += Read(records, names);
         benchmark::DoNotOptimize(bytes);
     }
 }
 
-void ScanBare(benchmark::State& state)
+void ScanBare(benchmark::State& state, const std::string& fields)
 {
     for (auto _ : state) {
         Bare bare(OneThousand());
-        sqlite3_stmt* const rows =
-            bare.Prepared(fmt::format("SELECT {} FROM P11D WHERE EmployerName='Big'", fmt::join(Totalled, ",")));
+        sqlite3_stmt* const rows = bare.Prepared(fmt::format("SELECT {} FROM P11D WHERE EmployerName='Big'", fields));
         std::size_t bytes = 0;
         while (sqlite3_step(rows) == SQLITE_ROW)
-            for (int column = 0; column < 13; ++column)
-                if (const unsigned char* text = sqlite3_column_text(rows, column)) {
-                    benchmark::DoNotOptimize(text);
-                    bytes += static_cast<std::size_t>(sqlite3_column_bytes(rows, column));
-                }
+            bytes += ReadRow(rows);
         benchmark::DoNotOptimize(bytes);
+    }
+}
+
+/// The record that was added first of ten thousand, by a cursor that is opened for it.
+void FirstStore(benchmark::State& state)
+{
+    Database database = Database::OpenDatabase(TenThousand());
+    for (auto _ : state) {
+        Recordset records = database.OpenRecordset("P11D");
+        records.Fetch({"EmployerName", "EmployeeName"});
+        records.MoveFirst();
+        benchmark::DoNotOptimize(records.Field("EmployeeName").size());
     }
 }
 
@@ -553,12 +522,21 @@ void CopyBare(benchmark::State& state)
     }
 }
 
-BENCHMARK(SeekAndReadStore)->Name("seek and read a record/store");
-BENCHMARK(SeekAndReadBare)->Name("seek and read a record/bare");
-BENCHMARK(SeekThreeStore)->Name("seek and read three fields/store");
-BENCHMARK(SeekThreeBare)->Name("seek and read three fields/bare");
-BENCHMARK(ScanStore)->Name("13 fields of 1,000 employees/store")->Unit(benchmark::kMicrosecond);
-BENCHMARK(ScanBare)->Name("13 fields of 1,000 employees/bare")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(SeekStore, all, AllFields())->Name("seek and read a record/store");
+BENCHMARK_CAPTURE(SeekBare, all, "*")->Name("seek and read a record/bare");
+BENCHMARK_CAPTURE(SeekStore, three, Looked)->Name("seek and read three fields/store");
+BENCHMARK_CAPTURE(SeekBare, three, fmt::format("{}", fmt::join(Looked, ",")))->Name("seek and read three fields/bare");
+BENCHMARK_CAPTURE(ScanStore, totals, Totalled)
+    ->Name("13 fields of 1,000 employees/store")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(ScanBare, totals, fmt::format("{}", fmt::join(Totalled, ",")))
+    ->Name("13 fields of 1,000 employees/bare")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(ScanStore, all, AllFields())
+    ->Name("all fields of 1,000 employees/store")
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(ScanBare, all, "*")->Name("all fields of 1,000 employees/bare")->Unit(benchmark::kMicrosecond);
+BENCHMARK(FirstStore)->Name("first of 10,000 employees/store");
 BENCHMARK(ListStore)->Name("list the employers of 10,000/store")->Unit(benchmark::kMicrosecond);
 BENCHMARK(ListBare)->Name("list the employers of 10,000/bare")->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(CreateStore, noted, Noting::On)

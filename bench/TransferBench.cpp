@@ -1,3 +1,4 @@
+#include "MadeDatabase.h"
 #include "ProcessorTime.h"
 #include "Require.h"
 #include "clientdb/Employees.h"
@@ -56,11 +57,7 @@ std::string TextOf(const Field& field, int employee)
 
 const std::filesystem::path& LastYear()
 {
-    static const std::filesystem::path file = [] {
-        const auto path = Folder() / "last-year";
-        CreateTables(path);
-        Database database = Database::OpenDatabase(path);
-        WriteBatch batch(database);
+    static const bench::MadeDatabase clients([](Database& database) {
         for (const TableLayout* table : NewEmployeeTables()) {
             Recordset records = database.OpenRecordset(table->name);
             const bool ofEmployer = table->level == TableLevel::Employer;
@@ -78,10 +75,8 @@ const std::filesystem::path& LastYear()
                 records.Update();
             }
         }
-        batch.Commit();
-        return path;
-    }();
-    return file;
+    });
+    return clients.path;
 }
 
 /// An empty database of this year, gone with its end.
