@@ -267,7 +267,10 @@ void FillScreen(QWidget& window)
 
 void Reach(QWidget& widget, const std::string& name)
 {
+    const QPointer<QWidget> alive(&widget);
     ClosePopups();
+    if (alive.isNull())
+        throw StepFailure("expected " + name + " to stay, found it gone with the list in which it stood");
     RequireNotBlocked(widget, name);
     TurnToPage(widget);
     RequireUsable(widget, name);
