@@ -1,6 +1,7 @@
 #include "app/DeskCommands.h"
 
 #include "app/SampleFolder.h"
+#include "app/Zoom.h"
 #include "clientdb/RecentEmployees.h"
 #include "review/Explanation.h"
 #include "review/ReviewMark.h"
@@ -103,6 +104,21 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .key = "Ctrl+R",
      .run = review::ToggleReviewedOfOpen,
      .ofEmployee = true},
+    {.menu = "View",
+     .name = "mnuZoomIn",
+     .text = "Zoom In",
+     .letter = 'Z',
+     .key = "Ctrl++",
+     .otherKey = "Ctrl+=",
+     .run = ZoomIn,
+     .separatorBefore = true},
+    {.menu = "View", .name = "mnuZoomOut", .text = "Zoom Out", .letter = 'U', .key = "Ctrl+-", .run = ZoomOut},
+    {.menu = "View",
+     .name = "mnuZoomUsual",
+     .text = "Usual Size",
+     .letter = 'S',
+     .key = "Ctrl+0",
+     .run = ZoomAsDesktop},
     {.menu = "Go",
      .name = "mnuPage1",
      .text = "Page 1",

@@ -14,7 +14,8 @@ struct DeskCommand {
     std::string_view name; ///< of its box in the main window
     std::string_view text;
     char letter;
-    std::string_view key = {}; ///< "Ctrl+F"
+    std::string_view key = {};      ///< "Ctrl+F"
+    std::string_view otherKey = {}; ///< that does it, too, and is not shown
     void (*run)(Session&);
     bool separatorBefore = false;
     bool ofEmployee = false;                  ///< in use only while an employee is open

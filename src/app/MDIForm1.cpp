@@ -135,9 +135,11 @@ std::vector<MenuRow> MenuRows()
     for (const DeskCommand& added : DeskCommands()) {
         const auto behind =
             std::find_if(rows.rbegin(), rows.rend(), [&added](const MenuRow& row) { return row.menu == added.menu; });
-        rows.insert(
-            behind == rows.rend() ? rows.end() : behind.base(),
-            {.menu = added.menu, .box = added.name, .key = added.key, .separatorBefore = added.separatorBefore});
+        rows.insert(behind == rows.rend() ? rows.end() : behind.base(), {.menu = added.menu,
+                                                                         .box = added.name,
+                                                                         .key = added.key,
+                                                                         .otherKey = added.otherKey,
+                                                                         .separatorBefore = added.separatorBefore});
     }
     // Who was open last stands at the foot of the menu that opens files.
     const auto file =

@@ -14,7 +14,8 @@ struct MenuRow {
     std::string_view menu; ///< "File"
     std::string_view box;
     int index = Box::NoIndex;
-    std::string_view key = {}; ///< "Ctrl+N"
+    std::string_view key = {};      ///< "Ctrl+N"
+    std::string_view otherKey = {}; ///< that does it, too, and is not shown
     bool separatorBefore = false;
 };
 

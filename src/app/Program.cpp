@@ -3,6 +3,7 @@
 #include "app/About.h"
 #include "app/HelpBook.h"
 #include "app/MDIForm1.h"
+#include "app/Zoom.h"
 #include "calculators/D2Notepad.h"
 #include "calculators/DNotepad.h"
 #include "calculators/ENotepad.h"
@@ -92,6 +93,7 @@ bool Program::Main()
     session.screenHeight = places.screenHeight;
     session.screenWidth = places.screenWidth;
     session.databaseNamed = places.database;
+    ZoomAsBefore(session);
     session.screens.Show("MDIForm1");
     return true;
 }

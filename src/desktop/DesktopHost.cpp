@@ -10,6 +10,7 @@
 #include "review/Paper.h"
 
 #include <QApplication>
+#include <QFontInfo>
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
@@ -18,19 +19,36 @@
 
 namespace quillmere {
 
-DesktopHost::DesktopHost() : context(std::make_unique<QObject>())
+namespace {
+
+/// How large the desktop's letters are beside those for which the layouts are made, in percent. What is usual counts as
+/// the same, so that the windows are as they are drawn.
+int PercentOf(const QFont& desktopFont)
+{
+    constexpr int LayoutLetters = 13, UsualMost = 16;
+    const int letters = QFontInfo(desktopFont).pixelSize();
+    return letters <= UsualMost ? 100 : 100 * letters / LayoutLetters;
+}
+
+} // namespace
+
+DesktopHost::DesktopHost() : context(std::make_unique<QObject>()), desktopFont(QApplication::font())
 {
     look::Dress();
     TellRoles();
 }
 
-DesktopHost::~DesktopHost() = default;
+DesktopHost::~DesktopHost()
+{
+    QApplication::setFont(desktopFont);
+}
 
 void DesktopHost::Show(Screen& screen)
 {
     if (screen.Mode() == ShowMode::Main) {
         if (mainWindow == nullptr)
             mainWindow = std::make_unique<MainWindow>(screen);
+        mainWindow->Zoom(percent);
         mainWindow->show();
         return;
     }
@@ -39,9 +57,9 @@ void DesktopHost::Show(Screen& screen)
     const bool page = screen.Mode() == ShowMode::Child && mainWindow != nullptr;
     auto* preview = dynamic_cast<frmVSPrint*>(&screen);
     if (made && preview != nullptr)
-        window = std::make_unique<PreviewWindow>(*preview, mainWindow.get());
+        window = std::make_unique<PreviewWindow>(*preview, mainWindow.get(), PercentInUse());
     else if (made)
-        window = std::make_unique<ScreenWindow>(screen, ParentOf(screen));
+        window = std::make_unique<ScreenWindow>(screen, ParentOf(screen), PercentInUse());
     if (made)
         window->SetHelp([this] { ShowHelp(); });
     if (made && session != nullptr)
@@ -166,6 +184,32 @@ void DesktopHost::WorkWaiting()
         if (session != nullptr)
             session->screens.RunDeferred();
     });
+}
+
+void DesktopHost::Zoom(int newPercent)
+{
+    if (newPercent == percent)
+        return;
+    percent = newPercent;
+    QFont letters = desktopFont;
+    letters.setPixelSize(QFontInfo(desktopFont).pixelSize() * percent / 100);
+    QApplication::setFont(letters);
+    sizes.clear(); // of the windows as they were
+    for (const auto& [screen, window] : windows)
+        window->Zoom(PercentInUse());
+    if (mainWindow != nullptr)
+        mainWindow->Zoom(percent);
+}
+
+QFont DesktopHost::Letters() const
+{
+    return look::CaptionFont({.size = 13 * PercentInUse() / 100});
+}
+
+/// Of the layouts' own size.
+int DesktopHost::PercentInUse() const
+{
+    return PercentOf(desktopFont) * percent / 100;
 }
 
 QWidget* DesktopHost::WindowOf(const Screen& screen) const

@@ -2,6 +2,7 @@
 
 #include "frame/Session.h"
 
+#include <QFont>
 #include <QSize>
 
 #include <map>
@@ -28,6 +29,7 @@ public:
     void Hide(Screen& screen) override;
     void Close(Screen& screen) override;
     void WorkWaiting() override;
+    void Zoom(int newPercent) override;
 
     /// Whose deferred work it does, and whose paper texts are held against; set once the program is made.
     void SetSession(Session* newSession) { session = newSession; }
@@ -40,9 +42,12 @@ public:
     void ShowProgress(int done, int total);
     /// Where message boxes and dialogs belong: the window in front.
     QWidget* FrontWindow() const;
+    /// The letters of all windows, which those have, too.
+    QFont Letters() const;
 
 private:
     using Windows = std::unordered_map<const Screen*, std::unique_ptr<ScreenWindow>>;
+    int PercentInUse() const;
     QWidget* ParentOf(const Screen& screen) const;
     void Place(QWidget& window, const Screen& screen) const;
     void ActivateNext();
@@ -54,6 +59,8 @@ private:
     Windows windows;
     std::map<std::string, QSize> sizes; ///< of windows that the user may make larger, as they were when they closed
     Session* session = nullptr;
+    QFont desktopFont; ///< the desktop's own
+    int percent = 100; ///< of the desktop's size
 };
 
 } // namespace quillmere

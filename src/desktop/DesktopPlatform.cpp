@@ -101,6 +101,7 @@ Answer DesktopPlatform::ShowMessage(const Message& message)
     const QPointer<QMessageBox> box =
         new QMessageBox(IconOf(message.icon), look::Text(message.title), look::Text(message.text),
                         QMessageBox::NoButton, host.FrontWindow());
+    box->setFont(host.Letters());
     box->setTextFormat(Qt::PlainText);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     if (message.buttons == Buttons::YesNo) {
@@ -135,6 +136,7 @@ void DesktopPlatform::Beep()
 std::optional<std::string> DesktopPlatform::AskSaveFile(const SaveFileQuestion& question)
 {
     QFileDialog dialog(host.FrontWindow(), look::Text(question.title));
+    dialog.setFont(host.Letters());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setNameFilter(look::Text(question.filterName + " (" + question.filterPattern + ")"));
@@ -178,7 +180,7 @@ bool DesktopPlatform::ShowPrinterSetup()
         if (!QDesktopServices::openUrl(QUrl(look::Text(CupsPrinters::PageOf(printer)))))
             ShowMessage({.title = std::string(edition::AppTitle), .text = ShellErrorMessage(UnknownProgram)});
     };
-    PrinterSetup dialog(printers.Printers(), openPage, host.FrontWindow());
+    PrinterSetup dialog(printers.Printers(), openPage, host.Letters(), host.FrontWindow());
     if (dialog.exec() != QDialog::Accepted)
         return false;
     printers.Prefer(dialog.Chosen());

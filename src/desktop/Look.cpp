@@ -378,9 +378,11 @@ void Draw(QPainter& painter, const Layout::Drawn& drawn)
         painter.drawText(rect, Qt::AlignCenter, Text(drawn.text));
         return;
     case What::Frame: {
-        painter.setFont(CaptionFont({.size = 12, .bold = true}));
+        painter.setFont(CaptionFont(drawn.look));
         const QString title = Text(drawn.text);
-        const QRectF place(rect.x() + 10, rect.y() - 8, painter.fontMetrics().horizontalAdvance(title) + 8.0, 16);
+        const double half = drawn.look.size * 2.0 / 3;
+        const QRectF place(rect.x() + half + 2, rect.y() - half, painter.fontMetrics().horizontalAdvance(title) + half,
+                           2 * half);
         painter.save();
         if (!title.isEmpty()) // which stands in a gap of the line, on whatever lies below
             painter.setClipRegion(QRegion(rect.toAlignedRect()).subtracted(place.toAlignedRect()));
@@ -422,14 +424,19 @@ QIcon Picture(const std::string& name)
         return found->second;
     constexpr int Size = 24;
     const double scale = qApp->devicePixelRatio();
-    QPixmap pixmap(QSizeF(Size * scale, Size * scale).toSize());
-    pixmap.setDevicePixelRatio(scale);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    DrawPicture(painter, name);
-    painter.end();
-    return drawn.emplace(key, QIcon(pixmap)).first->second;
+    QIcon icon;
+    for (const double larger : {1.0, 1.5, 2.0}) { // for zoomed windows
+        QPixmap pixmap(QSizeF(Size * larger * scale, Size * larger * scale).toSize());
+        pixmap.setDevicePixelRatio(scale);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(larger, larger);
+        DrawPicture(painter, name);
+        painter.end();
+        icon.addPixmap(pixmap);
+    }
+    return drawn.emplace(key, std::move(icon)).first->second;
 }
 
 } // namespace quillmere::look

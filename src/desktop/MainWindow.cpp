@@ -50,13 +50,21 @@ public:
     }
     void Show(const QString& text)
     {
-        constexpr int Width = 290, Margins = 24;
-        setText(fontMetrics().elidedText(text, Qt::ElideRight, Width - Margins, Qt::TextShowMnemonic));
+        whole = text;
+        constexpr int Margins = 24;
+        const int width = std::max(290, fontMetrics().height() * 17);
+        setText(fontMetrics().elidedText(text, Qt::ElideRight, width - Margins, Qt::TextShowMnemonic));
         setToolTip(text == this->text() ? QString() : QString(text).remove(QLatin1Char('&')));
-        setFixedSize(Width, sizeHint().height());
+        setFixedSize(width, sizeHint().height());
     }
 
 protected:
+    void changeEvent(QEvent* event) override
+    {
+        QPushButton::changeEvent(event);
+        if (event->type() == QEvent::FontChange)
+            Show(whole);
+    }
     void keyPressEvent(QKeyEvent* event) override
     {
         if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
@@ -64,6 +72,9 @@ protected:
         else
             QPushButton::keyPressEvent(event);
     }
+
+private:
+    QString whole;
 };
 
 /// A panel of the status bar: what has no room is cut, and stands in the tip.
@@ -102,6 +113,9 @@ public:
             height = std::max(height, button->sizeHint().height() + 2);
         return height;
     }
+
+    /// As high as its window is drawn, with the title line.
+    int HeightWanted() const { return window.FormHeight() + TitleHeight(); }
 
 protected:
     void closeEvent(QCloseEvent* event) override
@@ -203,8 +217,11 @@ void MainWindow::MakeMenus()
         Box& box = screen.box(row.box, row.index);
         auto* action = new QAction(this);
         action->setObjectName(look::Text(screen.Name() + "." + box.FullName()));
-        if (!row.key.empty())
-            action->setShortcut(QKeySequence(look::Text(std::string(row.key)), QKeySequence::PortableText));
+        QList<QKeySequence> keys;
+        for (const std::string_view key : {row.key, row.otherKey})
+            if (!key.empty())
+                keys.push_back(QKeySequence(look::Text(std::string(key)), QKeySequence::PortableText));
+        action->setShortcuts(keys);
         connect(action, &QAction::triggered, this, [this, &box] {
             if (!detached)
                 screen.Click(box);
@@ -296,6 +313,15 @@ void MainWindow::MakeStatusBar()
     progress->setMaximumWidth(240);
     progress->hide();
     statusBar()->addPermanentWidget(progress);
+}
+
+void MainWindow::Zoom(int percent)
+{
+    toolbar->setIconSize(QSize(24, 24) * percent / 100);
+    for (auto* panel : findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly))
+        if (auto* shown = dynamic_cast<Panel*>(panel))
+            resizeDocks({shown}, {shown->HeightWanted()}, Qt::Vertical);
+    LayOutPages();
 }
 
 void MainWindow::ShowProgress(int done, int total)
@@ -390,7 +416,7 @@ void MainWindow::ShowPanel(ScreenWindow& window)
     if (qobject_cast<QDockWidget*>(window.parentWidget()) == nullptr) {
         auto* panel = new Panel(window, this);
         addDockWidget(Qt::BottomDockWidgetArea, panel);
-        resizeDocks({panel}, {window.height() + panel->TitleHeight()}, Qt::Vertical);
+        resizeDocks({panel}, {panel->HeightWanted()}, Qt::Vertical);
         // The window goes when its screen is closed, and takes the panel along.
         connect(&window, &QObject::destroyed, panel, &QObject::deleteLater);
     }

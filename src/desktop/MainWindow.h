@@ -45,6 +45,8 @@ public:
     /// What has the focus goes: the page that stays has it, else the desk.
     void TakeFocusFrom(const ScreenWindow& closing);
     void ShowProgress(int done, int total);
+    /// Shows its pictures at so many percent of their size, and gives pages and panels the room that theirs need.
+    void Zoom(int percent);
     void Detach();
 
 protected:

@@ -48,7 +48,8 @@ const std::array<KeyRow, 11> Keys{{
 
 } // namespace
 
-PreviewWindow::PreviewWindow(frmVSPrint& preview, QWidget* parent) : ScreenWindow(preview, parent), preview(preview)
+PreviewWindow::PreviewWindow(frmVSPrint& preview, QWidget* parent, int percent)
+    : ScreenWindow(preview, parent, percent), preview(preview)
 {
     setWindowFlags(windowFlags() | Qt::WindowMaximizeButtonHint);
     setMinimumSize(LeastWidth, LeastHeight);
@@ -79,7 +80,7 @@ void PreviewWindow::MakeStrip()
     const auto caption = [this](const char* text, QWidget* buddy) {
         auto* label = new QLabel(QString::fromLatin1(text), Header());
         label->setBuddy(buddy);
-        label->resize(label->sizeHint().width() + 2 * Near, buddy->height());
+        captions.push_back(label);
         return label;
     };
     QWidget* order = widget("cmbPrint");
@@ -91,6 +92,20 @@ void PreviewWindow::MakeStrip()
              {widget("SavePdf"), widget("ShowInFolder")}};
     if (auto* page = qobject_cast<QLabel*>(widget("lblPage")))
         page->setAlignment(Qt::AlignCenter);
+    FitCaptions();
+}
+
+void PreviewWindow::FitCaptions()
+{
+    for (QLabel* caption : captions)
+        caption->resize(caption->sizeHint().width() + 2 * Near, caption->buddy()->height());
+}
+
+/// Keeps the size that the user gave it; the strip has what room it needs.
+void PreviewWindow::FitToRoom()
+{
+    FitCaptions();
+    LayOut();
 }
 
 int PreviewWindow::LayOutStrip(int width)

@@ -11,7 +11,7 @@ class PreviewSurface;
 /// larger and smaller, and its keys work wherever the focus stands.
 class PreviewWindow : public ScreenWindow {
 public:
-    PreviewWindow(frmVSPrint& preview, QWidget* parent);
+    PreviewWindow(frmVSPrint& preview, QWidget* parent, int percent = 100);
     ~PreviewWindow() override;
 
     void BoxChanged(const Box& box) override;
@@ -23,10 +23,12 @@ protected:
     void changeEvent(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void FitToRoom() override;
 
 private:
     bool Obey(const QKeyEvent& event);
     void MakeStrip();
+    void FitCaptions();
     /// Places the strip, and the surface below it.
     void LayOut();
     /// Places the strip's controls, in as many lines as the window's width needs; gives its height.
@@ -37,6 +39,7 @@ private:
     frmVSPrint& preview;
     PreviewSurface* surface = nullptr;
     std::vector<std::vector<QWidget*>> strip; ///< the controls that stay together in a line
+    std::vector<QLabel*> captions;            ///< of controls of the strip
 };
 
 } // namespace quillmere

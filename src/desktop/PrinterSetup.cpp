@@ -32,12 +32,12 @@ QString StateOf(const PrinterFacts& printer)
 } // namespace
 
 PrinterSetup::PrinterSetup(std::vector<PrinterFacts> known, std::function<void(const std::string&)> openPage,
-                           QWidget* parent)
+                           const QFont& letters, QWidget* parent)
     : QDialog(parent), printers(std::move(known))
 {
     setWindowTitle(QStringLiteral("Print Setup"));
-    setFont(look::CaptionFont({.size = 13}));
-    resize(460, 360);
+    setFont(letters);
+    resize(QSize(460, 360) * letters.pixelSize() / 13);
     list = new QListWidget(this);
     list->setAccessibleName(QStringLiteral("Printers"));
     for (const PrinterFacts& printer : printers)

@@ -19,7 +19,8 @@ namespace quillmere {
 class PrinterSetup : public QDialog {
 public:
     /// The first printer is the default one. `openPage` is asked to show the page of a printer.
-    PrinterSetup(std::vector<PrinterFacts> printers, std::function<void(const std::string&)> openPage, QWidget* parent);
+    PrinterSetup(std::vector<PrinterFacts> printers, std::function<void(const std::string&)> openPage,
+                 const QFont& letters, QWidget* parent);
 
     /// The chosen printer's name; empty if there are none.
     std::string Chosen() const;

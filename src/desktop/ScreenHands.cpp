@@ -2,6 +2,7 @@
 #include "desktop/BoxWidgets.h"
 #include "desktop/ChoicePopup.h"
 #include "desktop/Look.h"
+#include "desktop/ScreenParts.h"
 #include "desktop/ScreenWindow.h"
 #include "frame/Inserted.h"
 

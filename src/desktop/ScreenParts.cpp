@@ -2,6 +2,7 @@
 
 #include "desktop/Look.h"
 
+#include <QFontInfo>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QStyle>
@@ -13,7 +14,14 @@ namespace quillmere {
 Canvas::Canvas(const Layout& layout, int top, int bottom, const Growth& growth, QWidget* parent)
     : Canvas(layout, Place{0, top}, growth, parent)
 {
+    Span(top, bottom);
+}
+
+void Canvas::Span(int newTop, int bottom)
+{
+    top = newTop;
     setFixedSize(layout.width, bottom - top);
+    update();
 }
 
 Canvas::Canvas(const Layout& layout, int page, const Growth& growth, QWidget* parent)
@@ -66,8 +74,9 @@ void WrappedLabel::paintEvent(QPaintEvent*)
 void Group::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    constexpr int titleHeight = 8;
-    const QRect frame = rect().adjusted(0, titleHeight, 0, 0);
+    // The title is a little smaller than what stands in the group; half of it stands above the frame.
+    const int size = QFontInfo(font()).pixelSize() * 12 / 13;
+    const QRect frame = rect().adjusted(0, size * 2 / 3, 0, 0);
     if (!isEnabled())
         painter.setOpacity(0.5);
     look::Draw(painter, {.what = Layout::Drawn::What::Frame,
@@ -75,7 +84,8 @@ void Group::paintEvent(QPaintEvent*)
                          .y = frame.y(),
                          .width = frame.width(),
                          .height = frame.height(),
-                         .text = title().toStdString()});
+                         .text = title().toStdString(),
+                         .look = {.size = size, .bold = true, .align = TextLook::Align::Centre}});
 }
 
 } // namespace quillmere

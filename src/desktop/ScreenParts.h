@@ -14,6 +14,8 @@ namespace quillmere {
 class Canvas : public QWidget {
 public:
     Canvas(const Layout& layout, int top, int bottom, const Growth& growth, QWidget* parent);
+    /// What lies between two heights is now of this size.
+    void Span(int newTop, int bottom);
     /// A page, which is as large as the tab strip makes it.
     Canvas(const Layout& layout, int page, const Growth& growth, QWidget* parent);
 

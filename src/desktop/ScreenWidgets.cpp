@@ -109,10 +109,8 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
     }
     case BoxKind::Label:
         if (!screen.IsClickable(box)) {
-            const bool wrapped = place.height > Layout::BoxHeight * 3 / 2;
+            const bool wrapped = place.height > Zoomed(Layout::BoxHeight) * 3 / 2;
             QLabel* label = wrapped ? new WrappedLabel(parent) : new QLabel(parent);
-            if (box.IsAmount())
-                label->setFont(look::AmountFont());
             const bool right = box.IsAmount() || (place.look && place.look->align == TextLook::Align::Right);
             label->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
             label->setTextFormat(Qt::PlainText);
@@ -134,8 +132,6 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
 QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
 {
     auto* edit = new BoxEdit(HoldsFigure(box) ? BoxEdit::Holds::Figure : BoxEdit::Holds::Text, parent);
-    if (box.IsMonospaced())
-        edit->setFont(look::AmountFont());
     if (box.IsAmount())
         edit->setAlignment(Qt::AlignRight);
     connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
@@ -205,7 +201,6 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
     case BoxKind::Picture: {
         auto* picture = new QToolButton(parent);
         picture->setIcon(look::Picture(box.Tip()));
-        picture->setIconSize(QSize(20, 20));
         picture->setAutoRaise(true);
         picture->setFocusPolicy(Qt::StrongFocus);
         button = picture;

@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QToolButton>
 
 #include <algorithm>
 #include <cmath>
@@ -37,11 +38,14 @@ void LabelUnseen(QWidget& list)
 
 } // namespace
 
-ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
-    : QWidget(parent), screen(screen), layout(LayoutOf(screen.Name())), growth(layout)
+ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent, int percent)
+    : QWidget(parent),
+      screen(screen),
+      percent(percent),
+      layout(quillmere::Zoomed(LayoutOf(screen.Name()), percent)),
+      growth(layout)
 {
     setObjectName(look::Text(screen.Name()));
-    setFont(look::CaptionFont({.size = 13}));
     if (screen.Mode() == ShowMode::Window || screen.Mode() == ShowMode::Above || screen.Mode() == ShowMode::Modal) {
         setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                        Qt::WindowCloseButtonHint);
@@ -61,21 +65,14 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
     if (layout.captionPlace.width > 0) {
         captionLabel = new WrappedLabel(header);
         captionLabel->setObjectName(objectName() + ".Caption");
-        captionLabel->setGeometry(layout.captionPlace.x, layout.captionPlace.y, layout.captionPlace.width,
-                                  layout.captionPlace.height);
         captionLabel->setAlignment(Qt::AlignCenter);
     }
 
     for (const Layout::Placed& place : layout.placed) {
         Box& box = screen.box(place.box, place.index);
-        QWidget* canvas = CanvasOf(place);
-        QWidget* widget = MakeWidget(box, place, canvas);
+        QWidget* widget = MakeWidget(box, place, CanvasOf(place));
         // The toolkit shows it at Shift+F1, and a screen reader says it.
         widget->setWhatsThis(look::Text(review::WhatsThisOf(screen, box)));
-        const int top = canvas == form ? layout.headerHeight : canvas == foot ? layout.footTop : 0;
-        widget->setGeometry(place.x, place.y - top, place.width, place.height);
-        if (place.look)
-            widget->setFont(look::CaptionFont(*place.look));
         // What has neither is spoken by its caption, as that reads at the time.
         widget->setAccessibleName(look::Text(!place.spoken.empty() ? place.spoken : box.Spoken()));
         if (box.Kind() == BoxKind::DropDown)
@@ -88,10 +85,44 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
             if (fixed != nullptr)
                 fixed->move(-left, fixed->y());
     });
+    LayOutBoxes();
     FixTabOrder();
     CaptionChanged();
     screen.SetView(this);
+    FitToRoom();
+}
 
+/// Gives each control its place and the letters of the window's size.
+void ScreenWindow::LayOutBoxes()
+{
+    setFont(look::CaptionFont({.size = Zoomed(13)}));
+    if (header != nullptr)
+        header->Span(0, layout.headerHeight);
+    form->Span(layout.headerHeight, layout.FormBottom());
+    if (foot != nullptr)
+        foot->Span(layout.footTop, layout.height);
+    if (captionLabel != nullptr)
+        captionLabel->setGeometry(layout.captionPlace.x, layout.captionPlace.y, layout.captionPlace.width,
+                                  layout.captionPlace.height);
+    for (const Layout::Placed& place : layout.placed) {
+        const Box& box = screen.box(place.box, place.index);
+        QWidget* widget = WidgetOf(box);
+        const QWidget* canvas = CanvasOf(place);
+        const int top = canvas == form ? layout.headerHeight : canvas == foot ? layout.footTop : 0;
+        widget->setGeometry(place.x, place.y - top, place.width, place.height);
+        if (box.IsMonospaced() || (box.Kind() == BoxKind::Label && box.IsAmount()))
+            widget->setFont(look::AmountFont(Zoomed(13)));
+        if (place.look)
+            widget->setFont(look::CaptionFont(*place.look));
+        if (auto* picture = qobject_cast<QToolButton*>(widget))
+            picture->setIconSize(QSize(Zoomed(20), Zoomed(20)));
+    }
+}
+
+void ScreenWindow::FitToRoom()
+{
+    if (!isWindow() && parentWidget() != nullptr)
+        return; // whose size the main window gives it
     // At a scale between whole ones the window system may give a pixel less than was asked for.
     const int spare = devicePixelRatioF() == std::floor(devicePixelRatioF()) ? 0 : 1;
     const QSize wanted(layout.width + spare, layout.height + spare);
@@ -99,6 +130,24 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent)
     const bool tall = wanted.height() > room.height();
     resize(std::min(wanted.width() + (tall ? scroll->verticalScrollBar()->sizeHint().width() : 0), room.width()),
            std::min(wanted.height(), room.height()));
+}
+
+void ScreenWindow::Zoom(int newPercent)
+{
+    if (newPercent == percent || detached)
+        return;
+    percent = newPercent;
+    layout = quillmere::Zoomed(LayoutOf(screen.Name()), percent);
+    growth = Growth(layout);
+    LayOutBoxes();
+    FitToRoom();
+    QResizeEvent asEver(size(), size());
+    resizeEvent(&asEver);
+}
+
+QWidget* ScreenWindow::Header() const
+{
+    return header;
 }
 
 ScreenWindow::~ScreenWindow()

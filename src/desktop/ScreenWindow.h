@@ -18,12 +18,14 @@ class QScrollArea;
 namespace quillmere {
 
 class BoxEdit;
+class Canvas;
 
 /// The window of any screen: widgets made from the screen's controls at the places of its layout. Each widget follows
 /// its box, and tells the screen what the user does.
 class ScreenWindow : public QWidget, public ScreenView {
 public:
-    ScreenWindow(Screen& screen, QWidget* parent);
+    /// Shows everything at so many percent of its size.
+    ScreenWindow(Screen& screen, QWidget* parent, int percent = 100);
     ~ScreenWindow() override;
 
     void BoxChanged(const Box& box) override;
@@ -38,12 +40,14 @@ public:
     void SetHelp(std::function<void()> newHelp) { showHelp = std::move(newHelp); }
     /// Who says how many characters at the end of a box's text do not print: those are marked.
     void SetCut(std::function<std::size_t(const Box&)> newCut);
+    void Zoom(int newPercent);
     /// Puts the focus in the first control that takes it.
     void FocusFirst();
     /// Puts the focus back in the field in which the user was last.
     void FocusAgain();
     /// The width that the whole form needs, with a scroll bar.
     int FormWidth() const;
+    int FormHeight() const { return layout.height; }
     /// True for a window whose list takes the room that the user gives it.
     bool GrowsWithItsList() const { return growth.IsPossible(); }
     bool IsDetached() const { return detached; }
@@ -52,7 +56,11 @@ protected:
     /// Makes a widget the one that shows a control.
     void Adopt(Box& box, QWidget& widget);
     /// The part of the window that stays in place, and the one that scrolls below it.
-    QWidget* Header() const { return header; }
+    QWidget* Header() const;
+    /// A length of the window, which is given at its own size.
+    int Zoomed(int length) const { return (length * percent + 50) / 100; }
+    /// The controls have another size: takes the size that they need, as far as the desktop has room.
+    virtual void FitToRoom();
     QScrollArea* Scroll() const { return scroll; }
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -87,16 +95,18 @@ private:
     bool MovesInList(const Box& box, const QKeyEvent& key);
     bool MoveBetweenLines(const Box& box, int lines);
     void FixTabOrder();
+    void LayOutBoxes();
     static bool LeadsOn(const Box& box);
 
     Screen& screen;
     std::function<void()> showHelp;
     std::function<std::size_t(const Box&)> cut;
-    const Layout& layout;
+    int percent;
+    Layout layout; ///< at so many percent
     Growth growth;
-    QWidget* header = nullptr;
-    QWidget* form = nullptr;
-    QWidget* foot = nullptr;
+    Canvas* header = nullptr;
+    Canvas* form = nullptr;
+    Canvas* foot = nullptr;
     QLabel* captionLabel = nullptr; ///< of a page, which has no title bar
     QScrollArea* scroll = nullptr;
     std::vector<QWidget*> pages; ///< of the tab strip

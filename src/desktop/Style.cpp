@@ -1,7 +1,9 @@
 #include "desktop/Style.h"
 
+#include <QFontInfo>
 #include <QPainter>
 #include <QStyleOption>
+#include <QWidget>
 
 #include <algorithm>
 
@@ -26,6 +28,22 @@ QRectF Outlined(const QStyleOption& option, QPainter& painter)
 }
 
 } // namespace
+
+int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
+{
+    const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+    switch (metric) {
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight: {
+        constexpr int UsualLetters = 13;
+        return widget == nullptr ? usual : usual * QFontInfo(widget->font()).pixelSize() / UsualLetters;
+    }
+    default:
+        return usual;
+    }
+}
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                           const QWidget* widget) const

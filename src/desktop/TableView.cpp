@@ -229,6 +229,13 @@ void TableView::resizeEvent(QResizeEvent* event)
     StretchLast();
 }
 
+void TableView::changeEvent(QEvent* event)
+{
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        FitColumns();
+}
+
 bool TableView::Shows(const quillmere::Box& box) const
 {
     return RowInUse() == box.Selected() && (box.Selected() < 0 || ColumnInUse() == box.Column()) &&

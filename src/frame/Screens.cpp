@@ -67,6 +67,12 @@ const Screens::Slot* Screens::FindSlot(std::string_view name) const
     return const_cast<Screens*>(this)->FindSlot(name);
 }
 
+void Screens::Zoom(int percent)
+{
+    if (host != nullptr)
+        host->Zoom(percent);
+}
+
 Screen* Screens::Find(std::string_view name) const
 {
     const Slot* slot = FindSlot(name);

@@ -25,6 +25,8 @@ public:
     virtual void Close(Screen& screen) = 0;
     /// There is deferred work: call RunDeferred as soon as the windows are up.
     virtual void WorkWaiting() = 0;
+    /// Every window is to show at so many percent of its own size.
+    virtual void Zoom(int /*percent*/) {}
 };
 
 /// On which occasions a screen is closed along with others.
@@ -53,6 +55,8 @@ public:
     /// A screen as its class makes it, neither loaded nor kept: for looking at its controls.
     std::unique_ptr<Screen> Make(std::string_view name) const;
     void SetHost(ScreenHost* newHost) { host = newHost; }
+    /// Shows all windows, and those to come, at so many percent of the desktop's size.
+    void Zoom(int percent);
 
     /// The screen if it is loaded, else nothing.
     Screen* Find(std::string_view name) const;

@@ -196,6 +196,8 @@ protected:
     void ExpectReadable();
     /// So does the outline of every tick and option, chosen or not.
     void ExpectMarksToStandOut();
+    /// Every label has room for its words, also at this size of the windows.
+    void ExpectLabelsWhole(int percent) const;
 
     bool IsText(const QWidget& widget) const
     {
@@ -328,6 +330,14 @@ TEST_P(ScreenLooks, ShowsEveryLabelWhole)
     ASSERT_NO_FATAL_FAILURE(Open());
     if (Box* folder = screen->FindBox("lblFolderName"))
         folder->SetText("Clients of the northern branch, first half of the alphabet, from A to M without the agencies");
+    for (const int percent : {100, 80, 125, 200}) {
+        running.host.Zoom(percent);
+        ExpectLabelsWhole(percent);
+    }
+}
+
+void ScreenLooks::ExpectLabelsWhole(int percent) const
+{
     for (const QLabel* label : window->findChildren<QLabel*>()) {
         if (!label->isVisible() || label->objectName() == "frmVSPrint.lblDocument")
             continue;
@@ -336,7 +346,7 @@ TEST_P(ScreenLooks, ShowsEveryLabelWhole)
         const QRect words =
             label->fontMetrics().boundingRect(room, static_cast<int>(label->alignment()) | wrap, label->text());
         EXPECT_TRUE(words.width() <= room.width() && words.height() <= room.height())
-            << label->objectName().toStdString() << ": " << label->text().toStdString();
+            << label->objectName().toStdString() << ": " << label->text().toStdString() << " at " << percent << " %";
     }
 }
 

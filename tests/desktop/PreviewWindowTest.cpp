@@ -391,7 +391,7 @@ TEST(PrinterSetupTest, OpensThePageOfTheChosenPrinter)
     std::vector<std::string> opened;
     PrinterSetup dialog(
         {{.name = "Office"}, {.name = "Attic"}}, [&](const std::string& printer) { opened.push_back(printer); },
-        nullptr);
+        look::CaptionFont({.size = 13}), nullptr);
     EXPECT_EQ(dialog.Chosen(), "Office");
     for (QPushButton* button : dialog.findChildren<QPushButton*>())
         if (button->text() == QStringLiteral("P&roperties..."))

@@ -17,6 +17,7 @@ void Layout::Frame(int x, int y, int w, int h, std::string_view title)
                      .width = w,
                      .height = h,
                      .text = std::string(title),
+                     .look = {.size = 12, .bold = true, .align = TextLook::Align::Centre},
                      .page = page});
 }
 
@@ -85,6 +86,46 @@ void Layout::Field(int y, int captionX, int captionWidth, std::string_view capti
 {
     Text(captionX, y + 3, captionWidth, caption, {.size = 13});
     Place(box, boxX, y, boxWidth, BoxHeight, caption);
+}
+
+namespace {
+
+/// A length or place at so many percent, to the nearest pixel.
+int At(int percent, int length)
+{
+    return (length * percent + 50) / 100;
+}
+
+/// A look at so many percent; never larger, so that words keep within their room.
+TextLook At(int percent, TextLook look)
+{
+    look.size = look.size * percent / 100;
+    return look;
+}
+
+} // namespace
+
+Layout Zoomed(Layout layout, int percent)
+{
+    const auto zoom = [percent](auto& thing) {
+        thing.x = At(percent, thing.x);
+        thing.y = At(percent, thing.y);
+        thing.width = At(percent, thing.width);
+        thing.height = At(percent, thing.height);
+    };
+    for (int* length : {&layout.width, &layout.height, &layout.headerHeight, &layout.footTop})
+        *length = At(percent, *length);
+    zoom(layout.captionPlace);
+    for (Layout::Drawn& drawn : layout.drawn) {
+        zoom(drawn);
+        drawn.look = At(percent, drawn.look);
+    }
+    for (Layout::Placed& placed : layout.placed) {
+        zoom(placed);
+        if (placed.look)
+            placed.look = At(percent, *placed.look);
+    }
+    return layout;
 }
 
 } // namespace quillmere

@@ -78,6 +78,9 @@ struct Layout {
                int boxWidth);
 };
 
+/// A layout at so many percent of its size.
+Layout Zoomed(Layout layout, int percent);
+
 /// The layout of a screen by its name. An unknown name is a mistake in the program: std::logic_error.
 const Layout& LayoutOf(std::string_view screen);
 
