@@ -3,6 +3,7 @@
 #include "cars/CarBenefit.h"
 #include "clientdb/EmployeeFinder.h"
 #include "clientdb/store/TableLayouts.h"
+#include "exchange/TypedBoxes.h"
 #include "exchange/TypingRoom.h"
 #include "frame/Dates.h"
 #include "frame/Text.h"
@@ -12,7 +13,6 @@
 #include <fmt/format.h>
 #include <map>
 #include <optional>
-#include <set>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -31,118 +31,6 @@ std::string_view TableOfCar(int car)
 {
     return car <= 2 ? "P11D" : "ExtraCars";
 }
-
-/// A row that is not taken, with its reason.
-struct Fault {
-    std::string words;
-};
-
-/// An employee as the plan leaves him.
-struct Person {
-    std::string employer, name, nationalInsurance, worksNumber;
-    std::string firstName = {}, surname = {}, reference = {}; ///< of a new one
-    bool isNew = false;
-    std::map<std::pair<std::string, std::string>, std::string> written = {}; ///< by table and field
-    std::set<std::pair<std::string, int>> takenLines = {}; ///< of lists and cars, that rows of this file stand for
-};
-
-/// The stored records, one employee after the other.
-class Stored {
-public:
-    explicit Stored(Database& database) : database(database) {}
-
-    /// What a field of an employee reads once what is planned has been written.
-    std::string Text(const Person& person, std::string_view table, const std::string& field)
-    {
-        const auto planned = person.written.find({std::string(table), field});
-        if (planned != person.written.end())
-            return planned->second;
-        if (person.isNew)
-            return {};
-        Table& of = At(table);
-        if (of.person != &person) {
-            of.records.Seek(person.employer, person.name);
-            of.person = &person;
-        }
-        return of.records.NoMatch() ? std::string() : std::string(of.records.Field(field));
-    }
-    Recordset& Records(std::string_view table) { return At(table).records; }
-
-private:
-    struct Table {
-        Recordset records;
-        const Person* person = nullptr; ///< on whom it stands
-    };
-    Table& At(std::string_view table)
-    {
-        const auto known = tables.find(table);
-        if (known != tables.end())
-            return known->second;
-        Table& opened = tables.emplace(table, Table{database.OpenRecordset(table)}).first->second;
-        opened.records.Index("IndKey");
-        return opened;
-    }
-    Database& database;
-    std::map<std::string, Table, std::less<>> tables;
-};
-
-/// The boxes of a screen, or of a part of one, while cells of one employee are typed into them.
-class Boxes {
-public:
-    Boxes(TypingRoom& room, Screen& screen) : room(room), screen(screen) {}
-
-    void Add(Box& box, std::string_view table, std::string field)
-    {
-        entries.push_back({&box, std::string(table), std::move(field), {}, {}});
-    }
-    /// Shows what is stored.
-    void Show(Stored& stored, const Person& person)
-    {
-        for (Entry& entry : entries)
-            entry.box->ShowStored(stored.Text(person, entry.table, entry.field));
-        for (Entry& entry : entries)
-            entry.shown = entry.before = entry.box->Stored();
-    }
-    /// A cell that says what is there already touches nothing else.
-    void Type(Box& box, std::string_view cell)
-    {
-        const std::string held = box.Stored();
-        if (const std::string wrong = room.Type(screen, box, cell); !wrong.empty())
-            throw Fault{fmt::format("{}: {}", box.Spoken(), wrong)};
-        const bool isSame = box.Stored() == held;
-        for (Entry& entry : entries) {
-            if (isSame && entry.box->Stored() != entry.before)
-                entry.box->ShowStored(entry.before);
-            entry.before = entry.box->Stored();
-        }
-    }
-    /// What has changed of it all, with words for it.
-    void Take(std::vector<PlannedField>& fields, std::vector<std::string>& words) const
-    {
-        for (const Entry& entry : entries) {
-            const std::string now = entry.box->Stored();
-            if (now == entry.shown)
-                continue;
-            fields.push_back({entry.table, entry.field, now});
-            if (!entry.box->Visible())
-                continue;
-            const std::string from(Trimmed(entry.shown)), to(Trimmed(now));
-            words.push_back(from.empty() || entry.box->Kind() == BoxKind::Tick
-                                ? fmt::format("{} {}", entry.box->Spoken(), to)
-                                : fmt::format("{} {} (was {})", entry.box->Spoken(), to, from));
-        }
-    }
-
-private:
-    struct Entry {
-        Box* box;
-        std::string table, field;
-        std::string shown, before; ///< at first, and before the cell that is being typed
-    };
-    TypingRoom& room;
-    Screen& screen;
-    std::vector<Entry> entries;
-};
 
 class Planner {
 public:
@@ -395,13 +283,13 @@ private:
     }
 
     struct Page {
-        Boxes boxes;
+        TypedBoxes boxes;
         std::vector<std::pair<int, Box*>> typed; ///< in the order of the form
     };
     void AddPage(std::string_view name)
     {
         Screen& screen = room.Page(name);
-        Page page{Boxes(room, screen), {}};
+        Page page{TypedBoxes(room, screen), {}};
         for (const auto& box : screen.Boxes()) {
             if (box->Field().empty() || room.Cars().FindBox(box->Name(), box->Index()) != nullptr)
                 continue;
@@ -440,7 +328,7 @@ private:
             throw Fault{fmt::format("There is no list \"{}\"", Cell(What::List))};
         list = name;
         ScheduleNotepad& notepad = room.List(name);
-        Boxes boxes(room, notepad);
+        TypedBoxes boxes(room, notepad);
         for (const auto& box : notepad.Boxes())
             if (!box->Field().empty())
                 boxes.Add(*box, name, Numbered(box->Field(), box->Index()));
@@ -510,7 +398,7 @@ private:
     {
         takenCar = CarFor(person);
         room.EmptyCar(takenCar);
-        Boxes boxes(room, room.Cars());
+        TypedBoxes boxes(room, room.Cars());
         const auto isOfIt = [&](const Box& box) { return box.Name().ends_with(std::to_string(takenCar)); };
         for (const auto& box : room.Cars().Boxes())
             if (isOfIt(*box) && !box->Field().empty())
@@ -598,7 +486,7 @@ private:
         return references.contains(person.employer) ? text : "New employer" + (text.empty() ? "" : "; " + text);
     }
 
-    Stored stored;
+    StoredTexts stored;
     Database& database;
     const Targets& targets;
     const Columns& columns;
