@@ -105,7 +105,7 @@ void StatusTalk::Left(const Screen& screen, const Box& left, std::span<const Rew
 /// The line about a box, with a word about what of its text the paper has no room for.
 std::string StatusTalk::LineNow(const Screen& screen, const Box& box) const
 {
-    const std::string line = LineOf(screen, box);
+    std::string line = LineOf(screen, box);
     const std::size_t cut = CutOnPaper(session, screen, box);
     if (cut == 0)
         return line;

@@ -42,7 +42,7 @@ std::vector<Node> TreeOf(PdfFile& file, const std::vector<PdfOutlineItem>& items
         lastChild[path.back()] = place;
         for (const std::size_t above : path)
             ++nodes[above].below;
-        nodes.push_back(std::move(node));
+        nodes.push_back(node);
         path.push_back(place);
     }
     return nodes;

@@ -208,7 +208,7 @@ struct PdfWriter::State {
         if (found != fixed.end())
             return found->reference;
         const std::string content = PdfContent(document, part.operations, firstMark);
-        const std::string stream = file.AddDeflated(part.isFixed ? DeflatedOnce(content) : deflate.Compress(content));
+        std::string stream = file.AddDeflated(part.isFixed ? DeflatedOnce(content) : deflate.Compress(content));
         if (part.isFixed)
             fixed.push_back({part.operations, firstElement, firstMark, stream});
         return stream;
