@@ -58,8 +58,9 @@ TEST_P(ZoomedScreen, IsTwiceAsLargeInAllItsPartsAndComesBack)
         EXPECT_EQ(place.first.size(), was.size() * 2) << name;
     }
     running.host.Zoom(100);
-    if (!isPreview)
+    if (!isPreview) {
         EXPECT_EQ(Places(), before);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Screens, ZoomedScreen, ::testing::ValuesIn(ScreensWithLayout()),
