@@ -356,18 +356,43 @@ private:
                 fields.push_back({field.table, field.field, field.text});
     }
 
+    /// The line or car that the row names by its number; nothing where it names none.
+    std::optional<int> Named(What what, std::string_view words, int places) const
+    {
+        const std::string said = Cell(what);
+        if (said.empty())
+            return std::nullopt;
+        const int place = ReadWholeNumber(said);
+        if (place < 1 || place > places || std::to_string(place) != said)
+            throw Fault{fmt::format("There is no {} \"{}\"", words, said)};
+        return place;
+    }
+
+    /// Of the places that no other row of the file stands for, the first that is this one's, else the first empty one;
+    /// nothing if there is neither.
+    template<typename IsIts, typename IsEmpty>
+    static std::optional<int> FirstPlace(const Person& person, const std::string& of, int places, const IsIts& isIts,
+                                         const IsEmpty& isEmpty)
+    {
+        std::optional<int> empty;
+        for (int place = 1; place <= places; ++place) {
+            if (person.takenLines.contains({of, place}))
+                continue;
+            if (isIts(place))
+                return place;
+            if (!empty && isEmpty(place))
+                empty = place;
+        }
+        return empty;
+    }
+
     /// The line that the row names, else the one with its description that no other row of the file stands for, else
     /// the first empty one.
     int LineFor(const Person& person, const Screen& screen, const std::vector<std::string>& typed,
                 const std::array<std::string, 3>& entries) const
     {
-        if (const std::string said = Cell(What::Line); !said.empty()) {
-            const int line = ReadWholeNumber(said);
-            if (line < 1 || line > LinesOfASchedule || std::to_string(line) != said)
-                throw Fault{fmt::format("There is no line \"{}\"", said)};
-            return line;
-        }
-        const auto isFree = [&](int line) { return !person.takenLines.contains({*list, line}); };
+        if (const auto named = Named(What::Line, "line", LinesOfASchedule))
+            return *named;
         const auto isEmpty = [&](int line) {
             return std::ranges::all_of(typed,
                                        [&](const std::string& box) { return OnLine(screen, box, line).empty(); });
@@ -378,12 +403,8 @@ private:
                     ReadAmount(OnLine(screen, typed[1], line)) ==
                         ReadAmount(Entry(screen.box(typed[1], line), entries[1])));
         };
-        for (int line = 1; line <= LinesOfASchedule; ++line)
-            if (isFree(line) && isIts(line))
-                return line;
-        for (int line = 1; line <= LinesOfASchedule; ++line)
-            if (isFree(line) && isEmpty(line))
-                return line;
+        if (const auto line = FirstPlace(person, *list, LinesOfASchedule, isIts, isEmpty))
+            return *line;
         throw Fault{fmt::format("All {} lines of list {} are taken", LinesOfASchedule, LetterOfList(*list))};
     }
 
@@ -440,12 +461,8 @@ private:
     /// that is not there.
     int CarFor(const Person& person)
     {
-        if (const std::string said = Cell(What::Car); !said.empty()) {
-            const int car = ReadWholeNumber(said);
-            if (car < 1 || car > MostCars || std::to_string(car) != said)
-                throw Fault{fmt::format("There is no car \"{}\"", said)};
-            return car;
-        }
+        if (const auto named = Named(What::Car, "car", MostCars))
+            return *named;
         const auto held = [&](const char* stem, int car) {
             return Trim(stored.Text(person, TableOfCar(car), Numbered(stem, car)));
         };
@@ -461,13 +478,8 @@ private:
         const auto isEmpty = [&](int car) {
             return held("FMakeModel", car).empty() && held("FRegDate", car).empty() && held("FListPrice", car).empty();
         };
-        const auto isFree = [&](int car) { return !person.takenLines.contains({"Car", car}); };
-        for (int car = 1; car <= MostCars; ++car)
-            if (isFree(car) && isIts(car))
-                return car;
-        for (int car = 1; car <= MostCars; ++car)
-            if (isFree(car) && isEmpty(car))
-                return car;
+        if (const auto car = FirstPlace(person, "Car", MostCars, isIts, isEmpty))
+            return *car;
         throw Fault{fmt::format("All {} cars are taken", MostCars)};
     }
 
