@@ -70,14 +70,7 @@ TEST(BatchesUnderLoad, EveryDocumentArrivesOnceOrIsNamed)
     SpoolerDoor door;
     PrintDesk desk(door);
     desk.printing.engine.documentEnded = nullptr;
-    {
-        Database database = desk.Open();
-        const WriteBatch batch(database);
-        for (int number = 1; number <= employees; ++number)
-            CreateEmployee(database, {.employer = std::string(Employer),
-                                      .firstName = "Jane",
-                                      .surname = fmt::format("Smith-{:04}", number)});
-    }
+    desk.AddSmiths(Employer, employees);
     BatchSelection forms;
     forms.Set(BatchTick::P11D);
     forms.Set(BatchTick::P11DB);

@@ -55,6 +55,17 @@ public:
                                   .payeReference = "123/A456"});
     }
 
+    /// Adds so many employees at once, from "Jane Smith-0001" on.
+    void AddSmiths(std::string_view employer, int count)
+    {
+        Database database = Open();
+        const WriteBatch batch(database);
+        for (int number = 1; number <= count; ++number)
+            CreateEmployee(database, {.employer = std::string(employer),
+                                      .firstName = "Jane",
+                                      .surname = fmt::format("Smith-{:04}", number)});
+    }
+
     /// Sets a field of the one record that the key parts name.
     void Set(std::string_view table, std::string_view employer, std::string_view employee, std::string_view field,
              std::string_view text)
