@@ -1,5 +1,6 @@
 // all_screens DIR [dark]: a picture of every screen of the program, each in its full size, and one sheet with all of
 // them, as on a light desktop or on a dark one.
+#include "PictureSheet.h"
 #include "app/Program.h"
 #include "clientdb/Employees.h"
 #include "desktop/DesktopHost.h"
@@ -12,11 +13,9 @@
 #include "support/TemporaryFolder.h"
 
 #include <QApplication>
-#include <QPainter>
 #include <QPixmap>
 
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 #include <fmt/format.h>
 #include <memory>
@@ -26,11 +25,6 @@
 
 namespace quillmere {
 namespace {
-
-struct ScreenPicture {
-    std::string name;
-    QPixmap picture;
-};
 
 /// A figure in every amount box and words in every other, so that the places of texts can be judged.
 void FillBoxes(Screen& screen)
@@ -71,33 +65,6 @@ QPixmap PictureOf(std::string_view name, Program& program, DesktopHost& host)
     return picture;
 }
 
-/// All pictures on one sheet, each under its name and no wider than a column.
-QPixmap Sheet(const std::vector<ScreenPicture>& pictures)
-{
-    constexpr int Columns = 3, ColumnWidth = 680, Gap = 20, Caption = 26;
-    std::vector<int> bottoms(Columns, Gap);
-    std::vector<QRect> places;
-    for (const ScreenPicture& shown : pictures) {
-        const QSizeF size = shown.picture.deviceIndependentSize();
-        const double shrink = std::min(1.0, ColumnWidth / size.width());
-        const auto column = std::ranges::min_element(bottoms);
-        const int x = Gap + static_cast<int>(column - bottoms.begin()) * (ColumnWidth + Gap);
-        places.emplace_back(x, *column + Caption, static_cast<int>(std::lround(size.width() * shrink)),
-                            static_cast<int>(std::lround(size.height() * shrink)));
-        *column = places.back().bottom() + Gap;
-    }
-    QPixmap sheet(Gap + Columns * (ColumnWidth + Gap), *std::ranges::max_element(bottoms) + Gap);
-    sheet.fill(look::TonesInUse().desk);
-    QPainter painter(&sheet);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.setFont(look::CaptionFont({.size = 15, .bold = true}));
-    for (std::size_t picture = 0; picture < pictures.size(); ++picture) {
-        painter.drawText(places[picture].left(), places[picture].top() - 8, look::Text(pictures[picture].name));
-        painter.drawPixmap(places[picture], pictures[picture].picture);
-    }
-    return sheet;
-}
-
 void Run(const std::filesystem::path& target)
 {
     const test::TemporaryFolder root;
@@ -118,13 +85,13 @@ void Run(const std::filesystem::path& target)
     session.CurrentEmployer = "Acme Ltd";
     session.CurrentEmployee = "Jane Smith";
     host.Main()->resize(1366, 768);
-    std::vector<ScreenPicture> pictures{{"MDIForm1", host.Main()->grab()}};
+    std::vector<test::NamedPicture> pictures{{"MDIForm1", host.Main()->grab()}};
     for (const std::string_view name : ScreensWithLayout())
         if (session.screens.IsRegistered(name))
             pictures.push_back({std::string(name), PictureOf(name, program, host)});
     for (const auto& [name, picture] : pictures)
         picture.save(look::Text((target / (name + ".png")).string()));
-    Sheet(pictures).save(look::Text((target / "all-screens.png").string()));
+    test::SheetOf(pictures).save(look::Text((target / "all-screens.png").string()));
     fmt::print("{} screens in {}\n", pictures.size(), target.string());
     program.Close();
 }
