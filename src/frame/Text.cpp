@@ -1,5 +1,8 @@
 #include "frame/Text.h"
 
+#include <array>
+#include <charconv>
+
 namespace quillmere {
 
 namespace {
@@ -128,9 +131,10 @@ std::string Left(std::string_view text, std::size_t count)
 
 std::string Numbered(std::string_view stem, int number)
 {
-    std::string name(stem);
-    name += std::to_string(number);
-    return name;
+    std::array<char, 12> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    std::string name;
+    return name.append(stem).append(digits.data(), end);
 }
 
 std::u32string CodePoints(std::string_view text)

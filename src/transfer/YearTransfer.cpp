@@ -130,6 +130,62 @@ bool ExistingEmployees::Contains(std::string_view employer, std::string_view emp
     return found.contains(Key(employer, employee));
 }
 
+// ---- last year's records of a table ---------------------------------------------------------------
+
+YearTransfer::LastYearTable::LastYearTable(Database& lastYear, std::string_view table)
+    : sought(lastYear.OpenRecordset(table)), following(lastYear.OpenRecordset(table))
+{
+    sought.Index("PrimaryKey");
+    following.Fetch({"Name"});
+}
+
+const Recordset* YearTransfer::LastYearTable::Find(std::string_view name, bool inOrder)
+{
+    if (inOrder && IsNext(name)) {
+        follows = false;
+        return &following;
+    }
+    if (!quillmere::Find(sought, name))
+        return nullptr;
+    if (inOrder)
+        GoOnTo(name);
+    return &sought;
+}
+
+/// True if the next record that nobody has had is the one of that name. What cannot be read is left to the Seek, which
+/// says so of the record that it is true of.
+bool YearTransfer::LastYearTable::IsNext(std::string_view name)
+{
+    if (isExhausted)
+        return false;
+    try {
+        if (!follows) {
+            following.MoveNext();
+            isExhausted = following.AtEnd();
+            follows = !isExhausted;
+        }
+        return follows && following.Field("Name") == name;
+    } catch (const StoreError& failure) {
+        if (failure.OutOfReach())
+            throw;
+        isExhausted = true;
+        return false;
+    }
+}
+
+/// Passes over records that are not to be transferred, such as the sample's, up to the one that has been sought. It
+/// may lie before them too, so there is an end.
+void YearTransfer::LastYearTable::GoOnTo(std::string_view name)
+{
+    constexpr int MostBetween = 16;
+    for (int passed = 0; passed < MostBetween && !isExhausted; ++passed) {
+        const bool found = IsNext(name);
+        follows = false;
+        if (found)
+            return;
+    }
+}
+
 // ---- the run --------------------------------------------------------------------------------------
 
 YearTransfer::YearTransfer(const std::filesystem::path& thisYearFile, const std::filesystem::path& lastYearFile,
@@ -138,7 +194,8 @@ YearTransfer::YearTransfer(const std::filesystem::path& thisYearFile, const std:
       lastYear(Database::OpenDatabase(lastYearFile, OpenMode::ReadOnly)),
       p11d(Open("P11D")),
       extraCars(Open("ExtraCars")),
-      p11db(Open("P11DB")),
+      p11db(thisYear.OpenRecordset("P11DB")),
+      lastYearP11DB(lastYear.OpenRecordset("P11DB")),
       addedSchedule(thisYear.OpenRecordset("P11DBNotepad1")),
       deductedSchedule(thisYear.OpenRecordset("P11DBNotepad2")),
       batch(thisYear)
@@ -146,7 +203,7 @@ YearTransfer::YearTransfer(const std::filesystem::path& thisYearFile, const std:
     notepads.reserve(TransferTables.size());
     for (const TransferTable& row : TransferTables)
         notepads.push_back(Open(row.table));
-    for (Recordset* ofEmployer : {&p11db.thisYear, &addedSchedule, &deductedSchedule})
+    for (Recordset* ofEmployer : {&p11db, &lastYearP11DB, &addedSchedule, &deductedSchedule})
         ofEmployer->Index("PrimaryKey");
     Recordset& records = p11d.thisYear;
     for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
@@ -157,9 +214,7 @@ YearTransfer::YearTransfer(const std::filesystem::path& thisYearFile, const std:
 
 YearTransfer::Tables YearTransfer::Open(std::string_view table)
 {
-    Tables opened{.thisYear = thisYear.OpenRecordset(table), .lastYear = lastYear.OpenRecordset(table)};
-    opened.lastYear.Index("PrimaryKey");
-    return opened;
+    return {.thisYear = thisYear.OpenRecordset(table), .lastYear = LastYearTable(lastYear, table)};
 }
 
 bool YearTransfer::EmployeeExists(std::string_view employer, std::string_view employee) const
@@ -198,7 +253,7 @@ void YearTransfer::AddRecords(const LastYearEmployee& employee, TransferMode mod
                     .employee = employee.employee,
                     .name = JoinedName(employee.employer, employee.employee)};
     for (std::size_t i = 0; i < TransferTables.size(); ++i)
-        AddRecord(TransferTables[i], notepads[i], keys);
+        AddRecord(TransferTables[i], notepads[i], keys, mode);
     AddEmployeeAndCars(employee, keys, mode);
     AddEmployer(keys);
     AddEmployerSchedule(addedSchedule, keys);
@@ -250,14 +305,14 @@ void YearTransfer::BeginRecord(Recordset& records, const Keys& keys)
     records.SetField("Name", keys.name);
 }
 
-template<class Rule>
-std::optional<CarriedFields> YearTransfer::CarriedFrom(Recordset& records, std::string_view key, std::string_view title,
-                                                       std::string_view notFound, Rule rule)
+template<class Find, class Rule>
+std::optional<CarriedFields> YearTransfer::CarriedFrom(Find find, std::string_view title, std::string_view notFound,
+                                                       Rule rule)
 {
     std::optional<CarriedFields> carried = CarriedFields();
     Attempt(title, [&] {
-        if (Find(records, key)) {
-            carried = rule(ReaderOf(records));
+        if (const Recordset* const record = find()) {
+            carried = rule(ReaderOf(*record));
         } else {
             Notice(title, notFound);
             carried.reset();
@@ -266,14 +321,14 @@ std::optional<CarriedFields> YearTransfer::CarriedFrom(Recordset& records, std::
     return carried;
 }
 
-void YearTransfer::AddRecord(const TransferTable& row, Tables& tables, const Keys& keys)
+void YearTransfer::AddRecord(const TransferTable& row, Tables& tables, const Keys& keys, TransferMode mode)
 {
     std::optional<CarriedFields> carried = CarriedFields();
+    const auto find = [&] { return tables.lastYear.Find(keys.name, mode == TransferMode::All); };
     if (!row.errorTitle.empty())
-        carried = CarriedFrom(
-            tables.lastYear, keys.name, row.errorTitle, EmployeeNotFound, [&](const LastYearRecord& record) {
-                return Carry(row.carries, record, [this]() -> const CurrencyRates& { return Rates(); });
-            });
+        carried = CarriedFrom(find, row.errorTitle, EmployeeNotFound, [&](const LastYearRecord& record) {
+            return Carry(row.carries, record, [this]() -> const CurrencyRates& { return Rates(); });
+        });
     if (!carried)
         return;
     Attempt(row.errorTitle, [&] {
@@ -286,15 +341,17 @@ void YearTransfer::AddRecord(const TransferTable& row, Tables& tables, const Key
 void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode)
 {
     const std::string_view pageTitle = mode == TransferMode::Single ? SingleClientError : std::string_view();
-    const LastYearRecord pageRecord = ReaderOf(p11d.lastYear);
-    const LastYearRecord extraRecord = ReaderOf(extraCars.lastYear);
-    bool inP11D = false;
+    const bool inOrder = mode == TransferMode::All;
+    LastYearRecord pageRecord;
     CarriedFields identity;
     CarriedCars cars;
-    const auto carsOf = [&](const LastYearRecord* extra) { return CarryCars(inP11D ? &pageRecord : nullptr, extra); };
+    const auto carsOf = [&](const LastYearRecord* extra) {
+        return CarryCars(pageRecord ? &pageRecord : nullptr, extra);
+    };
     const bool pageRead = Attempt(pageTitle, [&] {
-        inP11D = Find(p11d.lastYear, keys.name);
-        if (inP11D)
+        if (const Recordset* const found = p11d.lastYear.Find(keys.name, inOrder))
+            pageRecord = ReaderOf(*found);
+        if (pageRecord)
             identity = CarryIdentity(pageRecord);
         else if (mode == TransferMode::Single)
             Notice(pageTitle, EmployeeNotFound);
@@ -306,10 +363,12 @@ void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Ke
         return;
     // Without those that cannot be read the others keep to their own places, and the record has its keys alone.
     Attempt(ExtraCarsError, [&] {
-        const bool inExtraCars = Find(extraCars.lastYear, keys.name);
-        if (!inExtraCars)
+        LastYearRecord extraRecord;
+        if (const Recordset* const found = extraCars.lastYear.Find(keys.name, inOrder))
+            extraRecord = ReaderOf(*found);
+        else
             Notice(ExtraCarsError, EmployeeNotFound);
-        cars = carsOf(inExtraCars ? &extraRecord : nullptr);
+        cars = carsOf(extraRecord ? &extraRecord : nullptr);
     });
     Attempt(pageTitle, [&] {
         // Kept: the employee is made even if last year's database does not have him.
@@ -329,16 +388,17 @@ void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Ke
 void YearTransfer::AddEmployer(const Keys& keys)
 {
     bool isThere = false;
-    if (!Attempt(EmployerError, [&] { isThere = Find(p11db.thisYear, keys.employer); }) || isThere)
+    if (!Attempt(EmployerError, [&] { isThere = Find(p11db, keys.employer); }) || isThere)
         return;
-    const auto carried = CarriedFrom(p11db.lastYear, keys.employer, EmployerError, EmployerNotFound, CarryEmployer);
+    const auto find = [&] { return Find(lastYearP11DB, keys.employer) ? &lastYearP11DB : nullptr; };
+    const auto carried = CarriedFrom(find, EmployerError, EmployerNotFound, CarryEmployer);
     if (!carried)
         return;
     Attempt(EmployerError, [&] {
-        p11db.thisYear.AddNew();
-        p11db.thisYear.SetField("EmployerName", keys.employer);
-        Write(p11db.thisYear, *carried);
-        Add(p11db.thisYear, EmployerError);
+        p11db.AddNew();
+        p11db.SetField("EmployerName", keys.employer);
+        Write(p11db, *carried);
+        Add(p11db, EmployerError);
     });
 }
 

@@ -99,9 +99,28 @@ public:
     const LastYearEmployee& FirstNotStored() const { return firstNotStored; }
 
 private:
+    /// Last year's records of a table, one for each employee. Those of a whole run mostly stand in the order in which
+    /// the employees come, so the record behind the last is looked at before one is sought by its name.
+    class LastYearTable {
+    public:
+        LastYearTable(Database& lastYear, std::string_view table);
+
+        /// The record of that name; nullptr if there is none. `inOrder` allows the look at the record behind the last.
+        const Recordset* Find(std::string_view name, bool inOrder);
+
+    private:
+        bool IsNext(std::string_view name);
+        void GoOnTo(std::string_view name);
+
+        Recordset sought;
+        Recordset following;      ///< in the order of adding
+        bool follows = false;     ///< it stands on a record that nobody has had yet
+        bool isExhausted = false; ///< it has come to its end, or failed
+    };
     /// A table of both databases.
     struct Tables {
-        Recordset thisYear, lastYear;
+        Recordset thisYear;
+        LastYearTable lastYear;
     };
     struct Keys {
         std::string_view employer, employee;
@@ -110,7 +129,7 @@ private:
 
     Tables Open(std::string_view table);
     void AddRecords(const LastYearEmployee& employee, TransferMode mode);
-    void AddRecord(const TransferTable& row, Tables& tables, const Keys& keys);
+    void AddRecord(const TransferTable& row, Tables& tables, const Keys& keys, TransferMode mode);
     void AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode);
     void AddEmployer(const Keys& keys);
     void AddEmployerSchedule(Recordset& schedule, const Keys& keys);
@@ -119,9 +138,8 @@ private:
     bool Attempt(std::string_view title, Work work);
     /// What the rule takes over from last year's record. Nothing if there is none, which is told. One that cannot be
     /// read is told too and carries no field: its record is then made with its keys alone, so that it can be entered.
-    template<class Rule>
-    std::optional<CarriedFields> CarriedFrom(Recordset& records, std::string_view key, std::string_view title,
-                                             std::string_view notFound, Rule rule);
+    template<class Find, class Rule>
+    std::optional<CarriedFields> CarriedFrom(Find find, std::string_view title, std::string_view notFound, Rule rule);
     /// Begins a record of the employee with its keys.
     static void BeginRecord(Recordset& records, const Keys& keys);
     /// Ends the adding of a record. One that is there already stays as it is, and is told.
@@ -131,7 +149,8 @@ private:
 
     Database thisYear, lastYear;
     std::vector<Tables> notepads; ///< in the order of TransferTables
-    Tables p11d, extraCars, p11db;
+    Tables p11d, extraCars;
+    Recordset p11db, lastYearP11DB;
     Recordset addedSchedule, deductedSchedule;
     ExistingEmployees existing;
     std::optional<CurrencyRates> rates;

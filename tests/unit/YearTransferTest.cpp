@@ -187,6 +187,66 @@ TEST_F(Transferring, TheRecordsAreMadeInTheirOrder)
                      "SpareTable", "P11D",      "ExtraCars", "P11DB",     "P11DBNotepad1", "P11DBNotepad2"}));
 }
 
+/// Whom a table of last year's lacks, whom this year has already and in which order the records stand makes no
+/// difference to what is made; it makes one to how many of them have to be sought.
+TEST_F(Transferring, RecordsAreReadInOneOrderedPassAndTheSameInAnyOrder)
+{
+    constexpr int Employees = 60;
+    {
+        Database lastYear = LastYear();
+        WriteBatch batch(lastYear);
+        for (int i = 0; i < 20; ++i)
+            Create(lastYear, "A SAMPLE", "Sam", std::to_string(i));
+        for (int i = 0; i < Employees; ++i)
+            Create(lastYear, "Acme", "Jane", std::to_string(i));
+        Recordset notepads = lastYear.OpenRecordset("BNotepad");
+        notepads.Index("IndKey");
+        for (int i = 0; i < Employees; ++i) {
+            notepads.Seek("Acme", fmt::format("Jane {}", i));
+            notepads.Edit();
+            notepads.SetField("Description1", fmt::format("of {}", i));
+            notepads.Update();
+        }
+        notepads.Seek("Acme", "Jane 7");
+        notepads.Delete();
+        batch.Commit();
+        Database database = Open();
+        Create(database, "Acme", "Jane", "30");
+    }
+    const std::filesystem::path empty = folder.path / "empty";
+    std::filesystem::copy_file(file, empty);
+    int sought = 0;
+    SetStoreFaultHook([&](std::string_view statement) {
+        sought += statement.find("FROM [BNotepad] WHERE [Name]=?") != std::string_view::npos;
+        return SQLITE_OK;
+    });
+    const Notices missing{{"Notepad B - File Transfer error", "Employee not found"}};
+    EXPECT_EQ(TransferAll(), missing);
+    EXPECT_LE(sought, 4) << "past the sample, to the one who is not there, and past the one who is there already";
+    const auto inOrder = Dump(file);
+    EXPECT_EQ(inOrder.at("BNotepad").at("Acme|Jane 59").at("Description1"), "of 59");
+    EXPECT_EQ(inOrder.at("BNotepad").size(), Employees - 1u);
+    {
+        Database lastYear = LastYear();
+        WriteBatch batch(lastYear);
+        Recordset notepads = lastYear.OpenRecordset("BNotepad");
+        notepads.Index("IndKey");
+        for (const int i : {0, 3, 20, 59}) {
+            notepads.Seek("Acme", fmt::format("Jane {}", i));
+            notepads.Delete();
+            Add(lastYear, "BNotepad", "Acme", fmt::format("Jane {}", i));
+            notepads.Seek("Acme", fmt::format("Jane {}", i));
+            notepads.Edit();
+            notepads.SetField("Description1", fmt::format("of {}", i));
+            notepads.Update();
+        }
+        batch.Commit();
+    }
+    std::filesystem::copy_file(empty, file, std::filesystem::copy_options::overwrite_existing);
+    EXPECT_EQ(TransferAll(), missing);
+    EXPECT_EQ(Dump(file), inOrder);
+}
+
 TEST_F(Transferring, TheLastYearSampleGoesOver)
 {
     std::filesystem::remove(lastYearFile);
