@@ -4,6 +4,7 @@
 #include "clientdb/Employees.h"
 #include "clientdb/RecentEmployees.h"
 #include "clientdb/SafetyCopies.h"
+#include "clientdb/TypedJournal.h"
 #include "clientdb/UserOperation.h"
 #include "edition/Edition.h"
 #include "frame/BusyPointer.h"
@@ -510,6 +511,8 @@ void RenameEmp::RenameChosenEmployer()
         const UserOperation operation(session, fmt::format("Rename {} to {}", employer, newName));
         Database database = OpenClients(session);
         RenameEmployer(database, employer, newName, box("NewPAYE").Text());
+        CarryWaiting(session, database, {.table = {}, .employer = employer, .employee = {}},
+                     {.table = {}, .employer = newName, .employee = {}});
     }
     RebuildRecent(session);
     if (!FillList())
@@ -542,6 +545,8 @@ void RenameEmp::RenameChosenEmployee()
         const UserOperation operation(session, fmt::format("Rename {} to {}", employee, newName));
         Database database = OpenClients(session);
         RenameEmployee(database, session.CurrentEmployer, employee, newName);
+        CarryWaiting(session, database, {.table = {}, .employer = session.CurrentEmployer, .employee = employee},
+                     {.table = {}, .employer = session.CurrentEmployer, .employee = newName});
     }
     RebuildRecent(session);
     static_cast<void>(FillList());

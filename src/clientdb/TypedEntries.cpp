@@ -155,6 +155,14 @@ void TypedEntries::Release(const std::string& desk) const
     });
 }
 
+void TypedEntries::Rename(const std::function<Record(const Record&)>& renamed) const
+{
+    Change([&](std::vector<Line>& kept) {
+        for (Line& line : kept)
+            line.record = renamed(line.record);
+    });
+}
+
 void TypedEntries::Forget(const std::vector<Line>& lines) const
 {
     Change([&](std::vector<Line>& kept) {

@@ -46,6 +46,8 @@ public:
     void KeepOf(const std::string& desk, const std::vector<Line>& lines) const;
     /// The desk has ended: what it was at waits from now on.
     void Release(const std::string& desk) const;
+    /// What is kept for a record is kept for the one that `renamed` makes of it.
+    void Rename(const std::function<Record(const Record&)>& renamed) const;
     /// Forgets lines that wait.
     void Forget(const std::vector<Line>& lines) const;
 

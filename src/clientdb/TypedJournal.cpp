@@ -3,7 +3,6 @@
 #include "clientdb/Notepad.h"
 #include "clientdb/OpenRecord.h"
 #include "clientdb/UserOperation.h"
-#include "clientdb/store/Recordset.h"
 #include "clientdb/store/TableLayouts.h"
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"
@@ -36,26 +35,39 @@ void PutOver(std::vector<TypedEntries::Line>& lines, const TypedEntries::Line& l
     lines.push_back(line);
 }
 
-/// False for a line of another version, or one that somebody has written by hand.
-bool Knows(const TypedEntries::Line& line)
+/// The layout of a record's table; nullptr for one of another version, or that somebody has written by hand.
+const TableLayout* LayoutOf(const TypedEntries::Record& record)
 {
     const auto tables = ClientTables();
-    const auto table = std::ranges::find(tables, line.record.table, &TableLayout::name);
-    return table != tables.end() &&
-           table->level == (line.record.employee.empty() ? TableLevel::Employer : TableLevel::Employee) &&
-           FieldsOf(*table).Find(line.entry.field) != TableFields::None;
+    const auto table = std::ranges::find(tables, record.table, &TableLayout::name);
+    const bool isKnown = table != tables.end() &&
+                         table->level == (record.employee.empty() ? TableLevel::Employer : TableLevel::Employee);
+    return isKnown ? &*table : nullptr;
+}
+
+bool Knows(const TypedEntries::Line& line)
+{
+    const TableLayout* const layout = LayoutOf(line.record);
+    return layout != nullptr && FieldsOf(*layout).Find(line.entry.field) != TableFields::None;
+}
+
+/// A cursor on the record, if it is there.
+Recordset RecordsAt(Database& database, const TypedEntries::Record& record)
+{
+    Recordset records = database.OpenRecordset(record.table);
+    const bool isOfEmployee = !record.employee.empty();
+    records.Index(isOfEmployee ? "IndKey" : "PrimaryKey");
+    if (isOfEmployee)
+        records.Seek(record.employer, record.employee);
+    else
+        records.Seek(record.employer);
+    return records;
 }
 
 /// What the store holds in the line's field; nothing if the record is not there.
 std::optional<std::string> TextIn(Database& database, const TypedEntries::Line& line)
 {
-    Recordset records = database.OpenRecordset(line.record.table);
-    const bool isOfEmployee = !line.record.employee.empty();
-    records.Index(isOfEmployee ? "IndKey" : "PrimaryKey");
-    if (isOfEmployee)
-        records.Seek(line.record.employer, line.record.employee);
-    else
-        records.Seek(line.record.employer);
+    const Recordset records = RecordsAt(database, line.record);
     return records.NoMatch() ? std::nullopt : std::optional<std::string>(records.Field(line.entry.field));
 }
 
@@ -211,6 +223,27 @@ void TypedJournal::Forget(const std::vector<TypedEntries::Line>& lines)
     });
     Write();
     TypedEntries(session.ClientDatabasePath()).Forget(lines);
+}
+
+void CarryWaiting(Session& session, Database& database, const TypedEntries::Record& from,
+                  const TypedEntries::Record& to)
+{
+    const TypedEntries entries(session.ClientDatabasePath());
+    if (entries.All().empty())
+        return;
+    try {
+        entries.Rename([&](const TypedEntries::Record& record) {
+            const bool isMeant =
+                record.employer == from.employer && (from.employee.empty() || record.employee == from.employee);
+            if (!isMeant || LayoutOf(record) == nullptr || !RecordsAt(database, record).NoMatch())
+                return record;
+            return TypedEntries::Record{.table = record.table,
+                                        .employer = to.employer,
+                                        .employee = from.employee.empty() ? record.employee : to.employee};
+        });
+    } catch (const FileError& failure) {
+        SetStatusNote(session, "What waits to be stored keeps the old name: " + std::string(failure.what()));
+    }
 }
 
 } // namespace quillmere

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/TypedEntries.h"
+#include "clientdb/store/Recordset.h"
 #include "frame/Session.h"
 
 #include <filesystem>
@@ -52,5 +53,10 @@ private:
     bool isScheduled = false, hasEnded = false, isTold = false;
     std::shared_ptr<int> life = std::make_shared<int>(); ///< what waits does nothing after it
 };
+
+/// What waits for an employer, or for one of his employees, who has got another name in the store waits for him under
+/// that name. A record that has kept its old one, since the new one was taken, keeps what waits for it.
+void CarryWaiting(Session& session, Database& database, const TypedEntries::Record& from,
+                  const TypedEntries::Record& to);
 
 } // namespace quillmere

@@ -299,6 +299,38 @@ TEST_F(TypedJournalTest, AFolderThatTakesNoFileIsToldOnceAndCostsNothingElse)
     EXPECT_TRUE(door.messages.empty());
 }
 
+TEST_F(TypedJournalTest, WhatWaitsForSomebodyWhoIsRenamedGoesWithHim)
+{
+    Create("Acme", "John", "Brown");
+    Create("Bolt", "Jane", "Jones");
+    const auto waitsFor = [](std::string employer, std::string employee) {
+        return TypedEntries::Line{
+            .record = {.table = "P11D", .employer = std::move(employer), .employee = std::move(employee)},
+            .entry = {.field = "WorkNumberBox", .stored = "", .typed = "W17", .moment = "2011-06-30 11:00:00"}};
+    };
+    const TypedEntries kept(Now().ClientDatabasePath());
+    const auto lines = [&](std::initializer_list<std::pair<std::string, std::string>> names) {
+        std::vector<TypedEntries::Line> all;
+        for (const auto& [employer, employee] : names)
+            all.push_back(waitsFor(employer, employee));
+        return all;
+    };
+    kept.Keep(lines({{"Acme", "Jane Smith"}, {"Acme", "John Brown"}, {"Bolt", "Jane Jones"}}));
+    Menu("FileRename");
+    Mark("EmployerList", "EmployerList");
+    Click("EmployerList", "EmpSelect2");
+    Mark("RenameEmp", "RenameEmployee");
+    At("RenameEmp", "NewEmployer").SetText("Jane Jones");
+    Click("RenameEmp", "Rename2");
+    EXPECT_EQ(kept.All(), lines({{"Acme", "Jane Jones"}, {"Acme", "John Brown"}, {"Bolt", "Jane Jones"}}));
+    // The other Jane Jones has the name already: this one stays with the old employer, and so does what waits for her.
+    Menu("FileRenameEmp");
+    Mark("RenameEmp", "RenameE");
+    At("RenameEmp", "NewEmployer").SetText("Bolt");
+    Click("RenameEmp", "Rename");
+    EXPECT_EQ(kept.All(), lines({{"Acme", "Jane Jones"}, {"Bolt", "John Brown"}, {"Bolt", "Jane Jones"}}));
+}
+
 TEST_F(TypedJournalTest, LinesThatNobodyKnowsAreNotOffered)
 {
     const TypedEntries::Record jane{.table = "P11D", .employer = "Acme", .employee = "Jane Smith"};
