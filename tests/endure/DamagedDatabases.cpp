@@ -92,8 +92,10 @@ Findings DamagedDatabases(const Assignment& assignment)
 {
     const std::filesystem::path file = assignment.folder / "clients";
     const std::string sound = Sound(file);
+    Progress progress;
     Findings findings;
     for (std::int64_t next = 0; next < assignment.count;) {
+        progress.At(findings.tried);
         const std::int64_t end = std::min(assignment.count, next + InOneProcess);
         const Ending ending = InAProcess(
             [&](int tell) {

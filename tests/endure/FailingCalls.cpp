@@ -151,6 +151,7 @@ Findings GoThrough(const Assignment& assignment, const std::vector<Fault>& kinds
 {
     const Work work(assignment.folder);
     std::mt19937_64 random(assignment.seed);
+    Progress progress;
     Findings findings;
     for (std::size_t job = 0; job < work.Jobs().size(); ++job) {
         const Texts texts = TextsOf(work.Of(job));
@@ -159,9 +160,11 @@ Findings GoThrough(const Assignment& assignment, const std::vector<Fault>& kinds
             const std::uint64_t stride =
                 assignment.quick ? std::max<std::uint64_t>(1, 3000 / static_cast<std::uint64_t>(assignment.count)) : 1;
             for (fault.at = static_cast<std::int64_t>(1 + random() % stride); TryOne(work, job, fault, texts, findings);
-                 fault.at += static_cast<std::int64_t>(1 + random() % (2 * stride - 1)))
+                 fault.at += static_cast<std::int64_t>(1 + random() % (2 * stride - 1))) {
+                progress.At(findings.tried);
                 if (assignment.planted && !findings.faults.empty())
                     return findings;
+            }
         }
     }
     return findings;

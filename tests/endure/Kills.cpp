@@ -11,8 +11,10 @@ Findings Kills(const Assignment& assignment)
 {
     const Work work(assignment.folder);
     std::mt19937_64 random(assignment.seed);
+    Progress progress;
     Findings findings;
     while (findings.tried < assignment.count) {
+        progress.At(findings.tried);
         const std::size_t job = random() % work.Jobs().size();
         const Rehearsed& rehearsed = work.Of(job);
         const auto after = std::chrono::microseconds(random() % static_cast<std::uint64_t>(rehearsed.took.count()));

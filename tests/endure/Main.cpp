@@ -121,6 +121,14 @@ std::span<const Trial> Trials()
     return All;
 }
 
+void Progress::At(std::int64_t tried)
+{
+    if (Clock::now() - told < std::chrono::minutes(1))
+        return;
+    told = Clock::now();
+    fmt::print(stderr, "{} tried so far\n", tried);
+}
+
 } // namespace quillmere::endure
 
 int main(int count, char** words)

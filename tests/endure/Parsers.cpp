@@ -183,7 +183,9 @@ Findings Parsers(const Assignment& assignment)
     const Ending ending = InAProcess(
         [&](int tell) {
             std::mt19937_64 random(assignment.seed);
+            Progress progress;
             for (std::int64_t number = 0; number < assignment.count; ++number) {
+                progress.At(number);
                 ::alarm(5);
                 const std::string text = AnyText(random);
                 const Fed fed{assignment.folder, text, static_cast<std::uint64_t>(number)};

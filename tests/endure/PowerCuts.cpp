@@ -218,6 +218,7 @@ Findings PowerCuts(const Assignment& assignment)
 {
     const Work work(assignment.folder);
     std::mt19937_64 random(assignment.seed);
+    Progress progress;
     Findings findings;
     const auto cutsOfAJob = assignment.count / static_cast<std::int64_t>(work.Jobs().size()) + 1;
     const std::filesystem::path left = assignment.folder / "left";
@@ -236,7 +237,7 @@ Findings PowerCuts(const Assignment& assignment)
             for (; at < cut; ++at)
                 disk.Take(events[at]);
             disk.Cut(random, left, work.Desk());
-            ++findings.tried;
+            progress.At(++findings.tried);
             const Rehearsed& rehearsed = work.Of(job);
             const std::size_t done = cut == 0               ? 0
                                      : cut == events.size() ? rehearsed.after.size()

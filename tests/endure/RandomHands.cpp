@@ -7,6 +7,7 @@
 #include "clientdb/Employees.h"
 #include "desktop/DesktopHost.h"
 #include "desktop/MainWindow.h"
+#include "desktop/layouts/Layout.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -167,20 +168,24 @@ private:
 
 Findings RandomHands(const Assignment& assignment)
 {
+    Progress progress;
     Findings findings;
     std::int64_t session = 0;
     while (findings.tried < assignment.count) {
         const Ending ending = InAProcess(
             [&](int tell) {
-                // What the toolkit keeps for good it has after the first few.
+                // What is kept for good is there after the first few: each layout is written once, and the toolkit
+                // keeps the letters of each size.
                 constexpr std::int64_t Settled = 6;
-                std::size_t before = 0;
+                for (const std::string_view screen : ScreensWithLayout())
+                    static_cast<void>(LayoutOf(screen));
                 std::filesystem::current_path(assignment.folder); // a name without a start is in there, too
                 Fence fence(assignment.folder);
                 const Watch watch("/", fence);
                 for (std::int64_t steps = findings.tried; steps < assignment.count; ++session) {
                     {
                         Session one(assignment.folder / "desk", assignment.seed + static_cast<std::uint64_t>(session));
+                        progress.At(steps);
                         for (std::int64_t step = 0; step < StepsOfASession; ++step, ++steps) {
                             ::alarm(60);
                             one.Step();
@@ -190,14 +195,8 @@ Findings RandomHands(const Assignment& assignment)
                                 std::abort();
                         }
                     }
-                    if (session % Settled == Settled - 1) {
-                        const std::size_t now = BytesInUse();
-                        Tell(tell, fmt::format("{} {} {}", session, steps, now));
-                        if (before == 0)
-                            before = now;
-                    } else {
-                        Tell(tell, fmt::format("{} {} 0", session, steps));
-                    }
+                    Tell(tell,
+                         fmt::format("{} {} {}", session, steps, session % Settled == Settled - 1 ? BytesInUse() : 0));
                 }
             },
             std::chrono::hours(24));

@@ -2,6 +2,7 @@
 
 #include "support/Process.h"
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -29,6 +30,17 @@ struct Assignment {
     /// The run is to see its own work hurt on purpose: it must find faults, or it could never find any.
     bool planted = false;
     bool quick = false; ///< a trial that goes through all of something takes a part of it
+};
+
+/// Says on stderr once a minute how far a trial has come.
+class Progress {
+public:
+    void At(std::int64_t tried);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    Clock::time_point told = Clock::now();
 };
 
 struct Trial {
