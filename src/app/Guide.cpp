@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
+#include <iterator>
 
 namespace quillmere {
 
@@ -20,25 +22,45 @@ struct SectionRow {
 constexpr auto Rows = std::to_array<SectionRow>({
     {"Form3", "F", "Cars"},
     {"Form3", "txtUnavailable", "Cars"},
-    {"Form3_4 Form5_6 FNotepad Form1", "", "Cars"},
-    {"Form3 Side2Form1 P11DDeclaration", "", "The two pages"},
-    {"ANotepad BNotepad CNotepad INotepad KNotepad LNotepad NNotepad1 NNotepad2 NNotepad3", "", "Notepads"},
-    {"ONotepad1 ONotepad2 ONotepad3 ONotepad4 ONotepad5 ONotepad6 P11DBNotepad1 P11DBNotepad2", "", "Notepads"},
-    {"DNotepad D2Notepad D2InfoNotepad ENotepad GNotepad GNotepad2 HNotepad HNotepad2 JNotepad", "", "Notepads"},
-    {"NewFileCheck NewFile EmployerList EmployeeList RenameEmp", "", "Employers and employees"},
+    {"Form3_4 Form5_6", "", "Further cars"},
+    {"FNotepad Form1", "", "The list of car figures"},
+    {"Form3", "", "Page 1"},
+    {"Side2Form1", "", "Page 2"},
+    {"P11DDeclaration", "", "The P11D(b)"},
+    {"P11DBNotepad1 P11DBNotepad2", "", "Adjustments"},
+    {"ANotepad BNotepad CNotepad INotepad KNotepad LNotepad NNotepad1 NNotepad2 NNotepad3", "", "Lists of items"},
+    {"ONotepad1 ONotepad2 ONotepad3 ONotepad4 ONotepad5 ONotepad6", "", "Lists of items"},
+    {"DNotepad D2Notepad D2InfoNotepad", "", "Living accommodation"},
+    {"ENotepad", "", "Mileage"},
+    {"GNotepad GNotepad2", "", "Vans"},
+    {"HNotepad HNotepad2", "", "Loans"},
+    {"JNotepad", "", "Relocation"},
+    {"NewFileCheck NewFile", "", "New employers and employees"},
+    {"EmployerList EmployeeList", "", "Opening an employee"},
+    {"RenameEmp", "", "Renaming and deleting"},
     {"FindEmployee", "", "Find Employee"},
     {"TypedStrip TypedList", "", "Typed and not stored"},
     {"ChangeHistory", "", "Undo and history"},
     {"CheckList", "", "Check"},
-    {"HelpBook", "", "Help"},
+    {"Explanation", "", "Explain"},
+    {"OverviewList", "", "Overview"},
     {"LastYearSheet", "", "Compare with last year"},
-    {"About", "", "About the program"},
     {"CalculatorCheck", "", "Check the Calculators"},
-    {"SafetyCopies DamagedDatabase", "", "Safety copies"},
-    {"frmVSPrint frmVSPrintDialog frmVSPrintSettings", "", "Printing"},
-    {"PrePrint PdfFiles LastBatch", "", "A whole employer"},
-    {"frmFolderManager frmBackup TransferList", "", "Folders, backup, last year"},
-    {"MDIForm1", "", "The first start"},
+    {"HelpBook", "", "Help"},
+    {"About", "", "About the program"},
+    {"ImportTable", "", "Import"},
+    {"ExportTable", "", "Export"},
+    {"SafetyCopies", "", "Safety copies"},
+    {"DamagedDatabase", "", "A damaged database"},
+    {"frmVSPrint frmVSPrintDialog", "", "The preview"},
+    {"frmVSPrintSettings", "", "Report Settings"},
+    {"PrePrint", "", "A whole employer"},
+    {"PdfFiles", "", "A whole employer as PDF files"},
+    {"LastBatch", "", "The last batch"},
+    {"frmFolderManager", "", "Client folders"},
+    {"frmBackup", "", "Backup"},
+    {"TransferList", "", "Last year"},
+    {"MDIForm1", "", "The main window"},
 });
 
 /// Level of a heading; 0 for any other line.
@@ -50,22 +72,20 @@ int LevelOf(std::string_view line)
 
 } // namespace
 
-std::vector<GuideSection> SectionsOf(std::string_view markdown)
+std::vector<GuideSection> SectionsOf(const GuideChapter& chapter)
 {
     std::vector<GuideSection> sections;
-    while (!markdown.empty()) {
-        const std::size_t end = std::min(markdown.find('\n'), markdown.size());
-        const std::string_view line = markdown.substr(0, end);
-        markdown.remove_prefix(std::min(end + 1, markdown.size()));
+    for (std::string_view rest = chapter.text; !rest.empty();) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        const std::string_view line = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
         const int level = LevelOf(line);
-        if (level > 1)
+        if (level > 0)
             sections.push_back({.title = std::string(line.substr(static_cast<std::size_t>(level) + 1)),
                                 .level = level,
-                                .markdown = {}});
-        if (line.starts_with("!["))
-            continue;
+                                .file = chapter.file});
         // A line belongs to its section and to those around it.
-        int within = level > 1 ? level : 99;
+        int within = level > 0 ? level : 99;
         for (auto section = sections.rbegin(); section != sections.rend(); ++section) {
             if (section == sections.rbegin() || section->level < within) {
                 section->markdown.append(line).append("\n");
@@ -78,16 +98,33 @@ std::vector<GuideSection> SectionsOf(std::string_view markdown)
 
 std::vector<GuideSection> ReadGuide()
 {
-    std::vector<GuideSection> sections = SectionsOf(GuideText);
-    // The other page has a title of its own, which is a heading here.
-    std::string list;
-    for (std::string_view rest = CarListText; !rest.empty();) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        list.append(LevelOf(rest.substr(0, end)) > 0 ? "#" : "").append(rest.substr(0, end)).append("\n");
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
-    std::ranges::move(SectionsOf(list), std::back_inserter(sections));
+    std::vector<GuideSection> sections;
+    for (const GuideChapter& chapter : GuideChapters())
+        std::ranges::move(SectionsOf(chapter), std::back_inserter(sections));
     return sections;
+}
+
+std::string AnchorOf(std::string_view title)
+{
+    std::string anchor;
+    for (const char character : title) {
+        if (std::isalnum(static_cast<unsigned char>(character)) != 0)
+            anchor += static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+        else if (character == ' ' || character == '-')
+            anchor += '-';
+    }
+    return anchor;
+}
+
+const GuideSection* SectionAt(const std::vector<GuideSection>& sections, std::string_view file, std::string_view link)
+{
+    const std::size_t mark = std::min(link.find('#'), link.size());
+    const std::string_view wanted = mark == 0 ? file : link.substr(0, mark);
+    const std::string_view anchor = link.substr(std::min(mark + 1, link.size()));
+    const auto found = std::ranges::find_if(sections, [&](const GuideSection& section) {
+        return section.file == wanted && (anchor.empty() || AnchorOf(section.title) == anchor);
+    });
+    return found == sections.end() ? nullptr : &*found;
 }
 
 std::string_view SectionAbout(std::string_view screen, std::string_view box)

@@ -1,28 +1,41 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// The user guide inside the program: its sections, and which of them is about what.
+/// The user guide inside the program: its chapters and sections, and which of them is about what.
 namespace quillmere {
 
-/// The files of the guide, as they were when the program was built.
-extern const std::string_view GuideText;
-extern const std::string_view CarListText;
-
-struct GuideSection {
-    std::string title;
-    int level = 2;        ///< of its heading; one of a lower level has those of a higher one within
-    std::string markdown; ///< heading, text and the sections within
+/// A chapter of the guide, as its file was when the program was built.
+struct GuideChapter {
+    std::string_view file; ///< its name in docs/guide
+    std::string_view text;
 };
 
-/// The sections of a text in Markdown, in its order. Its title and pictures are left out: the screens themselves are at
-/// hand.
-std::vector<GuideSection> SectionsOf(std::string_view markdown);
+/// All chapters, in the order of the guide's own list.
+std::span<const GuideChapter> GuideChapters();
 
-/// All sections of the guide, that about car figures last.
+/// A heading of a chapter with what stands below it; the whole chapter begins with one of level 1.
+struct GuideSection {
+    std::string title;
+    int level = 1;             ///< one of a lower level has those of a higher one within
+    std::string_view file;     ///< of its chapter
+    std::string markdown = {}; ///< heading, text and the sections within
+};
+
+/// The sections of a chapter, in its order, the chapter itself first.
+std::vector<GuideSection> SectionsOf(const GuideChapter& chapter);
+
+/// All sections of the guide.
 std::vector<GuideSection> ReadGuide();
+
+/// What a link to a section ends with: its title in small letters, with a stroke for each blank.
+std::string AnchorOf(std::string_view title);
+
+/// The section that a link in a chapter leads to: "cars.md", "cars.md#fuel", "#fuel". Null if it leads to none.
+const GuideSection* SectionAt(const std::vector<GuideSection>& sections, std::string_view file, std::string_view link);
 
 /// Title of the section about a box of a screen; empty if the guide has none for it.
 std::string_view SectionAbout(std::string_view screen, std::string_view box);

@@ -1,9 +1,11 @@
 #include "app/HelpBook.h"
 
-#include "app/KeysPage.h"
+#include "app/GuideHtml.h"
 #include "frame/Session.h"
 
+#include <algorithm>
 #include <array>
+#include <fmt/format.h>
 
 namespace quillmere {
 
@@ -11,7 +13,10 @@ namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "HelpSought", .spoken = "Words to look for in the guide", .movesIn = "HelpContents"},
-    {.name = "HelpContents", .kind = BoxKind::Table, .spoken = "Sections of the guide", .columns = "Section"},
+    {.name = "HelpContents",
+     .kind = BoxKind::Table,
+     .spoken = "Chapters and sections of the guide",
+     .columns = "Section"},
     {.name = "HelpText", .kind = BoxKind::Surface, .spoken = "Text of the section"},
     {.name = "HelpClose", .kind = BoxKind::Button, .text = "&Close"},
 });
@@ -23,18 +28,23 @@ HelpBook::HelpBook(Session& session) : Screen(session, "HelpBook", ShowMode::Abo
     AddBoxes(Rows);
     OnType("HelpSought", [this](Box&) { Search({}); });
     OnSelect("HelpContents", [this](Box&) { ShowChosen(); });
+    OnChoose("HelpText", [this](Box& text) { Follow(text.Selected()); });
     OnClick("HelpClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool HelpBook::Load()
 {
     sections = ReadGuide();
-    sections.push_back(KeysPage(session));
-    Search(TitleInUse());
+    // What a link of the text chooses.
+    std::vector<std::string> titles;
+    for (const GuideSection& section : sections)
+        titles.push_back(section.title);
+    box("HelpText").SetEntries(std::move(titles));
+    Search(SectionInUse());
     return true;
 }
 
-void HelpBook::Search(std::string_view title)
+void HelpBook::Search(const GuideSection* wanted)
 {
     listed.clear();
     std::vector<std::string> titles;
@@ -42,10 +52,10 @@ void HelpBook::Search(std::string_view title)
     for (const GuideSection& section : sections) {
         if (!HasWords(section, box("HelpSought").Text()))
             continue;
-        if (section.title == title)
+        if (&section == wanted)
             chosen = static_cast<int>(listed.size());
         listed.push_back(&section);
-        titles.push_back((section.level > 2 ? "    " : "") + section.title);
+        titles.push_back(std::string(static_cast<std::size_t>(section.level - 1) * 4, ' ') + section.title);
     }
     Box& contents = box("HelpContents");
     contents.SetEntries(std::move(titles));
@@ -57,10 +67,31 @@ void HelpBook::ShowChosen()
 {
     const int chosen = box("HelpContents").Selected();
     box("HelpText")
-        .SetText(chosen < 0 ? "No section has these words." : listed.at(static_cast<std::size_t>(chosen))->markdown);
+        .SetText(chosen < 0 ? "<p>No section has these words.</p>"
+                            : HtmlOfSection(*listed.at(static_cast<std::size_t>(chosen))));
 }
 
-std::string_view HelpBook::TitleInUse() const
+std::string HelpBook::HtmlOfSection(const GuideSection& section) const
+{
+    const auto link = [&](std::string_view target) {
+        const GuideSection* found = SectionAt(sections, section.file, target);
+        return found == nullptr ? std::string() : fmt::to_string(found - sections.data());
+    };
+    const auto picture = [&](std::string_view name) {
+        return UrlOf((session.resourceFolder / "guide" / name).string());
+    };
+    return HtmlOf(section.markdown, {.link = link, .picture = picture});
+}
+
+void HelpBook::Follow(int link)
+{
+    if (link < 0 || link >= static_cast<int>(sections.size()))
+        return;
+    box("HelpSought").SetText("");
+    Search(&sections[static_cast<std::size_t>(link)]);
+}
+
+const GuideSection* HelpBook::SectionInUse() const
 {
     std::string_view title = SectionAbout("MDIForm1", {});
     for (const Screen* screen : session.screens.Open()) {
@@ -70,7 +101,8 @@ std::string_view HelpBook::TitleInUse() const
         if (const auto found = SectionAbout(screen->Name(), inUse == nullptr ? "" : inUse->Name()); !found.empty())
             title = found;
     }
-    return title;
+    const auto found = std::ranges::find(sections, title, &GuideSection::title);
+    return found == sections.end() ? nullptr : &*found;
 }
 
 } // namespace quillmere

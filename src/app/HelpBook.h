@@ -8,7 +8,7 @@
 namespace quillmere {
 
 /// The guide inside the program, opened at the section about the box in use. A word typed leaves the sections that have
-/// it.
+/// it; a link in the text leads to its section.
 class HelpBook : public Screen {
 public:
     explicit HelpBook(Session& session);
@@ -17,10 +17,13 @@ public:
 
 private:
     /// Lists the sections that have the words of the line, and shows one of them.
-    void Search(std::string_view title);
+    void Search(const GuideSection* wanted);
     void ShowChosen();
-    /// Title of the section about what the user was in.
-    std::string_view TitleInUse() const;
+    /// Shows the section that a link leads to, whatever the words of the line.
+    void Follow(int link);
+    std::string HtmlOfSection(const GuideSection& section) const;
+    /// The section about what the user was in.
+    const GuideSection* SectionInUse() const;
 
     std::vector<GuideSection> sections;
     std::vector<const GuideSection*> listed; ///< in the order of the list

@@ -1,4 +1,5 @@
 // The widgets of a window: each made from its box, and following it.
+#include "desktop/BookReader.h"
 #include "desktop/BoxWidgets.h"
 #include "desktop/Look.h"
 #include "desktop/ScreenParts.h"
@@ -13,7 +14,6 @@
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
-#include <QTextBrowser>
 #include <QToolButton>
 
 #include <algorithm>
@@ -102,11 +102,8 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
         return MakeTabs(box, parent);
     case BoxKind::Frame:
         return new Group(parent);
-    case BoxKind::Surface: {
-        auto* reader = new QTextBrowser(parent);
-        reader->setOpenLinks(false);
-        return reader;
-    }
+    case BoxKind::Surface:
+        return new BookReader([this, &box](int number) { screen.Choose(box, number); }, parent);
     case BoxKind::Label:
         if (!screen.IsClickable(box)) {
             const bool wrapped = place.height > Zoomed(Layout::BoxHeight) * 3 / 2;
@@ -309,8 +306,8 @@ void ScreenWindow::BoxChanged(const Box& box)
             group->setTitle(look::Text(box.Text()));
         break;
     case BoxKind::Surface:
-        if (auto* reader = qobject_cast<QTextBrowser*>(widget))
-            reader->setMarkdown(look::Text(box.Text()));
+        if (auto* reader = dynamic_cast<BookReader*>(widget))
+            reader->Show(look::Text(box.Text()));
         break;
     case BoxKind::Picture:
     case BoxKind::Menu:

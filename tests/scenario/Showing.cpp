@@ -1,15 +1,18 @@
 #include "Stage.h"
 #include "StepFamilies.h"
 #include "desktop/DesktopHost.h"
+#include "desktop/PageReplay.h"
 #include "printing/paper/PdfWriter.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QPainter>
 #include <QPixmap>
 #include <QWidget>
 
 #include <fmt/format.h>
 #include <fstream>
+#include <memory>
 
 namespace quillmere::scenario {
 
@@ -46,6 +49,28 @@ void Picture(Stage& stage, const Step& step)
     if (QWidget* popup = QApplication::activePopupWidget())
         QPainter(&shot).drawPixmap(window->mapFromGlobal(popup->pos()), popup->grab());
     if (!shot.save(QString::fromStdString(target.string())))
+        throw StepFailure("cannot write " + target.string());
+}
+
+void PagePicture(Stage& stage, const Step& step)
+{
+    constexpr double DotsPerPoint = 1.25;
+    const auto document = std::make_shared<const Document>(stage.witness.Last());
+    const int page = step.words[0].Number();
+    if (page < 1 || page > document->PageCount())
+        throw StepFailure(fmt::format("expected a page {}, found {} pages", page, document->PageCount()));
+    const std::filesystem::path target = stage.pictures / stage.Text(step.words[1]);
+    if (target.has_parent_path())
+        std::filesystem::create_directories(target.parent_path());
+    QImage image(static_cast<int>(PageReplay::Width * DotsPerPoint),
+                 static_cast<int>(PageReplay::Height * DotsPerPoint), QImage::Format_RGB32);
+    image.fill(Qt::white);
+    ReplayFonts fonts;
+    QPainter painter(&image);
+    painter.scale(DotsPerPoint, DotsPerPoint);
+    PageReplay(document, page, fonts).Paint(painter, QRectF(0, 0, PageReplay::Width, PageReplay::Height));
+    painter.end();
+    if (!image.save(QString::fromStdString(target.string())))
         throw StepFailure("cannot write " + target.string());
 }
 
@@ -88,6 +113,7 @@ std::vector<StepRow> ShowingSteps()
         {"show-field", {Name, Text, Text, Name}, ShowField, LooksOn},
         {"show-document", {}, ShowDocument, LooksOn},
         {"picture", {Name, Name}, Picture, LooksOn},
+        {"page-picture", {Number, Name}, PagePicture, LooksOn},
         {"save-pdf", {Name}, SavePdf, LooksOn},
         {"save-file", {Name, Name}, SaveFile, LooksOn},
         {"note", {Text}, Note, Says},

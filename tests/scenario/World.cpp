@@ -40,6 +40,7 @@ World::World(const std::filesystem::path& resourceFolder, const std::filesystem:
                                        program / edition::TemplateDatabaseName);
         // Not the one that goes with the program: what a scenario finds in it is what the scenario has put there.
         CreateReferenceTables(program / CarReferenceName);
+        std::filesystem::create_directory_symlink(resources / "guide", program / "guide");
     }
     // What belongs to the user's account lies here as well.
     ::setenv("HOME", (root / "Home").c_str(), 1);

@@ -115,12 +115,12 @@ Layout Explanation()
 
 Layout HelpBook()
 {
-    Layout layout{.width = 920, .height = 510};
-    layout.Text(16, 14, 272, "Look for:");
-    layout.Place("HelpSought", 16, 36, 272, 26);
-    layout.Place("HelpContents", 16, 72, 272, 424);
-    layout.Place("HelpText", 304, 14, 600, 442);
-    ButtonRow(layout, 904, 468, std::to_array<std::string_view>({"HelpClose"}));
+    Layout layout{.width = 980, .height = 510};
+    layout.Text(16, 14, 312, "Look for:");
+    layout.Place("HelpSought", 16, 36, 312, 26);
+    layout.Place("HelpContents", 16, 72, 312, 424);
+    layout.Place("HelpText", 344, 14, 620, 442);
+    ButtonRow(layout, 964, 468, std::to_array<std::string_view>({"HelpClose"}));
     return layout;
 }
 

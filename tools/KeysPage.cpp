@@ -1,7 +1,8 @@
-#include "app/KeysPage.h"
+#include "KeysPage.h"
 
 #include "app/MDIForm1.h"
 #include "frame/Session.h"
+#include "frame/Text.h"
 
 #include <array>
 #include <cctype>
@@ -38,7 +39,7 @@ constexpr auto InPreview = std::to_array<KeyRow>({
 
 void Heading(std::string& text, std::string_view title)
 {
-    text += fmt::format("\n### {}\n\n", title);
+    text += fmt::format("\n## {}\n\n", title);
 }
 
 void Line(std::string& text, std::string_view keys, std::string_view what)
@@ -49,7 +50,7 @@ void Line(std::string& text, std::string_view keys, std::string_view what)
 std::string WithoutMark(std::string text)
 {
     std::erase(text, '&');
-    return text;
+    return Trim(text);
 }
 
 void AddMenus(std::string& text, const Screen& main)
@@ -80,9 +81,9 @@ void AddLetters(std::string& text, const Screen& screen)
 
 } // namespace
 
-GuideSection KeysPage(const Session& session)
+std::string KeysPage(const Session& session)
 {
-    std::string text = "## Keys\n";
+    std::string text = "# Keys\n\nAll keys on one page, made from the program's own menus and windows.\n";
     Heading(text, "In any window");
     for (const KeyRow& row : InBoxes)
         Line(text, row.keys, row.what);
@@ -95,7 +96,7 @@ GuideSection KeysPage(const Session& session)
     Heading(text, "Print Preview");
     for (const KeyRow& row : InPreview)
         Line(text, row.keys, row.what);
-    return {.title = "Keys", .level = 2, .markdown = std::move(text)};
+    return text;
 }
 
 } // namespace quillmere
