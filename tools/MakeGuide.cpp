@@ -18,7 +18,6 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QTextBlock>
-#include <QTextCursor>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -130,13 +129,6 @@ public:
         setDocumentMargin(0);
         setPageSize(page);
         setHtml(html);
-        // Every chapter but the first begins a page.
-        for (QTextBlock block = begin().next(); block.isValid(); block = block.next())
-            if (block.blockFormat().headingLevel() == 1) {
-                QTextBlockFormat format = block.blockFormat();
-                format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-                QTextCursor(block).setBlockFormat(format);
-            }
     }
 
 protected:
@@ -205,8 +197,15 @@ void WritePdf(const fs::path& file, const fs::path& pictures)
 {
     std::string html;
     const auto picture = [&](std::string_view name) { return UrlOf(fs::absolute(pictures / name).string()); };
-    for (const GuideChapter& chapter : GuideChapters())
-        html += HtmlOf(chapter.text, {.link = [](std::string_view) { return std::string(); }, .picture = picture});
+    for (const GuideChapter& chapter : GuideChapters()) {
+        constexpr std::string_view Begin = "<h1 ";
+        const std::string text =
+            HtmlOf(chapter.text, {.link = [](std::string_view) { return std::string(); }, .picture = picture});
+        // Every chapter but the first begins a page.
+        html += html.empty()
+                    ? text
+                    : fmt::format("{}style=\"page-break-before: always\" {}", Begin, text.substr(Begin.size()));
+    }
 
     QPdfWriter writer(QString::fromStdString(file.string()));
     writer.setPageSize(QPageSize(QPageSize::A4));
