@@ -5,14 +5,18 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
 #include <QPixmapCache>
+#include <QStyleOption>
 #include <QToolTip>
 
 #include <array>
 #include <map>
+#include <tuple>
+#include <utility>
 
 namespace quillmere::look {
 
@@ -200,6 +204,44 @@ QPalette MakePalette(Shade shade)
     }
     return made;
 }
+
+/// A picture that is drawn for each size at which it is wanted, when it is first wanted.
+class DrawnPicture : public QIconEngine {
+public:
+    explicit DrawnPicture(std::string name) : name(std::move(name)) {}
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override
+    {
+        QPixmap& kept = drawn[{size.width(), size.height(), mode}];
+        if (kept.isNull())
+            kept = Drawn(size, mode);
+        return kept;
+    }
+    void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State state) override
+    {
+        painter->drawPixmap(place, pixmap(place.size() * painter->device()->devicePixelRatioF(), mode, state));
+    }
+    QIconEngine* clone() const override { return new DrawnPicture(*this); }
+
+private:
+    QPixmap Drawn(const QSize& size, QIcon::Mode mode) const
+    {
+        constexpr double Side = 24;
+        QPixmap picture(size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.scale(size.width() / Side, size.height() / Side);
+        DrawPicture(painter, name);
+        painter.end();
+        QStyleOption option;
+        option.palette = QGuiApplication::palette();
+        return mode == QIcon::Normal ? picture : QApplication::style()->generatedIconPixmap(mode, picture, &option);
+    }
+
+    std::string name;
+    std::map<std::tuple<int, int, QIcon::Mode>, QPixmap> drawn;
+};
 
 /// The picture on the windows: a sheet of the form with its mark.
 QIcon ProgramPicture()
@@ -422,21 +464,7 @@ QIcon Picture(const std::string& name)
     const auto found = drawn.find(key);
     if (found != drawn.end())
         return found->second;
-    constexpr int Size = 24;
-    const double scale = qApp->devicePixelRatio();
-    QIcon icon;
-    for (const double larger : {1.0, 1.5, 2.0}) { // for zoomed windows
-        QPixmap pixmap(QSizeF(Size * larger * scale, Size * larger * scale).toSize());
-        pixmap.setDevicePixelRatio(scale);
-        pixmap.fill(Qt::transparent);
-        QPainter painter(&pixmap);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(larger, larger);
-        DrawPicture(painter, name);
-        painter.end();
-        icon.addPixmap(pixmap);
-    }
-    return drawn.emplace(key, std::move(icon)).first->second;
+    return drawn.emplace(key, QIcon(new DrawnPicture(name))).first->second;
 }
 
 } // namespace quillmere::look

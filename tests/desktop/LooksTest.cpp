@@ -453,6 +453,24 @@ void ShowMessageAnd(const Message& message, Look look)
     platform.ShowMessage(message);
 }
 
+TEST(Pictures, AreDrawnForTheSizeAtWhichTheyAreWanted)
+{
+    const QIcon icon = look::Picture("Print");
+    for (const int side : {20, 24, 30, 48}) {
+        const QImage picture = icon.pixmap(side, side).toImage();
+        ASSERT_EQ(picture.size(), QSize(side, side));
+        // It fills the size: something of it stands in each of the four quarters.
+        for (const QPoint corner :
+             {QPoint(0, 0), QPoint(side / 2, 0), QPoint(0, side / 2), QPoint(side / 2, side / 2)}) {
+            const QImage quarter = picture.copy(QRect(corner, QSize(side / 2, side / 2)));
+            QImage empty(quarter.size(), quarter.format());
+            empty.fill(Qt::transparent);
+            EXPECT_NE(quarter, empty) << side;
+        }
+        EXPECT_NE(icon.pixmap(side, side, QIcon::Disabled).toImage(), picture) << side;
+    }
+}
+
 TEST(MessageBoxes, HaveRoomForTheirTitleBesideThreeButtons)
 {
     const std::string title = "Quillmere Program Closing - Please restart from the desktop";
