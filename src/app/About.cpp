@@ -1,5 +1,6 @@
 #include "app/About.h"
 
+#include "app/GuideHtml.h"
 #include "app/Version.h"
 #include "clientdb/EmployeeFinder.h"
 #include "clientdb/store/DatabaseFacts.h"
@@ -29,7 +30,9 @@ std::vector<LibraryInUse> AllLibraries(Platform& platform)
 {
     std::vector<LibraryInUse> all = platform.Libraries();
     for (const std::vector<LibraryInUse>& some :
-         {StoreLibraries(), PaperLibraries(), {FoldingLibrary(), exchange::CsvLibrary(), SpoolerLibrary()}})
+         {StoreLibraries(),
+          PaperLibraries(),
+          {FoldingLibrary(), exchange::CsvLibrary(), GuideLibrary(), SpoolerLibrary()}})
         all.insert(all.end(), some.begin(), some.end());
     return all;
 }

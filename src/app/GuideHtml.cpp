@@ -1,30 +1,15 @@
 #include "app/GuideHtml.h"
 
 #include "app/Guide.h"
-#include "frame/Text.h"
 
-#include <algorithm>
 #include <cctype>
 #include <fmt/format.h>
-#include <span>
+#include <md4c.h>
 #include <vector>
 
 namespace quillmere {
 
 namespace {
-
-using Lines = std::vector<std::string_view>;
-
-Lines LinesOf(std::string_view text)
-{
-    Lines lines;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return lines;
-}
 
 std::string Escaped(std::string_view text)
 {
@@ -50,221 +35,189 @@ std::string Escaped(std::string_view text)
     return escaped;
 }
 
-bool IsBlank(std::string_view line)
+struct Tags {
+    std::string_view begin, end;
+};
+
+Tags TagsOf(MD_BLOCKTYPE block)
 {
-    return Trimmed(line).empty();
+    switch (block) {
+    case MD_BLOCK_UL:
+        return {"<ul>\n", "</ul>\n"};
+    case MD_BLOCK_OL:
+        return {"<ol>\n", "</ol>\n"};
+    case MD_BLOCK_LI:
+        return {"<li>", "</li>\n"};
+    case MD_BLOCK_P:
+        return {"<p>", "</p>\n"};
+    case MD_BLOCK_CODE:
+        return {"<pre>", "</pre>\n"};
+    case MD_BLOCK_TABLE:
+        return {"<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n", "</table>\n"};
+    case MD_BLOCK_TR:
+        return {"<tr>", "</tr>\n"};
+    case MD_BLOCK_TH:
+        return {"<th>", "</th>"};
+    case MD_BLOCK_TD:
+        return {"<td>", "</td>"};
+    default:
+        return {};
+    }
 }
 
-std::size_t IndentOf(std::string_view line)
+Tags TagsOf(MD_SPANTYPE span)
 {
-    return std::min(line.find_first_not_of(' '), line.size());
+    switch (span) {
+    case MD_SPAN_STRONG:
+        return {"<b>", "</b>"};
+    case MD_SPAN_EM:
+        return {"<i>", "</i>"};
+    case MD_SPAN_CODE:
+        return {"<code>", "</code>"};
+    default:
+        return {};
+    }
 }
 
-bool IsIndented(std::string_view line)
+std::string_view TextOf(const MD_ATTRIBUTE& attribute)
 {
-    return !IsBlank(line) && IndentOf(line) >= 4;
+    return {attribute.text, attribute.size};
 }
 
-/// Number of characters before the text of a list's item; 0 for any other line.
-std::size_t ItemMark(std::string_view line)
-{
-    if (line.starts_with("- "))
-        return 2;
-    const std::size_t digits = std::min(line.find_first_not_of("0123456789"), line.size());
-    return digits > 0 && line.substr(digits).starts_with(". ") ? digits + 2 : 0;
-}
-
-/// What a list's item says, with no space round it where it is one paragraph alone.
-std::string_view WithoutParagraph(std::string_view html)
-{
-    constexpr std::string_view Begin = "<p>", End = "</p>\n";
-    const bool alone = html.starts_with(Begin) && html.find(End) == html.size() - End.size();
-    return alone ? html.substr(Begin.size(), html.size() - Begin.size() - End.size()) : html;
-}
-
-/// Writes what a text says, piece by piece.
+/// Writes what the parser meets.
 class HtmlWriter {
 public:
     explicit HtmlWriter(const HtmlPlaces& places) : places(places) {}
 
-    void Blocks(Lines lines);
+    void Begin(MD_BLOCKTYPE block);
+    void End(MD_BLOCKTYPE block, const void* detail);
+    void Begin(MD_SPANTYPE span, const void* detail);
+    void End(MD_SPANTYPE span, const void* detail);
+    void Text(MD_TEXTTYPE type, std::string_view text);
 
     std::string html;
 
 private:
-    void Heading(std::string_view line);
-    void Picture(std::string_view line);
-    void List(Lines& lines);
-    void Table(Lines& lines);
-    void AsItIs(Lines& lines);
-    void Paragraph(Lines& lines);
-    std::string Inline(std::string_view text) const;
-    std::string Link(std::string_view& text) const;
+    /// Where something has begun whose tags its end decides.
+    struct Begun {
+        std::size_t html, words;
+    };
+
+    void EndHeading(unsigned level);
+    void EndParagraph();
+    void EndPicture(std::string_view path);
 
     const HtmlPlaces& places;
+    std::string words; ///< of the text, without its tags
+    Begun heading{}, paragraph{}, picture{};
+    bool leads = false; ///< the link that is open does
 };
 
-void HtmlWriter::Blocks(Lines lines)
+void HtmlWriter::Begin(MD_BLOCKTYPE block)
 {
-    std::ranges::reverse(lines); // what comes next is at the back
-    while (!lines.empty()) {
-        const std::string_view line = lines.back();
-        if (IsBlank(line)) {
-            lines.pop_back();
-        } else if (line.starts_with('#')) {
-            Heading(line);
-            lines.pop_back();
-        } else if (line.starts_with("![")) {
-            Picture(line);
-            lines.pop_back();
-        } else if (ItemMark(line) > 0) {
-            List(lines);
-        } else if (line.starts_with('|')) {
-            Table(lines);
-        } else if (IsIndented(line)) {
-            AsItIs(lines);
-        } else {
-            Paragraph(lines);
-        }
-    }
+    if (block == MD_BLOCK_H)
+        heading = {html.size(), words.size()};
+    if (block == MD_BLOCK_P)
+        paragraph = {html.size(), words.size()};
+    html += TagsOf(block).begin;
 }
 
-void HtmlWriter::Heading(std::string_view line)
+void HtmlWriter::End(MD_BLOCKTYPE block, const void* detail)
 {
-    const std::size_t level = line.find_first_not_of('#');
-    const std::string_view title = Trimmed(line.substr(level));
-    html += fmt::format("<h{0} id=\"{1}\"><a name=\"{1}\"></a>{2}</h{0}>\n", level, AnchorOf(title), Inline(title));
+    html += TagsOf(block).end;
+    if (block == MD_BLOCK_H)
+        EndHeading(static_cast<const MD_BLOCK_H_DETAIL*>(detail)->level);
+    if (block == MD_BLOCK_P)
+        EndParagraph();
 }
 
-void HtmlWriter::Picture(std::string_view line)
+void HtmlWriter::EndHeading(unsigned level)
 {
-    const std::size_t words = line.find("](");
-    const std::string_view path = line.substr(words + 2, line.rfind(')') - words - 2);
-    html += fmt::format("<p class=\"picture\"><img src=\"{}\" alt=\"{}\"></p>\n",
-                        places.picture(path.substr(path.rfind('/') + 1)), Escaped(line.substr(2, words - 2)));
+    const std::string title = html.substr(heading.html);
+    html.resize(heading.html);
+    html += fmt::format("<h{0} id=\"{1}\"><a name=\"{1}\"></a>{2}</h{0}>\n", level,
+                        AnchorOf(std::string_view(words).substr(heading.words)), title);
 }
 
-void HtmlWriter::List(Lines& lines)
+/// A picture that stands alone is shown as one.
+void HtmlWriter::EndParagraph()
 {
-    const char* kind = lines.back().starts_with('-') ? "ul" : "ol";
-    html += fmt::format("<{}>\n", kind);
-    while (!lines.empty() && ItemMark(lines.back()) > 0) {
-        const std::size_t mark = ItemMark(lines.back());
-        Lines item{lines.back().substr(mark)};
-        lines.pop_back();
-        // What is indented belongs to the item, and blank lines before it.
-        for (std::size_t next = 0; next < lines.size();) {
-            const std::string_view line = lines[lines.size() - 1 - next];
-            if (!IsBlank(line) && IndentOf(line) < 2)
-                break;
-            ++next;
-            if (IsBlank(line))
-                continue;
-            for (; next > 1; --next, lines.pop_back())
-                item.emplace_back();
-            item.push_back(line.substr(std::min(mark, IndentOf(line))));
-            lines.pop_back();
-            next = 0;
-        }
-        HtmlWriter within(places);
-        within.Blocks(std::move(item));
-        html += fmt::format("<li>{}</li>\n", WithoutParagraph(within.html));
-        while (lines.size() > 1 && IsBlank(lines.back()) && ItemMark(lines[lines.size() - 2]) > 0)
-            lines.pop_back();
-    }
-    html += fmt::format("</{}>\n", kind);
+    constexpr std::string_view Alone = "<p><img";
+    if (words.size() == paragraph.words && std::string_view(html).substr(paragraph.html).starts_with(Alone))
+        html.insert(paragraph.html + std::string_view("<p").size(), " class=\"picture\"");
 }
 
-void HtmlWriter::Table(Lines& lines)
+void HtmlWriter::Begin(MD_SPANTYPE span, const void* detail)
 {
-    html += "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n";
-    for (bool head = true; !lines.empty() && lines.back().starts_with('|'); lines.pop_back()) {
-        std::string_view line = Trimmed(lines.back());
-        if (line.starts_with("|-")) {
-            head = false;
-            continue;
-        }
-        html += "<tr>";
-        line = line.substr(1);
-        while (!line.empty()) {
-            const std::size_t end = std::min(line.find('|'), line.size());
-            html += fmt::format("<{0}>{1}</{0}>", head ? "th" : "td", Inline(Trimmed(line.substr(0, end))));
-            line.remove_prefix(std::min(end + 1, line.size()));
-        }
-        html += "</tr>\n";
-    }
-    html += "</table>\n";
+    if (span == MD_SPAN_IMG)
+        picture = {html.size(), words.size()};
+    html += TagsOf(span).begin;
+    if (span != MD_SPAN_A)
+        return;
+    const std::string target = places.link(TextOf(static_cast<const MD_SPAN_A_DETAIL*>(detail)->href));
+    leads = !target.empty();
+    if (leads)
+        html += fmt::format("<a href=\"{}\">", Escaped(target));
 }
 
-void HtmlWriter::AsItIs(Lines& lines)
+void HtmlWriter::End(MD_SPANTYPE span, const void* detail)
 {
-    html += "<pre>";
-    for (; !lines.empty() && IsIndented(lines.back()); lines.pop_back())
-        html += Escaped(lines.back().substr(4)) + "\n";
-    html += "</pre>\n";
+    html += TagsOf(span).end;
+    if (span == MD_SPAN_A && leads)
+        html += "</a>";
+    if (span == MD_SPAN_IMG)
+        EndPicture(TextOf(static_cast<const MD_SPAN_IMG_DETAIL*>(detail)->src));
 }
 
-void HtmlWriter::Paragraph(Lines& lines)
+void HtmlWriter::EndPicture(std::string_view path)
 {
-    std::string text;
-    do {
-        text += text.empty() ? "" : " ";
-        text += Trimmed(lines.back());
-        lines.pop_back();
-    } while (!lines.empty() && !IsBlank(lines.back()) && ItemMark(lines.back()) == 0 &&
-             !lines.back().starts_with('|') && !lines.back().starts_with("!["));
-    html += fmt::format("<p>{}</p>\n", Inline(text));
+    const std::string alternative = words.substr(picture.words);
+    html.resize(picture.html);
+    words.resize(picture.words);
+    html += fmt::format("<img src=\"{}\" alt=\"{}\">", places.picture(path.substr(path.rfind('/') + 1)),
+                        Escaped(alternative));
 }
 
-std::string HtmlWriter::Link(std::string_view& text) const
+void HtmlWriter::Text(MD_TEXTTYPE type, std::string_view text)
 {
-    const std::size_t words = text.find("](");
-    const std::size_t end = text.find(')', words);
-    const std::string target = places.link(text.substr(words + 2, end - words - 2));
-    const std::string shown = Inline(text.substr(1, words - 1));
-    text.remove_prefix(end + 1);
-    return target.empty() ? shown : fmt::format("<a href=\"{}\">{}</a>", Escaped(target), shown);
+    const std::string_view meant = type == MD_TEXT_SOFTBR ? " " : text;
+    words += meant;
+    html += type == MD_TEXT_ENTITY ? std::string(meant) : Escaped(meant);
 }
 
-std::string HtmlWriter::Inline(std::string_view text) const
+HtmlWriter& WriterOf(void* writer)
 {
-    struct Mark {
-        std::string_view sign, tag;
-        bool asItIs = false;
-    };
-    static constexpr Mark Marks[] = {{"**", "b"}, {"*", "i"}, {"`", "code", true}};
-    std::string written;
-    while (!text.empty()) {
-        if (text.front() == '[' && text.find("](") != std::string_view::npos) {
-            written += Link(text);
-            continue;
-        }
-        const auto mark = std::ranges::find_if(Marks, [&](const Mark& candidate) {
-            const std::size_t length = candidate.sign.size();
-            return text.starts_with(candidate.sign) && text.size() > length && text[length] != ' ' &&
-                   text.find(candidate.sign, length + 1) != std::string_view::npos;
-        });
-        if (mark == std::end(Marks)) {
-            written += Escaped(text.substr(0, 1));
-            text.remove_prefix(1);
-            continue;
-        }
-        const std::size_t begin = mark->sign.size();
-        const std::size_t end = text.find(mark->sign, begin + 1);
-        const std::string_view within = text.substr(begin, end - begin);
-        written += fmt::format("<{0}>{1}</{0}>", mark->tag, mark->asItIs ? Escaped(within) : Inline(within));
-        text.remove_prefix(end + begin);
-    }
-    return written;
+    return *static_cast<HtmlWriter*>(writer);
 }
 
 } // namespace
 
 std::string HtmlOf(std::string_view markdown, const HtmlPlaces& places)
 {
+    constexpr MD_PARSER Parser{
+        .abi_version = 0,
+        .flags = MD_FLAG_TABLES | MD_FLAG_NOHTML,
+        .enter_block = [](MD_BLOCKTYPE block, void*, void* writer) { return WriterOf(writer).Begin(block), 0; },
+        .leave_block = [](MD_BLOCKTYPE block, void* detail,
+                          void* writer) { return WriterOf(writer).End(block, detail), 0; },
+        .enter_span = [](MD_SPANTYPE span, void* detail,
+                         void* writer) { return WriterOf(writer).Begin(span, detail), 0; },
+        .leave_span = [](MD_SPANTYPE span, void* detail,
+                         void* writer) { return WriterOf(writer).End(span, detail), 0; },
+        .text =
+            [](MD_TEXTTYPE type, const MD_CHAR* text, MD_SIZE size, void* writer) {
+                return WriterOf(writer).Text(type, {text, size}), 0;
+            },
+        .debug_log = nullptr,
+        .syntax = nullptr};
     HtmlWriter writer(places);
-    writer.Blocks(LinesOf(markdown));
+    md_parse(markdown.data(), static_cast<MD_SIZE>(markdown.size()), &Parser, &writer);
     return std::move(writer.html);
+}
+
+LibraryInUse GuideLibrary()
+{
+    return {"md4c", AsBuilt(QUILLMERE_MD4C_VERSION)};
 }
 
 std::string UrlOf(std::string_view path)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "frame/LibraryInUse.h"
+
 #include <functional>
 #include <string>
 #include <string_view>
@@ -14,9 +16,10 @@ struct HtmlPlaces {
     std::function<std::string(std::string_view name)> picture;
 };
 
-/// The Markdown of the guide as HTML: headings with their anchors, paragraphs, lists, tables, pictures, indented lines
-/// as they are; bold, slanted, code, links.
+/// The Markdown of the guide as HTML, each heading with its anchor. HTML in it is text like any other.
 std::string HtmlOf(std::string_view markdown, const HtmlPlaces& places);
+
+LibraryInUse GuideLibrary();
 
 /// A path as it stands in an address.
 std::string UrlOf(std::string_view path);
