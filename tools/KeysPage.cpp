@@ -29,6 +29,15 @@ constexpr auto InBoxes = std::to_array<KeyRow>({
     {"F4", "in any other box of a section, and on its picture, its notepad"},
     {"Space", "ticks a tick box, presses a button, opens a picture"},
 });
+constexpr auto InLists = std::to_array<KeyRow>({
+    {"Shift+Up, Shift+Down", "chooses cells from here on; then Shift+Left, Shift+Right take in the columns beside"},
+    {"Ctrl+C", "copies the chosen cells"},
+    {"Ctrl+V", "pastes cells to the right and down from here"},
+    {"Delete", "empties the chosen cells"},
+    {"Ctrl+D", "repeats the line above"},
+    {"Ctrl+Delete", "empties the line, or all lines of the chosen cells"},
+    {"Alt+Up, Alt+Down", "moves the line"},
+});
 constexpr auto InPreview = std::to_array<KeyRow>({
     {"Page Up, Page Down", "page before, next page"},
     {"Home, End", "first page, last page"},
@@ -93,6 +102,9 @@ std::string KeysPage(const Session& session)
     AddLetters(text, *main);
     Heading(text, "Pages");
     AddLetters(text, *session.screens.Make("Form3"));
+    Heading(text, "Lines of a notepad");
+    for (const KeyRow& row : InLists)
+        Line(text, row.keys, row.what);
     Heading(text, "Print Preview");
     for (const KeyRow& row : InPreview)
         Line(text, row.keys, row.what);

@@ -15,6 +15,7 @@ HNotepad2::HNotepad2(Session& session)
         AddBox({.readOnly = row == 1}, "Currency", row).SetSpoken("Currency " + number);
         AddBox({.filter = MoneyKeyFilter, .amount = true}, "Rate", row).SetSpoken("Rate of currency " + number);
     }
+    SetList({.columns = {"Currency", "Rate"}, .last = CurrencyRows});
     AddButtons();
     for (const std::string_view column : {"Currency", "Rate"})
         for (int row = 1; row <= CurrencyRows; ++row)

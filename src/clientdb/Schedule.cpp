@@ -25,6 +25,11 @@ Schedule::Schedule(Screen& screen, std::span<const ScheduleColumn> columns) : sc
             added.SetSpoken(Trim(column.caption) + ", line " + std::to_string(line));
         }
     }
+    BoxList list{.columns = {}, .last = LinesOfASchedule};
+    for (const ScheduleColumn& column : columns)
+        if (column.Exists())
+            list.columns.emplace_back(column.box);
+    screen.SetList(std::move(list));
 }
 
 void Schedule::OnLeaveAmount(const Screen::Operation& operation)

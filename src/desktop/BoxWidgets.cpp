@@ -50,9 +50,21 @@ void BoxEdit::MarkEnd(std::size_t characters)
         update();
 }
 
+void BoxEdit::SetChosen(bool newChosen)
+{
+    if (std::exchange(chosen, newChosen) != newChosen)
+        update();
+}
+
 void BoxEdit::paintEvent(QPaintEvent* event)
 {
     QLineEdit::paintEvent(event);
+    if (chosen) {
+        constexpr int Tint = 70; // of 255
+        QColor colour = palette().color(QPalette::Active, QPalette::Highlight);
+        colour.setAlpha(Tint);
+        QPainter(this).fillRect(rect(), colour);
+    }
     if (marked == 0)
         return;
     const std::u32string whole = text().toStdU32String();

@@ -27,6 +27,9 @@ public:
     /// Underlines so many characters at the end of the text: what has no room where it is to stand.
     void MarkEnd(std::size_t characters);
     std::size_t MarkedAtEnd() const { return marked; }
+    /// Shows that the cell is one of several that are chosen.
+    void SetChosen(bool newChosen);
+    bool IsChosen() const { return chosen; }
 
 protected:
     bool event(QEvent* event) override;
@@ -42,7 +45,8 @@ private:
 
     Holds holds;
     QString kept;
-    std::size_t marked = 0;      ///< characters at the end
+    std::size_t marked = 0; ///< characters at the end
+    bool chosen = false;
     bool choosesByPress = false; ///< the press that brings the focus, until the button is let go
 };
 

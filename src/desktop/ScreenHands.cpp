@@ -96,7 +96,7 @@ void ScreenWindow::CompleteClick(QObject& pressed, const QMouseEvent& press)
 /// What has been typed or pasted into an edit goes on to its box as far as the screen lets it in.
 void ScreenWindow::Typed(Box& box, BoxEdit& edit)
 {
-    if (detached)
+    if (detached || listHands.Paste(box, edit))
         return;
     screen.Enter(box);
     const std::string held = box.Text();
@@ -166,20 +166,30 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
             BringInSight(*widget, static_cast<QFocusEvent&>(*event).reason());
         if (!LeadsOn(box))
             lastField = widget;
-        if (!IsElsewhere(*event) || screen.InUse() != &box)
+        if (!IsElsewhere(*event) || screen.InUse() != &box) {
             screen.Enter(box);
+            listHands.FocusIn(box, static_cast<QFocusEvent&>(*event).reason());
+        }
     } else if (event->type() == QEvent::FocusOut) {
         if (!IsElsewhere(*event))
             LeaveForOther(box);
     } else if (event->type() == QEvent::ContextMenu && box.IsAmount()) {
         ShowMenuOf(box, *widget, static_cast<QContextMenuEvent&>(*event).globalPos());
         return true;
+    } else if (event->type() == QEvent::MouseButtonPress) {
+        listHands.Press(static_cast<QMouseEvent&>(*event).modifiers());
+    } else if (event->type() == QEvent::MouseMove) {
+        const auto& mouse = static_cast<QMouseEvent&>(*event);
+        if (mouse.buttons().testFlag(Qt::LeftButton))
+            listHands.Drag(box, mouse.globalPosition().toPoint());
     } else if (event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (AsksAbout(box, *key))
             return true;
         if (box.Kind() == BoxKind::Text && AsksForChoices(*key) &&
             OfferChoices(screen, box, static_cast<BoxEdit&>(*widget)))
+            return true;
+        if (listHands.Key(box, *key))
             return true;
         if (box.Kind() == BoxKind::Text && KeyInEdit(box, static_cast<BoxEdit&>(*widget), *key))
             return true;

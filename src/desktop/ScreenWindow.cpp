@@ -43,7 +43,8 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent, int percent)
       screen(screen),
       percent(percent),
       layout(quillmere::Zoomed(LayoutOf(screen.Name()), percent)),
-      growth(layout)
+      growth(layout),
+      listHands(screen, [this](const Box& box) { return WidgetOf(box); })
 {
     setObjectName(look::Text(screen.Name()));
     if (screen.Mode() == ShowMode::Window || screen.Mode() == ShowMode::Above || screen.Mode() == ShowMode::Modal) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/Growth.h"
+#include "desktop/ListHands.h"
 #include "desktop/layouts/Layout.h"
 #include "frame/Screen.h"
 
@@ -113,7 +114,8 @@ private:
     std::unordered_map<const Box*, QWidget*> widgets;
     std::unordered_map<const QObject*, Box*> boxes;
     QWidget* lastField = nullptr; ///< in which the user was last
-    bool letGoMeanwhile = false;  ///< the mouse button, while the box that was in use was left
+    ListHands listHands;
+    bool letGoMeanwhile = false; ///< the mouse button, while the box that was in use was left
     bool detached = false;
 };
 

@@ -3,8 +3,8 @@
 #include "clientdb/OpenRecord.h"
 #include "clientdb/SafetyCopies.h"
 #include "clientdb/UserOperation.h"
-#include "exchange/TypingRoom.h"
 #include "frame/BusyPointer.h"
+#include "frame/CellEntry.h"
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"
 #include "frame/DeskMemory.h"
@@ -51,7 +51,7 @@ std::string EncodingInWords(const Table& table)
 
 std::string InACell(std::string_view text)
 {
-    return OneLine(text);
+    return OneLine(WithoutGuard(text));
 }
 
 } // namespace

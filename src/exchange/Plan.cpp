@@ -5,6 +5,7 @@
 #include "clientdb/store/TableLayouts.h"
 #include "exchange/TypedBoxes.h"
 #include "exchange/TypingRoom.h"
+#include "frame/CellEntry.h"
 #include "frame/Dates.h"
 #include "frame/Text.h"
 
@@ -140,7 +141,10 @@ private:
     {
         return target == Nothing ? std::string_view() : std::string_view(cells[static_cast<std::size_t>(target)]);
     }
-    std::string Cell(What what, std::string_view box = {}) const { return OneLine(Cell(targets.OfBox(what, box))); }
+    std::string Cell(What what, std::string_view box = {}) const
+    {
+        return OneLine(WithoutGuard(Cell(targets.OfBox(what, box))));
+    }
 
     void Take(PlannedRow& planned)
     {

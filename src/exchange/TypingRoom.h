@@ -45,11 +45,4 @@ private:
     std::map<std::string, std::unique_ptr<ScheduleNotepad>, std::less<>> lists;
 };
 
-/// A cell in one line, without outer blanks and without what guards it against being taken for a formula.
-std::string OneLine(std::string_view cell);
-
-/// A cell as it would be typed into the box: a date day first, an amount without pound sign and thousands, a word for a
-/// tick as "1" or "0". What is nothing of the kind stays as it is.
-std::string Entry(const Box& box, std::string_view cell);
-
 } // namespace quillmere::exchange

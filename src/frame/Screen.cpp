@@ -1,5 +1,6 @@
 #include "frame/Screen.h"
 
+#include "frame/CloseAll.h"
 #include "frame/Session.h"
 #include "frame/Text.h"
 
@@ -246,6 +247,14 @@ void Screen::TypeIn(Box& box, std::string_view entry)
     box.SetText(Utf8(Keys(box, CodePoints(Trim(entry)))));
     Typed(box);
     Leave(box);
+}
+
+void Screen::UseList(Box& box, const std::function<std::string()>& work)
+{
+    const Screens::EventScope scope(session.screens);
+    session.screens.LeaveBoxInUse();
+    Guarded([&] { SetStatusNote(session, work()); }, &box, "List");
+    Enter(box);
 }
 
 void Screen::Leave(Box& box)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "frame/Box.h"
+#include "frame/BoxList.h"
 
 #include <functional>
 #include <map>
@@ -108,6 +109,12 @@ public:
     /// Looks once at a key, or at all that is pasted, before the box's filter does.
     void OnKey(std::string_view boxName, std::function<Guard(Box&)> guard);
 
+    /// Tells which of its control arrays are the columns of a list.
+    void SetList(BoxList newList) { list = std::move(newList); }
+    const std::optional<BoxList>& List() const { return list; }
+    /// True for a box of a line of the list.
+    bool IsInList(const Box& box) const { return list && list->Has(box); }
+
     /// Moves the focus to a control.
     void Focus(Box& box);
 
@@ -125,6 +132,8 @@ public:
     /// Puts an entry into a box as the user would: a text key by key in place of what stands there, a tick by a click,
     /// an entry of a drop-down list by choosing it; and leaves the box.
     void TypeIn(Box& box, std::string_view entry);
+    /// Works on the list while a box of it is in use, which is left first; says in the status bar what has come of it.
+    void UseList(Box& box, const std::function<std::string()>& work);
     /// The focus has gone from the box. What leaving it does is done once for each time that it is entered.
     void Leave(Box& box);
     /// What is done elsewhere leaves the box in use, although the focus stays in it; not if it is that box which is
@@ -208,6 +217,7 @@ private:
         chooseOperations, selectOperations, sortOperations, typeOperations;
     std::unordered_map<std::string, std::function<Guard(Box&)>> keyGuards;
     std::optional<WindowPlacement> placement;
+    std::optional<BoxList> list;
     ScreenView* view = nullptr;
     Box* inUse = nullptr;
     bool left = false; ///< the box in use has been left by something done elsewhere

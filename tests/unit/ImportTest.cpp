@@ -2,6 +2,7 @@
 #include "exchange/Export.h"
 #include "exchange/Plan.h"
 #include "exchange/TypingRoom.h"
+#include "frame/CellEntry.h"
 #include "support/ScriptedDoor.h"
 #include "support/StoreFixture.h"
 
@@ -54,7 +55,7 @@ TEST_P(Entries, AreCellsAsTheyWouldBeTyped)
 {
     const exchange::TypingRoom room;
     const Screen& page = room.Page("Form3");
-    EXPECT_EQ(exchange::Entry(page.box(GetParam().box), GetParam().cell), GetParam().entry);
+    EXPECT_EQ(Entry(page.box(GetParam().box), GetParam().cell), GetParam().entry);
 }
 INSTANTIATE_TEST_SUITE_P(
     Cells, Entries,
