@@ -106,6 +106,30 @@ TEST_F(PdfWriterTest, WritesTheChosenPagesInTheGivenOrder)
     EXPECT_EQ(RunProgram({"qpdf", "--check", Written(document, std::array{2, 2}).string()}).status, 0);
 }
 
+/// So few documents have a font of their own, and no font has much that is not drawn.
+TEST_F(PdfWriterTest, EmbedsTheFormsOwnCharactersAndTheGroupsOfWhatIsEntered)
+{
+    const auto fontOf = [this](const std::string& text, bool isFixed) {
+        Document document;
+        document.AddPage();
+        document.BeginPart(isFixed);
+        document.AddText({.size = 10}, Alignment::Left, 1000, 1000, text);
+        const std::filesystem::path file = Written(document);
+        EXPECT_EQ(TextOf(file), text + "\n\f");
+        const std::string fonts = RunProgram({"pdffonts", file.string()}).output;
+        const std::size_t name = fonts.find("+LiberationSans");
+        EXPECT_NE(name, std::string::npos) << fonts;
+        return std::pair(fonts.substr(name - 6, 6), std::filesystem::file_size(file));
+    };
+    const auto [dear, dearSize] = fontOf("dear", true);
+    const auto [food, foodSize] = fontOf("food", true);
+    EXPECT_NE(dear, food);
+    const auto [entered, enteredSize] = fontOf("dear", false);
+    EXPECT_EQ(entered, fontOf("food", false).first) << "of the same thirds of the alphabet";
+    EXPECT_NE(entered, fontOf("wood", false).first);
+    EXPECT_LT(dearSize + 500, enteredSize);
+}
+
 TEST_F(PdfWriterTest, HoldsWhatIsFixedOnceForAllPages)
 {
     const auto form = [](int pages, const std::function<std::string(int)>& label) {

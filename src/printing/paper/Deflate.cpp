@@ -19,11 +19,11 @@ Deflate::Deflate(int level) : compressor(libdeflate_alloc_compressor(level))
 
 std::string Deflate::Compress(std::string_view content)
 {
-    std::string compressed(libdeflate_zlib_compress_bound(compressor.get(), content.size()), '\0');
-    compressed.resize(libdeflate_zlib_compress(compressor.get(), content.data(), content.size(), compressed.data(),
-                                               compressed.size()));
-    compressed.shrink_to_fit();
-    return compressed;
+    const std::size_t bound = libdeflate_zlib_compress_bound(compressor.get(), content.size());
+    if (room.size() < bound)
+        room.resize(bound);
+    return room.substr(
+        0, libdeflate_zlib_compress(compressor.get(), content.data(), content.size(), room.data(), room.size()));
 }
 
 } // namespace quillmere

@@ -19,6 +19,7 @@ private:
         void operator()(libdeflate_compressor* compressor) const;
     };
     std::unique_ptr<libdeflate_compressor, Free> compressor;
+    std::string room; ///< as large as the largest result so far could have been
 };
 
 } // namespace quillmere

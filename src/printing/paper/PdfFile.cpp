@@ -1,6 +1,8 @@
 #include "printing/paper/PdfFile.h"
 
+#include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <fmt/format.h>
@@ -14,7 +16,7 @@ namespace {
 constexpr std::string_view Header = "%PDF-1.7\n%\xC2\xB5\xC2\xB6\n";
 
 /// Objects in one stream at most: whoever wants one of them inflates them all.
-constexpr int PackedTogether = 250;
+constexpr int PackedTogether = 500;
 
 /// Two independent numbers that follow from some bytes, as 32 hexadecimal digits.
 std::string Fingerprint(std::string_view bytes)
@@ -37,7 +39,7 @@ std::string Fingerprint(std::string_view bytes)
     return fmt::format("{:016X}{:016X}", state[0], state[1]);
 }
 
-void AppendNumber(std::string& bytes, std::size_t number, int size)
+void AppendBytes(std::string& bytes, std::size_t number, int size)
 {
     for (int place = size - 1; place >= 0; --place)
         bytes += static_cast<char>((number >> (8 * place)) & 0xFF);
@@ -47,12 +49,28 @@ void AppendNumber(std::string& bytes, std::size_t number, int size)
 
 PdfFile::PdfFile(Deflate& deflate) : bytes(Header), objects(1), deflate(deflate)
 {
-    objects.reserve(64);
+    // Enough for a form of two pages.
+    objects.reserve(512);
+    bytes.reserve(65'536);
 }
 
 std::string PdfFile::ReferenceTo(int number)
 {
     return fmt::format("{} 0 R", number);
+}
+
+void PdfFile::AppendReference(std::string& text, int number)
+{
+    AppendNumber(text, static_cast<std::size_t>(number));
+    text += "0 R ";
+}
+
+void PdfFile::AppendNumber(std::string& text, std::size_t number)
+{
+    std::array<char, 24> digits{};
+    char* const end = std::to_chars(digits.data(), digits.data() + digits.size() - 1, number).ptr;
+    *end = ' ';
+    text.append(digits.data(), end + 1);
 }
 
 int PdfFile::Reserve(int count)
@@ -124,7 +142,8 @@ std::vector<PdfFile::Place> PdfFile::PackObjects()
             continue;
         places[number].index = index++;
         packed.push_back(number);
-        fmt::format_to(std::back_inserter(numbers), "{} {} ", number, texts.size());
+        AppendNumber(numbers, number);
+        AppendNumber(numbers, texts.size());
         texts += objects[number].text.empty() ? "null" : objects[number].text;
         texts += '\n';
         if (index == PackedTogether)
@@ -135,15 +154,13 @@ std::vector<PdfFile::Place> PdfFile::PackObjects()
 }
 
 /// The stream of references, which says where each object is: itself, in the file or in a stream of objects.
-std::string PdfFile::References(const std::vector<Place>& places, std::size_t end) const
+std::string PdfFile::References(const std::vector<Place>& places, std::size_t end, int placeSize) const
 {
-    constexpr int OffsetSize = 4;
     std::string table;
-    table.reserve((objects.size() + 1) * (2 + OffsetSize));
-    const auto add = [&table](char kind, std::size_t where, int index) {
+    const auto add = [&](char kind, std::size_t where, int index) {
         table += kind;
-        AppendNumber(table, where, OffsetSize);
-        table += static_cast<char>(index);
+        AppendBytes(table, where, placeSize);
+        AppendBytes(table, static_cast<std::size_t>(index), 2);
     };
     add(0, 0, 0);
     for (std::size_t number = 1; number < objects.size(); ++number)
@@ -161,10 +178,11 @@ std::string PdfFile::Bytes()
     std::vector<Place> places = PackObjects();
     places.resize(objects.size());
     const std::size_t end = bytes.size();
-    const std::string table = deflate.Compress(References(places, end));
+    const int placeSize = std::max(end, objects.size()) > 0xFFFF ? 4 : 2;
+    const std::string table = deflate.Compress(References(places, end, placeSize));
     const std::string identifier = Fingerprint(bytes);
-    AddDeflated(table, fmt::format("/Type/XRef/Size {}/W[1 4 1]/Root {}/ID[<{}><{}>]{}", objects.size() + 1, root,
-                                   identifier, identifier, trailer));
+    AddDeflated(table, fmt::format("/Type/XRef/Size {}/W[1 {} 2]/Root {}/ID[<{}><{}>]{}", objects.size() + 1, placeSize,
+                                   root, identifier, identifier, trailer));
     fmt::format_to(std::back_inserter(bytes), "startxref\n{}\n%%EOF\n", end);
     return std::move(bytes);
 }

@@ -35,6 +35,10 @@ public:
     std::string Bytes();
 
     static std::string ReferenceTo(int number);
+    /// Puts a reference and a blank behind a text.
+    static void AppendReference(std::string& text, int number);
+    /// Puts a number and a blank behind a text.
+    static void AppendNumber(std::string& text, std::size_t number);
 
 private:
     /// Where an object is: a stream at its place in the file, any other as text until the file is finished.
@@ -49,7 +53,7 @@ private:
         int stream = 0, index = 0;
     };
     std::vector<Place> PackObjects();
-    std::string References(const std::vector<Place>& places, std::size_t end) const;
+    std::string References(const std::vector<Place>& places, std::size_t end, int placeSize) const;
 
     std::string bytes;
     std::vector<Object> objects; ///< by number; none has the number 0

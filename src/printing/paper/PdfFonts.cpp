@@ -7,10 +7,12 @@
 #include <hb-subset.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <fmt/format.h>
 #include <memory>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace quillmere {
@@ -18,7 +20,6 @@ namespace quillmere {
 namespace {
 
 constexpr char32_t GroupSize = 64;
-constexpr CharacterRange PrintableAscii{0x20, 0x7E};
 constexpr char32_t PoundSign = 0xA3;
 
 /// Kept subsets at most; documents of one office need a handful.
@@ -27,9 +28,43 @@ constexpr std::size_t KeptFonts = 96;
 /// Subsets are made once and stand in every file.
 constexpr int FontEffort = 12;
 
-bool IsInEverySubset(char32_t character)
+using AsciiBits = std::array<std::uint64_t, 2>;
+
+constexpr void Set(AsciiBits& bits, char32_t character)
 {
-    return (character >= PrintableAscii.first && character <= PrintableAscii.last) || character == PoundSign;
+    bits[character / 64] |= std::uint64_t{1} << (character % 64);
+}
+
+/// The printable characters of ASCII in groups that are entered together.
+constexpr auto AsciiGroups = [] {
+    constexpr auto groups = std::to_array<std::string_view>({
+        "0123456789 .,-/&'()",
+        "ABCDEFGHI",
+        "JKLMNOPQR",
+        "STUVWXYZ",
+        "abcdefghi",
+        "jklmnopqr",
+        "stuvwxyz",
+    });
+    std::array<AsciiBits, groups.size() + 1> bits{};
+    AsciiBits& rest = bits.back();
+    for (char32_t character = 0x20; character <= 0x7E; ++character)
+        Set(rest, character);
+    for (std::size_t group = 0; group < groups.size(); ++group)
+        for (const char character : groups[group])
+            Set(bits[group], static_cast<unsigned char>(character));
+    for (std::size_t group = 0; group < groups.size(); ++group)
+        for (std::size_t half = 0; half < rest.size(); ++half)
+            rest[half] &= ~bits[group][half];
+    return bits;
+}();
+
+/// Puts a number among others, which are in ascending order.
+void Insert(std::vector<char16_t>& numbers, char16_t number)
+{
+    const auto place = std::ranges::lower_bound(numbers, number);
+    if (place == numbers.end() || *place != number)
+        numbers.insert(place, number);
 }
 
 using SubsetInput = std::unique_ptr<hb_subset_input_t, hb::Destroyer<hb_subset_input_destroy>>;
@@ -74,27 +109,25 @@ std::string GlyphsByCode(hb_subset_plan_t* plan, const std::vector<CharacterRang
     return glyphs;
 }
 
-/// The map from codes to characters. A range may not go past the last byte's end, which groups never do.
+/// The map from codes to characters: each stands for itself. It has whole rows of 256, which a range may not go beyond,
+/// so that the fonts of most files have the same map.
 std::string ToUnicode(const std::vector<CharacterRange>& characters)
 {
-    std::vector<CharacterRange> pieces;
+    std::vector<char32_t> rows;
     for (const CharacterRange range : characters)
-        for (char32_t first = range.first; first <= range.last;) {
-            const char32_t last = std::min<char32_t>(range.last, first | 0xFF);
-            pieces.push_back({first, last});
-            first = last + 1;
-        }
+        for (char32_t row = range.first >> 8; row <= range.last >> 8; ++row)
+            if (rows.empty() || rows.back() != row)
+                rows.push_back(row);
     std::string map = "/CIDInit /ProcSet findresource begin\n12 dict begin\nbegincmap\n"
                       "/CIDSystemInfo << /Registry (Adobe) /Ordering (UCS) /Supplement 0 >> def\n"
                       "/CMapName /Adobe-Identity-UCS def\n/CMapType 2 def\n"
                       "1 begincodespacerange\n<0000> <FFFF>\nendcodespacerange\n";
     constexpr std::size_t AtOnce = 100;
-    for (std::size_t start = 0; start < pieces.size(); start += AtOnce) {
-        const std::size_t end = std::min(start + AtOnce, pieces.size());
+    for (std::size_t start = 0; start < rows.size(); start += AtOnce) {
+        const std::size_t end = std::min(start + AtOnce, rows.size());
         map += fmt::format("{} beginbfrange\n", end - start);
         for (std::size_t at = start; at < end; ++at)
-            map += fmt::format("<{0:04X}> <{1:04X}> <{0:04X}>\n", static_cast<std::uint32_t>(pieces[at].first),
-                               static_cast<std::uint32_t>(pieces[at].last));
+            map += fmt::format("<{0:02X}00> <{0:02X}FF> <{0:02X}00>\n", static_cast<std::uint32_t>(rows[at]));
         map += "endbfrange\n";
     }
     return map + "endcmap\nCMapName currentdict /CMap defineresource pop\nend\nend\n";
@@ -182,20 +215,32 @@ PdfFont MakeFont(Face face, const CharacterGroups& groups)
 
 } // namespace
 
-void CharacterGroups::Add(char32_t character)
+void CharacterGroups::Put(char32_t character, bool withItsGroup)
 {
-    if (IsInEverySubset(character))
-        return;
-    const auto group = static_cast<std::uint16_t>(PdfCode(character) / GroupSize);
-    const auto place = std::ranges::lower_bound(groups, group);
-    if (place == groups.end() || *place != group)
-        groups.insert(place, group);
+    if (IsPrintableAscii(character)) {
+        if (!withItsGroup)
+            return Set(ascii, character);
+        const std::size_t half = character / 64;
+        for (const AsciiBits& group : AsciiGroups)
+            if ((group[half] >> (character % 64) & 1) != 0)
+                for (std::size_t part = 0; part < ascii.size(); ++part)
+                    ascii[part] |= group[part];
+    } else if (withItsGroup && character != PoundSign) {
+        Insert(groups, static_cast<char16_t>(PdfCode(character) / GroupSize));
+    } else {
+        Insert(apart, PdfCode(character));
+    }
 }
 
 std::vector<CharacterRange> CharacterGroups::Ranges() const
 {
-    std::vector<CharacterRange> ranges = {PrintableAscii, {PoundSign, PoundSign}};
-    for (const std::uint16_t group : groups)
+    std::vector<CharacterRange> ranges;
+    for (char32_t character = 0x20; character <= 0x7E; ++character)
+        if ((ascii[character / 64] >> (character % 64) & 1) != 0)
+            ranges.push_back({character, character});
+    for (const char16_t character : apart)
+        ranges.push_back({character, character});
+    for (const char16_t group : groups)
         ranges.push_back({group * GroupSize, group * GroupSize + GroupSize - 1});
     std::ranges::sort(ranges, {}, &CharacterRange::first);
     std::vector<CharacterRange> joined;

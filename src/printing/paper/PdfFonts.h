@@ -2,8 +2,11 @@
 
 #include "printing/paper/Fonts.h"
 
+#include <array>
+#include <cstdint>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace quillmere {
@@ -13,19 +16,35 @@ struct CharacterRange {
     char32_t first, last;
 };
 
-/// The characters that a document draws in one face, in groups of 64. Every subset has the printable characters of
-/// ASCII and the pound sign; a character outside them brings its whole group in. So there are few different subsets,
-/// and which one a document gets follows from the document alone.
+constexpr bool IsPrintableAscii(char32_t character)
+{
+    return character >= 0x20 && character <= 0x7E;
+}
+
+/// The characters that a subset holds of one face. Those of a form's own words are taken as they are. What differs from
+/// document to document brings its group in: a third of the letters of one case, the digits with what stands in amounts
+/// and dates, the rest of ASCII, or beyond it 64 characters. So there are few different subsets, and which one a
+/// document gets follows from the document alone.
 class CharacterGroups {
 public:
-    void Add(char32_t character);
+    /// A character of a form's own words.
+    void AddFixed(char32_t character) { Put(character, false); }
+    /// A character of what has been entered.
+    void AddEntered(char32_t character) { Put(character, true); }
     /// In ascending order, neighbours joined.
     std::vector<CharacterRange> Ranges() const;
     /// Any order, for a place in a map.
-    friend bool operator<(const CharacterGroups& a, const CharacterGroups& b) { return a.groups < b.groups; }
+    friend bool operator<(const CharacterGroups& a, const CharacterGroups& b)
+    {
+        return std::tie(a.ascii, a.groups, a.apart) < std::tie(b.ascii, b.groups, b.apart);
+    }
 
 private:
-    std::vector<std::uint16_t> groups; ///< beyond those that every subset has, ascending
+    void Put(char32_t character, bool withItsGroup);
+
+    std::array<std::uint64_t, 2> ascii{}; ///< a bit for each code
+    std::vector<char16_t> groups;         ///< numbers of those beyond, ascending
+    std::vector<char16_t> apart;          ///< characters beyond, ascending
 };
 
 /// The code under which a character stands in a text of the PDF file: its UTF-16 code. The fonts know no characters

@@ -103,13 +103,15 @@ public:
                 continue;
             const Element& element = elements[place];
             if (element.parent == 0)
-                fmt::format_to(std::back_inserter(top), "{} 0 R ", numbers[place]);
-            std::string object;
-            fmt::format_to(std::back_inserter(object), "<</S/{}/P {} 0 R", NameOf(element.role),
-                           element.parent == 0 ? parent : numbers[PlaceOf(element.parent)]);
+                PdfFile::AppendReference(top, numbers[place]);
+            std::string object("<</S/");
+            object.append(NameOf(element.role)).append("/P ");
+            PdfFile::AppendReference(object, element.parent == 0 ? parent : numbers[PlaceOf(element.parent)]);
+            object.pop_back();
             AppendWords(object, element);
             AppendWhatIsRead(object, place, page, rest);
-            file.Replace(numbers[place], object + ">>");
+            object += ">>";
+            file.Replace(numbers[place], std::move(object));
         }
         return top;
     }
@@ -122,7 +124,7 @@ public:
             behind[static_cast<std::size_t>(mark.number)] = numbers[mark.owner];
         std::string list;
         for (const int number : behind)
-            fmt::format_to(std::back_inserter(list), "{} 0 R ", number);
+            PdfFile::AppendReference(list, number);
         return list;
     }
 
@@ -173,7 +175,7 @@ private:
             object.append("/Pg ").append(page);
         object.append("/K[").append(kids[place]);
         for (; !rest.empty() && rest.front().owner == place; rest = rest.subspan(1))
-            fmt::format_to(std::back_inserter(object), "{} ", rest.front().number);
+            PdfFile::AppendNumber(object, static_cast<std::size_t>(rest.front().number));
         object.back() = ']';
     }
 

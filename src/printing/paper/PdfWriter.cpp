@@ -30,6 +30,9 @@ namespace {
 /// What is made anew for every document: the quickest level is also near the smallest.
 constexpr int ContentEffort = 1;
 
+/// The objects are nearly as much as the content, and gain more from some effort.
+constexpr int ObjectEffort = 5;
+
 /// Fixed parts are deflated once for many documents, as the fonts are.
 constexpr int FixedEffort = 12;
 
@@ -42,10 +45,11 @@ std::string WidthsOf(Face face, const PdfFont& font)
     const FaceMetrics& metrics = MetricsOf(face);
     std::string widths;
     for (const CharacterRange range : font.characters) {
-        fmt::format_to(std::back_inserter(widths), "{} [", static_cast<std::uint32_t>(range.first));
+        PdfFile::AppendNumber(widths, range.first);
+        widths.back() = '[';
         for (char32_t character = range.first; character <= range.last; ++character)
-            fmt::format_to(std::back_inserter(widths), "{} ", PdfWidth(metrics, character));
-        widths += "] ";
+            PdfFile::AppendNumber(widths, static_cast<std::size_t>(PdfWidth(metrics, character)));
+        widths.back() = ']';
     }
     return widths;
 }
@@ -65,18 +69,18 @@ const std::string& AddStreamOnce(PdfFile& file, const std::string& deflated, Str
 std::string AddFont(PdfFile& file, Face face, const PdfFont& font, StreamsByContent& maps)
 {
     const std::string program = file.AddDeflated(font.file, fmt::format("/Length1 {}", font.fileLength));
-    const std::string descriptor = file.Add(fmt::format(
-        "<< /Type /FontDescriptor /FontName /{} /Flags {} /FontBBox [{} {} {} {}] /ItalicAngle {:.4g} /Ascent {} "
-        "/Descent {} /CapHeight {} /StemV {} /FontFile2 {} >>",
-        font.name, font.flags, font.box[0], font.box[1], font.box[2], font.box[3], font.italicAngle, font.ascent,
-        font.descent, font.capHeight, font.stemWidth, program));
+    const std::string descriptor = file.Add(
+        fmt::format("<</Type/FontDescriptor/FontName/{}/Flags {}/FontBBox[{} {} {} {}]/ItalicAngle {:.4g}/Ascent {}"
+                    "/Descent {}/CapHeight {}/StemV {}/FontFile2 {}>>",
+                    font.name, font.flags, font.box[0], font.box[1], font.box[2], font.box[3], font.italicAngle,
+                    font.ascent, font.descent, font.capHeight, font.stemWidth, program));
     const std::string descendant =
-        file.Add(fmt::format("<< /Type /Font /Subtype /CIDFontType2 /BaseFont /{} "
-                             "/CIDSystemInfo << /Registry (Adobe) /Ordering (Identity) /Supplement 0 >> "
-                             "/FontDescriptor {} /W [{}] /CIDToGIDMap {} >>",
+        file.Add(fmt::format("<</Type/Font/Subtype/CIDFontType2/BaseFont/{}"
+                             "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>"
+                             "/FontDescriptor {}/W[{}]/CIDToGIDMap {}>>",
                              font.name, descriptor, WidthsOf(face, font), AddStreamOnce(file, font.glyphs, maps)));
-    return file.Add(fmt::format("<< /Type /Font /Subtype /Type0 /BaseFont /{} /Encoding /Identity-H "
-                                "/DescendantFonts [{}] /ToUnicode {} >>",
+    return file.Add(fmt::format("<</Type/Font/Subtype/Type0/BaseFont/{}/Encoding/Identity-H"
+                                "/DescendantFonts[{}]/ToUnicode {}>>",
                                 font.name, descendant, AddStreamOnce(file, font.toUnicode, maps)));
 }
 
@@ -86,29 +90,31 @@ struct DrawnCharacters {
     bool mayBeArchived = true; ///< no glyph is missing
 };
 
+/// Adds what a text draws.
+void AddText(DrawnCharacters& drawn, Face face, std::string_view text, bool isFixed)
+{
+    auto& groups = drawn.faces.at(static_cast<std::size_t>(face));
+    if (!groups && !text.empty())
+        groups.emplace();
+    while (!text.empty()) {
+        const char32_t character = TakeCodePoint(text);
+        if (isFixed)
+            groups->AddFixed(character);
+        else
+            groups->AddEntered(character);
+        drawn.mayBeArchived = drawn.mayBeArchived && (IsPrintableAscii(character) ||
+                                                      MayBeArchived(character, MetricsOf(face).GlyphOf(character)));
+    }
+}
+
 DrawnCharacters CharactersOf(const Document& document, std::span<const int> pages)
 {
     DrawnCharacters drawn;
     for (const int page : pages)
-        for (const Operation& operation : document.Page(page)) {
-            if (operation.kind != OperationKind::Text)
-                continue;
-            const Face face = document.TextStyleOf(operation).face;
-            auto& groups = drawn.faces.at(static_cast<std::size_t>(face));
-            if (!groups)
-                groups.emplace();
-            for (std::string_view rest = document.TextOf(operation); !rest.empty();) {
-                const auto byte = static_cast<unsigned char>(rest.front());
-                if (byte >= 0x20 && byte < 0x7F) {
-                    rest.remove_prefix(1); // in every subset
-                    continue;
-                }
-                const char32_t character = TakeCodePoint(rest);
-                groups->Add(character);
-                drawn.mayBeArchived =
-                    drawn.mayBeArchived && MayBeArchived(character, MetricsOf(face).GlyphOf(character));
-            }
-        }
+        for (const Document::Part& part : document.Parts(page))
+            for (const Operation& operation : part.operations)
+                if (operation.kind == OperationKind::Text)
+                    AddText(drawn, document.TextStyleOf(operation).face, document.TextOf(operation), part.isFixed);
     return drawn;
 }
 
@@ -182,6 +188,7 @@ struct PageContent {
 
 struct PdfWriter::State {
     Deflate deflate{ContentEffort};
+    Deflate objectDeflate{ObjectEffort};
     Deflate thoroughDeflate{FixedEffort};
 
     /// A fixed part of a page as deflated content, made once for many documents.
@@ -254,7 +261,7 @@ std::string PdfWriter::Write(const Document& document, const PdfOptions& options
 
 std::string PdfWriter::Write(const Document& document, std::span<const int> pages, const PdfOptions& options)
 {
-    PdfFile file(state->deflate);
+    PdfFile file(state->objectDeflate);
 
     std::string fonts;
     StreamsByContent maps;
