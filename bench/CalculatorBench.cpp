@@ -1,5 +1,6 @@
 // What the calculators' notepads cost: opened, opened and painted, and stored by their Ok, each of the first and last
 // beside the same reading or writing with the C interface of SQLite, the opening of the file included on both sides.
+#include "Bare.h"
 #include "ProcessorTime.h"
 #include "Require.h"
 #include "calculators/D2Notepad.h"
@@ -29,6 +30,7 @@
 namespace quillmere {
 namespace {
 
+using bench::Bare;
 using bench::Require;
 
 constexpr std::string_view Employer = "Acme Ltd", Employee = "Jane Smith";
@@ -164,47 +166,6 @@ struct Program {
     DesktopHost host;
     DesktopPlatform platform;
     Session session;
-};
-
-/// A bare connection with the settings of the record store.
-class Bare {
-public:
-    explicit Bare(const std::filesystem::path& path)
-    {
-        Require(sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) ==
-                    SQLITE_OK,
-                "cannot open");
-        Execute("PRAGMA synchronous=EXTRA");
-    }
-    ~Bare() { sqlite3_close(handle); }
-    Bare(const Bare&) = delete;
-    Bare& operator=(const Bare&) = delete;
-
-    void Execute(const char* text)
-    {
-        Require(sqlite3_exec(handle, text, nullptr, nullptr, nullptr) == SQLITE_OK, text);
-    }
-    /// Runs one statement whose first texts are bound, and gives the bytes of the row that it answers with.
-    std::size_t Run(const std::string& text, std::initializer_list<std::string_view> values)
-    {
-        sqlite3_stmt* statement = nullptr;
-        Require(sqlite3_prepare_v2(handle, text.c_str(), -1, &statement, nullptr) == SQLITE_OK, text.c_str());
-        int parameter = 0;
-        for (const std::string_view value : values)
-            sqlite3_bind_text(statement, ++parameter, value.data(), static_cast<int>(value.size()), SQLITE_STATIC);
-        std::size_t bytes = 0;
-        if (sqlite3_step(statement) == SQLITE_ROW)
-            for (int column = 0; column < sqlite3_column_count(statement); ++column)
-                bytes += std::string(reinterpret_cast<const char*>(sqlite3_column_text(statement, column)) == nullptr
-                                         ? ""
-                                         : reinterpret_cast<const char*>(sqlite3_column_text(statement, column)))
-                             .size();
-        sqlite3_finalize(statement);
-        return bytes;
-    }
-
-private:
-    sqlite3* handle = nullptr;
 };
 
 std::string WhereOf(const std::string& table)

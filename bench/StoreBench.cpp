@@ -1,3 +1,4 @@
+#include "Bare.h"
 #include "MadeDatabase.h"
 #include "ProcessorTime.h"
 #include "Require.h"
@@ -28,68 +29,8 @@
 namespace quillmere {
 namespace {
 
+using bench::Bare;
 using bench::Require;
-
-// ---- the bare side ------------------------------------------------------------------------------
-
-/// A connection with the settings of the record store.
-class Bare {
-public:
-    explicit Bare(const std::filesystem::path& path)
-    {
-        Require(sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) ==
-                    SQLITE_OK,
-                "cannot open");
-        Execute("PRAGMA synchronous=EXTRA");
-    }
-    ~Bare()
-    {
-        for (const auto& [text, statement] : statements)
-            sqlite3_finalize(statement);
-        sqlite3_close(handle);
-    }
-    Bare(const Bare&) = delete;
-    Bare& operator=(const Bare&) = delete;
-
-    void Execute(const std::string& text)
-    {
-        Require(sqlite3_exec(handle, text.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK, text.c_str());
-    }
-
-    /// Prepared once.
-    sqlite3_stmt* Prepared(const std::string& text)
-    {
-        sqlite3_stmt*& statement = statements[text];
-        if (statement == nullptr)
-            Require(sqlite3_prepare_v2(handle, text.c_str(), -1, &statement, nullptr) == SQLITE_OK, text.c_str());
-        return statement;
-    }
-
-    static void Bind(sqlite3_stmt* statement, int parameter, std::string_view text)
-    {
-        sqlite3_bind_text(statement, parameter, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
-    }
-
-    static void Run(sqlite3_stmt* statement)
-    {
-        const int result = sqlite3_step(statement);
-        Require(result == SQLITE_DONE, sqlite3_errstr(result));
-        sqlite3_reset(statement);
-    }
-
-    void Run(const std::string& text, std::initializer_list<std::string_view> values)
-    {
-        sqlite3_stmt* const statement = Prepared(text);
-        int parameter = 0;
-        for (const std::string_view value : values)
-            Bind(statement, ++parameter, value);
-        Run(statement);
-    }
-
-private:
-    sqlite3* handle = nullptr;
-    std::map<std::string, sqlite3_stmt*> statements;
-};
 
 // ---- the data -----------------------------------------------------------------------------------
 
