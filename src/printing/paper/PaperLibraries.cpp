@@ -1,8 +1,9 @@
 #include "printing/paper/PaperLibraries.h"
 
+#include "printing/paper/PdfProtection.h"
+
 #include <hb.h>
 #include <libdeflate.h>
-#include <qpdf/qpdf-c.h>
 
 #include <fmt/core.h>
 
@@ -11,7 +12,7 @@ namespace quillmere {
 std::vector<LibraryInUse> PaperLibraries()
 {
     return {
-        {"qpdf", qpdf_get_qpdf_version()},
+        ProtectionLibrary(),
         {"HarfBuzz", hb_version_string()},
         {"libdeflate", AsBuilt(LIBDEFLATE_VERSION_STRING)},
         {"fmt", AsBuilt(fmt::format("{}.{}.{}", FMT_VERSION / 10000, FMT_VERSION / 100 % 100, FMT_VERSION % 100))},
