@@ -28,8 +28,7 @@ RecordName NameOf(const RecordChange& change)
 /// Goes through all changes from a number on.
 void Follow(Database::Connection& connection, std::multimap<RecordName, Traced>& traced, std::int64_t first)
 {
-    Run run(connection,
-            connection.Own(fmt::format("SELECT [Changes] FROM [{}] WHERE [Number]>=? ORDER BY [Number]", ChangeTable)));
+    Run run(connection.Own(fmt::format("SELECT [Changes] FROM [{}] WHERE [Number]>=? ORDER BY [Number]", ChangeTable)));
     run.Bind(first);
     while (run.Step())
         for (RecordChange& since : DecodeChanges(run.Bytes(0))) {
@@ -54,9 +53,9 @@ bool Take(Database::Connection& connection, Traced& record)
     TableStatements& statements = connection.Statements(*change.table);
     const std::size_t count = statements.Fields().Count();
     Cells now;
-    Run run(connection, statements.Read({}, true));
+    Run run(statements.Read({}, true));
     if (run.Bind(change.record).Step())
-        now.Take(run, 0, count);
+        run.Take(now, 0, count);
     else if (!record.isDeleted)
         return false;
     FieldsDigest digest;

@@ -1,7 +1,9 @@
 #include "clientdb/store/Backup.h"
 
-#include "clientdb/store/Connection.h"
 #include "clientdb/store/DatabaseState.h"
+#include "clientdb/store/FileEngine.h"
+#include "clientdb/store/OnlineCopy.h"
+#include "clientdb/store/ServerService.h"
 #include "frame/CheckedFile.h"
 #include "frame/Text.h"
 
@@ -24,7 +26,7 @@ public:
     }
 
 private:
-    Database::Connection connection;
+    FileConnection connection;
 };
 
 /// Holds a database whose last change is whole. Nothing of a file that is none or cannot be read as one.
@@ -80,6 +82,8 @@ bool IsSameFile(const std::filesystem::path& first, const std::filesystem::path&
 bool BackUpDatabase(const std::filesystem::path& database, const std::filesystem::path& copy)
 {
     RemoveForgottenCopies(copy.parent_path());
+    if (ReadService(database))
+        return CopyDatabase(database, copy).IsWhole();
     const std::unique_ptr<const Hold> hold = HoldUnlessDamaged(database);
     bool isWhole = false;
     CopyFileChecked(database, copy, [&](const std::filesystem::path& complete) {

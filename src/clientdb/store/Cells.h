@@ -1,8 +1,8 @@
 #pragma once
 
-#include "clientdb/store/Connection.h"
-
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,16 +18,14 @@ public:
         bytes.clear();
     }
     std::size_t Bytes() const { return bytes.size(); }
+    std::size_t Count() const { return cells.size(); }
 
-    /// Takes `count` columns of the run's row.
-    void Take(const Run& run, int first, std::size_t count)
+    /// Puts a text behind the others; nothing: null.
+    void Put(std::optional<std::string_view> text)
     {
-        for (int column = first; column < first + static_cast<int>(count); ++column) {
-            const std::optional<std::string_view> text = run.TextOrNull(column);
-            cells.push_back({static_cast<std::uint32_t>(bytes.size()), text ? static_cast<int>(text->size()) : Null});
-            if (text)
-                bytes += *text;
-        }
+        cells.push_back({static_cast<std::uint32_t>(bytes.size()), text ? static_cast<int>(text->size()) : Null});
+        if (text)
+            bytes += *text;
     }
 
     bool IsNull(std::size_t cell) const { return cells[cell].size == Null; }

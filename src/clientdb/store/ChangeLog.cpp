@@ -17,6 +17,8 @@ constexpr std::size_t MostBytesTogether = 65'536;
 constexpr std::int64_t BytesOfChange = 60, BytesOfOperation = 100;
 /// So often it is looked whether the history has grown too large.
 constexpr std::int64_t OperationsBetweenLooks = 64;
+/// The savepoint before what belongs to the history.
+constexpr std::string_view Place = "History";
 
 /// A failure that tells of the history itself and not of the disk or of others at work.
 bool IsOfHistory(const StoreError& failure)
@@ -110,13 +112,13 @@ void ChangeLog::LookAt(TableStatements& statements, std::int64_t record, std::sp
         if (lookedAt.empty())
             return;
         const bool whole = goesOn && inHand->fields.size() + lookedAt.size() > MostFieldsApart;
-        Run run(connection, statements.Read(whole ? std::span<const std::uint16_t>() : lookedAt, whole));
+        Run run(statements.Read(whole ? std::span<const std::uint16_t>() : lookedAt, whole));
         if (!run.Bind(record).Step())
             return;
         if (whole)
-            inHand->before.emplace().Take(run, 0, statements.Fields().Count());
+            run.Take(inHand->before.emplace(), 0, statements.Fields().Count());
         else
-            looked.Take(run, 0, lookedAt.size());
+            run.Take(looked, 0, lookedAt.size());
     });
 }
 
@@ -126,9 +128,9 @@ void ChangeLog::LookAtWhole(TableStatements& statements, std::int64_t record)
         return;
     TurnOffUnless([&] {
         looked.Clear();
-        Run run(connection, statements.Read({}, true));
+        Run run(statements.Read({}, true));
         if (run.Bind(record).Step())
-            looked.Take(run, 0, statements.Fields().Count());
+            run.Take(looked, 0, statements.Fields().Count());
     });
 }
 
@@ -247,41 +249,66 @@ void ChangeLog::Store()
     StoreWaiting();
 }
 
+/// On a server the store hears of a failure of what it has posted only when it commits.
+bool ChangeLog::GoOnWithout(const StoreError& failure)
+{
+    if (!IsOn() || !IsOfHistory(failure) || failure.Statement().find("\"History") == std::string::npos)
+        return false;
+    connection.GoBackTo(std::string(Place));
+    TurnOff();
+    return true;
+}
+
 void ChangeLog::StoreOrGiveUp()
 {
     PutAway();
     if (waiting.empty())
         return;
     try {
-        connection.Execute("SAVEPOINT History");
+        connection.MarkPlace(std::string(Place));
         StoreWaiting();
     } catch (const StoreError&) {
         TurnOff();
     }
     // Half of it is worse than nothing.
     if (!IsOn() && connection.InTransaction())
-        sqlite3_exec(connection.handle, "ROLLBACK TO History", nullptr, nullptr, nullptr);
+        connection.GoBackTo(std::string(Place));
 }
 
 void ChangeLog::StoreWaiting()
 {
     if (waiting.empty() || !IsOn())
         return;
-    const std::int64_t before = sqlite3_total_changes64(connection.handle);
+    const std::int64_t before = connection.Changes();
+    if (connection.IsShared())
+        connection.MarkPlace(std::string(Place));
     TurnOffUnless([this] {
         if (state == HistoryState::None)
             for (const std::string_view table : {OperationTable, ChangeTable})
                 connection.Execute(CreateHistoryTableText(table, "IF NOT EXISTS "));
         StoreOperation();
-        sqlite3_stmt* const insert = connection.Own(fmt::format("INSERT INTO {} VALUES(NULL,?,?,?,?,?)", ChangeTable));
+        Prepared& insert = connection.Own(fmt::format(
+            "INSERT INTO \"{}\"([Operation],[EmployerName],[EmployeeName],[Records],[Changes]) VALUES(?,?,?,?,?)",
+            ChangeTable));
         for (const Waiting& of : waiting) {
-            Run run(connection, insert);
-            run.Bind(number).Bind(of.employer).Bind(of.employee).Bind(of.records).BindBytes(of.bytes).Change();
+            Run run(insert);
+            run.Bind(number).Bind(of.employer).Bind(of.employee).Bind(of.records).BindBytes(of.bytes).Post();
         }
+        if (connection.IsShared())
+            StoreLastChange();
     });
     waiting.clear();
     waitingBytes = 0;
-    ownChanges += sqlite3_total_changes64(connection.handle) - before;
+    ownChanges += connection.Changes() - before;
+}
+
+/// Others number their changes meanwhile, so it is not known before what number the last one gets.
+void ChangeLog::StoreLastChange()
+{
+    Run run(connection.Own(fmt::format(
+        "UPDATE \"{}\" SET [Last]=(SELECT max([Number]) FROM \"{}\" WHERE [Operation]=?1) WHERE [Number]=?1",
+        OperationTable, ChangeTable)));
+    run.Bind(number).Post();
 }
 
 /// Writes the operation, or what the changes that wait add to it. They come behind all that are there.
@@ -294,11 +321,10 @@ void ChangeLog::StoreOperation()
         numberIsStored = true;
     }
     if (number != 0) {
-        Run run(connection,
-                connection.Own(fmt::format("UPDATE {} SET [Last]=(SELECT coalesce(max([Number]),0) FROM {})+?,"
+        Run run(connection.Own(fmt::format("UPDATE \"{}\" SET [Last]=(SELECT coalesce(max([Number]),0) FROM \"{}\")+?,"
                                            "[Bytes]=[Bytes]+? WHERE [Number]=?",
                                            OperationTable, ChangeTable)));
-        run.Bind(count).Bind(bytes).Bind(number).Change();
+        run.Bind(count).Bind(bytes).Bind(number).Post();
         return;
     }
     number = InsertOperation({.changes = count, .bytes = bytes});
@@ -310,13 +336,19 @@ std::int64_t ChangeLog::InsertOperation(const Extent& extent)
 {
     static const OperationNote nobody;
     const OperationNote& of = note ? *note : nobody;
-    Run run(connection, connection.Own(fmt::format("INSERT INTO {} SELECT NULL,?,?,?,coalesce(max([Number]),0)+1,"
-                                                   "coalesce(max([Number]),0)+?,?,?,?,? FROM {}",
-                                                   OperationTable, ChangeTable)));
+    const std::int64_t given = connection.NumberForOperation();
+    Run run(connection.Own(fmt::format(
+        "INSERT INTO \"{}\"([Number],[Words],[Who],[Moment],[First],[Last],[Bytes],[Undoes],[Root],[Backward])"
+        " SELECT ?,?,?,?,coalesce(max([Number]),0)+1,coalesce(max([Number]),0)+?,?,?,?,? FROM \"{}\"",
+        OperationTable, ChangeTable)));
+    if (given == 0)
+        run.BindNull();
+    else
+        run.Bind(given);
     run.Bind(of.words).Bind(of.who).Bind(of.when).Bind(extent.changes);
     run.Bind(extent.bytes + BytesOfOperation).Bind(extent.undoes).Bind(extent.root).Bind(std::int64_t{extent.backward});
-    run.Change();
-    return sqlite3_last_insert_rowid(connection.handle);
+    run.Post();
+    return given == 0 ? connection.LastAdded() : given;
 }
 
 void ChangeLog::StoreUndo(std::int64_t undone, std::int64_t root, bool backward)

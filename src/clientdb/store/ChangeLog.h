@@ -38,6 +38,8 @@ public:
 
     /// Stores what has been noted: before the transaction is committed. Throws StoreError.
     void Store();
+    /// Turns the history off if the failure of the commit is its own: what else was written can be committed without.
+    bool GoOnWithout(const StoreError& failure);
     /// The same after a write that failed: what was written before it is to stay, and does so without being noted where
     /// that fails too.
     void StoreOrGiveUp();
@@ -86,6 +88,7 @@ private:
     void Wait(std::string_view employer, std::string_view employee, Put put);
     void StoreWaiting();
     void StoreOperation();
+    void StoreLastChange();
     std::int64_t InsertOperation(const Extent& extent);
 
     Database::Connection& connection;

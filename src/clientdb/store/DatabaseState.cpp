@@ -1,6 +1,7 @@
 #include "clientdb/store/DatabaseState.h"
 
-#include "clientdb/store/Connection.h"
+#include "clientdb/store/FileEngine.h"
+#include "clientdb/store/ServerEngine.h"
 
 #include <fmt/format.h>
 
@@ -25,11 +26,13 @@ std::string WordsOf(const StoreError& failure, const std::filesystem::path& file
 
 DatabaseState LookAtDatabase(const std::filesystem::path& file)
 {
+    if (const std::optional<ServerService> service = ReadService(file))
+        return CountIn(*OpenServer(*service, OpenMode::ReadOnly, nullptr));
     DatabaseState state;
     try {
         Database::OpenDatabase(file, OpenMode::ReadOnly).Close();
-        Database::Connection connection(file, SQLITE_OPEN_READWRITE);
-        Run look(connection, connection.Prepare(std::string(LookThrough)));
+        FileConnection connection(file, SQLITE_OPEN_READWRITE);
+        Run look(connection.Prepare(std::string(LookThrough)));
         while (look.Step())
             if (const std::string_view found = look.Text(0); found != "ok")
                 state.faults.emplace_back(found.substr(found.starts_with(Heading) ? Heading.size() : 0));
@@ -47,8 +50,8 @@ DatabaseState LookAtDatabase(const std::filesystem::path& file)
 DatabaseState CountIn(Database::Connection& connection)
 {
     return {.faults = {},
-            .employers = connection.Pragma("SELECT count(DISTINCT [EmployerName]) FROM [P11D]"),
-            .employees = connection.Pragma("SELECT count(*) FROM [P11D]")};
+            .employers = connection.Number("SELECT count(DISTINCT [EmployerName]) FROM [P11D]"),
+            .employees = connection.Number("SELECT count(*) FROM [P11D]")};
 }
 
 std::string InWords(const DatabaseState& state)

@@ -18,8 +18,9 @@ struct DatabaseState {
     friend bool operator==(const DatabaseState&, const DatabaseState&) = default;
 };
 
-/// Opens the file as a client database, looks through all its pages, indexes and tables, and counts who is in it.
-/// Damage is what it finds; it throws StoreError where nobody can look: there is no file, or somebody has locked it.
+/// Counts who is in a database on a server, which looks after itself. Opens a file as a client database, looks through
+/// all its pages, indexes and tables, and counts who is in it. Damage is what it finds; it throws StoreError where
+/// nobody can look: there is no file, or somebody has locked it.
 DatabaseState LookAtDatabase(const std::filesystem::path& file);
 
 /// Counts who is in a database that nobody has looked through.

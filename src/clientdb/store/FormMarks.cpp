@@ -10,10 +10,6 @@
 namespace quillmere {
 namespace {
 
-constexpr std::string_view CreateMarks =
-    "CREATE TABLE [FormMarks]([EmployerName] TEXT,[EmployeeName] TEXT,[Mark] INTEGER,[Day] TEXT,[Form] TEXT,"
-    "PRIMARY KEY([EmployerName],[EmployeeName],[Mark]))";
-
 /// Fields that name an employee and say nothing of the form.
 const std::set<std::string_view> Keys{"EmployerName", "EmployeeName", "Name"};
 
@@ -51,10 +47,10 @@ FormMarks::FormMarks(Database& of) : database(of), connection(of.connection)
 
 FormMarks::Table FormMarks::Look() const
 {
-    Run schema(*connection, connection->Own("SELECT sql FROM sqlite_schema WHERE name='FormMarks'"));
-    if (!schema.Step())
+    const std::string words = connection->TableWords("FormMarks");
+    if (words.empty())
         return Table::None;
-    return schema.Text(0) == CreateMarks ? Table::There : Table::OfOthers;
+    return words == CreateMarks ? Table::There : Table::OfOthers;
 }
 
 /// What all records of the employee hold; an empty field reads as one that was never filled.
@@ -65,7 +61,7 @@ std::string FormMarks::FormOf(std::string_view employer, std::string_view employ
         if (layout.level != TableLevel::Employee)
             continue;
         TableStatements& statements = connection->Statements(layout);
-        Run record(*connection, statements.Seek(layout.indexes.front(), {}, true));
+        Run record(statements.Seek(layout.indexes.front(), {}, true));
         if (!record.Bind(employer).Bind(employee).Step())
             continue;
         digest.Put(layout.name);
@@ -89,7 +85,8 @@ bool FormMarks::Set(FormMark mark, std::string_view employer, std::string_view e
     if (table == Table::None)
         connection->Execute(std::string(CreateMarks));
     const std::string form = FormOf(employer, employee);
-    Run(*connection, connection->Own("INSERT OR REPLACE INTO [FormMarks] VALUES(?,?,?,?,?)"))
+    Run(connection->Own("INSERT INTO [FormMarks] VALUES(?,?,?,?,?) ON CONFLICT([EmployerName],[EmployeeName],"
+                        "[Mark]) DO UPDATE SET [Day]=excluded.[Day],[Form]=excluded.[Form]"))
         .Bind(employer)
         .Bind(employee)
         .Bind(NumberOf(mark))
@@ -103,8 +100,7 @@ bool FormMarks::Set(FormMark mark, std::string_view employer, std::string_view e
 void FormMarks::Clear(FormMark mark, std::string_view employer, std::string_view employee) const
 {
     if (AreThere())
-        Run(*connection,
-            connection->Own("DELETE FROM [FormMarks] WHERE [EmployerName]=? AND [EmployeeName]=? AND [Mark]=?"))
+        Run(connection->Own("DELETE FROM [FormMarks] WHERE [EmployerName]=? AND [EmployeeName]=? AND [Mark]=?"))
             .Bind(employer)
             .Bind(employee)
             .Bind(NumberOf(mark))
@@ -117,8 +113,8 @@ std::map<FormMark, MarkOfForm> FormMarks::Of(std::string_view employer, std::str
     if (!AreThere())
         return marks;
     std::string form; // worked out for the first mark
-    Run found(*connection, connection->Own("SELECT [Mark],[Day],[Form] FROM [FormMarks] WHERE [EmployerName]=? AND "
-                                           "[EmployeeName]=?"));
+    Run found(connection->Own("SELECT [Mark],[Day],[Form] FROM [FormMarks] WHERE [EmployerName]=? AND "
+                              "[EmployeeName]=?"));
     for (found.Bind(employer).Bind(employee); found.Step();) {
         if (form.empty())
             form = FormOf(employer, employee);
@@ -131,8 +127,7 @@ std::map<FormMark, MarkOfForm> FormMarks::Of(std::string_view employer, std::str
 void FormMarks::Forget(std::string_view employer, std::string_view employee) const
 {
     if (AreThere())
-        Run(*connection,
-            connection->Own("DELETE FROM [FormMarks] WHERE [EmployerName]=?1 AND (?2='' OR [EmployeeName]=?2)"))
+        Run(connection->Own("DELETE FROM [FormMarks] WHERE [EmployerName]=?1 AND (?2='' OR [EmployeeName]=?2)"))
             .Bind(employer)
             .Bind(employee)
             .Change();
@@ -140,21 +135,23 @@ void FormMarks::Forget(std::string_view employer, std::string_view employee) con
 
 void FormMarks::RenameEmployee(std::string_view employer, std::string_view employee, std::string_view newName) const
 {
-    if (AreThere())
-        Run(*connection,
-            connection->Own("UPDATE OR REPLACE [FormMarks] SET [EmployeeName]=? WHERE [EmployerName]=? AND "
-                            "[EmployeeName]=?"))
-            .Bind(newName)
-            .Bind(employer)
-            .Bind(employee)
-            .Change();
+    if (!AreThere())
+        return;
+    // Whoever had the new name before loses the marks that are renamed.
+    for (const std::string_view text :
+         {"DELETE FROM [FormMarks] WHERE [EmployeeName]=?1 AND [EmployerName]=?2 AND [EmployeeName]<>?3 AND [Mark] IN "
+          "(SELECT [Mark] FROM [FormMarks] WHERE [EmployerName]=?2 AND [EmployeeName]=?3)",
+          "UPDATE [FormMarks] SET [EmployeeName]=?1 WHERE [EmployerName]=?2 AND [EmployeeName]=?3"})
+        Run(connection->Own(std::string(text))).Bind(newName).Bind(employer).Bind(employee).Change();
 }
 
 void FormMarks::RenameEmployer(std::string_view employer, std::string_view newName) const
 {
     // Whoever goes on under the old name because the new one is taken is left without marks.
     if (AreThere())
-        Run(*connection, connection->Own("UPDATE OR IGNORE [FormMarks] SET [EmployerName]=? WHERE [EmployerName]=?"))
+        Run(connection->Own("UPDATE [FormMarks] SET [EmployerName]=?1 WHERE [EmployerName]=?2 AND NOT EXISTS "
+                            "(SELECT 1 FROM [FormMarks] AS taken WHERE taken.[EmployerName]=?1 AND "
+                            "taken.[EmployeeName]=[FormMarks].[EmployeeName] AND taken.[Mark]=[FormMarks].[Mark])"))
             .Bind(newName)
             .Bind(employer)
             .Change();

@@ -9,6 +9,11 @@
 
 namespace quillmere {
 
+/// What makes the table of the marks.
+inline constexpr std::string_view CreateMarks =
+    "CREATE TABLE [FormMarks]([EmployerName] TEXT,[EmployeeName] TEXT,[Mark] INTEGER,[Day] TEXT,[Form] TEXT,"
+    "PRIMARY KEY([EmployerName],[EmployeeName],[Mark]))";
+
 /// What has been done with an employee's form.
 enum class FormMark { Printed, Reviewed };
 

@@ -15,6 +15,8 @@ namespace {
 
 /// So many operations are looked through for the last one that can be undone.
 constexpr std::size_t MostLookedThrough = 300;
+/// More than there can ever be.
+constexpr std::size_t EveryOperation = INT64_MAX;
 
 /// A change, with the key that the record has afterwards.
 struct KeyedChange : RecordChange {
@@ -33,7 +35,7 @@ std::vector<KeyedChange> KeyedChangesIn(const Run& run)
 }
 
 /// Reads the changes of an operation, which is given with its first and last.
-sqlite3_stmt* SelectChanges(Database::Connection& connection, std::string_view order)
+Prepared& SelectChanges(Database::Connection& connection, std::string_view order)
 {
     return connection.Own(fmt::format("SELECT {} FROM [{}] WHERE [Number] BETWEEN ? AND ? AND [Operation]=? ORDER BY "
                                       "[Number] {}",
@@ -96,7 +98,7 @@ History::History(Database& database) : connection(database.connection)
 
 bool History::IsReadable() const
 {
-    return LookAtHistory(*connection) != HistoryState::Foreign;
+    return connection->LookAtHistory() != HistoryState::Foreign;
 }
 
 // ---- reading --------------------------------------------------------------------------------------
@@ -105,12 +107,13 @@ bool History::IsReadable() const
 std::vector<History::Row> History::Rows(std::size_t most) const
 {
     std::vector<Row> rows;
-    if (LookAtHistory(*connection) != HistoryState::Ready)
+    if (connection->LookAtHistory() != HistoryState::Ready)
         return rows;
     std::set<std::int64_t> undone;
-    Run run(*connection, connection->Own(fmt::format("SELECT [Number],[Words],[Who],[Moment],[First],[Last],[Undoes],"
-                                                     "[Root],[Backward] FROM [{}] ORDER BY [Number] DESC",
-                                                     OperationTable)));
+    Run run(connection->Own(fmt::format("SELECT [Number],[Words],[Who],[Moment],[First],[Last],[Undoes],"
+                                        "[Root],[Backward] FROM [{}] ORDER BY [Number] DESC LIMIT ?",
+                                        OperationTable)));
+    run.Bind(static_cast<std::int64_t>(std::min(most, EveryOperation)));
     while (rows.size() < most && run.Step()) {
         Row& row = rows.emplace_back(Row{.number = run.Number(0),
                                          .first = run.Number(4),
@@ -136,7 +139,7 @@ std::vector<History::Row> History::Rows(std::size_t most) const
 
 std::optional<History::Row> History::Find(std::int64_t number) const
 {
-    for (Row& row : Rows(SIZE_MAX))
+    for (Row& row : Rows(EveryOperation))
         if (row.number == number)
             return std::move(row);
     return std::nullopt;
@@ -144,7 +147,7 @@ std::optional<History::Row> History::Find(std::int64_t number) const
 
 std::vector<PastOperation> History::Operations(const Wanted& wanted, std::size_t most) const
 {
-    std::vector<Row> rows = Rows(SIZE_MAX);
+    std::vector<Row> rows = Rows(EveryOperation);
     // Whose records an operation with changes of its own wrote, and whether it is asked for.
     struct Extent {
         std::string employer, employee;
@@ -154,8 +157,7 @@ std::vector<PastOperation> History::Operations(const Wanted& wanted, std::size_t
     std::map<std::int64_t, Extent> extents;
     if (!rows.empty()) {
         std::set<std::pair<std::string, std::string>> names{{wanted.employer, wanted.employee}};
-        Run run(*connection,
-                connection->Own(fmt::format("SELECT {} FROM [{}] ORDER BY [Number] DESC", ChangeColumns, ChangeTable)));
+        Run run(connection->Own(fmt::format("SELECT {} FROM [{}] ORDER BY [Number] DESC", ChangeColumns, ChangeTable)));
         while (run.Step()) {
             const std::string_view employer = run.Text(1), employee = run.Text(2);
             Extent& extent = extents[run.Number(0)];
@@ -205,7 +207,7 @@ std::vector<PastChange> History::Changes(std::int64_t operation, std::size_t mos
         return changes;
     std::vector<KeyedChange> found;
     {
-        Run run(*connection, SelectChanges(*connection, "ASC"));
+        Run run(SelectChanges(*connection, "ASC"));
         run.Bind(root->first).Bind(root->last).Bind(root->number);
         while (found.size() < most && run.Step())
             std::ranges::move(KeyedChangesIn(run), std::back_inserter(found));
@@ -247,7 +249,7 @@ std::optional<PastOperation> History::LastBy(std::string_view who, std::string_v
 /// True if an operation has changed records, and only these: none was added or deleted.
 bool History::ChangesOnly(const Row& operation, std::string_view employer, std::string_view employee) const
 {
-    Run run(*connection, SelectChanges(*connection, "ASC"));
+    Run run(SelectChanges(*connection, "ASC"));
     run.Bind(operation.first).Bind(operation.last).Bind(operation.number);
     bool any = false;
     for (; run.Step(); any = true)
@@ -284,7 +286,7 @@ public:
         if (!IsAsBefore(statements, row))
             return;
         if (row.kind == ChangeKind::Deleted)
-            Run(connection, statements.Delete()).Bind(*record).Change();
+            Run(statements.Delete()).Bind(*record).Change();
         else
             Change(statements, row, *record);
     }
@@ -327,7 +329,7 @@ private:
         const std::string employee = KeyBefore(row, statements.EmployeeColumn(), row.employee);
         const TableIndex* const index = row.table->indexes.empty() ? nullptr : &row.table->indexes.front();
         const bool hasKey = index != nullptr && !employer.empty() && (index->part2.empty() || !employee.empty());
-        Run run(connection, hasKey ? statements.Seek(*index, {}, true) : statements.ReadNumbered());
+        Run run(hasKey ? statements.Seek(*index, {}, true) : statements.ReadNumbered());
         if (!hasKey)
             run.Bind(row.record);
         else if (index->part2.empty())
@@ -336,7 +338,7 @@ private:
             run.Bind(employer).Bind(employee);
         if (!run.Step())
             return std::nullopt;
-        found.Take(run, 1, statements.Fields().Count());
+        run.Take(found, 1, statements.Fields().Count());
         return run.Number(0);
     }
 
@@ -387,7 +389,7 @@ private:
         std::vector<std::uint16_t> columns;
         for (const FieldChange& field : row.fields)
             columns.push_back(field.column);
-        Run run(connection, statements.Update(columns));
+        Run run(statements.Update(columns));
         for (const FieldChange& field : row.fields)
             if (field.after)
                 run.Bind(*field.after);
@@ -406,11 +408,9 @@ private:
             if (field.after)
                 texts[field.column] = &*field.after;
         for (const bool inPlace : {true, false}) {
-            Run run(connection, statements.InsertWhole());
+            Run run(statements.InsertWhole(inPlace));
             if (inPlace)
                 run.Bind(row.record);
-            else
-                run.BindNull();
             for (const std::string* text : texts)
                 if (text == nullptr)
                     run.BindNull();
@@ -448,11 +448,11 @@ void StoreFields(Database::Connection& connection, const Run& row, std::span<con
         AppendChange(bytes, change);
     const auto more =
         static_cast<std::int64_t>(bytes.size()) - static_cast<std::int64_t>(row.Bytes(ChangeBytes).size());
-    Run(connection, connection.Own(fmt::format("UPDATE [{}] SET [Changes]=? WHERE [Number]=?", ChangeTable)))
+    Run(connection.Own(fmt::format("UPDATE [{}] SET [Changes]=? WHERE [Number]=?", ChangeTable)))
         .BindBytes(bytes)
         .Bind(row.Number(ChangeNumber))
         .Change();
-    Run(connection, connection.Own(fmt::format("UPDATE [{}] SET [Bytes]=[Bytes]+? WHERE [Number]=?", OperationTable)))
+    Run(connection.Own(fmt::format("UPDATE [{}] SET [Bytes]=[Bytes]+? WHERE [Number]=?", OperationTable)))
         .Bind(more)
         .Bind(row.Number(0))
         .Change();
@@ -490,7 +490,7 @@ std::vector<UndoConflict> History::Undo(std::int64_t operation)
         const bool backward = !row->backward;
         Replayer replayer(*connection);
         {
-            Run run(*connection, SelectChanges(*connection, backward ? "DESC" : "ASC"));
+            Run run(SelectChanges(*connection, backward ? "DESC" : "ASC"));
             run.Bind(root->first).Bind(root->last).Bind(root->number);
             while (run.Step())
                 Replay(*connection, run, backward, replayer);

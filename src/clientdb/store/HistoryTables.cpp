@@ -45,23 +45,14 @@ HistoryState HistoryLook::Found() const
     return foreign || met != Tables.size() ? HistoryState::Foreign : HistoryState::Ready;
 }
 
-HistoryState LookAtHistory(Database::Connection& connection)
-{
-    HistoryLook look;
-    Run schema(connection, connection.Own("SELECT name,tbl_name,sql FROM sqlite_schema"));
-    while (schema.Step())
-        look.Meet(schema.Text(0), schema.Text(1), schema.Text(2));
-    return look.Found();
-}
-
 void ThinHistory(Database::Connection& connection, std::int64_t most, std::int64_t kept)
 {
-    if (connection.Number(fmt::format("SELECT sum([Bytes]) FROM [{}]", OperationTable)) <= most)
+    if (connection.Number(fmt::format("SELECT CAST(sum([Bytes]) AS BIGINT) FROM [{}]", OperationTable)) <= most)
         return;
     std::int64_t bytes = 0, oldest = 0;
     {
-        Run operations(connection, connection.Own(fmt::format("SELECT [Number],[Bytes] FROM {} ORDER BY [Number] DESC",
-                                                              Quoted(OperationTable))));
+        Run operations(connection.Own(
+            fmt::format("SELECT [Number],[Bytes] FROM {} ORDER BY [Number] DESC", Quoted(OperationTable))));
         while (operations.Step() && (oldest == 0 || bytes + operations.Number(1) <= kept)) {
             oldest = operations.Number(0);
             bytes += operations.Number(1);
@@ -72,7 +63,7 @@ void ThinHistory(Database::Connection& connection, std::int64_t most, std::int64
          {fmt::format("DELETE FROM {} WHERE [Number]<?1 OR [Root] BETWEEN 1 AND ?1-1", Quoted(OperationTable)),
           fmt::format("DELETE FROM {0} WHERE [Operation]<?1 AND [Number]<(SELECT max([Number]) FROM {0})",
                       Quoted(ChangeTable))}) {
-        Run thin(connection, connection.Own(text));
+        Run thin(connection.Own(text));
         thin.Bind(oldest).Change();
     }
 }

@@ -32,7 +32,6 @@ private:
     std::size_t met = 0;
     bool foreign = false;
 };
-HistoryState LookAtHistory(Database::Connection& connection);
 
 /// A history of more bytes than these lets its oldest operations go, and so much is left of it then.
 inline constexpr std::int64_t MostHistoryBytes = 32 * 1024 * 1024;

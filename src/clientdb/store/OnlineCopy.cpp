@@ -1,18 +1,17 @@
 #include "clientdb/store/OnlineCopy.h"
 
-#include "clientdb/store/Connection.h"
+#include "clientdb/store/FileEngine.h"
+#include "clientdb/store/ServerCopy.h"
 #include "frame/CheckedFile.h"
 
 namespace quillmere {
 
 namespace {
 
-using Connection = Database::Connection;
-
 constexpr int AllPages = -1;
 
 /// Copies every page while the lock of one look keeps writers out. Throws StoreError.
-void CopyPages(Connection& from, Connection& into)
+void CopyPages(FileConnection& from, FileConnection& into)
 {
     sqlite3_backup* const copying = sqlite3_backup_init(into.handle, "main", from.handle, "main");
     if (copying == nullptr)
@@ -30,7 +29,7 @@ DatabaseState CopyIntoNewFile(const std::filesystem::path& database, const std::
 {
     // Opening puts right what a crash has left half written.
     Database::OpenDatabase(database, OpenMode::ReadOnly).Close();
-    Connection from(database, SQLITE_OPEN_READWRITE), into(empty, SQLITE_OPEN_READWRITE);
+    FileConnection from(database, SQLITE_OPEN_READWRITE), into(empty, SQLITE_OPEN_READWRITE);
     // A file that vanishes if anything fails has nothing to go back to; it is synced once, when it is complete.
     into.Pragma("PRAGMA journal_mode=MEMORY");
     into.Pragma("PRAGMA synchronous=OFF");
@@ -52,7 +51,7 @@ enum class Found { Readable, BeyondReading };
 
 void WriteOver(const std::filesystem::path& copy, const std::filesystem::path& database, Found found)
 {
-    Connection from(copy, SQLITE_OPEN_READWRITE), into(database, SQLITE_OPEN_READWRITE);
+    FileConnection from(copy, SQLITE_OPEN_READWRITE), into(database, SQLITE_OPEN_READWRITE);
     // The store then takes what is in the file for nothing; the journal holds it all the same.
     sqlite3_db_config(into.handle, SQLITE_DBCONFIG_RESET_DATABASE, found == Found::BeyondReading ? 1 : 0, nullptr);
     into.Pragma("PRAGMA journal_mode=DELETE");
@@ -66,7 +65,11 @@ DatabaseState CopyDatabase(const std::filesystem::path& database, const std::fil
 {
     DatabaseState state;
     MakeFileChecked(
-        copy, [&](const std::filesystem::path& empty) { state = CopyIntoNewFile(database, empty); },
+        copy,
+        [&](const std::filesystem::path& empty) {
+            const std::optional<ServerService> service = ReadService(database);
+            state = service ? CopyServerIntoFile(*service, empty) : CopyIntoNewFile(database, empty);
+        },
         [&](const std::filesystem::path& complete) {
             if (LookAtWhole(complete) != state)
                 throw StoreError(SQLITE_CORRUPT, "not everybody is in the copy", {});
@@ -76,6 +79,8 @@ DatabaseState CopyDatabase(const std::filesystem::path& database, const std::fil
 
 void PutBackDatabase(const std::filesystem::path& copy, const std::filesystem::path& database)
 {
+    if (ReadService(database))
+        throw StoreError(SQLITE_READONLY, "The folder is shared, and others are at work in it.", {});
     static_cast<void>(LookAtWhole(copy));
     if (!std::filesystem::exists(database))
         return CopyFileChecked(copy, database);

@@ -9,8 +9,8 @@
 namespace quillmere {
 
 /// Copies the database into a file, which takes its name only when it is on the disk, has been opened and found whole,
-/// and holds as many employers and employees. What was copied. Throws StoreError (one of damage, if that is why there
-/// is no copy) and FileError.
+/// and holds as many employers and employees. That of a shared folder becomes a file too. What was copied. Throws
+/// StoreError (one of damage, if that is why there is no copy) and FileError.
 DatabaseState CopyDatabase(const std::filesystem::path& database, const std::filesystem::path& copy);
 
 /// Gives the database the content of a copy, all of it or, whatever happens, none. It is written into the file that is

@@ -23,13 +23,13 @@ const PendingEdit::Change* PendingEdit::Find(std::size_t column) const
     return found == changes.end() ? nullptr : &*found;
 }
 
-int PendingEdit::Write(Database::Connection& connection, TableStatements& statements, std::int64_t rowid) const
+int PendingEdit::Write(TableStatements& statements, std::int64_t rowid) const
 {
     std::vector<std::uint16_t> written;
     written.reserve(changes.size());
     for (const Change& change : changes)
         written.push_back(change.column);
-    Run run(connection, IsNewRecord() ? statements.Insert(written) : statements.Update(written));
+    Run run(IsNewRecord() ? statements.Insert(written) : statements.Update(written));
     for (const Change& change : changes)
         if (change.isNull)
             run.BindNull();

@@ -29,7 +29,7 @@ public:
     const Change* Find(std::size_t column) const;
     std::span<const Change> Changes() const { return changes; }
     /// Writes the record, or adds it: the number of records written.
-    int Write(Database::Connection& connection, TableStatements& statements, std::int64_t rowid) const;
+    int Write(TableStatements& statements, std::int64_t rowid) const;
 
 private:
     enum class Writing { Nothing, Record, NewRecord };

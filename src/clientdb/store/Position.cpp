@@ -1,5 +1,7 @@
 #include "clientdb/store/Position.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <fmt/format.h>
 #include <limits>
@@ -7,8 +9,7 @@
 
 namespace quillmere {
 
-Position::Position(Database::Connection& of, TableStatements& tableStatements)
-    : connection(of), statements(tableStatements)
+Position::Position(TableStatements& tableStatements) : statements(tableStatements)
 {
 }
 
@@ -55,7 +56,7 @@ void Position::TakeUpList()
 {
     list.clear();
     used = 0;
-    Run run(connection, statements.Order(index, employer.has_value()));
+    Run run(statements.Order(index, employer.has_value()));
     if (employer)
         run.Bind(*employer);
     std::unordered_set<std::int64_t> met;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "clientdb/store/Connection.h"
+#include "clientdb/store/TableStatements.h"
 
 #include <optional>
 
@@ -14,7 +14,7 @@ class Position {
 public:
     enum class Place { BeforeFirst, OnRecord, OnDeleted, Nowhere, AtEnd };
 
-    Position(Database::Connection& connection, TableStatements& statements);
+    explicit Position(TableStatements& statements);
 
     /// The order of an index; of all records.
     void SetOrder(const TableIndex& newIndex);
@@ -45,7 +45,6 @@ public:
 private:
     void TakeUpList();
 
-    Database::Connection& connection;
     TableStatements& statements;
     const TableIndex* index = nullptr;
     std::optional<std::string> employer;

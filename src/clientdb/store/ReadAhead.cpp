@@ -38,11 +38,11 @@ bool ReadAhead::Seek(Position& position, std::string_view part1, std::optional<s
     } catch (const StoreError& failure) {
         if (!IsTooLong(failure))
             throw;
-        Run run(connection, statements.Seek(*position.Order(), {}, false));
+        Run run(statements.Seek(*position.Order(), {}, false));
         run.Bind(part1);
         if (part2)
             run.Bind(*part2);
-        FailOfRecord(connection, statements, run.Step() ? run.Number(0) : 0, failure);
+        FailOfRecord(statements, run.Step() ? run.Number(0) : 0, failure);
     }
 }
 
@@ -51,7 +51,7 @@ bool ReadAhead::ReadSought(Position& position, std::string_view part1, std::opti
     // Who seeks once will mostly ask for much; who goes on seeking asks for the same fields each time.
     const bool all = !sought || along.All();
     const TableIndex& index = *position.Order();
-    Run run(connection, all ? statements.Seek(index, {}, true) : statements.Seek(index, along.Columns(), false));
+    Run run(all ? statements.Seek(index, {}, true) : statements.Seek(index, along.Columns(), false));
     run.Bind(part1);
     if (part2)
         run.Bind(*part2);
@@ -65,7 +65,7 @@ bool ReadAhead::ReadSought(Position& position, std::string_view part1, std::opti
     isRow = !all;
     if (all) {
         whole.Clear();
-        whole.Take(run, 1, statements.Fields().Count());
+        run.Take(whole, 1, statements.Fields().Count());
     } else {
         rows.Hold(run, position.Rowid(), along.Width());
     }
@@ -93,7 +93,7 @@ void ReadAhead::Learn(std::size_t column, Position& position)
 void ReadAhead::ReadWhole(Position& position)
 {
     connection.RequireOpen();
-    Run run(connection, statements.Read({}, true));
+    Run run(statements.Read({}, true));
     run.Bind(position.Rowid());
     try {
         if (!run.Step()) {
@@ -101,11 +101,11 @@ void ReadAhead::ReadWhole(Position& position)
             position.RequireRecord();
         }
         whole.Clear();
-        whole.Take(run, 0, statements.Fields().Count());
+        run.Take(whole, 0, statements.Fields().Count());
     } catch (const StoreError& failure) {
         if (!IsTooLong(failure))
             throw;
-        FailOfRecord(connection, statements, position.Rowid(), failure);
+        FailOfRecord(statements, position.Rowid(), failure);
     }
     isWhole = true;
 }

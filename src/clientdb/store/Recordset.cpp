@@ -1,10 +1,11 @@
 #include "clientdb/store/Recordset.h"
 
 #include "clientdb/store/ChangeLog.h"
-#include "clientdb/store/Connection.h"
+#include "clientdb/store/FileEngine.h"
 #include "clientdb/store/PendingEdit.h"
 #include "clientdb/store/ReadAhead.h"
 #include "clientdb/store/Schema.h"
+#include "clientdb/store/ServerEngine.h"
 
 #include <algorithm>
 #include <fmt/format.h>
@@ -12,25 +13,6 @@
 #include <utility>
 
 namespace quillmere {
-namespace {
-
-std::shared_ptr<Database::Connection> OpenFile(const std::filesystem::path& path, OpenMode mode)
-{
-    std::error_code error;
-    const auto kind = std::filesystem::status(path, error).type();
-    if (kind == std::filesystem::file_type::not_found)
-        throw StoreError(SQLITE_CANTOPEN, "There is no file " + PathText(path), "");
-    if (kind != std::filesystem::file_type::regular)
-        throw StoreError(SQLITE_CANTOPEN, PathText(path) + " is not a file", "");
-    // A file to be read is opened like one to be written, so that what a crash left in its journal can be put right.
-    auto connection = std::make_shared<Database::Connection>(path, SQLITE_OPEN_READWRITE);
-    if (mode == OpenMode::ReadOnly)
-        connection->Pragma("PRAGMA query_only=ON");
-    connection->Pragma("PRAGMA cell_size_check=ON");
-    return connection;
-}
-
-} // namespace
 
 // ---- database -----------------------------------------------------------------------------------
 
@@ -44,42 +26,14 @@ Database::~Database() = default;
 
 Database Database::OpenDatabase(const std::filesystem::path& path, OpenMode mode, std::shared_ptr<OperationNote> note)
 {
-    auto connection = OpenFile(path, mode);
-    try {
-        if (connection->Pragma("PRAGMA application_id") != ApplicationId)
-            throw StoreError(SQLITE_NOTADB, "it is not a client database", "");
-        if (connection->Pragma("PRAGMA user_version") != LayoutVersion)
-            throw StoreError(SQLITE_NOTADB, "its tables are those of another version", "");
-        // The store itself reads a page that was cut off as if zeros followed.
-        std::error_code error;
-        const std::uintmax_t size = std::filesystem::file_size(path, error);
-        if (error)
-            throw StoreError(SQLITE_CANTOPEN, error.message(), "");
-        if (size % static_cast<std::uintmax_t>(connection->Pragma("PRAGMA page_size")) != 0)
-            throw StoreError(SQLITE_CORRUPT, "its end is missing", "");
-        connection->log->Begin(RequireClientTables(*connection), std::move(note));
-        if (mode == OpenMode::ReadWrite) {
-            connection->Pragma("PRAGMA journal_mode=DELETE");
-            connection->Pragma("PRAGMA synchronous=EXTRA");
-        }
-    } catch (const StoreError& failure) {
-        throw StoreError(failure.Number(), PathText(path) + " cannot be opened: " + failure.what(),
-                         failure.Statement());
-    }
-    return Database(std::move(connection));
+    if (const std::optional<ServerService> service = ReadService(path))
+        return Database(OpenServer(*service, mode, std::move(note)));
+    return Database(OpenClientFile(path, mode, std::move(note)));
 }
 
 Database Database::OpenReferenceDatabase(const std::filesystem::path& path, OpenMode mode)
 {
-    auto connection = OpenFile(path, mode);
-    connection->reference = true;
-    try {
-        connection->Pragma("PRAGMA schema_version");
-    } catch (const StoreError& failure) {
-        throw StoreError(failure.Number(), PathText(path) + " cannot be opened: " + failure.what(),
-                         failure.Statement());
-    }
-    return Database(std::move(connection));
+    return Database(OpenReferenceFile(path, mode));
 }
 
 void Database::Close()
@@ -96,7 +50,7 @@ struct Recordset::State {
         : connection(std::move(of)),
           statements(connection->Statements(layout)),
           fields(statements.Fields()),
-          position(*connection, statements),
+          position(statements),
           ahead(*connection, statements),
           columnAfter(fields.Count())
     {
@@ -142,7 +96,7 @@ std::size_t Recordset::State::Column(std::string_view name)
 bool Recordset::State::Exists()
 {
     connection->RequireOpen();
-    return Run(*connection, statements.Exists()).Bind(position.Rowid()).Step();
+    return Run(statements.Exists()).Bind(position.Rowid()).Step();
 }
 
 /// Drops what was read of the current record, and what was to be written.
@@ -189,12 +143,12 @@ void Recordset::State::WriteNow()
     const bool isNew = edit.IsNewRecord();
     if (!isNew)
         connection->log->LookAt(statements, position.Rowid(), edit.Changes());
-    const int written = edit.Write(*connection, statements, position.Rowid());
+    const int written = edit.Write(statements, position.Rowid());
     if (!isNew && written == 0) {
         position.Leave(Place::OnDeleted);
         position.RequireRecord();
     }
-    const std::int64_t record = isNew ? sqlite3_last_insert_rowid(connection->handle) : position.Rowid();
+    const std::int64_t record = isNew ? connection->LastAdded() : position.Rowid();
     if (isNew)
         connection->log->NoteAdded(statements, record, edit.Changes());
     else
@@ -236,7 +190,7 @@ void Recordset::State::Delete()
         connection->BeforeWrite();
         const bool isFresh = ahead.IsFresh();
         connection->log->LookAtWhole(statements, position.Rowid());
-        const int deleted = Run(*connection, statements.Delete()).Bind(position.Rowid()).Change();
+        const int deleted = Run(statements.Delete()).Bind(position.Rowid()).Change();
         if (deleted == 0) {
             position.Leave(Place::OnDeleted);
             Forget();
@@ -269,7 +223,7 @@ std::vector<std::string> Database::EmployersInOrder(std::string_view table)
 {
     connection->RequireOpen();
     std::vector<std::string> names;
-    Run run(*connection, connection->Statements(FindTable(table)).Employers());
+    Run run(connection->Statements(FindTable(table)).Employers());
     while (run.Step())
         names.emplace_back(run.Text(0));
     return names;
@@ -450,14 +404,14 @@ ReadBatch::ReadBatch(Database& database) : connection(database.connection), begu
     connection->RequireOpen();
     if (connection->InTransaction())
         return;
-    connection->Execute("BEGIN");
+    connection->BeginReading();
     begun = true;
 }
 
 ReadBatch::~ReadBatch()
 {
-    if (begun && connection->handle != nullptr && connection->InTransaction())
-        sqlite3_exec(connection->handle, "END", nullptr, nullptr, nullptr);
+    if (begun && connection->IsOpen() && connection->InTransaction())
+        connection->EndReading();
 }
 
 } // namespace quillmere

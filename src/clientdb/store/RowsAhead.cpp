@@ -3,7 +3,6 @@
 #include "clientdb/store/Unreadable.h"
 
 #include <algorithm>
-#include <fmt/ranges.h>
 
 namespace quillmere {
 namespace {
@@ -31,7 +30,7 @@ void RowsAhead::Hold(const Run& run, std::int64_t rowid, std::size_t width)
     Clear();
     rowWidth = width;
     cells.Clear();
-    cells.Take(run, 1, width);
+    run.Take(cells, 1, width);
     rows.push_back({rowid, 0});
 }
 
@@ -61,7 +60,7 @@ bool RowsAhead::FillOn(Position& position, const FieldsAlong& along)
         if (!IsTooLong(failure))
             throw;
         if (goal == 1)
-            FailOfRecord(connection, statements, NextRecord(position), failure);
+            FailOfRecord(statements, NextRecord(position), failure);
     }
     goal = 1; // one by one up to the record that cannot be read
     return FillOn(position, along);
@@ -77,14 +76,14 @@ bool RowsAhead::Fill(Position& position, const FieldsAlong& along)
     StayFresh();
     if (position.GoesByList())
         return FillFromList(position, along);
-    Run run(connection, statements.ReadAfter(along.Columns(), along.All()));
-    run.Bind(position.Rowid());
+    Run run(statements.ReadAfter(along.Columns(), along.All()));
+    run.Bind(position.Rowid()).Bind(static_cast<std::int64_t>(goal));
     while (rows.size() < goal && cells.Bytes() < MostBytesAhead && run.Step()) {
         const std::int64_t read = run.Number(0);
         if (read <= (rows.empty() ? position.Rowid() : rows.back().rowid))
             position.FailOutOfOrder();
         rows.push_back({read, 0});
-        cells.Take(run, 1, rowWidth);
+        run.Take(cells, 1, rowWidth);
     }
     return !rows.empty();
 }
@@ -96,9 +95,8 @@ bool RowsAhead::FillFromList(Position& position, const FieldsAlong& along)
     std::size_t used = position.Used();
     while (rows.empty() && used < list.size()) {
         const std::size_t end = std::min(list.size(), used + goal);
-        const std::string rowids = fmt::format("[{}]", fmt::join(list.begin() + static_cast<std::ptrdiff_t>(used),
-                                                                 list.begin() + static_cast<std::ptrdiff_t>(end), ","));
-        Run run(connection, statements.ReadList(along.Columns(), along.All()));
+        const std::string rowids = connection.RowidList(std::span(list).subspan(used, end - used));
+        Run run(statements.ReadList(along.Columns(), along.All()));
         run.Bind(rowids);
         for (; cells.Bytes() < MostBytesAhead && run.Step(); ++used) {
             const std::int64_t read = run.Number(0);
@@ -107,7 +105,7 @@ bool RowsAhead::FillFromList(Position& position, const FieldsAlong& along)
             if (used == end)
                 position.FailOutOfOrder();
             rows.push_back({read, used});
-            cells.Take(run, 1, rowWidth);
+            run.Take(cells, 1, rowWidth);
         }
         if (cells.Bytes() < MostBytesAhead)
             used = end;
@@ -129,11 +127,11 @@ void RowsAhead::DropFrom(std::size_t row, Position& position)
 std::int64_t RowsAhead::NextRecord(Position& position)
 {
     if (!position.GoesByList()) {
-        Run run(connection, statements.ReadAfter({}, false));
-        return run.Bind(position.Rowid()).Step() ? run.Number(0) : 0;
+        Run run(statements.ReadAfter({}, false));
+        return run.Bind(position.Rowid()).Bind(std::int64_t{1}).Step() ? run.Number(0) : 0;
     }
     for (std::size_t used = position.Used(); used < position.List().size(); ++used)
-        if (Run(connection, statements.Exists()).Bind(position.List()[used]).Step())
+        if (Run(statements.Exists()).Bind(position.List()[used]).Step())
             return position.List()[used];
     return 0;
 }

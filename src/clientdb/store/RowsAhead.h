@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/store/Cells.h"
+#include "clientdb/store/Connection.h"
 #include "clientdb/store/FieldsAlong.h"
 #include "clientdb/store/Position.h"
 

@@ -1,6 +1,6 @@
 #include "clientdb/store/Salvage.h"
 
-#include "clientdb/store/Connection.h"
+#include "clientdb/store/FileEngine.h"
 #include "clientdb/store/Schema.h"
 #include "frame/CheckedFile.h"
 
@@ -18,21 +18,10 @@ namespace quillmere {
 
 namespace {
 
-using Connection = Database::Connection;
 using RowId = std::int64_t;
 
 /// So many numbers in a row that cannot be read are stepped over, more than a page of pages holds; and so many in all.
 constexpr int MostDeadInARow = 4096, MostDead = 20'000;
-
-/// A prepared statement that ends with its owner.
-struct Statement {
-    Statement(Connection& connection, const std::string& text) : prepared(connection.Prepare(text)) {}
-    Statement(const Statement&) = delete;
-    Statement& operator=(const Statement&) = delete;
-    ~Statement() { sqlite3_finalize(prepared); }
-
-    sqlite3_stmt* prepared;
-};
 
 // ---- the damaged file in memory
 
@@ -47,9 +36,9 @@ public:
     }
 
     /// Opens the image; with the template's description of the tables if its own cannot be read.
-    std::unique_ptr<Connection> Open(bool& schemaWasLost)
+    std::unique_ptr<FileConnection> Open(bool& schemaWasLost)
     {
-        std::unique_ptr<Connection> opened = OpenAsItIs();
+        std::unique_ptr<FileConnection> opened = OpenAsItIs();
         try {
             RequireClientTables(*opened);
             schemaWasLost = false;
@@ -73,10 +62,9 @@ private:
     /// begin.
     static std::vector<std::size_t> SchemaPagesOf(const std::filesystem::path& file)
     {
-        Connection connection(file, SQLITE_OPEN_READWRITE);
+        FileConnection connection(file, SQLITE_OPEN_READWRITE);
         std::set<std::int64_t> roots;
-        const Statement all(connection, "SELECT rootpage FROM sqlite_schema");
-        for (Run root(connection, all.prepared); root.Step();)
+        for (Run root(connection.Prepare("SELECT rootpage FROM sqlite_schema")); root.Step();)
             roots.insert(root.Number(0));
         std::vector<std::size_t> pages;
         const std::int64_t last = connection.Pragma("PRAGMA page_count");
@@ -98,9 +86,9 @@ private:
         bytes.replace(ValidAt, 4, bytes, VersionsAt, 4);
     }
 
-    std::unique_ptr<Connection> OpenAsItIs()
+    std::unique_ptr<FileConnection> OpenAsItIs()
     {
-        auto connection = std::make_unique<Connection>(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+        auto connection = std::make_unique<FileConnection>(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
         const auto size = static_cast<sqlite3_int64>(bytes.size());
         const int result =
             sqlite3_deserialize(connection->handle, "main", reinterpret_cast<unsigned char*>(bytes.data()), size, size,
@@ -127,13 +115,13 @@ struct TableToRead {
 
 class TableSalvage {
 public:
-    TableSalvage(Connection& from, Connection& into, const TableToRead& table, std::size_t mostRows)
+    TableSalvage(FileConnection& from, FileConnection& into, const TableToRead& table, std::size_t mostRows)
         : from(from),
           into(into),
           table(table),
           columns(fmt::format("[{}]", fmt::join(table.columns, "],["))),
-          insert(into, fmt::format("INSERT OR IGNORE INTO [{}](rowid,{}) VALUES(?{})", table.name, columns,
-                                   Repeated(",?", table.columns.size()))),
+          insert(into.handle, fmt::format("INSERT OR IGNORE INTO [{}](rowid,{}) VALUES(?{})", table.name, columns,
+                                          Repeated(",?", table.columns.size()))),
           mostRows(mostRows)
     {
     }
@@ -185,10 +173,10 @@ private:
     }
 
     /// Meets the numbers from one on until the end, or until something cannot be read.
-    Walked Walk(sqlite3_stmt* prepared, const Direction& direction, RowId start)
+    Walked Walk(Prepared& prepared, const Direction& direction, RowId start)
     {
         Walked walked;
-        Run rows(from, prepared);
+        Run rows(prepared);
         rows.Bind(start);
         for (std::size_t row = 0; row < mostRows; ++row) {
             const std::optional<bool> next = Next(rows);
@@ -207,12 +195,12 @@ private:
     /// Walks over the table, and steps over what cannot be read. True if there was nothing such.
     bool Step(const Direction& direction)
     {
-        const Statement statement(from, fmt::format("SELECT rowid FROM [{}] WHERE rowid{}? ORDER BY rowid {}",
-                                                    table.name, direction.comparison, direction.order));
+        FilePrepared statement(from.handle, fmt::format("SELECT rowid FROM [{}] WHERE rowid{}? ORDER BY rowid {}",
+                                                        table.name, direction.comparison, direction.order));
         RowId next = direction.first;
         int deadInARow = 0, deadInAll = 0;
         while (deadInARow < MostDeadInARow && deadInAll < MostDead) {
-            const Walked walked = Walk(statement.prepared, direction, next);
+            const Walked walked = Walk(statement, direction, next);
             if (walked.toTheEnd)
                 return deadInAll == 0;
             if (walked.anyNew)
@@ -239,10 +227,10 @@ private:
     /// Writes a record into the new database. False if another one has its key.
     bool Write(sqlite3_stmt* row)
     {
-        sqlite3_reset(insert.prepared);
+        insert.Reset();
         for (int column = 0; column <= static_cast<int>(table.columns.size()); ++column)
-            sqlite3_bind_value(insert.prepared, column + 1, sqlite3_column_value(row, column));
-        if (const int result = sqlite3_step(insert.prepared); result != SQLITE_DONE)
+            sqlite3_bind_value(insert.Raw(), column + 1, sqlite3_column_value(row, column));
+        if (const int result = sqlite3_step(insert.Raw()); result != SQLITE_DONE)
             throw StoreError(result, sqlite3_errmsg(into.handle), {});
         return sqlite3_changes(into.handle) > 0;
     }
@@ -271,15 +259,16 @@ private:
     {
         const bool twoParts = !index.part2.empty();
         try {
-            const Statement statement(
-                from, fmt::format("SELECT rowid,[{0}]{1} FROM [{2}] INDEXED BY [{2}_{3}] ORDER BY [{0}] {4}{5}",
-                                  index.part1, twoParts ? fmt::format(",[{}]", index.part2) : "", table.name,
-                                  index.name, order, twoParts ? fmt::format(",[{}] {}", index.part2, order) : ""));
-            Run entries(from, statement.prepared);
+            FilePrepared statement(
+                from.handle,
+                fmt::format("SELECT rowid,[{0}]{1} FROM [{2}] INDEXED BY [{2}_{3}] ORDER BY [{0}] {4}{5}", index.part1,
+                            twoParts ? fmt::format(",[{}]", index.part2) : "", table.name, index.name, order,
+                            twoParts ? fmt::format(",[{}] {}", index.part2, order) : ""));
+            Run entries(statement);
             for (std::size_t row = 0; row < mostRows; ++row) {
                 if (!entries.Step())
                     return true;
-                if (entries.Number(0) > 0 && sqlite3_column_type(entries.Raw(), 1) == SQLITE_TEXT)
+                if (entries.Number(0) > 0 && sqlite3_column_type(statement.Raw(), 1) == SQLITE_TEXT)
                     known.try_emplace(entries.Number(0), twoParts
                                                              ? fmt::format("{} ({})", entries.Text(2), entries.Text(1))
                                                              : std::string(entries.Text(1)));
@@ -294,11 +283,12 @@ private:
     /// that are lost.
     void ReadAll(std::vector<NotRead>& lost)
     {
-        const Statement statement(from, fmt::format("SELECT rowid,{} FROM [{}] WHERE rowid=?", columns, table.name));
+        FilePrepared statement(from.handle,
+                               fmt::format("SELECT rowid,{} FROM [{}] WHERE rowid=?", columns, table.name));
         for (const auto& [number, who] : known)
             met.insert(number);
         for (const RowId number : met) {
-            Run row(from, statement.prepared);
+            Run row(statement);
             row.Bind(number);
             const std::optional<bool> found = Next(row);
             const auto who = known.find(number);
@@ -310,9 +300,9 @@ private:
                 tell(why);
             else if (!*found && allAreKnown && who == known.end())
                 continue; // met in the wrong place, where it is nobody's
-            else if (!*found || !IsPlausible(row.Raw()))
+            else if (!*found || !IsPlausible(statement.Raw()))
                 tell("its place in the table is lost");
-            else if (!Write(row.Raw()))
+            else if (!Write(statement.Raw()))
                 tell("another record has its key");
             else
                 ++written;
@@ -337,11 +327,11 @@ private:
         }
     }
 
-    Connection& from;
-    Connection& into;
+    FileConnection& from;
+    FileConnection& into;
     const TableToRead& table;
     std::string columns;
-    Statement insert;
+    FilePrepared insert;
     std::size_t mostRows;
     std::set<RowId> met;                ///< the numbers of the records
     std::set<RowId> dead;               ///< numbers that could not be stepped on
@@ -354,7 +344,7 @@ private:
 // ---- the whole
 
 /// The tables of the layouts, and those that stand beside them, which are made as they were.
-std::vector<TableToRead> TablesOf(Connection& from, Connection& into)
+std::vector<TableToRead> TablesOf(FileConnection& from, FileConnection& into)
 {
     std::vector<TableToRead> tables;
     for (const TableLayout& layout : ClientTables()) {
@@ -369,9 +359,9 @@ std::vector<TableToRead> TablesOf(Connection& from, Connection& into)
                                    [name](const TableToRead& table) { return table.name == name; });
     };
     try {
-        const Statement schema(from, "SELECT type,tbl_name,sql FROM sqlite_schema WHERE sql IS NOT NULL "
-                                     "AND name NOT LIKE 'sqlite%' AND type IN ('table','index') ORDER BY type DESC");
-        for (Run entry(from, schema.prepared); entry.Step();) {
+        for (Run entry(from.Prepare("SELECT type,tbl_name,sql FROM sqlite_schema WHERE sql IS NOT NULL "
+                                    "AND name NOT LIKE 'sqlite%' AND type IN ('table','index') ORDER BY type DESC"));
+             entry.Step();) {
             const std::string name(entry.Text(1));
             if (isOfLayouts(name))
                 continue;
@@ -379,8 +369,7 @@ std::vector<TableToRead> TablesOf(Connection& from, Connection& into)
             if (entry.Text(0) != "table")
                 continue;
             TableToRead table{.name = name, .columns = {}, .textsOnly = false};
-            const Statement fields(into, "SELECT name FROM pragma_table_info(?)");
-            Run field(into, fields.prepared);
+            Run field(into.Prepare("SELECT name FROM pragma_table_info(?)"));
             for (field.Bind(name); field.Step();)
                 table.columns.emplace_back(field.Text(0));
             tables.push_back(std::move(table));
@@ -395,8 +384,8 @@ Salvaged ReadInto(Image& image, const std::filesystem::path& target)
 {
     Salvaged salvaged;
     bool schemaWasLost = false;
-    const std::unique_ptr<Connection> from = image.Open(schemaWasLost);
-    Connection into(target, SQLITE_OPEN_READWRITE);
+    const std::unique_ptr<FileConnection> from = image.Open(schemaWasLost);
+    FileConnection into(target, SQLITE_OPEN_READWRITE);
     into.Pragma("PRAGMA journal_mode=MEMORY");
     into.Pragma("PRAGMA synchronous=OFF");
     into.Execute("BEGIN");

@@ -33,7 +33,7 @@ const Statements& ClientStatements()
 std::set<std::string, std::less<>> FieldsInFile(Database::Connection& connection, std::string_view table)
 {
     std::set<std::string, std::less<>> found;
-    Run columns(connection, connection.Prepare("SELECT name FROM pragma_table_xinfo(?)"));
+    Run columns(connection.Prepare("SELECT name FROM pragma_table_xinfo(?)"));
     for (columns.Bind(table); columns.Step();)
         found.emplace(columns.Text(0));
     return found;
@@ -42,7 +42,7 @@ std::set<std::string, std::less<>> FieldsInFile(Database::Connection& connection
 /// Fails for a table that is not as it must be, with the first field that is too much or missing.
 [[noreturn]] void FailOf(Database::Connection& connection, std::string_view table)
 {
-    Run kind(connection, connection.Prepare("SELECT type FROM sqlite_schema WHERE name=?"));
+    Run kind(connection.Prepare("SELECT type FROM sqlite_schema WHERE name=?"));
     if (!kind.Bind(table).Step())
         Fail(table, "is missing");
     if (kind.Text(0) != "table")
@@ -80,7 +80,7 @@ HistoryState RequireClientTables(Database::Connection& connection)
     const Statements& expected = ClientStatements();
     std::set<std::string, std::less<>> met;
     HistoryLook history;
-    Run schema(connection, connection.Prepare("SELECT name,tbl_name,sql FROM sqlite_schema"));
+    Run schema(connection.Prepare("SELECT name,tbl_name,sql FROM sqlite_schema"));
     while (schema.Step()) {
         const std::string_view name = schema.Text(0), table = schema.Text(1);
         if (!expected.contains(table)) {
@@ -106,8 +106,7 @@ HistoryState RequireClientTables(Database::Connection& connection)
 
 void RequireReferenceTable(Database::Connection& connection, const TableLayout& table)
 {
-    Run hidden(connection,
-               connection.Prepare("SELECT 1 FROM sqlite_schema AS found WHERE name=? COLLATE NOCASE AND (type<>'table' "
+    Run hidden(connection.Prepare("SELECT 1 FROM sqlite_schema AS found WHERE name=? COLLATE NOCASE AND (type<>'table' "
                                   "OR 'rowid' COLLATE NOCASE IN (SELECT name FROM pragma_table_xinfo(found.name)))"));
     if (hidden.Bind(table.name).Step())
         Fail(table.name, "does not number its records");

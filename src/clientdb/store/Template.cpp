@@ -1,6 +1,6 @@
 #include "clientdb/store/Template.h"
 
-#include "clientdb/store/Connection.h"
+#include "clientdb/store/FileEngine.h"
 #include "clientdb/store/Schema.h"
 #include "edition/LoanRates.h"
 
@@ -11,10 +11,7 @@ namespace {
 
 void CreateFile(const std::filesystem::path& path, std::span<const TableLayout> tables, std::int32_t applicationId)
 {
-    std::error_code error;
-    if (std::filesystem::exists(path, error))
-        throw StoreError(SQLITE_CANTOPEN, "There is already a file " + PathText(path), "");
-    Database::Connection connection(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    FileConnection connection(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
     connection.Pragma("PRAGMA encoding='UTF-8'");
     connection.Pragma("PRAGMA synchronous=EXTRA");
     connection.Execute("BEGIN");
@@ -28,19 +25,33 @@ void CreateFile(const std::filesystem::path& path, std::span<const TableLayout> 
     connection.Execute("COMMIT");
 }
 
+void RequireNoFile(const std::filesystem::path& path)
+{
+    std::error_code error;
+    if (std::filesystem::exists(path, error))
+        throw StoreError(SQLITE_CANTOPEN, "There is already a file " + PathText(path), "");
+}
+
 } // namespace
 
 void CreateTables(const std::filesystem::path& path)
 {
+    RequireNoFile(path);
+    FillWithTables(path);
+}
+
+void FillWithTables(const std::filesystem::path& path)
+{
     CreateFile(path, ClientTables(), ApplicationId);
     // An empty database has no history yet.
-    Database::Connection connection(path, SQLITE_OPEN_READWRITE);
-    Run currency(connection, connection.Own("INSERT INTO [HNotepad2]([Currency1],[Rate1]) VALUES(?,?)"));
+    FileConnection connection(path, SQLITE_OPEN_READWRITE);
+    Run currency(connection.Own("INSERT INTO [HNotepad2]([Currency1],[Rate1]) VALUES(?,?)"));
     currency.Bind(edition::FirstCurrency).Bind(edition::OfficialRateOfInterest).Change();
 }
 
 void CreateReferenceTables(const std::filesystem::path& path)
 {
+    RequireNoFile(path);
     CreateFile(path, ReferenceTables(), 0);
 }
 

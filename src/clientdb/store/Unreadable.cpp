@@ -9,12 +9,11 @@ bool IsTooLong(const StoreError& failure)
     return (failure.Number() & 0xff) == SQLITE_TOOBIG;
 }
 
-void FailOfRecord(Database::Connection& connection, TableStatements& statements, std::int64_t record,
-                  const StoreError& failure)
+void FailOfRecord(TableStatements& statements, std::int64_t record, const StoreError& failure)
 {
     const auto keyOf = [&](std::string_view name) -> std::string {
         const auto column = static_cast<std::uint16_t>(statements.Fields().Find(name));
-        Run run(connection, statements.Read({&column, 1}, false));
+        Run run(statements.Read({&column, 1}, false));
         return run.Bind(record).Step() ? std::string(run.Text(0)) : std::string();
     };
     std::string whose;

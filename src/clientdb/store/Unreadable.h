@@ -8,7 +8,6 @@ namespace quillmere {
 bool IsTooLong(const StoreError& failure);
 
 /// Tells of such a record whose it is.
-[[noreturn]] void FailOfRecord(Database::Connection& connection, TableStatements& statements, std::int64_t record,
-                               const StoreError& failure);
+[[noreturn]] void FailOfRecord(TableStatements& statements, std::int64_t record, const StoreError& failure);
 
 } // namespace quillmere

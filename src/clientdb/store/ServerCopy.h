@@ -1,0 +1,12 @@
+#pragma once
+
+#include "clientdb/store/DatabaseState.h"
+#include "clientdb/store/ServerService.h"
+
+namespace quillmere {
+
+/// Makes an empty file a client database that holds what the tables of a shared folder held at one moment, the change
+/// history and the marks of the forms with them: who was in it then. Others go on writing meanwhile. Throws StoreError.
+DatabaseState CopyServerIntoFile(const ServerService& service, const std::filesystem::path& empty);
+
+} // namespace quillmere

@@ -1,0 +1,419 @@
+#include "clientdb/store/ServerEngine.h"
+
+#include "clientdb/store/ChangeLog.h"
+#include "clientdb/store/Schema.h"
+#include "clientdb/store/ServerSchema.h"
+#include "clientdb/store/ServerWords.h"
+
+#include <algorithm>
+#include <charconv>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+#include <utility>
+
+namespace quillmere {
+namespace {
+
+/// Connections that wait for the next opening, by what they are connected to. A database is opened for each operation,
+/// and connecting takes longer than most of them; so this is the one thing of the store that outlives a closing.
+using IdleLinks = std::multimap<std::string, std::unique_ptr<ServerLink>>;
+
+IdleLinks& Idle()
+{
+    static IdleLinks idle;
+    return idle;
+}
+
+std::unique_ptr<ServerLink> TakeLink(const ServerService& service)
+{
+    const std::string key = service.Key();
+    for (auto found = Idle().find(key); found != Idle().end(); found = Idle().find(key)) {
+        std::unique_ptr<ServerLink> link = std::move(found->second);
+        Idle().erase(found);
+        if (link->IsAlive())
+            return link;
+    }
+    return std::make_unique<ServerLink>(service);
+}
+
+bool IsWrite(std::string_view words)
+{
+    return words.starts_with("INSERT") || words.starts_with("UPDATE") || words.starts_with("DELETE");
+}
+
+/// A number as the server sends it: the bytes of a whole number, the highest first, or a text.
+std::int64_t NumberIn(const PGresult* result, int row, int column)
+{
+    if (PQgetisnull(result, row, column) == 1)
+        return 0;
+    constexpr Oid Int8 = 20, Int4 = 23;
+    const char* const bytes = PQgetvalue(result, row, column);
+    const int size = PQgetlength(result, row, column);
+    const Oid type = PQftype(result, column);
+    std::int64_t number = 0;
+    if (type != Int8 && type != Int4) {
+        std::from_chars(bytes, bytes + size, number);
+        return number;
+    }
+    std::uint64_t read = 0;
+    for (int at = 0; at < size; ++at)
+        read = read << 8 | static_cast<unsigned char>(bytes[at]);
+    return type == Int4 ? static_cast<std::int32_t>(read) : static_cast<std::int64_t>(read);
+}
+
+[[noreturn]] void Fail(std::string_view table, std::string_view what)
+{
+    throw StoreError(SQLITE_CORRUPT, fmt::format("its table {} {}", table, what), "");
+}
+
+} // namespace
+
+void CloseIdleServerLinks()
+{
+    Idle().clear();
+}
+
+// ---- statements -----------------------------------------------------------------------------------
+
+ServerPrepared::ServerPrepared(ServerConnection& of, std::string storeWords)
+    : connection(of), words(std::move(storeWords)), text(ServerStatement(words)), writes(IsWrite(words))
+{
+}
+
+ServerLink::Parameter& ServerPrepared::At(int parameter)
+{
+    const auto count = static_cast<std::size_t>(parameter);
+    if (parameters.size() < count) {
+        parameters.resize(count);
+        kept.resize(count);
+    }
+    return parameters[count - 1];
+}
+
+void ServerPrepared::BindText(int parameter, std::string_view bound)
+{
+    ServerLink::Parameter& at = At(parameter);
+    std::optional<std::string> carried = CarriedText(bound);
+    if (carried) {
+        kept[static_cast<std::size_t>(parameter) - 1] = std::move(*carried);
+        bound = kept[static_cast<std::size_t>(parameter) - 1];
+    }
+    at = {.data = bound.data() == nullptr ? "" : bound.data(), .size = bound.size()};
+}
+
+void ServerPrepared::BindNumber(int parameter, std::int64_t number)
+{
+    ServerLink::Parameter& at = At(parameter);
+    std::string& digits = kept[static_cast<std::size_t>(parameter) - 1];
+    digits = fmt::format("{}", number);
+    at = {.data = digits.c_str(), .size = digits.size(), .isNumber = true};
+}
+
+void ServerPrepared::BindBytes(int parameter, std::string_view bytes)
+{
+    At(parameter) = {.data = bytes.data() == nullptr ? "" : bytes.data(), .size = bytes.size()};
+}
+
+void ServerPrepared::BindNull(int parameter)
+{
+    At(parameter) = {};
+}
+
+bool ServerPrepared::Step()
+{
+    if (result == nullptr) {
+        result = connection.Wait(connection.Send(text, words, parameters, writes, true));
+        row = -1;
+        const char* const count = PQcmdTuples(result.get());
+        changed = 0;
+        std::from_chars(count, count + std::string_view(count).size(), changed);
+        if (writes) {
+            connection.changes += changed;
+            if (PQntuples(result.get()) > 0)
+                connection.lastAdded = NumberIn(result.get(), 0, 0);
+            row = PQntuples(result.get());
+        }
+    }
+    uncarried.clear();
+    return ++row < PQntuples(result.get());
+}
+
+void ServerPrepared::Post()
+{
+    connection.Send(text, words, parameters, writes, false);
+    connection.changes += writes ? 1 : 0;
+}
+
+void ServerPrepared::Reset() noexcept
+{
+    result.reset();
+}
+
+std::int64_t ServerPrepared::Number(int column) const
+{
+    return NumberIn(result.get(), row, column);
+}
+
+std::optional<std::string_view> ServerPrepared::TextOrNull(int column) const
+{
+    if (PQgetisnull(result.get(), row, column) == 1)
+        return std::nullopt;
+    std::string_view read = Bytes(column);
+    if (std::optional<std::string> plain = UncarriedText(read)) {
+        // Reserved for a whole row, so that none of the texts moves.
+        uncarried.reserve(static_cast<std::size_t>(PQnfields(result.get())));
+        read = uncarried.emplace_back(std::move(*plain));
+    }
+    if (read.size() > MostBytesOfText)
+        FailOfText(PQfname(result.get(), column), words);
+    return read;
+}
+
+std::string_view ServerPrepared::Bytes(int column) const
+{
+    return {PQgetvalue(result.get(), row, column), static_cast<std::size_t>(PQgetlength(result.get(), row, column))};
+}
+
+void ServerPrepared::Take(Cells& cells, int first, std::size_t count) const
+{
+    for (int column = first; column < first + static_cast<int>(count); ++column)
+        cells.Put(TextOrNull(column));
+}
+
+// ---- the connection -------------------------------------------------------------------------------
+
+ServerConnection::ServerConnection(const ServerService& of, OpenMode mode)
+    : Connection(of.file), service(of), readOnly(mode == OpenMode::ReadOnly), link(TakeLink(of))
+{
+    if (!link->tableWords)
+        RequireTables();
+}
+
+void ServerConnection::Close()
+{
+    ForgetStatements();
+    if (link == nullptr)
+        return;
+    GiveUpTransaction();
+    if (link != nullptr && link->IsAlive())
+        Idle().emplace(service.Key(), std::move(link));
+    link.reset();
+}
+
+std::unique_ptr<Prepared> ServerConnection::Prepare(const std::string& text)
+{
+    RequireOpen();
+    return std::make_unique<ServerPrepared>(*this, text);
+}
+
+/// Within a transaction each statement has a savepoint in front of it, behind whatever has been written, so that its
+/// failure takes nothing else along.
+ServerLink::Ticket ServerConnection::Send(const std::string& text, std::string_view words,
+                                          std::span<const ServerLink::Parameter> parameters, bool writes, bool isWanted)
+{
+    RequireOpen();
+    if (writes && (readOnly || transaction == Transaction::Reading))
+        throw StoreError(SQLITE_READONLY, "The database is open for reading only.", std::string(words));
+    if (transaction == Transaction::Writing && !isMarked) {
+        if (everMarked)
+            Say("RELEASE SAVEPOINT Statement");
+        Say("SAVEPOINT Statement");
+        isMarked = everMarked = true;
+    }
+    const ServerLink::Ticket ticket = link->Send(text, words, parameters, isWanted);
+    // The number of the operation that this will be comes along with the first answer; a refusal of the statement
+    // itself says more than one of this.
+    if (transaction == Transaction::Writing && !std::exchange(isNumberAsked, true))
+        AskForNumber();
+    if (writes)
+        isMarked = false;
+    return ticket;
+}
+
+void ServerConnection::AskForNumber()
+{
+    const std::string next = fmt::format("SELECT nextval('\"{}_Number_seq\"')", OperationTable);
+    operationAsked = link->Send(next, next, {}, true);
+}
+
+ServerLink::Result ServerConnection::Wait(ServerLink::Ticket ticket)
+{
+    try {
+        return link->Wait(ticket);
+    } catch (const StoreError&) {
+        if (operationAsked && !link->HasAnswer(*operationAsked))
+            operationAsked.reset();
+        if (!link->IsAlive()) {
+            Over();
+        } else if (transaction == Transaction::Writing && everMarked) {
+            Say("ROLLBACK TO SAVEPOINT Statement");
+            isMarked = true;
+        }
+        throw;
+    }
+}
+
+/// Says something that has no parameters and no answer.
+void ServerConnection::Say(const std::string& text)
+{
+    link->Send(text, text, {}, false);
+}
+
+/// The transaction is over.
+void ServerConnection::Over() noexcept
+{
+    transaction = Transaction::None;
+    if (operationAsked)
+        link->Drop(*std::exchange(operationAsked, std::nullopt));
+    everMarked = isMarked = false;
+}
+
+void ServerConnection::BeginReading()
+{
+    FailIfAsked("BEGIN");
+    Say("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
+    transaction = Transaction::Reading;
+}
+
+void ServerConnection::EndReading() noexcept
+{
+    GiveUpTransaction();
+}
+
+void ServerConnection::BeginWriting()
+{
+    FailIfAsked("BEGIN IMMEDIATE");
+    if (readOnly)
+        throw StoreError(SQLITE_READONLY, "The database is open for reading only.", "BEGIN IMMEDIATE");
+    Say("BEGIN");
+    transaction = Transaction::Writing;
+    everMarked = isMarked = isNumberAsked = false;
+}
+
+void ServerConnection::EndTransaction()
+{
+    FailIfAsked("COMMIT");
+    const ServerLink::Ticket ended = link->Send("COMMIT", "COMMIT", {}, true);
+    const ServerLink::Result result = Wait(ended);
+    Over();
+    if (std::string_view(PQcmdStatus(result.get())) != "COMMIT")
+        throw StoreError(SQLITE_IOERR, "The server has not stored what was written.", "COMMIT");
+}
+
+void ServerConnection::GiveUpTransaction() noexcept
+{
+    if (link == nullptr || transaction == Transaction::None)
+        return;
+    try {
+        Say("ROLLBACK");
+        link->SendOff();
+    } catch (const StoreError&) {
+        // The server gives it up as well when the connection goes.
+    }
+    Over();
+}
+
+void ServerConnection::MarkPlace(const std::string& name)
+{
+    Say("SAVEPOINT " + name);
+    isMarked = everMarked = false;
+}
+
+void ServerConnection::GoBackTo(const std::string& name) noexcept
+{
+    try {
+        Say("ROLLBACK TO SAVEPOINT " + name);
+    } catch (const StoreError&) {
+        Over();
+    }
+    isMarked = everMarked = false;
+}
+
+std::string_view ServerConnection::ReadListWords() const
+{
+    return "SELECT {0}.rowid,{1} FROM unnest(CAST(CAST(? AS text) AS bigint ARRAY)) WITH ORDINALITY AS "
+           "rowids(value,place) JOIN {0} "
+           "ON {0}.rowid=rowids.value ORDER BY rowids.place";
+}
+
+std::string ServerConnection::RowidList(std::span<const std::int64_t> rowids) const
+{
+    return fmt::format("{{{}}}", fmt::join(rowids, ","));
+}
+
+std::int64_t ServerConnection::NumberForOperation()
+{
+    if (!operationAsked)
+        AskForNumber();
+    const ServerLink::Result result = Wait(*std::exchange(operationAsked, std::nullopt));
+    return NumberIn(result.get(), 0, 0);
+}
+
+HistoryState ServerConnection::LookAtHistory()
+{
+    HistoryLook look;
+    for (const auto& [table, remark] : *link->tableWords)
+        look.Meet(table, table, remark);
+    return look.Found();
+}
+
+std::string ServerConnection::TableWords(std::string_view table)
+{
+    RequireOpen();
+    const auto found = link->tableWords->find(table);
+    return found == link->tableWords->end() ? std::string() : found->second;
+}
+
+void ServerConnection::RequireTables()
+{
+    std::map<std::string, std::string, std::less<>> found, remarks;
+    std::vector<std::string> indexes;
+    {
+        Run tables(Prepare(std::string(AskForTables)));
+        while (tables.Step()) {
+            found.emplace(tables.Text(0), tables.Bytes(1));
+            remarks.emplace(tables.Text(0), tables.Bytes(2));
+        }
+        Run unique(Prepare(std::string(AskForIndexes)));
+        while (unique.Step())
+            indexes.emplace_back(unique.Text(0));
+    }
+    for (const TableOnServer& table : TablesOnServer()) {
+        const auto columns = found.find(table.name);
+        if (columns == found.end())
+            Fail(table.name, "is missing");
+        if (columns->second != table.columns)
+            Fail(table.name, "is not as this program makes it");
+    }
+    for (const TableLayout& table : ClientTables())
+        for (const TableIndex& index : table.indexes)
+            if (std::ranges::find(indexes, fmt::format("{}_{}", table.name, index.name)) == indexes.end())
+                Fail(table.name, fmt::format("has no index {}", index.name));
+    link->tableWords = std::move(remarks);
+}
+
+// ---- opening --------------------------------------------------------------------------------------
+
+std::shared_ptr<ServerConnection> OpenServer(const ServerService& service, OpenMode mode,
+                                             std::shared_ptr<OperationNote> note)
+{
+    try {
+        auto connection = std::make_shared<ServerConnection>(service, mode);
+        connection->log->Begin(connection->LookAtHistory(), std::move(note));
+        return connection;
+    } catch (const StoreError& failure) {
+        throw StoreError(static_cast<int>(failure.Number()),
+                         PathText(service.file) + " cannot be opened: " + failure.what(), failure.Statement());
+    }
+}
+
+void CreateServerTables(const ServerService& service)
+{
+    ServerLink link(service);
+    ServerLink::Ticket last = 0;
+    for (const std::string& statement : CreateSchemaStatements(service.schema))
+        last = link.Send(statement, statement, {}, statement == "COMMIT");
+    static_cast<void>(link.Wait(last));
+}
+
+} // namespace quillmere

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "clientdb/store/Connection.h"
+#include "clientdb/store/ServerLink.h"
+
+#include <deque>
+#include <optional>
+
+/// The engine of a client folder that is shared: its tables are on a server, in a schema of their own.
+namespace quillmere {
+
+struct ServerConnection;
+
+class ServerPrepared final : public Prepared {
+public:
+    ServerPrepared(ServerConnection& connection, std::string words);
+
+    std::string_view Words() const override { return words; }
+    void BindText(int parameter, std::string_view text) override;
+    void BindNumber(int parameter, std::int64_t number) override;
+    void BindBytes(int parameter, std::string_view bytes) override;
+    void BindNull(int parameter) override;
+    bool Step() override;
+    int Changed() override { return changed; }
+    void Post() override;
+    void Reset() noexcept override;
+    std::int64_t Number(int column) const override;
+    std::optional<std::string_view> TextOrNull(int column) const override;
+    std::string_view Bytes(int column) const override;
+    void Take(Cells& cells, int first, std::size_t count) const override;
+
+private:
+    ServerLink::Parameter& At(int parameter);
+
+    ServerConnection& connection;
+    std::string words; ///< the store's
+    std::string text;  ///< the server's
+    bool writes;
+    std::vector<ServerLink::Parameter> parameters;
+    std::deque<std::string> kept; ///< what the parameters are made of, where it is not as they were bound
+    ServerLink::Result result{nullptr, PQclear};
+    mutable std::vector<std::string> uncarried; ///< texts of the row that read otherwise than the server has them
+    int row = 0, changed = 0;
+};
+
+struct ServerConnection final : Database::Connection {
+    ServerConnection(const ServerService& service, OpenMode mode);
+    ~ServerConnection() override { ServerConnection::Close(); }
+
+    void Close() override;
+    bool IsOpen() const override { return link != nullptr; }
+    std::unique_ptr<Prepared> Prepare(const std::string& text) override;
+    bool InTransaction() const override { return transaction != Transaction::None; }
+    void BeginReading() override;
+    void EndReading() noexcept override;
+    void BeginWriting() override;
+    void EndTransaction() override;
+    void GiveUpTransaction() noexcept override;
+    void MarkPlace(const std::string& name) override;
+    void GoBackTo(const std::string& name) noexcept override;
+    std::int64_t Changes() const override { return changes; }
+    std::int64_t LastAdded() const override { return lastAdded; }
+    std::string_view ReadListWords() const override;
+    std::string RowidList(std::span<const std::int64_t> rowids) const override;
+    std::string_view AddedWords() const override { return " RETURNING rowid"; }
+    bool IsShared() const override { return true; }
+    std::int64_t NumberForOperation() override;
+    bool HoldsRecords() const override { return transaction == Transaction::Writing; }
+    std::string_view HoldWords() const override { return " FOR UPDATE"; }
+    HistoryState LookAtHistory() override;
+    std::string TableWords(std::string_view table) override;
+
+private:
+    friend class ServerPrepared;
+    enum class Transaction { None, Reading, Writing };
+
+    ServerLink::Ticket Send(const std::string& text, std::string_view words,
+                            std::span<const ServerLink::Parameter> parameters, bool writes, bool isWanted);
+    ServerLink::Result Wait(ServerLink::Ticket ticket);
+    void AskForNumber();
+    void Say(const std::string& text);
+    void Over() noexcept;
+    void RequireTables();
+
+    ServerService service;
+    bool readOnly;
+    std::unique_ptr<ServerLink> link;
+    Transaction transaction = Transaction::None;
+    bool isMarked = false;   ///< nothing has been written since the last savepoint
+    bool everMarked = false; ///< there is one
+    bool isNumberAsked = false;
+    std::optional<ServerLink::Ticket> operationAsked; ///< the answer is a number for the history
+    std::int64_t changes = 0, lastAdded = 0;
+};
+
+/// Opens the tables that a service file names. Throws StoreError.
+std::shared_ptr<ServerConnection> OpenServer(const ServerService& service, OpenMode mode,
+                                             std::shared_ptr<OperationNote> note);
+
+/// Makes the schema of a service with all its tables, empty but for the list of currencies. Throws StoreError.
+void CreateServerTables(const ServerService& service);
+
+/// Ends the connections that wait for the next opening.
+void CloseIdleServerLinks();
+
+} // namespace quillmere

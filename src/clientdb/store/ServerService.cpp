@@ -1,0 +1,76 @@
+#include "clientdb/store/ServerService.h"
+
+#include "clientdb/store/Connection.h"
+#include "frame/CheckedFile.h"
+#include "frame/Text.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <fstream>
+
+namespace quillmere {
+namespace {
+
+constexpr std::string_view Heading = "[quillmere]";
+constexpr std::string_view SchemaSetting = "schema";
+
+[[noreturn]] void Refuse(const std::filesystem::path& file, std::string_view why)
+{
+    throw StoreError(SQLITE_CANTOPEN, fmt::format("{} cannot be opened: {}", PathText(file), why), "");
+}
+
+/// A name that needs no quoting in any place where it stands.
+bool IsPlainName(std::string_view name)
+{
+    return !name.empty() && std::ranges::all_of(name, [](char letter) {
+        return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9') || letter == '_';
+    });
+}
+
+} // namespace
+
+std::string ServerService::Key() const
+{
+    std::string key = schema;
+    for (const auto& [name, value] : settings)
+        key += '\0' + name + '=' + value;
+    return key;
+}
+
+std::optional<ServerService> ReadService(const std::filesystem::path& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    std::string line;
+    if (in.peek() != '[' || !std::getline(in, line))
+        return std::nullopt;
+    ServerService service{.file = file, .settings = {}, .schema = {}};
+    while (std::getline(in, line)) {
+        line = Trim(line.substr(0, line.find('\r')));
+        if (line.empty() || line.front() == '#')
+            continue;
+        const std::size_t sign = line.find('=');
+        if (sign == std::string::npos)
+            Refuse(file, fmt::format("\"{}\" is no setting", line));
+        const std::string name = Trim(line.substr(0, sign)), value = Trim(line.substr(sign + 1));
+        if (name == "password" || name == "passfile")
+            Refuse(file, "it names a password, which does not belong into it");
+        if (name == SchemaSetting)
+            service.schema = value;
+        else
+            service.settings.emplace_back(name, value);
+    }
+    if (!IsPlainName(service.schema))
+        Refuse(file, "its schema is not named in small letters, digits and lines");
+    return service;
+}
+
+void WriteService(const ServerService& service)
+{
+    std::string text = fmt::format("{}\n", Heading);
+    for (const auto& [name, value] : service.settings)
+        text += fmt::format("{}={}\n", name, value);
+    text += fmt::format("{}={}\n", SchemaSetting, service.schema);
+    WriteFileChecked(service.file, text);
+}
+
+} // namespace quillmere

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace quillmere {
+
+/// Where the tables of a shared client folder are: what the file says that stands in the folder in the place of the
+/// database. It has the form of a connection service file: a name in square brackets, then settings of the server's
+/// library, one a line, and the schema. A password never stands in it: that is for the library's own ways.
+struct ServerService {
+    std::filesystem::path file;
+    std::vector<std::pair<std::string, std::string>> settings;
+    std::string schema;
+
+    /// What tells connections apart that can stand in for each other.
+    std::string Key() const;
+};
+
+/// The service that a file names; nothing if it is no such file. Throws StoreError for one that is not to be used.
+std::optional<ServerService> ReadService(const std::filesystem::path& file);
+
+/// Writes such a file. Throws FileError.
+void WriteService(const ServerService& service);
+
+} // namespace quillmere
