@@ -2,7 +2,7 @@
 
 #include "clientdb/store/Recordset.h"
 #include "clientdb/store/Template.h"
-#include "support/TemporaryFolder.h"
+#include "support/PrivateServer.h"
 
 #include <gtest/gtest.h>
 
@@ -13,17 +13,13 @@
 
 namespace quillmere::test {
 
-/// A test with an empty client database, copied from one template.
+/// A test with an empty client database, of the engine that the tests are to use.
 class StoreFixture : public ::testing::Test {
 protected:
     explicit StoreFixture(const std::filesystem::path& in = std::filesystem::temp_directory_path()) : folder(in)
     {
-        static const TemporaryFolder templates;
-        const std::filesystem::path empty = templates.path / "template";
-        if (!std::filesystem::exists(empty))
-            CreateTables(empty);
         file = folder.path / "clients";
-        std::filesystem::copy_file(empty, file);
+        PutEmptyDatabase(file);
     }
 
     Database Open(OpenMode mode = OpenMode::ReadWrite) const { return Database::OpenDatabase(file, mode); }

@@ -8,11 +8,11 @@
 #include "clientdb/store/OperationNote.h"
 #include "clientdb/store/StoreFaults.h"
 #include "clientdb/store/TableLayouts.h"
+#include "support/RawDatabase.h"
 #include "support/StoreFixture.h"
 #include "support/SyncCounter.h"
 
 #include <rapidcheck/gtest.h>
-#include <sqlite3.h>
 
 #include <array>
 #include <fmt/format.h>
@@ -38,32 +38,14 @@ protected:
         return Database::OpenDatabase(file, OpenMode::ReadWrite, std::move(note));
     }
 
-    void Execute(const std::string& statement) const
-    {
-        sqlite3* handle = nullptr;
-        sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
-        char* words = nullptr;
-        EXPECT_EQ(sqlite3_exec(handle, statement.c_str(), nullptr, nullptr, &words), SQLITE_OK) << words;
-        sqlite3_close(handle);
-    }
+    void Execute(const std::string& statement) const { ExecuteRaw(file, statement); }
+    std::vector<std::vector<std::string>> Rows(const std::string& query) const { return RawRows(file, query); }
 
-    std::vector<std::vector<std::string>> Rows(const std::string& query) const
+    /// An empty database in the place of the one that is there.
+    void BeginAnew() const
     {
-        sqlite3* handle = nullptr;
-        sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
-        sqlite3_stmt* statement = nullptr;
-        EXPECT_EQ(sqlite3_prepare_v2(handle, query.c_str(), -1, &statement, nullptr), SQLITE_OK) << query;
-        std::vector<std::vector<std::string>> rows;
-        while (sqlite3_step(statement) == SQLITE_ROW) {
-            auto& row = rows.emplace_back();
-            for (int column = 0; column < sqlite3_column_count(statement); ++column) {
-                const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-                row.emplace_back(text == nullptr ? "null" : fmt::format("'{}'", text));
-            }
-        }
-        sqlite3_finalize(statement);
-        sqlite3_close(handle);
-        return rows;
+        std::filesystem::remove(file);
+        PutEmptyDatabase(file);
     }
 
     Contents All() const
@@ -118,9 +100,12 @@ protected:
     }
 };
 
+/// What is so with files alone.
+class HistoryFile : public HistoryTest {};
+
 // ---- noting ---------------------------------------------------------------------------------------
 
-TEST_F(HistoryTest, AnEmptyDatabaseHasNoTablesForItAndAReadMakesNone)
+TEST_F(HistoryFile, AnEmptyDatabaseHasNoTablesForItAndAReadMakesNone)
 {
     EXPECT_TRUE(Operations().empty());
     EXPECT_TRUE(Rows("SELECT name FROM sqlite_schema WHERE name LIKE 'History%'").empty());
@@ -197,7 +182,7 @@ TEST_F(HistoryTest, WhatNobodyNamesIsAChangeAndEachTransactionIsOne)
     EXPECT_EQ(Words(), (std::vector<std::string>{"Change", "Change"}));
 }
 
-TEST_F(HistoryTest, ANoteOfTheHistoryTakesNoFurtherSync)
+TEST_F(HistoryFile, ANoteOfTheHistoryTakesNoFurtherSync)
 {
     Create("Acme", "Jane", "Smith");
     const auto syncs = [&](bool withHistory) {
@@ -311,7 +296,7 @@ void Work(Database& database)
     DeleteEmployee(database, "Brass", "Peter Old");
 }
 
-TEST_F(HistoryTest, TheRequiredTablesAreWhatTheyWouldBeWithoutIt)
+TEST_F(HistoryFile, TheRequiredTablesAreWhatTheyWouldBeWithoutIt)
 {
     {
         Database database = Open();
@@ -319,8 +304,7 @@ TEST_F(HistoryTest, TheRequiredTablesAreWhatTheyWouldBeWithoutIt)
     }
     const Contents with = All();
     EXPECT_FALSE(Operations().empty());
-    std::filesystem::remove(file);
-    CreateTables(file);
+    BeginAnew();
     // Something else in its place: nothing is noted.
     Execute(fmt::format("CREATE TABLE {}(x)", OperationTable));
     {
@@ -333,7 +317,7 @@ TEST_F(HistoryTest, TheRequiredTablesAreWhatTheyWouldBeWithoutIt)
 
 // ---- a history that cannot be used ----------------------------------------------------------------
 
-TEST_F(HistoryTest, ForeignTablesTurnItOffAndTheWritesGoOn)
+TEST_F(HistoryFile, ForeignTablesTurnItOffAndTheWritesGoOn)
 {
     for (const std::string& foreign :
          {fmt::format("CREATE TABLE {}(x)", ChangeTable), fmt::format("CREATE TABLE {}(x)", OperationTable),
@@ -342,8 +326,7 @@ TEST_F(HistoryTest, ForeignTablesTurnItOffAndTheWritesGoOn)
           CreateHistoryTableText(ChangeTable) + ";" + CreateHistoryTableText(OperationTable) +
               ";CREATE INDEX I ON HistoryChange(Operation)"}) {
         SCOPED_TRACE(foreign);
-        std::filesystem::remove(file);
-        CreateTables(file);
+        BeginAnew();
         Execute(foreign);
         auto note = std::make_shared<OperationNote>();
         Database database = Database::OpenDatabase(file, OpenMode::ReadWrite, note);
@@ -370,7 +353,7 @@ TEST_F(HistoryTest, DamageTurnsItOffAndTheWritesGoOn)
     }
     SetStoreFaultHook({});
     EXPECT_TRUE(note->historyIsOff);
-    EXPECT_EQ(Rows("SELECT ACashEqu FROM P11D"), (std::vector<std::vector<std::string>>{{"'2'"}}));
+    EXPECT_EQ(Rows("SELECT [ACashEqu] FROM [P11D]"), (std::vector<std::vector<std::string>>{{"'2'"}}));
 }
 
 TEST_F(HistoryTest, AFailingDiskAtItsWriteFailsTheWholeWrite)
@@ -410,8 +393,7 @@ TEST_F(HistoryTest, WhatAFailedWriteLeavesIsWhatTheHistorySays)
 {
     for (int failing = 1; failing <= 27; ++failing) {
         SCOPED_TRACE(failing);
-        std::filesystem::remove(file);
-        CreateTables(file);
+        BeginAnew();
         const Contents before = All();
         {
             Database database = For("New employee");
@@ -484,7 +466,8 @@ TEST_F(HistoryTest, LetsTheOldestOperationsGo)
             batch.Commit();
         }
     }
-    const std::int64_t bytes = std::stoll(Rows("SELECT sum(Bytes) FROM HistoryOperation")[0][0].substr(1));
+    const std::int64_t bytes =
+        std::stoll(Rows("SELECT CAST(sum([Bytes]) AS BIGINT) FROM [HistoryOperation]")[0][0].substr(1));
     EXPECT_LT(bytes, MostHistoryBytes + 64 * 500000);
     const auto operations = Operations();
     EXPECT_EQ(operations.front().words, "Change 383");
@@ -492,8 +475,8 @@ TEST_F(HistoryTest, LetsTheOldestOperationsGo)
     EXPECT_GT(operations.size(), 20U);
     // Each that is left can still be read, and no change is left of one that is gone.
     EXPECT_EQ(Changes(operations.back().number).size(), 1U);
-    EXPECT_TRUE(
-        Rows("SELECT 1 FROM HistoryChange WHERE Operation NOT IN (SELECT Number FROM HistoryOperation)").empty());
+    EXPECT_TRUE(Rows("SELECT 1 FROM [HistoryChange] WHERE [Operation] NOT IN (SELECT [Number] FROM [HistoryOperation])")
+                    .empty());
     EXPECT_TRUE(Undo(operations.front().number).empty());
 }
 
@@ -632,7 +615,8 @@ TEST_F(HistoryTest, FieldsOfNewRecordsAreLeftToTheTablesAndReadFromThere)
 {
     Create("Acme", "Jane", "Smith");
     const std::int64_t created = Newest();
-    EXPECT_TRUE(Rows("SELECT 1 FROM HistoryChange WHERE instr(Changes,'Acme Jane Smith')").empty());
+    for (const auto& row : Rows("SELECT [Changes] FROM [HistoryChange]"))
+        EXPECT_EQ(row[0].find("Acme Jane Smith"), std::string::npos);
     const auto page = [&] {
         for (const PastChange& change : Changes(created))
             if (change.table == "P11D") {
@@ -675,7 +659,7 @@ TEST_F(HistoryTest, FieldsOfNewRecordsAreLeftToTheTablesAndReadFromThere)
 TEST_F(HistoryTest, WhatIsWrittenPastItStandsInTheWayOfAnAdditionsUndo)
 {
     Create("Acme", "Jane", "Smith");
-    Execute("UPDATE P11D SET ACashEqu='7'");
+    Execute("UPDATE [P11D] SET [ACashEqu]='7'");
     const Contents before = All();
     const auto conflicts = Undo(Newest());
     ASSERT_EQ(conflicts.size(), 1U);
@@ -692,7 +676,9 @@ TEST_F(HistoryTest, WhatIsWrittenPastItStandsInTheWayOfAnAdditionsUndo)
 TEST_F(HistoryTest, AnUndoneAdditionCountsWithItsFields)
 {
     Create("Acme", "Jane", "Smith");
-    const auto bytes = [&] { return std::stoll(Rows("SELECT Bytes FROM HistoryOperation LIMIT 1")[0][0].substr(1)); };
+    const auto bytes = [&] {
+        return std::stoll(Rows("SELECT [Bytes] FROM [HistoryOperation] ORDER BY [Number] LIMIT 1")[0][0].substr(1));
+    };
     const auto before = bytes();
     ASSERT_TRUE(Undo(Newest()).empty());
     EXPECT_GT(bytes(), before + 500);
@@ -701,8 +687,7 @@ TEST_F(HistoryTest, AnUndoneAdditionCountsWithItsFields)
 /// Adds, changes, renames and deletes records, each for an operation of its own or for one that goes on, and undoes.
 RC_GTEST_FIXTURE_PROP(HistoryTest, WhatAnOperationDidReadsTheSameEverAfter, ())
 {
-    std::filesystem::remove(file);
-    CreateTables(file);
+    BeginAnew();
     const auto steps = *rc::gen::resize(12, rc::gen::arbitrary<std::vector<std::array<int, 4>>>());
     const auto goesOn = std::make_shared<OperationNote>();
     goesOn->words = "goes on";
@@ -761,7 +746,7 @@ RC_GTEST_FIXTURE_PROP(HistoryTest, WhatAnOperationDidReadsTheSameEverAfter, ())
         RC_ASSERT(told(operation) == text);
 }
 
-TEST_F(HistoryTest, ARecordWhosePlaceHasBeenTakenComesBackBehindTheOthers)
+TEST_F(HistoryFile, ARecordWhosePlaceHasBeenTakenComesBackBehindTheOthers)
 {
     Create("Acme", "Jane", "Smith");
     {
@@ -843,7 +828,7 @@ TEST_F(HistoryTest, TheLastOfADeskIsItsOwnAndNoUndo)
     EXPECT_FALSE(history.LastBy("anna@desk", "Acme", "Peter Young"));
 }
 
-TEST_F(HistoryTest, ABackupHasItToo)
+TEST_F(HistoryFile, ABackupHasItToo)
 {
     Create("Acme", "Jane", "Smith");
     const auto copy = folder.path / "copy";

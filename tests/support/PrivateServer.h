@@ -1,0 +1,47 @@
+#pragma once
+
+#include "clientdb/store/ServerService.h"
+#include "support/TemporaryFolder.h"
+
+#include <filesystem>
+#include <string>
+#include <sys/types.h>
+
+/// A database server of the tests' own: its data lie in a folder that goes away, and it is reached by a socket there.
+namespace quillmere::test {
+
+class PrivateServer {
+public:
+    /// Whether what the server says is stored has to be on the disk. Tests that kill nobody need not wait for it.
+    enum class Sync { Off, On };
+
+    /// Makes the data and starts the server, as a user that is not root. Throws std::runtime_error.
+    explicit PrivateServer(Sync sync = Sync::Off);
+    ~PrivateServer();
+    PrivateServer(const PrivateServer&) = delete;
+    PrivateServer& operator=(const PrivateServer&) = delete;
+
+    /// What a service file says of a schema here.
+    ServerService Service(const std::filesystem::path& file, const std::string& schema) const;
+
+    void Start();
+    /// Ends the server at once, as if its machine had lost its power, but that the disk has what was written.
+    void Kill();
+
+private:
+    TemporaryFolder folder;
+    Sync sync;
+    pid_t server = 0;
+};
+
+/// True if the tests are to keep their client databases on a server (QUILLMERE_ENGINE=server).
+bool OnServer();
+
+/// Puts an empty client database at a path: a copy of the template, or a schema of its own on the one private server
+/// of this process and the file that names it.
+void PutEmptyDatabase(const std::filesystem::path& file);
+
+/// The private server of this process, which the first question starts.
+PrivateServer& SharedServer();
+
+} // namespace quillmere::test
