@@ -886,5 +886,42 @@ TEST_F(PrintJobs, OfABatchStopWhereTheStoreFailsAndPrintNoHalfDocument)
     EXPECT_EQ(procedures.size(), 3u);
 }
 
+TEST_F(PrintJobs, BreakNoFigureOfATable)
+{
+    PrintedTable table{.documentName = "Table", .heading = "Heading"};
+    std::vector<std::string> cells;
+    for (int column = 0; column < 8; ++column) {
+        table.columns.push_back({.caption = "Sum", .width = 1, .figure = true});
+        cells.push_back(fmt::format("{}234567.00", column));
+    }
+    table.columns.push_back({.caption = "What it is called", .width = 12});
+    cells.emplace_back("words that have far more room than the figures beside them and give of it");
+    table.rows = {cells};
+    PrintTableJob(desk.session, desk.printing, table);
+    desk.session.screens.Unload("frmVSPrint");
+    const auto document = desk.TakeLast();
+    for (int column = 0; column < 8; ++column)
+        EXPECT_TRUE(Holds(*document, 1, cells[static_cast<std::size_t>(column)])) << cells[column];
+}
+
+TEST_F(PrintJobs, KeepATableOnThePageThatHasNoRoomForItsWords)
+{
+    PrintedTable table{.documentName = "Table", .heading = "Heading"};
+    std::vector<std::string> cells;
+    for (int column = 0; column < 24; ++column) {
+        table.columns.push_back({.caption = "Sum", .figure = true});
+        cells.emplace_back("1234567890.00");
+    }
+    table.rows = {cells};
+    PrintTableJob(desk.session, desk.printing, table);
+    desk.session.screens.Unload("frmVSPrint");
+    const auto document = desk.TakeLast();
+    constexpr double PageRight = 190 * 1440 / 25.4, Rounding = 20; // twips
+    for (const Operation& operation : document->Page(1))
+        if (operation.kind == OperationKind::Text) {
+            EXPECT_LE(operation.x1 + operation.x2, PageRight + Rounding) << document->TextOf(operation);
+        }
+}
+
 } // namespace
 } // namespace quillmere::pages

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <numeric>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quillmere {
@@ -20,16 +21,64 @@ struct ColumnPlace {
     double left = 0, right = 0;
 };
 
-std::vector<ColumnPlace> PlacesOf(const std::vector<PrintedTable::Column>& columns)
+/// How wide a column's longest word is with the gap behind it, mm, in the font in force. A word that would take more
+/// than a quarter of the page is left to be cut.
+double RoomForWords(const PageLayer& page, const PrintedTable& table, std::size_t column)
 {
-    const int shares = std::accumulate(columns.begin(), columns.end(), 0,
-                                       [](int sum, const PrintedTable::Column& column) { return sum + column.width; });
+    constexpr double Rounding = 0.01;
+    double widest = 0;
+    const auto look = [&](std::string_view text) {
+        while (!text.empty()) {
+            const std::string_view word = text.substr(0, text.find(' '));
+            widest = std::max(widest, page.vsTextWidth(word));
+            text.remove_prefix(std::min(word.size() + 1, text.size()));
+        }
+    };
+    look(table.columns[column].caption);
+    for (const std::vector<std::string>& cells : table.rows)
+        if (column < cells.size())
+            look(cells[column]);
+    return std::min(widest + Rounding + GapBetweenColumns, (ReportRight - ReportLeft) / 4);
+}
+
+/// The columns' shares of the page; one whose share is narrower than its words takes their room from the others.
+std::vector<double> WidthsOf(const std::vector<PrintedTable::Column>& columns, const std::vector<double>& needed)
+{
+    std::vector<double> widths(columns.size());
+    std::vector<bool> isFixed(columns.size());
+    for (bool changed = true; changed;) {
+        double room = ReportRight - ReportLeft;
+        int shares = 0;
+        for (std::size_t column = 0; column < columns.size(); ++column) {
+            room -= isFixed[column] ? needed[column] : 0;
+            shares += isFixed[column] ? 0 : columns[column].width;
+        }
+        changed = false;
+        for (std::size_t column = 0; column < columns.size(); ++column) {
+            widths[column] = isFixed[column] ? needed[column] : room * columns[column].width / shares;
+            const bool isNarrow = widths[column] < needed[column];
+            changed = changed || isNarrow;
+            isFixed[column] = isFixed[column] || isNarrow;
+        }
+    }
+    return widths;
+}
+
+std::vector<ColumnPlace> PlacesOf(PageLayer& page, const PrintedTable& table)
+{
+    page.vsFont(FontPoints, true, false); // that of the heads, which is the wider one
+    std::vector<double> needed;
+    for (std::size_t column = 0; column < table.columns.size(); ++column)
+        needed.push_back(RoomForWords(page, table, column));
+    const std::vector<double> widths = WidthsOf(table.columns, needed);
+    // Where there is not room enough for all, each gives of it.
+    const double whole = std::accumulate(widths.begin(), widths.end(), 0.0);
+    const double scale = std::min(1.0, (ReportRight - ReportLeft) / whole);
     std::vector<ColumnPlace> places;
     double left = ReportLeft;
-    for (const PrintedTable::Column& column : columns) {
-        const double right = left + (ReportRight - ReportLeft) * column.width / shares;
-        places.push_back({left, right - GapBetweenColumns});
-        left = right;
+    for (const double width : widths) {
+        places.push_back({left, left + width * scale - GapBetweenColumns});
+        left += width * scale;
     }
     return places;
 }
@@ -91,8 +140,10 @@ std::vector<std::string> CaptionsOf(const PrintedTable& table)
 
 void PrintTableReport(PageLayer& page, const ReportNames& names, const PrintedTable& table)
 {
-    const std::vector<ColumnPlace> places = PlacesOf(table.columns);
+    std::vector<ColumnPlace> places;
     const auto columnHeads = [&](ReportSheet& sheet) {
+        if (places.empty()) // measured once there is a page
+            places = PlacesOf(page, table);
         page.vsFont(FontPoints, true, false);
         WrappedRow(sheet, places, CaptionsOf(table)).Print(sheet, table.columns, Role::HeadCell);
         sheet.position += RowGap;
