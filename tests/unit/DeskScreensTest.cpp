@@ -133,12 +133,25 @@ TEST_F(DeskScreens, CheckLooksThroughAnEmployerAndOpensWhomAFindingIsOf)
     EXPECT_TRUE(Shows("CheckList"));
 }
 
-TEST_F(DeskScreens, CheckWithNobodyOpenSaysWhatToDo)
+TEST_F(DeskScreens, CheckWithNobodyOpenLooksThroughTheFolder)
 {
+    Create("Acme Ltd", "Jane", "Smith");
+    Create("Brass & Co", "Peter", "Goldsmith");
     Menu("mnuCheck");
-    EXPECT_EQ(At("CheckList", "Summary").Text(), "Open an employee to check");
-    Click("CheckList", "CheckGo");
-    EXPECT_TRUE(Shows("CheckList"));
+    while (Now().screens.HasDeferred())
+        Now().screens.RunDeferred();
+    EXPECT_TRUE(At("CheckList", "Scope", 2).Ticked());
+    EXPECT_TRUE(At("CheckList", "Findings").Columns().starts_with("Weight\tEmployer\tEmployee"));
+    // Each without a number, and at each employer nobody ticked as a director.
+    ASSERT_EQ(At("CheckList", "Findings").Entries().size(), 4U);
+    EXPECT_TRUE(At("CheckList", "Findings").Entries()[1].starts_with("Fault\tBrass & Co\tPeter Goldsmith\t"));
+    for (const int ofWhom : {0, 1}) {
+        Click("CheckList", "Scope", ofWhom);
+        EXPECT_EQ(At("CheckList", "Summary").Text(), "Open an employee to check");
+        EXPECT_TRUE(At("CheckList", "Findings").Entries().empty());
+        Click("CheckList", "CheckGo");
+        EXPECT_TRUE(Shows("CheckList"));
+    }
 }
 
 TEST_F(DeskScreens, MoreThanAListHoldsAreCounted)

@@ -18,7 +18,8 @@ Layout CheckList()
 {
     Layout layout{.width = 780, .height = 236, .growing = "Findings"};
     layout.PlaceAt("Scope", 0, 16, 6, 130, 26);
-    layout.PlaceAt("Scope", 1, 154, 6, 180, 26);
+    layout.PlaceAt("Scope", 1, 154, 6, 166, 26);
+    layout.PlaceAt("Scope", 2, 328, 6, 124, 26);
     ButtonRow(layout, 764, 5, std::to_array<std::string_view>({"CheckGo", "CheckAgain", "CheckClose"}));
     layout.Place("Findings", 16, 40, 748, 164);
     layout.Place("Summary", 16, 209, 400);
