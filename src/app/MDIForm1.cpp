@@ -123,6 +123,7 @@ constexpr auto Starts = std::to_array<StartRow>({
     {.box = "mnuFind", .where = "StartWithEmployers"},
     {.box = "New"},
     {.box = "mnuTransfer"},
+    {.box = "mnuImport", .where = "StartWithNone"},
     {.box = "mnuSample", .text = "Look Round With Sample Clients", .where = "StartWithNone"},
 });
 

@@ -94,7 +94,7 @@ std::string_view FirstWords(Folder folder)
     case Folder::HasEmployers:
         return "Open an employee from the list, find one by any part of his name, or add one.";
     case Folder::HasNone:
-        return "There is no employer in this folder yet. Add the first one, or bring everybody over from last year.";
+        return "There is no employer in this folder yet. Add the first one, or bring everybody over.";
     default:
         return {};
     }
