@@ -43,7 +43,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent, int percent)
       screen(screen),
       percent(percent),
       layout(quillmere::Zoomed(LayoutOf(screen.Name()), percent)),
-      growth(layout),
+      growth(layout, screen),
       listHands(screen, [this](const Box& box) { return WidgetOf(box); })
 {
     setObjectName(look::Text(screen.Name()));
@@ -139,7 +139,7 @@ void ScreenWindow::Zoom(int newPercent)
         return;
     percent = newPercent;
     layout = quillmere::Zoomed(LayoutOf(screen.Name()), percent);
-    growth = Growth(layout);
+    growth = Growth(layout, screen);
     LayOutBoxes();
     FitToRoom();
     QResizeEvent asEver(size(), size());

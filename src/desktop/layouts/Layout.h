@@ -41,7 +41,7 @@ struct Layout {
     int footTop = 0;       ///< what stands from here on stays in place at the foot; 0: nothing does
     bool onScreen = false; ///< opens in the middle of the screen, not of the window below it
     std::string pageBox;   ///< array of the frames that are the pages of the tab strip
-    std::string growing;   ///< list that takes the room of a window made larger, with the others at its place
+    std::string growing;   ///< list that takes the room of a window made larger, or gives that of a smaller one
     int page = 0;          ///< page on which the next things are put, from 1, at places within it; 0: on none
     std::vector<Drawn> drawn;
     std::vector<Placed> placed;
