@@ -119,6 +119,7 @@ void ScreenWindow::Typed(Box& box, BoxEdit& edit)
     const auto unitsOf = [&now](std::size_t from, std::size_t count) {
         return static_cast<int>(QString::fromStdU32String(now.substr(from, count)).size());
     };
+    box.AcceptTyped(shown.toStdString());
     if (edit.text() != shown) {
         edit.setText(shown);
         if (refused && in.removed > 0) // what was to be replaced stays chosen
@@ -126,10 +127,26 @@ void ScreenWindow::Typed(Box& box, BoxEdit& edit)
         else
             edit.setCursorPosition(unitsOf(0, caret));
     }
-    box.AcceptTyped(shown.toStdString());
     MarkCut(box, edit);
     if (now != before)
         screen.Typed(box);
+}
+
+/// Another hand than the keys has changed what an edit reads, such as that of a screen reader that takes dictation. The
+/// text is typed there, with the focus, in place of what the box reads; a box that takes no typing keeps what it reads.
+void ScreenWindow::PutIn(Box& box, BoxEdit& edit)
+{
+    const QString held = look::Text(box.Text()), wanted = edit.text();
+    if (detached || wanted == held)
+        return;
+    edit.setText(held);
+    if (!TakesTyping(box))
+        return;
+    edit.setFocus(Qt::OtherFocusReason);
+    if (detached || !TakesTyping(box)) // leaving the box before it has closed this one
+        return;
+    edit.selectAll();
+    edit.insert(wanted);
 }
 
 /// Scrolls until the control that the focus has come to stands in sight, with air above and below. What is in sight
@@ -137,7 +154,10 @@ void ScreenWindow::Typed(Box& box, BoxEdit& edit)
 void ScreenWindow::BringInSight(QWidget& widget, Qt::FocusReason reason)
 {
     constexpr int Air = 60, AirBeside = 20;
+    // Of what is wider than the room the left side shows, where its lines begin.
     scroll->ensureWidgetVisible(&widget, AirBeside, Air);
+    if (widget.width() > scroll->viewport()->width())
+        scroll->horizontalScrollBar()->setValue(widget.mapTo(form, QPoint(0, 0)).x() - AirBeside);
     if (reason == Qt::MouseFocusReason)
         return;
     const QSize room = scroll->viewport()->size();
@@ -227,9 +247,11 @@ bool ScreenWindow::KeyInEdit(Box& box, BoxEdit& edit, const QKeyEvent& key)
     }
     if (key.key() != Qt::Key_Escape || edit.text() == edit.Kept())
         return false;
+    box.AcceptTyped(edit.Kept().toStdString());
     edit.setText(edit.Kept());
     edit.SelectWhole();
-    box.AcceptTyped(edit.text().toStdString());
+    MarkCut(box, edit);
+    screen.Typed(box);
     return true;
 }
 

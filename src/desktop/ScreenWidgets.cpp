@@ -132,6 +132,8 @@ QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
     if (box.IsAmount())
         edit->setAlignment(Qt::AlignRight);
     connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
+    // Comes after that one, and with every change that was none of the keys.
+    connect(edit, &QLineEdit::textChanged, this, [this, &box, edit] { PutIn(box, *edit); });
     return edit;
 }
 
@@ -209,7 +211,10 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
         push->setFlat(false);
         if (!box.Key().empty())
             connect(new QShortcut(QKeySequence(look::Text(box.Key()), QKeySequence::PortableText), this),
-                    &QShortcut::activated, push, &QPushButton::click);
+                    &QShortcut::activated, this, [this, &box] {
+                        if (!detached && IsInReach(box)) // the focus stays where it is
+                            screen.Click(box);
+                    });
         button = push;
         break;
     }

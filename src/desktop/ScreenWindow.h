@@ -79,6 +79,7 @@ private:
     QWidget* MakeButton(Box& box, QWidget* parent);
     QWidget* MakeTabs(Box& box, QWidget* parent);
     void Typed(Box& box, BoxEdit& edit);
+    void PutIn(Box& box, BoxEdit& edit);
     void MarkCut(const Box& box, BoxEdit& edit) const;
     void BringInSight(QWidget& widget, Qt::FocusReason reason);
     void LeaveForOther(Box& box);

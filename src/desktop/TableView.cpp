@@ -267,7 +267,12 @@ std::vector<int> TableView::ChosenRows() const
 
 void TableView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->matches(QKeySequence::Copy))
+    // With nothing chosen the first step chooses the end at which it begins.
+    const bool steps = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    const int lines = rows->rowCount({});
+    if (steps && lines > 0 && !selectionModel()->hasSelection())
+        setCurrentIndex(rows->index(event->key() == Qt::Key_Down ? 0 : lines - 1, ColumnInUse()));
+    else if (event->matches(QKeySequence::Copy))
         Copy(Copied::Lines);
     else if (event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier) && event->key() == Qt::Key_C)
         Copy(Copied::ColumnInUse);

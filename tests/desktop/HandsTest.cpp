@@ -27,6 +27,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <set>
 #include <utility>
 
 namespace quillmere {
@@ -223,6 +224,62 @@ TEST_F(Hands, TickByAScreenReaderAsByTheMouse)
     }
 }
 
+/// Puts a text into an edit as a screen reader does that takes dictation.
+void PutIn(QWidget& edit, const QString& text)
+{
+    QAccessibleInterface& spoken = *QAccessible::queryAccessibleInterface(&edit);
+    ASSERT_NE(spoken.editableTextInterface(), nullptr);
+    spoken.editableTextInterface()->replaceText(0, spoken.textInterface()->characterCount(), text);
+    QCoreApplication::processEvents();
+}
+
+TEST_P(HandsOnEveryScreen, TakesWhatAScreenReaderPutsInAsItTakesTyping)
+{
+    for (const auto& box : screen->Boxes()) {
+        auto* edit = dynamic_cast<QLineEdit*>(WidgetOf(*box));
+        if (edit == nullptr || !InReach(*box))
+            continue;
+        const std::string before = box->Text();
+        PutIn(*edit, "#7");
+        ASSERT_EQ(edit->text().toStdString(), box->Text()) << box->FullName();
+        if (box->ReadOnly()) {
+            EXPECT_EQ(box->Text(), before) << box->FullName();
+            continue;
+        }
+        std::u32string expected;
+        for (const char32_t typed : U"#7")
+            if (typed != 0 && (box->Filter() == nullptr || box->Filter()(typed).key != 0))
+                expected += typed;
+        if (!expected.empty() && IsFigure(*box)) { // a guard may refuse more in others
+            EXPECT_EQ(edit->text().toStdU32String(), expected) << box->FullName();
+        }
+        EXPECT_EQ(QApplication::focusWidget(), edit) << box->FullName();
+        return; // of a screen the first: each goes the same way
+    }
+}
+
+TEST_F(Hands, PutATextInByAScreenReaderAsByTheKeys)
+{
+    Screen& page = Open("Form3");
+    auto& cost = WidgetOf<QLineEdit>(page, "ACostMarketBox");
+    WidgetOf(page, "NatIns").setFocus(Qt::TabFocusReason);
+    PutIn(cost, "12x.5");
+    EXPECT_EQ(page.box("ACostMarketBox").Text(), "12.5") << "the box's filter";
+    EXPECT_EQ(page.InUse(), &page.box("ACostMarketBox"));
+    QAccessible::queryAccessibleInterface(&cost)->editableTextInterface()->insertText(0, "3");
+    EXPECT_EQ(page.box("ACostMarketBox").Text(), "312.5");
+    PutIn(WidgetOf(page, "AAmountGood"), "2.5");
+    EXPECT_EQ(page.box("ACostMarketBox").Text(), "    312.50") << "what leaving does";
+    WidgetOf(page, "NatIns").setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(page.box("ACashEqu").Text(), "    310.00");
+    page.box("EmployerNameBox").SetText("Acme Ltd"); // which is closed to entry
+    PutIn(WidgetOf(page, "EmployerNameBox"), "Other Ltd");
+    EXPECT_EQ(page.box("EmployerNameBox").Text(), "Acme Ltd");
+    EXPECT_EQ(WidgetOf<QLineEdit>(page, "EmployerNameBox").text(), "Acme Ltd");
+    PutIn(cost, "");
+    EXPECT_EQ(page.box("ACostMarketBox").Text(), "");
+}
+
 /// True if some of what the widget shows is underlined as having no room.
 bool ShowsTheMark(QWidget& widget)
 {
@@ -279,6 +336,39 @@ TEST_F(Hands, BringTheOldTextBackByEscapeBeforeItCloses)
     ASSERT_NE(running.program.TheSession().screens.Find("ANotepad"), nullptr);
     QTest::keyClick(&edit, Qt::Key_Escape);
     EXPECT_EQ(running.program.TheSession().screens.Find("ANotepad"), nullptr);
+}
+
+// ---- the keys of a window
+
+TEST_P(HandsOnEveryScreen, KeepsTheFocusWhereItIsWhenAKeyPressesAButton)
+{
+    const std::vector<Screen*> open = running.program.TheSession().screens.Open();
+    for (const auto& box : screen->Boxes()) {
+        if (box->Kind() != BoxKind::Button || box->Key().empty() || !InReach(*box))
+            continue;
+        QWidget* window = running.host.WindowOf(*screen)->window();
+        QWidget* before = window->focusWidget();
+        const QKeySequence key(look::Text(box->Key()), QKeySequence::PortableText);
+        QTest::keyClick(window, static_cast<Qt::Key>(key[0].key()), key[0].keyboardModifiers());
+        if (running.program.TheSession().screens.Open() != open)
+            return; // it leads elsewhere
+        EXPECT_EQ(window->focusWidget(), before) << box->FullName();
+    }
+}
+
+TEST_F(Hands, SeeWhereTheLinesOfAListBeginInANarrowWindow)
+{
+    for (const auto& [name, list] : {std::pair("Explanation", "Steps"), std::pair("OverviewList", "Lines")}) {
+        Screen& screen = Open(name);
+        QWidget& window = *running.host.WindowOf(screen);
+        QWidget& widget = WidgetOf(screen, list);
+        window.resize(600, 300);
+        window.setFocus();
+        widget.clearFocus();
+        widget.setFocus(Qt::TabFocusReason);
+        QCoreApplication::processEvents();
+        EXPECT_GE(widget.mapTo(&window, QPoint(0, 0)).x(), 0) << name;
+    }
 }
 
 // ---- options, drop-down lists
@@ -511,8 +601,9 @@ TEST_P(HandsOnEveryScreen, KnowsOfEveryBoxWhatItIs)
 
 TEST_F(Hands, LeaveTheKeysOfTheMenusToThemButThoseThatWorkOnAText)
 {
-    auto& edit = WidgetOf<QLineEdit>(Open("Form3"), "ADescriptionAsset");
-    edit.setText("Desk");
+    Screen& page = Open("Form3");
+    auto& edit = WidgetOf<QLineEdit>(page, "ADescriptionAsset");
+    page.box("ADescriptionAsset").SetText("Desk");
     edit.selectAll();
     const auto takes = [&](Qt::Key key) {
         QKeyEvent asked(QEvent::ShortcutOverride, key, Qt::ControlModifier);
@@ -767,6 +858,39 @@ TEST_P(HandsOnEveryScreen, KeepsAListAsLargeAsItsWindowWasMade)
     ASSERT_NE(screen, nullptr);
     EXPECT_EQ(running.host.WindowOf(*screen)->size(), larger);
     EXPECT_EQ(WidgetOf(screen->box(layout.growing))->size(), list + more);
+}
+
+/// Controls of a screen that lie on one another, by their names.
+std::set<std::pair<std::string, std::string>> Overlaps(const RunningProgram& running, const Screen& screen)
+{
+    std::set<std::pair<std::string, std::string>> found;
+    const QWidget* window = running.host.WindowOf(screen);
+    const auto placeOf = [&](const Box& box) {
+        const QWidget* widget = running.host.WidgetOf(screen, box);
+        return widget == nullptr ? QRect() : QRect(widget->mapTo(window, QPoint(0, 0)), widget->size());
+    };
+    for (const auto& one : screen.Boxes())
+        for (const auto& other : screen.Boxes())
+            if (one != other && placeOf(*one).intersects(placeOf(*other)))
+                found.emplace(one->FullName(), other->FullName());
+    return found;
+}
+
+TEST_P(HandsOnEveryScreen, PutsNothingOnSomethingElseInAWindowOfAnotherSize)
+{
+    const Layout& layout = LayoutOf(GetParam());
+    if (layout.growing.empty() || screen->Mode() == ShowMode::Panel) // which the dock makes as large as it likes
+        return;
+    QWidget* window = running.host.WindowOf(*screen);
+    const QSize drawn(layout.width, layout.height);
+    window->resize(drawn);
+    QCoreApplication::processEvents();
+    const auto asDrawn = Overlaps(running, *screen);
+    for (const QSize& size : {drawn + QSize(90, 120), drawn - QSize(60, 60), drawn / 2}) {
+        window->resize(size);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(Overlaps(running, *screen), asDrawn) << size.width() << " x " << size.height();
+    }
 }
 
 } // namespace

@@ -68,6 +68,19 @@ TEST(TableOfAClosedScreen, TellsNobodyWhatIsStillDoneInIt)
     EXPECT_EQ(told, 0);
 }
 
+TEST_F(TableViewTest, TheFirstStepChoosesTheEndAtWhichItBegins)
+{
+    for (const auto& [key, first] : {std::pair(Qt::Key_Down, 0), std::pair(Qt::Key_Up, 2)}) {
+        lines.Select(-1);
+        view.Follow(lines);
+        view.clearFocus();
+        view.setFocus(); // the toolkit then has a line in use, which nobody has chosen
+        EXPECT_EQ(lines.Selected(), -1);
+        Press(key);
+        EXPECT_EQ(lines.Selected(), first);
+    }
+}
+
 TEST_F(TableViewTest, KeysMoveTheLineAndTheColumnInUse)
 {
     EXPECT_EQ(lines.Selected(), -1);

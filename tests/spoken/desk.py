@@ -115,6 +115,10 @@ class Desk:
         Atspi.generate_keyboard_event(0, text, Atspi.KeySynthType.STRING)
         wait_for(f"{text!r} in {name!r}", lambda: self.text(name).strip() == text)
 
+    def put(self, name, text):
+        """Puts a text into a box from outside, as a program does that takes dictation."""
+        Atspi.EditableText.set_text_contents(self.find("text", name), text)
+
     def text(self, name):
         box = self.find("text", name)
         return Atspi.Text.get_text(box, 0, Atspi.Text.get_character_count(box))

@@ -61,6 +61,18 @@ def look_at_the_check(desk):
     desk.without("tree", "Things to look at")
 
 
+def look_at_dictation(desk):
+    """What is put into a box is typed there: its filter sees it, and leaving works it out. A closed box keeps its own."""
+    desk.put("A, cost or market value", "12x.5")
+    desk.reads("A, cost or market value", "12.5")
+    desk.put("A, amount made good or from which tax deducted", "2")
+    desk.reads("A, cost or market value", "12.50")
+    desk.put("Employer name", "Other Ltd")
+    desk.reads("Employer name", "Acme Ltd")
+    desk.put("Make and model, car 1", "Estate car")
+    desk.reads("A, cash equivalent, box 13", "10.50")
+
+
 def job(desk):
     desk.press("menu item", "New")
     desk.window("New File Options")
@@ -83,6 +95,7 @@ def job(desk):
     desk.reads("Cash equivalent of the car, car 1", "3800.00")
     desk.reads("Cash equivalent of the fuel, car 1", "3420.00")
 
+    look_at_dictation(desk)
     look_at_windows_beside(desk)
     look_at_the_check(desk)
 
