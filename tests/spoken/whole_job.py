@@ -13,7 +13,7 @@ BESIDE = [
     ("<Ctrl>e", "Overview", [("text", "Only lines with these words"), ("tree", "Overview")]),
     ("F2", "Explain", [("tree", "Steps of the working")]),
     ("<Ctrl>h", "History", [("tree", "What was done"), ("tree", "What it changed")]),
-    ("F1", "Help", [("text", "Words to look for in the guide"), ("tree", "Sections of the guide")]),
+    ("F1", "Help", [("text", "Words to look for in the guide"), ("tree", "Chapters and sections of the guide")]),
     ("Safety Copies...", "Safety Copies", [("tree", "Copies of the client database")]),
     ("Check the Calculators...", "Check the Calculators", []),
     ("About...", "About", [("tree", "About the program")]),
