@@ -220,6 +220,49 @@ TEST_F(Server, AScanAndAListTakeFewRoundTrips)
               1);
 }
 
+/// What a notepad's Ok does: each field in a write of its own, and then those of the page.
+TEST_F(Server, SingleFieldsOfARecordThatIsHeldAreWrittenWithoutWaiting)
+{
+    {
+        Database database = Open();
+        CreateEmployee(database, {"Acme", "Jane", "Smith", ""});
+    }
+    const auto store = [&](int fields) {
+        Database database = Open();
+        const std::int64_t before = ServerLink::RoundTrips();
+        WriteBatch batch(database);
+        batch.Begin();
+        for (const char* table : {"KNotepad", "P11D"}) {
+            Recordset records = database.OpenRecordset(table);
+            records.Index("IndKey");
+            records.Seek("Acme", "Jane Smith");
+            const auto all = FieldsOf(FindTable(table)).All();
+            for (std::size_t field = 0; field < static_cast<std::size_t>(fields); ++field) {
+                records.Edit();
+                records.SetField(all[all.size() - 1 - field].name, fmt::format("{}", fields));
+                records.Update();
+            }
+        }
+        batch.Commit();
+        return ServerLink::RoundTrips() - before;
+    };
+    store(2);
+    const std::int64_t few = store(5);
+    EXPECT_LE(few, 8);
+    EXPECT_EQ(store(40), few) << "more fields cost no more of them";
+    Database database = Open();
+    Recordset records = database.OpenRecordset("KNotepad");
+    records.MoveFirst();
+    const auto all = FieldsOf(FindTable("KNotepad")).All();
+    EXPECT_EQ(records.Field(all.back().name), "40");
+    History history(database);
+    const auto operations = history.Operations({}, 10);
+    ASSERT_EQ(operations.size(), 4U);
+    EXPECT_EQ(history.Changes(operations[0].number, 10).size(), 2U);
+    EXPECT_TRUE(history.Undo(operations[0].number).empty());
+    EXPECT_EQ(RawRows(file, fmt::format("SELECT [{}] FROM [KNotepad]", all.back().name))[0][0], "'5'");
+}
+
 // ---- copies ---------------------------------------------------------------------------------------
 
 TEST_F(Server, ACopyIsAFileThatHoldsTheSame)

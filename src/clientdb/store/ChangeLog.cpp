@@ -111,10 +111,12 @@ void ChangeLog::LookAt(TableStatements& statements, std::int64_t record, std::sp
                     lookedAt.push_back(static_cast<std::uint16_t>(key));
         if (lookedAt.empty())
             return;
-        const bool whole = goesOn && inHand->fields.size() + lookedAt.size() > MostFieldsApart;
+        const bool whole =
+            goesOn && (connection.IsShared() || inHand->fields.size() + lookedAt.size() > MostFieldsApart);
         Run run(statements.Read(whole ? std::span<const std::uint16_t>() : lookedAt, whole));
         if (!run.Bind(record).Step())
             return;
+        connection.NoteHeld(statements.Layout(), record);
         if (whole)
             run.Take(inHand->before.emplace(), 0, statements.Fields().Count());
         else

@@ -57,6 +57,10 @@ struct Database::Connection {
     /// that does it ends with.
     virtual bool HoldsRecords() const { return false; }
     virtual std::string_view HoldWords() const { return {}; }
+    /// True for a record that the transaction has locked: it is there, and a write to it can be posted. A record that
+    /// has been read is noted as such.
+    virtual bool Holds(const TableLayout&, std::int64_t) const { return false; }
+    virtual void NoteHeld(const TableLayout&, std::int64_t) {}
     virtual HistoryState LookAtHistory() = 0;
     /// What made a table that stands beside those of the layouts; empty for none.
     virtual std::string TableWords(std::string_view table) = 0;

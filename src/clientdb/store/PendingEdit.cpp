@@ -23,7 +23,7 @@ const PendingEdit::Change* PendingEdit::Find(std::size_t column) const
     return found == changes.end() ? nullptr : &*found;
 }
 
-int PendingEdit::Write(TableStatements& statements, std::int64_t rowid) const
+int PendingEdit::Write(TableStatements& statements, std::int64_t rowid, bool isHeld) const
 {
     std::vector<std::uint16_t> written;
     written.reserve(changes.size());
@@ -37,7 +37,16 @@ int PendingEdit::Write(TableStatements& statements, std::int64_t rowid) const
             run.Bind(change.text);
     if (!IsNewRecord())
         run.Bind(rowid);
-    return run.Change();
+    const auto isOfKey = [&](const Change& change) {
+        return std::ranges::any_of(statements.Layout().indexes, [&](const TableIndex& index) {
+            const std::string_view name = statements.Fields().All()[change.column].name;
+            return name == index.part1 || name == index.part2;
+        });
+    };
+    if (!isHeld || std::ranges::any_of(changes, isOfKey))
+        return run.Change();
+    run.Post();
+    return 1;
 }
 
 } // namespace quillmere

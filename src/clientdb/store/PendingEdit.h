@@ -28,8 +28,9 @@ public:
     /// The change of a field; nullptr if it stays as it is.
     const Change* Find(std::size_t column) const;
     std::span<const Change> Changes() const { return changes; }
-    /// Writes the record, or adds it: the number of records written.
-    int Write(TableStatements& statements, std::int64_t rowid) const;
+    /// Writes the record, or adds it: the number of records written. A record that is held is there: unless its key is
+    /// written, which may be refused, its writing can be posted.
+    int Write(TableStatements& statements, std::int64_t rowid, bool isHeld) const;
 
 private:
     enum class Writing { Nothing, Record, NewRecord };

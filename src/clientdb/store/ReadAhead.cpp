@@ -59,6 +59,7 @@ bool ReadAhead::ReadSought(Position& position, std::string_view part1, std::opti
         return false;
     Drop();
     position.StandOn(run.Number(0));
+    connection.NoteHeld(statements.Layout(), position.Rowid());
     sought = true;
     scanned = true;
     isWhole = all;

@@ -45,6 +45,9 @@ void Database::Close()
 
 using Place = Position::Place;
 
+/// No record has it.
+constexpr std::int64_t NoRecord = -1;
+
 struct Recordset::State {
     State(std::shared_ptr<Database::Connection> of, const TableLayout& layout)
         : connection(std::move(of)),
@@ -96,7 +99,12 @@ std::size_t Recordset::State::Column(std::string_view name)
 bool Recordset::State::Exists()
 {
     connection->RequireOpen();
-    return Run(statements.Exists()).Bind(position.Rowid()).Step();
+    if (connection->Holds(statements.Layout(), position.Rowid()))
+        return true;
+    const bool isThere = Run(statements.Exists()).Bind(position.Rowid()).Step();
+    if (isThere)
+        connection->NoteHeld(statements.Layout(), position.Rowid());
+    return isThere;
 }
 
 /// Drops what was read of the current record, and what was to be written.
@@ -143,7 +151,8 @@ void Recordset::State::WriteNow()
     const bool isNew = edit.IsNewRecord();
     if (!isNew)
         connection->log->LookAt(statements, position.Rowid(), edit.Changes());
-    const int written = edit.Write(statements, position.Rowid());
+    const bool isHeld = !isNew && connection->Holds(statements.Layout(), position.Rowid());
+    const int written = edit.Write(statements, position.Rowid(), isHeld);
     if (!isNew && written == 0) {
         position.Leave(Place::OnDeleted);
         position.RequireRecord();
@@ -191,6 +200,7 @@ void Recordset::State::Delete()
         const bool isFresh = ahead.IsFresh();
         connection->log->LookAtWhole(statements, position.Rowid());
         const int deleted = Run(statements.Delete()).Bind(position.Rowid()).Change();
+        connection->NoteHeld(statements.Layout(), NoRecord);
         if (deleted == 0) {
             position.Leave(Place::OnDeleted);
             Forget();

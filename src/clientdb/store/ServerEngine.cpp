@@ -241,6 +241,7 @@ ServerLink::Result ServerConnection::Wait(ServerLink::Ticket ticket)
     try {
         return link->Wait(ticket);
     } catch (const StoreError&) {
+        heldTable = nullptr;
         if (operationAsked && !link->HasAnswer(*operationAsked))
             operationAsked.reset();
         if (!link->IsAlive()) {
@@ -263,6 +264,7 @@ void ServerConnection::Say(const std::string& text)
 void ServerConnection::Over() noexcept
 {
     transaction = Transaction::None;
+    heldTable = nullptr;
     if (operationAsked)
         link->Drop(*std::exchange(operationAsked, std::nullopt));
     everMarked = isMarked = false;
@@ -321,6 +323,7 @@ void ServerConnection::MarkPlace(const std::string& name)
 
 void ServerConnection::GoBackTo(const std::string& name) noexcept
 {
+    heldTable = nullptr;
     try {
         Say("ROLLBACK TO SAVEPOINT " + name);
     } catch (const StoreError&) {
@@ -347,6 +350,12 @@ std::int64_t ServerConnection::NumberForOperation()
         AskForNumber();
     const ServerLink::Result result = Wait(*std::exchange(operationAsked, std::nullopt));
     return NumberIn(result.get(), 0, 0);
+}
+
+void ServerConnection::NoteHeld(const TableLayout& table, std::int64_t record)
+{
+    heldTable = HoldsRecords() ? &table : nullptr;
+    heldRecord = record;
 }
 
 HistoryState ServerConnection::LookAtHistory()

@@ -67,6 +67,11 @@ struct ServerConnection final : Database::Connection {
     std::int64_t NumberForOperation() override;
     bool HoldsRecords() const override { return transaction == Transaction::Writing; }
     std::string_view HoldWords() const override { return " FOR UPDATE"; }
+    bool Holds(const TableLayout& table, std::int64_t record) const override
+    {
+        return heldTable == &table && heldRecord == record;
+    }
+    void NoteHeld(const TableLayout& table, std::int64_t record) override;
     HistoryState LookAtHistory() override;
     std::string TableWords(std::string_view table) override;
 
@@ -90,6 +95,8 @@ private:
     bool everMarked = false; ///< there is one
     bool isNumberAsked = false;
     std::optional<ServerLink::Ticket> operationAsked; ///< the answer is a number for the history
+    const TableLayout* heldTable = nullptr;           ///< of the record that was locked last
+    std::int64_t heldRecord = 0;
     std::int64_t changes = 0, lastAdded = 0;
 };
 

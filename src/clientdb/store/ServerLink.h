@@ -5,10 +5,10 @@
 
 #include <cstdint>
 #include <deque>
-#include <postgresql/libpq-fe.h>
 #include <map>
 #include <memory>
 #include <optional>
+#include <postgresql/libpq-fe.h>
 #include <set>
 #include <span>
 #include <string>

@@ -33,7 +33,7 @@ std::string ServerService::Key() const
 {
     std::string key = schema;
     for (const auto& [name, value] : settings)
-        key += '\0' + name + '=' + value;
+        key += fmt::format("\n{}={}", name, value);
     return key;
 }
 
