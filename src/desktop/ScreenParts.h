@@ -34,6 +34,12 @@ private:
     int top;
 };
 
+/// A section of a form, drawn by the canvas below it: its controls are spoken as one group with its name.
+class Section : public QWidget {
+public:
+    using QWidget::QWidget;
+};
+
 /// A label of several lines: a word that is longer than a line goes on in the next.
 class WrappedLabel : public QLabel {
 public:

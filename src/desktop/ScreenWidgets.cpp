@@ -83,6 +83,8 @@ void ShowButton(QPushButton& button, const Box& box)
 {
     SetCaption(button, box);
     button.setPalette(look::ButtonPalette(box.PaintedIn()));
+    const bool isShown = box.PaintedIn() == Paint::Yellow;
+    button.setAccessibleDescription(isShown ? QStringLiteral("The page that is shown") : QString());
 }
 
 } // namespace

@@ -69,13 +69,16 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent, int percent)
         captionLabel->setAlignment(Qt::AlignCenter);
     }
 
+    MakeSections();
     for (const Layout::Placed& place : layout.placed) {
         Box& box = screen.box(place.box, place.index);
-        QWidget* widget = MakeWidget(box, place, CanvasOf(place));
+        QWidget* widget = MakeWidget(box, place, ParentOf(place));
         // The toolkit shows it at Shift+F1, and a screen reader says it.
         widget->setWhatsThis(look::Text(review::WhatsThisOf(screen, box)));
         // What has neither is spoken by its caption, as that reads at the time.
         widget->setAccessibleName(look::Text(!place.spoken.empty() ? place.spoken : box.Spoken()));
+        if (const review::BoxHelp* help = review::HelpOf(screen.Name(), box.Name()))
+            widget->setAccessibleDescription(look::Text(review::LineOf(*help)));
         if (box.Kind() == BoxKind::DropDown)
             LabelUnseen(*widget);
         Adopt(box, *widget);
@@ -105,12 +108,18 @@ void ScreenWindow::LayOutBoxes()
     if (captionLabel != nullptr)
         captionLabel->setGeometry(layout.captionPlace.x, layout.captionPlace.y, layout.captionPlace.width,
                                   layout.captionPlace.height);
+    for (const DrawnSection& section : sections) {
+        const Layout::Drawn& panel = layout.drawn[section.panel];
+        section.group->setGeometry(panel.x, panel.y - layout.headerHeight, panel.width, panel.height);
+    }
     for (const Layout::Placed& place : layout.placed) {
         const Box& box = screen.box(place.box, place.index);
         QWidget* widget = WidgetOf(box);
         const QWidget* canvas = CanvasOf(place);
         const int top = canvas == form ? layout.headerHeight : canvas == foot ? layout.footTop : 0;
-        widget->setGeometry(place.x, place.y - top, place.width, place.height);
+        const QPoint corner(place.x, place.y - top);
+        const QPoint parent = widget->parentWidget() == canvas ? QPoint() : widget->parentWidget()->pos();
+        widget->setGeometry(QRect(corner - parent, QSize(place.width, place.height)));
         if (box.IsMonospaced() || (box.Kind() == BoxKind::Label && box.IsAmount()))
             widget->setFont(look::AmountFont(Zoomed(13)));
         if (place.look)
@@ -181,6 +190,38 @@ void ScreenWindow::Adopt(Box& box, QWidget& widget)
 int ScreenWindow::FormWidth() const
 {
     return layout.width + scroll->verticalScrollBar()->sizeHint().width();
+}
+
+/// Makes a group for each panel of the form that has a section's letter and heading at its head.
+void ScreenWindow::MakeSections()
+{
+    using What = Layout::Drawn::What;
+    if (growth.IsPossible()) // whose controls move
+        return;
+    for (std::size_t place = 0; place + 2 < layout.drawn.size(); ++place) {
+        const Layout::Drawn &panel = layout.drawn[place], &letter = layout.drawn[place + 1],
+                            &heading = layout.drawn[place + 2];
+        const bool isSection = panel.what == What::Panel && letter.what == What::Letter && heading.what == What::Text &&
+                               heading.look.bold && panel.page == 0 && panel.y >= layout.headerHeight &&
+                               panel.y < layout.FormBottom();
+        if (!isSection)
+            continue;
+        auto* group = new Section(form);
+        group->setAccessibleName(look::Text(letter.text + ", " + heading.text));
+        sections.push_back({place, group});
+    }
+}
+
+/// The section in which a control stands whole, or else the part of the window.
+QWidget* ScreenWindow::ParentOf(const Layout::Placed& place) const
+{
+    const QRect whole(place.x, place.y, place.width, place.height);
+    const auto found = std::ranges::find_if(sections, [&](const DrawnSection& section) {
+        const Layout::Drawn& panel = layout.drawn[section.panel];
+        return QRect(panel.x, panel.y, panel.width, panel.height).contains(whole);
+    });
+    QWidget* canvas = CanvasOf(place);
+    return found == sections.end() || canvas != form ? canvas : found->group;
 }
 
 /// The part of the window on which a control stands.

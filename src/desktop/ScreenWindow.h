@@ -71,6 +71,8 @@ protected:
 
 private:
     QWidget* CanvasOf(const Layout::Placed& place) const;
+    QWidget* ParentOf(const Layout::Placed& place) const;
+    void MakeSections();
     QWidget* MakeWidget(Box& box, const Layout::Placed& place, QWidget* parent);
     QWidget* MakeEdit(Box& box, QWidget* parent);
     QWidget* MakeList(Box& box, QWidget* parent);
@@ -112,6 +114,11 @@ private:
     QLabel* captionLabel = nullptr; ///< of a page, which has no title bar
     QScrollArea* scroll = nullptr;
     std::vector<QWidget*> pages; ///< of the tab strip
+    struct DrawnSection {
+        std::size_t panel; ///< among what is drawn
+        QWidget* group;
+    };
+    std::vector<DrawnSection> sections;
     std::unordered_map<const Box*, QWidget*> widgets;
     std::unordered_map<const QObject*, Box*> boxes;
     QWidget* lastField = nullptr; ///< in which the user was last

@@ -1,5 +1,6 @@
 #include "desktop/SpokenRoles.h"
 
+#include "desktop/ScreenParts.h"
 #include "desktop/ScreenWindow.h"
 
 #include <QAccessible>
@@ -47,6 +48,8 @@ QAccessibleInterface* RoleOf(const QString& kind, QObject* object)
         return new SpokenMark(*tick, QAccessible::CheckBox);
     if (auto* option = qobject_cast<QRadioButton*>(object); option != nullptr && kind == u"QRadioButton")
         return new SpokenMark(*option, QAccessible::RadioButton);
+    if (auto* section = kind == u"QWidget" ? dynamic_cast<Section*>(object) : nullptr; section != nullptr)
+        return new QAccessibleWidget(section, QAccessible::Grouping);
     auto* window = kind == u"QWidget" ? dynamic_cast<ScreenWindow*>(object) : nullptr;
     if (window == nullptr)
         return nullptr;
