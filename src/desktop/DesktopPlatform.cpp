@@ -197,6 +197,11 @@ PrintOutcome DesktopPlatform::Print(const PrintRequest& request)
     return printers.Print(request);
 }
 
+SheetEdge DesktopPlatform::EdgeOf(const std::string& printer)
+{
+    return printers.EdgeOf(printer);
+}
+
 QUrl AddressOf(const std::filesystem::path& file)
 {
     const QByteArray name = QByteArray::fromStdString(std::filesystem::absolute(file).string());

@@ -28,6 +28,7 @@ public:
     bool ShowPrinterSetup() override;
     std::vector<std::string> Printers() override;
     PrintOutcome Print(const PrintRequest& request) override;
+    SheetEdge EdgeOf(const std::string& printer) override;
     int OpenWithDesktop(const std::filesystem::path& file) override;
     Day Today() override;
     std::string TimeOfDay() override;

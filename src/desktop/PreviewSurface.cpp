@@ -4,6 +4,7 @@
 
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QPainterPath>
 #include <QScrollBar>
 #include <QTimer>
 #include <QWheelEvent>
@@ -136,10 +137,31 @@ void PreviewSurface::paintEvent(QPaintEvent* event)
         painter.scale(place.width() / PageReplay::Width, place.height() / PageReplay::Height);
         const QRectF exposed = painter.worldTransform().inverted().mapRect(QRectF(event->rect()));
         ReplayOf(sheet.page).Paint(painter, exposed);
+        PaintEdge(painter);
         painter.restore();
     }
     if (!isPainted)
         QTimer::singleShot(0, this, &PreviewSurface::TellPainted);
+}
+
+/// Shades what the printer leaves white, on a sheet in points.
+void PreviewSurface::PaintEdge(QPainter& painter) const
+{
+    const SheetEdge& edge = preview.Edge();
+    if (edge == SheetEdge{})
+        return;
+    constexpr double Point = UnitsPerMillimetre / TwipsPerPoint; // points to a millimetre
+    const QRectF sheet(0, 0, PageReplay::Width, PageReplay::Height);
+    const QRectF printed =
+        sheet.adjusted(edge.left * Point, edge.top * Point, -edge.right * Point, -edge.bottom * Point);
+    QPainterPath outside;
+    outside.addRect(sheet);
+    outside.addRect(printed);
+    painter.fillPath(outside, QColor(0x60, 0x70, 0x80, 0x38));
+    QPen pen(QColor(0x60, 0x70, 0x80), 0, Qt::DashLine);
+    painter.setPen(pen);
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(printed);
 }
 
 void PreviewSurface::resizeEvent(QResizeEvent* event)

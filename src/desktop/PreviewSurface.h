@@ -37,6 +37,7 @@ private:
     void TellPainted();
     void LayOut();
     void ShowSheet(const PreviewSheet& sheet);
+    void PaintEdge(QPainter& painter) const;
     QPointF Origin() const;
     const PageReplay& ReplayOf(int page);
 

@@ -89,7 +89,8 @@ void PreviewWindow::MakeStrip()
              {widget("cmdFirst"), widget("cmdPrevious"), widget("lblPage"), widget("cmdNext"), widget("cmdLast")},
              {caption("Zoom", mode), mode, widget("cmbPercent")},
              {widget("cmdPrint"), widget("cmdClose")},
-             {widget("SavePdf"), widget("ShowInFolder")}};
+             {widget("SavePdf"), widget("ShowInFolder")},
+             {widget("cmdInside")}};
     if (auto* page = qobject_cast<QLabel*>(widget("lblPage")))
         page->setAlignment(Qt::AlignCenter);
     FitCaptions();
@@ -126,8 +127,10 @@ int PreviewWindow::LayOutStrip(int width)
         }
         x += Apart - Near;
     }
-    if (const Box& look = preview.box("lblLook"); look.Visible()) {
-        QWidget* words = WidgetOf(look);
+    for (const char* name : {"lblEdge", "lblLook"}) {
+        QWidget* words = WidgetOf(preview.box(name));
+        if (words->isHidden())
+            continue;
         words->setGeometry(x, y, std::min(words->sizeHint().width(), std::max(0, width - x - Near)), line);
         x += words->width() + Apart;
     }
@@ -171,8 +174,10 @@ void PreviewWindow::BoxChanged(const Box& box)
     if (surface != nullptr && (box.Name() == "lblPage" || box.Name() == "cmbZoomMode" || box.Name() == "cmbPercent"))
         surface->Follow();
     // What has come into sight takes room from the others.
-    if (surface != nullptr && box.Name() == "ShowInFolder")
+    if (surface != nullptr && (box.Name() == "ShowInFolder" || box.Name() == "lblEdge" || box.Name() == "cmdInside"))
         LayOut();
+    if (surface != nullptr && box.Name() == "lblEdge")
+        surface->viewport()->update();
 }
 
 bool PreviewWindow::Obey(const QKeyEvent& event)

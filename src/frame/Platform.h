@@ -61,6 +61,13 @@ struct PrintRequest {
     std::chrono::seconds patience{20}; ///< interval of tmrAbandon: the printing system must get ready in it
 };
 
+/// How far from the edges of an A4 sheet a printer begins to print, mm.
+struct SheetEdge {
+    double left = 0, top = 0, right = 0, bottom = 0;
+
+    friend bool operator==(const SheetEdge&, const SheetEdge&) = default;
+};
+
 /// What a request to a printer ended in.
 enum class PrintOutcome {
     Sent,
@@ -90,6 +97,8 @@ public:
     /// Names of the printers, the default one first; empty with no printer.
     virtual std::vector<std::string> Printers() = 0;
     virtual PrintOutcome Print(const PrintRequest& request) = 0;
+    /// Where the printer cannot print; nothing where nobody says so.
+    virtual SheetEdge EdgeOf(const std::string& /*printer*/) { return {}; }
     /// Asks the desktop to open a file with its viewer. The result is above 32 on success, else one of the codes of
     /// `ShellOpen`.
     virtual int OpenWithDesktop(const std::filesystem::path& file) = 0;

@@ -358,5 +358,22 @@ TEST_F(PrinterTest, WithoutASpoolerThereAreNoPrinters)
     setenv("CUPS_SERVER", spooler->Socket().c_str(), 1);
 }
 
+// ---- the edge
+
+TEST_F(PrinterTest, TellsWhereAPrinterCannotPrint)
+{
+    constexpr double Point = 25.4 / 72;
+    spooler->AddPrinterWithEdge("Edged", 12, 14.5, 18, 9);
+    CupsPrinters printers([] {});
+    const SheetEdge edge = printers.EdgeOf("Edged");
+    EXPECT_NEAR(edge.left, 12 * Point, 0.02);
+    EXPECT_NEAR(edge.bottom, 14.5 * Point, 0.02);
+    EXPECT_NEAR(edge.right, 18 * Point, 0.02);
+    EXPECT_NEAR(edge.top, 9 * Point, 0.02);
+    EXPECT_EQ(printers.EdgeOf("Nowhere"), SheetEdge{});
+    EXPECT_EQ(printers.EdgeOf(""), SheetEdge{});
+    spooler->RemovePrinter("Edged");
+}
+
 } // namespace
 } // namespace quillmere

@@ -160,6 +160,28 @@ void PrivateSpooler::AddPrinter(std::string_view name) const
     Run(fmt::format("/usr/sbin/lpadmin -p {} -E -v file:///dev/null -D 'Printer {}' -L 'First floor'", name, name));
 }
 
+void PrivateSpooler::AddPrinterWithEdge(std::string_view name, double left, double bottom, double right,
+                                        double top) const
+{
+    constexpr double Width = 595.28, Height = 841.89;
+    const std::filesystem::path description = folder / (std::string(name) + ".ppd");
+    Write(description,
+          fmt::format("*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n*FileVersion: \"1.0\"\n"
+                      "*LanguageVersion: English\n*LanguageEncoding: ISOLatin1\n*PCFileName: \"EDGE.PPD\"\n"
+                      "*Manufacturer: \"Test\"\n*Product: \"(Edge)\"\n*ModelName: \"Edge\"\n"
+                      "*ShortNickName: \"Edge\"\n*NickName: \"Edge\"\n*PSVersion: \"(3010.000) 0\"\n"
+                      "*LanguageLevel: \"3\"\n*ColorDevice: False\n*DefaultColorSpace: Gray\n"
+                      "*cupsFilter: \"application/vnd.cups-pdf 0 -\"\n"
+                      "*OpenUI *PageSize/Size: PickOne\n*OrderDependency: 10 AnySetup *PageSize\n"
+                      "*DefaultPageSize: A4\n*PageSize A4/A4: \"\"\n*CloseUI: *PageSize\n"
+                      "*OpenUI *PageRegion: PickOne\n*OrderDependency: 10 AnySetup *PageRegion\n"
+                      "*DefaultPageRegion: A4\n*PageRegion A4/A4: \"\"\n*CloseUI: *PageRegion\n"
+                      "*DefaultImageableArea: A4\n*ImageableArea A4/A4: \"{} {} {} {}\"\n"
+                      "*DefaultPaperDimension: A4\n*PaperDimension A4/A4: \"{} {}\"\n",
+                      left, bottom, Width - right, Height - top, Width, Height));
+    Run(fmt::format("/usr/sbin/lpadmin -p {} -E -v file:///dev/null -P {}", name, description.string()));
+}
+
 void PrivateSpooler::RemovePrinter(std::string_view name) const
 {
     Run(fmt::format("/usr/sbin/lpadmin -x {}", name));

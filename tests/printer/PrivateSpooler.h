@@ -26,6 +26,8 @@ public:
     std::string Socket() const { return (folder / "cups.sock").string(); }
 
     void AddPrinter(std::string_view name) const;
+    /// One whose description says how far from the edges of A4 it begins to print: left, bottom, right, top, points.
+    void AddPrinterWithEdge(std::string_view name, double left, double bottom, double right, double top) const;
     void RemovePrinter(std::string_view name) const;
     void SetDefault(std::string_view name) const;
     /// The printer takes no more jobs.

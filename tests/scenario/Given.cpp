@@ -1,6 +1,7 @@
 #include "Stage.h"
 #include "StepFamilies.h"
 #include "clientdb/Employees.h"
+#include "frame/Amount.h"
 
 #include <chrono>
 
@@ -99,6 +100,12 @@ void GivenPrinters(Stage& stage, const Step& step)
     stage.platform.printers = stage.Texts(step, 0);
 }
 
+void GivenPrinterEdge(Stage& stage, const Step& step)
+{
+    const double margin = ReadNumber(stage.Text(step.words[0]));
+    stage.platform.edge = {margin, margin, margin, margin};
+}
+
 void RemoveFile(Stage& stage, const Step& step)
 {
     const std::filesystem::path target = stage.world.File(stage.Text(step.words[0]));
@@ -142,6 +149,7 @@ std::vector<StepRow> GivenSteps()
          .effect = Gives,
          .optional = 1,
          .repeats = true},
+        {"given-printer-edge", {Text}, GivenPrinterEdge, Gives},
         {"remove-record", {Name, Text, Text}, RemoveRecord<Store::ThisYear>, Acts},
         {"remove-last-year-record", {Name, Text, Text}, RemoveRecord<Store::LastYear>, Acts},
         {"remove-file", {Name}, RemoveFile, Acts},

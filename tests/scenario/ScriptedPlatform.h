@@ -43,6 +43,7 @@ public:
     bool ShowPrinterSetup() override;
     std::vector<std::string> Printers() override { return printers; }
     PrintOutcome Print(const PrintRequest& request) override;
+    SheetEdge EdgeOf(const std::string& printer) override { return printer.empty() ? SheetEdge{} : edge; }
     int OpenWithDesktop(const std::filesystem::path& file) override;
     Day Today() override { return today; }
     std::string TimeOfDay() override { return "12:00:00"; }
@@ -59,6 +60,7 @@ public:
     std::deque<SeenMessage> unseen;   ///< boxes that the scenario has not looked at yet
     std::vector<std::string> misfits; ///< answers that no button of their box stands for
     std::vector<std::string> printers;
+    SheetEdge edge; ///< of every printer
     std::vector<PrintRequest> printed;
     std::vector<std::filesystem::path> opened;
     std::string copied; ///< on the clipboard

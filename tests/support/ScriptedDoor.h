@@ -37,6 +37,7 @@ public:
         printed.push_back(request);
         return printOutcome;
     }
+    SheetEdge EdgeOf(const std::string& /*printer*/) override { return edge; }
     int OpenWithDesktop(const std::filesystem::path& file) override
     {
         opened.push_back(file);
@@ -76,6 +77,7 @@ public:
     std::vector<std::string> printers;
     std::vector<PrintRequest> printed;
     PrintOutcome printOutcome = PrintOutcome::Sent;
+    SheetEdge edge; ///< of every printer
     std::vector<std::filesystem::path> opened;
     int openResult = 33;
     std::string copied;

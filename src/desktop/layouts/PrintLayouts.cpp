@@ -111,6 +111,8 @@ Layout frmVSPrint()
     layout.Place("cmdClose", 806, y, 84, height);
     layout.Place("SavePdf", 908, y, 96, height);
     layout.Place("ShowInFolder", 1010, y, 116, height);
+    layout.Place("cmdInside", 1010, y, 116, height);
+    layout.Place("lblEdge", 1010, y, 160, height);
     layout.Place("lblLook", 1010, y, 160, height);
     layout.Place("lblDocument", 1010, y, 330, height);
     return layout;

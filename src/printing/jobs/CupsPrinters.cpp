@@ -28,6 +28,8 @@ constexpr auto IdleStep = std::chrono::milliseconds(50);
 /// How often a request is tried, each time on a connection of its own, and the pause between two tries.
 constexpr int Tries = 3;
 constexpr auto Pause = std::chrono::milliseconds(200);
+/// The sheet on which every document is printed.
+constexpr auto Sheet = "iso_a4_210x297mm";
 
 /// Does the work beside the caller's thread, which looks after the windows meanwhile. The library's own way of doing
 /// that, a short time-out with a call-back, loses answers: where an answer's body comes later than the time-out after
@@ -158,7 +160,7 @@ void SetOptions(Options& options, const cups_dest_t& destination, const PrintReq
             options.Set(destination.options[at].name, destination.options[at].value);
     options.Set("copies", std::to_string(request.copies));
     // The pages are whole sheets: nothing is fitted, and no margin is added.
-    options.Set("media", "iso_a4_210x297mm");
+    options.Set("media", Sheet);
     options.Set("print-scaling", "none");
     if (request.duplex == 1)
         options.Set("sides", CUPS_SIDES_ONE_SIDED);
@@ -368,6 +370,25 @@ std::optional<std::vector<PrinterFacts>> ReadPrinters()
     return printers;
 }
 
+SheetEdge ReadEdge(const std::string& printer)
+{
+    const Conversation conversation(Clock::now() + QuestionPatience);
+    if (conversation.Http() == nullptr)
+        return {};
+    const Destinations destinations(conversation.Http());
+    cups_dest_t* const destination = destinations.Find(printer);
+    if (destination == nullptr)
+        return {};
+    const std::unique_ptr<cups_dinfo_t, decltype(&cupsFreeDestInfo)> information(
+        cupsCopyDestInfo(conversation.Http(), destination), &cupsFreeDestInfo);
+    cups_size_t size{};
+    if (information == nullptr || cupsGetDestMediaByName(conversation.Http(), destination, information.get(), Sheet,
+                                                         CUPS_MEDIA_FLAGS_DEFAULT, &size) == 0)
+        return {};
+    const auto millimetres = [](int hundredths) { return hundredths / 100.0; };
+    return {millimetres(size.left), millimetres(size.top), millimetres(size.right), millimetres(size.bottom)};
+}
+
 } // namespace
 
 CupsPrinters::CupsPrinters(std::function<void()> idle) : idle(std::move(idle))
@@ -426,6 +447,11 @@ PrintOutcome CupsPrinters::Print(const PrintRequest& request)
     if (outcome != PrintOutcome::Sent)
         isFresh = false;
     return outcome;
+}
+
+SheetEdge CupsPrinters::EdgeOf(const std::string& printer)
+{
+    return printer.empty() ? SheetEdge{} : WhileIdling(idle, [&printer] { return ReadEdge(printer); });
 }
 
 LibraryInUse SpoolerLibrary()

@@ -38,6 +38,9 @@ public:
     void Refresh() { isFresh = false; }
     std::vector<std::string> Names();
 
+    /// Where the printer cannot print on an A4 sheet, as the spooler tells; nothing if it does not.
+    SheetEdge EdgeOf(const std::string& printer);
+
     /// Address of a printer's own page, on the server to which the jobs go.
     static std::string PageOf(std::string_view printer);
 

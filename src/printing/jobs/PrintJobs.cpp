@@ -110,6 +110,12 @@ void PrintTableJob(Session& session, PrintSystem& printing, const PrintedTable& 
     ShowJob(session, printing, {TableJob, draw}, [] { return std::string(); });
 }
 
+void ShowAgain(Session& session, PrintSystem& printing, const std::string& look)
+{
+    if (SingleDocument shown = printing.shown; shown.draw)
+        ShowJob(session, printing, std::move(shown), [&look] { return look; });
+}
+
 bool SaveShown(Session& session, PrintSystem& printing, const std::filesystem::path& file)
 {
     const Settings& settings = session.settings;

@@ -6,6 +6,7 @@
 #include "printing/jobs/PrintSystem.h"
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 namespace quillmere {
@@ -17,6 +18,9 @@ void PrintEmployeeJob(Session& session, PrintSystem& printing, std::string_view 
 
 /// Draws a table that a screen shows and shows it as a document of its own, as PrintEmployeeJob does.
 void PrintTableJob(Session& session, PrintSystem& printing, const PrintedTable& table);
+
+/// Draws the document that was shown last anew, and shows it; `look` stands beside it again.
+void ShowAgain(Session& session, PrintSystem& printing, const std::string& look);
 
 /// Keeps the document that the preview shows as a PDF file, with the offsets and the scale of PDF files, which need not
 /// be those of the preview. False if it has to be drawn anew and there is nobody any more to draw it for, which is

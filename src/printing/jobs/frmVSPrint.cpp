@@ -51,6 +51,8 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "cmdClose", .kind = BoxKind::Button, .text = "&Close"},
     {.name = "SavePdf", .kind = BoxKind::Button, .text = "&Save PDF...", .tip = "Ctrl+S"},
     {.name = "ShowInFolder", .kind = BoxKind::Button, .text = "Show in Fol&der", .hidden = true},
+    {.name = "cmdInside", .kind = BoxKind::Button, .text = "Move &Inside...", .hidden = true},
+    {.name = "lblEdge", .kind = BoxKind::Label, .spoken = "Printer's edge", .hidden = true},
     {.name = "lblLook",
      .kind = BoxKind::Label,
      .tip = "Check in the View menu lists them and goes to each box",
@@ -83,6 +85,7 @@ frmVSPrint::frmVSPrint(Session& session, PrintSystem& printing)
     OnClick("cmdPrint", [this](Box&) { this->session.screens.Show("frmVSPrintDialog"); });
     OnClick("cmdClose", [this](Box&) { this->session.screens.Unload(Name()); });
     OnClick("SavePdf", [this](Box&) { SavePdf(); });
+    OnClick("cmdInside", [this](Box&) { MoveInside(); });
     OnClick("ShowInFolder", [this](Box&) {
         if (const int result = this->session.platform.OpenWithDesktop(saved.parent_path()); ShellOpenFailed(result))
             this->session.messages.Tell(edition::AppTitle, ShellErrorMessage(result));
@@ -105,6 +108,7 @@ bool frmVSPrint::Load()
                   .height = settings.vsPreviewHeight,
                   .width = settings.vsPreviewWidth});
     TurnTo(1);
+    session.screens.StartTimer(*this, "Edge", [this] { LookAtEdge(); });
     return true;
 }
 
@@ -206,6 +210,43 @@ void frmVSPrint::SavePdf()
     box("lblDocument").SetText("Saved: " + file.filename().string());
     box("lblDocument").SetTip(file.string());
     box("ShowInFolder").SetVisible(true);
+}
+
+void frmVSPrint::LookAtEdge()
+{
+    if (!document)
+        return;
+    const std::string printer = printing.document.Printer();
+    const SheetEdge told = session.platform.EdgeOf(printer);
+    if (session.screens.Find(Name()) != this)
+        return; // closed while the printer was asked
+    edge = told;
+    fit = FitOf(InkOf(*document), edge);
+    Box& words = box("lblEdge");
+    words.SetText(WordsOf(fit, printer));
+    words.SetTip(words.Text());
+    words.SetVisible(!words.Empty());
+    box("cmdInside").SetVisible(fit.canMove);
+}
+
+void frmVSPrint::MoveInside()
+{
+    Settings& settings = session.settings;
+    const double left = settings.vsLeft + fit.across, top = settings.vsTop + fit.down;
+    const std::string question = fmt::format(
+        "{} cannot print at the edge of the sheet: {:.1f} mm at the left, {:.1f} at the top, {:.1f} at the right and "
+        "{:.1f} at the bottom.\n\nWith the printer offsets Left {:.1f} mm (now {:.1f}) and Top {:.1f} mm (now {:.1f}) "
+        "all of the document is printed. They hold for every printed document, and stand in Report Settings.\n\n"
+        "Set these offsets and draw the document again?",
+        printing.document.Printer(), edge.left, edge.top, edge.right, edge.bottom, left, settings.vsLeft, top,
+        settings.vsTop);
+    if (!session.messages.Ask(Caption(), question, Icon::Question, Answer::Yes))
+        return;
+    settings.vsLeft = left;
+    settings.vsTop = top;
+    const std::string look = box("lblLook").Text();
+    session.screens.Unload(Name());
+    ShowAgain(session, printing, look);
 }
 
 void frmVSPrint::Press(std::string_view button)

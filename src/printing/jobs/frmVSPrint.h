@@ -2,6 +2,7 @@
 
 #include "frame/Screen.h"
 #include "printing/jobs/PreviewPages.h"
+#include "printing/jobs/PrinterEdge.h"
 #include "printing/paper/Document.h"
 
 #include <filesystem>
@@ -27,6 +28,9 @@ public:
     /// True if the pages are to be printed from the last to the first.
     bool IsReversed() const { return box("cmbPrint").Selected() == 1; }
 
+    /// Where the document's printer cannot print.
+    const SheetEdge& Edge() const { return edge; }
+
     /// Turns to a page; one outside the document is the first or the last.
     void TurnTo(int page);
 
@@ -48,12 +52,18 @@ private:
     void Zoom(bool larger);
     /// Asks where the document is to be kept as a PDF file, and keeps it there.
     void SavePdf();
+    /// Asks what the printer can print, and says whether the document lies in it.
+    void LookAtEdge();
+    /// Draws the document anew with the offsets that bring it inside, if the user wants them.
+    void MoveInside();
     std::string ProposedName() const;
     int Percent() const;
 
     PrintSystem& printing;
     std::shared_ptr<const Document> document;
     std::filesystem::path saved; ///< the file that the document was kept in; empty if it was not
+    SheetEdge edge;
+    EdgeFit fit;
     int pageShown = 0;
     double surfaceWidth = 0, surfaceHeight = 0;
 };
