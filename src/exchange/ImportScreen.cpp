@@ -14,6 +14,7 @@
 #include <array>
 #include <fmt/format.h>
 #include <system_error>
+#include <utility>
 
 namespace quillmere::exchange {
 
@@ -47,6 +48,15 @@ std::string EncodingInWords(const Table& table)
                                        : table.separator == ';' ? "semicolons"
                                                                 : "tabs";
     return fmt::format("{} rows, {}, parted by {}", table.rows.size() - 1, table.encoding, separator);
+}
+
+/// How much there is to be written.
+std::size_t FieldsOf(const ImportPlan& plan)
+{
+    std::size_t fields = 0;
+    for (const PlannedEmployee& planned : plan.employees)
+        fields += planned.fields.size() + (planned.isNew ? 1 : 0);
+    return fields;
 }
 
 std::string InACell(std::string_view text)
@@ -250,6 +260,7 @@ bool ImportScreen::HasChangedSince() const
 void ImportScreen::Import()
 {
     const std::string words = fmt::format("Import of {}", file.filename().string());
+    std::size_t written = 0;
     KeepCopy(session, CopyReason::Import);
     try {
         const BusyPointer busy(session.platform);
@@ -265,17 +276,36 @@ void ImportScreen::Import()
                                          "look at the rows again.");
             return;
         }
-        CarryOut(database, plan);
+        CarryOut(database, plan, written);
         batch.Commit();
     } catch (const StoreError& failure) {
-        session.messages.Tell(Title, failure.what(), Icon::Critical);
-        return Plan();
+        return TellOfFailure(failure, written);
     }
     const std::string done =
         fmt::format("{}: {} new, {} changed", words, plan.CountOf(RowState::New), plan.CountOf(RowState::Changed));
     session.screens.Unload(Name());
     EmployeeRecord(session).StoreAndShowAgain(Title);
     SetStatusNote(session, done);
+}
+
+/// What was written before the store failed stays: says what that is, and how it is taken back.
+void ImportScreen::TellOfFailure(const StoreError& failure, std::size_t written)
+{
+    const ImportPlan planned = std::move(plan);
+    try {
+        Plan();
+    } catch (const StoreError&) {
+        session.messages.Tell(Title, failure.what(), Icon::Critical);
+        throw; // what is there cannot be read either
+    }
+    std::string words = "Nothing has been imported.";
+    if (FieldsOf(plan) != FieldsOf(planned)) {
+        words = fmt::format("{} of {} employees had been imported before that", written, planned.employees.size());
+        if (written < planned.employees.size())
+            words += fmt::format(", and {} may be there in part", planned.employees[written].name);
+        words += ". What is written stays; all of it is taken back in one step by View, History, Undo This.";
+    }
+    session.messages.Tell(Title, fmt::format("{}\n\n{}", failure.what(), words), Icon::Critical);
 }
 
 } // namespace quillmere::exchange

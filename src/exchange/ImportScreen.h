@@ -29,6 +29,7 @@ private:
     void Arrange();
     void ShowWords();
     void Import();
+    void TellOfFailure(const StoreError& failure, std::size_t written);
     std::string EmployerForAll() const;
     bool HasChangedSince() const;
 

@@ -547,7 +547,7 @@ ImportPlan MakePlan(Database& database, const Table& table, const Targets& targe
     return planner.End();
 }
 
-void CarryOut(Database& database, const ImportPlan& plan)
+void CarryOut(Database& database, const ImportPlan& plan, std::size_t& written)
 {
     WriteBatch batch(database);
     EmployeeRecords records(database);
@@ -560,6 +560,7 @@ void CarryOut(Database& database, const ImportPlan& plan)
             records.Make(planned.employee, texts);
         else
             records.Change(planned.employee.employer, planned.name, texts);
+        ++written;
     }
     batch.Commit();
 }

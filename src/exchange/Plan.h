@@ -60,7 +60,12 @@ Columns ColumnsOf(const Table& table, const Targets& targets);
 ImportPlan MakePlan(Database& database, const Table& table, const Targets& targets, const Columns& columns,
                     std::string_view employer);
 
-/// Writes what was planned, as one batch. Throws StoreError.
-void CarryOut(Database& database, const ImportPlan& plan);
+/// Writes what was planned, as one batch, and counts the employees of whom all is written. Throws StoreError.
+void CarryOut(Database& database, const ImportPlan& plan, std::size_t& written);
+inline void CarryOut(Database& database, const ImportPlan& plan)
+{
+    std::size_t written = 0;
+    CarryOut(database, plan, written);
+}
 
 } // namespace quillmere::exchange

@@ -1,5 +1,6 @@
 #include "clientdb/Employees.h"
 #include "exchange/Export.h"
+#include "exchange/ImportScreen.h"
 #include "exchange/Plan.h"
 #include "exchange/TypingRoom.h"
 #include "frame/CellEntry.h"
@@ -264,6 +265,43 @@ TEST_F(Import, TakesBackWhatWasWrittenOut)
         const ImportPlan plan = Plan(exchange::TableBytes(rows), "");
         EXPECT_EQ(plan.CountOf(RowState::Same), 1U) << Said(plan);
     }
+}
+
+TEST_F(Import, SaysWhatWasWrittenBeforeTheStoreFailed)
+{
+    ScriptedDoor door;
+    Session session(door);
+    session.settings.path.at(1) = folder.path.string();
+    session.settings.selectedFolder = 1;
+    session.programFolder = folder.path;
+    const std::filesystem::path clients = session.ClientDatabasePath();
+    std::filesystem::copy_file(file, clients);
+    door.openPath = (folder.path / "staff.csv").string();
+    std::ofstream(*door.openPath) << "Employer,Forename,Surname\nAcme Ltd,Ann,One\nAcme Ltd,Ann,Two\n";
+    session.screens.Register("ImportTable",
+                             [](Session& with) { return std::make_unique<exchange::ImportScreen>(with); });
+    Screen* screen = session.screens.Show("ImportTable");
+    ASSERT_NE(screen, nullptr);
+    // A record is in the way of the second employee's, and the file looks as it did.
+    const auto moment = std::filesystem::last_write_time(clients);
+    {
+        Database database = Database::OpenDatabase(clients);
+        Recordset records = database.OpenRecordset("KNotepad");
+        records.AddNew();
+        records.SetField("EmployerName", "Acme Ltd");
+        records.SetField("EmployeeName", "Ann Two");
+        records.Update();
+    }
+    std::filesystem::last_write_time(clients, moment);
+    screen->Click(screen->box("ImportGo"));
+    const std::string told = door.TakeText();
+    EXPECT_NE(told.find("\n\n1 of 2 employees had been imported before that, and Ann Two may be there in part. What is "
+                        "written stays"),
+              std::string::npos)
+        << told;
+    Database database = Database::OpenDatabase(clients);
+    EXPECT_EQ(ListEmployees(database, "Acme Ltd").front(), "Ann One");
+    session.screens.Abandon();
 }
 
 } // namespace
