@@ -1,11 +1,16 @@
 #include "frame/CheckedFile.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <linux/magic.h>
+#include <memory>
 #include <optional>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -113,6 +118,19 @@ void SyncFolder(const std::filesystem::path& folder, const std::filesystem::path
         throw FileError(file, errno);
 }
 
+/// Brings all that the folder's file system has to write to the disk. False if it has failed, or if the file system is
+/// not one of those of which it is known that this leaves nothing out: those of networks.
+bool SyncWholeSystem(const std::filesystem::path& folder)
+{
+    constexpr auto Known = std::to_array<unsigned long>(
+        {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC, BTRFS_SUPER_MAGIC, F2FS_SUPER_MAGIC, TMPFS_MAGIC});
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    struct statfs system {};
+    return opened.IsOpen() && ::fstatfs(opened.Number(), &system) == 0 &&
+           std::ranges::find(Known, static_cast<unsigned long>(system.f_type)) != Known.end() &&
+           ::syncfs(opened.Number()) == 0;
+}
+
 /// The new content of a file, which takes the file's place when it is complete and vanishes when it is not.
 class Replacement {
 public:
@@ -165,8 +183,27 @@ public:
     /// The same, and the name lasts once its folder has been synced.
     void TakeName(const FileCheck& check = {})
     {
+        Sync();
+        TakeNameSynced(check);
+    }
+
+    /// The system may begin to bring to the disk what has been written.
+    void BeginSync() const { ::sync_file_range(descriptor.Number(), 0, 0, SYNC_FILE_RANGE_WRITE); }
+    void Sync() const
+    {
         if (::fsync(descriptor.Number()) != 0)
             throw FileError(target, errno);
+    }
+    /// After a sync of the whole file system, which does not say of which file something has been lost.
+    void CheckArrived() const
+    {
+        constexpr unsigned Waits = SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+        if (::sync_file_range(descriptor.Number(), 0, 0, Waits) != 0)
+            throw FileError(target, errno);
+    }
+    /// For a file that is on the disk.
+    void TakeNameSynced(const FileCheck& check = {})
+    {
         if (const int error = descriptor.Close())
             throw FileError(target, error);
         if (check)
@@ -242,20 +279,53 @@ void WriteFileChecked(const std::filesystem::path& file, std::string_view conten
     replacement.TakePlace();
 }
 
+struct FolderWriter::Pending {
+    std::unique_ptr<Replacement> file;
+    Failed failed;
+};
+
 FolderWriter::FolderWriter(std::filesystem::path newFolder)
     : folder(std::move(newFolder)), forgotten(ForgottenTemporaries(folder))
 {
 }
 
-void FolderWriter::Write(const std::string& name, std::string_view content) const
+FolderWriter::~FolderWriter() = default;
+
+void FolderWriter::Write(const std::string& name, std::string_view content, Failed failed)
 {
-    Replacement replacement(folder / name, &forgotten);
-    replacement.Write(content);
-    replacement.TakeName();
+    constexpr std::size_t MostFiles = 64, MostBytes = 16'777'216;
+    auto file = std::make_unique<Replacement>(folder / name, &forgotten);
+    file->Write(content);
+    file->BeginSync();
+    pending.push_back({std::move(file), std::move(failed)});
+    bytes += content.size();
+    if (pending.size() >= MostFiles || bytes >= MostBytes)
+        NameThem();
 }
 
-void FolderWriter::Sync() const
+/// A name is given only to what is on the disk. All of it is brought there at once; where that cannot be had, or has
+/// failed, file by file, so that it is known whose content it is that the disk has not taken.
+void FolderWriter::NameThem()
 {
+    bytes = 0;
+    const bool isSynced = pending.size() > 1 && SyncWholeSystem(folder);
+    for (const Pending& one : std::exchange(pending, {})) {
+        try {
+            // A link may lead to another file system.
+            if (isSynced && FolderOf(one.file->Temporary()) == folder)
+                one.file->CheckArrived();
+            else
+                one.file->Sync();
+            one.file->TakeNameSynced();
+        } catch (const FileError& error) {
+            one.failed(error);
+        }
+    }
+}
+
+void FolderWriter::Sync()
+{
+    NameThem();
     SyncFolder(folder, folder);
 }
 

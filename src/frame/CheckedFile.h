@@ -2,6 +2,7 @@
 
 #include "frame/Failure.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -20,20 +21,31 @@ public:
 /// content stays whole if anything fails. One that is made anew is its owner's alone. Throws FileError.
 void WriteFileChecked(const std::filesystem::path& file, std::string_view content);
 
-/// Writes one file after the other into a folder in the same way; what is done with the whole folder is done once for
-/// all of them.
+/// Writes one file after the other into a folder in the same way; what costs the disk as much for one file as for many
+/// is done for many at once. Until then none of these stands under its name.
 class FolderWriter {
 public:
     explicit FolderWriter(std::filesystem::path folder);
+    FolderWriter(const FolderWriter&) = delete;
+    FolderWriter& operator=(const FolderWriter&) = delete;
+    /// What has not been synced is dropped.
+    ~FolderWriter();
 
+    /// Hears of a file that has been written and did not get its name after all.
+    using Failed = std::function<void(const FileError&)>;
     /// Throws FileError, and then nothing of that file is left behind.
-    void Write(const std::string& name, std::string_view content) const;
-    /// Makes the names of all that was written last. Throws FileError.
-    void Sync() const;
+    void Write(const std::string& name, std::string_view content, Failed failed);
+    /// Gives all that was written its name, and makes the names last. Throws FileError.
+    void Sync();
 
 private:
+    struct Pending;
+    void NameThem();
+
     std::filesystem::path folder;
     std::vector<std::filesystem::path> forgotten; ///< left there by killed processes
+    std::vector<Pending> pending;                 ///< written and not named yet
+    std::size_t bytes = 0;                        ///< of those
 };
 
 /// Looks at a file that is complete but has not taken its place yet; what it throws leaves the old one as it was.

@@ -79,6 +79,12 @@ public:
             else
                 SyncFolder(event.file);
             break;
+        case Call::Kind::SyncAll:
+            // The content of all files; what the file system knows of names may come later.
+            for (const auto& [name, any] : names)
+                if (!lies)
+                    any->Sync();
+            break;
         case Call::Kind::Rename:
             if (file != nullptr) {
                 // One change: both names, or none.

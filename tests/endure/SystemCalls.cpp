@@ -250,6 +250,11 @@ int fsync(int descriptor)
     return Simple(Kind::Sync, SyncedBy(descriptor), [=] { return Real<int(int)>("fsync")(descriptor); });
 }
 
+int syncfs(int descriptor)
+{
+    return Simple(Kind::SyncAll, SyncedBy(descriptor), [=] { return Real<int(int)>("syncfs")(descriptor); });
+}
+
 int fdatasync(int descriptor)
 {
     return Simple(Kind::Sync, SyncedBy(descriptor), [=] { return Real<int(int)>("fdatasync")(descriptor); });

@@ -10,7 +10,7 @@ namespace quillmere::endure {
 
 /// One call. A call for which there is no place below stays unused.
 struct Call {
-    enum class Kind { Open, Write, Sync, Truncate, Rename, Remove, MakeFolder, Close };
+    enum class Kind { Open, Write, Sync, SyncAll, Truncate, Rename, Remove, MakeFolder, Close };
     Kind kind;
     std::string_view file;   ///< whole path
     std::string_view target; ///< of a renaming

@@ -250,5 +250,49 @@ TEST(CheckedFile, AKillInTheMiddleLeavesAWholeFile)
     }
 }
 
+TEST(FolderWriterTest, GivesNoFileItsNameBeforeItIsOnTheDisk)
+{
+    const TemporaryFolder folder;
+    const auto never = [](const FileError& error) { ADD_FAILURE() << error.what(); };
+    {
+        FolderWriter writer(folder.path);
+        for (const char* name : {"one", "two", "three"})
+            writer.Write(name, name, never);
+        for (const char* name : {"one", "two", "three"})
+            EXPECT_FALSE(std::filesystem::exists(folder / name)) << name;
+        writer.Sync();
+        for (const char* name : {"one", "two", "three"})
+            EXPECT_EQ(Content(folder / name), name);
+        writer.Write("four", "4", never);
+    }
+    EXPECT_EQ(NamesIn(folder.path).size(), 3U) << "what was not synced is dropped";
+}
+
+TEST(FolderWriterTest, GivesNamesOnTheWaySoThatNotTooMuchWaits)
+{
+    const TemporaryFolder folder;
+    FolderWriter writer(folder.path);
+    for (int file = 1; file <= 150; ++file)
+        writer.Write(std::to_string(file), "content", [](const FileError& error) { ADD_FAILURE() << error.what(); });
+    EXPECT_TRUE(std::filesystem::exists(folder / "1"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "128"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "150"));
+    writer.Sync();
+    EXPECT_EQ(NamesIn(folder.path).size(), 150U);
+}
+
+TEST(FolderWriterTest, TellsOfAFileThatDoesNotGetItsName)
+{
+    const TemporaryFolder folder;
+    FolderWriter writer(folder.path);
+    std::string failed;
+    for (const std::string name : {"one", "two"})
+        writer.Write(name, name, [&failed, name](const FileError&) { failed += name; });
+    std::filesystem::create_directories(folder / "two" / "inside"); // nothing can be renamed over it
+    writer.Sync();
+    EXPECT_EQ(failed, "two");
+    EXPECT_EQ(Content(folder / "one"), "one");
+}
+
 } // namespace
 } // namespace quillmere

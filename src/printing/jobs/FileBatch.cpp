@@ -161,12 +161,24 @@ void FileBatch::Write(BatchLine& line, const std::filesystem::path& file, const 
         line.words = "another program has the file open, or it may not be written";
         return;
     }
+    const auto wordsOf = [](const FileError& error) {
+        return std::generic_category().message(static_cast<int>(error.Number()));
+    };
     try {
-        folder.Write(file.filename(), job.document.Pdf({.password = password}));
+        folder.Write(file.filename(), job.document.Pdf({.password = password}),
+                     [this, wordsOf, noted = report.lines.size()](const FileError& error) {
+                         report.lines.at(noted).outcome = Outcome::Failed;
+                         report.lines.at(noted).words = wordsOf(error);
+                     });
         line.outcome = Outcome::Done;
     } catch (const FileError& error) {
-        line.words = std::generic_category().message(static_cast<int>(error.Number()));
+        line.words = wordsOf(error);
     }
+}
+
+void FileBatch::TellBeforeFailure()
+{
+    folder.Sync();
 }
 
 void FileBatch::TellOfEnd()

@@ -26,6 +26,7 @@ protected:
     ProgressBar::Shows Shows() const override { return ProgressBar::Shows::WholePercents; }
     std::vector<BatchLine> Expected() const override;
     void TellOfEnd() override;
+    void TellBeforeFailure() override;
 
 private:
     const FilesOrder& Files() const { return *report.order.files; }
