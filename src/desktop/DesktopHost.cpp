@@ -16,6 +16,8 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace quillmere {
 
@@ -29,6 +31,37 @@ int PercentOf(const QFont& desktopFont)
     const int letters = QFontInfo(desktopFont).pixelSize();
     return letters <= UsualMost ? 100 : 100 * letters / LayoutLetters;
 }
+
+/// Does something once the first window has been painted, or when that takes too long. Then it has done its work.
+class FirstPicture : public QObject {
+public:
+    FirstPicture(QObject* parent, std::function<void()> then) : QObject(parent), then(std::move(then))
+    {
+        constexpr int Patience = 250; // milliseconds
+        QTimer::singleShot(Patience, this, [this] { Go(); });
+        qApp->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            QTimer::singleShot(0, this, [this] { Go(); });
+        return false;
+    }
+
+private:
+    void Go()
+    {
+        if (const auto work = std::exchange(then, nullptr)) {
+            qApp->removeEventFilter(this);
+            deleteLater();
+            work();
+        }
+    }
+
+    std::function<void()> then;
+};
 
 } // namespace
 
@@ -46,12 +79,21 @@ DesktopHost::~DesktopHost()
 void DesktopHost::Show(Screen& screen)
 {
     if (screen.Mode() == ShowMode::Main) {
-        if (mainWindow == nullptr)
+        if (mainWindow == nullptr) {
             mainWindow = std::make_unique<MainWindow>(screen);
+            awaitsPicture = true;
+            new FirstPicture(context.get(), [this] {
+                awaitsPicture = false;
+                WorkWaiting();
+            });
+        }
         mainWindow->Zoom(percent);
         mainWindow->show();
         return;
     }
+    // Whoever is further on waits no longer.
+    if (std::exchange(awaitsPicture, false))
+        WorkWaiting();
     std::unique_ptr<ScreenWindow>& window = windows[&screen];
     const bool made = window == nullptr;
     const bool page = screen.Mode() == ShowMode::Child && mainWindow != nullptr;
@@ -181,7 +223,8 @@ void DesktopHost::ShowHelp()
 void DesktopHost::WorkWaiting()
 {
     QTimer::singleShot(0, context.get(), [this] {
-        if (session != nullptr)
+        // What can wait does not keep the first window from being seen.
+        if (session != nullptr && !awaitsPicture)
             session->screens.RunDeferred();
     });
 }

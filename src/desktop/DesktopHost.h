@@ -59,8 +59,9 @@ private:
     Windows windows;
     std::map<std::string, QSize> sizes; ///< of windows that the user may make larger, as they were when they closed
     Session* session = nullptr;
-    QFont desktopFont; ///< the desktop's own
-    int percent = 100; ///< of the desktop's size
+    QFont desktopFont;          ///< the desktop's own
+    int percent = 100;          ///< of the desktop's size
+    bool awaitsPicture = false; ///< the main window has been shown, and not been painted yet
 };
 
 } // namespace quillmere
