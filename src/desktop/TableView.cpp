@@ -193,23 +193,45 @@ void TableView::Follow(const quillmere::Box& box)
     scrollTo(currentIndex());
 }
 
-/// Gives each column the room of its texts, but never so much that the others are pushed out of sight, and what is left
-/// to the last one.
+/// Gives each column the room of its texts, but never so much that the others are pushed out of sight. What is left
+/// goes to those that want more, and then to the last one.
 void TableView::FitColumns()
 {
     const QScopedValueRollback fits(fitting, true);
-    constexpr int Margins = 12, MostCharacters = 60;
-    const int most = MostCharacters * fontMetrics().averageCharWidth();
+    constexpr int Margins = 12;
     header()->setStretchLastSection(false);
-    lastWidth = 0;
-    const std::vector<QString> longest = rows->Longest();
-    for (int column = 0; column < rows->columnCount({}); ++column) {
+    wanted.clear();
+    for (const QString& longest : rows->Longest()) {
+        const auto column = static_cast<int>(wanted.size());
         resizeColumnToContents(column);
-        const int wanted = fontMetrics().horizontalAdvance(longest[static_cast<std::size_t>(column)]) + Margins;
-        lastWidth = std::min(std::max(columnWidth(column), wanted), most);
-        setColumnWidth(column, lastWidth);
+        wanted.push_back(std::max(columnWidth(column), fontMetrics().horizontalAdvance(longest) + Margins));
     }
+    lastWidth = wanted.empty() ? 0 : std::min(wanted.back(), MostAtFirst());
+    if (!wanted.empty())
+        setColumnWidth(static_cast<int>(wanted.size()) - 1, lastWidth);
+    GiveRoom();
     StretchLast();
+}
+
+int TableView::MostAtFirst() const
+{
+    constexpr int Characters = 60;
+    return Characters * fontMetrics().averageCharWidth();
+}
+
+void TableView::GiveRoom()
+{
+    const QScopedValueRollback fits(fitting, true);
+    const int most = MostAtFirst();
+    int room = viewport()->width();
+    for (const int width : wanted)
+        room -= std::min(width, most);
+    for (std::size_t column = 0; column + 1 < wanted.size(); ++column) {
+        const int first = std::min(wanted[column], most);
+        const int more = std::clamp(wanted[column] - first, 0, std::max(room, 0));
+        setColumnWidth(static_cast<int>(column), first + more);
+        room -= more;
+    }
 }
 
 /// The last column takes the room that is left, unless it holds figures, which would stand far off.
@@ -226,6 +248,8 @@ void TableView::StretchLast()
 void TableView::resizeEvent(QResizeEvent* event)
 {
     QTreeView::resizeEvent(event);
+    if (!widthsAreOwn)
+        GiveRoom();
     StretchLast();
 }
 

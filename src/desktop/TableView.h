@@ -36,6 +36,10 @@ private:
     int ColumnInUse() const;
     std::vector<int> ChosenRows() const;
     void FitColumns();
+    /// The width that a column gets before others have got theirs.
+    int MostAtFirst() const;
+    /// Shares the room out: what is left goes to columns whose texts are cut. The last one is stretched.
+    void GiveRoom();
     void StretchLast();
     void MoveToColumn(int column);
     enum class Copied { Lines, ColumnInUse };
@@ -44,6 +48,7 @@ private:
     Rows* rows;
     bool following = false; ///< what changes is the box's doing
     bool fitting = false;
+    std::vector<int> wanted;   ///< width of each column with which none of its texts is cut
     int lastWidth = 0;         ///< that the last column needs
     bool widthsAreOwn = false; ///< the user has set the width of a column
 };

@@ -173,6 +173,24 @@ TEST_F(TableViewTest, AColumnIsAsWideAsItsLongestTextAlsoOutOfSight)
     EXPECT_GE(view.columnWidth(0), view.fontMetrics().horizontalAdvance("Somebody with a long name far out of sight"));
 }
 
+TEST_F(TableViewTest, AColumnOfLongTextsIsWidenedWhereThereIsRoom)
+{
+    const std::string words(90, 'n');
+    lines.SetEntries({words + "\t1.00\tnew"});
+    view.Follow(lines);
+    const int whole = view.fontMetrics().horizontalAdvance(QString::fromStdString(words));
+    for (const int width : {whole + 400, whole - 60, whole + 400}) {
+        view.resize(width, 300);
+        QTest::qWait(0);
+        if (width > whole) {
+            EXPECT_GE(view.columnWidth(0), whole);
+        } else {
+            EXPECT_LT(view.columnWidth(0) + view.columnWidth(1) + view.columnWidth(2), width)
+                << "the others are in sight";
+        }
+    }
+}
+
 TEST_F(TableViewTest, TheLastColumnTakesTheRoomThatIsLeftButForFigures)
 {
     view.resize(900, 200);
