@@ -1,82 +1,49 @@
 #include "app/GuideHtml.h"
 
 #include "app/Guide.h"
+#include "frame/Markup.h"
 
+#include <algorithm>
+#include <array>
 #include <cctype>
 #include <fmt/format.h>
 #include <md4c.h>
-#include <vector>
 
 namespace quillmere {
 
 namespace {
 
-std::string Escaped(std::string_view text)
-{
-    std::string escaped;
-    for (const char character : text) {
-        switch (character) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '>':
-            escaped += "&gt;";
-            break;
-        case '"':
-            escaped += "&quot;";
-            break;
-        default:
-            escaped += character;
-        }
-    }
-    return escaped;
-}
-
+/// What stands before and behind a block or a span in HTML. Those that are not listed have no tags, or decide on them
+/// at their end.
+template<class Type>
 struct Tags {
+    Type type;
     std::string_view begin, end;
 };
 
-Tags TagsOf(MD_BLOCKTYPE block)
-{
-    switch (block) {
-    case MD_BLOCK_UL:
-        return {"<ul>\n", "</ul>\n"};
-    case MD_BLOCK_OL:
-        return {"<ol>\n", "</ol>\n"};
-    case MD_BLOCK_LI:
-        return {"<li>", "</li>\n"};
-    case MD_BLOCK_P:
-        return {"<p>", "</p>\n"};
-    case MD_BLOCK_CODE:
-        return {"<pre>", "</pre>\n"};
-    case MD_BLOCK_TABLE:
-        return {"<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n", "</table>\n"};
-    case MD_BLOCK_TR:
-        return {"<tr>", "</tr>\n"};
-    case MD_BLOCK_TH:
-        return {"<th>", "</th>"};
-    case MD_BLOCK_TD:
-        return {"<td>", "</td>"};
-    default:
-        return {};
-    }
-}
+constexpr auto BlockTags = std::to_array<Tags<MD_BLOCKTYPE>>({
+    {MD_BLOCK_UL, "<ul>\n", "</ul>\n"},
+    {MD_BLOCK_OL, "<ol>\n", "</ol>\n"},
+    {MD_BLOCK_LI, "<li>", "</li>\n"},
+    {MD_BLOCK_P, "<p>", "</p>\n"},
+    {MD_BLOCK_CODE, "<pre>", "</pre>\n"},
+    {MD_BLOCK_TABLE, "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n", "</table>\n"},
+    {MD_BLOCK_TR, "<tr>", "</tr>\n"},
+    {MD_BLOCK_TH, "<th>", "</th>"},
+    {MD_BLOCK_TD, "<td>", "</td>"},
+});
 
-Tags TagsOf(MD_SPANTYPE span)
+constexpr auto SpanTags = std::to_array<Tags<MD_SPANTYPE>>({
+    {MD_SPAN_STRONG, "<b>", "</b>"},
+    {MD_SPAN_EM, "<i>", "</i>"},
+    {MD_SPAN_CODE, "<code>", "</code>"},
+});
+
+template<class Type, std::size_t Count>
+Tags<Type> TagsOf(const std::array<Tags<Type>, Count>& all, Type type)
 {
-    switch (span) {
-    case MD_SPAN_STRONG:
-        return {"<b>", "</b>"};
-    case MD_SPAN_EM:
-        return {"<i>", "</i>"};
-    case MD_SPAN_CODE:
-        return {"<code>", "</code>"};
-    default:
-        return {};
-    }
+    const auto found = std::ranges::find(all, type, &Tags<Type>::type);
+    return found == all.end() ? Tags<Type>{type, {}, {}} : *found;
 }
 
 std::string_view TextOf(const MD_ATTRIBUTE& attribute)
@@ -119,12 +86,12 @@ void HtmlWriter::Begin(MD_BLOCKTYPE block)
         heading = {html.size(), words.size()};
     if (block == MD_BLOCK_P)
         paragraph = {html.size(), words.size()};
-    html += TagsOf(block).begin;
+    html += TagsOf(BlockTags, block).begin;
 }
 
 void HtmlWriter::End(MD_BLOCKTYPE block, const void* detail)
 {
-    html += TagsOf(block).end;
+    html += TagsOf(BlockTags, block).end;
     if (block == MD_BLOCK_H)
         EndHeading(static_cast<const MD_BLOCK_H_DETAIL*>(detail)->level);
     if (block == MD_BLOCK_P)
@@ -151,18 +118,18 @@ void HtmlWriter::Begin(MD_SPANTYPE span, const void* detail)
 {
     if (span == MD_SPAN_IMG)
         picture = {html.size(), words.size()};
-    html += TagsOf(span).begin;
+    html += TagsOf(SpanTags, span).begin;
     if (span != MD_SPAN_A)
         return;
     const std::string target = places.link(TextOf(static_cast<const MD_SPAN_A_DETAIL*>(detail)->href));
     leads = !target.empty();
     if (leads)
-        html += fmt::format("<a href=\"{}\">", Escaped(target));
+        html += fmt::format("<a href=\"{}\">", MarkupText(target));
 }
 
 void HtmlWriter::End(MD_SPANTYPE span, const void* detail)
 {
-    html += TagsOf(span).end;
+    html += TagsOf(SpanTags, span).end;
     if (span == MD_SPAN_A && leads)
         html += "</a>";
     if (span == MD_SPAN_IMG)
@@ -175,14 +142,14 @@ void HtmlWriter::EndPicture(std::string_view path)
     html.resize(picture.html);
     words.resize(picture.words);
     html += fmt::format("<img src=\"{}\" alt=\"{}\">", places.picture(path.substr(path.rfind('/') + 1)),
-                        Escaped(alternative));
+                        MarkupText(alternative));
 }
 
 void HtmlWriter::Text(MD_TEXTTYPE type, std::string_view text)
 {
     const std::string_view meant = type == MD_TEXT_SOFTBR ? " " : text;
     words += meant;
-    html += type == MD_TEXT_ENTITY ? std::string(meant) : Escaped(meant);
+    html += type == MD_TEXT_ENTITY ? std::string(meant) : MarkupText(meant);
 }
 
 HtmlWriter& WriterOf(void* writer)

@@ -1,6 +1,7 @@
 #include "printing/paper/PdfArchive.h"
 
 #include "edition/Edition.h"
+#include "frame/Markup.h"
 #include "frame/Text.h"
 
 #include <array>
@@ -16,22 +17,7 @@ namespace {
 
 std::string Escaped(std::string_view text)
 {
-    std::string escaped;
-    for (const char character : PropertyText(text))
-        switch (character) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '>':
-            escaped += "&gt;";
-            break;
-        default:
-            escaped += character;
-        }
-    return escaped;
+    return MarkupText(PropertyText(text));
 }
 
 /// A property with its value in a list of one; nothing for an empty one.
