@@ -1,6 +1,7 @@
 #include "clientdb/store/Backup.h"
 
 #include "clientdb/Employees.h"
+#include "clientdb/store/DatabaseState.h"
 #include "frame/CheckedFile.h"
 #include "support/StoreFixture.h"
 #include "support/TemporaryFolder.h"
@@ -9,6 +10,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <fcntl.h>
 #include <set>
 #include <string>
 #include <sys/inotify.h>
@@ -259,6 +261,36 @@ TEST_F(Backup, CopiesThatAKillHasLeftHalfMadeAreForgottenAndNothingElse)
     leave("again.mdb.17-1.tmp", database, 2);
     EXPECT_TRUE(BackUpDatabase(file, copy));
     EXPECT_FALSE(std::filesystem::exists(folder.path / "again.mdb.17-1.tmp"));
+}
+
+/// True if this process has locked the file: the system tells only others.
+bool IsLockedForOthers(const std::filesystem::path& file)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        struct flock look {};
+        look.l_type = F_WRLCK;
+        const int opened = ::open(file.c_str(), O_RDWR);
+        ::_exit(opened >= 0 && ::fcntl(opened, F_GETLK, &look) == 0 && look.l_type != F_UNLCK ? 1 : 0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WEXITSTATUS(status) == 1;
+}
+
+/// The system takes every lock of a process on a file away as soon as the process closes the file once.
+TEST_F(Backup, OpeningTheDatabaseOnceMoreLeavesALockOnIt)
+{
+    Database database = Open();
+    WriteBatch batch(database);
+    batch.Begin();
+    Add(database, "ANotepad", "Acme", "Joe Smith");
+    ASSERT_TRUE(IsLockedForOthers(file));
+    Open(OpenMode::ReadOnly).Close();
+    static_cast<void>(LookAtDatabase(file));
+    EXPECT_TRUE(IsLockedForOthers(file));
+    batch.Commit();
+    EXPECT_FALSE(IsLockedForOthers(file));
 }
 
 } // namespace

@@ -19,6 +19,9 @@ constexpr std::string_view SchemaSetting = "schema";
     throw StoreError(SQLITE_CANTOPEN, fmt::format("{} cannot be opened: {}", PathText(file), why), "");
 }
 
+/// A service takes less, and a database more, unless most of it is gone.
+constexpr std::uintmax_t MostBytes = 16'384;
+
 /// A name that needs no quoting in any place where it stands.
 bool IsPlainName(std::string_view name)
 {
@@ -39,6 +42,10 @@ std::string ServerService::Key() const
 
 std::optional<ServerService> ReadService(const std::filesystem::path& file)
 {
+    // A database is not even opened: to close it would take away the locks that this process has on it.
+    std::error_code thereIsNone;
+    if (std::filesystem::file_size(file, thereIsNone) > MostBytes)
+        return std::nullopt;
     std::ifstream in(file, std::ios::binary);
     std::string line;
     if (in.peek() != '[' || !std::getline(in, line))
