@@ -101,6 +101,11 @@ Lines TypeLines(Screen& screen, const Lines& lines)
     return typed;
 }
 
+std::string CountOfBoxes(std::size_t count)
+{
+    return fmt::format("{} {}", count, count == 1 ? "box" : "boxes");
+}
+
 } // namespace
 
 void OfferTyped(Session& session)
@@ -142,6 +147,8 @@ void BringTypedBack(Session& session)
             break;
     }
     ForgetTyped(session, back);
+    if (!back.empty())
+        SetStatusNote(session, fmt::format("{} brought back, to be stored", CountOfBoxes(back.size())));
 }
 
 std::string WordsOfWaiting(const Lines& waiting)
@@ -156,8 +163,7 @@ std::string WordsOfWaiting(const Lines& waiting)
         if (const int month = std::atoi(last.substr(5, 2).c_str()); month >= 1 && month <= 12)
             when = fmt::format("on {} {} {}", std::atoi(last.substr(8, 2).c_str()),
                                Months.at(static_cast<std::size_t>(month) - 1), last.substr(11, 5));
-    return fmt::format("{} {} typed {} {} not stored", count, count == 1 ? "box" : "boxes", when,
-                       count == 1 ? "was" : "were");
+    return fmt::format("{} typed {} {} not stored", CountOfBoxes(count), when, count == 1 ? "was" : "were");
 }
 
 // ---- TypedStrip

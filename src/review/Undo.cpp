@@ -2,6 +2,7 @@
 
 #include "clientdb/Employees.h"
 #include "clientdb/OpenRecord.h"
+#include "clientdb/RecentEmployees.h"
 #include "clientdb/UserOperation.h"
 #include "frame/BusyPointer.h"
 #include "frame/CloseAll.h"
@@ -70,6 +71,7 @@ std::string ConflictText(const Session& session, const std::vector<UndoConflict>
 /// Shows what is open as it is stored now. An employee who is not there any more is closed.
 void ShowAgain(Session& session)
 {
+    RebuildRecent(session);
     if (!IsAnyoneOpen(session))
         return UnloadAllScreens(session); // lists of names that may be others now
     bool isThere = false;
