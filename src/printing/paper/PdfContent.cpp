@@ -94,13 +94,17 @@ public:
         }
         Coordinates(operation.x1, operation.y1 + TextAscent(style.face, style.size));
         content += "Td ";
-        Characters(style.face, text);
+        Characters(style.face, text, lastText != nullptr && &operation != lastText && text.back() != ' ');
         content += " ET\n";
     }
 
     /// Begins what belongs to an element, under a mark of the page; -1: what is an artifact.
-    void BeginMark(int mark)
+    void BeginMark(int mark, std::span<const Operation> operations)
     {
+        lastText = nullptr;
+        for (const Operation& operation : operations)
+            if (mark >= 0 && operation.kind == OperationKind::Text)
+                lastText = &operation;
         if (mark < 0) {
             content += "/Artifact BMC\n";
             return;
@@ -131,8 +135,9 @@ private:
     }
 
     /// Readers place each character by the widths of those before it and know these as whole thousandths of an em only.
-    /// What that leaves out is put in where it has grown to one thousandth.
-    void Characters(Face face, std::string_view text)
+    /// What that leaves out is put in where it has grown to one thousandth. Where the text goes on, as in the lines of
+    /// a paragraph, it ends with a blank: some readers join the pieces as they are.
+    void Characters(Face face, std::string_view text, bool goesOn)
     {
         const FaceMetrics& metrics = MetricsOf(face);
         const int unitsPerEm = metrics.UnitsPerEm();
@@ -152,6 +157,8 @@ private:
             behind += metrics.AdvanceOf(character) * 1000 - PdfWidth(metrics, character) * unitsPerEm;
             Character(PdfCode(character));
         }
+        if (goesOn)
+            Character(u' ');
         content += isAdjusted ? ")]TJ" : ")Tj";
         if (!isAdjusted)
             content.erase(start, 1);
@@ -268,6 +275,7 @@ private:
 
     std::string content;
     std::optional<Colour> pen, fill;
+    const Operation* lastText = nullptr; ///< under the mark in work
     std::optional<std::int64_t> penWidth;
     std::optional<Face> font;
     std::int64_t fontSize = -1;
@@ -288,7 +296,7 @@ std::string PdfContent(const Document& document, std::span<const Operation> oper
     ContentStream stream(operations.size());
     for (std::span<const Operation> rest = operations; !rest.empty();) {
         const std::span<const Operation> together = rest.first(LengthOfMark(rest));
-        stream.BeginMark(together.front().element == 0 ? -1 : firstMark++);
+        stream.BeginMark(together.front().element == 0 ? -1 : firstMark++, together);
         Replay(document, together, stream);
         stream.EndMark();
         rest = rest.subspan(together.size());

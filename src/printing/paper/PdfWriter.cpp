@@ -95,7 +95,7 @@ void AddText(DrawnCharacters& drawn, Face face, std::string_view text, bool isFi
 {
     auto& groups = drawn.faces.at(static_cast<std::size_t>(face));
     if (!groups && !text.empty())
-        groups.emplace();
+        groups.emplace().AddFixed(U' '); // stands between texts that belong together
     while (!text.empty()) {
         const char32_t character = TakeCodePoint(text);
         if (isFixed)
