@@ -272,13 +272,13 @@ TEST(FolderWriterTest, GivesNamesOnTheWaySoThatNotTooMuchWaits)
 {
     const TemporaryFolder folder;
     FolderWriter writer(folder.path);
-    for (int file = 1; file <= 150; ++file)
+    for (int file = 1; file <= 600; ++file)
         writer.Write(std::to_string(file), "content", [](const FileError& error) { ADD_FAILURE() << error.what(); });
     EXPECT_TRUE(std::filesystem::exists(folder / "1"));
-    EXPECT_TRUE(std::filesystem::exists(folder / "128"));
-    EXPECT_FALSE(std::filesystem::exists(folder / "150"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "512"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "600"));
     writer.Sync();
-    EXPECT_EQ(NamesIn(folder.path).size(), 150U);
+    EXPECT_EQ(NamesIn(folder.path).size(), 600U);
 }
 
 TEST(FolderWriterTest, TellsOfAFileThatDoesNotGetItsName)
