@@ -75,34 +75,15 @@ std::string Unknown(const Texts& texts, const ClientState& found)
     return {};
 }
 
-bool IsWhole(const std::filesystem::path& file, const std::string& content)
+/// What is wrong with what was told of the documents; empty if those that are missing were told of.
+std::string Untold(const Work& work, std::size_t job, const Doing& doing)
 {
-    if (file.extension() == ".pdf")
-        return content.starts_with("%PDF-") && content.find("%%EOF", content.size() - 10) != std::string::npos;
-    if (file.extension() == ".mdb") {
-        ReadClientState(file);
-        return true;
-    }
-    return false;
-}
-
-/// A file that is neither as it was nor as it was to be, nor whole in itself.
-std::string TornFile(const Work& work, std::size_t job)
-{
-    const std::filesystem::path& desk = work.Desk();
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(desk)) {
-        const std::filesystem::path& file = entry.path();
-        const std::string name = file.filename().string();
-        if (!entry.is_regular_file() || file == work.ClientDatabase() || name.ends_with("-journal") ||
-            name.ends_with(".tmp") || std::filesystem::relative(file, desk).string().starts_with("Home"))
-            continue;
-        const std::string content = test::Content(file);
-        const auto isAsIn = [&](const std::filesystem::path& folder) {
-            const std::filesystem::path same = folder / std::filesystem::relative(file, desk);
-            return std::filesystem::exists(same) && test::Content(same) == content;
-        };
-        if (!isAsIn(work.Before(job)) && !isAsIn(work.After(job)) && !IsWhole(file, content))
-            return std::filesystem::relative(file, desk).string() + " is torn";
+    for (const std::string& document : work.MissingDocuments(job, work.Desk())) {
+        for (const std::string& note : doing.notes)
+            if (note.find(document) != std::string::npos)
+                return document + " is told to be written, and is not there";
+        if (doing == work.Of(job).doing)
+            return "no word of " + document + ", which is not there";
     }
     return {};
 }
@@ -115,11 +96,16 @@ bool TryOne(const Work& work, std::size_t job, const Fault& fault, const Texts& 
     const Ending ending = InAProcess(
         [&](int tell) {
             Failing failing(fault);
-            const Watch watch(work.Desk(), failing);
-            const Doing doing = work.Do(job);
-            const bool quiet = doing == work.Of(job).doing || fault.silent;
+            Doing doing;
+            {
+                const Watch watch(work.Desk(), failing);
+                doing = work.Do(job);
+            }
+            const Doing& rehearsed = work.Of(job).doing;
+            const bool quiet = (doing.messages == rehearsed.messages && doing.stuck == rehearsed.stuck) || fault.silent;
             Tell(tell, fmt::format("{} {} {}{}", failing.Reached(), quiet, doing.stuck,
                                    doing.messages.empty() ? "" : " " + doing.messages.back()));
+            Tell(tell, "documents: " + Untold(work, job, doing));
         },
         Patience);
     ++findings.tried;
@@ -138,8 +124,12 @@ bool TryOne(const Work& work, std::size_t job, const Fault& fault, const Texts& 
             fail("no word of what is not stored: " + DifferenceOf(work.Of(job).states.back(), found));
         if (const std::string unknown = Unknown(texts, found); !unknown.empty())
             fail(unknown + " after " + ending.told);
-        if (const std::string torn = TornFile(work, job); !torn.empty())
+        if (const std::string torn = work.TornFile(job, work.Desk()); !torn.empty())
             fail(torn);
+        constexpr std::string_view Documents = "\ndocuments: ";
+        const std::string untold = ending.told.substr(ending.told.rfind(Documents) + Documents.size());
+        if (untold.size() > 1)
+            fail(untold);
     } catch (const std::exception& error) {
         fail(error.what());
     }

@@ -42,6 +42,8 @@ Findings Kills(const Assignment& assignment)
             if (!rehearsed.MayHold(found, done))
                 fault(fmt::format("after step {} of {}: {}", done, rehearsed.after.size(),
                                   DifferenceOf(rehearsed.states[rehearsed.Done(done)], found)));
+            if (const std::string torn = work.TornFile(job, work.Desk()); !torn.empty())
+                fault(torn);
         } catch (const std::exception& error) {
             fault(error.what());
         }

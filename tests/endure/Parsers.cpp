@@ -3,7 +3,10 @@
 #include "Trial.h"
 #include "clientdb/ListFilter.h"
 #include "clientdb/TypedEntries.h"
+#include "clientdb/store/Template.h"
 #include "edition/Edition.h"
+#include "exchange/Csv.h"
+#include "exchange/Plan.h"
 #include "frame/Amount.h"
 #include "frame/CheckedFile.h"
 #include "frame/Dates.h"
@@ -140,6 +143,63 @@ std::string ReadNames(const Fed& fed)
     return {};
 }
 
+std::string ReadTables(const Fed& fed)
+{
+    exchange::Table table;
+    try {
+        table = exchange::ParseTable(fed.text);
+    } catch (const exchange::NotATable& refused) {
+        return std::string_view(refused.what()).ends_with('.') ? std::string() : "refused without a sentence";
+    }
+    std::vector<exchange::Cells> written;
+    for (const exchange::TableRow& row : table.rows) {
+        if (row.cells.size() > exchange::MostColumns)
+            return "more columns than a table may have";
+        exchange::Cells& cells = written.emplace_back();
+        for (const std::string& cell : row.cells)
+            cells.push_back({cell});
+    }
+    // What was read is written, and read once more.
+    const exchange::Table again = exchange::ParseTable(exchange::TableBytes(written));
+    if (again.rows.size() != table.rows.size())
+        return fmt::format("{} rows, then {}", table.rows.size(), again.rows.size());
+    for (std::size_t row = 0; row < table.rows.size(); ++row)
+        for (std::size_t cell = 0; cell < table.rows[row].cells.size(); ++cell)
+            if (exchange::WithoutGuard(again.rows[row].cells.at(cell)) != table.rows[row].cells[cell])
+                return fmt::format("\"{}\", then \"{}\"", table.rows[row].cells[cell], again.rows[row].cells[cell]);
+    return {};
+}
+
+/// A row of senseless cells is left out or taken over; the same row then has nothing more to change.
+std::string ReadImports(const Fed& fed)
+{
+    const std::filesystem::path file = fed.folder / "import";
+    CreateTables(file);
+    const exchange::Targets targets;
+    exchange::Table table;
+    exchange::TableRow headings{.number = 1, .cells = {"First names", "Surname"}};
+    exchange::TableRow cells{.number = 2, .cells = {"Jane", "Smith"}};
+    for (std::size_t at = 0; at <= fed.text.size();) {
+        const std::size_t end = std::min(fed.text.find(',', at), fed.text.size());
+        const std::size_t target = (fed.number * 31 + cells.cells.size() * 7) % targets.All().size();
+        headings.cells.push_back(targets.All()[target].words);
+        cells.cells.push_back(fed.text.substr(at, end - at));
+        at = end + 1;
+    }
+    table.rows = {headings, cells};
+    Database database = Database::OpenDatabase(file);
+    const exchange::Columns columns = exchange::ColumnsOf(table, targets);
+    const auto plan = [&] { return MakePlan(database, table, targets, columns, "Acme Ltd"); };
+    const exchange::ImportPlan first = plan();
+    CarryOut(database, first);
+    const exchange::ImportPlan second = plan();
+    std::filesystem::remove(file);
+    if (first.CountOf(exchange::RowState::Faulty) == 0 && second.CountOf(exchange::RowState::Same) != 1)
+        return fmt::format("taken over ({}), and then {} ({})", first.rows[0].words, WordsOf(second.rows[0].state),
+                           second.rows[0].words);
+    return {};
+}
+
 struct ParserRow {
     std::string_view name;
     Reader read;
@@ -150,12 +210,13 @@ constexpr std::array Readers{
     ParserRow{"amounts", ReadAmounts, 1},    ParserRow{"dates", ReadDates, 1},
     ParserRow{"keys", FilterKeys<false>, 1}, ParserRow{"names", ReadNames, 4},
     ParserRow{"settings", ReadSettings, 50}, ParserRow{"typed entries", ReadTyped, 50},
+    ParserRow{"tables", ReadTables, 4},      ParserRow{"imports", ReadImports, 2000},
 };
 
 /// Pieces of what such texts are made of, and bytes in between.
 std::string AnyText(std::mt19937_64& random)
 {
-    static constexpr std::array<std::string_view, 36> Pieces{
+    static constexpr std::array<std::string_view, 42> Pieces{
         "0",         "1",      "29",       "31",       "/",
         "/02/",      ".",      "..",       "-",        "(",
         ")",         ",",      "£",        " ",        "1e308",
@@ -163,7 +224,8 @@ std::string AnyText(std::mt19937_64& random)
         "=",         "P11D",   "é",        "\xff",     "\0\0",
         "AB",        "123456", "C",        "PATH 1",   "SELECTED FOLDER=",
         "FOLDER",    "6/4/10", "05042011", "VS LEFT=", "Acme\tJane\tBox\t",
-        "TRUE"};
+        "TRUE",      "\"",     "\"\"",     ";",        "sep=",
+        "Mar"};
     std::string text;
     for (auto left = random() % 12; left > 0; --left)
         if (random() % 4 == 0)

@@ -234,6 +234,7 @@ Findings PowerCuts(const Assignment& assignment)
         std::vector<std::size_t> cuts(static_cast<std::size_t>(cutsOfAJob));
         for (std::size_t& cut : cuts)
             cut = random() % (events.size() + 1);
+        cuts.front() = events.size(); // the job is done, and nothing of it may wait any more
         std::ranges::sort(cuts);
         Disk disk(work.Before(job), work.Desk());
         if (assignment.planted)
@@ -257,6 +258,10 @@ Findings PowerCuts(const Assignment& assignment)
                 if (!rehearsed.MayHold(found, done))
                     fault(fmt::format("after {} steps: {}", done,
                                       DifferenceOf(rehearsed.states[rehearsed.Done(done)], found)));
+                if (const std::string torn = work.TornFile(job, left); !torn.empty())
+                    fault(torn);
+                if (const auto missing = work.MissingDocuments(job, left); cut == events.size() && !missing.empty())
+                    fault(missing.front() + " was told to be written, and is not there");
             } catch (const std::exception& error) {
                 fault(error.what());
             }

@@ -3,6 +3,7 @@
 #include "Trial.h"
 #include "clientdb/store/StoreFaults.h"
 #include "edition/Edition.h"
+#include "frame/Session.h"
 #include "support/TemporaryFolder.h"
 
 #include <algorithm>
@@ -50,6 +51,34 @@ std::string OneLine(std::string text)
 {
     std::ranges::replace(text, '\n', ' ');
     return text;
+}
+
+/// Adds what is told without a box coming up, once each time that it changes.
+void TakeNotes(Stage& stage, std::vector<std::string>& notes)
+{
+    if (!stage.IsUp())
+        return;
+    Screens& screens = stage.Running().screens;
+    std::string now;
+    if (const Box* note = screens.FindBox("MDIForm1", "StatusNote"))
+        now = note->Text();
+    if (const Box* lines = screens.FindBox("LastBatch", "BatchLines"))
+        for (const std::string& line : lines->Entries())
+            now += "\n" + line;
+    if (now = OneLine(now); !now.empty() && (notes.empty() || notes.back() != now))
+        notes.push_back(now);
+}
+
+/// True for a file that can be told to be whole by itself, and is.
+bool IsWhole(const std::filesystem::path& file, const std::string& content)
+{
+    if (file.extension() == ".pdf")
+        return content.starts_with("%PDF-") && content.find("%%EOF", content.size() - 10) != std::string::npos;
+    if (file.extension() == ".mdb") {
+        ReadClientState(file);
+        return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -104,8 +133,9 @@ Doing Work::Do(std::size_t job, const std::function<void(std::size_t step)>& don
     const std::vector<Step>& steps = jobs[job].script.steps;
     try {
         for (std::size_t step = 0; step < steps.size(); ++step) {
-            if (steps[step].row->effect == Effect::Acts)
+            if (steps[step].row->effect != Effect::Gives) // an answer is no act, and yet is needed
                 stage.Perform(steps[step]);
+            TakeNotes(stage, doing.notes);
             if (done)
                 done(step);
         }
@@ -115,6 +145,36 @@ Doing Work::Do(std::size_t job, const std::function<void(std::size_t step)>& don
     for (const SeenMessage& message : stage.platform.unseen)
         doing.messages.push_back(OneLine(message.title + ": " + message.text));
     return doing;
+}
+
+std::string Work::TornFile(std::size_t job, const std::filesystem::path& in) const
+{
+    const std::filesystem::path database = std::filesystem::relative(ClientDatabase(), desk);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(in)) {
+        const std::filesystem::path file = std::filesystem::relative(entry.path(), in);
+        const std::string name = file.filename().string();
+        if (!entry.is_regular_file() || file == database || name.ends_with("-journal") || name.ends_with(".tmp") ||
+            file.string().starts_with("Home"))
+            continue;
+        const std::string content = test::Content(entry.path());
+        const auto isAsIn = [&](const std::filesystem::path& other) {
+            return std::filesystem::exists(other / file) && test::Content(other / file) == content;
+        };
+        if (!isAsIn(Before(job)) && !isAsIn(After(job)) && !IsWhole(entry.path(), content))
+            return file.string() + " is torn";
+    }
+    return {};
+}
+
+std::vector<std::string> Work::MissingDocuments(std::size_t job, const std::filesystem::path& in) const
+{
+    std::vector<std::string> missing;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(After(job))) {
+        const std::filesystem::path file = std::filesystem::relative(entry.path(), After(job));
+        if (file.extension() == ".pdf" && !std::filesystem::exists(in / file))
+            missing.push_back(file.filename().string());
+    }
+    return missing;
 }
 
 std::string Work::OpenOnceMore() const
@@ -151,6 +211,8 @@ void Work::TellRehearsal(std::size_t job, int tell) const
         Tell(tell, "step");
     });
     SetStoreFaultHook({});
+    for (const std::string& note : doing.notes)
+        Tell(tell, "note\t" + note);
     for (const std::string& message : doing.messages)
         Tell(tell, "message\t" + message);
     if (!doing.stuck.empty())
@@ -177,6 +239,8 @@ Rehearsed Work::Rehearse(std::size_t job) const
             result.states.back().fields.emplace(rest.substr(0, rest.find('\t')), rest.substr(rest.find('\t') + 1));
         else if (word == "step")
             result.after.push_back(result.states.size() - 1);
+        else if (word == "note")
+            result.doing.notes.push_back(rest);
         else if (word == "message")
             result.doing.messages.push_back(rest);
         else if (word == "took")

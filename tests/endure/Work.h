@@ -21,6 +21,7 @@ struct Job {
 
 /// How a job went.
 struct Doing {
+    std::vector<std::string> notes;    ///< what the status bar and the list of the last batch said, in order
     std::vector<std::string> messages; ///< boxes that came up
     std::string stuck;                 ///< why a step could not be done; empty if all were
 
@@ -58,6 +59,11 @@ public:
     void SetDesk(std::size_t job) const;
     /// Does a job on the desk. What happens is told as it happens. It stops at a step that a user could not do.
     Doing Do(std::size_t job, const std::function<void(std::size_t step)>& done = {}) const;
+    /// A file in a folder, such as the desk, that is neither as the job found it nor as it was to be, nor whole in
+    /// itself: in words, empty if there is none. The database is not looked at.
+    std::string TornFile(std::size_t job, const std::filesystem::path& in) const;
+    /// The documents that the job makes and that are not in the folder.
+    std::vector<std::string> MissingDocuments(std::size_t job, const std::filesystem::path& in) const;
     /// Opens the program once more on what is there and closes it; in words what is wrong with that.
     std::string OpenOnceMore() const;
 
