@@ -10,9 +10,12 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <set>
+#include <sys/file.h>
 #include <thread>
+#include <unistd.h>
 
 namespace quillmere::pages {
 namespace {
@@ -127,6 +130,42 @@ TEST_F(BatchFiles, AFileThatIsThereIsReplacedWholeOrKept)
     EXPECT_TRUE(IsWhole(folder / first));
     EXPECT_EQ(FilesThere(desk.session, order).size(), 2U);
     EXPECT_EQ(FilesIn(folder.path).size(), 2U) << "no temporary file is left";
+}
+
+TEST_F(BatchFiles, AFileThatDoesNotGetItsNameIsToldOf)
+{
+    Add(3);
+    FileBatch batch(desk.session, desk.printing, Order({BatchTick::P11D}, {.folder = folder.path}));
+    const std::string second = "Acme Ltd - Jane Smith-02 - P11D 2010-11.pdf";
+    // A folder comes in the way after the file has been written, and before it has its name.
+    while (batch.GoOn())
+        if (batch.Report().lines.size() == 2)
+            std::filesystem::create_directories(folder / second / "inside");
+    const std::vector<BatchLine>& lines = batch.Report().lines;
+    ASSERT_EQ(lines.size(), 3U);
+    EXPECT_EQ(lines[0].outcome, Outcome::Done);
+    EXPECT_EQ(lines[1].outcome, Outcome::Failed);
+    EXPECT_EQ(lines[1].words, "Is a directory");
+    EXPECT_EQ(lines[2].outcome, Outcome::Done);
+    EXPECT_EQ(FilesIn(folder.path).size(), 3U) << "no temporary file is left";
+    EXPECT_TRUE(batch.Report().Again()->only->contains("Jane Smith-02"));
+}
+
+TEST_F(BatchFiles, AFileThatAnotherProgramHoldsIsLeftAsItIs)
+{
+    Add(2);
+    BatchOrder order = Order({BatchTick::P11D}, {.folder = folder.path});
+    const std::string first = "Acme Ltd - Jane Smith-01 - P11D 2010-11.pdf";
+    WriteFileChecked(folder / first, "mine");
+    const int held = ::open((folder / first).c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(::flock(held, LOCK_SH), 0);
+    order.files->replaces = true;
+    const BatchReport report = Run(order);
+    ::close(held);
+    EXPECT_EQ(report.lines.front().outcome, Outcome::Failed);
+    EXPECT_EQ(report.lines.front().words, "another program has the file open, or it may not be written");
+    EXPECT_EQ(ReadFile(folder / first), "mine");
+    EXPECT_EQ(report.lines.back().outcome, Outcome::Done);
 }
 
 TEST_F(BatchFiles, TheFileWithAllHasAChapterForEachEmployee)

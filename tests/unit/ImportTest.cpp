@@ -249,6 +249,81 @@ TEST_F(Import, TakesCarsWithTheirBenefitAndTheTotals)
     EXPECT_EQ(dear.CountOf(RowState::Faulty), 2U) << Said(dear);
 }
 
+TEST_F(Import, FindsWhoHasGotANumberFurtherUp)
+{
+    Take("Forename,Surname\nJane,Smith\nJohn,Brown\n");
+    const ImportPlan plan = Plan("Forename,Surname,NI,Payroll No,DOB\n"
+                                 "Jane,Smith,AB123456C,,\n"
+                                 "John,Brown,,8,\n"
+                                 ",,ab 12 34 56 c,,1/2/70\n"
+                                 ",,,8,3/4/71\n");
+    EXPECT_EQ(Said(plan), "Changed|names|National Insurance number AB123456C\n"
+                          "Changed|names|Works number or department 8\n"
+                          "Changed|NI number|Date of birth 01/02/1970\n"
+                          "Changed|works number|Date of birth 03/04/1971\n");
+}
+
+TEST_F(Import, TakesANumberThatTwoHaveForNobodys)
+{
+    Take("Forename,Surname\nJane,Smith\nJohn,Brown\n");
+    for (const char* who : {"Jane Smith", "John Brown"}) {
+        Database database = Open();
+        Recordset records = database.OpenRecordset("P11D");
+        records.Index("IndKey");
+        records.Seek("Acme Ltd", who);
+        records.Edit();
+        records.SetField("WorkNumberBox", "7");
+        records.Update();
+    }
+    EXPECT_EQ(Said(Plan("Payroll No,DOB\n7,1/2/70\n")), "Faulty||Several employees have the works number 7\n");
+}
+
+TEST_F(Import, GivesANewEmployeeTheFirstReferenceOfHisEmployer)
+{
+    Take("Forename,Surname,PAYE ref\nJane,Smith,111/A1\nJohn,Brown,\n");
+    {
+        Database database = Open();
+        Recordset records = database.OpenRecordset("P11D");
+        records.Index("IndKey");
+        records.Seek("Acme Ltd", "John Brown");
+        records.Edit();
+        records.SetField("PAYEBox", "222/B2");
+        records.Update();
+    }
+    Take("Forename,Surname\nAnn,Other\n");
+    EXPECT_EQ(Field("P11D", "Ann Other", "PAYEBox"), "111/A1");
+}
+
+TEST_F(Import, TakesNobodyForWhomThereIsNoPlace)
+{
+    EXPECT_EQ(Said(Plan("Forename,Surname\nJane,Smith\n", "A SAMPLE")), "Faulty||The sample employer takes nobody\n");
+    const ImportPlan joined = Plan("Employer,Forename,Surname\nAcme,Ltd Jane,Smith\nAcme Ltd,Jane,Smith\n");
+    EXPECT_EQ(joined.rows[0].state, RowState::New);
+    EXPECT_EQ(joined.rows[1].words, "Employer and names read like those of another employee");
+    std::string csv = "Employer,Forename,Surname\n";
+    for (std::size_t employer = 0; employer <= EmployerNameSlots; ++employer)
+        csv += std::to_string(employer) + " Ltd,Jane,Smith\n";
+    const ImportPlan many = Plan(csv);
+    EXPECT_EQ(many.CountOf(RowState::New), EmployerNameSlots);
+    EXPECT_EQ(many.rows.back().words, "There is room for 751 employers");
+}
+
+TEST_F(Import, TakesOneColumnForATarget)
+{
+    const Targets targets;
+    const exchange::Columns columns = ColumnsOf(exchange::ParseTable("Surname,Forename,Last name\n"), targets);
+    EXPECT_EQ(columns, (exchange::Columns{targets.Meant("Surname"), targets.Meant("First names"), exchange::Nothing}));
+}
+
+TEST_F(Import, TellsCarsOfOneMakeApartByTheirDates)
+{
+    Take("Employee,Vehicle,Registration date\nJane Smith,Estate,1/2/2008\n");
+    Take("Employee,Vehicle,Registration date\nJane Smith,Estate,1/3/2009\n");
+    EXPECT_EQ(Field("P11D", "Jane Smith", "FRegDate1"), "01/02/2008");
+    EXPECT_EQ(Field("P11D", "Jane Smith", "FMakeModel2"), "Estate");
+    EXPECT_EQ(Field("P11D", "Jane Smith", "FRegDate2"), "01/03/2009");
+}
+
 TEST_F(Import, TakesBackWhatWasWrittenOut)
 {
     Take("Forename,Surname,NI,DOB,Director,\"A, cost or market value\",Section,Description,Cost,Vehicle,List price\n"
@@ -265,6 +340,23 @@ TEST_F(Import, TakesBackWhatWasWrittenOut)
         const ImportPlan plan = Plan(exchange::TableBytes(rows), "");
         EXPECT_EQ(plan.CountOf(RowState::Same), 1U) << Said(plan);
     }
+}
+
+TEST_F(Import, TakesAndWritesTheLastLineOfAList)
+{
+    const std::string last = std::to_string(LinesOfASchedule), beyond = std::to_string(LinesOfASchedule + 1);
+    const ImportPlan plan = Take("Name,List,Line,Item,Item cost\nJane Smith,K," + last + ",Gardener,7\nJane Smith,K," +
+                                 beyond + ",Cook,8\n");
+    EXPECT_EQ(plan.rows[1].words, "There is no line \"" + beyond + "\"");
+    ScriptedDoor door;
+    Session session(door);
+    session.settings.path.at(1) = folder.path.string();
+    session.settings.selectedFolder = 1;
+    std::filesystem::copy_file(file, session.ClientDatabasePath());
+    const auto rows = ExportedTable(session, exchange::Exported::Lists, "Acme Ltd");
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[1].at(6).text, last);
+    EXPECT_EQ(rows[1].at(7).text, "Gardener");
 }
 
 TEST_F(Import, SaysWhatWasWrittenBeforeTheStoreFailed)
