@@ -7,8 +7,10 @@
 #include "support/TemporaryFolder.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <set>
+#include <span>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -67,6 +69,21 @@ void TakeNotes(Stage& stage, std::vector<std::string>& notes)
             now += "\n" + line;
     if (now = OneLine(now); !now.empty() && (notes.empty() || notes.back() != now))
         notes.push_back(now);
+}
+
+/// True for a file of single lines, each of which one of the others has: a line that could not be kept is proposed
+/// anew.
+bool HasLinesOf(const std::filesystem::path& file, std::span<const std::filesystem::path> others)
+{
+    std::set<std::string> known;
+    std::string line;
+    for (const std::filesystem::path& other : others)
+        for (std::ifstream lines(other); std::getline(lines, line);)
+            known.insert(line);
+    for (std::ifstream lines(file); std::getline(lines, line);)
+        if (!known.contains(line))
+            return false;
+    return true;
 }
 
 /// True for a file that can be told to be whole by itself, and is.
@@ -160,7 +177,9 @@ std::string Work::TornFile(std::size_t job, const std::filesystem::path& in) con
         const auto isAsIn = [&](const std::filesystem::path& other) {
             return std::filesystem::exists(other / file) && test::Content(other / file) == content;
         };
-        if (!isAsIn(Before(job)) && !isAsIn(After(job)) && !IsWhole(entry.path(), content))
+        const std::array others{Before(job) / file, After(job) / file};
+        if (!isAsIn(Before(job)) && !isAsIn(After(job)) && !IsWhole(entry.path(), content) &&
+            (name != "DESK.TXT" || !HasLinesOf(entry.path(), others)))
             return file.string() + " is torn";
     }
     return {};

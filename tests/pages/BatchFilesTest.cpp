@@ -149,6 +149,8 @@ TEST_F(BatchFiles, AFileThatDoesNotGetItsNameIsToldOf)
     EXPECT_EQ(lines[2].outcome, Outcome::Done);
     EXPECT_EQ(FilesIn(folder.path).size(), 3U) << "no temporary file is left";
     EXPECT_TRUE(batch.Report().Again()->only->contains("Jane Smith-02"));
+    EXPECT_EQ(desk.printing.lastBatch->lines.at(1).outcome, Outcome::Failed)
+        << "the list of the last batch says so, too";
 }
 
 TEST_F(BatchFiles, AFileThatAnotherProgramHoldsIsLeftAsItIs)

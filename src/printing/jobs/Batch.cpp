@@ -126,6 +126,7 @@ std::vector<BatchLine> Batch::Expected() const
 /// Notes the documents that the batch has not come to, in their order, and keeps the report.
 void Batch::Complete()
 {
+    Settle();
     std::set<std::pair<BatchLine::Of, std::string>> noted;
     for (const BatchLine& line : report.lines)
         noted.emplace(line.of, line.name);

@@ -55,6 +55,9 @@ protected:
     virtual ProgressBar::Shows Shows() const { return ProgressBar::Shows::EveryStep; }
     /// The documents that the batch is to make.
     virtual std::vector<BatchLine> Expected() const;
+    /// Nothing more comes: what has been put off until then is done, so that it is known what became of each document.
+    /// It fails in no other way than TellOfEnd then does.
+    virtual void Settle() {}
     /// What is told once the batch has ended, and before a failure that has ended it is told of.
     virtual void TellOfEnd();
     virtual void TellBeforeFailure() {}

@@ -176,16 +176,21 @@ void FileBatch::Write(BatchLine& line, const std::filesystem::path& file, const 
     }
 }
 
-void FileBatch::TellBeforeFailure()
+void FileBatch::Settle()
 {
-    folder.Sync();
+    if (IsCancelled())
+        job.document.Drop();
+    try {
+        folder.Sync();
+    } catch (const FileError& failure) {
+        folderFailure = failure;
+    }
 }
 
 void FileBatch::TellOfEnd()
 {
-    if (IsCancelled())
-        job.document.Drop();
-    folder.Sync();
+    if (folderFailure)
+        throw FileError(*folderFailure);
     Batch::TellOfEnd();
 }
 

@@ -25,8 +25,8 @@ protected:
     int Printings() const override;
     ProgressBar::Shows Shows() const override { return ProgressBar::Shows::WholePercents; }
     std::vector<BatchLine> Expected() const override;
+    void Settle() override;
     void TellOfEnd() override;
-    void TellBeforeFailure() override;
 
 private:
     const FilesOrder& Files() const { return *report.order.files; }
@@ -35,6 +35,7 @@ private:
     void Write(BatchLine& line, const std::filesystem::path& file, const std::string& password);
 
     FolderWriter folder;
+    std::optional<FileError> folderFailure; ///< the names of the files may not last
     std::optional<BatchFileNames> fileNames;
     bool isWhole;              ///< the round that is under way is for the one file of all employees
     bool isWholeBegun = false; ///< and its document is open
