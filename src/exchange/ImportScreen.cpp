@@ -1,6 +1,7 @@
 #include "exchange/ImportScreen.h"
 
 #include "clientdb/OpenRecord.h"
+#include "clientdb/RecentEmployees.h"
 #include "clientdb/SafetyCopies.h"
 #include "clientdb/UserOperation.h"
 #include "frame/BusyPointer.h"
@@ -285,6 +286,7 @@ void ImportScreen::Import()
         fmt::format("{}: {} new, {} changed", words, plan.CountOf(RowState::New), plan.CountOf(RowState::Changed));
     session.screens.Unload(Name());
     EmployeeRecord(session).StoreAndShowAgain(Title);
+    RebuildRecent(session);
     SetStatusNote(session, done);
 }
 

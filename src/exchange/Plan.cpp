@@ -154,7 +154,7 @@ private:
         auto [firstName, surname] = Names();
         planned.employee = EmployeeName(firstName, surname);
         if (planned.employer.empty())
-            throw Fault{"It says no employer"};
+            throw Fault{"It names no employer, and none is chosen above"};
         Person made{.employer = planned.employer,
                     .name = planned.employee,
                     .nationalInsurance = Bare(Cell(What::OfPage, "NatIns")),
