@@ -3,6 +3,9 @@
 find_program(CCACHE ccache)
 if(CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+    if(QUILLMERE_PRECOMPILE)
+        set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_SOURCE_DIR}/cmake/ccache)
+    endif()
 endif()
 
 add_library(quillmere_options INTERFACE)
@@ -17,10 +20,26 @@ if(QUILLMERE_SANITIZE)
     target_link_options(quillmere_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# quillmere_precompile(TARGET OWNER [HEADERS...]): what most sources of a program include is compiled once, by the target OWNER, for all that
+# are compiled with the same flags. A source still includes what it uses: the presets "release" and "check" build without this.
+function(quillmere_precompile target owner)
+    if(NOT QUILLMERE_PRECOMPILE)
+        return()
+    endif()
+    if(target STREQUAL owner)
+        target_precompile_headers(${target} PRIVATE ${QUILLMERE_COMMON_HEADERS} ${ARGN})
+        target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>)
+    else()
+        target_precompile_headers(${target} REUSE_FROM ${owner})
+    endif()
+endfunction()
+set(QUILLMERE_COMMON_HEADERS <algorithm> <array> <chrono> <deque> <filesystem> <fmt/format.h> <fstream> <functional> <map> <memory> <optional>
+    <set> <span> <stdexcept> <string> <string_view> <tuple> <unordered_map> <utility> <variant> <vector>)
+
 # quillmere_library(NAME LINKS other folders and packages...): the sources of the calling folder as one target.
 # The link list is what keeps the arrows of the architecture pointing one way.
 function(quillmere_library name)
-    cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS;PRECOMPILED" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h *.S)
     if(NOT sources MATCHES "\\.(cpp|S)(;|$)")
         # Headers alone, or nothing yet: there is no archive to make.
@@ -33,6 +52,11 @@ function(quillmere_library name)
     set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
     target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE quillmere_options ${ARG_PRIVATE_LINKS})
+    if(ARG_PRECOMPILED)
+        quillmere_precompile(${name} ${name} ${ARG_PRECOMPILED})
+    else()
+        quillmere_precompile(${name} edition)
+    endif()
 endfunction()
 
 # edition_constant(VARIABLE NAME): the text of a constant of edition/Edition.h.
