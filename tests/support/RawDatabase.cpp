@@ -6,24 +6,23 @@
 #include <sqlite3.h>
 
 #include <fmt/format.h>
+#include <memory>
+#include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace quillmere::test {
 namespace {
-
-using Rows = std::vector<std::vector<std::string>>;
 
 std::string InQuotes(std::string_view text)
 {
     return fmt::format("'{}'", text);
 }
 
-Rows RowsOfFile(const std::filesystem::path& file, const std::string& query)
+RawTable RowsOf(sqlite3* handle, const std::string& query)
 {
-    sqlite3* handle = nullptr;
-    sqlite3_open_v2(file.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     sqlite3_stmt* statement = nullptr;
-    Rows rows;
+    RawTable rows;
     int result = sqlite3_prepare_v2(handle, query.c_str(), -1, &statement, nullptr);
     while (result == SQLITE_OK && (result = sqlite3_step(statement)) == SQLITE_ROW) {
         auto& row = rows.emplace_back();
@@ -35,7 +34,6 @@ Rows RowsOfFile(const std::filesystem::path& file, const std::string& query)
     }
     const std::string words = sqlite3_errmsg(handle);
     sqlite3_finalize(statement);
-    sqlite3_close(handle);
     if (result != SQLITE_DONE)
         throw std::runtime_error(query + ": " + words);
     return rows;
@@ -57,11 +55,10 @@ std::string ValueOf(const PGresult* result, int row, int column)
     return InQuotes(UncarriedText(bytes).value_or(std::string(bytes)));
 }
 
-Rows RowsOfServer(const ServerService& service, const std::string& query)
+RawTable RowsOf(ServerLink& link, const std::string& query)
 {
-    ServerLink link(service);
     const ServerLink::Result result = link.Wait(link.Send(ServerStatement(query), query, {}, true));
-    Rows rows(static_cast<std::size_t>(PQntuples(result.get())));
+    RawTable rows(static_cast<std::size_t>(PQntuples(result.get())));
     for (std::size_t row = 0; row < rows.size(); ++row)
         for (int column = 0; column < PQnfields(result.get()); ++column)
             rows[row].push_back(ValueOf(result.get(), static_cast<int>(row), column));
@@ -70,10 +67,26 @@ Rows RowsOfServer(const ServerService& service, const std::string& query)
 
 } // namespace
 
-Rows RawRows(const std::filesystem::path& file, const std::string& query)
+std::vector<RawTable> RawRows(const std::filesystem::path& file, std::span<const std::string> queries)
 {
-    const std::optional<ServerService> service = ReadService(file);
-    return service ? RowsOfServer(*service, query) : RowsOfFile(file, query);
+    std::vector<RawTable> tables;
+    if (const std::optional<ServerService> service = ReadService(file)) {
+        ServerLink link(*service);
+        for (const std::string& query : queries)
+            tables.push_back(RowsOf(link, query));
+        return tables;
+    }
+    sqlite3* opened = nullptr;
+    sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+    const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> handle(opened, &sqlite3_close);
+    for (const std::string& query : queries)
+        tables.push_back(RowsOf(handle.get(), query));
+    return tables;
+}
+
+RawTable RawRows(const std::filesystem::path& file, const std::string& query)
+{
+    return std::move(RawRows(file, std::span(&query, 1)).front());
 }
 
 void ExecuteRaw(const std::filesystem::path& file, const std::string& statement)

@@ -50,10 +50,14 @@ protected:
 
     Contents All() const
     {
-        Contents contents;
+        std::vector<std::string> queries;
         for (const TableLayout& table : ClientTables())
-            for (const auto& row : Rows(fmt::format("SELECT rowid,* FROM [{}] ORDER BY rowid", table.name)))
-                contents.push_back(fmt::format("{}: {}", table.name, fmt::join(row, ",")));
+            queries.push_back(fmt::format("SELECT rowid,* FROM [{}] ORDER BY rowid", table.name));
+        const std::vector<RawTable> tables = RawRows(file, queries);
+        Contents contents;
+        for (std::size_t i = 0; i < tables.size(); ++i)
+            for (const auto& row : tables[i])
+                contents.push_back(fmt::format("{}: {}", ClientTables()[i].name, fmt::join(row, ",")));
         return contents;
     }
 
