@@ -197,6 +197,13 @@ void Key(Stage& stage, const Step& step)
         hands::Press(word.text);
 }
 
+/// Types where the focus is, wherever that may be.
+void Write(Stage& stage, const Step& step)
+{
+    stage.Running();
+    hands::Type(stage.Text(step.words[0]));
+}
+
 void AnswerNext(Stage& stage, const Step& step)
 {
     const Word& word = step.words[0];
@@ -235,6 +242,7 @@ std::vector<StepRow> ActSteps()
         {"window", {Name, Choice}, Window, Acts, {"minimised", "maximised", "normal", "closed"}},
         {.step = "open-screen", .arguments = {Name, Number}, .perform = OpenUnreached, .effect = Acts, .optional = 1},
         {.step = "key", .arguments = {Name}, .perform = Key, .effect = Acts, .repeats = true},
+        {"write", {Text}, Write, Acts},
         {"answer", {Text}, AnswerNext, LooksOn, {"yes", "no", "ok", "cancel"}},
         {"wait-idle", {}, WaitIdle, LooksOn},
     };

@@ -3,6 +3,8 @@
 #include "support/TemporaryFolder.h"
 
 #include <QApplication>
+#include <QColor>
+#include <QPalette>
 #include <QStringList>
 
 #include <algorithm>
@@ -24,9 +26,9 @@ namespace {
 using namespace quillmere::scenario;
 
 constexpr auto Usage =
-    "scenario_player [--steps] [--pictures DIR] FILE...\n"
+    "scenario_player [--steps] [--pictures DIR] [--screen WIDTHxHEIGHT] [--dark] FILE...\n"
     "Plays scenarios against the windows of the program. A folder stands for all scenarios in it, a manual\n"
-    "(*.md) for its examples.\n";
+    "(*.md) for its examples. The screen, where there is no display, is 1366x768; --dark makes the desktop dark.\n";
 
 /// A file that plays longer than this hangs.
 constexpr unsigned SecondsForOneFile = 120;
@@ -34,9 +36,22 @@ constexpr unsigned SecondsForOneFile = 120;
 struct Arguments {
     std::filesystem::path pictures;
     std::vector<std::string> files;
+    std::string screenWidth = "1366", screenHeight = "768";
+    bool dark = false;
     bool tellSteps = false;
     bool wrong = false;
 };
+
+/// Takes "1024x600" for the screen; false if it is no such thing.
+bool ReadScreen(const std::string& word, Arguments& arguments)
+{
+    const std::size_t cross = word.find('x');
+    if (cross == std::string::npos || word.find_first_not_of("0123456789x") != std::string::npos)
+        return false;
+    arguments.screenWidth = word.substr(0, cross);
+    arguments.screenHeight = word.substr(cross + 1);
+    return true;
+}
 
 /// Every *.scenario of a folder and those below it, by name; a file is itself.
 void AddFiles(const std::string& name, std::vector<std::string>& files)
@@ -60,6 +75,10 @@ Arguments ReadArguments(int count, char** words)
         const std::string word = words[place];
         if (word == "--pictures" && place + 1 < count)
             arguments.pictures = words[++place];
+        else if (word == "--screen" && place + 1 < count)
+            arguments.wrong = !ReadScreen(words[++place], arguments);
+        else if (word == "--dark")
+            arguments.dark = true;
         else if (word == "--steps")
             arguments.tellSteps = true;
         else if (word.starts_with("--"))
@@ -106,12 +125,13 @@ bool PlayFile(const std::string& file, const Folders& folders, bool tellSteps)
 }
 
 /// Makes the toolkit's screen the size for which the windows are laid out, where there is no display to be seen.
-std::string OffscreenPlatform(const std::filesystem::path& folder)
+std::string OffscreenPlatform(const std::filesystem::path& folder, const Arguments& arguments)
 {
     const std::filesystem::path file = folder / "screen.json";
     std::ofstream(file)
         << R"({"synchronousWindowSystemEvents":true,"windowFrameMargins":false,"screens":[{"name":"screen",)"
-           R"("x":0,"y":0,"width":1366,"height":768,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})";
+        << fmt::format(R"("x":0,"y":0,"width":{},"height":{},"logicalDpi":96,"logicalBaseDpi":96,"dpr":1}}]}})",
+                       arguments.screenWidth, arguments.screenHeight);
     return "offscreen:configfile=" + file.string();
 }
 
@@ -127,7 +147,7 @@ void TellToolkitMessage(QtMsgType, const QMessageLogContext&, const QString& tex
 {
     const bool display = std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr;
     if (!display && std::getenv("QT_QPA_PLATFORM") == nullptr)
-        ::setenv("QT_QPA_PLATFORM", OffscreenPlatform(folder).c_str(), 1);
+        ::setenv("QT_QPA_PLATFORM", OffscreenPlatform(folder, arguments).c_str(), 1);
     ::setenv("XDG_RUNTIME_DIR", folder.c_str(), 0);
     qInstallMessageHandler(TellToolkitMessage);
     {
@@ -139,6 +159,8 @@ void TellToolkitMessage(QtMsgType, const QMessageLogContext&, const QString& tex
         QApplication::setCursorFlashTime(0);
         QApplication::setEffectEnabled(Qt::UI_AnimateMenu, false);
         QApplication::setEffectEnabled(Qt::UI_AnimateCombo, false);
+        if (arguments.dark)
+            QApplication::setPalette(QPalette(QColor(0x20, 0x20, 0x20)));
         DoNotWaitForLocks();
         for (std::size_t place = first; place < arguments.files.size(); ++place) {
             ::alarm(SecondsForOneFile);
