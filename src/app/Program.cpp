@@ -53,7 +53,12 @@
 namespace quillmere {
 
 Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
-    : session(platform), printing(session), statusTalk(session), typedJournal(session), places(std::move(places))
+    : session(platform),
+      printing(session),
+      statusTalk(session),
+      boxNotes(session),
+      typedJournal(session),
+      places(std::move(places))
 {
     RegisterScreens(session.screens, printing);
     session.printJob = [this](PrintedDocument document) {
@@ -64,7 +69,7 @@ Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
     session.thingsToLookAt = [this](const std::string& employer, const std::string& employee) {
         return review::ThingsToLookAt(session, employer, employee);
     };
-    session.onlookers = {&statusTalk, &typedJournal};
+    session.onlookers = {&statusTalk, &boxNotes, &typedJournal};
     session.typedJournal = &typedJournal;
     session.offerTyped = [this] { review::OfferTyped(session); };
     session.screens.SetHost(host);

@@ -4,6 +4,7 @@
 #include "frame/Session.h"
 #include "frame/SingleInstance.h"
 #include "printing/jobs/PrintSystem.h"
+#include "review/BoxNotes.h"
 #include "review/StatusTalk.h"
 
 #include <filesystem>
@@ -48,6 +49,7 @@ private:
     Session session;
     PrintSystem printing;
     review::StatusTalk statusTalk;
+    review::BoxNotes boxNotes;
     TypedJournal typedJournal;
     ProgramPlaces places;
     std::optional<SingleInstance> instance;

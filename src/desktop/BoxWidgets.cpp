@@ -13,6 +13,12 @@
 
 namespace quillmere {
 
+int BlanksAtStart(const QString& text)
+{
+    const auto figure = std::ranges::find_if(text, [](QChar character) { return character != u' '; });
+    return static_cast<int>(figure - text.begin());
+}
+
 BoxEdit::BoxEdit(Holds holds, QWidget* parent) : QLineEdit(parent), holds(holds)
 {
     // The caret has no place among the blanks in front of a figure.
@@ -31,13 +37,6 @@ void BoxEdit::Put(const QString& newText)
     Keep();
 }
 
-int BoxEdit::Padding() const
-{
-    const QString shown = text();
-    const auto figure = std::ranges::find_if(shown, [](QChar character) { return character != u' '; });
-    return static_cast<int>(figure - shown.begin());
-}
-
 void BoxEdit::SelectWhole()
 {
     const int from = HoldsFigure() ? Padding() : 0;
@@ -50,6 +49,12 @@ void BoxEdit::MarkEnd(std::size_t characters)
         update();
 }
 
+void BoxEdit::SetNoted(bool newNoted)
+{
+    if (std::exchange(noted, newNoted) != newNoted)
+        update();
+}
+
 void BoxEdit::SetChosen(bool newChosen)
 {
     if (std::exchange(chosen, newChosen) != newChosen)
@@ -59,6 +64,10 @@ void BoxEdit::SetChosen(bool newChosen)
 void BoxEdit::paintEvent(QPaintEvent* event)
 {
     QLineEdit::paintEvent(event);
+    if (noted) {
+        QPainter painter(this);
+        look::DrawCorner(painter, rect());
+    }
     if (chosen) {
         constexpr int Tint = 70; // of 255
         QColor colour = palette().color(QPalette::Active, QPalette::Highlight);

@@ -7,6 +7,7 @@
 #include "desktop/SpokenRoles.h"
 #include "desktop/layouts/Layout.h"
 #include "printing/jobs/frmVSPrint.h"
+#include "review/BoxNotes.h"
 #include "review/Paper.h"
 
 #include <QApplication>
@@ -106,6 +107,8 @@ void DesktopHost::Show(Screen& screen)
         window->SetHelp([this] { ShowHelp(); });
     if (made && session != nullptr)
         window->SetCut([this, &screen](const Box& box) { return review::CutOnPaper(*session, screen, box); });
+    if (const review::BoxNotes* notes = made && session != nullptr ? review::NotesOf(*session) : nullptr)
+        window->SetNotes([notes, &screen](const Box& box) { return notes->Of(screen, box); });
     if (page) {
         mainWindow->ShowPage(*window);
     } else if (IsAtFoot(screen.Mode()) && mainWindow != nullptr) {

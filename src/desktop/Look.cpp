@@ -13,7 +13,9 @@
 #include <QStyleOption>
 #include <QToolTip>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <map>
 #include <tuple>
 #include <utility>
@@ -283,6 +285,7 @@ const Tones& TonesOf(Shade shade)
     static const Tones light{.ground = QColor(0xF7, 0xF8, 0xFA),
                              .panel = QColor(0xE9, 0xEB, 0xEE),
                              .sheet = QColor(0xFF, 0xFF, 0xFF),
+                             .workedOut = QColor(0xDD, 0xEA, 0xFA),
                              .computed = QColor(0xE2, 0xE6, 0xDC),
                              .ink = QColor(0x1A, 0x1A, 0x1A),
                              .faint = QColor(0x5A, 0x61, 0x6A),
@@ -291,10 +294,12 @@ const Tones& TonesOf(Shade shade)
                              .letterInk = QColor(0xFF, 0xFF, 0xFF),
                              .desk = QColor(0xC9, 0xCE, 0xD4),
                              .deskInk = QColor(0x3C, 0x43, 0x4C),
-                             .fault = QColor(0xD0, 0x1C, 0x1C)};
+                             .fault = QColor(0xD0, 0x1C, 0x1C),
+                             .mark = QColor(0xB3, 0x4F, 0x00)};
     static const Tones dark{.ground = QColor(0x24, 0x27, 0x2B),
                             .panel = QColor(0x2E, 0x32, 0x38),
                             .sheet = QColor(0x3B, 0x41, 0x49),
+                            .workedOut = QColor(0x24, 0x37, 0x50),
                             .computed = QColor(0x29, 0x2E, 0x26),
                             .ink = QColor(0xEC, 0xEE, 0xF1),
                             .faint = QColor(0xAE, 0xB5, 0xBE),
@@ -303,7 +308,8 @@ const Tones& TonesOf(Shade shade)
                             .letterInk = QColor(0x12, 0x14, 0x16),
                             .desk = QColor(0x3A, 0x40, 0x48),
                             .deskInk = QColor(0xD2, 0xD7, 0xDE),
-                            .fault = QColor(0xFF, 0x6B, 0x6B)};
+                            .fault = QColor(0xFF, 0x6B, 0x6B),
+                            .mark = QColor(0xFF, 0xB0, 0x4A)};
     return shade == Shade::Dark ? dark : light;
 }
 
@@ -367,19 +373,23 @@ QColor TintOf(const QString& word)
     return {};
 }
 
-const QPalette& EditPalette(bool writable)
+const QPalette& EditPalette(Entry entry)
 {
-    static const auto make = [](Shade shade, bool typed) {
+    static const auto make = [](Shade shade) {
         const Tones& tones = TonesOf(shade);
-        QPalette palette = WholePalette(shade);
-        palette.setColor(QPalette::Base, typed ? tones.sheet : tones.computed);
-        palette.setColor(QPalette::Text, tones.ink);
-        palette.setColor(QPalette::Disabled, QPalette::Base, tones.computed);
-        return palette;
+        std::array<QPalette, 3> palettes;
+        for (const auto& [which, ground] : {std::pair(Entry::Typed, tones.sheet),
+                                            {Entry::WorkedOut, tones.workedOut},
+                                            {Entry::Closed, tones.computed}}) {
+            QPalette& palette = palettes.at(static_cast<std::size_t>(which)) = WholePalette(shade);
+            palette.setColor(QPalette::Base, ground);
+            palette.setColor(QPalette::Text, tones.ink);
+            palette.setColor(QPalette::Disabled, QPalette::Base, tones.computed);
+        }
+        return palettes;
     };
-    static const QPalette light[] = {make(Shade::Light, false), make(Shade::Light, true)};
-    static const QPalette dark[] = {make(Shade::Dark, false), make(Shade::Dark, true)};
-    return (ShadeInUse() == Shade::Dark ? dark : light)[writable ? 1 : 0];
+    static const std::array<QPalette, 3> light = make(Shade::Light), dark = make(Shade::Dark);
+    return (ShadeInUse() == Shade::Dark ? dark : light).at(static_cast<std::size_t>(entry));
 }
 
 QPalette FigurePalette()
@@ -398,6 +408,25 @@ QPalette ButtonPalette(Paint paint)
         made.setColor(QPalette::ButtonText, Qt::black);
     }
     return made;
+}
+
+void DrawDot(QPainter& painter, const QRect& control)
+{
+    const int side = std::max(control.height() / 3, 6);
+    const QRectF dot(control.right() - side - 1, control.top() + 1, side, side);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(TonesInUse().panel, 1.5));
+    painter.setBrush(TonesInUse().mark);
+    painter.drawEllipse(dot);
+}
+
+void DrawCorner(QPainter& painter, const QRect& edit)
+{
+    const int side = std::max(edit.height() / 3, 6);
+    const QPoint corner = edit.topLeft() + QPoint(1, 1);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(TonesInUse().mark);
+    painter.drawPolygon(QPolygon({corner, corner + QPoint(side, 0), corner + QPoint(0, side)}));
 }
 
 void Draw(QPainter& painter, const Layout::Drawn& drawn)

@@ -23,12 +23,14 @@ struct Tones {
     QColor ground;            ///< of every window
     QColor panel;             ///< of a section
     QColor sheet;             ///< behind what is typed in
+    QColor workedOut;         ///< behind a figure that is worked out and may be typed over
     QColor computed;          ///< behind what is not typed in
     QColor ink, faint;        ///< words, and those of what cannot be used just now
     QColor frame;             ///< the line round a group
     QColor letter, letterInk; ///< a section's letter, a box's number
     QColor desk, deskInk;     ///< what lies behind the pages
     QColor fault;             ///< under what will not print
+    QColor mark;              ///< on a control of which there is something to tell
 };
 
 enum class Shade { Light, Dark };
@@ -54,14 +56,25 @@ void Dress();
 /// the colour that they have on any other.
 QColor TintOf(const QString& word);
 
-/// Palette of a text box by whether it can be typed in.
-const QPalette& EditPalette(bool writable);
+/// What goes into a text box.
+enum class Entry {
+    Typed,
+    WorkedOut, ///< a figure of a rule, which may be typed over
+    Closed,
+};
+/// Palette of a text box.
+const QPalette& EditPalette(Entry entry);
 
 /// Palette of a label that shows a figure.
 QPalette FigurePalette();
 
 /// Palette of a button, which may be painted.
 QPalette ButtonPalette(Paint paint);
+
+/// Draws the mark of a control of which there is something to tell: a dot in its upper right corner.
+void DrawDot(QPainter& painter, const QRect& control);
+/// The same on the edit of a figure, which stands on the right: the upper left corner.
+void DrawCorner(QPainter& painter, const QRect& edit);
 
 /// Draws one thing of a layout.
 void Draw(QPainter& painter, const Layout::Drawn& drawn);

@@ -71,6 +71,14 @@ void WrappedLabel::paintEvent(QPaintEvent*)
                           QPalette::WindowText);
 }
 
+FigureLabel::FigureLabel(QWidget* parent) : QLabel(parent)
+{
+    setFrameShape(QFrame::StyledPanel);
+    setMargin(1);
+    setAutoFillBackground(true);
+    setPalette(look::FigurePalette());
+}
+
 void Group::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);

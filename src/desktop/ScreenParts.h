@@ -49,6 +49,12 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
+/// A label that shows an amount.
+class FigureLabel : public QLabel {
+public:
+    explicit FigureLabel(QWidget* parent);
+};
+
 /// A group of controls: its frame and title. What stands in it lies over it.
 class Group : public QGroupBox {
 public:

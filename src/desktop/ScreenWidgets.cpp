@@ -6,6 +6,7 @@
 #include "desktop/ScreenWindow.h"
 #include "desktop/TableView.h"
 #include "frame/KeyFilters.h"
+#include "review/BoxHelp.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
@@ -69,12 +70,19 @@ void SyncDropDown(QComboBox& list, const Box& box)
     list.setCurrentIndex(box.Selected());
 }
 
+look::Entry EntryOf(const BoxEdit& edit, const Box& box)
+{
+    if (box.ReadOnly() || !box.Enabled())
+        return look::Entry::Closed;
+    return edit.IsWorkedOut() ? look::Entry::WorkedOut : look::Entry::Typed;
+}
+
 void ShowText(BoxEdit& edit, const Box& box)
 {
     edit.Put(look::Text(box.Text()));
     edit.setReadOnly(box.ReadOnly());
     // Setting a palette is dear, even the same one.
-    const QPalette& palette = look::EditPalette(!box.ReadOnly() && box.Enabled() && !box.IsComputed());
+    const QPalette& palette = look::EditPalette(EntryOf(edit, box));
     if (edit.palette().color(QPalette::Active, QPalette::Base) != palette.color(QPalette::Active, QPalette::Base))
         edit.setPalette(palette);
 }
@@ -83,8 +91,6 @@ void ShowButton(QPushButton& button, const Box& box)
 {
     SetCaption(button, box);
     button.setPalette(look::ButtonPalette(box.PaintedIn()));
-    const bool isShown = box.PaintedIn() == Paint::Yellow;
-    button.setAccessibleDescription(isShown ? QStringLiteral("The page that is shown") : QString());
 }
 
 } // namespace
@@ -109,16 +115,12 @@ QWidget* ScreenWindow::MakeWidget(Box& box, const Layout::Placed& place, QWidget
     case BoxKind::Label:
         if (!screen.IsClickable(box)) {
             const bool wrapped = place.height > Zoomed(Layout::BoxHeight) * 3 / 2;
-            QLabel* label = wrapped ? new WrappedLabel(parent) : new QLabel(parent);
+            QLabel* label = box.IsAmount() ? new FigureLabel(parent)
+                            : wrapped      ? new WrappedLabel(parent)
+                                           : new QLabel(parent);
             const bool right = box.IsAmount() || (place.look && place.look->align == TextLook::Align::Right);
             label->setAlignment((right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
             label->setTextFormat(Qt::PlainText);
-            if (box.IsAmount()) {
-                label->setFrameShape(QFrame::StyledPanel);
-                label->setMargin(1);
-                label->setAutoFillBackground(true);
-                label->setPalette(look::FigurePalette());
-            }
             return label;
         }
         break;
@@ -133,6 +135,9 @@ QWidget* ScreenWindow::MakeEdit(Box& box, QWidget* parent)
     auto* edit = new BoxEdit(HoldsFigure(box) ? BoxEdit::Holds::Figure : BoxEdit::Holds::Text, parent);
     if (box.IsAmount())
         edit->setAlignment(Qt::AlignRight);
+    const review::BoxHelp* help = review::HelpOf(screen.Name(), box.Name());
+    if (box.IsComputed() || (help != nullptr && help->worksOut))
+        edit->SetWorkedOut();
     connect(edit, &QLineEdit::textEdited, this, [this, &box, edit] { Typed(box, *edit); });
     // Comes after that one, and with every change that was none of the keys.
     connect(edit, &QLineEdit::textChanged, this, [this, &box, edit] { PutIn(box, *edit); });
@@ -200,7 +205,7 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
         button->setAutoExclusive(false);
         break;
     case BoxKind::Picture: {
-        auto* picture = new QToolButton(parent);
+        auto* picture = new PictureButton(parent);
         picture->setIcon(look::Picture(box.Tip()));
         picture->setAutoRaise(true);
         picture->setFocusPolicy(Qt::StrongFocus);
@@ -208,7 +213,7 @@ QWidget* ScreenWindow::MakeButton(Box& box, QWidget* parent)
         break;
     }
     default: {
-        auto* push = new QPushButton(parent);
+        auto* push = new CaptionButton(parent);
         push->setAutoDefault(false);
         push->setFlat(false);
         if (!box.Key().empty())
@@ -262,6 +267,33 @@ void ScreenWindow::MarkCut(const Box& box, BoxEdit& edit) const
         edit.MarkEnd(cut(box));
 }
 
+/// What is said of a control behind its name: what it takes or that its page is shown.
+QString ScreenWindow::DescriptionOf(const Box& box) const
+{
+    if (const auto found = takes.find(&box); found != takes.end())
+        return found->second;
+    return box.PaintedIn() == Paint::Yellow ? QStringLiteral("The page that is shown") : QString();
+}
+
+/// Lets the tooltip, a mark and a screen reader say what there is to tell of a control beside what they always say.
+void ScreenWindow::ShowNote(const Box& box, QWidget& widget) const
+{
+    const QString note = notes ? look::Text(notes(box)) : QString();
+    const auto with = [&](QString words, const QString& between) {
+        return words.append(words.isEmpty() || note.isEmpty() ? QString() : between).append(note);
+    };
+    if (const QString tip = with(look::TipOf(box), QStringLiteral("\n")); widget.toolTip() != tip)
+        widget.setToolTip(tip);
+    if (const QString said = with(DescriptionOf(box), QStringLiteral("; ")); widget.accessibleDescription() != said)
+        widget.setAccessibleDescription(said);
+    if (auto* edit = dynamic_cast<BoxEdit*>(&widget))
+        edit->SetNoted(!note.isEmpty());
+    else if (auto* picture = dynamic_cast<PictureButton*>(&widget))
+        picture->SetNoted(!note.isEmpty());
+    else if (auto* button = dynamic_cast<CaptionButton*>(&widget))
+        button->SetNoted(!note.isEmpty());
+}
+
 void ScreenWindow::BoxChanged(const Box& box)
 {
     const auto found = widgets.find(&box);
@@ -272,8 +304,7 @@ void ScreenWindow::BoxChanged(const Box& box)
         return; // the tab strip shows and hides its pages
     widget->setEnabled(box.Enabled());
     widget->setVisible(box.Visible());
-    if (const QString tip = look::TipOf(box); widget->toolTip() != tip)
-        widget->setToolTip(tip);
+    ShowNote(box, *widget);
     switch (box.Kind()) {
     case BoxKind::Text:
         ShowText(*static_cast<BoxEdit*>(widget), box);

@@ -78,7 +78,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QWidget* parent, int percent)
         // What has neither is spoken by its caption, as that reads at the time.
         widget->setAccessibleName(look::Text(!place.spoken.empty() ? place.spoken : box.Spoken()));
         if (const review::BoxHelp* help = review::HelpOf(screen.Name(), box.Name()))
-            widget->setAccessibleDescription(look::Text(review::LineOf(*help)));
+            takes.emplace(&box, look::Text(review::LineOf(*help)));
         if (box.Kind() == BoxKind::DropDown)
             LabelUnseen(*widget);
         Adopt(box, *widget);

@@ -41,6 +41,8 @@ public:
     void SetHelp(std::function<void()> newHelp) { showHelp = std::move(newHelp); }
     /// Who says how many characters at the end of a box's text do not print: those are marked.
     void SetCut(std::function<std::size_t(const Box&)> newCut);
+    /// Who says what there is to tell of a control just now: that is marked, and stands in its tooltip.
+    void SetNotes(std::function<std::string(const Box&)> newNotes) { notes = std::move(newNotes); }
     void Zoom(int newPercent);
     /// Puts the focus in the first control that takes it.
     void FocusFirst();
@@ -83,6 +85,8 @@ private:
     void Typed(Box& box, BoxEdit& edit);
     void PutIn(Box& box, BoxEdit& edit);
     void MarkCut(const Box& box, BoxEdit& edit) const;
+    void ShowNote(const Box& box, QWidget& widget) const;
+    QString DescriptionOf(const Box& box) const;
     void BringInSight(QWidget& widget, Qt::FocusReason reason);
     void LeaveForOther(Box& box);
     void CompleteClick(QObject& pressed, const QMouseEvent& press);
@@ -105,6 +109,7 @@ private:
     Screen& screen;
     std::function<void()> showHelp;
     std::function<std::size_t(const Box&)> cut;
+    std::function<std::string(const Box&)> notes;
     int percent;
     Layout layout; ///< at so many percent
     Growth growth;
@@ -121,6 +126,8 @@ private:
     std::vector<DrawnSection> sections;
     std::unordered_map<const Box*, QWidget*> widgets;
     std::unordered_map<const QObject*, Box*> boxes;
+    std::unordered_map<const Box*, QString>
+        takes;                    ///< of each control that takes typing, what a screen reader says of it
     QWidget* lastField = nullptr; ///< in which the user was last
     ListHands listHands;
     bool letGoMeanwhile = false; ///< the mouse button, while the box that was in use was left

@@ -3,7 +3,7 @@
 namespace quillmere {
 
 /// Tells a screen reader rightly what those widgets are that the toolkit takes for something else: a screen's window,
-/// and ticks and options, whose marks are their boxes' to change.
+/// ticks and options, whose marks are their boxes' to change, and figures, whose padding is not spoken.
 void TellRoles();
 
 } // namespace quillmere

@@ -101,7 +101,7 @@ public:
         if (role != Qt::DisplayRole && role != Qt::ToolTipRole && role != Qt::AccessibleTextRole)
             return {};
         const QString text = look::Text(Cell(entries[static_cast<std::size_t>(index.row())], index.column()));
-        return role == Qt::AccessibleTextRole ? caption.text + QLatin1Char(' ') + text : text;
+        return role == Qt::AccessibleTextRole ? caption.text + QLatin1Char(' ') + text.trimmed() : text;
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override
     {

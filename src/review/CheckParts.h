@@ -5,6 +5,7 @@
 #include "frame/Text.h"
 #include "review/Checks.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -47,6 +48,12 @@ Spots CarTypedOver(const FormFacts& form);
 
 // Of what calculators have handed over.
 Spots CalculatorDiffers(const FormFacts& form);
+
+/// What the lines of a column add up to; nothing if no line has an amount.
+std::optional<Amount> SumOf(const ListFacts::Column& column);
+/// What a calculator, by the name of its screen, hands over to the form: its figures one after the other, empty if
+/// there are none.
+std::string FiguresOf(const CalculatorFacts& facts, std::string_view calculator);
 
 /// What stands in a box, and what its rule makes of the others.
 std::string ShownAndWorkedOut(Amount shown, Amount workedOut);

@@ -1,5 +1,6 @@
 #include "review/Checks.h"
 
+#include <fmt/format.h>
 #include <utility>
 
 namespace quillmere::review {
@@ -24,6 +25,20 @@ void Run(std::span<const CheckRow<Looked>> checks, std::string_view employee, co
 void CheckEmployee(std::string_view employee, const FormFacts& form, FindingList& findings)
 {
     Run(EmployeeChecks(), employee, form, findings);
+}
+
+std::vector<TypedOverFigure> FiguresTypedOver(const FormFacts& form)
+{
+    std::vector<TypedOverFigure> figures;
+    for (const auto& [check, find] : EmployeeChecks()) {
+        if (!check.typedOver)
+            continue;
+        for (Spot& spot : find(form)) {
+            std::string words = fmt::format("{}{}{}", check.words, spot.detail.empty() ? "" : ": ", spot.detail);
+            figures.push_back({.spot = std::move(spot), .words = std::move(words)});
+        }
+    }
+    return figures;
 }
 
 void CheckPaper(std::string_view employee, const PaperFacts& facts, FindingList& findings)

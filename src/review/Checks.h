@@ -38,6 +38,7 @@ struct Check {
     Severity severity;
     std::string_view words;
     std::string_view source; ///< who says so
+    bool typedOver = false;  ///< a box reads something else than what was worked out for it
 };
 
 /// A check with its look at the facts.
@@ -102,6 +103,12 @@ using FindingList = std::deque<Finding>;
 
 /// All findings on one employee's form.
 void CheckEmployee(std::string_view employee, const FormFacts& form, FindingList& findings);
+/// Where a figure has been typed over one that was worked out, with the words about it.
+struct TypedOverFigure {
+    Spot spot;
+    std::string words;
+};
+std::vector<TypedOverFigure> FiguresTypedOver(const FormFacts& form);
 /// All findings on how an employee's form prints.
 void CheckPaper(std::string_view employee, const PaperFacts& facts, FindingList& findings);
 /// All findings that an employer's forms and declaration show together.

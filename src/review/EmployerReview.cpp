@@ -1,5 +1,7 @@
 #include "review/EmployerReview.h"
 
+#include "review/EmployeeForm.h"
+
 #include <fmt/format.h>
 #include <limits>
 
@@ -72,18 +74,9 @@ void EmployerReview::LookAtAll(Database& database)
 FindingList CheckEmployeeOf(Database& database, std::string_view employer, std::string_view employee,
                             const Paper& paper)
 {
-    FormFacts form;
-    std::vector<Recordset> held; // what the facts are views of
-    for (const FactsRecord& record : RecordsOf(form)) {
-        Recordset& records = held.emplace_back(database.OpenRecordset(record.table));
-        records.Index("IndKey");
-        records.Seek(employer, employee);
-        if (!records.NoMatch())
-            for (const FactsRecord::Field& field : record.fields)
-                *field.text = records.Field(field.name);
-    }
+    const EmployeeForm form(database, employer, employee);
     FindingList findings;
-    CheckForm(employee, form, paper, findings);
+    CheckForm(employee, form.Facts(), paper, findings);
     return findings;
 }
 

@@ -10,6 +10,15 @@
 
 namespace quillmere::review {
 
+std::optional<Amount> SumOf(const ListFacts::Column& column)
+{
+    std::optional<Amount> sum;
+    for (const std::string_view text : column)
+        if (Filled(text))
+            sum = sum.value_or(Amount()) + ReadAmount(text);
+    return sum;
+}
+
 namespace {
 
 /// A spot for every line of the form that `trips` says so of, at the box that `at` names.
@@ -91,16 +100,6 @@ Spots BadNationalInsurance(const FormFacts& form)
 }
 
 // ---- lists --------------------------------------------------------------------------------------
-
-/// What the lines of a column add up to; nothing if no line has an amount.
-std::optional<Amount> SumOf(const ListFacts::Column& column)
-{
-    std::optional<Amount> sum;
-    for (const std::string_view text : column)
-        if (Filled(text))
-            sum = sum.value_or(Amount()) + ReadAmount(text);
-    return sum;
-}
 
 /// The letter of the form that a schedule stands behind: the first of its table's name.
 std::string_view SectionOf(const NotepadMember& notepad)
@@ -205,10 +204,10 @@ constexpr auto ChecksOfEmployee = std::to_array<EmployeeCheck>({
     {{"SE2", Fault, "The cash equivalent is empty though a cost is filled in", CommonMistakes}, NoCashEquivalent},
     {{"SE3", Oddity, "A description without an amount", Contradiction}, NoAmount},
     {{"SE4", Oddity, "More was made good than it cost", Contradiction}, MadeGoodAboveCost},
-    {{"SE5", Oddity, "The figure is not cost less what was made good", Contradiction}, TypedOver},
-    {{"SE6", Oddity, "The form and the list behind it differ", Contradiction}, ListDiffers},
+    {{"SE5", Oddity, "The figure is not cost less what was made good", Contradiction, true}, TypedOver},
+    {{"SE6", Oddity, "The form and the list behind it differ", Contradiction, true}, ListDiffers},
     {{"SE7", Oddity, "The description names an attached list, and there is none", Contradiction}, NothingAttached},
-    {{"SE8", Oddity, "The form and the calculator behind it differ", Contradiction}, CalculatorDiffers},
+    {{"SE8", Oddity, "The form and the calculator behind it differ", Contradiction, true}, CalculatorDiffers},
     {{"CA1", Fault, "A car without a list price", QualityStandard}, NoListPrice},
     {{"CA2", Fault, "A total for car fuel (box 10) without one for cars (box 9)", QualityStandard}, FuelWithoutCar},
     {{"CA3", Fault, "A car without a cash equivalent", CommonMistakes}, CarNotWorkedOut},
@@ -223,7 +222,7 @@ constexpr auto ChecksOfEmployee = std::to_array<EmployeeCheck>({
     {{"CA12", Oddity, "The dates are the whole tax year: leave them empty if the car came before or goes on",
       CommonMistakes},
      WholeYear},
-    {{"CA13", Oddity, "The car's figure is not the one worked out of its boxes", Contradiction}, CarTypedOver},
+    {{"CA13", Oddity, "The car's figure is not the one worked out of its boxes", Contradiction, true}, CarTypedOver},
     {{"VA1", Oddity, "A charge for van fuel without one for vans", Contradiction}, FuelWithoutVan},
     {{"LO1", Fault, "A loan without a cash equivalent (box 15)", QualityStandard}, LoanWithoutCashEquivalent},
     {{"LO2", Fault, "A loan that ends before it was made", Contradiction}, LoanEndsBeforeItBegins},

@@ -159,14 +159,14 @@ void AddTotals(Fields& fields, ListFacts& list)
     Add(fields, list.notepad->describedField, list.described);
 }
 
-FactsRecord RecordOf(ListFacts& list)
+FactsRecord RecordOf(ListFacts& list, Descriptions read)
 {
     const NotepadMember& notepad = *list.notepad;
     FactsRecord record{.table = notepad.name, .fields = {}};
     for (std::size_t column = 0; column < list.amounts.size(); ++column)
         if (!notepad.totalFields.at(column).empty())
             AddColumn(record.fields, notepad.columns.at(column + 1).field, list.amounts[column]);
-    if (!notepad.describedField.empty())
+    if (!notepad.describedField.empty() || read == Descriptions::OfEveryList)
         AddColumn(record.fields, notepad.columns.front().field, list.descriptions);
     return record;
 }
@@ -218,7 +218,7 @@ FormFacts::FormFacts() : boxed(BoxedTexts().texts.size())
         onReturn.resize(onReturn.size() + section.amounts.size());
 }
 
-std::vector<FactsRecord> RecordsOf(FormFacts& facts)
+std::vector<FactsRecord> RecordsOf(FormFacts& facts, Descriptions read)
 {
     FactsRecord form{.table = "P11D", .fields = {}}, extraCars{.table = "ExtraCars", .fields = {}};
     AddPage(form.fields, facts);
@@ -230,7 +230,7 @@ std::vector<FactsRecord> RecordsOf(FormFacts& facts)
     }
     std::vector<FactsRecord> records{std::move(form), std::move(extraCars)};
     for (ListFacts& list : facts.lists)
-        records.push_back(RecordOf(list));
+        records.push_back(RecordOf(list, read));
     for (const CalculatorRow& row : OfCalculators) {
         if (records.back().table != row.table)
             records.push_back({.table = row.table, .fields = {}});

@@ -110,7 +110,13 @@ struct FactsRecord {
     std::vector<Field> fields;
 };
 
+/// Which lists are read with their descriptions.
+enum class Descriptions {
+    OfCheckedLists, ///< those that the form speaks of, which checks look at
+    OfEveryList,
+};
+
 /// All records of one employee, the form first. The facts must stay where they are.
-std::vector<FactsRecord> RecordsOf(FormFacts& facts);
+std::vector<FactsRecord> RecordsOf(FormFacts& facts, Descriptions read = Descriptions::OfCheckedLists);
 
 } // namespace quillmere::review

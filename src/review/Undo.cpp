@@ -7,6 +7,7 @@
 #include "frame/BusyPointer.h"
 #include "frame/CloseAll.h"
 #include "frame/Text.h"
+#include "review/BoxNotes.h"
 #include "review/FieldWords.h"
 #include "screens/Form3.h"
 
@@ -79,8 +80,12 @@ void ShowAgain(Session& session)
         Database database = Database::OpenDatabase(session.ClientDatabasePath());
         isThere = EmployeeExists(database, session.CurrentEmployer, session.CurrentEmployee);
     }
-    if (isThere)
-        return EmployeeRecord(session).StoreAndShowAgain(UndoTitle);
+    if (isThere) {
+        EmployeeRecord(session).StoreAndShowAgain(UndoTitle);
+        if (BoxNotes* notes = NotesOf(session))
+            notes->LookAgain();
+        return;
+    }
     EmployeeRecord(session).DropChanges();
     UnloadAllScreens(session);
 }

@@ -82,20 +82,20 @@ std::optional<std::string> OfRelocation(const CalculatorFacts& facts)
 
 /// A box of the form that a calculator fills.
 struct CalculatedRow {
-    std::string_view section, screen, box;
+    std::string_view section, screen, box, calculator;
     std::string_view (*shown)(const FormFacts&);
     std::optional<std::string> (*workedOut)(const CalculatorFacts&); ///< nothing where there is none
 };
 constexpr auto Calculated = std::to_array<CalculatedRow>({
-    {"D", Page1, "DCashEqu", [](const FormFacts& form) { return form.accommodation; }, OfAccommodation},
-    {"E", Page1, "ETaxAmount", [](const FormFacts& form) { return form.mileageTax; }, OfMileage},
-    {"G", Page2, "GVan", [](const FormFacts& form) { return form.van; }, OfVans},
-    {"G", Page2, "GVanFuel", [](const FormFacts& form) { return form.vanFuel; }, OfVanFuel},
-    {"H", Page2, "HLoanCashEqu1", [](const FormFacts& form) { return form.loans[0].cash; },
+    {"D", Page1, "DCashEqu", "DNotepad", [](const FormFacts& form) { return form.accommodation; }, OfAccommodation},
+    {"E", Page1, "ETaxAmount", "ENotepad", [](const FormFacts& form) { return form.mileageTax; }, OfMileage},
+    {"G", Page2, "GVan", "GNotepad", [](const FormFacts& form) { return form.van; }, OfVans},
+    {"G", Page2, "GVanFuel", "GNotepad", [](const FormFacts& form) { return form.vanFuel; }, OfVanFuel},
+    {"H", Page2, "HLoanCashEqu1", "HNotepad", [](const FormFacts& form) { return form.loans[0].cash; },
      [](const CalculatorFacts& facts) { return OfLoans(facts, "HLoanCashEqu1"); }},
-    {"H", Page2, "HLoanCashEqu2", [](const FormFacts& form) { return form.loans[1].cash; },
+    {"H", Page2, "HLoanCashEqu2", "HNotepad", [](const FormFacts& form) { return form.loans[1].cash; },
      [](const CalculatorFacts& facts) { return OfLoans(facts, "HLoanCashEqu2"); }},
-    {"J", Page2, "JRelocation", [](const FormFacts& form) { return form.relocation; }, OfRelocation},
+    {"J", Page2, "JRelocation", "JNotepad", [](const FormFacts& form) { return form.relocation; }, OfRelocation},
 });
 
 } // namespace
@@ -103,6 +103,15 @@ constexpr auto Calculated = std::to_array<CalculatedRow>({
 std::string ShownAndWorkedOut(Amount shown, Amount workedOut)
 {
     return fmt::format("{} on the form, {} worked out", Money(shown), Money(workedOut));
+}
+
+std::string FiguresOf(const CalculatorFacts& facts, std::string_view calculator)
+{
+    std::string figures;
+    for (const CalculatedRow& row : Calculated)
+        if (const auto text = row.workedOut(facts); row.calculator == calculator && text && Filled(*text))
+            figures.append(figures.empty() ? "" : ", ").append(Trim(*text));
+    return figures;
 }
 
 Spots CalculatorDiffers(const FormFacts& form)

@@ -7,11 +7,7 @@ namespace quillmere {
 
 namespace {
 
-/// From which screen, by which of its controls, another one is reached.
-struct WayRow {
-    std::string_view to, from, by;
-};
-constexpr auto Ways = std::to_array<WayRow>({
+constexpr auto Ways = std::to_array<Way>({
     {"Form3", "Side2Form1", "Page1"},
     {"Side2Form1", "Form3", "Page2"},
     {"Form3_4", "Form3", "Label65"},
@@ -44,11 +40,16 @@ constexpr auto Ways = std::to_array<WayRow>({
 
 } // namespace
 
+std::span<const Way> AllWays()
+{
+    return Ways;
+}
+
 Screen* Reach(Screens& screens, std::string_view screen)
 {
     if (screens.IsShown(screen))
         return screens.Find(screen);
-    const auto* const way = std::ranges::find(Ways, screen, &WayRow::to);
+    const auto* const way = std::ranges::find(Ways, screen, &Way::to);
     if (way == Ways.end())
         return nullptr;
     // What is reached from page 1 is reached from page 2 by way of it.
@@ -63,7 +64,7 @@ std::vector<std::string_view> ReachedScreens()
 {
     std::vector<std::string_view> names;
     names.reserve(std::size(Ways));
-    for (const WayRow& way : Ways)
+    for (const Way& way : Ways)
         names.push_back(way.to);
     return names;
 }

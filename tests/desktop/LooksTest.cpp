@@ -1,10 +1,13 @@
 // What the user sees: our own colours on any desktop, every word readable and whole, and what counts in sight on a
 // small screen.
 #include "EveryScreen.h"
+#include "desktop/BoxWidgets.h"
 #include "desktop/DesktopPlatform.h"
 #include "desktop/Look.h"
+#include "desktop/ScreenWindow.h"
 #include "desktop/layouts/Layout.h"
 #include "frame/Text.h"
+#include "review/BoxHelp.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -36,6 +39,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <map>
 #include <set>
 
@@ -164,8 +168,10 @@ TEST(Colours, AreAllSaidAndReadable)
                     << "text " << text << " on " << ground << ", group " << group;
         }
         const look::Tones& tones = look::TonesOf(shade);
-        for (const QColor& ground : {tones.ground, tones.panel, tones.sheet, tones.computed})
+        for (const QColor& ground : {tones.ground, tones.panel, tones.sheet, tones.workedOut, tones.computed})
             EXPECT_GE(Contrast(tones.ink, ground), Readable);
+        for (const QColor& ground : {tones.panel, tones.sheet, tones.workedOut, tones.computed, tones.ground})
+            EXPECT_GE(Contrast(tones.mark, ground), Outlined);
         EXPECT_GE(Contrast(tones.deskInk, tones.desk), Readable);
         EXPECT_GE(Contrast(tones.letterInk, tones.letter), Readable);
     }
@@ -299,6 +305,80 @@ TEST_P(ScreenLooks, EveryTickAndOptionStandsOutOnADarkDesktop)
 {
     const InShade dressed(look::Shade::Dark);
     ExpectMarksToStandOut();
+}
+
+/// How far two colours lie apart to the eye, roughly: of 255 in the channel that differs most.
+int Apart(const QColor& one, const QColor& other)
+{
+    return std::max({std::abs(one.red() - other.red()), std::abs(one.green() - other.green()),
+                     std::abs(one.blue() - other.blue())});
+}
+
+TEST_P(ScreenLooks, TellsBoxesToFillInFromThoseThatAreWorkedOutAndThoseThatAreClosed)
+{
+    for (const look::Shade shade : Shades) {
+        const InShade dressed(shade);
+        ASSERT_NO_FATAL_FAILURE(Open());
+        const look::Tones& tones = look::TonesOf(shade);
+        for (const auto& box : screen->Boxes()) {
+            const auto* edit = dynamic_cast<const BoxEdit*>(WidgetOf(*box));
+            if (edit == nullptr || !edit->isVisible())
+                continue;
+            const review::BoxHelp* help = review::HelpOf(screen->Name(), box->Name());
+            const bool closed = box->ReadOnly() || !box->Enabled();
+            const bool result = box->IsComputed() || (help != nullptr && help->worksOut);
+            const QColor ground = edit->palette().color(QPalette::Active, QPalette::Base);
+            const QColor expected = closed ? tones.computed : result ? tones.workedOut : tones.sheet;
+            EXPECT_EQ(ground, expected) << box->FullName() << dressed;
+        }
+        constexpr int ToBeSeen = 12;
+        EXPECT_GE(Apart(tones.workedOut, tones.sheet), ToBeSeen);
+        EXPECT_GE(Apart(tones.workedOut, tones.computed), ToBeSeen);
+        EXPECT_GE(Apart(tones.sheet, tones.computed), ToBeSeen);
+        running.program.TheSession().screens.Unload(GetParam());
+    }
+}
+
+/// A widget's picture with a note on its control and without one differ, at every zoom, and the words stay readable.
+TEST_P(ScreenLooks, MarksWhatThereIsSomethingToTellOf)
+{
+    for (const look::Shade shade : Shades) {
+        const InShade dressed(shade);
+        ASSERT_NO_FATAL_FAILURE(Open());
+        auto* shown = dynamic_cast<ScreenWindow*>(window);
+        if (shown == nullptr)
+            return;
+        Fill();
+        std::string note;
+        shown->SetNotes([&](const Box&) { return note; });
+        for (const int percent : {80, 100, 200}) {
+            running.host.Zoom(percent);
+            ShowWhole();
+            for (const auto& box : screen->Boxes()) {
+                QWidget* widget = WidgetOf(*box);
+                const bool marks = dynamic_cast<const BoxEdit*>(widget) != nullptr ||
+                                   dynamic_cast<const PictureButton*>(widget) != nullptr;
+                if (!marks || !widget->isVisible())
+                    continue;
+                note.clear();
+                shown->BoxChanged(*box);
+                const QImage before = widget->grab().toImage();
+                const QString tip = widget->toolTip();
+                note = "3 lines, total 300.00";
+                shown->BoxChanged(*box);
+                const QImage after = widget->grab().toImage();
+                EXPECT_NE(before, after) << box->FullName();
+                EXPECT_TRUE(widget->toolTip().startsWith(tip)) << box->FullName();
+                EXPECT_TRUE(widget->toolTip().endsWith("3 lines, total 300.00")) << box->FullName();
+                if (!Trim(box->Text()).empty() && box->Kind() == BoxKind::Text) {
+                    EXPECT_GE(ContrastIn(after, after.rect().adjusted(4, 4, -4, -4)), Readable) << box->FullName();
+                }
+                break; // one of a screen and zoom: all are of these two kinds
+            }
+        }
+        running.host.Zoom(100);
+        running.program.TheSession().screens.Unload(GetParam());
+    }
 }
 
 TEST_P(ScreenLooks, KeepsButtonsAndTotalsInSightOnASmallScreen)

@@ -1,12 +1,18 @@
 // What a screen reader is told of every screen: sections as groups with names, of each box what it takes, and which
 // page is shown.
 #include "EveryScreen.h"
+#include "desktop/BoxWidgets.h"
 #include "desktop/Look.h"
 #include "desktop/layouts/Layout.h"
 #include "review/BoxHelp.h"
 
 #include <QAccessible>
+#include <QLineEdit>
+#include <QStringList>
 #include <gtest/gtest.h>
+
+#include <tuple>
+#include <utility>
 
 namespace quillmere {
 namespace {
@@ -36,6 +42,71 @@ TEST_P(Spoken, OfEveryBoxSaysWhereItIsAndWhatItTakes)
         EXPECT_EQ(said, review::LineOf(*help)) << box->FullName();
         EXPECT_NE(said.find(help->takes), std::string::npos) << box->FullName();
     }
+}
+
+/// All that is spoken of a control itself.
+QStringList SpokenOf(QAccessibleInterface& control)
+{
+    QStringList said{control.text(QAccessible::Name), control.text(QAccessible::Value),
+                     control.text(QAccessible::Description)};
+    if (QAccessibleTextInterface* text = control.textInterface())
+        said << text->text(0, text->characterCount());
+    if (QAccessibleTableInterface* table = control.tableInterface())
+        for (int row = 0; row < table->rowCount(); ++row)
+            for (int column = 0; column < table->columnCount(); ++column)
+                said << table->cellAt(row, column)->text(QAccessible::Name);
+    return said;
+}
+
+TEST_P(Spoken, SaysNoFigureWithItsPadding)
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    for (const auto& box : screen->Boxes()) {
+        if (WidgetOf(*box) == nullptr)
+            continue;
+        const auto* edit = dynamic_cast<const BoxEdit*>(WidgetOf(*box));
+        if (box->IsAmount() || (edit != nullptr && edit->HoldsFigure()))
+            box->SetText("    500.00");
+        else if (box->Kind() == BoxKind::Table)
+            box->SetEntries({"    500.00\t    500.00\t    500.00"});
+        else
+            continue;
+        QAccessibleInterface& control = InterfaceOf(*box);
+        const QStringList said = SpokenOf(control);
+        EXPECT_TRUE(said.join('|').contains("500.00")) << box->FullName();
+        for (const QString& text : said)
+            EXPECT_FALSE(text.contains("  500.00")) << box->FullName() << " says " << text.toStdString();
+    }
+}
+
+TEST(SpokenFigures, HaveTheirPlacesWithoutThePadding)
+{
+    RunningProgram running;
+    Screen& page = *running.Show("Form3");
+    running.host.WindowOf(page)->window()->activateWindow();
+    Box& box = page.box("ACostMarketBox");
+    auto& edit = dynamic_cast<QLineEdit&>(*running.host.WidgetOf(page, box));
+    QCoreApplication::processEvents();
+    box.SetText("    500.00");
+    edit.setFocus(Qt::TabFocusReason); // which chooses the figure
+    QAccessibleInterface& control = *QAccessible::queryAccessibleInterface(&edit);
+    QAccessibleTextInterface& text = *control.textInterface();
+    EXPECT_EQ(control.role(), QAccessible::EditableText);
+    EXPECT_EQ(text.characterCount(), 6);
+    EXPECT_EQ(text.text(1, 3), "00");
+    int start = -1, end = -1;
+    text.selection(0, &start, &end);
+    EXPECT_EQ(std::pair(start, end), std::pair(0, 6));
+    EXPECT_EQ(text.cursorPosition(), 6);
+    text.setCursorPosition(2);
+    EXPECT_EQ(edit.cursorPosition(), 6);
+    text.setSelection(0, 0, 3);
+    EXPECT_EQ(edit.selectedText(), "500");
+    for (int place = 0; place < 6; ++place)
+        EXPECT_EQ(text.offsetAtPoint(text.characterRect(place).center() - QPoint(1, 0)), place);
+    EXPECT_FALSE(control.state().readOnly);
+    EXPECT_TRUE(control.state().editable);
+    EXPECT_TRUE(control.state().focused);
 }
 
 TEST_P(Spoken, PutsTheBoxesOfASectionIntoAGroupWithItsName)

@@ -1,7 +1,9 @@
 #include "Stage.h"
 #include "StepFamilies.h"
+#include "desktop/BoxWidgets.h"
 #include "desktop/DesktopHost.h"
 #include "frame/Text.h"
+#include "review/BoxNotes.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -128,12 +130,33 @@ void ExpectTip(Stage& stage, const Step& step)
     const Control control = stage.Find(step.words[0]);
     const std::string& held = control.box->Tip();
     if (control.widget != nullptr) {
-        const std::string tip = control.widget->toolTip().toStdString();
+        const std::string whole = control.widget->toolTip().toStdString();
+        const std::string tip = whole.substr(0, whole.find('\n')); // a note stands below it
         // Beside the tip it may say the letter that presses the control.
         if (tip != held && tip != held + " (Alt+" + control.box->Letter() + ")")
             throw StepFailure("expected the window to show the tip " + Shown(held) + ", found " + Shown(tip));
     }
     RequireSame(held, stage.Text(step.words[1]));
+}
+
+/// What there is to tell of the control just now: its tooltip and a screen reader say it last, and it is marked.
+void ExpectNote(Stage& stage, const Step& step)
+{
+    const Control control = stage.Find(step.words[0]);
+    const std::string note = review::NotesOf(stage.Running())->Of(*control.screen, *control.box);
+    if (control.widget != nullptr) {
+        const auto* edit = dynamic_cast<const BoxEdit*>(control.widget);
+        const auto* picture = dynamic_cast<const PictureButton*>(control.widget);
+        const auto* button = dynamic_cast<const CaptionButton*>(control.widget);
+        const bool marked = (edit != nullptr && edit->IsNoted()) || (picture != nullptr && picture->IsNoted()) ||
+                            (button != nullptr && button->IsNoted());
+        if (marked != !note.empty())
+            throw StepFailure(std::string("expected the window to show ") + (note.empty() ? "no mark" : "a mark"));
+        for (const QString& said : {control.widget->toolTip(), control.widget->accessibleDescription()})
+            if (!note.empty() && !said.endsWith(QString::fromStdString(note)))
+                throw StepFailure("expected the window to say " + Shown(note) + ", found " + Shown(said.toStdString()));
+    }
+    RequireSame(note, stage.Text(step.words[1]));
 }
 
 void ExpectColour(Stage& stage, const Step& step)
@@ -373,6 +396,7 @@ std::vector<StepRow> ExpectationSteps()
          .optional = 1,
          .repeats = true},
         {"expect-tip", {Control, Text}, ExpectTip, LooksOn},
+        {"expect-note", {Control, Text}, ExpectNote, LooksOn},
         {"expect-colour", {Control, Choice}, ExpectColour, LooksOn, {"yellow", "plain"}},
         {"expect-message", {Text, Text}, ExpectMessage<Match::Whole>, LooksOn},
         {"expect-message-like", {Text, Text}, ExpectMessage<Match::Piece>, LooksOn},

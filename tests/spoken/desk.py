@@ -113,7 +113,7 @@ class Desk:
         self.focus(name)
         self.key("<Ctrl>a")
         Atspi.generate_keyboard_event(0, text, Atspi.KeySynthType.STRING)
-        wait_for(f"{text!r} in {name!r}", lambda: self.text(name).strip() == text)
+        wait_for(f"{text!r} in {name!r}", lambda: self.text(name) == text)
 
     def put(self, name, text):
         """Puts a text into a box from outside, as a program does that takes dictation."""
@@ -124,7 +124,13 @@ class Desk:
         return Atspi.Text.get_text(box, 0, Atspi.Text.get_character_count(box))
 
     def reads(self, name, text):
-        wait_for(f"{text!r} in {name!r}, not {self.text(name)!r}", lambda: self.text(name).strip() == text)
+        wait_for(f"{text!r} in {name!r}, not {self.text(name)!r}", lambda: self.text(name) == text)
+
+    def tells(self, role, name, note):
+        """What there is to tell of a control just now comes last in its description."""
+        control = self.find(role, name)
+        wait_for(f"{note!r} of {name!r}, not {control.get_description()!r}",
+                 lambda: control.get_description().endswith(note))
 
     def key(self, keys):
         """Keys by their names, as "<Ctrl>a" or "F9"."""

@@ -73,6 +73,18 @@ def look_at_dictation(desk):
     desk.reads("A, cash equivalent, box 13", "10.50")
 
 
+def look_at_notes(desk):
+    """A picture says how much stands behind it."""
+    picture = "Assets transferred: list of items"
+    desk.press("push button", picture)
+    desk.window("Assets transferred")
+    desk.type("Description, line 1", "Computer")
+    desk.type("Cost/Market Val, line 1", "200")
+    desk.press("push button", "OK")
+    desk.gone("Assets transferred")
+    desk.tells("push button", picture, "1 line, total 200.00")
+
+
 def job(desk):
     desk.press("menu item", "New")
     desk.window("New File Options")
@@ -98,6 +110,7 @@ def job(desk):
     look_at_dictation(desk)
     look_at_windows_beside(desk)
     look_at_the_check(desk)
+    look_at_notes(desk)
 
     desk.press("menu item", "Print ")
     preview = desk.window("Print Preview")
