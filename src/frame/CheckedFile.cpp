@@ -341,11 +341,31 @@ void CopyFileChecked(const std::filesystem::path& source, const std::filesystem:
     replacement.TakePlace(check);
 }
 
+struct FileInMaking::Parts {
+    Replacement replacement;
+};
+
+FileInMaking::FileInMaking(const std::filesystem::path& file) : parts(new Parts{Replacement(file)})
+{
+}
+
+FileInMaking::~FileInMaking() = default;
+
+const std::filesystem::path& FileInMaking::Path() const
+{
+    return parts->replacement.Temporary();
+}
+
+void FileInMaking::TakePlace(const FileCheck& check)
+{
+    parts->replacement.TakePlace(check);
+}
+
 void MakeFileChecked(const std::filesystem::path& file, const FileFill& fill, const FileCheck& check)
 {
-    Replacement replacement(file);
-    fill(replacement.Temporary());
-    replacement.TakePlace(check);
+    FileInMaking making(file);
+    fill(making.Path());
+    making.TakePlace(check);
 }
 
 std::string ReadFile(const std::filesystem::path& file)

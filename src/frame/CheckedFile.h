@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -60,6 +61,24 @@ using FileFill = std::function<void(const std::filesystem::path& empty)>;
 
 /// Makes a whole file in the same way out of what is filled in. Throws FileError, and what the two throw.
 void MakeFileChecked(const std::filesystem::path& file, const FileFill& fill, const FileCheck& check = {});
+
+/// The same for a file that is filled in piece by piece: it vanishes if it is dropped before it takes its place.
+class FileInMaking {
+public:
+    /// Throws FileError.
+    explicit FileInMaking(const std::filesystem::path& file);
+    FileInMaking(const FileInMaking&) = delete;
+    FileInMaking& operator=(const FileInMaking&) = delete;
+    ~FileInMaking();
+
+    const std::filesystem::path& Path() const;
+    /// Throws FileError, and what the check throws.
+    void TakePlace(const FileCheck& check = {});
+
+private:
+    struct Parts;
+    std::unique_ptr<Parts> parts;
+};
 
 /// What killed processes have left in a folder of files that they were about to write in this way, an hour ago or more.
 std::vector<std::filesystem::path> ForgottenTemporaries(const std::filesystem::path& folder);

@@ -79,6 +79,8 @@ PrivateServer::PrivateServer(Sync keep) : sync(keep)
                                        folder / "words"));
     if (made != 0)
         throw std::runtime_error("initdb failed: " + Content(folder / "words"));
+    // Everybody is trusted but for one role.
+    Store(folder / "data/pg_hba.conf", "local all locked scram-sha-256\n" + Content(folder / "data/pg_hba.conf"));
     Start();
 }
 

@@ -24,6 +24,9 @@ public:
     /// What a service file says of a schema here.
     ServerService Service(const std::filesystem::path& file, const std::string& schema) const;
 
+    /// The folder of its socket, by which it is reached as the user "quillmere" in the database "postgres".
+    const std::filesystem::path& Socket() const { return folder.path; }
+
     void Start();
     /// Ends the server at once, as if its machine had lost its power, but that the disk has what was written.
     void Kill();

@@ -26,6 +26,7 @@ protected:
         file = folder / "clients";
         service = SharedServer().Service(file, fmt::format("server{}", ++schemas));
         CreateServerTables(service);
+        CloseIdleServerLinks(); // so that the next opening looks at the tables
         WriteService(service);
     }
 
@@ -295,7 +296,16 @@ TEST_F(Server, ACopyIsAFileThatHoldsTheSame)
     EXPECT_FALSE(FormMarks(copied).Of("Acme", "Jane Smith 1").at(FormMark::Printed).isOutdated);
     EXPECT_TRUE(History(copied).Undo(newest[0].number).empty());
     EXPECT_EQ(Reads(copied, "Jane Smith 1"), "");
-    EXPECT_THROW(PutBackDatabase(copy, file), StoreError);
+    Set(copied, "Jane Smith 2", "in the copy");
+    Set(database, "Jane Smith 2", "on the server");
+    CreateEmployee(database, {"Acme", "Joe", "Miller", ""});
+    PutBackDatabase(copy, file);
+    EXPECT_EQ(Reads(database, "Jane Smith 2"), "in the copy");
+    EXPECT_EQ(Reads(database, "Joe Miller"), "nobody");
+    EXPECT_EQ(LookAtDatabase(copy), LookAtDatabase(file));
+    Database next = Open();
+    CreateEmployee(next, {"Acme", "Joe", "Miller", ""});
+    EXPECT_EQ(History(next).Operations({}, 1)[0].who, "anna@desk") << "its numbers go on behind those there are";
 }
 
 // ---- words ----------------------------------------------------------------------------------------

@@ -64,6 +64,8 @@ struct Database::Connection {
     virtual HistoryState LookAtHistory() = 0;
     /// What made a table that stands beside those of the layouts; empty for none.
     virtual std::string TableWords(std::string_view table) = 0;
+    /// Records that were added with numbers of their own: the next one gets a number behind theirs.
+    virtual void CountOn(std::string_view /*table*/, std::string_view /*number*/) {}
 
     /// Throws StoreError unless the connection is open.
     void RequireOpen() const;

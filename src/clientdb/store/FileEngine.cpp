@@ -130,6 +130,13 @@ std::int64_t FileConnection::Pragma(const std::string& text)
     return run.Step() ? run.Number(0) : 0;
 }
 
+void FileConnection::BeginFilling()
+{
+    Pragma("PRAGMA journal_mode=MEMORY");
+    Pragma("PRAGMA synchronous=OFF");
+    Execute("BEGIN");
+}
+
 std::string_view FileConnection::ReadListWords() const
 {
     // A cross join is never turned round, so the rows come in the order of the list.

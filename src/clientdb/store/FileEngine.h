@@ -69,6 +69,9 @@ struct FileConnection final : Database::Connection {
     HistoryState LookAtHistory() override;
     std::string TableWords(std::string_view table) override;
 
+    /// Begins the transaction that fills a new file. One that vanishes if anything fails has nothing to go back to, and
+    /// is synced once, when it is complete.
+    void BeginFilling();
     /// Runs a statement once, which is not kept: the number that it gives.
     std::int64_t Pragma(const std::string& text);
 

@@ -79,9 +79,9 @@ DatabaseState CopyDatabase(const std::filesystem::path& database, const std::fil
 
 void PutBackDatabase(const std::filesystem::path& copy, const std::filesystem::path& database)
 {
-    if (ReadService(database))
-        throw StoreError(SQLITE_READONLY, "The folder is shared, and others are at work in it.", {});
     static_cast<void>(LookAtWhole(copy));
+    if (const std::optional<ServerService> service = ReadService(database))
+        return PutFileOnServer(copy, *service);
     if (!std::filesystem::exists(database))
         return CopyFileChecked(copy, database);
     try {

@@ -4,6 +4,7 @@
 #include "clientdb/store/Schema.h"
 #include "clientdb/store/ServerSchema.h"
 #include "clientdb/store/ServerWords.h"
+#include "clientdb/store/TablesBeside.h"
 
 #include <algorithm>
 #include <charconv>
@@ -189,6 +190,23 @@ ServerConnection::ServerConnection(const ServerService& of, OpenMode mode)
         RequireTables();
 }
 
+ServerConnection::ServerConnection(const ServerService& of, WithNewTables)
+    : Connection(of.file), service(of), readOnly(false), link(std::make_unique<ServerLink>(of))
+{
+    Say("BEGIN");
+    transaction = Transaction::Alone;
+    newSchema = Number(fmt::format("SELECT count(*) FROM pg_namespace WHERE nspname='{}'", service.schema)) == 0
+                    ? NewSchema::Yes
+                    : NewSchema::No;
+    if (newSchema == NewSchema::Yes)
+        Say(fmt::format("CREATE SCHEMA \"{}\"", service.schema));
+    else if (Number("SELECT count(*) FROM pg_class WHERE relnamespace=current_schema()::regnamespace") > 0)
+        throw StoreError(SQLITE_CONSTRAINT, fmt::format("The schema {} is not empty.", service.schema), {});
+    for (const std::string& statement : CreateTableStatements())
+        Say(statement);
+    RequireTables();
+}
+
 void ServerConnection::Close()
 {
     ForgetStatements();
@@ -292,6 +310,22 @@ void ServerConnection::BeginWriting()
     everMarked = isMarked = isNumberAsked = false;
 }
 
+void ServerConnection::BeginAlone()
+{
+    std::vector<std::string_view> tables;
+    for (const auto& [table, remark] : *link->tableWords)
+        tables.push_back(table);
+    Say("BEGIN");
+    transaction = Transaction::Alone;
+    try {
+        Execute(fmt::format("LOCK TABLE \"{}\" IN EXCLUSIVE MODE", fmt::join(tables, "\",\"")));
+    } catch (const StoreError& failure) {
+        if (failure.Number() != SQLITE_BUSY)
+            throw;
+        throw StoreError(SQLITE_BUSY, "Somebody else is writing in this folder just now.", failure.Statement());
+    }
+}
+
 void ServerConnection::EndTransaction()
 {
     FailIfAsked("COMMIT");
@@ -306,6 +340,8 @@ void ServerConnection::GiveUpTransaction() noexcept
 {
     if (link == nullptr || transaction == Transaction::None)
         return;
+    if (transaction == Transaction::Alone)
+        link->tableWords.reset(); // they may have been made in it
     try {
         Say("ROLLBACK");
         link->SendOff();
@@ -373,6 +409,26 @@ std::string ServerConnection::TableWords(std::string_view table)
     return found == link->tableWords->end() ? std::string() : found->second;
 }
 
+void ServerConnection::CountOn(std::string_view table, std::string_view number)
+{
+    // Nobody has to be allowed to set a number that is set already.
+    Execute(
+        fmt::format("SELECT setval('\"{0}_{1}_seq\"',top) FROM (SELECT max(\"{1}\") AS top FROM \"{0}\") AS all_of, "
+                    "\"{0}_{1}_seq\" WHERE top>last_value OR (top=last_value AND NOT is_called)",
+                    table, number));
+}
+
+bool ServerConnection::OwnsSchema()
+{
+    return Number("SELECT count(*) FROM pg_namespace WHERE nspname=current_schema() AND pg_has_role(nspowner,'USAGE') "
+                  "AND has_database_privilege(current_database(),'CREATE')") == 1;
+}
+
+void ServerConnection::RenameSchema(std::string_view newName)
+{
+    Execute(fmt::format("ALTER SCHEMA \"{}\" RENAME TO \"{}\"", service.schema, newName));
+}
+
 void ServerConnection::RequireTables()
 {
     std::map<std::string, std::string, std::less<>> found, remarks;
@@ -387,6 +443,8 @@ void ServerConnection::RequireTables()
         while (unique.Step())
             indexes.emplace_back(unique.Text(0));
     }
+    if (found.empty())
+        throw StoreError(SQLITE_CANTOPEN, fmt::format("The schema {} has no tables of clients.", service.schema), {});
     for (const TableOnServer& table : TablesOnServer()) {
         const auto columns = found.find(table.name);
         if (columns == found.end())
@@ -418,11 +476,20 @@ std::shared_ptr<ServerConnection> OpenServer(const ServerService& service, OpenM
 
 void CreateServerTables(const ServerService& service)
 {
+    ServerConnection(service, ServerConnection::WithNewTables()).EndTransaction();
+}
+
+void DropServerTables(const ServerService& service, NewSchema schema)
+{
+    std::vector<std::string> names;
+    for (const TableOnServer& table : TablesOnServer())
+        names.push_back(table.name);
+    for (const TableBeside& table : TablesBeside())
+        names.emplace_back(table.name);
+    const std::string drop = schema == NewSchema::Yes ? fmt::format("DROP SCHEMA \"{}\" CASCADE", service.schema)
+                                                      : fmt::format("DROP TABLE \"{}\"", fmt::join(names, "\",\""));
     ServerLink link(service);
-    ServerLink::Ticket last = 0;
-    for (const std::string& statement : CreateSchemaStatements(service.schema))
-        last = link.Send(statement, statement, {}, statement == "COMMIT");
-    static_cast<void>(link.Wait(last));
+    static_cast<void>(link.Wait(link.Send(drop, drop, {}, true)));
 }
 
 } // namespace quillmere

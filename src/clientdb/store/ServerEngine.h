@@ -11,6 +11,9 @@ namespace quillmere {
 
 struct ServerConnection;
 
+/// Whether a schema has been made along with its tables.
+enum class NewSchema { No, Yes };
+
 class ServerPrepared final : public Prepared {
 public:
     ServerPrepared(ServerConnection& connection, std::string words);
@@ -45,6 +48,11 @@ private:
 
 struct ServerConnection final : Database::Connection {
     ServerConnection(const ServerService& service, OpenMode mode);
+    /// One whose tables are yet to be made, and are not there for others before the end of the transaction that it is
+    /// in; so is the schema, unless there is one with nothing in it. Throws StoreError.
+    struct WithNewTables {};
+    ServerConnection(const ServerService& service, WithNewTables);
+    NewSchema HasNewSchema() const { return newSchema; }
     ~ServerConnection() override { ServerConnection::Close(); }
 
     void Close() override;
@@ -55,6 +63,9 @@ struct ServerConnection final : Database::Connection {
     void EndReading() noexcept override;
     void BeginWriting() override;
     void EndTransaction() override;
+    /// Begins a transaction that writes whole tables, and in which nothing goes on after a failure. Others read
+    /// meanwhile what was before, and cannot write.
+    void BeginAlone();
     void GiveUpTransaction() noexcept override;
     void MarkPlace(const std::string& name) override;
     void GoBackTo(const std::string& name) noexcept override;
@@ -74,10 +85,14 @@ struct ServerConnection final : Database::Connection {
     void NoteHeld(const TableLayout& table, std::int64_t record) override;
     HistoryState LookAtHistory() override;
     std::string TableWords(std::string_view table) override;
+    void CountOn(std::string_view table, std::string_view number) override;
+    /// True if the role may take the schema away from the others, and what does it, within a transaction that is alone.
+    bool OwnsSchema();
+    void RenameSchema(std::string_view newName);
 
 private:
     friend class ServerPrepared;
-    enum class Transaction { None, Reading, Writing };
+    enum class Transaction { None, Reading, Writing, Alone };
 
     ServerLink::Ticket Send(const std::string& text, std::string_view words,
                             std::span<const ServerLink::Parameter> parameters, bool writes, bool isWanted);
@@ -89,6 +104,7 @@ private:
 
     ServerService service;
     bool readOnly;
+    NewSchema newSchema = NewSchema::No;
     std::unique_ptr<ServerLink> link;
     Transaction transaction = Transaction::None;
     bool isMarked = false;   ///< nothing has been written since the last savepoint
@@ -106,6 +122,8 @@ std::shared_ptr<ServerConnection> OpenServer(const ServerService& service, OpenM
 
 /// Makes the schema of a service with all its tables, empty but for the list of currencies. Throws StoreError.
 void CreateServerTables(const ServerService& service);
+/// Takes all of them away again. Throws StoreError.
+void DropServerTables(const ServerService& service, NewSchema schema);
 
 /// Ends the connections that wait for the next opening.
 void CloseIdleServerLinks();

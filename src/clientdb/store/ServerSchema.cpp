@@ -1,12 +1,13 @@
 #include "clientdb/store/ServerSchema.h"
 
-#include "clientdb/store/FormMarks.h"
 #include "clientdb/store/HistoryTables.h"
 #include "clientdb/store/Schema.h"
 #include "clientdb/store/ServerWords.h"
+#include "clientdb/store/TablesBeside.h"
 #include "edition/LoanRates.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 namespace quillmere {
 namespace {
@@ -27,35 +28,33 @@ std::string NameOfIndex(const TableLayout& table, const TableIndex& index)
     return fmt::format("{}_{}", table.name, index.name);
 }
 
-/// A table that stands beside those of the layouts, as the server makes it.
-struct TableBeside {
-    std::string_view name;
-    std::string columns; ///< `{0}` is a text, `{1}` a number that counts up
-    std::string remark;
-};
-
-std::vector<TableBeside> TablesBeside()
+std::string_view ServerKind(TableBeside::Kind kind)
 {
-    return {
-        {OperationTable,
-         "\"Number\" {1},\"Words\" {0},\"Who\" {0},\"Moment\" {0},\"First\" bigint,\"Last\" bigint,\"Bytes\" bigint,"
-         "\"Undoes\" bigint,\"Root\" bigint,\"Backward\" bigint",
-         CreateHistoryTableText(OperationTable)},
-        {ChangeTable,
-         "\"Number\" {1},\"Operation\" bigint,\"EmployerName\" {0},\"EmployeeName\" {0},\"Records\" bigint,"
-         "\"Changes\" bytea",
-         CreateHistoryTableText(ChangeTable)},
-        {"FormMarks",
-         "\"EmployerName\" {0},\"EmployeeName\" {0},\"Mark\" bigint,\"Day\" {0},\"Form\" {0},"
-         "PRIMARY KEY(\"EmployerName\",\"EmployeeName\",\"Mark\")",
-         std::string(CreateMarks)}};
+    switch (kind) {
+    case TableBeside::Kind::Number:
+        return "bigint";
+    case TableBeside::Kind::Bytes:
+        return "bytea";
+    default:
+        return TextColumn;
+    }
+}
+
+std::string ColumnsBeside(const TableBeside& table)
+{
+    std::string text;
+    for (const TableBeside::Column& column : table.columns)
+        text += fmt::format("\"{}\" {},", column.name, ServerKind(column.kind));
+    if (!table.key.empty())
+        text += fmt::format("UNIQUE(\"{}\"),", fmt::join(table.key, "\",\""));
+    return text + fmt::format("\"{}\" {}", table.number, Identity);
 }
 
 } // namespace
 
-std::vector<std::string> CreateSchemaStatements(std::string_view schema)
+std::vector<std::string> CreateTableStatements()
 {
-    std::vector<std::string> statements{"BEGIN", fmt::format("CREATE SCHEMA \"{}\"", schema)};
+    std::vector<std::string> statements;
     const auto remark = [&](std::string_view table, std::string_view words) {
         statements.push_back(fmt::format("COMMENT ON TABLE \"{}\" IS {}", table, Literal(words)));
     };
@@ -71,14 +70,12 @@ std::vector<std::string> CreateSchemaStatements(std::string_view schema)
         remark(table.name, CreateTableText(table));
     }
     for (const TableBeside& table : TablesBeside()) {
-        statements.push_back(fmt::format("CREATE TABLE \"{}\"({})", table.name,
-                                         fmt::format(fmt::runtime(table.columns), TextColumn, Identity)));
-        remark(table.name, table.remark);
+        statements.push_back(fmt::format("CREATE TABLE \"{}\"({})", table.name, ColumnsBeside(table)));
+        remark(table.name, table.words);
     }
     statements.push_back(fmt::format("CREATE INDEX \"{0}_Operation\" ON \"{0}\"(\"Operation\")", ChangeTable));
     statements.push_back(fmt::format("INSERT INTO \"HNotepad2\"(\"Currency1\",\"Rate1\") VALUES({},{})",
                                      Literal(edition::FirstCurrency), Literal(edition::OfficialRateOfInterest)));
-    statements.emplace_back("COMMIT");
     return statements;
 }
 

@@ -4,12 +4,12 @@
 #include <string_view>
 #include <vector>
 
-/// The statements that make the tables of a shared client folder. Each table is remarked with the words that make it
-/// in a file, so that it can be told what it is.
+/// The statements that make the tables of a shared client folder, empty but for the list of currencies. Each table is
+/// remarked with the words that make it in a file, so that it can be told what it is.
 namespace quillmere {
 
-/// All of them in their order, in the words of the server.
-std::vector<std::string> CreateSchemaStatements(std::string_view schema);
+/// All of them in their order, in the words of the server; the tables stand in the schema that is in use.
+std::vector<std::string> CreateTableStatements();
 
 /// The names of a table's columns in their order, as they are compared with what the server has.
 struct TableOnServer {

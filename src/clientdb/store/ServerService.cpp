@@ -22,14 +22,6 @@ constexpr std::string_view SchemaSetting = "schema";
 /// A service takes less, and a database more, unless most of it is gone.
 constexpr std::uintmax_t MostBytes = 16'384;
 
-/// A name that needs no quoting in any place where it stands.
-bool IsPlainName(std::string_view name)
-{
-    return !name.empty() && std::ranges::all_of(name, [](char letter) {
-        return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9') || letter == '_';
-    });
-}
-
 } // namespace
 
 std::string ServerService::Key() const
@@ -38,6 +30,15 @@ std::string ServerService::Key() const
     for (const auto& [name, value] : settings)
         key += fmt::format("\n{}={}", name, value);
     return key;
+}
+
+/// It needs no quoting in any place where it stands.
+bool IsSchemaName(std::string_view name)
+{
+    constexpr std::size_t Longest = 63;
+    return !name.empty() && name.size() <= Longest && std::ranges::all_of(name, [](char letter) {
+        return (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9') || letter == '_';
+    });
 }
 
 std::optional<ServerService> ReadService(const std::filesystem::path& file)
@@ -66,7 +67,7 @@ std::optional<ServerService> ReadService(const std::filesystem::path& file)
         else
             service.settings.emplace_back(name, value);
     }
-    if (!IsPlainName(service.schema))
+    if (!IsSchemaName(service.schema))
         Refuse(file, "its schema is not named in small letters, digits and lines");
     return service;
 }

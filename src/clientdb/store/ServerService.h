@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -12,13 +13,17 @@ namespace quillmere {
 /// database. It has the form of a connection service file: a name in square brackets, then settings of the server's
 /// library, one a line, and the schema. A password never stands in it: that is for the library's own ways.
 struct ServerService {
+    using Setting = std::pair<std::string, std::string>;
     std::filesystem::path file;
-    std::vector<std::pair<std::string, std::string>> settings;
+    std::vector<Setting> settings;
     std::string schema;
 
     /// What tells connections apart that can stand in for each other.
     std::string Key() const;
 };
+
+/// True for a name that a schema can have: small letters, digits and lines.
+bool IsSchemaName(std::string_view name);
 
 /// The service that a file names; nothing if it is no such file. Throws StoreError for one that is not to be used.
 std::optional<ServerService> ReadService(const std::filesystem::path& file);
