@@ -3,6 +3,7 @@
 #include "app/SampleFolder.h"
 #include "app/Zoom.h"
 #include "clientdb/RecentEmployees.h"
+#include "clientdb/ShareFolder.h"
 #include "review/Explanation.h"
 #include "review/ReviewMark.h"
 #include "review/TypedBack.h"
@@ -65,6 +66,12 @@ constexpr auto Commands = std::to_array<DeskCommand>({
      .text = "Safety Copies...",
      .letter = 'S',
      .run = [](Session& session) { session.screens.Show("SafetyCopies"); }},
+    {.menu = "Folder",
+     .name = "mnuShare",
+     .text = "Share This Folder...",
+     .letter = 'F',
+     .run = [](Session& session) { session.screens.Show("ShareFolder"); },
+     .words = ShareWords},
     {.menu = "View",
      .name = "mnuOverview",
      .text = "Overview...",

@@ -51,6 +51,7 @@ constexpr auto Rows = std::to_array<SectionRow>({
     {"ImportTable", "", "Import"},
     {"ExportTable", "", "Export"},
     {"SafetyCopies", "", "Safety copies"},
+    {"ShareFolder", "", "Sharing a folder"},
     {"DamagedDatabase", "", "A damaged database"},
     {"frmVSPrint frmVSPrintDialog", "", "The preview"},
     {"frmVSPrintSettings", "", "Report Settings"},

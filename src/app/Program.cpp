@@ -20,6 +20,7 @@
 #include "clientdb/EmployerScreens.h"
 #include "clientdb/FindEmployee.h"
 #include "clientdb/FolderScreens.h"
+#include "clientdb/ShareFolder.h"
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
@@ -223,6 +224,7 @@ constexpr auto ScreenRows = std::to_array<ScreenRow>({
     {"ImportTable", Plain<exchange::ImportScreen>},
     {"ExportTable", Plain<exchange::ExportScreen>},
     {"SafetyCopies", Plain<SafetyCopies>},
+    {"ShareFolder", Plain<ShareFolder>},
     {"TypedStrip", Plain<review::TypedStrip>, Closing::WithAll},
     {"TypedList", Plain<review::TypedList>, Closing::WithAll},
     {"DamagedDatabase", Plain<DamagedDatabase>},

@@ -33,6 +33,7 @@ constexpr auto Reasons = std::to_array<ReasonRow>({
     {CopyReason::Transfer, "before Transfer"},
     {CopyReason::Import, "before Import"},
     {CopyReason::PutBack, "before Put Back"},
+    {CopyReason::Share, "before Share"},
     {CopyReason::Damaged, "damaged", false},
     {CopyReason::Salvaged, "salvaged", false},
 });

@@ -23,6 +23,7 @@ enum class CopyReason {
     Transfer,
     Import,
     PutBack,
+    Share,
     Damaged,  ///< not before anything: the damaged database itself, which was about to be written over
     Salvaged, ///< not before anything: what could be read of a damaged database
 };

@@ -36,8 +36,10 @@ std::string Joined(const std::vector<const DrawnText*>& line, std::string_view b
 
 std::string WithPlaces(std::string_view text, const Places& places)
 {
-    const std::array<std::pair<std::string_view, const std::string*>, 3> names{
-        {{"{program}", &places.program}, {"{root}", &places.root}, {"{client}", &places.client}}};
+    const std::array<std::pair<std::string_view, const std::string*>, 4> names{{{"{program}", &places.program},
+                                                                                {"{root}", &places.root},
+                                                                                {"{client}", &places.client},
+                                                                                {"{server}", &places.server}}};
     std::string result;
     while (!text.empty()) {
         const auto* const found =

@@ -16,7 +16,7 @@ public:
 
 /// What `{program}`, `{root}` and `{client}` stand for, without a separator at the end.
 struct Places {
-    std::string program, root, client;
+    std::string program, root, client, server = {};
 };
 
 /// The text with the folders put in.

@@ -128,6 +128,21 @@ void ReadOnly(Stage& stage, const Step& step)
     stage.world.GetFaults().MakeReadOnly(stage.world.File(stage.Text(step.words[0])));
 }
 
+void GivenServer(Stage& stage, const Step& /*step*/)
+{
+    stage.world.Server();
+}
+
+void StopServer(Stage& stage, const Step& /*step*/)
+{
+    stage.world.Server().Kill();
+}
+
+void StartServer(Stage& stage, const Step& /*step*/)
+{
+    stage.world.Server().Start();
+}
+
 } // namespace
 
 std::vector<StepRow> GivenSteps()
@@ -156,6 +171,9 @@ std::vector<StepRow> GivenSteps()
         {"lock-file", {Name}, LockFile, Acts},
         {"unlock-file", {Name}, UnlockFile, Acts},
         {"read-only", {Name}, ReadOnly, Acts},
+        {"given-server", {}, GivenServer, Gives},
+        {"stop-server", {}, StopServer, Acts},
+        {"start-server", {}, StartServer, Acts},
     };
 }
 

@@ -77,7 +77,15 @@ Places World::GetPlaces() const
 {
     return {.program = WithoutEnd(program.string()),
             .root = WithoutEnd(root.string()),
-            .client = WithoutEnd(ClientFolder().string())};
+            .client = WithoutEnd(ClientFolder().string()),
+            .server = server ? server->Socket().string() : std::string()};
+}
+
+test::PrivateServer& World::Server()
+{
+    if (!server)
+        server.emplace(test::PrivateServer::Sync::On);
+    return *server;
 }
 
 std::filesystem::path World::File(std::string_view name) const

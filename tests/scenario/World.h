@@ -5,9 +5,11 @@
 #include "Script.h"
 #include "clientdb/store/Recordset.h"
 #include "frame/Session.h"
+#include "support/PrivateServer.h"
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,6 +49,8 @@ public:
     void Look(Store store, const std::function<void(Database&)>& look);
 
     Faults& GetFaults() { return faults; }
+    /// The server of this world alone, started by the first question.
+    test::PrivateServer& Server();
 
 private:
     std::filesystem::path DatabaseFile(Store store) const;
@@ -66,6 +70,7 @@ private:
     const Session* session = nullptr;
     std::vector<Given> given;
     Faults faults;
+    std::optional<test::PrivateServer> server;
 };
 
 /// Takes "CarC02:Figures" apart.

@@ -326,6 +326,7 @@ TEST_F(ProgramTest, HasItsMenusInOrderAndOnlyWhatNeedsNoEmployeeInUseAtTheStart)
         {"Folder", "mnuAltFolder", "", true, 4, false},
         {"Folder", "mnuFolderManager", "Manager..."},
         {"Folder", "mnuSafetyCopies", "Safety Copies..."},
+        {"Folder", "mnuShare", "Share This Folder..."},
         {"View", "ToolbarOpt", "Toolbar"},
         {"View", "mnuOverview", "Overview..."},
         {"View", "mnuCheck", "Check..."},

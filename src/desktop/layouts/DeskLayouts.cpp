@@ -79,6 +79,30 @@ Layout SafetyCopies()
     return layout;
 }
 
+Layout ShareFolder()
+{
+    constexpr auto Settings = std::to_array<std::pair<std::string_view, std::string_view>>({
+        {"ServerHost", "Server, or folder of its socket:"},
+        {"ServerPort", "Port:"},
+        {"ServerDatabase", "Database:"},
+        {"ServerUser", "User:"},
+        {"ServerSchema", "Schema of this folder:"},
+    });
+    constexpr int Height = 32;
+    Layout layout{.width = 640, .height = 356};
+    layout.Place("ShareWhere", 16, 12, 608, 40);
+    int top = 58;
+    for (const auto& [box, caption] : Settings) {
+        layout.Text(16, top + 4, 210, caption, {.size = 13});
+        layout.Place(box, 230, top, 394, 26);
+        top += Height;
+    }
+    layout.Place("SharePassword", 16, top + 4, 608, 40);
+    layout.Place("ShareProgress", 16, top + 52, 608, 20);
+    ButtonRow(layout, 624, 318, std::to_array<std::string_view>({"ShareGo", "ShareCancel"}), 120);
+    return layout;
+}
+
 Layout DamagedDatabase()
 {
     Layout layout{.width = 780, .height = 236, .growing = "Faults"};

@@ -31,6 +31,7 @@ constexpr auto Rows = std::to_array<LayoutRow>({
     {"ExportTable", layouts::ExportTable},
     {"ImportTable", layouts::ImportTable},
     {"SafetyCopies", layouts::SafetyCopies},
+    {"ShareFolder", layouts::ShareFolder},
     {"TypedStrip", layouts::TypedStrip},
     {"TypedList", layouts::TypedList},
     {"DamagedDatabase", layouts::DamagedDatabase},

@@ -28,6 +28,7 @@ Layout ChangeHistory();
 Layout ExportTable();
 Layout ImportTable();
 Layout SafetyCopies();
+Layout ShareFolder();
 Layout TypedStrip();
 Layout TypedList();
 Layout DamagedDatabase();
