@@ -12,7 +12,7 @@ namespace quillmere {
 
 /// Where the things of a layout stand in a window that is larger than it, or smaller: the list takes the room or gives
 /// it, as do the lists at its place, and in width the lines as wide as it; what stands below or to the right of it
-/// makes way, and buttons keep to the corner.
+/// makes way, buttons keep to the corner, and what would reach beyond the list's edge is narrower.
 class Growth {
 public:
     Growth(const Layout& layout, const Screen& screen) : drawn(layout.width, layout.height)
@@ -61,6 +61,8 @@ public:
             moved.moveLeft(place.left() + more.width());
         else if (place.left() == list.left() && place.width() >= list.width())
             moved.setWidth(place.width() + more.width());
+        else if (const int edge = list.right() + more.width(); place.right() <= list.right() && moved.right() > edge)
+            moved.setRight(edge);
         return moved;
     }
 

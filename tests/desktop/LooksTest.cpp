@@ -405,6 +405,22 @@ TEST_P(ScreenLooks, KeepsButtonsAndTotalsInSightOnASmallScreen)
     }
 }
 
+/// A window whose list gives the room that a small screen does not have has everything else between its edges.
+TEST_P(ScreenLooks, CutsNothingAtItsEdgesWhereItsListGivesTheRoom)
+{
+    ASSERT_NO_FATAL_FAILURE(Open());
+    if (LayoutOf(GetParam()).growing.empty() || !window->isWindow())
+        return;
+    running.host.Zoom(200);
+    window->resize(QSize(2 * LayoutOf(GetParam()).width, 2 * LayoutOf(GetParam()).height).boundedTo(QSize(1346, 708)));
+    QCoreApplication::processEvents();
+    for (const auto& box : screen->Boxes())
+        if (const QWidget* widget = WidgetOf(*box); widget != nullptr && widget->isVisible()) {
+            EXPECT_LE(widget->geometry().right(), widget->parentWidget()->width()) << box->FullName();
+        }
+    running.host.Zoom(100);
+}
+
 TEST_P(ScreenLooks, ShowsEveryLabelWhole)
 {
     ASSERT_NO_FATAL_FAILURE(Open());
