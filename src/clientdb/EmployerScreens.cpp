@@ -64,8 +64,9 @@ Screen* OpenPage1(Session& session, std::string_view errorTitle)
     ShowOpenEmployee(session, true);
     if (sought == BoundScreen::Sought::Found)
         RememberOpened(session);
+    else
+        RebuildRecent(session);
     KeepDailyCopySoon(session);
-    RebuildRecent(session);
     if (sought == BoundScreen::Sought::Found && session.offerTyped)
         session.offerTyped();
     return page;

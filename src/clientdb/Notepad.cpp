@@ -18,6 +18,29 @@ namespace {
 /// The beginning of what the status bar says from an Ok to the next notepad.
 constexpr std::string_view ReplacedNote = "Another desk had stored the same meanwhile; your entries replaced: ";
 
+/// What the others have stored, as a list.
+std::string TheirsIn(const std::vector<Overwritten>& replaced)
+{
+    std::string texts;
+    for (const Overwritten& of : replaced)
+        texts += (texts.empty() ? "" : ", ") + of.theirs;
+    return texts;
+}
+
+/// The records that a notepad reads and writes: its own, and those to which it hands its results.
+void WillSeekRecords(Database& database, std::string_view table, const Session& session)
+{
+    const TableLevel level = FindTable(table).level;
+    if (level == TableLevel::Employer)
+        database.WillSeek(table, session.CurrentEmployer);
+    if (level != TableLevel::Employee)
+        return;
+    for (const std::string_view sought : {std::string_view("P11D"), table})
+        database.WillSeek(sought, session.CurrentEmployer, session.CurrentEmployee);
+    if (table == "FNotepad")
+        database.WillSeek("ExtraCars", session.CurrentEmployer, session.CurrentEmployee);
+}
+
 } // namespace
 
 Notepad::Notepad(Session& session, std::string_view name, std::string_view caption, std::string_view table,
@@ -115,6 +138,7 @@ bool Notepad::Load()
 {
     try {
         Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        WillSeekRecords(database, table, session);
         Open(database);
     } catch (const StoreError& error) {
         session.messages.Tell(words.failed.empty() ? Caption() : words.failed,
@@ -260,13 +284,20 @@ bool Notepad::Store(std::vector<Result>& results)
     try {
         Database database = OpenClients(session);
         WriteBatch batch(database);
-        if (FindOwn(database, words.okMissing).NoMatch() && words.missingEnds)
+        WillSeekRecords(database, table, session);
+        const bool isMissing = OpenOwn(database).NoMatch();
+        const bool isPageMissing = !words.okMissingPage.empty() && OpenCurrent(database, "P11D", session).NoMatch();
+        if (isMissing || isPageMissing)
+            batch.Commit(); // nobody waits for what is locked while a message stands
+        if (isMissing && !words.okMissing.empty())
+            session.messages.Tell(words.okMissing, "Employee not found");
+        if (isMissing && words.missingEnds)
             return false;
-        if (!words.okMissingPage.empty())
-            FindEmployee(database, "P11D", words.okMissingPage);
+        if (isPageMissing)
+            session.messages.Tell(words.okMissingPage, "Employee not found");
         batch.Begin();
         Recordset own = OpenOwn(database);
-        std::string replaced;
+        std::vector<Overwritten> replaced;
         if (!own.NoMatch()) {
             TakeOver(own);
             replaced = Replaced(own);
@@ -287,7 +318,8 @@ bool Notepad::Store(std::vector<Result>& results)
         isStored = true;
         SayStored(session);
         if (!replaced.empty())
-            SetStatusNote(session, std::string(ReplacedNote) + replaced);
+            SetStatusNote(session, std::string(ReplacedNote) + TheirsIn(replaced));
+        TellOverwritten(session, Caption(), replaced);
         return true;
     } catch (const StoreError& error) {
         session.messages.Tell(words.ok.empty() ? Caption() : words.ok,
@@ -321,18 +353,17 @@ void Notepad::TakeOver(const Recordset& own)
     });
 }
 
-std::string Notepad::Replaced(const Recordset& own) const
+std::vector<Overwritten> Notepad::Replaced(const Recordset& own) const
 {
-    std::string texts;
+    std::vector<Overwritten> replaced;
     for (const Entry& entry : entries) {
         if (entry.field.empty() || entry.box == nullptr || entry.box->ReadOnly())
             continue;
-        const std::string theirs = Trim(own.Field(entry.field));
-        const bool isTheirs = own.Field(entry.field) != entry.stored && own.Field(entry.field) != Reads(entry);
-        if (isTheirs && !theirs.empty())
-            texts += (texts.empty() ? "" : ", ") + theirs;
+        const std::string_view theirs = own.Field(entry.field);
+        if (theirs != entry.stored && theirs != Reads(entry) && !Trim(theirs).empty())
+            replaced.emplace_back(*entry.box, theirs, Reads(entry));
     }
-    return texts;
+    return replaced;
 }
 
 void Notepad::Write(Recordset& own) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/CurrentRecord.h"
+#include "clientdb/Overwritten.h"
 #include "clientdb/TypedEntries.h"
 #include "clientdb/store/Recordset.h"
 #include "frame/Amount.h"
@@ -21,7 +22,7 @@ namespace quillmere {
 ///
 /// Somebody else may have the same record open. What he has stored meanwhile Ok takes over first, thing by thing, where
 /// the user has changed nothing: so two users' lines stand together, and the figures are those of both. Where both have
-/// changed one thing, the later Ok has it, and the status bar says what it has replaced.
+/// changed one thing, the later Ok has it, and says what it has replaced: in a message, and on in the status bar.
 class Notepad : public Screen {
 public:
     /// What the messages of one notepad say.
@@ -163,8 +164,8 @@ private:
     void Ok();
     [[nodiscard]] bool Store(std::vector<Result>& results);
     void TakeOver(const Recordset& own);
-    /// What another desk has stored since the opening and Write goes over, as a list; empty if there is nothing.
-    std::string Replaced(const Recordset& own) const;
+    /// What another desk has stored since the opening and Write goes over.
+    std::vector<Overwritten> Replaced(const Recordset& own) const;
     bool IsInBox(const Entry& entry) const { return entry.box != nullptr && entry.tab == shownTab; }
 
     std::string table;

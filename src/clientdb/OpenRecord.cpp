@@ -1,6 +1,7 @@
 #include "clientdb/OpenRecord.h"
 
 #include "clientdb/UserOperation.h"
+#include "clientdb/store/ServerService.h"
 #include "frame/CloseAll.h"
 
 #include <algorithm>
@@ -92,11 +93,12 @@ void OpenRecord::Seek(Screen& on)
     bound.clear();
     for (const auto& box : on.Boxes())
         if (!box->Field().empty())
-            bound.push_back({.box = box.get(), .held = {}});
+            bound.push_back({.box = box.get(), .held = {}, .stored = {}});
     if (!isThere)
         return;
-    for (auto& [box, held] : bound) {
-        box->ShowStored(records.Field(box->Field()));
+    for (auto& [box, held, stored] : bound) {
+        stored = records.Field(box->Field());
+        box->ShowStored(stored);
         held = box->Stored();
     }
 }
@@ -113,14 +115,16 @@ bool OpenRecord::Position(Recordset& records, const Key& to) const
 
 void OpenRecord::HandOver(std::string_view field, std::string_view text, const std::optional<std::string>& stored)
 {
-    for (auto& [box, held] : bound) {
-        if (box->Field() != field)
+    for (BoundBox& of : bound) {
+        if (of.box->Field() != field)
             continue;
-        box->ShowStored(text);
+        of.box->ShowStored(text);
         // What the record is to write is kept like anything typed; a closed box's figure follows from the others.
-        box->MarkByHand(!stored);
-        if (stored)
-            held = *stored == text ? box->Stored() : *stored;
+        of.box->MarkByHand(!stored);
+        if (!stored)
+            continue;
+        of.held = *stored == text ? of.box->Stored() : *stored;
+        of.stored = *stored;
     }
 }
 
@@ -145,23 +149,52 @@ void OpenRecord::Write()
 {
     if (!isThere)
         return;
-    if (const std::vector<BoundBox*> changed = Changed(); !changed.empty()) {
-        const UserOperation operation(session, ScreenWords(*screen) + " stored");
-        Database opened = OpenForWriting(session, key.database);
-        Recordset records = opened.OpenRecordset(source.table);
-        if (!Position(records, key)) {
-            isThere = false;
-            ShowNote();
-            throw RecordGone();
-        }
-        records.Edit();
-        for (const BoundBox* of : changed)
-            records.SetField(of->box->Field(), of->box->Stored());
-        records.Update();
-        for (BoundBox* of : changed)
-            of->held = of->box->Stored();
-        SayStored(session);
+    const std::vector<BoundBox*> changed = Changed();
+    if (changed.empty())
+        return;
+    try {
+        WriteChanged(changed);
+    } catch (const StoreError& failure) {
+        // Whoever may only look has entered nothing: what follows from the other boxes is worked out again each time.
+        if (!Typed().empty() || !MayOnlyLook(key.database, failure))
+            throw;
     }
+}
+
+void OpenRecord::WriteChanged(const std::vector<BoundBox*>& changed)
+{
+    const UserOperation operation(session, ScreenWords(*screen) + " stored");
+    Database opened = OpenForWriting(session, key.database);
+    WriteBatch batch(opened);
+    batch.Begin();
+    Recordset records = opened.OpenRecordset(source.table);
+    if (!Position(records, key)) {
+        isThere = false;
+        ShowNote();
+        throw RecordGone();
+    }
+    const std::vector<Overwritten> overwritten = WrittenOver(records, changed);
+    records.Edit();
+    for (const BoundBox* of : changed)
+        records.SetField(of->box->Field(), of->box->Stored());
+    records.Update();
+    batch.Commit();
+    for (BoundBox* of : changed)
+        of->held = of->stored = of->box->Stored();
+    SayStored(session);
+    TellOverwritten(session, screen->Caption(), overwritten);
+}
+
+/// What another desk has stored meanwhile in boxes that the user has changed as well.
+std::vector<Overwritten> OpenRecord::WrittenOver(const Recordset& records, const std::vector<BoundBox*>& changed)
+{
+    std::vector<Overwritten> overwritten;
+    for (const BoundBox* of : changed) {
+        const std::string_view theirs = records.Field(of->box->Field());
+        if (theirs != of->stored && theirs != of->box->Stored() && of->box->IsByHand() && !of->box->ReadOnly())
+            overwritten.emplace_back(*of->box, theirs, of->box->Stored());
+    }
+    return overwritten;
 }
 
 std::vector<OpenRecord::BoundBox*> OpenRecord::Changed()

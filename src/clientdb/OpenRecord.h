@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/Overwritten.h"
 #include "clientdb/TypedEntries.h"
 #include "frame/Session.h"
 
@@ -76,17 +77,20 @@ private:
 
         friend bool operator==(const Key&, const Key&) = default;
     };
-    /// A box, and what it read when its field was read or written last.
+    /// A box, what it read when its field was read or written last, and what the record held then.
     struct BoundBox {
         Box* box;
         std::string held;
+        std::string stored;
     };
 
     Key Current() const;
     void Seek(Screen& on);
     bool Position(Recordset& records, const Key& to) const;
     void Write();
+    void WriteChanged(const std::vector<BoundBox*>& changed);
     std::vector<BoundBox*> Changed();
+    static std::vector<Overwritten> WrittenOver(const Recordset& records, const std::vector<BoundBox*>& changed);
     void ShowNote() const;
     /// Does the work; false if it fails, with the words of the failure under the screen's caption.
     [[nodiscard]] bool Telling(const Screen* under, const std::function<void()>& work) const;

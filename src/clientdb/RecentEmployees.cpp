@@ -74,11 +74,11 @@ std::string InMenu(std::string_view name)
 /// Whether there is anybody to open in the folder.
 enum class Folder { HasEmployers, HasNone, IsUnreadable };
 
-Folder Look(const Session& session)
+Folder Look(Database& database)
 {
     try {
-        Database database = Database::OpenDatabase(session.ClientDatabasePath());
         Recordset records = database.OpenRecordset("P11D");
+        records.Fetch({"EmployerName"});
         for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
             if (!records.Field("EmployerName").empty() && records.Field("EmployerName") != SampleEmployer)
                 return Folder::HasEmployers;
@@ -100,9 +100,32 @@ std::string_view FirstWords(Folder folder)
     }
 }
 
-bool IsThere(Database& database, const EmployeeKey& key)
+/// Those of them who are in the database.
+std::vector<EmployeeKey> ThoseThere(Database& database, std::vector<EmployeeKey> keys)
 {
-    return EmployeeExists(database, key.employer, key.employee);
+    for (const EmployeeKey& key : keys)
+        database.WillSeek("P11D", key.employer, key.employee);
+    std::erase_if(keys, [&](const EmployeeKey& key) { return !EmployeeExists(database, key.employer, key.employee); });
+    return keys;
+}
+
+/// What the selected folder has to open.
+struct ToOpen {
+    std::vector<EmployeeKey> recent;
+    Folder folder = Folder::IsUnreadable;
+};
+
+ToOpen LookWhatIsThere(const Session& session)
+{
+    ToOpen found;
+    try {
+        Database database = Database::OpenDatabase(session.ClientDatabasePath());
+        found.recent = ThoseThere(database, Remembered(session));
+        found.folder = Look(database);
+    } catch (const Failure&) {
+        // Nobody is known to be there.
+    }
+    return found;
 }
 
 bool IsOpen(const Session& session, const EmployeeKey& key)
@@ -130,19 +153,21 @@ std::vector<EmployeeKey> RecentEmployees(const Session& session)
         return keys;
     try {
         Database database = Database::OpenDatabase(session.ClientDatabasePath());
-        std::erase_if(keys, [&](const EmployeeKey& key) { return !IsThere(database, key); });
+        return ThoseThere(database, std::move(keys));
     } catch (const Failure&) {
-        keys.clear();
+        return {};
     }
-    return keys;
 }
 
-void RememberOpened(const Session& session)
+namespace {
+
+/// Puts the current employee in front of those who are remembered.
+void Remember(const Session& session, std::vector<EmployeeKey>& keys)
 {
-    std::vector<EmployeeKey> keys = RecentEmployees(session);
     const EmployeeKey opened{session.CurrentEmployer, session.CurrentEmployee};
     if (!keys.empty() && keys.front() == opened)
         return;
+    std::vector<EmployeeKey> before = keys;
     std::erase(keys, opened);
     keys.insert(keys.begin(), opened);
     keys.resize(std::min<std::size_t>(keys.size(), RecentSlots));
@@ -160,17 +185,17 @@ void RememberOpened(const Session& session)
     try {
         WriteFileChecked(FileOf(session), text);
     } catch (const FileError&) {
-        // It is remembered where there is room to.
+        keys = std::move(before); // it is remembered where there is room to
     }
 }
 
-void RebuildRecent(Session& session)
+void ShowToOpen(Session& session, const ToOpen& found)
 {
     Screen* const main = session.screens.Find("MDIForm1");
     Box* const words = session.screens.FindBox("MDIForm1", "StartWords");
     if (words == nullptr)
         return;
-    const std::vector<EmployeeKey> keys = RecentEmployees(session);
+    const std::vector<EmployeeKey>& keys = found.recent;
     for (int slot = 1; slot <= RecentSlots; ++slot) {
         Box& entry = main->box("mnuRecent", slot);
         const bool used = static_cast<std::size_t>(slot) <= keys.size();
@@ -180,10 +205,23 @@ void RebuildRecent(Session& session)
         const EmployeeKey& key = keys[static_cast<std::size_t>(slot - 1)];
         entry.SetText(fmt::format("&{} {} ({})", slot, InMenu(key.employee), InMenu(key.employer)));
     }
-    const Folder folder = Look(session);
-    words->SetText(FirstWords(folder));
-    main->box("StartWithEmployers").SetVisible(folder != Folder::HasNone);
-    main->box("StartWithNone").SetVisible(folder == Folder::HasNone);
+    words->SetText(FirstWords(found.folder));
+    main->box("StartWithEmployers").SetVisible(found.folder != Folder::HasNone);
+    main->box("StartWithNone").SetVisible(found.folder == Folder::HasNone);
+}
+
+} // namespace
+
+void RememberOpened(Session& session)
+{
+    ToOpen found = LookWhatIsThere(session);
+    Remember(session, found.recent);
+    ShowToOpen(session, found);
+}
+
+void RebuildRecent(Session& session)
+{
+    ShowToOpen(session, LookWhatIsThere(session));
 }
 
 void OpenRecent(Session& session, int entry)

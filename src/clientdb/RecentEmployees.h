@@ -21,11 +21,12 @@ struct EmployeeKey {
 /// is not in the database any more is left out.
 std::vector<EmployeeKey> RecentEmployees(const Session& session);
 
-/// The current employee has been opened. A file that cannot be written remembers nothing, and nothing else suffers.
-void RememberOpened(const Session& session);
-
 /// Fills the entries of recent employees at the foot of the File menu, and says on the empty desk what to begin with.
 void RebuildRecent(Session& session);
+
+/// The same when the current employee has been opened, who is the latest from now on. A file that cannot be written
+/// remembers nothing, and nothing else suffers.
+void RememberOpened(Session& session);
 
 /// Opens the recent employee of an entry, from 1 on, by the road of Open.
 void OpenRecent(Session& session, int entry);

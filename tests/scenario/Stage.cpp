@@ -96,6 +96,7 @@ void Stage::RunOut()
         DropProgram();
     if (program != nullptr && QApplication::activeWindow() == nullptr)
         ActivateFront();
+    world.ProvideTables();
 }
 
 void Stage::ActivateFront()

@@ -35,7 +35,9 @@ World::World(const std::filesystem::path& resourceFolder, const std::filesystem:
       faults(program)
 {
     if (std::filesystem::create_directories(program)) {
-        if (std::filesystem::exists(resources / edition::TemplateDatabaseName))
+        if (test::OnServer())
+            lent.PutAt(program / edition::TemplateDatabaseName);
+        else if (std::filesystem::exists(resources / edition::TemplateDatabaseName))
             std::filesystem::copy_file(resources / edition::TemplateDatabaseName,
                                        program / edition::TemplateDatabaseName);
         // Not the one that goes with the program: what a scenario finds in it is what the scenario has put there.
@@ -139,7 +141,7 @@ Database World::Open(Store store, OpenMode mode) const
                                      : Database::OpenDatabase(DatabaseFile(store), mode);
 }
 
-void World::Provide(Store store) const
+void World::Provide(Store store)
 {
     const std::filesystem::path priorFolder = PriorProgramFolderOf(program);
     if (const auto settings = priorFolder / SettingsFileName;
@@ -151,7 +153,23 @@ void World::Provide(Store store) const
     if (store == Store::Reference)
         return CreateReferenceTables(file);
     std::filesystem::create_directories(file.parent_path());
-    std::filesystem::copy_file(resources / edition::TemplateDatabaseName, file);
+    if (test::OnServer())
+        lent.PutAt(file);
+    else
+        std::filesystem::copy_file(resources / edition::TemplateDatabaseName, file);
+}
+
+/// The program copies what stands in the place of the empty database, which names tables that are one folder's from
+/// then on.
+void World::ProvideTables()
+{
+    const std::filesystem::path next = program / edition::TemplateDatabaseName;
+    const std::optional<ServerService> service = ReadService(next);
+    if (!service)
+        return;
+    const auto taken = ReadService(DatabaseFile(Store::ThisYear));
+    if (taken && taken->schema == service->schema)
+        lent.PutAt(next);
 }
 
 void World::Later(Store store, const Step& step, Change change)

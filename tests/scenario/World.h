@@ -35,6 +35,9 @@ public:
     /// A name of a step as a path: one that does not begin at the top begins in the program folder.
     std::filesystem::path File(std::string_view name) const;
 
+    /// Where client databases are on a server, the next folder gets tables of its own.
+    void ProvideTables();
+
     void WriteLines(const std::filesystem::path& file, const std::vector<std::string>& lines) const;
     std::vector<std::string> ReadLines(const std::filesystem::path& file) const;
 
@@ -56,7 +59,7 @@ private:
     std::filesystem::path DatabaseFile(Store store) const;
     Database Open(Store store, OpenMode mode) const;
     /// Makes the database, and last year's settings file, if they are not there.
-    void Provide(Store store) const;
+    void Provide(Store store);
     std::filesystem::path ClientFolder() const;
 
     struct Given {
@@ -71,6 +74,7 @@ private:
     std::vector<Given> given;
     Faults faults;
     std::optional<test::PrivateServer> server;
+    test::LentDatabases lent;
 };
 
 /// Takes "CarC02:Figures" apart.

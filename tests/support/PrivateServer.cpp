@@ -1,6 +1,7 @@
 #include "support/PrivateServer.h"
 
 #include "clientdb/store/ServerEngine.h"
+#include "clientdb/store/ServerSchema.h"
 #include "clientdb/store/Template.h"
 
 #include <array>
@@ -138,15 +139,67 @@ PrivateServer& SharedServer()
     return server;
 }
 
+namespace {
+
+/// Makes tables on the server of this process and says in which schema.
+std::string NewTables()
+{
+    static int schemas = 0;
+    std::string schema = fmt::format("clients{}", ++schemas);
+    CreateServerTables(SharedServer().Service({}, schema));
+    return schema;
+}
+
+/// What has been lent and given back, to be emptied before it is lent again.
+std::vector<std::string>& GivenBack()
+{
+    static std::vector<std::string> schemas;
+    return schemas;
+}
+
+/// Empties the tables and begins all their numbers anew.
+void Empty(const std::string& schema)
+{
+    ServerLink link(SharedServer().Service({}, schema));
+    const std::string words = R"(DO $$
+DECLARE
+    it text;
+BEGIN
+    FOR it IN SELECT relname FROM pg_class WHERE relnamespace = current_schema()::regnamespace AND relkind = 'r' LOOP
+        EXECUTE format('DELETE FROM %I', it);
+    END LOOP;
+    FOR it IN SELECT relname FROM pg_class WHERE relnamespace = current_schema()::regnamespace AND relkind = 'S' LOOP
+        PERFORM setval(format('%I', it)::regclass, 1, false);
+    END LOOP;
+END $$)";
+    link.Send(words, words, {}, false);
+    const std::string currencies = CreateCurrencies();
+    static_cast<void>(link.Wait(link.Send(currencies, currencies, {}, true)));
+}
+
+} // namespace
+
+LentDatabases::~LentDatabases()
+{
+    GivenBack().insert(GivenBack().end(), schemas.begin(), schemas.end());
+}
+
+void LentDatabases::PutAt(const std::filesystem::path& file)
+{
+    if (GivenBack().empty()) {
+        schemas.push_back(NewTables());
+    } else {
+        schemas.push_back(GivenBack().back());
+        GivenBack().pop_back();
+        Empty(schemas.back());
+    }
+    WriteService(SharedServer().Service(file, schemas.back()));
+}
+
 void PutEmptyDatabase(const std::filesystem::path& file)
 {
-    if (OnServer()) {
-        static int schemas = 0;
-        const ServerService service = SharedServer().Service(file, fmt::format("clients{}", ++schemas));
-        CreateServerTables(service);
-        WriteService(service);
-        return;
-    }
+    if (OnServer())
+        return WriteService(SharedServer().Service(file, NewTables()));
     static const TemporaryFolder templates;
     const std::filesystem::path empty = templates.path / "template";
     if (!std::filesystem::exists(empty))

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 /// A database server of the tests' own: its data lie in a folder that goes away, and it is reached by a socket there.
 namespace quillmere::test {
@@ -43,6 +44,22 @@ bool OnServer();
 /// Puts an empty client database at a path: a copy of the template, or a schema of its own on the one private server
 /// of this process and the file that names it.
 void PutEmptyDatabase(const std::filesystem::path& file);
+
+/// Empty client databases on the private server of this process, each lent for as long as this lives: making the tables
+/// takes much longer than emptying them, so they are lent again.
+class LentDatabases {
+public:
+    LentDatabases() = default;
+    ~LentDatabases();
+    LentDatabases(const LentDatabases&) = delete;
+    LentDatabases& operator=(const LentDatabases&) = delete;
+
+    /// Puts the file at a path that names one of them.
+    void PutAt(const std::filesystem::path& file);
+
+private:
+    std::vector<std::string> schemas;
+};
 
 /// The private server of this process, which the first question starts.
 PrivateServer& SharedServer();

@@ -23,6 +23,8 @@ protected:
                    .resourceFolder = std::filesystem::path(BINARY_DIR) / edition::ProductFolder})
     {
         EXPECT_TRUE(program.Main());
+        if (OnServer())
+            lent.PutAt(Now().ClientDatabasePath());
     }
 
     Session& Now() { return program.TheSession(); }
@@ -79,6 +81,7 @@ protected:
         return message;
     }
 
+    LentDatabases lent;
     ScriptedDoor door;
     TemporaryFolder root;
     Program program;

@@ -70,8 +70,10 @@ TEST_F(Server, TheFileInTheFolderNamesItAndNoPassword)
         Store(file, wrong);
         EXPECT_THROW(Open(), StoreError) << wrong;
     }
-    Store(file, "# nothing\n");
-    EXPECT_FALSE(ReadService(file));
+    for (const std::string& other : {std::string("# nothing\n"), std::string("[QLite format 3\0\n", 17)}) {
+        Store(file, other);
+        EXPECT_FALSE(ReadService(file)) << other;
+    }
 }
 
 TEST_F(Server, OneThatIsNotThereOrHasOtherTablesIsNotOpened)

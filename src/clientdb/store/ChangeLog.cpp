@@ -99,9 +99,16 @@ void ChangeLog::LookAt(TableStatements& statements, std::int64_t record, std::sp
     TurnOffUnless([&] {
         lookedAt.clear();
         looked.Clear();
+        lookedWhole.reset();
         const bool goesOn = IsInHand(statements, record);
         if (goesOn && inHand->before)
             return;
+        if (connection.HoldsRecords()) {
+            const HeldRecord* const held = connection.Hold(statements, record);
+            if (held != nullptr)
+                (goesOn ? inHand->before : lookedWhole) = held->texts;
+            return;
+        }
         for (const PendingEdit::Change& change : changes)
             if (!goesOn || Find(inHand->fields, change.column) == nullptr)
                 lookedAt.push_back(change.column);
@@ -111,12 +118,10 @@ void ChangeLog::LookAt(TableStatements& statements, std::int64_t record, std::sp
                     lookedAt.push_back(static_cast<std::uint16_t>(key));
         if (lookedAt.empty())
             return;
-        const bool whole =
-            goesOn && (connection.IsShared() || inHand->fields.size() + lookedAt.size() > MostFieldsApart);
+        const bool whole = goesOn && inHand->fields.size() + lookedAt.size() > MostFieldsApart;
         Run run(statements.Read(whole ? std::span<const std::uint16_t>() : lookedAt, whole));
         if (!run.Bind(record).Step())
             return;
-        connection.NoteHeld(statements.Layout(), record);
         if (whole)
             run.Take(inHand->before.emplace(), 0, statements.Fields().Count());
         else
@@ -130,6 +135,11 @@ void ChangeLog::LookAtWhole(TableStatements& statements, std::int64_t record)
         return;
     TurnOffUnless([&] {
         looked.Clear();
+        if (connection.HoldsRecords()) {
+            if (const HeldRecord* const held = connection.Hold(statements, record))
+                looked = held->texts;
+            return;
+        }
         Run run(statements.Read({}, true));
         if (run.Bind(record).Step())
             run.Take(looked, 0, statements.Fields().Count());
@@ -139,6 +149,8 @@ void ChangeLog::LookAtWhole(TableStatements& statements, std::int64_t record)
 /// What a field held that has been looked at; null if it has not.
 std::optional<std::string> ChangeLog::LookedAt(std::size_t column) const
 {
+    if (column == TableFields::None)
+        return std::nullopt;
     if (inHand && inHand->before)
         return TextOf(*inHand->before, column);
     const auto found = std::ranges::find(lookedAt, column);
@@ -172,10 +184,12 @@ void ChangeLog::NoteChanged(TableStatements& statements, std::int64_t record,
         PutAway();
         inHand.emplace(InHand{.statements = &statements,
                               .record = record,
-                              .employer = LookedAt(statements.EmployerColumn()).value_or(""),
-                              .employee = LookedAt(statements.EmployeeColumn()).value_or(""),
+                              .employer = {},
+                              .employee = {},
                               .fields = {},
-                              .before = {}});
+                              .before = std::exchange(lookedWhole, std::nullopt)});
+        inHand->employer = LookedAt(statements.EmployerColumn()).value_or("");
+        inHand->employee = LookedAt(statements.EmployeeColumn()).value_or("");
     }
     for (const PendingEdit::Change& change : changes) {
         if (FieldChange* const known = Find(inHand->fields, change.column))

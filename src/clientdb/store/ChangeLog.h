@@ -99,6 +99,7 @@ private:
 
     std::vector<std::uint16_t> lookedAt; ///< fields of the record that is about to be written
     Cells looked;                        ///< what they hold; of a record to be deleted, all of it
+    std::optional<Cells> lookedWhole;    ///< the record that is about to be written, where it has been read whole
     std::optional<InHand> inHand;
     std::vector<Waiting> waiting;
     std::size_t waitingBytes = 0;

@@ -98,6 +98,27 @@ TableStatements& Database::Connection::Statements(const TableLayout& layout)
     return *tables.emplace_back(std::make_unique<TableStatements>(*this, layout));
 }
 
+void Key::BindTo(Run& run) const
+{
+    run.Bind(part1);
+    if (part2)
+        run.Bind(*part2);
+}
+
+const HeldRecord* Database::Connection::Hold(TableStatements& statements, std::int64_t record)
+{
+    const TableLayout& layout = statements.Layout();
+    if (const HeldRecord* const held = Held(layout, record))
+        return held;
+    Run run(statements.Read({}, true));
+    if (!run.Bind(record).Step())
+        return nullptr;
+    Cells texts;
+    run.Take(texts, 0, statements.Fields().Count());
+    NoteHeld(layout, record, texts);
+    return Held(layout, record);
+}
+
 Prepared& Database::Connection::Own(const std::string& text)
 {
     std::unique_ptr<Prepared>& statement = own[text];

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,7 +19,23 @@
 namespace quillmere {
 
 class ChangeLog;
+class PendingEdit;
 enum class HistoryState;
+
+/// The parts of a key that is sought.
+struct Key {
+    std::string_view part1;
+    std::optional<std::string_view> part2;
+
+    void BindTo(Run& run) const;
+};
+
+/// A record of which nobody else changes anything before the transaction ends.
+struct HeldRecord {
+    const TableLayout* layout;
+    std::int64_t number;
+    Cells texts; ///< of all fields
+};
 
 struct Database::Connection {
     explicit Connection(std::filesystem::path path);
@@ -54,13 +71,23 @@ struct Database::Connection {
     /// The number for an operation of the history; 0: it gets the next one as it is written.
     virtual std::int64_t NumberForOperation() { return 0; }
     /// True in a transaction in which records that are read by their key or number are locked, and what the statement
-    /// that does it ends with.
+    /// that does it ends with. Such a record is read whole.
     virtual bool HoldsRecords() const { return false; }
     virtual std::string_view HoldWords() const { return {}; }
-    /// True for a record that the transaction has locked: it is there, and a write to it can be posted. A record that
-    /// has been read is noted as such.
-    virtual bool Holds(const TableLayout&, std::int64_t) const { return false; }
-    virtual void NoteHeld(const TableLayout&, std::int64_t) {}
+    /// A record that the transaction has locked and read: it is there, and a write to it can be posted. Nothing for one
+    /// that it has not.
+    virtual const HeldRecord* Held(const TableLayout&, std::int64_t) { return nullptr; }
+    virtual const HeldRecord* Held(const TableStatements&, const TableIndex&, const Key&) { return nullptr; }
+    virtual void NoteHeld(const TableLayout&, std::int64_t, const Cells&) {}
+    /// A cursor has written the record, or deleted it.
+    virtual void NoteWritten(const TableLayout&, std::int64_t, const PendingEdit&) {}
+    virtual void NoteDeleted(const TableLayout&, std::int64_t) {}
+    /// Called before a record is sought. Where records are locked, that of a batch belongs to its transaction.
+    virtual void BeforeSeek() {}
+    /// Says that a record will be sought: it is asked for along with what is sought next. Foreseen() is the statement
+    /// that has the answer, with all fields, until the next one is asked for; nullptr where it has not been asked for.
+    virtual void Foresee(TableStatements&, const TableIndex&, const Key&) {}
+    virtual Prepared* Foreseen(const TableStatements&, const TableIndex&, const Key&) { return nullptr; }
     virtual HistoryState LookAtHistory() = 0;
     /// What made a table that stands beside those of the layouts; empty for none.
     virtual std::string TableWords(std::string_view table) = 0;
@@ -70,6 +97,8 @@ struct Database::Connection {
     /// Throws StoreError unless the connection is open.
     void RequireOpen() const;
     TableStatements& Statements(const TableLayout& layout);
+    /// The record as it stands, locked; nothing if it is gone. In a transaction that locks what it reads.
+    const HeldRecord* Hold(TableStatements& statements, std::int64_t record);
     /// A statement of the connection itself, prepared once.
     Prepared& Own(const std::string& text);
     /// Runs a statement of the connection itself, prepared once.

@@ -57,12 +57,18 @@ FormMarks::Table FormMarks::Look() const
 std::string FormMarks::FormOf(std::string_view employer, std::string_view employee) const
 {
     Digest digest;
+    const Key key{employer, employee};
+    for (const TableLayout& layout : ClientTables())
+        if (layout.level == TableLevel::Employee)
+            connection->Foresee(connection->Statements(layout), layout.indexes.front(), key);
     for (const TableLayout& layout : ClientTables()) {
         if (layout.level != TableLevel::Employee)
             continue;
         TableStatements& statements = connection->Statements(layout);
-        Run record(statements.Seek(layout.indexes.front(), {}, true));
-        if (!record.Bind(employer).Bind(employee).Step())
+        Prepared* const foreseen = connection->Foreseen(statements, layout.indexes.front(), key);
+        Run record(foreseen != nullptr ? *foreseen : statements.Seek(layout.indexes.front(), {}, true));
+        key.BindTo(record);
+        if (!record.Step())
             continue;
         digest.Put(layout.name);
         int column = 0; // the number of the record

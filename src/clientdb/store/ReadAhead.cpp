@@ -31,46 +31,57 @@ void ReadAhead::Fetch(Position& position, std::size_t column)
     sought = true;
 }
 
-bool ReadAhead::Seek(Position& position, std::string_view part1, std::optional<std::string_view> part2)
+bool ReadAhead::Seek(Position& position, const Key& key)
 {
     try {
-        return ReadSought(position, part1, part2);
+        return ReadSought(position, key);
     } catch (const StoreError& failure) {
         if (!IsTooLong(failure))
             throw;
         Run run(statements.Seek(*position.Order(), {}, false));
-        run.Bind(part1);
-        if (part2)
-            run.Bind(*part2);
+        key.BindTo(run);
         FailOfRecord(statements, run.Step() ? run.Number(0) : 0, failure);
     }
 }
 
-bool ReadAhead::ReadSought(Position& position, std::string_view part1, std::optional<std::string_view> part2)
+bool ReadAhead::ReadSought(Position& position, const Key& key)
 {
-    // Who seeks once will mostly ask for much; who goes on seeking asks for the same fields each time.
-    const bool all = !sought || along.All();
     const TableIndex& index = *position.Order();
-    Run run(all ? statements.Seek(index, {}, true) : statements.Seek(index, along.Columns(), false));
-    run.Bind(part1);
-    if (part2)
-        run.Bind(*part2);
+    connection.BeforeSeek();
+    if (const HeldRecord* const held = connection.Held(statements, index, key)) {
+        StandOn(position, held->number, true);
+        whole = held->texts;
+        return true;
+    }
+    Prepared* const foreseen = connection.Foreseen(statements, index, key);
+    // Who seeks once will mostly ask for much; who goes on seeking asks for the same fields each time.
+    const bool all = foreseen != nullptr || !sought || along.All() || connection.HoldsRecords();
+    Run run(foreseen != nullptr ? *foreseen
+            : all               ? statements.Seek(index, {}, true)
+                                : statements.Seek(index, along.Columns(), false));
+    key.BindTo(run);
     if (!run.Step())
         return false;
-    Drop();
-    position.StandOn(run.Number(0));
-    connection.NoteHeld(statements.Layout(), position.Rowid());
-    sought = true;
-    scanned = true;
-    isWhole = all;
-    isRow = !all;
+    StandOn(position, run.Number(0), all);
     if (all) {
         whole.Clear();
         run.Take(whole, 1, statements.Fields().Count());
+        connection.NoteHeld(statements.Layout(), position.Rowid(), whole);
     } else {
         rows.Hold(run, position.Rowid(), along.Width());
     }
     return true;
+}
+
+/// The cursor stands on a record that has been sought, and which is about to be taken whole or as a row.
+void ReadAhead::StandOn(Position& position, std::int64_t record, bool all)
+{
+    Drop();
+    position.StandOn(record);
+    sought = true;
+    scanned = true;
+    isWhole = all;
+    isRow = !all;
 }
 
 bool ReadAhead::Next(Position& position)
@@ -91,18 +102,31 @@ void ReadAhead::Learn(std::size_t column, Position& position)
     isRow = false;
 }
 
+/// False if the record is gone.
+bool ReadAhead::ReadRecord(std::int64_t record)
+{
+    if (connection.HoldsRecords()) {
+        const HeldRecord* const held = connection.Hold(statements, record);
+        if (held != nullptr)
+            whole = held->texts;
+        return held != nullptr;
+    }
+    Run run(statements.Read({}, true));
+    if (!run.Bind(record).Step())
+        return false;
+    whole.Clear();
+    run.Take(whole, 0, statements.Fields().Count());
+    return true;
+}
+
 void ReadAhead::ReadWhole(Position& position)
 {
     connection.RequireOpen();
-    Run run(statements.Read({}, true));
-    run.Bind(position.Rowid());
     try {
-        if (!run.Step()) {
+        if (!ReadRecord(position.Rowid())) {
             position.Leave(Position::Place::OnDeleted);
             position.RequireRecord();
         }
-        whole.Clear();
-        run.Take(whole, 0, statements.Fields().Count());
     } catch (const StoreError& failure) {
         if (!IsTooLong(failure))
             throw;

@@ -24,7 +24,7 @@ public:
     /// Goes on to the next record; false if there is none.
     bool Next(Position& position);
     /// Goes to the record of that key; false if there is none. The position's order is the index that has the key.
-    bool Seek(Position& position, std::string_view part1, std::optional<std::string_view> part2);
+    bool Seek(Position& position, const Key& key);
 
     /// A field of the current record; a record that is gone is a StoreError.
     std::string_view Text(Position& position, std::size_t column);
@@ -37,7 +37,9 @@ public:
 private:
     void Learn(std::size_t column, Position& position);
     void ReadWhole(Position& position);
-    bool ReadSought(Position& position, std::string_view part1, std::optional<std::string_view> part2);
+    bool ReadSought(Position& position, const Key& key);
+    void StandOn(Position& position, std::int64_t record, bool all);
+    bool ReadRecord(std::int64_t record);
     std::pair<const Cells*, std::size_t> CellOf(std::size_t column, Position& position);
 
     Database::Connection& connection;

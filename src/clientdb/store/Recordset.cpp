@@ -45,9 +45,6 @@ void Database::Close()
 
 using Place = Position::Place;
 
-/// No record has it.
-constexpr std::int64_t NoRecord = -1;
-
 struct Recordset::State {
     State(std::shared_ptr<Database::Connection> of, const TableLayout& layout)
         : connection(std::move(of)),
@@ -99,12 +96,9 @@ std::size_t Recordset::State::Column(std::string_view name)
 bool Recordset::State::Exists()
 {
     connection->RequireOpen();
-    if (connection->Holds(statements.Layout(), position.Rowid()))
-        return true;
-    const bool isThere = Run(statements.Exists()).Bind(position.Rowid()).Step();
-    if (isThere)
-        connection->NoteHeld(statements.Layout(), position.Rowid());
-    return isThere;
+    if (connection->HoldsRecords())
+        return connection->Hold(statements, position.Rowid()) != nullptr;
+    return Run(statements.Exists()).Bind(position.Rowid()).Step();
 }
 
 /// Drops what was read of the current record, and what was to be written.
@@ -130,7 +124,7 @@ void Recordset::State::SeekKey(std::string_view part1, std::optional<std::string
     connection->RequireOpen();
     Forget();
     position.Leave(Place::Nowhere);
-    ahead.Seek(position, part1, part2);
+    ahead.Seek(position, {part1, part2});
 }
 
 void Recordset::State::Next()
@@ -151,7 +145,7 @@ void Recordset::State::WriteNow()
     const bool isNew = edit.IsNewRecord();
     if (!isNew)
         connection->log->LookAt(statements, position.Rowid(), edit.Changes());
-    const bool isHeld = !isNew && connection->Holds(statements.Layout(), position.Rowid());
+    const bool isHeld = !isNew && connection->Held(statements.Layout(), position.Rowid()) != nullptr;
     const int written = edit.Write(statements, position.Rowid(), isHeld);
     if (!isNew && written == 0) {
         position.Leave(Place::OnDeleted);
@@ -162,6 +156,7 @@ void Recordset::State::WriteNow()
         connection->log->NoteAdded(statements, record, edit.Changes());
     else
         connection->log->NoteChanged(statements, record, edit.Changes());
+    connection->NoteWritten(statements.Layout(), record, edit);
     connection->AfterWrite();
     if (isNew) {
         ahead.Drop();
@@ -200,7 +195,7 @@ void Recordset::State::Delete()
         const bool isFresh = ahead.IsFresh();
         connection->log->LookAtWhole(statements, position.Rowid());
         const int deleted = Run(statements.Delete()).Bind(position.Rowid()).Change();
-        connection->NoteHeld(statements.Layout(), NoRecord);
+        connection->NoteDeleted(statements.Layout(), position.Rowid());
         if (deleted == 0) {
             position.Leave(Place::OnDeleted);
             Forget();
@@ -227,6 +222,17 @@ Recordset Database::OpenRecordset(std::string_view table)
     if (connection->reference)
         RequireReferenceTable(*connection, layout);
     return Recordset(std::make_unique<Recordset::State>(connection, layout));
+}
+
+void Database::WillSeek(std::string_view table, std::string_view part1, std::optional<std::string_view> part2)
+{
+    if (!connection->IsShared())
+        return;
+    connection->RequireOpen();
+    const TableLayout& layout = FindTable(table);
+    for (const TableIndex& index : layout.indexes)
+        if (index.part2.empty() != part2.has_value())
+            return connection->Foresee(connection->Statements(layout), index, {part1, part2});
 }
 
 std::vector<std::string> Database::EmployersInOrder(std::string_view table)

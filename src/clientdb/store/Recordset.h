@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,10 @@ public:
 
     /// A cursor in table mode over the named table (names regardless of case), standing before its first record.
     Recordset OpenRecordset(std::string_view table);
+
+    /// Says that a record will be sought by its key, one part or two. Where each question is a journey to a server, all
+    /// that is said so is asked in one, with what is sought next; a file answers each as it comes.
+    void WillSeek(std::string_view table, std::string_view part1, std::optional<std::string_view> part2 = std::nullopt);
 
     /// The different employers of a table, in the order in which a scan of it in the order of adding meets them.
     /// Records with no employer are passed over.

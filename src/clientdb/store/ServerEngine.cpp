@@ -120,10 +120,24 @@ void ServerPrepared::BindNull(int parameter)
     At(parameter) = {};
 }
 
+void ServerPrepared::Ask()
+{
+    if (!asked)
+        asked = connection.Send(text, words, parameters, writes, true);
+}
+
+void ServerPrepared::Drop() noexcept
+{
+    if (asked && connection.link != nullptr)
+        connection.link->Drop(*asked);
+    asked.reset();
+}
+
 bool ServerPrepared::Step()
 {
     if (result == nullptr) {
-        result = connection.Wait(connection.Send(text, words, parameters, writes, true));
+        Ask();
+        result = connection.Wait(*std::exchange(asked, std::nullopt));
         row = -1;
         const char* const count = PQcmdTuples(result.get());
         changed = 0;
@@ -147,6 +161,7 @@ void ServerPrepared::Post()
 
 void ServerPrepared::Reset() noexcept
 {
+    Drop();
     result.reset();
 }
 
@@ -209,6 +224,7 @@ ServerConnection::ServerConnection(const ServerService& of, WithNewTables)
 
 void ServerConnection::Close()
 {
+    ForgetRecords();
     ForgetStatements();
     if (link == nullptr)
         return;
@@ -243,8 +259,11 @@ ServerLink::Ticket ServerConnection::Send(const std::string& text, std::string_v
     // itself says more than one of this.
     if (transaction == Transaction::Writing && !std::exchange(isNumberAsked, true))
         AskForNumber();
-    if (writes)
+    if (writes) {
+        ForgetUnknown();
+        isUnknown = true;
         isMarked = false;
+    }
     return ticket;
 }
 
@@ -259,7 +278,7 @@ ServerLink::Result ServerConnection::Wait(ServerLink::Ticket ticket)
     try {
         return link->Wait(ticket);
     } catch (const StoreError&) {
-        heldTable = nullptr;
+        ForgetRecords();
         if (operationAsked && !link->HasAnswer(*operationAsked))
             operationAsked.reset();
         if (!link->IsAlive()) {
@@ -282,7 +301,7 @@ void ServerConnection::Say(const std::string& text)
 void ServerConnection::Over() noexcept
 {
     transaction = Transaction::None;
-    heldTable = nullptr;
+    ForgetRecords();
     if (operationAsked)
         link->Drop(*std::exchange(operationAsked, std::nullopt));
     everMarked = isMarked = false;
@@ -291,6 +310,7 @@ void ServerConnection::Over() noexcept
 void ServerConnection::BeginReading()
 {
     FailIfAsked("BEGIN");
+    ForgetRecords();
     Say("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY");
     transaction = Transaction::Reading;
 }
@@ -305,6 +325,7 @@ void ServerConnection::BeginWriting()
     FailIfAsked("BEGIN IMMEDIATE");
     if (readOnly)
         throw StoreError(SQLITE_READONLY, "The database is open for reading only.", "BEGIN IMMEDIATE");
+    ForgetRecords();
     Say("BEGIN");
     transaction = Transaction::Writing;
     everMarked = isMarked = isNumberAsked = false;
@@ -359,7 +380,7 @@ void ServerConnection::MarkPlace(const std::string& name)
 
 void ServerConnection::GoBackTo(const std::string& name) noexcept
 {
-    heldTable = nullptr;
+    ForgetRecords();
     try {
         Say("ROLLBACK TO SAVEPOINT " + name);
     } catch (const StoreError&) {
@@ -388,11 +409,98 @@ std::int64_t ServerConnection::NumberForOperation()
     return NumberIn(result.get(), 0, 0);
 }
 
-void ServerConnection::NoteHeld(const TableLayout& table, std::int64_t record)
+// ---- what is known of records
+
+void ServerConnection::ForgetRecords() noexcept
 {
-    heldTable = HoldsRecords() ? &table : nullptr;
-    heldRecord = record;
+    held.Clear();
+    foreseen.clear();
+    isUnknown = false;
 }
+
+/// A write that no cursor has told of may have gone to any record.
+void ServerConnection::ForgetUnknown()
+{
+    if (isUnknown)
+        ForgetRecords();
+}
+
+const HeldRecord* ServerConnection::Held(const TableLayout& table, std::int64_t record)
+{
+    ForgetUnknown();
+    return held.Find(table, record);
+}
+
+const HeldRecord* ServerConnection::Held(const TableStatements& statements, const TableIndex& index, const Key& key)
+{
+    ForgetUnknown();
+    return held.Find(statements, index, key);
+}
+
+void ServerConnection::NoteHeld(const TableLayout& table, std::int64_t record, const Cells& texts)
+{
+    if (HoldsRecords())
+        held.Hold(table, record, texts);
+}
+
+void ServerConnection::NoteWritten(const TableLayout& table, std::int64_t record, const PendingEdit& edit)
+{
+    isUnknown = false;
+    held.Change(table, record, edit);
+    std::erase_if(foreseen, [&](const Question& question) { return question.table == &table; });
+}
+
+void ServerConnection::NoteDeleted(const TableLayout& table, std::int64_t record)
+{
+    isUnknown = false;
+    held.Release(table, record);
+    std::erase_if(foreseen, [&](const Question& question) { return question.table == &table; });
+}
+
+void ServerConnection::BeforeSeek()
+{
+    if (batches > 0 && !readOnly)
+        BeforeWrite();
+}
+
+std::vector<ServerConnection::Question>::iterator
+ServerConnection::FindQuestion(const TableStatements& statements, const TableIndex& index, const Key& key)
+{
+    ForgetUnknown();
+    return std::ranges::find_if(foreseen, [&](const Question& question) {
+        return question.table == &statements.Layout() && question.index == &index && question.part1 == key.part1 &&
+               question.part2 == key.part2;
+    });
+}
+
+void ServerConnection::Foresee(TableStatements& statements, const TableIndex& index, const Key& key)
+{
+    BeforeSeek();
+    if (Held(statements, index, key) != nullptr || FindQuestion(statements, index, key) != foreseen.end())
+        return;
+    auto question = std::make_unique<ServerPrepared>(*this, std::string(statements.Seek(index, {}, true).Words()));
+    question->BindText(1, key.part1);
+    if (key.part2)
+        question->BindText(2, *key.part2);
+    question->Ask();
+    foreseen.push_back({.index = &index,
+                        .part1 = std::string(key.part1),
+                        .part2 = key.part2 ? std::optional<std::string>(*key.part2) : std::nullopt,
+                        .prepared = std::move(question),
+                        .table = &statements.Layout()});
+}
+
+Prepared* ServerConnection::Foreseen(const TableStatements& statements, const TableIndex& index, const Key& key)
+{
+    const auto found = FindQuestion(statements, index, key);
+    if (found == foreseen.end())
+        return nullptr;
+    answering = std::move(found->prepared);
+    foreseen.erase(found);
+    return answering.get();
+}
+
+// ---- the tables that are there
 
 HistoryState ServerConnection::LookAtHistory()
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/store/Connection.h"
+#include "clientdb/store/HeldRecords.h"
 #include "clientdb/store/ServerLink.h"
 
 #include <deque>
@@ -17,6 +18,11 @@ enum class NewSchema { No, Yes };
 class ServerPrepared final : public Prepared {
 public:
     ServerPrepared(ServerConnection& connection, std::string words);
+    ~ServerPrepared() override { Drop(); }
+
+    /// Sends the statement, whose first step then has its answer. Nobody may want that after all.
+    void Ask();
+    void Drop() noexcept;
 
     std::string_view Words() const override { return words; }
     void BindText(int parameter, std::string_view text) override;
@@ -41,6 +47,7 @@ private:
     bool writes;
     std::vector<ServerLink::Parameter> parameters;
     std::deque<std::string> kept; ///< what the parameters are made of, where it is not as they were bound
+    std::optional<ServerLink::Ticket> asked;
     ServerLink::Result result{nullptr, PQclear};
     mutable std::vector<std::string> uncarried; ///< texts of the row that read otherwise than the server has them
     int row = 0, changed = 0;
@@ -78,11 +85,14 @@ struct ServerConnection final : Database::Connection {
     std::int64_t NumberForOperation() override;
     bool HoldsRecords() const override { return transaction == Transaction::Writing; }
     std::string_view HoldWords() const override { return " FOR UPDATE"; }
-    bool Holds(const TableLayout& table, std::int64_t record) const override
-    {
-        return heldTable == &table && heldRecord == record;
-    }
-    void NoteHeld(const TableLayout& table, std::int64_t record) override;
+    const HeldRecord* Held(const TableLayout& table, std::int64_t record) override;
+    const HeldRecord* Held(const TableStatements& statements, const TableIndex& index, const Key& key) override;
+    void NoteHeld(const TableLayout& table, std::int64_t record, const Cells& texts) override;
+    void NoteWritten(const TableLayout& table, std::int64_t record, const PendingEdit& edit) override;
+    void NoteDeleted(const TableLayout& table, std::int64_t record) override;
+    void BeforeSeek() override;
+    void Foresee(TableStatements& statements, const TableIndex& index, const Key& key) override;
+    Prepared* Foreseen(const TableStatements& statements, const TableIndex& index, const Key& key) override;
     HistoryState LookAtHistory() override;
     std::string TableWords(std::string_view table) override;
     void CountOn(std::string_view table, std::string_view number) override;
@@ -92,12 +102,24 @@ struct ServerConnection final : Database::Connection {
 
 private:
     friend class ServerPrepared;
+    /// A record that has been asked for before it is sought.
+    struct Question {
+        const TableIndex* index;
+        std::string part1;
+        std::optional<std::string> part2;
+        std::unique_ptr<ServerPrepared> prepared;
+        const TableLayout* table;
+    };
     enum class Transaction { None, Reading, Writing, Alone };
 
     ServerLink::Ticket Send(const std::string& text, std::string_view words,
                             std::span<const ServerLink::Parameter> parameters, bool writes, bool isWanted);
     ServerLink::Result Wait(ServerLink::Ticket ticket);
     void AskForNumber();
+    std::vector<Question>::iterator FindQuestion(const TableStatements& statements, const TableIndex& index,
+                                                 const Key& key);
+    void ForgetRecords() noexcept;
+    void ForgetUnknown();
     void Say(const std::string& text);
     void Over() noexcept;
     void RequireTables();
@@ -111,8 +133,10 @@ private:
     bool everMarked = false; ///< there is one
     bool isNumberAsked = false;
     std::optional<ServerLink::Ticket> operationAsked; ///< the answer is a number for the history
-    const TableLayout* heldTable = nullptr;           ///< of the record that was locked last
-    std::int64_t heldRecord = 0;
+    HeldRecords held;
+    std::vector<Question> foreseen;
+    std::unique_ptr<Prepared> answering; ///< the question that was asked for last
+    bool isUnknown = false;              ///< something has been written that may be a held record
     std::int64_t changes = 0, lastAdded = 0;
 };
 

@@ -150,8 +150,10 @@ void ServerLink::TakeAnswer(const Waiting& of)
         const char* const state = PQresultErrorField(result.get(), PG_DIAG_SQLSTATE);
         const char* const words = PQresultErrorField(result.get(), PG_DIAG_MESSAGE_PRIMARY);
         const std::string said = words != nullptr ? words : WithoutEnd(PQresultErrorMessage(result.get()));
-        if (!failure)
-            failure.emplace(state != nullptr ? FailureNumber(state) : SQLITE_CANTOPEN, said, of.words);
+        if (!failure && state != nullptr)
+            failure.emplace(FailureNumber(state), FailureWords(state, said, of.words), of.words);
+        else if (!failure)
+            failure.emplace(SQLITE_CANTOPEN, said, of.words);
     } else if (of.isWanted) {
         results.insert_or_assign(of.ticket, std::move(result));
     }
@@ -182,7 +184,8 @@ void ServerLink::FailOfConnection()
 
 bool ServerLink::IsAlive()
 {
-    return PQconsumeInput(handle) == 1 && PQstatus(handle) == CONNECTION_OK;
+    // A server that ends the connection says so first; only behind its words the end is met.
+    return PQconsumeInput(handle) == 1 && PQconsumeInput(handle) == 1 && PQstatus(handle) == CONNECTION_OK;
 }
 
 } // namespace quillmere

@@ -74,9 +74,14 @@ std::vector<std::string> CreateTableStatements()
         remark(table.name, table.words);
     }
     statements.push_back(fmt::format("CREATE INDEX \"{0}_Operation\" ON \"{0}\"(\"Operation\")", ChangeTable));
-    statements.push_back(fmt::format("INSERT INTO \"HNotepad2\"(\"Currency1\",\"Rate1\") VALUES({},{})",
-                                     Literal(edition::FirstCurrency), Literal(edition::OfficialRateOfInterest)));
+    statements.push_back(CreateCurrencies());
     return statements;
+}
+
+std::string CreateCurrencies()
+{
+    return fmt::format("INSERT INTO \"HNotepad2\"(\"Currency1\",\"Rate1\") VALUES({},{})",
+                       Literal(edition::FirstCurrency), Literal(edition::OfficialRateOfInterest));
 }
 
 std::vector<TableOnServer> TablesOnServer()

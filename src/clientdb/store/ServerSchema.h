@@ -11,6 +11,9 @@ namespace quillmere {
 /// All of them in their order, in the words of the server; the tables stand in the schema that is in use.
 std::vector<std::string> CreateTableStatements();
 
+/// What puts the first currency into its empty table.
+std::string CreateCurrencies();
+
 /// The names of a table's columns in their order, as they are compared with what the server has.
 struct TableOnServer {
     std::string name, columns;

@@ -49,7 +49,8 @@ std::optional<ServerService> ReadService(const std::filesystem::path& file)
         return std::nullopt;
     std::ifstream in(file, std::ios::binary);
     std::string line;
-    if (in.peek() != '[' || !std::getline(in, line))
+    // The head of a damaged database may begin with a bracket, but it does not close it.
+    if (in.peek() != '[' || !std::getline(in, line) || !Trim(line.substr(0, line.find('\r'))).ends_with(']'))
         return std::nullopt;
     ServerService service{.file = file, .settings = {}, .schema = {}};
     while (std::getline(in, line)) {
@@ -70,6 +71,11 @@ std::optional<ServerService> ReadService(const std::filesystem::path& file)
     if (!IsSchemaName(service.schema))
         Refuse(file, "its schema is not named in small letters, digits and lines");
     return service;
+}
+
+bool MayOnlyLook(const std::filesystem::path& database, const StoreError& failure)
+{
+    return (failure.Number() & 0xff) == SQLITE_READONLY && ReadService(database).has_value();
 }
 
 void WriteService(const ServerService& service)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "clientdb/store/StoreErrors.h"
+
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -27,6 +29,9 @@ bool IsSchemaName(std::string_view name);
 
 /// The service that a file names; nothing if it is no such file. Throws StoreError for one that is not to be used.
 std::optional<ServerService> ReadService(const std::filesystem::path& file);
+
+/// True if a database is shared and the failure says that its server lets the user look and not write.
+bool MayOnlyLook(const std::filesystem::path& database, const StoreError& failure);
 
 /// Writes such a file. Throws FileError.
 void WriteService(const ServerService& service);

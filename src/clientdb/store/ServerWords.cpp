@@ -112,6 +112,15 @@ std::optional<std::string> UncarriedText(std::string_view text)
     return plain;
 }
 
+std::string FailureWords(std::string_view sqlState, std::string_view said, std::string_view statement)
+{
+    const bool isRefused = FailureNumber(sqlState) == SQLITE_READONLY;
+    const bool onlyReads = statement.starts_with("SELECT") && !statement.ends_with("FOR UPDATE");
+    if (!isRefused || onlyReads)
+        return std::string(said);
+    return fmt::format("The server lets you look, but not store anything: {}", said);
+}
+
 int FailureNumber(std::string_view sqlState)
 {
     struct Kind {

@@ -1,0 +1,258 @@
+// Several clerks in one shared folder, each at a desk of his own.
+#include "clientdb/EmployerScreens.h"
+#include "clientdb/TypedEntries.h"
+#include "clientdb/store/History.h"
+#include "clientdb/store/ServerEngine.h"
+#include "support/ProgramFixture.h"
+#include "support/RawDatabase.h"
+
+#include <fmt/format.h>
+
+namespace quillmere::test {
+namespace {
+
+constexpr auto Employer = "Acme";
+constexpr auto Employee = "Jane Smith";
+
+class ManyClerks : public ProgramFixture {
+protected:
+    ManyClerks()
+        : otherDesk(otherDoor, nullptr, {.programFolder = OtherFolder(), .resourceFolder = Now().resourceFolder})
+    {
+        lent.PutAt(Now().ClientDatabasePath());
+        EXPECT_TRUE(otherDesk.Main());
+        otherDoor.deskName = "ben@desk";
+        Other().settings = Now().settings; // the same client folder
+        Create(Employer, "Jane", "Smith");
+        for (Session* session : {&Now(), &Other()})
+            OpenAt(*session);
+    }
+
+    std::filesystem::path OtherFolder() const
+    {
+        std::filesystem::path made = root.path / "other" / edition::ProductFolder;
+        std::filesystem::create_directories(made);
+        return made;
+    }
+
+    Session& Other() { return otherDesk.TheSession(); }
+
+    /// Opens the employee, and stores what the opening has worked out.
+    static void OpenAt(Session& session)
+    {
+        session.CurrentEmployer = Employer;
+        session.CurrentEmployee = Employee;
+        EXPECT_NE(OpenPage1(session, "Opening"), nullptr);
+        session.screens.RunDeferred();
+        Turn(session, "Form3", "Page2");
+        Turn(session, "Side2Form1", "Page1");
+    }
+
+    static void Turn(Session& session, const char* from, const char* to)
+    {
+        Screen* const page = session.screens.Find(from);
+        ASSERT_NE(page, nullptr);
+        page->Click(page->box(to));
+        session.screens.RunDeferred();
+    }
+
+    static void Type(Session& session, const char* screen, const char* box, std::string_view text)
+    {
+        Screen* const of = session.screens.Find(screen);
+        Box& typed = of->box(box);
+        typed.SetText(text);
+        typed.MarkByHand(true);
+        of->Leave(typed);
+    }
+
+    std::string Stored(std::string_view table, std::string_view field)
+    {
+        Database database = Clients();
+        Recordset records = database.OpenRecordset(table);
+        records.Index("IndKey");
+        records.Seek(Employer, Employee);
+        return std::string(records.Field(field));
+    }
+
+    ScriptedDoor otherDoor;
+    Program otherDesk;
+};
+
+TEST_F(ManyClerks, WriteOnlyTheBoxesThatTheyHaveChanged)
+{
+    Type(Now(), "Form3", "ADescriptionAsset", "Desk");
+    Type(Other(), "Form3", "WorkNumberBox", "17");
+    Turn(Now(), "Form3", "Page2");
+    Turn(Other(), "Form3", "Page2");
+    EXPECT_EQ(Stored("P11D", "ADescriptionAsset"), "Desk");
+    EXPECT_EQ(Stored("P11D", "WorkNumberBox"), "17");
+    EXPECT_TRUE(door.messages.empty());
+    EXPECT_TRUE(otherDoor.messages.empty());
+}
+
+TEST_F(ManyClerks, AreToldWhatTheyHaveStoredOverWithBothTextsAndTheHistoryKeepsTheOther)
+{
+    Type(Now(), "Form3", "ADescriptionAsset", "Desk");
+    Type(Other(), "Form3", "ADescriptionAsset", "Lamp");
+    Turn(Now(), "Form3", "Page2");
+    EXPECT_TRUE(door.messages.empty());
+    Turn(Other(), "Form3", "Page2");
+    ASSERT_EQ(otherDoor.messages.size(), 1U);
+    const std::string& text = otherDoor.messages[0].text;
+    EXPECT_NE(text.find("\"Desk\" there, \"Lamp\" here"), std::string::npos) << text;
+    EXPECT_EQ(Stored("P11D", "ADescriptionAsset"), "Lamp");
+    Database database = Clients();
+    History history(database);
+    const std::vector<PastOperation> operations = history.Operations({}, 1);
+    ASSERT_EQ(operations.size(), 1U);
+    const auto changes = history.Changes(operations[0].number, 10);
+    ASSERT_EQ(changes.size(), 1U);
+    ASSERT_EQ(changes[0].fields.size(), 1U);
+    EXPECT_EQ(changes[0].fields[0].before, "Desk");
+    EXPECT_EQ(changes[0].fields[0].after, "Lamp");
+}
+
+TEST_F(ManyClerks, AreNotToldOfTheSameTextOrOfABoxThatTheyHaveNotTouched)
+{
+    Type(Now(), "Form3", "ADescriptionAsset", "Desk");
+    Type(Other(), "Form3", "ADescriptionAsset", "Desk");
+    Turn(Now(), "Form3", "Page2");
+    Turn(Other(), "Form3", "Page2");
+    Turn(Now(), "Side2Form1", "Page1");
+    Type(Now(), "Form3", "WorkNumberBox", "17");
+    Turn(Now(), "Form3", "Page2");
+    EXPECT_TRUE(door.messages.empty());
+    EXPECT_TRUE(otherDoor.messages.empty());
+}
+
+TEST_F(ManyClerks, AreToldByANotepadAsWell)
+{
+    Screen* const first = Now().screens.Show("KNotepad");
+    Screen* const second = Other().screens.Show("KNotepad");
+    first->box("Description", 1).SetText("Desk");
+    second->box("Description", 1).SetText("Lamp");
+    first->Click(first->box("cmdOK"));
+    second->Click(second->box("cmdOK"));
+    EXPECT_TRUE(door.messages.empty());
+    ASSERT_EQ(otherDoor.messages.size(), 1U);
+    EXPECT_NE(otherDoor.messages[0].text.find("\"Desk\" there, \"Lamp\" here"), std::string::npos)
+        << otherDoor.messages[0].text;
+    EXPECT_EQ(Stored("KNotepad", "Description1"), "Lamp");
+}
+
+// ---- the connection -------------------------------------------------------------------------------
+
+class BrokenConnection : public ManyClerks {
+protected:
+    BrokenConnection()
+    {
+        const std::filesystem::path file = Now().ClientDatabasePath();
+        service = server.Service(file, "own");
+        CreateServerTables(service);
+        WriteService(service);
+        Create(Employer, "Jane", "Smith");
+        OpenAt(Now());
+    }
+
+    PrivateServer server{PrivateServer::Sync::On}; // what is stored outlives it
+    ServerService service;
+};
+
+TEST_F(BrokenConnection, IsMadeAnewWithoutAWordWhereTheServerIsThere)
+{
+    Type(Now(), "Form3", "ADescriptionAsset", "Desk");
+    ExecuteRaw(service.file,
+               "SELECT pg_terminate_backend(pid,5000) FROM pg_stat_activity WHERE pid<>pg_backend_pid() AND "
+               "backend_type='client backend'");
+    Turn(Now(), "Form3", "Page2");
+    EXPECT_TRUE(door.messages.empty());
+    EXPECT_EQ(Stored("P11D", "ADescriptionAsset"), "Desk");
+}
+
+TEST_F(BrokenConnection, KeepsWhatIsTypedOnAPageAndStoresItWhenTheServerIsBack)
+{
+    Type(Now(), "Form3", "ADescriptionAsset", "Desk");
+    server.Kill();
+    Turn(Now(), "Form3", "Page2");
+    EXPECT_FALSE(TakeMessage().text.empty());
+    EXPECT_TRUE(Shows("Form3"));
+    EXPECT_EQ(At("Form3", "ADescriptionAsset").Text(), "Desk");
+    // A power cut now loses nothing either: it is kept beside the folder's file, on this desk.
+    door.LetTimePass();
+    Now().screens.RunDeferred();
+    const std::vector<TypedEntries::Line> kept = TypedEntries(service.file).All();
+    ASSERT_EQ(kept.size(), 1U);
+    EXPECT_EQ(kept[0].entry.typed, "Desk");
+    server.Start();
+    door.messages.clear();
+    Turn(Now(), "Form3", "Page2");
+    EXPECT_TRUE(Shows("Side2Form1"));
+    EXPECT_TRUE(door.messages.empty());
+    EXPECT_EQ(Stored("P11D", "ADescriptionAsset"), "Desk");
+}
+
+TEST_F(BrokenConnection, LeavesANotepadOpenWhoseOkStoresWhenTheServerIsBack)
+{
+    Screen* const notepad = Now().screens.Show("KNotepad");
+    notepad->box("Description", 1).SetText("Desk");
+    server.Kill();
+    notepad->Click(notepad->box("cmdOK"));
+    EXPECT_EQ(TakeMessage().text, "Unable to update database");
+    ASSERT_NE(Now().screens.Find("KNotepad"), nullptr);
+    server.Start();
+    notepad->Click(notepad->box("cmdOK"));
+    EXPECT_EQ(Now().screens.Find("KNotepad"), nullptr);
+    EXPECT_EQ(Stored("KNotepad", "Description1"), "Desk");
+}
+
+// ---- whoever may only read ------------------------------------------------------------------------
+
+class MayOnlyRead : public ManyClerks {
+protected:
+    MayOnlyRead()
+    {
+        ServerService service = *ReadService(Now().ClientDatabasePath());
+        const std::string& schema = service.schema;
+        ExecuteRaw(service.file,
+                   "DO $$BEGIN IF NOT EXISTS (SELECT FROM pg_roles WHERE rolname='looks') THEN CREATE ROLE "
+                   "looks LOGIN; END IF; END$$");
+        ExecuteRaw(service.file, fmt::format("GRANT USAGE ON SCHEMA {} TO looks", schema));
+        ExecuteRaw(service.file, fmt::format("GRANT SELECT ON ALL TABLES IN SCHEMA {} TO looks", schema));
+        Create(Employer, "Joe", "Brown"); // whom nobody has opened yet
+        for (auto& [name, value] : service.settings)
+            if (name == "user")
+                value = "looks";
+        WriteService(service);
+    }
+};
+
+TEST_F(MayOnlyRead, LooksAtEverybodyWithoutAWord)
+{
+    Now().CurrentEmployee = "Joe Brown";
+    ASSERT_NE(OpenPage1(Now(), "Opening"), nullptr);
+    Now().screens.RunDeferred();
+    Turn(Now(), "Form3", "Page2");
+    Turn(Now(), "Side2Form1", "Page1");
+    for (const char* name : {"KNotepad", "FNotepad"}) {
+        Screen* const notepad = Now().screens.Show(name);
+        ASSERT_NE(notepad, nullptr);
+        notepad->Click(notepad->box(notepad->FindBox("cmdCancel") != nullptr ? "cmdCancel" : "Cancel"));
+    }
+    OpenAt(Now());
+    EXPECT_TRUE(door.messages.empty()) << door.messages.front().text;
+}
+
+TEST_F(MayOnlyRead, IsToldInWordsWhatTheServerRefuses)
+{
+    Type(Now(), "Form3", "ADescriptionAsset", "Desk");
+    Turn(Now(), "Form3", "Page2");
+    const std::string text = TakeMessage().text;
+    EXPECT_NE(text.find("The server lets you look, but not store anything"), std::string::npos) << text;
+    EXPECT_TRUE(Shows("Form3"));
+    Type(Now(), "Form3", "ADescriptionAsset", "");
+    Turn(Now(), "Form3", "Page2");
+    EXPECT_TRUE(Shows("Side2Form1"));
+}
+
+} // namespace
+} // namespace quillmere::test
