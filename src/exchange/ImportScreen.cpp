@@ -4,6 +4,7 @@
 #include "clientdb/RecentEmployees.h"
 #include "clientdb/SafetyCopies.h"
 #include "clientdb/UserOperation.h"
+#include "clientdb/store/LastStored.h"
 #include "frame/BusyPointer.h"
 #include "frame/CellEntry.h"
 #include "frame/CheckedFile.h"
@@ -211,7 +212,7 @@ void ImportScreen::ChooseTarget(int position)
 void ImportScreen::Plan()
 {
     const BusyPointer busy(session.platform);
-    lookedAt = std::filesystem::last_write_time(session.ClientDatabasePath());
+    lookedAt = LastStored(session.ClientDatabasePath());
     Database database = Database::OpenDatabase(session.ClientDatabasePath());
     plan = MakePlan(database, table, targets, columns, EmployerForAll());
     ShowPlan();
@@ -255,7 +256,7 @@ void ImportScreen::ShowWords()
 
 bool ImportScreen::HasChangedSince() const
 {
-    return std::filesystem::last_write_time(session.ClientDatabasePath()) != lookedAt;
+    return LastStored(session.ClientDatabasePath()) != lookedAt;
 }
 
 void ImportScreen::Import()

@@ -39,7 +39,7 @@ private:
     Columns columns;
     std::vector<std::string> employers;
     ImportPlan plan;
-    std::filesystem::file_time_type lookedAt; ///< the database's last change before the plan was made
+    std::string lookedAt; ///< the database's last change before the plan was made
 };
 
 } // namespace quillmere::exchange

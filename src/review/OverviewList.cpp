@@ -2,6 +2,7 @@
 
 #include "clientdb/Employees.h"
 #include "clientdb/OpenRecord.h"
+#include "clientdb/store/LastStored.h"
 #include "edition/Edition.h"
 #include "frame/Session.h"
 #include "review/GoToBox.h"
@@ -134,16 +135,15 @@ bool OverviewList::Load()
 /// What another window, or another desk, has stored meanwhile is taken up.
 void OverviewList::WindowActivated()
 {
-    std::error_code gone;
-    const auto changed = std::filesystem::last_write_time(session.ClientDatabasePath(), gone);
-    if (!gone && changed != lookedAt)
+    const std::string changed = LastStored(session.ClientDatabasePath());
+    if (!changed.empty() && changed != lookedAt)
         Start();
 }
 
 /// Begins to look through what is shown; the lines from before stay listed until the end.
 void OverviewList::Start()
 {
-    lookedAt = std::filesystem::last_write_time(session.ClientDatabasePath());
+    lookedAt = LastStored(session.ClientDatabasePath());
     {
         Database database = Database::OpenDatabase(session.ClientDatabasePath());
         ListEmployers(EveryEmployer(database));

@@ -67,7 +67,7 @@ private:
     std::deque<std::string> waiting; ///< employers who have not been looked through yet
     std::optional<EmployerReview> review;
     std::optional<Marks> marks;
-    std::filesystem::file_time_type lookedAt; ///< the database's last change before the last look
+    std::string lookedAt; ///< the database's last change before the last look
 };
 
 } // namespace quillmere::review
