@@ -160,6 +160,24 @@ TEST_F(PdfWriterTest, HoldsWhatIsFixedOnceForAllPages)
         EXPECT_NE(text.find(piece), std::string::npos) << piece;
 }
 
+TEST_F(PdfWriterTest, SaysInLittleRoomWhereItsObjectsAre)
+{
+    Document document;
+    document.AddPage();
+    for (int line = 1; line <= 300; ++line) {
+        document.BelongsTo(document.AddElement({}));
+        document.AddText({.size = 8}, Alignment::Left, 1000, line * 10, "text");
+    }
+    const std::filesystem::path file = Written(document);
+    const std::string bytes = ReadFile(file);
+    const auto numberAfter = [&](std::string_view word, std::size_t from) {
+        return std::stoul(bytes.substr(bytes.find(word, from) + word.size()));
+    };
+    const std::size_t references = numberAfter("startxref\n", 0);
+    EXPECT_LT(numberAfter("/Length ", references), numberAfter("/Size ", references)) << "a byte an object";
+    EXPECT_EQ(RunProgram({"qpdf", "--check", file.string()}).status, 0);
+}
+
 TEST_F(PdfWriterTest, HangsBookmarksOfSectionsUnderTheirPage)
 {
     Document document = WithTexts({"one", "two"});

@@ -153,14 +153,21 @@ std::vector<PdfFile::Place> PdfFile::PackObjects()
     return places;
 }
 
-/// The stream of references, which says where each object is: itself, in the file or in a stream of objects.
+/// The stream of references, which says where each object is: itself, in the file or in a stream of objects. A row
+/// below one of its own kind is written as the difference to it, byte by byte, which takes less room deflated.
 std::string PdfFile::References(const std::vector<Place>& places, std::size_t end, int placeSize) const
 {
-    std::string table;
+    constexpr char AsItIs = 0, DifferenceToAbove = 2;
+    std::string table, row, above(static_cast<std::size_t>(placeSize) + 3, '\0');
     const auto add = [&](char kind, std::size_t where, int index) {
-        table += kind;
-        AppendBytes(table, where, placeSize);
-        AppendBytes(table, static_cast<std::size_t>(index), 2);
+        row.assign(1, kind);
+        AppendBytes(row, where, placeSize);
+        AppendBytes(row, static_cast<std::size_t>(index), 2);
+        const bool isLikeAbove = kind == above[0];
+        table += isLikeAbove ? DifferenceToAbove : AsItIs;
+        for (std::size_t at = 0; at < row.size(); ++at)
+            table += isLikeAbove ? static_cast<char>(row[at] - above[at]) : row[at];
+        row.swap(above);
     };
     add(0, 0, 0);
     for (std::size_t number = 1; number < objects.size(); ++number)
@@ -181,8 +188,10 @@ std::string PdfFile::Bytes()
     const int placeSize = std::max(end, objects.size()) > 0xFFFF ? 4 : 2;
     const std::string table = deflate.Compress(References(places, end, placeSize));
     const std::string identifier = Fingerprint(bytes);
-    AddDeflated(table, fmt::format("/Type/XRef/Size {}/W[1 {} 2]/Root {}/ID[<{}><{}>]{}", objects.size() + 1, placeSize,
-                                   root, identifier, identifier, trailer));
+    AddDeflated(
+        table,
+        fmt::format("/DecodeParms<</Predictor 12/Columns {}>>/Type/XRef/Size {}/W[1 {} 2]/Root {}/ID[<{}><{}>]{}",
+                    placeSize + 3, objects.size() + 1, placeSize, root, identifier, identifier, trailer));
     fmt::format_to(std::back_inserter(bytes), "startxref\n{}\n%%EOF\n", end);
     return std::move(bytes);
 }
