@@ -225,6 +225,11 @@ constexpr auto Rows = std::to_array<BoxHelp>({
     {.screen = "ChangeHistory", .box = "Day", .takes = "a date, day/month/year; empty for all days", .about = "Only what was done on this day is listed."},
     {.screen = "frmFolderManager", .box = "txtName", .takes = "a name for the folder", .about = "The name under which the folder stands in the Folder menu."},
     {.screen = "frmFolderManager", .box = "txtPath", .takes = "the path of a folder", .about = "The folder that holds, or is to hold, a database of its own."},
+    {.screen = "ShareFolder", .box = "ServerHost", .takes = "the name of a computer, or the folder of a server's socket on this one", .about = "Where the server is that is to have the clients of this folder. Whoever looks after it knows; empty, it is on this computer."},
+    {.screen = "ShareFolder", .box = "ServerPort", .takes = "a whole number; empty for the usual one", .about = "The port at which the server answers. It is 5432 unless whoever looks after it says otherwise."},
+    {.screen = "ShareFolder", .box = "ServerDatabase", .takes = "the name of a database; empty for the one called as the user", .about = "The database on the server that holds the folders of the office, each in a schema of its own."},
+    {.screen = "ShareFolder", .box = "ServerUser", .takes = "the name of a user of the server; empty for the one who has logged in here", .about = "Under this name the server knows you. It needs the right to make a schema in the database."},
+    {.screen = "ShareFolder", .box = "ServerSchema", .takes = "small letters, digits and lines", .about = "The name that this folder alone has in the database. It may not be there yet, or must be empty."},
     // Printing
     {.screen = "PdfFiles", .box = "PdfFolder", .takes = "the path of a folder that is there", .about = "The folder into which the PDF files are written. It is remembered for the next time."},
     {.screen = "frmVSPrintSettings", .box = "txtVSTop", .takes = "millimetres", .about = "It is used for all pages of a document and kept with the settings."},
