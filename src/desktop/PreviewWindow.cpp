@@ -127,15 +127,18 @@ int PreviewWindow::LayOutStrip(int width)
         }
         x += Apart - Near;
     }
-    for (const char* name : {"lblEdge", "lblLook"}) {
+    for (const char* name : {"lblEdge", "lblLook", "lblDocument"}) {
         QWidget* words = WidgetOf(preview.box(name));
         if (words->isHidden())
             continue;
-        words->setGeometry(x, y, std::min(words->sizeHint().width(), std::max(0, width - x - Near)), line);
+        const int needed = words->sizeHint().width();
+        if (x + needed > width - Near && x > Apart) {
+            x = Apart;
+            y += line + StripPadding;
+        }
+        words->setGeometry(x, y, std::min(needed, std::max(0, width - x - Near)), line);
         x += words->width() + Apart;
     }
-    // The document's name has what is left of the line.
-    WidgetOf(preview.box("lblDocument"))->setGeometry(x, y, std::max(0, width - x - Near), line);
     return y + line + StripPadding;
 }
 
@@ -174,7 +177,9 @@ void PreviewWindow::BoxChanged(const Box& box)
     if (surface != nullptr && (box.Name() == "lblPage" || box.Name() == "cmbZoomMode" || box.Name() == "cmbPercent"))
         surface->Follow();
     // What has come into sight takes room from the others.
-    if (surface != nullptr && (box.Name() == "ShowInFolder" || box.Name() == "lblEdge" || box.Name() == "cmdInside"))
+    constexpr auto InTheStrip =
+        std::to_array<std::string_view>({"ShowInFolder", "cmdInside", "lblEdge", "lblLook", "lblDocument"});
+    if (surface != nullptr && std::ranges::find(InTheStrip, box.Name()) != InTheStrip.end())
         LayOut();
     if (surface != nullptr && box.Name() == "lblEdge")
         surface->viewport()->update();

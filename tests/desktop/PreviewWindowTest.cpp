@@ -316,6 +316,30 @@ TEST_F(PreviewWindowTest, StripAndSurfaceFollowTheWindow)
     }
 }
 
+TEST_F(PreviewWindowTest, ShowsAllOfItsWordsWhole)
+{
+    ASSERT_NO_FATAL_FAILURE(Open(2));
+    preview->box("cmdInside").SetVisible(true);
+    const std::array<std::pair<const char*, const char*>, 3> all{
+        {{"lblEdge", "Outside what the printer on the first floor prints"},
+         {"lblLook", "12 things to look at"},
+         {"lblDocument", "Saved: Acme Ltd - Jane Smith - P11D 2010-11.pdf"}}};
+    for (const QSize size : {QSize(1366, 700), QSize(1000, 700), QSize(420, 400)}) {
+        window->resize(size);
+        QCoreApplication::processEvents();
+        for (const auto& [name, words] : all) {
+            preview->box(name).SetText("-");
+            preview->box(name).SetVisible(true);
+            preview->box(name).SetText(words);
+        }
+        for (const auto& [name, words] : all) {
+            EXPECT_GE(Widget(name)->width(), Widget(name)->sizeHint().width()) << name << " at " << size.width();
+            EXPECT_TRUE(Widget("picControls")->rect().contains(Widget(name)->geometry()))
+                << name << " at " << size.width();
+        }
+    }
+}
+
 TEST_F(PreviewWindowTest, OpensWhereItWasAndThePrintDialogInItsMiddle)
 {
     ASSERT_NO_FATAL_FAILURE(Open(2));
