@@ -101,6 +101,16 @@ protected:
         records.Seek(employer, employee);
         return records.NoMatch() ? "no record" : std::string(records.Field(field));
     }
+    void Set(std::string_view employee, std::string_view field, std::string_view text)
+    {
+        Database database = Open();
+        Recordset records = database.OpenRecordset("P11D");
+        records.Index("IndKey");
+        records.Seek("Acme Ltd", employee);
+        records.Edit();
+        records.SetField(field, text);
+        records.Update();
+    }
     static std::string Said(const ImportPlan& plan)
     {
         std::string said;
@@ -187,15 +197,8 @@ TEST_F(Import, ChangesNothingWithWhatIsThereAlready)
     const std::string csv = "Forename,Surname,NI,\"A, cost or market value\",\"A, cash equivalent, box 13\"\n"
                             "Jane,Smith,AB123456C,100,\n";
     Take(csv);
-    {
-        // What a record holds that no leaving would have made stays as it is.
-        Database database = Open();
-        Recordset records = database.OpenRecordset("P11D");
-        records.MoveFirst();
-        records.Edit();
-        records.SetField("ACashEqu", "     90.00");
-        records.Update();
-    }
+    // What a record holds that no leaving would have made stays as it is.
+    Set("Jane Smith", "ACashEqu", "     90.00");
     const ImportPlan plan = Take(csv);
     EXPECT_EQ(Said(plan), "Same|NI number|\n");
     EXPECT_TRUE(plan.employees.empty());
@@ -266,30 +269,15 @@ TEST_F(Import, FindsWhoHasGotANumberFurtherUp)
 TEST_F(Import, TakesANumberThatTwoHaveForNobodys)
 {
     Take("Forename,Surname\nJane,Smith\nJohn,Brown\n");
-    for (const char* who : {"Jane Smith", "John Brown"}) {
-        Database database = Open();
-        Recordset records = database.OpenRecordset("P11D");
-        records.Index("IndKey");
-        records.Seek("Acme Ltd", who);
-        records.Edit();
-        records.SetField("WorkNumberBox", "7");
-        records.Update();
-    }
+    Set("Jane Smith", "WorkNumberBox", "7");
+    Set("John Brown", "WorkNumberBox", "7");
     EXPECT_EQ(Said(Plan("Payroll No,DOB\n7,1/2/70\n")), "Faulty||Several employees have the works number 7\n");
 }
 
 TEST_F(Import, GivesANewEmployeeTheFirstReferenceOfHisEmployer)
 {
     Take("Forename,Surname,PAYE ref\nJane,Smith,111/A1\nJohn,Brown,\n");
-    {
-        Database database = Open();
-        Recordset records = database.OpenRecordset("P11D");
-        records.Index("IndKey");
-        records.Seek("Acme Ltd", "John Brown");
-        records.Edit();
-        records.SetField("PAYEBox", "222/B2");
-        records.Update();
-    }
+    Set("John Brown", "PAYEBox", "222/B2");
     Take("Forename,Surname\nAnn,Other\n");
     EXPECT_EQ(Field("P11D", "Ann Other", "PAYEBox"), "111/A1");
 }
