@@ -7,6 +7,8 @@ namespace quillmere::review {
 EmployeeForm::EmployeeForm(Database& database, std::string_view employer, std::string_view employee)
     : records(RecordsOf(facts, Descriptions::OfEveryList))
 {
+    for (const FactsRecord& record : records)
+        database.WillSeek(record.table, employer, employee);
     for (const FactsRecord& record : records) {
         Recordset held = database.OpenRecordset(record.table);
         held.Index("IndKey");

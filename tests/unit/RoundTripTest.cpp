@@ -1,6 +1,7 @@
 // How often the program waits for the server, operation by operation.
 #include "clientdb/Notepad.h"
 #include "clientdb/store/ServerLink.h"
+#include "review/EmployeeForm.h"
 #include "support/ProgramFixture.h"
 
 #include <fmt/format.h>
@@ -57,6 +58,16 @@ TEST_F(RoundTrips, OpeningAnEmployeeTakesFour)
         Mark("EmployeeList", "EmployeeList", employee);
         EXPECT_LE(Trips([&] { Click("EmployeeList", "EmployeeOpen"); }), 4) << employee;
         EXPECT_TRUE(Shows("Form3"));
+    }
+}
+
+TEST_F(RoundTrips, AllThatAFormIsMadeOfIsReadInOne)
+{
+    Database database = Clients();
+    for (const int employee : {2, 3}) {
+        const std::int64_t trips =
+            Trips([&] { const review::EmployeeForm form(database, "Acme", fmt::format("Jane Smith {}", employee)); });
+        EXPECT_LE(trips, 1) << employee;
     }
 }
 
