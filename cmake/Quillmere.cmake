@@ -81,3 +81,14 @@ function(quillmere_tests target)
             ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${shard};${ARG_ENVIRONMENT}")
     endforeach()
 endfunction()
+
+# quillmere_late_library(SOURCE FILE): the source loads the library when it is first wanted, by its name with the number, which it is told
+# as QUILLMERE_LIBRARY. The package asks for all of them.
+function(quillmere_late_library source file)
+    file(REAL_PATH ${file} real)
+    if(NOT real MATCHES "lib[a-z]+\\.so\\.[0-9]+")
+        message(FATAL_ERROR "${real} is not the name of a library with its number")
+    endif()
+    set_source_files_properties(${source} PROPERTIES COMPILE_DEFINITIONS "QUILLMERE_LIBRARY=\"${CMAKE_MATCH_0}\"")
+    set_property(GLOBAL APPEND PROPERTY quillmere_late_libraries ${real})
+endfunction()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/store/Libpq.h"
 #include "clientdb/store/ServerService.h"
 #include "clientdb/store/StoreErrors.h"
 
@@ -8,7 +9,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <postgresql/libpq-fe.h>
 #include <set>
 #include <span>
 #include <string>

@@ -1,6 +1,6 @@
 #include "printing/jobs/CupsPrinters.h"
 
-#include <cups/cups.h>
+#include "printing/jobs/Cups.h"
 
 #include <algorithm>
 #include <array>
@@ -196,8 +196,8 @@ Try SendJob(http_t* http, cups_dest_t& destination, const PrintRequest& request,
     const auto failure = [] {
         return WasAnswered() && cupsLastError() > IPP_STATUS_OK_EVENTS_COMPLETE ? Try::Refused : Try::Lost;
     };
-    const std::unique_ptr<cups_dinfo_t, decltype(&cupsFreeDestInfo)> information(cupsCopyDestInfo(http, &destination),
-                                                                                 &cupsFreeDestInfo);
+    const std::unique_ptr<cups_dinfo_t, void (*)(cups_dinfo_t*)> information(cupsCopyDestInfo(http, &destination),
+                                                                             cupsFreeDestInfo);
     if (information == nullptr)
         return failure();
     Options options;
@@ -233,8 +233,8 @@ struct JobFacts {
 std::optional<std::vector<JobFacts>> ReadJobs(http_t* http, const std::string& printer, int number = 0)
 {
     std::array<char, HTTP_MAX_URI> address{};
-    httpAssembleURIf(HTTP_URI_CODING_ALL, address.data(), static_cast<int>(address.size()), "ipp", nullptr, "localhost",
-                     0, "/printers/%s", printer.c_str());
+    httpAssembleURI(HTTP_URI_CODING_ALL, address.data(), static_cast<int>(address.size()), "ipp", nullptr, "localhost",
+                    0, ("/printers/" + printer).c_str());
     ipp_t* question = ippNewRequest(number > 0 ? IPP_OP_GET_JOB_ATTRIBUTES : IPP_OP_GET_JOBS);
     ippAddString(question, IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, address.data());
     if (number > 0)
@@ -379,8 +379,8 @@ SheetEdge ReadEdge(const std::string& printer)
     cups_dest_t* const destination = destinations.Find(printer);
     if (destination == nullptr)
         return {};
-    const std::unique_ptr<cups_dinfo_t, decltype(&cupsFreeDestInfo)> information(
-        cupsCopyDestInfo(conversation.Http(), destination), &cupsFreeDestInfo);
+    const std::unique_ptr<cups_dinfo_t, void (*)(cups_dinfo_t*)> information(
+        cupsCopyDestInfo(conversation.Http(), destination), cupsFreeDestInfo);
     cups_size_t size{};
     if (information == nullptr || cupsGetDestMediaByName(conversation.Http(), destination, information.get(), Sheet,
                                                          CUPS_MEDIA_FLAGS_DEFAULT, &size) == 0)
@@ -429,9 +429,9 @@ std::string CupsPrinters::PageOf(std::string_view printer)
     const bool isLocal = server.empty() || server.front() == '/'; // a socket: its pages are on this machine
     const char* scheme = cupsEncryption() == HTTP_ENCRYPTION_ALWAYS ? "https" : "http";
     std::array<char, HTTP_MAX_URI> address{};
-    httpAssembleURIf(HTTP_URI_CODING_ALL, address.data(), static_cast<int>(address.size()), scheme, nullptr,
-                     isLocal ? "localhost" : std::string(server).c_str(), ippPort(), "/printers/%s",
-                     std::string(printer).c_str());
+    httpAssembleURI(HTTP_URI_CODING_ALL, address.data(), static_cast<int>(address.size()), scheme, nullptr,
+                    isLocal ? "localhost" : std::string(server).c_str(), ippPort(),
+                    ("/printers/" + std::string(printer)).c_str());
     return address.data();
 }
 
