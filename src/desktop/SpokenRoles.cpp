@@ -22,7 +22,7 @@ public:
     SpokenMark(QAbstractButton& mark, QAccessible::Role role) : QAccessibleWidget(&mark, role), mark(mark) {}
     QString text(QAccessible::Text which) const override
     {
-        const QString said = QAccessibleWidget::text(which);
+        QString said = QAccessibleWidget::text(which);
         return which == QAccessible::Name && said.isEmpty() ? mark.text().remove(u'&') : said;
     }
     QAccessible::State state() const override
@@ -155,7 +155,7 @@ public:
     explicit SpokenAmount(FigureLabel& label) : QAccessibleWidget(&label, QAccessible::StaticText), label(label) {}
     QString text(QAccessible::Text which) const override
     {
-        const QString said = QAccessibleWidget::text(which);
+        QString said = QAccessibleWidget::text(which);
         if (which != QAccessible::Name)
             return said;
         const QString figure = label.text().trimmed();
