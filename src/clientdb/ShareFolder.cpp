@@ -123,6 +123,7 @@ void ShareFolder::EnableBoxes()
         box(of.box).SetReadOnly(service || move);
     box("ServerSchema").SetReadOnly(service || move);
     box("ShareGo").SetEnabled(!move);
+    box("ShareCancel").SetText(move ? "&Cancel" : "&Close");
 }
 
 ServerService ShareFolder::Named() const

@@ -115,7 +115,7 @@ void SyncFolder(const std::filesystem::path& folder, const std::filesystem::path
 {
     const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened.IsOpen() && ::fsync(opened.Number()) != 0 && errno == EIO)
-        throw FileError(file, errno);
+        throw NameNotSynced(file, errno);
 }
 
 /// Brings all that the folder's file system has to write to the disk. False if it has failed, or if the file system is

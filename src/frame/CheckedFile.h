@@ -18,8 +18,16 @@ public:
     FileError(const std::filesystem::path& file, int errorNumber);
 };
 
+/// A file that is in its place with its new content, and of which the disk has not said that its name lasts: a power
+/// cut may bring the old one back.
+class NameNotSynced : public FileError {
+public:
+    using FileError::FileError;
+};
+
 /// Writes a whole file: a temporary file beside it, flushed and synced, then renamed over the old one, so that the old
-/// content stays whole if anything fails. One that is made anew is its owner's alone. Throws FileError.
+/// content stays whole if anything fails. One that is made anew is its owner's alone. Throws FileError; of these
+/// NameNotSynced alone leaves the new content in place.
 void WriteFileChecked(const std::filesystem::path& file, std::string_view content);
 
 /// Writes one file after the other into a folder in the same way; what costs the disk as much for one file as for many

@@ -13,7 +13,9 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <csignal>
 #include <fmt/format.h>
+#include <string>
 
 namespace quillmere::test {
 namespace {
@@ -96,6 +98,24 @@ TEST_F(Server, OneThatIsNotThereOrHasOtherTablesIsNotOpened)
         ADD_FAILURE();
     } catch (const StoreError& failure) {
         EXPECT_TRUE(failure.OutOfReach());
+    }
+}
+
+/// A process of the server that dies has no last words.
+TEST_F(Server, AConnectionThatIsLostWithoutAWordIsToldInOneLine)
+{
+    const PrivateServer::Sync sync = PrivateServer::Sync::Off;
+    PrivateServer own(sync);
+    ServerLink link(own.Service(file, "own"));
+    const std::string ask = "SELECT pg_backend_pid()::text";
+    const auto answer = link.Wait(link.Send(ask, ask, {}, true));
+    ASSERT_EQ(::kill(std::stoi(PQgetvalue(answer.get(), 0, 0)), SIGKILL), 0);
+    try {
+        static_cast<void>(link.Wait(link.Send(ask, ask, {}, true)));
+        ADD_FAILURE();
+    } catch (const StoreError& failure) {
+        EXPECT_TRUE(failure.OutOfReach());
+        EXPECT_STREQ(failure.what(), "The connection to the server is lost: server closed the connection unexpectedly");
     }
 }
 

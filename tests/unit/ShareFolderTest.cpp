@@ -16,7 +16,32 @@
 #include "support/Variable.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fmt/format.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+#include <utility>
+
+namespace quillmere::test {
+namespace {
+
+/// The next sync of a folder fails.
+bool nextFolderSyncFails = false;
+
+} // namespace
+} // namespace quillmere::test
+
+extern "C" int fsync(int file)
+{
+    struct stat found {};
+    if (quillmere::test::nextFolderSyncFails && ::fstat(file, &found) == 0 && S_ISDIR(found.st_mode)) {
+        quillmere::test::nextFolderSyncFails = false;
+        errno = EIO;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_fsync, file));
+}
 
 namespace quillmere::test {
 namespace {
@@ -438,6 +463,18 @@ TEST_F(ShareFails, WhenTheServerGoesDown)
     }
 }
 
+/// The service is in the place of the file: nothing is taken back any more.
+TEST_F(ShareFails, NoLongerOnceTheServiceHasTakenThePlaceOfTheFile)
+{
+    const auto move = ShareFolderOnServer(service, [] { nextFolderSyncFails = true; });
+    Go(move);
+    EXPECT_FALSE(std::exchange(nextFolderSyncFails, false));
+    EXPECT_NE(move->Remark().find("power cut"), std::string::npos) << move->Remark();
+    EXPECT_TRUE(ReadService(database));
+    Set("Joe Miller", "on the server");
+    EXPECT_EQ(Reads("Joe Miller"), "on the server");
+}
+
 /// The same on the way back.
 class UnshareFails : public ShareFolderTest {
 protected:
@@ -469,6 +506,24 @@ TEST_F(UnshareFails, ForWhomTheSchemaIsNot)
     clerk.settings[2].second = "clerk_" + service.schema;
     EXPECT_NE(FailureOf([&] { Go(UnshareFolder(clerk, "left")); }).find("Only the owner"), std::string::npos);
     IsAsItWas();
+}
+
+TEST_F(UnshareFails, NoLongerOnceTheFileHasTakenThePlaceOfTheService)
+{
+    Wait(); // the copy of the day
+    Menu("mnuShare");
+    Click("ShareFolder", "ShareGo");
+    EXPECT_EQ(At("ShareFolder", "ShareCancel").Text(), "&Cancel");
+    nextFolderSyncFails = true;
+    Wait();
+    EXPECT_FALSE(std::exchange(nextFolderSyncFails, false));
+    EXPECT_EQ(Progress(), "The clients are in a file again. What was on the server is kept there.");
+    EXPECT_EQ(At("ShareFolder", "ShareCancel").Text(), "&Close");
+    EXPECT_NE(TakeMessage().text.find("power cut"), std::string::npos);
+    EXPECT_FALSE(ReadService(database));
+    EXPECT_FALSE(HasSchema(service.schema));
+    Set("Joe Miller", "in the file");
+    EXPECT_EQ(Reads("Joe Miller"), "in the file");
 }
 
 TEST_F(UnshareFails, OnceItIsCancelled)

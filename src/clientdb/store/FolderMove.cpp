@@ -20,6 +20,14 @@ void RequireWhole(const DatabaseState& state)
         throw StoreError(SQLITE_CORRUPT, fmt::format("It is damaged: {}", state.faults.front()), {});
 }
 
+void RequireSame(const std::filesystem::path& database, const DatabaseState& there)
+{
+    const DatabaseState here = LookAtDatabase(database);
+    RequireWhole(here);
+    if (here != there)
+        throw StoreError(SQLITE_IOERR, "Not everybody is in the file.", {});
+}
+
 /// What both ways have in common: the copying, and its figures.
 class CopyingMove : public FolderMove {
 public:
@@ -33,14 +41,30 @@ public:
     std::int64_t Records() const final { return copy->Records(); }
     std::int64_t Copied() const final { return copy->Copied(); }
     std::int64_t Compared() const final { return copy->Compared(); }
+    std::string Remark() const final { return remark; }
 
 protected:
     explicit CopyingMove(ServerService of) : service(std::move(of)) {}
     /// Everything is at its new place, and compared.
     virtual void Finish() = 0;
+    /// Puts what the folder has moved to in the place of what it had. Once it is there, the move has happened.
+    void TakePlace(const std::function<void()>& put)
+    {
+        try {
+            put();
+        } catch (const NameNotSynced& failure) {
+            AddRemark(fmt::format("The disk has not confirmed it: a power cut may bring back what this folder was "
+                                  "before.\n\n{}",
+                                  failure.what()));
+        }
+    }
+    void AddRemark(const std::string& more) { remark += (remark.empty() ? "" : "\n\n") + more; }
 
     ServerService service;
     std::optional<TableCopy> copy;
+
+private:
+    std::string remark;
 };
 
 class Sharing final : public CopyingMove {
@@ -66,7 +90,7 @@ private:
         keep();
         server->EndTransaction();
         try {
-            WriteService(service);
+            TakePlace([&] { WriteService(service); });
         } catch (const FileError&) {
             DropServerTables(service, server->HasNewSchema());
             throw;
@@ -80,8 +104,6 @@ private:
 
 class Unsharing final : public CopyingMove {
 public:
-    std::string Remark() const override { return remark; }
-
     Unsharing(const ServerService& from, std::string schema)
         : CopyingMove(from),
           newSchema(std::move(schema)),
@@ -107,23 +129,17 @@ private:
         file->EndTransaction();
         file.reset();
         server->RenameSchema(newSchema);
-        making.TakePlace([&](const std::filesystem::path& complete) {
-            const DatabaseState here = LookAtDatabase(complete);
-            RequireWhole(here);
-            if (here != there)
-                throw StoreError(SQLITE_IOERR, "Not everybody is in the file.", {});
-        });
+        TakePlace(
+            [&] { making.TakePlace([&](const std::filesystem::path& complete) { RequireSame(complete, there); }); });
         try {
             server->EndTransaction();
         } catch (const StoreError& failure) {
-            remark = fmt::format("On the server the tables may still be in the schema {}: {}", service.schema,
-                                 failure.what());
+            AddRemark(fmt::format("On the server the tables may still be in the schema {}: {}", service.schema,
+                                  failure.what()));
         }
         server->Close();
         CloseIdleServerLinks();
     }
-
-    std::string remark;
 
     std::string newSchema;
     FileInMaking making;

@@ -21,6 +21,12 @@ std::string WithoutEnd(std::string text)
     return text;
 }
 
+/// The library goes on with what may have been the reason, over several lines.
+StoreError LostConnection(const std::string& said)
+{
+    return StoreError(SQLITE_CANTOPEN, "The connection to the server is lost: " + said.substr(0, said.find('\n')), "");
+}
+
 } // namespace
 
 ServerLink::ServerLink(const ServerService& service)
@@ -149,11 +155,11 @@ void ServerLink::TakeAnswer(const Waiting& of)
         Forget(of);
         const char* const state = PQresultErrorField(result.get(), PG_DIAG_SQLSTATE);
         const char* const words = PQresultErrorField(result.get(), PG_DIAG_MESSAGE_PRIMARY);
-        const std::string said = words != nullptr ? words : WithoutEnd(PQresultErrorMessage(result.get()));
         if (!failure && state != nullptr)
-            failure.emplace(FailureNumber(state), FailureWords(state, said, of.words), of.words);
+            failure.emplace(FailureNumber(state), FailureWords(state, words != nullptr ? words : "", of.words),
+                            of.words);
         else if (!failure)
-            failure.emplace(SQLITE_CANTOPEN, said, of.words);
+            failure.emplace(LostConnection(PQresultErrorMessage(result.get())));
     } else if (of.isWanted) {
         results.insert_or_assign(of.ticket, std::move(result));
     }
@@ -172,10 +178,7 @@ void ServerLink::Forget(const Waiting& of)
 
 void ServerLink::FailOfConnection()
 {
-    StoreError lost =
-        failure ? *std::exchange(failure, std::nullopt)
-                : StoreError(SQLITE_CANTOPEN,
-                             "The connection to the server is lost: " + WithoutEnd(PQerrorMessage(handle)), "");
+    StoreError lost = failure ? *std::exchange(failure, std::nullopt) : LostConnection(PQerrorMessage(handle));
     waiting.clear();
     results.clear();
     sinceSync = 0;

@@ -101,7 +101,11 @@ private:
 class Options {
 public:
     Options() = default;
-    ~Options() { cupsFreeOptions(Count, List); }
+    ~Options()
+    {
+        if (List != nullptr) // otherwise the library may be missing
+            cupsFreeOptions(Count, List);
+    }
     Options(const Options&) = delete;
     Options& operator=(const Options&) = delete;
     void Set(const char* name, const std::string& value) { Count = cupsAddOption(name, value.c_str(), Count, &List); }
