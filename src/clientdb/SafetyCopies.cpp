@@ -2,6 +2,7 @@
 
 #include "clientdb/store/OnlineCopy.h"
 #include "clientdb/store/Recordset.h"
+#include "clientdb/store/ServerService.h"
 #include "frame/BusyPointer.h"
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"
@@ -256,7 +257,7 @@ void KeepCopy(Session& session, CopyReason reason)
     const BusyPointer busy(session.platform);
     const std::filesystem::path database = session.ClientDatabasePath();
     try {
-        if (HasNobody(database))
+        if (LeavesCopiesToServer(database) || HasNobody(database))
             return;
         MakeSafetyCopy(database, CopyOfNow(session, reason));
         session.noCopyTold = false;

@@ -72,9 +72,9 @@ void MakeSafetyCopy(const std::filesystem::path& database, const SafetyCopy& cop
 /// A copy for that reason that would be made now.
 SafetyCopy CopyOfNow(Session& session, CopyReason reason);
 
-/// Keeps a copy of the selected folder's database before something is done to it; of one with nobody in it none is
-/// needed. If none can be made, the status bar says so, once until one can be made again, and what was to be done goes
-/// on.
+/// Keeps a copy of the selected folder's database before something is done to it; of one with nobody in it, or whose
+/// copies are the server's, none is needed. If none can be made, the status bar says so, once until one can be made
+/// again, and what was to be done goes on.
 void KeepCopy(Session& session, CopyReason reason);
 
 /// Keeps the first copy of the day, unless it is there.

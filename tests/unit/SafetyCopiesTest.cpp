@@ -453,6 +453,23 @@ TEST_F(KeptCopies, OfADayBeginWithOne)
     EXPECT_EQ(Kept(), (Words{"first of the day", "first of the day"}));
 }
 
+TEST_F(KeptCopies, OfAFolderThatLeavesThemToItsServerAreNone)
+{
+    lent.PutAt(Now().ClientDatabasePath());
+    Create("Acme", "Jane", "Smith");
+    ServerService service = *ReadService(Now().ClientDatabasePath());
+    service.copies = ServerService::Copies::ByServer;
+    WriteService(service);
+    KeepDailyCopy(Now());
+    KeepCopy(Now(), CopyReason::Delete);
+    EXPECT_EQ(Kept(), Words());
+    EXPECT_EQ(Note(), "");
+    service.copies = ServerService::Copies::ByDesks;
+    WriteService(service);
+    KeepCopy(Now(), CopyReason::Delete);
+    EXPECT_EQ(Kept(), Words{"before Delete"});
+}
+
 TEST_F(KeptCopies, ThatCannotBeMadeAreToldOfOnce)
 {
     Create("Acme", "Jane", "Smith");

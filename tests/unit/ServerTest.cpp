@@ -68,7 +68,7 @@ TEST_F(Server, TheFileInTheFolderNamesItAndNoPassword)
     EXPECT_EQ(Content(file), fmt::format("[quillmere]\nhost={}\ndbname=postgres\nuser=quillmere\nschema={}\n",
                                          service.settings[0].second, service.schema));
     for (const char* wrong : {"[x]\nhost=h\npassword=secret\nschema=a\n", "[x]\nhost=h\n", "[x]\nschema=A b\n",
-                              "[x]\nschema=a;drop\n", "[x]\nhost\nschema=a\n"}) {
+                              "[x]\nschema=a;drop\n", "[x]\nhost\nschema=a\n", "[x]\nschema=a\ncopies=no\n"}) {
         Store(file, wrong);
         EXPECT_THROW(Open(), StoreError) << wrong;
     }

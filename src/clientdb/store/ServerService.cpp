@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::string_view Heading = "[quillmere]";
 constexpr std::string_view SchemaSetting = "schema";
+constexpr std::string_view CopiesSetting = "copies", CopiesByServer = "server";
 
 [[noreturn]] void Refuse(const std::filesystem::path& file, std::string_view why)
 {
@@ -65,12 +66,23 @@ std::optional<ServerService> ReadService(const std::filesystem::path& file)
             Refuse(file, "it names a password, which does not belong into it");
         if (name == SchemaSetting)
             service.schema = value;
+        else if (name == CopiesSetting && value == CopiesByServer)
+            service.copies = ServerService::Copies::ByServer;
+        else if (name == CopiesSetting)
+            Refuse(file,
+                   fmt::format("copies are made by the {} or by the desks, not by \"{}\"", CopiesByServer, value));
         else
             service.settings.emplace_back(name, value);
     }
     if (!IsSchemaName(service.schema))
         Refuse(file, "its schema is not named in small letters, digits and lines");
     return service;
+}
+
+bool LeavesCopiesToServer(const std::filesystem::path& database)
+{
+    const std::optional<ServerService> service = ReadService(database);
+    return service && service->copies == ServerService::Copies::ByServer;
 }
 
 bool MayOnlyLook(const std::filesystem::path& database, const StoreError& failure)
@@ -84,6 +96,8 @@ void WriteService(const ServerService& service)
     for (const auto& [name, value] : service.settings)
         text += fmt::format("{}={}\n", name, value);
     text += fmt::format("{}={}\n", SchemaSetting, service.schema);
+    if (service.copies == ServerService::Copies::ByServer)
+        text += fmt::format("{}={}\n", CopiesSetting, CopiesByServer);
     WriteFileChecked(service.file, text);
 }
 

@@ -19,6 +19,10 @@ struct ServerService {
     std::filesystem::path file;
     std::vector<Setting> settings;
     std::string schema;
+    /// Who keeps the safety copies of the folder. A whole one takes too long where very many are in it: then the line
+    /// `copies=server` says that the server's own programs make them.
+    enum class Copies { ByDesks, ByServer };
+    Copies copies = Copies::ByDesks;
 
     /// What tells connections apart that can stand in for each other.
     std::string Key() const;
@@ -29,6 +33,9 @@ bool IsSchemaName(std::string_view name);
 
 /// The service that a file names; nothing if it is no such file. Throws StoreError for one that is not to be used.
 std::optional<ServerService> ReadService(const std::filesystem::path& file);
+
+/// True for a shared folder of which no desk makes safety copies. Throws StoreError.
+bool LeavesCopiesToServer(const std::filesystem::path& database);
 
 /// True if a database is shared and the failure says that its server lets the user look and not write.
 bool MayOnlyLook(const std::filesystem::path& database, const StoreError& failure);
