@@ -457,16 +457,9 @@ CarTexts CarTextsOn(const Screen& screen, int car)
     return texts;
 }
 
-FurtherCars::FurtherCars(const Session& session)
-    : database(Database::OpenDatabase(session.ClientDatabasePath())),
-      record(OpenCurrent(database, "ExtraCars", session))
-{
-}
-
 std::array<std::string, 6> CarFigures(const OpenRecord* page, const Screen& screen, std::string_view stem,
                                       const FurtherCars& furtherCars)
 {
-    const Recordset& extraCars = furtherCars.Record();
     std::array<std::string, 6> figures;
     for (int car = 1; car <= 6; ++car) {
         const std::string name = Numbered(stem, car);
@@ -475,8 +468,8 @@ std::array<std::string, 6> CarFigures(const OpenRecord* page, const Screen& scre
             figure = here->Text();
         else if (const auto onPage = page != nullptr ? page->Reads(name) : std::nullopt)
             figure = *onPage;
-        else if (car > 2 && !extraCars.NoMatch())
-            figure = extraCars.Field(name);
+        else
+            figure = furtherCars.Figure(name);
     }
     return figures;
 }
@@ -486,7 +479,7 @@ void ComputeCarTotals(Session& session, const Screen& screen, std::span<const Ca
 {
     OpenRecord& page = EmployeeRecord(session);
     for (const CarTotalKind& kind : kinds) {
-        if (furtherCars.Record().NoMatch())
+        if (!furtherCars.AreThere())
             session.messages.Tell(kind.errorTitle, "Employee not found");
         const CarTotal total = TotalOfCars(CarFigures(&page, screen, kind.figure, furtherCars));
         page.HandOver(kind.total, total.Text(), {});

@@ -2,7 +2,7 @@
 
 #include "cars/CarBenefit.h"
 #include "cars/CarPrices.h"
-#include "clientdb/store/Recordset.h"
+#include "clientdb/FurtherCars.h"
 #include "frame/Session.h"
 
 #include <array>
@@ -77,18 +77,6 @@ struct CarTotalKind {
     std::string_view figure;     ///< stem of the six boxes and fields
     std::string_view total;      ///< field of the employee's record
     std::string_view errorTitle; ///< when the record of cars 3 to 6 is missing
-};
-
-/// The stored record of the open employee's cars 3 to 6, as one look at the store finds it.
-class FurtherCars {
-public:
-    /// Throws StoreError.
-    explicit FurtherCars(const Session& session);
-    const Recordset& Record() const { return record; }
-
-private:
-    Database database;
-    Recordset record;
 };
 
 /// The six cars' figures of a stem. One is read from `screen` if that car stands there, for cars 1 and 2 else from the

@@ -1,6 +1,7 @@
 #include "clientdb/Notepad.h"
 
 #include "clientdb/CurrentRecord.h"
+#include "clientdb/FurtherCars.h"
 #include "clientdb/OpenRecord.h"
 #include "clientdb/UserOperation.h"
 #include "edition/Edition.h"
@@ -27,7 +28,7 @@ std::string TheirsIn(const std::vector<Overwritten>& replaced)
     return texts;
 }
 
-/// The records that a notepad reads and writes: its own, and those to which it hands its results.
+/// The records that a notepad reads: its own, and those to which it hands its results.
 void WillSeekRecords(Database& database, std::string_view table, const Session& session)
 {
     const TableLevel level = FindTable(table).level;
@@ -37,9 +38,40 @@ void WillSeekRecords(Database& database, std::string_view table, const Session& 
         return;
     for (const std::string_view sought : {std::string_view("P11D"), table})
         database.WillSeek(sought, session.CurrentEmployer, session.CurrentEmployee);
-    if (table == "FNotepad")
+}
+
+/// True if page 1, which adds up the further cars as soon as it is in front, may come there by an Ok.
+bool AddsUpFurtherCars(std::string_view table, const Session& session)
+{
+    return FindTable(table).level == TableLevel::Employee && session.screens.IsShown("Form3");
+}
+
+/// The same for its Ok, and what is looked for by it.
+void WillSeekForOk(Database& database, std::string_view table, const Session& session)
+{
+    WillSeekRecords(database, table, session);
+    if (table == "FNotepad" || AddsUpFurtherCars(table, session))
         database.WillSeek("ExtraCars", session.CurrentEmployer, session.CurrentEmployee);
 }
+
+/// True if page 1 is to have the further cars of the Ok. Where they cannot be read it looks itself, and tells of that.
+bool MayReadFurtherCars(Database& database, std::string_view table, const Session& session)
+{
+    if (!AddsUpFurtherCars(table, session))
+        return false;
+    try {
+        static_cast<void>(OpenCurrent(database, "ExtraCars", session));
+        return true;
+    } catch (const StoreError&) {
+        return false;
+    }
+}
+
+/// What the Ok has read of the further cars is for those who come to the front by it.
+struct ForTheOk {
+    Session& session;
+    ~ForTheOk() { session.furtherCars.reset(); }
+};
 
 } // namespace
 
@@ -250,6 +282,7 @@ void Notepad::WorkOut(const std::function<void()>& work)
 
 void Notepad::Ok()
 {
+    const ForTheOk forTheOk{session};
     std::vector<Result> results;
     if (MayStore() && Store(results) && HandOver(results))
         session.screens.Unload(Name());
@@ -284,7 +317,7 @@ bool Notepad::Store(std::vector<Result>& results)
     try {
         Database database = OpenClients(session);
         WriteBatch batch(database);
-        WillSeekRecords(database, table, session);
+        WillSeekForOk(database, table, session);
         const bool isMissing = OpenOwn(database).NoMatch();
         const bool isPageMissing = !words.okMissingPage.empty() && OpenCurrent(database, "P11D", session).NoMatch();
         if (isMissing || isPageMissing)
@@ -302,29 +335,39 @@ bool Notepad::Store(std::vector<Result>& results)
             TakeOver(own);
             replaced = Replaced(own);
         }
+        const bool readsFurtherCars = MayReadFurtherCars(database, table, session);
         Write(own);
         results = Results(own);
-        std::optional<Recordset> records;
-        std::string_view inHand;
-        for (const Result& result : results) {
-            if (!result.stored)
-                continue;
-            if (inHand != result.table)
-                records = OpenCurrent(database, result.table, session);
-            inHand = result.table;
-            StoreField(*records, result.field, *result.stored);
-        }
+        StoreResults(results, database);
+        if (readsFurtherCars)
+            session.furtherCars = std::make_shared<const FurtherCars>(database, session);
         batch.Commit();
         isStored = true;
         SayStored(session);
-        if (!replaced.empty())
+        if (!replaced.empty()) {
             SetStatusNote(session, std::string(ReplacedNote) + TheirsIn(replaced));
+            session.furtherCars.reset(); // they may be others when the message is gone
+        }
         TellOverwritten(session, Caption(), replaced);
         return true;
     } catch (const StoreError& error) {
         session.messages.Tell(words.ok.empty() ? Caption() : words.ok,
                               words.okFailure.empty() ? error.what() : words.okFailure, words.okIcon);
         return false;
+    }
+}
+
+void Notepad::StoreResults(const std::vector<Result>& results, Database& database) const
+{
+    std::optional<Recordset> records;
+    std::string_view inHand;
+    for (const Result& result : results) {
+        if (!result.stored)
+            continue;
+        if (inHand != result.table)
+            records = OpenCurrent(database, result.table, session);
+        inHand = result.table;
+        StoreField(*records, result.field, *result.stored);
     }
 }
 

@@ -163,6 +163,7 @@ protected:
 private:
     void Ok();
     [[nodiscard]] bool Store(std::vector<Result>& results);
+    void StoreResults(const std::vector<Result>& results, Database& database) const;
     void TakeOver(const Recordset& own);
     /// What another desk has stored since the opening and Write goes over.
     std::vector<Overwritten> Replaced(const Recordset& own) const;

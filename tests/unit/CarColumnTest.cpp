@@ -465,5 +465,29 @@ TEST_P(FurtherCars, DeleteAndOkLeaveNothingOfBothCarsAndTheOthersAlone)
     EXPECT_EQ(Text(*session.screens.Find("Form3"), "FTotalCashFuel"), "      2.00");
 }
 
+/// Page 1 takes what the Ok has read of the further cars, and that once.
+TEST_P(FurtherCars, AnOkReadsThemAlongAndWhoComesToTheFrontLaterLooksAnew)
+{
+    const int here = GetParam().cars[0], elsewhere = here == 3 ? 5 : 3;
+    Store("ExtraCars", PlainCar(here));
+    Store("ExtraCars", {{Numbered("FCashEqu", elsewhere), "500.00"}});
+    Screen& cars = Cars();
+    Enter(cars, Numbered("FListPrice", here), "30000");
+    int looks = 0;
+    SetStoreFaultHook([&](std::string_view statement) {
+        if (session.screens.Find(GetParam().name) == nullptr && statement.find("ExtraCars") != std::string_view::npos)
+            ++looks;
+        return SQLITE_OK;
+    });
+    cars.Click(cars.box("Ok"));
+    SetStoreFaultHook({});
+    EXPECT_EQ(Text(*session.screens.Find("Form3"), "FTotalCashCars"), "   5000.00");
+    EXPECT_EQ(looks, 0);
+    Store("ExtraCars", {{Numbered("FCashEqu", elsewhere), "700.00"}});
+    Screen& again = *session.screens.Show(GetParam().name);
+    again.Click(again.box("Cancel"));
+    EXPECT_EQ(Text(*session.screens.Find("Form3"), "FTotalCashCars"), "   5200.00");
+}
+
 } // namespace
 } // namespace quillmere

@@ -15,8 +15,6 @@ constexpr std::size_t MostBytesWaiting = 1'048'576;
 constexpr std::size_t MostBytesTogether = 65'536;
 /// What a row of changes and an operation take besides the fields, about.
 constexpr std::int64_t BytesOfChange = 60, BytesOfOperation = 100;
-/// So often it is looked whether the history has grown too large.
-constexpr std::int64_t OperationsBetweenLooks = 64;
 /// The savepoint before what belongs to the history.
 constexpr std::string_view Place = "History";
 

@@ -115,8 +115,22 @@ const HeldRecord* Database::Connection::Hold(TableStatements& statements, std::i
         return nullptr;
     Cells texts;
     run.Take(texts, 0, statements.Fields().Count());
-    NoteHeld(layout, record, texts);
+    NoteHeld(layout, record, texts, false);
     return Held(layout, record);
+}
+
+const HeldRecord* Database::Connection::HoldFirst(TableStatements& statements)
+{
+    const TableLayout& layout = statements.Layout();
+    if (const HeldRecord* const held = HeldFirst(layout))
+        return held;
+    Run run(statements.ReadFirst());
+    if (!run.Step())
+        return nullptr;
+    Cells texts;
+    run.Take(texts, 1, statements.Fields().Count());
+    NoteHeld(layout, run.Number(0), texts, true);
+    return HeldFirst(layout);
 }
 
 Prepared& Database::Connection::Own(const std::string& text)
@@ -138,6 +152,11 @@ std::int64_t Database::Connection::Number(const std::string& text)
 {
     Run run(Own(text));
     return run.Step() ? run.Number(0) : 0;
+}
+
+std::int64_t Database::Connection::HistoryBytes()
+{
+    return Number(HistoryBytesText());
 }
 
 std::int64_t Database::Connection::Writes() const

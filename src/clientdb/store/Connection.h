@@ -34,7 +34,8 @@ struct Key {
 struct HeldRecord {
     const TableLayout* layout;
     std::int64_t number;
-    Cells texts; ///< of all fields
+    Cells texts;          ///< of all fields
+    bool isFirst = false; ///< in the order of adding
 };
 
 struct Database::Connection {
@@ -70,6 +71,8 @@ struct Database::Connection {
     virtual bool IsShared() const { return false; }
     /// The number for an operation of the history; 0: it gets the next one as it is written.
     virtual std::int64_t NumberForOperation() { return 0; }
+    /// How many bytes the operations of the history take.
+    virtual std::int64_t HistoryBytes();
     /// True in a transaction in which records that are read by their key or number are locked, and what the statement
     /// that does it ends with. Such a record is read whole.
     virtual bool HoldsRecords() const { return false; }
@@ -78,11 +81,13 @@ struct Database::Connection {
     /// that it has not.
     virtual const HeldRecord* Held(const TableLayout&, std::int64_t) { return nullptr; }
     virtual const HeldRecord* Held(const TableStatements&, const TableIndex&, const Key&) { return nullptr; }
-    virtual void NoteHeld(const TableLayout&, std::int64_t, const Cells&) {}
+    virtual const HeldRecord* HeldFirst(const TableLayout&) { return nullptr; }
+    virtual void NoteHeld(const TableLayout&, std::int64_t, const Cells&, bool /*isFirst*/) {}
     /// A cursor has written the record, or deleted it.
     virtual void NoteWritten(const TableLayout&, std::int64_t, const PendingEdit&) {}
     virtual void NoteDeleted(const TableLayout&, std::int64_t) {}
-    /// Called before a record is sought. Where records are locked, that of a batch belongs to its transaction.
+    /// Called before a record is sought, or the first one. Where records are locked, that of a batch belongs to its
+    /// transaction.
     virtual void BeforeSeek() {}
     /// Says that a record will be sought: it is asked for along with what is sought next. Foreseen() is the statement
     /// that has the answer, with all fields, until the next one is asked for; nullptr where it has not been asked for.
@@ -99,6 +104,8 @@ struct Database::Connection {
     TableStatements& Statements(const TableLayout& layout);
     /// The record as it stands, locked; nothing if it is gone. In a transaction that locks what it reads.
     const HeldRecord* Hold(TableStatements& statements, std::int64_t record);
+    /// The same of the first record in the order of adding.
+    const HeldRecord* HoldFirst(TableStatements& statements);
     /// A statement of the connection itself, prepared once.
     Prepared& Own(const std::string& text);
     /// Runs a statement of the connection itself, prepared once.

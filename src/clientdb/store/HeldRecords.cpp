@@ -29,12 +29,19 @@ const HeldRecord* HeldRecords::Find(const TableStatements& statements, const Tab
     return found == records.end() ? nullptr : &*found;
 }
 
-void HeldRecords::Hold(const TableLayout& layout, std::int64_t number, const Cells& texts)
+const HeldRecord* HeldRecords::FindFirst(const TableLayout& layout) const
+{
+    const auto found = std::ranges::find_if(
+        records, [&](const HeldRecord& record) { return record.layout == &layout && record.isFirst; });
+    return found == records.end() ? nullptr : &*found;
+}
+
+void HeldRecords::Hold(const TableLayout& layout, std::int64_t number, const Cells& texts, bool isFirst)
 {
     Release(layout, number);
     if (records.size() == MostRecords)
         records.pop_front();
-    records.push_back({&layout, number, texts});
+    records.push_back({.layout = &layout, .number = number, .texts = texts, .isFirst = isFirst});
 }
 
 void HeldRecords::Change(const TableLayout& layout, std::int64_t number, const PendingEdit& edit)
@@ -48,7 +55,7 @@ void HeldRecords::Change(const TableLayout& layout, std::int64_t number, const P
             after.Put(change->isNull ? std::nullopt : std::optional<std::string_view>(change->text));
         else
             after.Put(before->texts.IsNull(column) ? std::nullopt : std::optional(before->texts.Text(column)));
-    Hold(layout, number, after);
+    Hold(layout, number, after, before->isFirst);
 }
 
 void HeldRecords::Release(const TableLayout& layout, std::int64_t number)

@@ -12,7 +12,9 @@ class HeldRecords {
 public:
     const HeldRecord* Find(const TableLayout& layout, std::int64_t number) const;
     const HeldRecord* Find(const TableStatements& statements, const TableIndex& index, const Key& key) const;
-    void Hold(const TableLayout& layout, std::int64_t number, const Cells& texts);
+    /// The first of its table in the order of adding.
+    const HeldRecord* FindFirst(const TableLayout& layout) const;
+    void Hold(const TableLayout& layout, std::int64_t number, const Cells& texts, bool isFirst = false);
     /// The record has been written.
     void Change(const TableLayout& layout, std::int64_t number, const PendingEdit& edit);
     void Release(const TableLayout& layout, std::int64_t number);

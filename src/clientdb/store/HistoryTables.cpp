@@ -45,9 +45,14 @@ HistoryState HistoryLook::Found() const
     return foreign || met != Tables.size() ? HistoryState::Foreign : HistoryState::Ready;
 }
 
+std::string HistoryBytesText()
+{
+    return fmt::format("SELECT CAST(sum([Bytes]) AS BIGINT) FROM [{}]", OperationTable);
+}
+
 void ThinHistory(Database::Connection& connection, std::int64_t most, std::int64_t kept)
 {
-    if (connection.Number(fmt::format("SELECT CAST(sum([Bytes]) AS BIGINT) FROM [{}]", OperationTable)) <= most)
+    if (connection.HistoryBytes() <= most)
         return;
     std::int64_t bytes = 0, oldest = 0;
     {

@@ -37,6 +37,11 @@ private:
 inline constexpr std::int64_t MostHistoryBytes = 32 * 1024 * 1024;
 inline constexpr std::int64_t KeptHistoryBytes = MostHistoryBytes / 4 * 3;
 
+/// So often it is looked whether it has grown too large: at each operation whose number is so divided.
+inline constexpr std::int64_t OperationsBetweenLooks = 64;
+/// What asks how many bytes the operations take.
+std::string HistoryBytesText();
+
 /// If the operations take up more than `most` bytes, lets the oldest go until the others take up no more than `kept`.
 /// The newest stays whatever it takes.
 void ThinHistory(Database::Connection& connection, std::int64_t most, std::int64_t kept);

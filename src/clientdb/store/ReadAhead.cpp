@@ -66,7 +66,7 @@ bool ReadAhead::ReadSought(Position& position, const Key& key)
     if (all) {
         whole.Clear();
         run.Take(whole, 1, statements.Fields().Count());
-        connection.NoteHeld(statements.Layout(), position.Rowid(), whole);
+        connection.NoteHeld(statements.Layout(), position.Rowid(), whole, false);
     } else {
         rows.Hold(run, position.Rowid(), along.Width());
     }
@@ -84,9 +84,32 @@ void ReadAhead::StandOn(Position& position, std::int64_t record, bool all)
     isRow = !all;
 }
 
+/// The first record of a scan in the order of adding, where it is locked; false if there is none, or it is not.
+bool ReadAhead::HoldFirst(Position& position)
+{
+    if (position.At() != Position::Place::BeforeFirst || position.GoesByList())
+        return false;
+    connection.BeforeSeek();
+    try {
+        const HeldRecord* const first = connection.HoldsRecords() ? connection.HoldFirst(statements) : nullptr;
+        if (first == nullptr)
+            return false;
+        StandOn(position, first->number, true);
+        whole = first->texts;
+        return true;
+    } catch (const StoreError& failure) {
+        // Its other fields can be read all the same.
+        if (!IsTooLong(failure))
+            throw;
+        return false;
+    }
+}
+
 bool ReadAhead::Next(Position& position)
 {
     ForgetRecord();
+    if (HoldFirst(position))
+        return true;
     if (!rows.Next(position, along))
         return false;
     isRow = true;

@@ -38,6 +38,7 @@ private:
     void Learn(std::size_t column, Position& position);
     void ReadWhole(Position& position);
     bool ReadSought(Position& position, const Key& key);
+    bool HoldFirst(Position& position);
     void StandOn(Position& position, std::int64_t record, bool all);
     bool ReadRecord(std::int64_t record);
     std::pair<const Cells*, std::size_t> CellOf(std::size_t column, Position& position);

@@ -269,7 +269,10 @@ ServerLink::Ticket ServerConnection::Send(const std::string& text, std::string_v
 
 void ServerConnection::AskForNumber()
 {
-    const std::string next = fmt::format("SELECT nextval('\"{}_Number_seq\"')", OperationTable);
+    // Where it will be looked how large the history is, that comes along.
+    const std::string next = fmt::format("SELECT number,CASE WHEN number%{}=0 THEN ({}) END FROM (SELECT "
+                                         "nextval('\"{}_Number_seq\"') AS number) AS next",
+                                         OperationsBetweenLooks, ServerStatement(HistoryBytesText()), OperationTable);
     operationAsked = link->Send(next, next, {}, true);
 }
 
@@ -406,7 +409,15 @@ std::int64_t ServerConnection::NumberForOperation()
     if (!operationAsked)
         AskForNumber();
     const ServerLink::Result result = Wait(*std::exchange(operationAsked, std::nullopt));
+    historyBytes.reset();
+    if (PQgetisnull(result.get(), 0, 1) == 0)
+        historyBytes = NumberIn(result.get(), 0, 1);
     return NumberIn(result.get(), 0, 0);
+}
+
+std::int64_t ServerConnection::HistoryBytes()
+{
+    return historyBytes ? *historyBytes : Connection::HistoryBytes();
 }
 
 // ---- what is known of records
@@ -437,10 +448,16 @@ const HeldRecord* ServerConnection::Held(const TableStatements& statements, cons
     return held.Find(statements, index, key);
 }
 
-void ServerConnection::NoteHeld(const TableLayout& table, std::int64_t record, const Cells& texts)
+const HeldRecord* ServerConnection::HeldFirst(const TableLayout& table)
+{
+    ForgetUnknown();
+    return held.FindFirst(table);
+}
+
+void ServerConnection::NoteHeld(const TableLayout& table, std::int64_t record, const Cells& texts, bool isFirst)
 {
     if (HoldsRecords())
-        held.Hold(table, record, texts);
+        held.Hold(table, record, texts, isFirst);
 }
 
 void ServerConnection::NoteWritten(const TableLayout& table, std::int64_t record, const PendingEdit& edit)

@@ -83,11 +83,13 @@ struct ServerConnection final : Database::Connection {
     std::string_view AddedWords() const override { return " RETURNING rowid"; }
     bool IsShared() const override { return true; }
     std::int64_t NumberForOperation() override;
+    std::int64_t HistoryBytes() override;
     bool HoldsRecords() const override { return transaction == Transaction::Writing; }
     std::string_view HoldWords() const override { return " FOR UPDATE"; }
     const HeldRecord* Held(const TableLayout& table, std::int64_t record) override;
     const HeldRecord* Held(const TableStatements& statements, const TableIndex& index, const Key& key) override;
-    void NoteHeld(const TableLayout& table, std::int64_t record, const Cells& texts) override;
+    const HeldRecord* HeldFirst(const TableLayout& table) override;
+    void NoteHeld(const TableLayout& table, std::int64_t record, const Cells& texts, bool isFirst) override;
     void NoteWritten(const TableLayout& table, std::int64_t record, const PendingEdit& edit) override;
     void NoteDeleted(const TableLayout& table, std::int64_t record) override;
     void BeforeSeek() override;
@@ -133,6 +135,7 @@ private:
     bool everMarked = false; ///< there is one
     bool isNumberAsked = false;
     std::optional<ServerLink::Ticket> operationAsked; ///< the answer is a number for the history
+    std::optional<std::int64_t> historyBytes;         ///< that came along with it
     HeldRecords held;
     std::vector<Question> foreseen;
     std::unique_ptr<Prepared> answering; ///< the question that was asked for last

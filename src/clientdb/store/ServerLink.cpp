@@ -11,8 +11,9 @@
 namespace quillmere {
 namespace {
 
-/// So many statements at most wait for each other's answers: more of them could fill both ends of the connection.
-constexpr std::size_t MostWaiting = 500;
+/// So many statements at most wait for each other's answers, a few for each field of the largest notepad: more of them
+/// would only make the answers pile up on this side.
+constexpr std::size_t MostWaiting = 2000;
 
 std::string WithoutEnd(std::string text)
 {

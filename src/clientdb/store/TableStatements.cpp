@@ -27,7 +27,7 @@ template<class MakeText>
 Prepared& TableStatements::Shape(char kind, std::span<const std::uint16_t> columns, MakeText text)
 {
     key.assign(1, kind);
-    const bool holds = std::string_view("KkSsRrne").find(kind) != std::string_view::npos && connection.HoldsRecords();
+    const bool holds = std::string_view("KkSsRrnef").find(kind) != std::string_view::npos && connection.HoldsRecords();
     if (holds)
         key.push_back('\0');
     if (!columns.empty())
@@ -70,6 +70,13 @@ Prepared& TableStatements::Read(std::span<const std::uint16_t> columns, bool all
 {
     return Shape(all ? 'R' : 'r', columns,
                  [&] { return fmt::format("SELECT {} FROM {} WHERE rowid=?", Columns(columns, all, ","), table); });
+}
+
+Prepared& TableStatements::ReadFirst()
+{
+    return Shape('f', {}, [&] {
+        return fmt::format("SELECT rowid,{} FROM {} ORDER BY rowid LIMIT 1", Columns({}, true, ","), table);
+    });
 }
 
 Prepared& TableStatements::ReadNumbered()

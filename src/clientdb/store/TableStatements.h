@@ -32,6 +32,8 @@ public:
     Prepared& ReadList(std::span<const std::uint16_t> columns, bool all);
     /// The same for so many records after a rowid, in the order of adding, with the rowid in front.
     Prepared& ReadAfter(std::span<const std::uint16_t> columns, bool all);
+    /// SELECT of the rowid and all fields of the first record in the order of adding.
+    Prepared& ReadFirst();
     /// SELECT of the rowid and all fields by rowid.
     Prepared& ReadNumbered();
     /// SELECT of the rowids in the order of the index (nullptr: as they come), of one employer or of all.
