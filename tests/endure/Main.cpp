@@ -20,10 +20,10 @@ namespace quillmere::endure {
 namespace {
 
 constexpr std::array All{
-    Trial{"kills", "killed at any moment: nothing told is lost, nothing is torn", 10'000, 12, 30, Kills},
-    Trial{"failing calls", "the n-th system call fails: told or done, every file whole", 1, 15, 60, FailingCalls},
-    Trial{"full disk", "no room from the n-th write on: told or done, every file whole", 1, 15, 60, FullDisks},
-    Trial{"power cuts", "unsynced writes lost, torn, reordered: nothing told is lost, nothing is torn", 100'000, 80,
+    Trial{"kills", "killed at any moment: nothing told is lost, nothing is torn", 10'000, 40, 30, Kills},
+    Trial{"failing calls", "the n-th system call fails: told or done, every file whole", 1, 30, 60, FailingCalls},
+    Trial{"full disk", "no room from the n-th write on: told or done, every file whole", 1, 40, 60, FullDisks},
+    Trial{"power cuts", "unsynced writes lost, torn, reordered: nothing told is lost, nothing is torn", 100'000, 400,
           200, PowerCuts},
     Trial{"damage", "spoilt databases: no crash, none takes over 5 s", 100'000, 200, 100, DamagedDatabases},
     Trial{"texts", "what reads texts: no crash, no refused character let in", 10'000'000, 40'000, 100, Parsers},

@@ -5,6 +5,7 @@
 #include "support/ReadAll.h"
 #include "support/StoreFixture.h"
 #include "support/SyncCounter.h"
+#include "support/TemporaryFolder.h"
 #include "transfer/YearTransfer.h"
 
 #include <sqlite3.h>
@@ -18,12 +19,6 @@
 
 namespace quillmere::test {
 namespace {
-
-std::string Bytes(const std::filesystem::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 void Put(const std::filesystem::path& path, std::string_view bytes)
 {
@@ -46,7 +41,7 @@ protected:
     void ExpectFailure(const std::filesystem::path& path)
     {
         const bool isFile = std::filesystem::is_regular_file(path);
-        const std::string before = isFile ? Bytes(path) : "";
+        const std::string before = isFile ? Content(path) : "";
         for (const OpenMode mode : {OpenMode::ReadWrite, OpenMode::ReadOnly})
             try {
                 Database database = Database::OpenDatabase(path, mode);
@@ -57,7 +52,7 @@ protected:
                 EXPECT_NE(failure.Number(), 0) << path;
             }
         if (isFile) {
-            EXPECT_EQ(Bytes(path), before) << path << " was written over";
+            EXPECT_EQ(Content(path), before) << path << " was written over";
         }
         std::size_t files = 0;
         for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder.path))
@@ -86,7 +81,7 @@ TEST_F(Damaged, RandomBytesAreTold)
 
 TEST_F(Damaged, AFileCutOffAnywhereIsTold)
 {
-    const std::string whole = Bytes(file);
+    const std::string whole = Content(file);
     for (const std::size_t size : {std::size_t{20}, std::size_t{100}, std::size_t{4096}, whole.size() / 2,
                                    whole.size() - 4096, whole.size() - 1}) {
         Put(folder.path / "other", std::string_view(whole).substr(0, size));
@@ -273,7 +268,7 @@ TEST_F(Damaged, ADatabaseOfAnotherVersionIsTold)
 
 TEST_F(Damaged, SpoiltBytesInsideNeverEndTheProgram)
 {
-    const std::string whole = Bytes(file);
+    const std::string whole = Content(file);
     std::mt19937 random(11);
     std::uniform_int_distribution<std::size_t> place(100, whole.size() - 65);
     for (int round = 0; round < 150; ++round) {
@@ -341,7 +336,7 @@ std::string WithLastNumberOutOfOrder(std::string bytes, std::size_t page)
 
 TEST_F(Damaged, AScanThatDoesNotGoForwardIsTold)
 {
-    const std::string whole = Bytes(file);
+    const std::string whole = Content(file);
     constexpr std::size_t pageSize = 4096, mostRecords = 1000;
     int toldOfTables = 0, toldOfIndexes = 0;
     for (std::size_t page = pageSize; page < whole.size(); page += pageSize) {

@@ -1,9 +1,8 @@
 #include "Script.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <regex>
 #include <string>
@@ -13,8 +12,7 @@ namespace {
 
 std::string Manual()
 {
-    std::ifstream stream(SOURCE_DIR "/docs/scenarios.md");
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    return test::Content(SOURCE_DIR "/docs/scenarios.md");
 }
 
 /// How often the first cells of the manual's tables name each step: `click CONTROL` stands for `click`.

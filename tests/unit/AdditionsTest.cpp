@@ -13,19 +13,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
 
 namespace quillmere::test {
 namespace {
-
-std::string Bytes(const std::filesystem::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
 
 /// What a session leaves behind.
 struct Left {
@@ -79,10 +72,10 @@ public:
         if (usesAdditions)
             MarkPrinted();
         Menu("mnuPrint");
-        Left left{.tables = Tables(), .settings = {}, .pdf = Bytes(folder.path / "Docs" / "Preview.pdf")};
+        Left left{.tables = Tables(), .settings = {}, .pdf = Content(folder.path / "Docs" / "Preview.pdf")};
         program.Close();
         EXPECT_TRUE(program.Ended());
-        left.settings = Bytes(programFolder / SettingsFileName);
+        left.settings = Content(programFolder / SettingsFileName);
         // The two sessions differ in where they took place.
         for (std::size_t at = 0; (at = left.settings.find(folder.path.string(), at)) != std::string::npos;)
             left.settings.replace(at, folder.path.string().size(), "ROOT");

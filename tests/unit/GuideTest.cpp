@@ -11,8 +11,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <regex>
 #include <set>
 
@@ -22,12 +20,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const fs::path Documents = fs::path(SOURCE_DIR) / "docs";
-
-std::string ReadFile(const fs::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
 
 const GuideSection* Find(const std::vector<GuideSection>& sections, std::string_view title)
 {
@@ -56,7 +48,7 @@ std::string WhyBroken(const fs::path& file, const std::string& link)
         return "no such file";
     if (mark == link.size())
         return {};
-    const std::string text = ReadFile(target);
+    const std::string text = Content(target);
     const auto sections = SectionsOf({.file = "", .text = text});
     return std::ranges::any_of(sections,
                                [&](const auto& section) { return AnchorOf(section.title) == link.substr(mark + 1); })
@@ -129,7 +121,7 @@ TEST(GuideBook, EveryFileOfTheFolderIsAChapter)
     std::set<std::string> listed{"README.md"};
     for (const GuideChapter& chapter : GuideChapters()) {
         EXPECT_TRUE(listed.insert(std::string(chapter.file)).second) << chapter.file << " stands in the list twice";
-        EXPECT_EQ(chapter.text, ReadFile(Documents / "guide" / chapter.file)) << chapter.file;
+        EXPECT_EQ(chapter.text, Content(Documents / "guide" / chapter.file)) << chapter.file;
     }
     for (const auto& entry : fs::directory_iterator(Documents / "guide"))
         EXPECT_TRUE(listed.contains(entry.path().filename().string()))
@@ -162,7 +154,7 @@ TEST(GuideBook, NoLinkOfADocumentIsBroken)
     for (const fs::path& file : files) {
         if (file.extension() != ".md")
             continue;
-        for (const std::string& link : LinksOf(ReadFile(file))) {
+        for (const std::string& link : LinksOf(Content(file))) {
             ++links;
             EXPECT_EQ(WhyBroken(file, link), "") << file << ": " << link;
         }
@@ -228,8 +220,8 @@ TEST_F(GuideOfTheProgram, EveryScreenHasASectionWithItsPicture)
 
 TEST_F(GuideOfTheProgram, TheChaptersThatAreMadeAreThoseOfTheProgram)
 {
-    EXPECT_EQ(ReadFile(Documents / "guide/keys.md"), KeysPage(Now())) << "scripts/guide --write";
-    EXPECT_EQ(ReadFile(Documents / "guide/checks.md"), ChecksPage()) << "scripts/guide --write";
+    EXPECT_EQ(Content(Documents / "guide/keys.md"), KeysPage(Now())) << "scripts/guide --write";
+    EXPECT_EQ(Content(Documents / "guide/checks.md"), ChecksPage()) << "scripts/guide --write";
 }
 
 TEST_F(GuideOfTheProgram, TheKeysAreAllThoseOfTheMenus)

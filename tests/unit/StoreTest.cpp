@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <fmt/format.h>
-#include <fstream>
 #include <random>
 
 namespace quillmere::test {
@@ -880,12 +879,8 @@ TEST_F(StoreFile, LeavesNothingBesideItsFile)
 
 TEST_F(StoreFile, TheTemplateComesOutByteForByteAlike)
 {
-    const auto read = [](const std::filesystem::path& path) {
-        std::ifstream in(path, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    };
     CreateTables(folder.path / "again");
-    EXPECT_EQ(read(folder.path / "again"), read(file));
+    EXPECT_EQ(Content(folder.path / "again"), Content(file));
     EXPECT_THROW(CreateTables(file), StoreError) << "it never writes over a file";
 }
 
