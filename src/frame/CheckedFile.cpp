@@ -294,7 +294,7 @@ FolderWriter::~FolderWriter() = default;
 void FolderWriter::Write(const std::string& name, std::string_view content, Failed failed)
 {
     // A sync costs the disk about the same however much it brings there; what waits is lost by a kill.
-    constexpr std::size_t MostFiles = 256, MostBytes = 16'777'216;
+    constexpr std::size_t MostFiles = 64, MostBytes = 16'777'216;
     auto file = std::make_unique<Replacement>(folder / name, &forgotten);
     file->Write(content);
     file->BeginSync();

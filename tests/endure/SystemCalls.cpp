@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <mutex>
 #include <string>
 #include <sys/stat.h>
 #include <sys/uio.h>
@@ -21,6 +22,7 @@ namespace {
 constexpr std::size_t MostFiles = 4096;
 
 struct Watched {
+    std::recursive_mutex turn; ///< of the thread whose call it is; the others wait, also while the watcher looks
     CallWatcher* watcher = nullptr;
     std::string folder;
     std::array<std::string, MostFiles> files; ///< by descriptor; empty for one that is not watched
@@ -34,9 +36,12 @@ Watched& Now()
     return now;
 }
 
+using Turn = std::lock_guard<std::recursive_mutex>;
+
 /// True while the calls of this moment are to be seen.
 bool Watching()
 {
+    const Turn turn(Now().turn);
     return Now().watcher != nullptr && Now().paused == 0;
 }
 
@@ -45,15 +50,16 @@ bool IsBelow(std::string_view path)
     return !path.empty() && path.starts_with(Now().folder);
 }
 
-const std::string& FileOf(int descriptor)
+std::string FileOf(int descriptor)
 {
-    static const std::string none;
+    const Turn turn(Now().turn);
     const auto place = static_cast<std::size_t>(descriptor);
-    return Watching() && descriptor >= 0 && place < MostFiles ? Now().files[place] : none;
+    return Watching() && descriptor >= 0 && place < MostFiles ? Now().files[place] : std::string();
 }
 
 void Remember(int descriptor, std::string file)
 {
+    const Turn turn(Now().turn);
     if (const auto place = static_cast<std::size_t>(descriptor); descriptor >= 0 && place < MostFiles)
         Now().files[place] = std::move(file);
 }
@@ -69,6 +75,7 @@ Function* Real(const char* name)
 template<typename Result, typename Real>
 Result Make(const Call& call, Result failed, Real real)
 {
+    const Turn turn(Now().turn);
     int refused = 0;
     {
         const Watch::Pause pause;
@@ -118,7 +125,7 @@ std::FILE* OpenStream(const char* path, const char* mode, Real real)
 template<typename Real>
 ssize_t Write(int descriptor, std::int64_t at, std::string_view data, Real real)
 {
-    const std::string& file = FileOf(descriptor);
+    const std::string file = FileOf(descriptor);
     if (file.empty())
         return real();
     return Make(Call{.kind = Call::Kind::Write, .file = file, .at = at, .data = data}, ssize_t{-1}, real);

@@ -170,6 +170,72 @@ TEST_F(BatchFiles, AFileThatAnotherProgramHoldsIsLeftAsItIs)
     EXPECT_EQ(report.lines.back().outcome, Outcome::Done);
 }
 
+TEST_F(BatchFiles, TheReportKeepsTheOrderWhateverBecomesOfTheFiles)
+{
+    constexpr int Employees = 20;
+    Add(Employees);
+    const BatchOrder order = Order({BatchTick::P11D, BatchTick::P11DB},
+                                   {.folder = folder.path, .each = true, .whole = true, .replaces = false});
+    const auto fileOf = [](int number) {
+        return fmt::format("Acme Ltd - Jane Smith-{:02} - P11D 2010-11.pdf", number);
+    };
+    WriteFileChecked(folder / fileOf(3), "mine");
+    std::filesystem::create_directories(folder / fileOf(17));
+    BatchOrder replacing = order;
+    replacing.files->replaces = true;
+    const auto outcomes = [](const BatchReport& report) {
+        std::vector<std::string> list;
+        for (const BatchLine& line : report.lines)
+            list.push_back(fmt::format("{} {}", line.name, static_cast<int>(line.outcome)));
+        return list;
+    };
+    std::vector<std::string> expected;
+    for (int number = 1; number <= Employees; ++number)
+        expected.push_back(fmt::format("Jane Smith-{:02} {}", number,
+                                       static_cast<int>(number == 17 ? Outcome::Failed : Outcome::Done)));
+    expected.push_back(fmt::format("the file with all {}", static_cast<int>(Outcome::Done)));
+    expected.push_back(fmt::format("the P11D(b) {}", static_cast<int>(Outcome::Done)));
+    EXPECT_EQ(outcomes(Run(replacing)), expected);
+    for (std::string& line : expected)
+        line.back() = static_cast<char>('0' + static_cast<int>(Outcome::Kept));
+    EXPECT_EQ(outcomes(Run(order)), expected);
+    EXPECT_TRUE(IsWhole(folder / fileOf(3)));
+}
+
+TEST_F(BatchFiles, WhatWasTakenInHandBeforeTheEndIsWritten)
+{
+    Add(12);
+    const BatchOrder order = Order({BatchTick::P11D}, {.folder = folder.path});
+    FileBatch batch(desk.session, desk.printing, order);
+    while (batch.GoOn())
+        if (batch.Report().lines.size() == 7)
+            batch.Stop();
+    const std::vector<BatchLine>& lines = batch.Report().lines;
+    ASSERT_EQ(lines.size(), 12U);
+    std::set<std::string> written;
+    for (std::size_t place = 0; place < lines.size(); ++place) {
+        EXPECT_EQ(lines[place].name, fmt::format("Jane Smith-{:02}", place + 1));
+        EXPECT_EQ(lines[place].outcome, place < 7 ? Outcome::Done : Outcome::Left) << lines[place].name;
+        if (lines[place].outcome == Outcome::Done) {
+            written.insert(lines[place].words);
+            EXPECT_TRUE(IsWhole(folder / lines[place].words));
+        }
+    }
+    EXPECT_EQ(FilesIn(folder.path), written);
+}
+
+TEST_F(BatchFiles, OneThatIsGivenUpLeavesNoCutFile)
+{
+    Add(8);
+    {
+        FileBatch batch(desk.session, desk.printing, Order({BatchTick::P11D}, {.folder = folder.path}));
+        while (batch.Report().lines.size() < 6)
+            ASSERT_TRUE(batch.GoOn());
+    }
+    for (const std::string& name : FilesIn(folder.path))
+        EXPECT_TRUE(IsWhole(folder / name)) << name;
+}
+
 TEST_F(BatchFiles, TheFileWithAllHasAChapterForEachEmployee)
 {
     Add(2);

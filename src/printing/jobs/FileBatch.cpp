@@ -19,6 +19,9 @@ using Outcome = BatchLine::Outcome;
 
 constexpr std::string_view FileWithAll = "the file with all";
 
+/// Documents that wait for being written at most: enough for one that takes longer than the next one's drawing.
+constexpr std::size_t MostWaiting = 4;
+
 /// What an employee's file cannot be protected with.
 std::string_view Missing(OpeningWord word)
 {
@@ -65,7 +68,10 @@ std::string OpeningWordOf(const Recordset& records, OpeningWord word)
 }
 
 FileBatch::FileBatch(Session& session, PrintSystem& printing, BatchOrder order)
-    : Batch(session, printing, std::move(order), Route::File), folder(Files().folder), isWhole(!Files().each)
+    : Batch(session, printing, std::move(order), Route::File),
+      isWhole(!Files().each),
+      folder(Files().folder),
+      beside(MostWaiting)
 {
     report.to = Files().folder.string();
 }
@@ -145,52 +151,68 @@ void FileBatch::Finish(BatchLine line, const std::string& file, const std::strin
     line.pages = job.page.PageNumber();
     line.words = file;
     const std::filesystem::path path = Files().folder / file;
-    if (line.pages == 0)
+    if (line.pages == 0) {
         line.outcome = Outcome::Empty;
-    else if (!Files().replaces && IsThere(path))
+    } else if (!Files().replaces && IsThere(path)) {
         line.outcome = Outcome::Kept;
-    else
-        Write(line, path, password);
+    } else if (!MayBeReplaced(path)) {
+        line.outcome = Outcome::Failed;
+        line.words = "another program has the file open, or it may not be written";
+    } else {
+        return WriteBeside(std::move(line), {.password = password});
+    }
     Note(std::move(line));
 }
 
-void FileBatch::Write(BatchLine& line, const std::filesystem::path& file, const std::string& password)
+/// Until the file has been written its document is one that the batch has not come to.
+void FileBatch::WriteBeside(BatchLine line, const PdfOptions& options)
 {
-    line.outcome = Outcome::Failed;
-    if (!MayBeReplaced(file)) {
-        line.words = "another program has the file open, or it may not be written";
-        return;
-    }
-    const auto wordsOf = [](const FileError& error) {
-        return std::generic_category().message(static_cast<int>(error.Number()));
-    };
-    try {
-        folder.Write(file.filename(), job.document.Pdf({.password = password}),
-                     [this, wordsOf, noted = report.lines.size()](const FileError& error) {
-                         report.lines.at(noted).outcome = Outcome::Failed;
-                         report.lines.at(noted).words = wordsOf(error);
-                     });
-        line.outcome = Outcome::Done;
-    } catch (const FileError& error) {
-        line.words = wordsOf(error);
-    }
+    const std::size_t place = report.lines.size();
+    Note({.of = line.of, .name = line.name});
+    beside.Give([this, place, line = std::move(line), options, document = job.document.Ended()] {
+        const auto failed = [this, handed = handled.size()](const FileError& error) {
+            handled.at(handed).line.outcome = Outcome::Failed;
+            handled.at(handed).line.words = std::generic_category().message(static_cast<int>(error.Number()));
+        };
+        const std::string pdf = writer.Write(*document, options);
+        handled.push_back({place, line});
+        handled.back().line.outcome = Outcome::Done;
+        try {
+            folder.Write(line.words, pdf, failed);
+        } catch (const FileError& error) {
+            failed(error);
+        }
+    });
 }
 
 void FileBatch::Settle()
 {
     if (IsCancelled())
         job.document.Drop();
-    try {
-        folder.Sync();
-    } catch (const FileError& failure) {
-        folderFailure = failure;
-    }
+    EndFiles();
+}
+
+void FileBatch::EndFiles()
+{
+    const auto keepFailure = [this](const auto& step) {
+        try {
+            step();
+        } catch (const std::exception&) {
+            failure = std::current_exception();
+        }
+    };
+    // What has been written gets its name, whatever has become of what came after it.
+    keepFailure([this] { beside.Wait(); });
+    keepFailure([this] { folder.Sync(); });
+    for (Handed& one : handled)
+        report.lines.at(one.place) = std::move(one.line);
+    handled.clear();
 }
 
 void FileBatch::TellOfEnd()
 {
-    if (folderFailure)
-        throw FileError(*folderFailure);
+    if (failure)
+        std::rethrow_exception(failure);
     Batch::TellOfEnd();
 }
 

@@ -5,6 +5,7 @@
 #include "printing/paper/PageLayer.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -53,8 +54,8 @@ public:
     /// The printer that the document goes to, and how many pages it has been sent last.
     const std::string& Printer() const { return vp->Device(); }
     int PagesSent() const { return vp->PagesSent(); }
-    /// The ended document as a PDF file.
-    std::string Pdf(const PdfOptions& options) const { return vp->Pdf(options); }
+    /// The ended document.
+    std::shared_ptr<const Document> Ended() const { return vp->Ended(); }
     /// Drops what has been drawn.
     void Drop() { vp->Clear(); }
     /// Ends the document; if its pages were for the printer and it cannot be reached, says so.

@@ -5,8 +5,8 @@
 
 #include <hb-ot.h>
 
-#include <memory>
 #include <stdexcept>
+#include <utility>
 
 #define QUILLMERE_FONT(name)                                                                                           \
     extern "C" const std::byte quillmere_font_##name[];                                                                \
@@ -39,6 +39,14 @@ constexpr std::array<std::string_view, FaceCount / StylesPerFamily> Families = {
 int IndexOf(Face face)
 {
     return static_cast<int>(face);
+}
+
+/// What a font file says never changes: it is read on first use, by whichever thread comes to it first.
+template<Face face>
+const FaceMetrics& ReadOnce()
+{
+    static const FaceMetrics metrics(face);
+    return metrics;
 }
 
 } // namespace
@@ -153,12 +161,12 @@ std::int64_t FaceMetrics::Measure(std::string_view text) const
 
 const FaceMetrics& MetricsOf(Face face)
 {
-    // What the font files say never changes: a table that is filled on first use.
-    static std::array<std::unique_ptr<const FaceMetrics>, FaceCount> tables;
-    auto& table = tables.at(static_cast<std::size_t>(IndexOf(face)));
-    if (!table)
-        table = std::make_unique<const FaceMetrics>(face);
-    return *table;
+    constexpr auto of = []<std::size_t... number>(std::index_sequence<number...>)
+    {
+        return std::array{&ReadOnce<static_cast<Face>(number)>...};
+    }
+    (std::make_index_sequence<FaceCount>());
+    return of.at(static_cast<std::size_t>(IndexOf(face)))();
 }
 
 double TextWidth(Face face, double size, std::string_view text)
