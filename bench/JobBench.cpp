@@ -8,6 +8,7 @@
 #include "printing/jobs/FileBatch.h"
 #include "printing/jobs/PrintJobs.h"
 #include "support/PrintDesk.h"
+#include "support/TemporaryFolder.h"
 
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>
@@ -16,6 +17,10 @@
 #include <array>
 #include <chrono>
 #include <deque>
+#include <filesystem>
+#include <optional>
+#include <sched.h>
+#include <time.h>
 
 namespace quillmere {
 namespace {
@@ -51,13 +56,13 @@ std::string EmployeeOf(int number)
     return fmt::format("Jane Smith-{:04}", number);
 }
 
-/// A database of employees with six pages each: both sides of the form, two schedules, a car and the accommodation.
+constexpr std::size_t PagesEach = 6;
+
+/// A database of employees with so many pages each: both sides of the form, two schedules, a car and the accommodation.
 class Office {
 public:
-    explicit Office(int employees)
+    explicit Office(int employees) : Office()
     {
-        door.printers = {"Office"};
-        desk.printing.engine.documentEnded = nullptr;
         desk.AddSmiths(Employer, employees);
         {
             Database database = desk.Open();
@@ -68,6 +73,13 @@ public:
             for (int number = 1; number <= employees; ++number)
                 FillForm(database, EmployeeOf(number));
         }
+    }
+
+    /// The same with the database of another one.
+    explicit Office(const std::filesystem::path& made) : Office()
+    {
+        std::filesystem::copy_file(made, desk.session.ClientDatabasePath(),
+                                   std::filesystem::copy_options::overwrite_existing);
     }
 
     void PrintBatch()
@@ -83,6 +95,11 @@ public:
     PrintDesk desk{door, "/dev/shm"};
 
 private:
+    Office()
+    {
+        door.printers = {"Office"};
+        desk.printing.engine.documentEnded = nullptr;
+    }
     static void FillAll(Database& database, std::string_view table, const std::string& employee)
     {
         Recordset records = database.OpenRecordset(table);
@@ -183,10 +200,13 @@ protected:
     void Close(BatchLine line) override
     {
         job.document.vsEndDoc();
-        bytes += job.document.Pdf({}).size();
+        bytes += writer.Write(*job.document.Ended()).size();
         Note(std::move(line));
     }
     ProgressBar::Shows Shows() const override { return ProgressBar::Shows::WholePercents; }
+
+private:
+    PdfWriter writer;
 };
 
 void RunToEnd(Batch& batch)
@@ -207,13 +227,13 @@ void MakeFiles(Office& office, const std::filesystem::path& folder)
     bench::Require(batch.Report().Again() == std::nullopt, "every file is written");
 }
 
-/// A batch of 1,000 to files beside the same documents without names and files, in pairs that take turns at being
-/// first: medians of the time by the clock, since files are waited for.
-void FilesBesideNoFiles(benchmark::State& state, const std::filesystem::path& in)
+/// Two ways of doing the same, in pairs that take turns at being first: medians of the time by the clock, since files
+/// and the other processor are waited for.
+template<class Subject, class Yardstick>
+void TakeTurns(benchmark::State& state, Subject subject, Yardstick yardstick)
 {
     using Clock = std::chrono::steady_clock;
     constexpr int Pairs = 7;
-    Office office(1000);
     const auto timed = [](const auto& work) {
         const auto begin = Clock::now();
         work();
@@ -224,58 +244,105 @@ void FilesBesideNoFiles(benchmark::State& state, const std::filesystem::path& in
         return times[times.size() / 2];
     };
     for (auto _ : state) {
-        std::vector<double> with, without, ratios;
-        // The files go at the end: for half a minute a file system looks at each number of a file that has gone before
-        // it takes one for a new file.
-        std::deque<test::TemporaryFolder> folders;
+        std::vector<double> ours, theirs, ratios;
         for (int pair = 0; pair < Pairs; ++pair) {
-            const test::TemporaryFolder& folder = folders.emplace_back(in);
-            const auto files = [&] { with.push_back(timed([&] { MakeFiles(office, folder.path); })); };
-            const auto none = [&] {
-                without.push_back(timed([&] {
-                    BatchWithoutFiles batch(office);
-                    RunToEnd(batch);
-                }));
-            };
-            if (pair % 2 == 0) {
-                files();
-                none();
-            } else {
-                none();
-                files();
-            }
-            ratios.push_back(with.back() / without.back());
+            if (pair % 2 == 0)
+                ours.push_back(timed(subject));
+            theirs.push_back(timed(yardstick));
+            if (pair % 2 != 0)
+                ours.push_back(timed(subject));
+            ratios.push_back(ours.back() / theirs.back());
         }
-        state.counters["ms with files"] = median(with);
-        state.counters["ms without"] = median(without);
+        state.counters["ms"] = median(ours);
+        state.counters["ms of yardstick"] = median(theirs);
         state.counters["ratio"] = median(ratios);
     }
 }
 
-/// Largest memory of the process while a batch of 10 makes files, and while one of 1,000 does.
-void MemoryOfABatchToFiles(benchmark::State& state)
+/// Folders for the files of batches. They go at the end: for half a minute a file system looks at each number of a file
+/// that has gone before it takes one for a new file.
+class Folders {
+public:
+    explicit Folders(const std::filesystem::path& in) : in(in) {}
+    const std::filesystem::path& Next() { return folders.emplace_back(in).path; }
+
+private:
+    std::filesystem::path in;
+    std::deque<test::TemporaryFolder> folders;
+};
+
+/// A batch of 1,000 to files beside the same documents without names and files.
+void FilesBesideNoFiles(benchmark::State& state, const std::filesystem::path& in)
 {
-    const auto batch = [](int employees) {
-        Office office(employees);
-        const test::TemporaryFolder folder;
-        bench::ForgetLargestMemory();
-        MakeFiles(office, folder.path);
-        return bench::LargestMemory();
-    };
-    bench::CompareLargestMemory(state, batch);
+    Office office(1000);
+    Folders folders(in);
+    TakeTurns(
+        state, [&] { MakeFiles(office, folders.Next()); },
+        [&] {
+            BatchWithoutFiles batch(office);
+            RunToEnd(batch);
+        });
 }
 
-/// Largest memory of the process while a batch of 10 is printed, and while one of 1,000 is; what making their
-/// databases took is given back before.
-void MemoryOfABatchJob(benchmark::State& state)
+/// How much of a batch's processor time its drawing takes, which no second processor can shorten.
+void ShareOfTheDrawing(benchmark::State& state, const std::filesystem::path& in)
 {
-    const auto batch = [](int employees) {
-        Office office(employees);
-        bench::ForgetLargestMemory();
-        office.PrintBatch();
-        return bench::LargestMemory();
+    Office office(1000);
+    Folders folders(in);
+    const auto taken = [](clockid_t clock) {
+        timespec now{};
+        ::clock_gettime(clock, &now);
+        return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) * 1e-6;
     };
-    bench::CompareLargestMemory(state, batch);
+    for (auto _ : state) {
+        const double all = taken(CLOCK_PROCESS_CPUTIME_ID), own = taken(CLOCK_THREAD_CPUTIME_ID);
+        MakeFiles(office, folders.Next());
+        state.counters["ms of drawing"] = taken(CLOCK_THREAD_CPUTIME_ID) - own;
+        state.counters["ms"] = taken(CLOCK_PROCESS_CPUTIME_ID) - all;
+        state.counters["ratio"] = state.counters["ms of drawing"] / state.counters["ms"];
+    }
+}
+
+/// A batch of 1,000 to files on the processors that there are beside the same on one of them.
+void FilesOnAllProcessors(benchmark::State& state, const std::filesystem::path& in)
+{
+    Office office(1000);
+    Folders folders(in);
+    cpu_set_t all{};
+    bench::Require(::sched_getaffinity(0, sizeof all, &all) == 0, "the processors are known");
+    TakeTurns(
+        state, [&] { MakeFiles(office, folders.Next()); },
+        [&] {
+            cpu_set_t one{};
+            CPU_SET(static_cast<std::size_t>(::sched_getcpu()), &one);
+            bench::Require(::sched_setaffinity(0, sizeof one, &one) == 0, "a processor can be chosen");
+            MakeFiles(office, folders.Next());
+            bench::Require(::sched_setaffinity(0, sizeof all, &all) == 0, "all processors can be had back");
+        });
+}
+
+void MakeFilesAlone(int employees, const std::filesystem::path& database)
+{
+    Office office(database);
+    const test::TemporaryFolder folder;
+    MakeFiles(office, folder.path);
+    bench::Require(test::NamesIn(folder.path).size() == static_cast<std::size_t>(employees),
+                   "each employee has a file");
+}
+
+void PrintAlone(int employees, const std::filesystem::path& database)
+{
+    Office office(database);
+    office.PrintBatch();
+    bench::Require(office.door.pages == static_cast<std::size_t>(employees) * PagesEach, "each employee is printed");
+}
+
+/// Largest memory of a process that prints a batch, or makes the files of one, and nothing else.
+void MemoryOfABatch(benchmark::State& state, std::string_view work)
+{
+    std::optional<Office> office;
+    bench::CompareLargestMemory(
+        state, work, [&](int employees) { return office.emplace(employees).desk.session.ClientDatabasePath(); });
 }
 
 } // namespace
@@ -283,19 +350,22 @@ void MemoryOfABatchJob(benchmark::State& state)
 
 int main(int argc, char** argv)
 {
+    if (quillmere::bench::HasMeasuredMemory(
+            argc, argv, {{"printing", quillmere::PrintAlone}, {"files", quillmere::MakeFilesAlone}}))
+        return 0;
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
-    benchmark::RegisterBenchmark("MemoryOfABatchJob", quillmere::MemoryOfABatchJob)
-        ->Iterations(1)
-        ->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("MemoryOfABatchToFiles", quillmere::MemoryOfABatchToFiles)
-        ->Iterations(1)
-        ->Unit(benchmark::kMillisecond);
-    for (const auto* in : {"/dev/shm", "/tmp"})
-        benchmark::RegisterBenchmark((std::string("BatchToFilesBesideNone ") + in).c_str(),
-                                     [in](benchmark::State& state) { quillmere::FilesBesideNoFiles(state, in); })
-            ->Iterations(1)
-            ->Unit(benchmark::kMillisecond);
+    const auto add = [](const std::string& name, auto run) {
+        benchmark::RegisterBenchmark(name.c_str(), run)->Iterations(1)->Unit(benchmark::kMillisecond);
+    };
+    using benchmark::State;
+    add("MemoryOfABatchJob", [](State& state) { quillmere::MemoryOfABatch(state, "printing"); });
+    add("MemoryOfABatchToFiles", [](State& state) { quillmere::MemoryOfABatch(state, "files"); });
+    for (const std::string in : {"/dev/shm", "/tmp"}) {
+        add("BatchToFilesBesideNone " + in, [in](State& state) { quillmere::FilesBesideNoFiles(state, in); });
+        add("DrawingOfABatchToFiles " + in, [in](State& state) { quillmere::ShareOfTheDrawing(state, in); });
+        add("BatchToFilesOnAllProcessors " + in, [in](State& state) { quillmere::FilesOnAllProcessors(state, in); });
+    }
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
