@@ -28,14 +28,14 @@ Layout CheckList()
 
 Layout OverviewList()
 {
-    Layout layout{.width = 980, .height = 450, .growing = "Lines"};
+    Layout layout{.width = 980, .height = 462, .growing = "Lines"};
     layout.Text(16, 15, 40, "Show:");
     layout.Place("Filter", 60, 12, 280, 24);
     layout.Text(364, 15, 64, "Employer:");
     layout.Place("Employer", 430, 11, 330, 26);
     layout.Place("Lines", 16, 48, 948, 322);
-    layout.Place("Foot", 16, 378, 948);
-    ButtonRow(layout, 964, 410,
+    layout.Place("Foot", 16, 376, 948, 40);
+    ButtonRow(layout, 964, 422,
               std::to_array<std::string_view>({"OverviewOpen", "OverviewSort", "OverviewAgain", "OverviewReviewed",
                                                "OverviewPrint", "OverviewClose"}));
     return layout;
