@@ -13,7 +13,9 @@
 #include <array>
 #include <functional>
 #include <limits>
+#include <set>
 #include <sstream>
+#include <string>
 
 namespace quillmere::pages {
 namespace {
@@ -67,6 +69,53 @@ TEST_F(PdfWriterTest, MakesTheSameBytesWhateverWasWrittenBefore)
     EXPECT_EQ(writer.Write(document), first);
     EXPECT_EQ(PdfWriter().Write(document), first);
     EXPECT_NE(writer.Write(WithTexts({"Other text, £12.50"})), first);
+}
+
+TEST_F(PdfWriterTest, TellsFixedPartsApartThatDifferInOneThing)
+{
+    struct Fixed {
+        ShapeStyle shape{.pen = Black, .brush = White, .filled = true, .width = 10};
+        TextStyle text{.face = Face::SansRegular, .colour = Black, .size = 8};
+        std::string words = "Gross amount";
+        std::vector<double> corners = {100, 100, 200, 100, 150, 200};
+        double left = 400;
+        bool isRead = true;
+    };
+    const auto documentOf = [](const Fixed& fixed) {
+        Document document;
+        document.AddPage();
+        const ElementNumber first = document.AddElement({.role = Role::Heading});
+        const ElementNumber second = document.AddElement({.role = Role::Paragraph});
+        document.BeginPart(true);
+        document.AddPolygon(fixed.shape, fixed.corners);
+        document.AddLine(fixed.shape, fixed.left, 300, 900, 300);
+        document.BelongsTo(fixed.isRead ? first : second);
+        document.AddText(fixed.text, Alignment::Left, 400, 400, fixed.words);
+        document.BeginPart(false);
+        document.BelongsTo(second);
+        document.AddText(fixed.text, Alignment::Left, 400, 900, "12.50");
+        return document;
+    };
+    std::vector<Fixed> all(11);
+    all[1].words = "Gross amounts";
+    all[2].words = "Gross Amount";
+    all[3].text.size = 9;
+    all[4].text.colour = Grey(80);
+    all[5].text.face = Face::SansBold;
+    all[6].shape.width = 12;
+    all[7].shape.filled = false;
+    all[8].corners.back() = 210;
+    all[9].left = 410;
+    all[10].isRead = false;
+    std::set<std::string> different;
+    for (const Fixed& fixed : all) {
+        const Document document = documentOf(fixed);
+        const std::string alone = PdfWriter().Write(document);
+        EXPECT_EQ(writer.Write(document), alone) << "after the others";
+        EXPECT_EQ(writer.Write(document), alone) << "after itself";
+        different.insert(alone);
+    }
+    EXPECT_EQ(different.size(), all.size());
 }
 
 TEST_F(PdfWriterTest, GivesEveryCharacterBackToAReader)

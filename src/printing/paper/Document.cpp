@@ -270,6 +270,29 @@ void Document::ShrinkToFit()
     textStyles.shrink_to_fit();
 }
 
+Document Document::Excerpt(std::span<const Operation> some) const
+{
+    Document copy;
+    copy.AddPage();
+    copy.shapeStyles = shapeStyles;
+    copy.textStyles = textStyles;
+    for (Operation operation : some) {
+        if (operation.kind == OperationKind::Text) {
+            const std::string_view text = TextOf(operation);
+            operation.first = static_cast<std::uint32_t>(copy.texts.size());
+            copy.texts += text;
+        }
+        if (operation.kind == OperationKind::Polygon) {
+            const std::span<const double> points = CornersOf(operation);
+            operation.first = static_cast<std::uint32_t>(copy.corners.size());
+            copy.corners.insert(copy.corners.end(), points.begin(), points.end());
+        }
+        copy.operations.push_back(operation);
+    }
+    copy.ShrinkToFit();
+    return copy;
+}
+
 TextPlace PlaceOf(const Document& document, const Operation& operation)
 {
     const TextStyle& style = document.TextStyleOf(operation);

@@ -170,6 +170,8 @@ public:
     ElementNumber Current() const { return current; }
     /// Gives back what the growing of the lists took too much.
     void ShrinkToFit();
+    /// Some operations of the document as a page of their own, without the elements that they belong to.
+    Document Excerpt(std::span<const Operation> some) const;
 
 private:
     void AddShape(OperationKind kind, const ShapeStyle& style, double x1, double y1, double x2, double y2);

@@ -232,6 +232,16 @@ void CharacterGroups::Put(char32_t character, bool withItsGroup)
     }
 }
 
+void CharacterGroups::Add(const CharacterGroups& others)
+{
+    for (std::size_t half = 0; half < ascii.size(); ++half)
+        ascii[half] |= others.ascii[half];
+    for (const char16_t group : others.groups)
+        Insert(groups, group);
+    for (const char16_t character : others.apart)
+        Insert(apart, character);
+}
+
 std::vector<CharacterRange> CharacterGroups::Ranges() const
 {
     std::vector<CharacterRange> ranges;

@@ -31,6 +31,7 @@ public:
     void AddFixed(char32_t character) { Put(character, false); }
     /// A character of what has been entered.
     void AddEntered(char32_t character) { Put(character, true); }
+    void Add(const CharacterGroups& others);
     /// In ascending order, neighbours joined.
     std::vector<CharacterRange> Ranges() const;
     /// Any order, for a place in a map.

@@ -20,7 +20,6 @@
 #include <map>
 #include <numeric>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 namespace quillmere {
@@ -84,7 +83,7 @@ std::string AddFont(PdfFile& file, Face face, const PdfFont& font, StreamsByCont
                                 font.name, descendant, AddStreamOnce(file, font.toUnicode, maps)));
 }
 
-/// What the given pages draw of each face.
+/// What is drawn of each face.
 struct DrawnCharacters {
     std::array<std::optional<CharacterGroups>, FaceCount> faces;
     bool mayBeArchived = true; ///< no glyph is missing
@@ -107,15 +106,26 @@ void AddText(DrawnCharacters& drawn, Face face, std::string_view text, bool isFi
     }
 }
 
-DrawnCharacters CharactersOf(const Document& document, std::span<const int> pages)
+DrawnCharacters CharactersOf(const Document& document, const Document::Part& part)
 {
     DrawnCharacters drawn;
-    for (const int page : pages)
-        for (const Document::Part& part : document.Parts(page))
-            for (const Operation& operation : part.operations)
-                if (operation.kind == OperationKind::Text)
-                    AddText(drawn, document.TextStyleOf(operation).face, document.TextOf(operation), part.isFixed);
+    for (const Operation& operation : part.operations)
+        if (operation.kind == OperationKind::Text)
+            AddText(drawn, document.TextStyleOf(operation).face, document.TextOf(operation), part.isFixed);
     return drawn;
+}
+
+void Add(DrawnCharacters& drawn, const DrawnCharacters& more)
+{
+    drawn.mayBeArchived = drawn.mayBeArchived && more.mayBeArchived;
+    for (std::size_t face = 0; face < more.faces.size(); ++face) {
+        if (!more.faces[face])
+            continue;
+        if (drawn.faces[face])
+            drawn.faces[face]->Add(*more.faces[face]);
+        else
+            drawn.faces[face] = more.faces[face];
+    }
 }
 
 /// A height that readers take, whatever the scale made of it.
@@ -153,29 +163,58 @@ std::string InformationOf(const Document& document)
     return "<<" + entries + ">>";
 }
 
-/// True if two stretches of one document draw the same for the same elements, counted from the first one of each page.
-bool AreSame(const Document& document, std::span<const Operation> one, ElementNumber firstOfOne,
-             std::span<const Operation> other, ElementNumber firstOfOther)
+/// A stretch of a page in its document, with the first element of the page and the number of its first mark.
+struct Stretch {
+    const Document& document;
+    std::span<const Operation> operations;
+    ElementNumber firstElement;
+    int firstMark;
+};
+
+/// True if two of them become the same content: they draw the same for the same elements, counted from the first one of
+/// each page.
+bool AreSame(const Stretch& one, const Stretch& other)
 {
+    const auto styleIsSame = [&](const Operation& a, const Operation& b) {
+        return a.kind == OperationKind::Text ? one.document.TextStyleOf(a) == other.document.TextStyleOf(b)
+                                             : one.document.ShapeStyleOf(a) == other.document.ShapeStyleOf(b);
+    };
     const auto same = [&](const Operation& a, const Operation& b) {
-        if (a.kind != b.kind || a.style != b.style || a.x1 != b.x1 || a.y1 != b.y1 || a.x2 != b.x2 || a.y2 != b.y2)
+        if (a.kind != b.kind || a.x1 != b.x1 || a.y1 != b.y1 || a.x2 != b.x2 || a.y2 != b.y2 || !styleIsSame(a, b))
             return false;
         if ((a.element == 0) != (b.element == 0) ||
-            (a.element != 0 && a.element - firstOfOne != b.element - firstOfOther))
+            (a.element != 0 && a.element - one.firstElement != b.element - other.firstElement))
             return false;
         if (a.kind == OperationKind::Text)
-            return document.TextOf(a) == document.TextOf(b);
-        return a.kind != OperationKind::Polygon || std::ranges::equal(document.CornersOf(a), document.CornersOf(b));
+            return one.document.TextOf(a) == other.document.TextOf(b);
+        return a.kind != OperationKind::Polygon ||
+               std::ranges::equal(one.document.CornersOf(a), other.document.CornersOf(b));
     };
-    return one.size() == other.size() && std::equal(one.begin(), one.end(), other.begin(), same);
+    return one.firstMark == other.firstMark && one.operations.size() == other.operations.size() &&
+           std::equal(one.operations.begin(), one.operations.end(), other.operations.begin(), same);
 }
 
-/// A fixed part of a page that is in the file, and its stream.
-struct FixedStream {
-    std::span<const Operation> operations;
-    ElementNumber firstElement; ///< of its page
+/// A fixed part of a page, kept for many documents with what is made of it.
+struct KeptPart {
+    Document drawing;
+    ElementNumber firstElement;
     int firstMark;
+    std::string deflated;
+    DrawnCharacters characters;
+
+    Stretch Drawn() const { return {drawing, drawing.Page(1), firstElement, firstMark}; }
+};
+
+/// A fixed part that is in the file, and its stream.
+struct FixedStream {
+    Stretch drawn;
     std::string reference;
+};
+
+/// What has been gathered for a file while its pages were put into it.
+struct Gathered {
+    std::vector<FixedStream> fixed;
+    DrawnCharacters characters;
 };
 
 /// The content of a page: the references of its streams, and the element behind each mark in them.
@@ -191,39 +230,47 @@ struct PdfWriter::State {
     Deflate objectDeflate{ObjectEffort};
     Deflate thoroughDeflate{FixedEffort};
 
-    /// A fixed part of a page as deflated content, made once for many documents.
-    const std::string& DeflatedOnce(const std::string& content)
+    /// What is made of a fixed part, once for many documents. Valid until the next call.
+    const KeptPart& KeptFor(const Stretch& part)
     {
-        const auto kept = fixedParts.find(content);
-        if (kept != fixedParts.end())
-            return kept->second;
-        if (fixedParts.size() >= KeptParts)
-            fixedParts.clear();
-        return fixedParts.emplace(content, thoroughDeflate.Compress(content)).first->second;
+        const auto kept =
+            std::ranges::find_if(keptParts, [&part](const KeptPart& one) { return AreSame(one.Drawn(), part); });
+        if (kept != keptParts.end())
+            return *kept;
+        if (keptParts.size() >= KeptParts)
+            keptParts.clear();
+        return keptParts.emplace_back(
+            KeptPart{.drawing = part.document.Excerpt(part.operations),
+                     .firstElement = part.firstElement,
+                     .firstMark = part.firstMark,
+                     .deflated = thoroughDeflate.Compress(PdfContent(part.document, part.operations, part.firstMark)),
+                     .characters = CharactersOf(part.document, {.operations = part.operations, .isFixed = true})});
     }
 
-    /// The stream of a part of a page, whose marks begin with this one. `fixed` has the streams of fixed parts that are
-    /// in the file already.
-    std::string AddPart(PdfFile& file, const Document& document, int page, const Document::Part& part, int firstMark,
-                        std::vector<FixedStream>& fixed)
+    std::string AddFixedPart(PdfFile& file, const Stretch& part, Gathered& gathered)
     {
-        const ElementNumber firstElement = document.FirstElement(page);
-        const auto found = std::ranges::find_if(fixed, [&](const FixedStream& stream) {
-            return part.isFixed && stream.firstMark == firstMark &&
-                   AreSame(document, stream.operations, stream.firstElement, part.operations, firstElement);
-        });
-        if (found != fixed.end())
+        const auto found = std::ranges::find_if(
+            gathered.fixed, [&part](const FixedStream& stream) { return AreSame(stream.drawn, part); });
+        if (found != gathered.fixed.end())
             return found->reference;
-        const std::string content = PdfContent(document, part.operations, firstMark);
-        std::string stream = file.AddDeflated(part.isFixed ? DeflatedOnce(content) : deflate.Compress(content));
+        const KeptPart& kept = KeptFor(part);
+        Add(gathered.characters, kept.characters);
+        return gathered.fixed.emplace_back(FixedStream{part, file.AddDeflated(kept.deflated)}).reference;
+    }
+
+    /// The stream of a part of a page, whose marks begin with this one.
+    std::string AddPart(PdfFile& file, const Document& document, int page, const Document::Part& part, int firstMark,
+                        Gathered& gathered)
+    {
         if (part.isFixed)
-            fixed.push_back({part.operations, firstElement, firstMark, stream});
-        return stream;
+            return AddFixedPart(file, {document, part.operations, document.FirstElement(page), firstMark}, gathered);
+        Add(gathered.characters, CharactersOf(document, part));
+        return file.AddDeflated(deflate.Compress(PdfContent(document, part.operations, firstMark)));
     }
 
     /// Puts a page's content into the file. The marks of its fixed parts come first, so that they are the same whatever
     /// stands between them.
-    PageContent AddContent(PdfFile& file, const Document& document, int page, std::vector<FixedStream>& fixed)
+    PageContent AddContent(PdfFile& file, const Document& document, int page, Gathered& gathered)
     {
         PageContent content;
         const std::vector<Document::Part> parts = document.Parts(page);
@@ -232,7 +279,8 @@ struct PdfWriter::State {
             for (std::size_t at = 0; at < parts.size(); ++at) {
                 if (parts[at].isFixed != isFixed)
                     continue;
-                streams[at] = AddPart(file, document, page, parts[at], static_cast<int>(content.marks.size()), fixed);
+                streams[at] =
+                    AddPart(file, document, page, parts[at], static_cast<int>(content.marks.size()), gathered);
                 std::ranges::copy(PdfMarks(parts[at].operations), std::back_inserter(content.marks));
             }
         for (const std::string& stream : streams)
@@ -240,11 +288,24 @@ struct PdfWriter::State {
         return content;
     }
 
+    /// Puts the fonts of these characters into the file. Gives their names with their references.
+    std::string AddFonts(PdfFile& file, const DrawnCharacters& characters)
+    {
+        std::string names;
+        StreamsByContent maps;
+        for (int number = 0; number < FaceCount; ++number)
+            if (const auto& used = characters.faces.at(static_cast<std::size_t>(number))) {
+                const auto face = static_cast<Face>(number);
+                names += fmt::format("{} {}", PdfFontName(face), AddFont(file, face, fonts.FontFor(face, *used), maps));
+            }
+        return names;
+    }
+
     /// What all files have alike.
     const std::string screenColours = thoroughDeflate.Compress(ScreenColours());
 
     PdfFonts fonts;
-    std::unordered_map<std::string, std::string> fixedParts; ///< deflated, by content
+    std::vector<KeptPart> keptParts;
 };
 
 PdfWriter::PdfWriter() : state(std::make_unique<State>())
@@ -263,34 +324,22 @@ std::string PdfWriter::Write(const Document& document, std::span<const int> page
 {
     PdfFile file(state->objectDeflate);
 
-    std::string fonts;
-    StreamsByContent maps;
-    const DrawnCharacters characters = CharactersOf(document, pages);
-    for (int number = 0; number < FaceCount; ++number) {
-        const auto& used = characters.faces.at(static_cast<std::size_t>(number));
-        if (used) {
-            const auto face = static_cast<Face>(number);
-            fonts +=
-                fmt::format("{} {}", PdfFontName(face), AddFont(file, face, state->fonts.FontFor(face, *used), maps));
-        }
-    }
     // The same for all pages, but each names them itself.
-    const std::string resources = file.Add(fmt::format("<</Font<<{}>>>>", fonts));
-
+    const int resources = file.Reserve();
     const int tree = file.Reserve();
     PdfStructure structure(file);
     std::string kids;
     std::map<int, PageContent> contents;
     std::map<int, std::string> pageReferences;
-    std::vector<FixedStream> fixedStreams;
+    Gathered gathered;
     for (const int page : pages) {
         const auto content = contents.find(page) != contents.end()
                                  ? contents.find(page)
-                                 : contents.emplace(page, state->AddContent(file, document, page, fixedStreams)).first;
+                                 : contents.emplace(page, state->AddContent(file, document, page, gathered)).first;
         const int number = file.Reserve();
         const std::string reference = PdfFile::ReferenceTo(number);
-        file.Replace(number, fmt::format("<</Type/Page/Parent {} 0 R/Resources {}/Contents[{}]{}>>", tree, resources,
-                                         content->second.streams,
+        file.Replace(number, fmt::format("<</Type/Page/Parent {} 0 R/Resources {} 0 R/Contents[{}]{}>>", tree,
+                                         resources, content->second.streams,
                                          structure.AddPage(document, page, reference, content->second.marks)));
         pageReferences.emplace(page, reference);
         kids += reference + ' ';
@@ -298,6 +347,7 @@ std::string PdfWriter::Write(const Document& document, std::span<const int> page
     file.Replace(tree, fmt::format("<</Type/Pages/Count {}/Kids[{}]/MediaBox[0 0 {} {}]>>", pages.size(), kids,
                                    SheetWidth / TwipsPerPoint, SheetHeight / TwipsPerPoint));
     structure.Finish();
+    file.Replace(resources, fmt::format("<</Font<<{}>>>>", state->AddFonts(file, gathered.characters)));
 
     if (const std::string outline = AddOutline(file, OutlineOf(document, pageReferences)); !outline.empty())
         file.SetInCatalogue("/Outlines", outline);
@@ -305,7 +355,7 @@ std::string PdfWriter::Write(const Document& document, std::span<const int> page
     file.SetInCatalogue("/Lang", PdfText(document.language));
     file.SetInCatalogue("/ViewerPreferences", "<</DisplayDocTitle true>>");
     // A lock is against the rules of archives.
-    const bool isArchive = characters.mayBeArchived && options.password.empty();
+    const bool isArchive = gathered.characters.mayBeArchived && options.password.empty();
     file.SetInCatalogue("/Metadata", file.AddStream(PdfMetadata(document, isArchive), "/Type/Metadata/Subtype/XML"));
     file.SetInCatalogue("/OutputIntents",
                         fmt::format("[<</Type/OutputIntent/S/GTS_PDFA1/OutputConditionIdentifier(sRGB IEC61966-2.1)"
