@@ -208,20 +208,20 @@ TEST_F(SafetyCopying, MakesADatabaseThatOpensWithEverybody)
 
 TEST_F(SafetyCopying, GoesOnWhileOthersRead)
 {
-    sqlite3* other = nullptr;
-    ASSERT_EQ(sqlite3_open_v2(file.c_str(), &other, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN; SELECT * FROM P11D", nullptr, nullptr, nullptr), SQLITE_OK);
+    Database other = Open();
+    const ReadBatch reads(other);
+    EXPECT_EQ(ListEmployers(other).size(), 2U);
     EXPECT_NO_THROW(CopyDatabase(file, folder / "copy.mdb"));
-    sqlite3_close(other);
 }
 
 TEST_F(SafetyCopying, HoldsOnlyWhatIsStored)
 {
-    sqlite3* other = nullptr;
-    ASSERT_EQ(sqlite3_open_v2(file.c_str(), &other, SQLITE_OPEN_READWRITE, nullptr), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(other, "BEGIN IMMEDIATE; DELETE FROM P11D", nullptr, nullptr, nullptr), SQLITE_OK);
+    Database other = Open();
+    const WriteBatch batch(other);
+    Recordset records = other.OpenRecordset("P11D");
+    for (records.MoveFirst(); !records.AtEnd(); records.MoveNext())
+        records.Delete();
     EXPECT_EQ(CopyDatabase(file, folder / "copy.mdb").employees, 3);
-    sqlite3_close(other);
 }
 
 TEST_F(SafetyCopying, TwiceInASecondMakesTwo)
