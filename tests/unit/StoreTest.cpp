@@ -1,5 +1,6 @@
 #include "clientdb/store/StoreFaults.h"
 #include "clientdb/store/TableLayouts.h"
+#include "frame/Text.h"
 #include "support/StoreFixture.h"
 
 #include <algorithm>
@@ -221,6 +222,28 @@ TEST_F(Store, NullAndEmptyReadAlikeAndAreToldApart)
     records.SetNull("ACashEqu");
     records.Update();
     EXPECT_TRUE(records.IsNull("ACashEqu"));
+}
+
+TEST_F(Store, WhatIsSetMayBeTheTextOfAnotherFieldAndInAnyOrder)
+{
+    Database database = Open();
+    Recordset records = database.OpenRecordset("BNotepad");
+    // The second record takes up the room of the first.
+    for (const std::string employee : {"Jane Smith", "John Brown"}) {
+        records.AddNew();
+        records.SetField("EmployerName", "Acme");
+        records.SetField("EmployeeName", employee);
+        records.SetField("Description20", "a desk");
+        for (int line = 19; line > 0; --line)
+            records.SetField(Numbered("Description", line), records.Field(Numbered("Description", line + 1)));
+        records.SetField("Description7", "");
+        records.SetNull("Description8");
+        records.Update();
+        for (int line = 1; line <= 20; ++line)
+            EXPECT_EQ(records.Field(Numbered("Description", line)), line == 7 || line == 8 ? "" : "a desk") << line;
+        EXPECT_FALSE(records.IsNull("Description7"));
+        EXPECT_TRUE(records.IsNull("Description8"));
+    }
 }
 
 TEST_F(Store, TextsComeBackByteForByte)

@@ -89,13 +89,16 @@ void FieldsDigest::Put(std::size_t column, std::string_view text)
     if (text.empty())
         return;
     Mix(column << 32 | text.size());
-    while (!text.empty()) {
-        std::uint64_t word = 0;
-        const std::size_t size = std::min(text.size(), sizeof word);
-        std::memcpy(&word, text.data(), size);
+    std::uint64_t word = 0;
+    for (; text.size() >= sizeof word; text.remove_prefix(sizeof word)) {
+        std::memcpy(&word, text.data(), sizeof word);
         Mix(word);
-        text.remove_prefix(size);
     }
+    if (text.empty())
+        return;
+    word = 0;
+    std::memcpy(&word, text.data(), text.size());
+    Mix(word);
 }
 
 void PutField(std::string& bytes, std::size_t column, std::string_view text)

@@ -1,11 +1,12 @@
 #include "clientdb/store/FieldsAlong.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace quillmere {
 namespace {
 
-/// A scan that looks at more fields than this reads whole records.
+/// A scan that looks at more fields than these, and at half of the table's, reads whole records.
 constexpr std::size_t MostFieldsApart = 24;
 
 } // namespace
@@ -22,7 +23,7 @@ void FieldsAlong::Bring(std::size_t column)
 
 void FieldsAlong::Learn(std::size_t column)
 {
-    if (columns.size() < MostFieldsApart)
+    if (columns.size() < std::max(MostFieldsApart, places.size() / 2))
         return Bring(column);
     all = true;
     columns.clear();

@@ -10,27 +10,42 @@ void PendingEdit::Set(std::size_t column, std::string_view text, bool isNull)
     if (!IsOpen())
         throw std::logic_error("A field is set without Edit or AddNew");
     const auto place = static_cast<std::uint16_t>(column);
-    const auto at = std::ranges::lower_bound(changes, place, {}, &Change::column);
-    if (at != changes.end() && at->column == place)
-        *at = {place, isNull, std::string(text)};
-    else
-        changes.insert(at, {place, isNull, std::string(text)});
+    const auto end = changes.begin() + static_cast<std::ptrdiff_t>(count);
+    const auto at = std::ranges::lower_bound(changes.begin(), end, place, {}, &Change::column);
+    if (at == end || at->column != place)
+        return Insert(at - changes.begin(), place, text, isNull);
+    at->isNull = isNull;
+    at->text = text;
+}
+
+void PendingEdit::Insert(std::ptrdiff_t at, std::uint16_t column, std::string_view text, bool isNull)
+{
+    if (count == changes.size()) {
+        changes.push_back({column, isNull, std::string(text)}); // a copy, as the text may be that of another change
+    } else {
+        Change& added = changes[count];
+        added.column = column;
+        added.isNull = isNull;
+        added.text = text;
+    }
+    const auto end = changes.begin() + static_cast<std::ptrdiff_t>(++count);
+    std::rotate(changes.begin() + at, end - 1, end);
 }
 
 const PendingEdit::Change* PendingEdit::Find(std::size_t column) const
 {
-    const auto found = std::ranges::find(changes, column, &Change::column);
-    return found == changes.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(Changes(), column, &Change::column);
+    return found == Changes().end() ? nullptr : &*found;
 }
 
 int PendingEdit::Write(TableStatements& statements, std::int64_t rowid, bool isHeld) const
 {
     std::vector<std::uint16_t> written;
-    written.reserve(changes.size());
-    for (const Change& change : changes)
+    written.reserve(count);
+    for (const Change& change : Changes())
         written.push_back(change.column);
     Run run(IsNewRecord() ? statements.Insert(written) : statements.Update(written));
-    for (const Change& change : changes)
+    for (const Change& change : Changes())
         if (change.isNull)
             run.BindNull();
         else
@@ -43,7 +58,7 @@ int PendingEdit::Write(TableStatements& statements, std::int64_t rowid, bool isH
             return name == index.part1 || name == index.part2;
         });
     };
-    if (!isHeld || std::ranges::any_of(changes, isOfKey))
+    if (!isHeld || std::ranges::any_of(Changes(), isOfKey))
         return run.Change();
     run.Post();
     return 1;

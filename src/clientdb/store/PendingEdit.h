@@ -21,13 +21,13 @@ public:
     bool IsOpen() const { return writing != Writing::Nothing; }
     bool IsNewRecord() const { return writing == Writing::NewRecord; }
     /// True if Update has nothing to do.
-    bool IsEmpty() const { return !IsNewRecord() && changes.empty(); }
+    bool IsEmpty() const { return !IsNewRecord() && count == 0; }
 
     /// Throws std::logic_error if nothing is being written.
     void Set(std::size_t column, std::string_view text, bool isNull);
     /// The change of a field; nullptr if it stays as it is.
     const Change* Find(std::size_t column) const;
-    std::span<const Change> Changes() const { return changes; }
+    std::span<const Change> Changes() const { return std::span(changes).first(count); }
     /// Writes the record, or adds it: the number of records written. A record that is held is there: unless its key is
     /// written, which may be refused, its writing can be posted.
     int Write(TableStatements& statements, std::int64_t rowid, bool isHeld) const;
@@ -36,12 +36,14 @@ private:
     enum class Writing { Nothing, Record, NewRecord };
     void Begin(Writing what)
     {
-        changes.clear();
+        count = 0;
         writing = what;
     }
+    void Insert(std::ptrdiff_t at, std::uint16_t column, std::string_view text, bool isNull);
 
     Writing writing = Writing::Nothing;
-    std::vector<Change> changes;
+    std::vector<Change> changes; ///< those behind the first `count` are left over for their room
+    std::size_t count = 0;
 };
 
 } // namespace quillmere
