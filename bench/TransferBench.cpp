@@ -1,3 +1,4 @@
+#include "Bare.h"
 #include "MadeDatabase.h"
 #include "ProcessorTime.h"
 #include "Require.h"
@@ -11,15 +12,18 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
+#include <array>
 #include <filesystem>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 // The transfer of 1,000 employees with every field of every table filled, beside the same inserts by statements that
-// each copy a whole table, in one transaction.
+// each copy a whole table, in one transaction, and beside bare calls that add record by record in the transfer's order.
+// Neither yardstick decides anything or writes the change history.
 namespace quillmere {
 namespace {
 
@@ -131,16 +135,11 @@ void TransferAll(benchmark::State& state, bool noted)
 
 // ---- the bare side --------------------------------------------------------------------------------
 
-void Execute(sqlite3* handle, const std::string& text)
-{
-    Require(sqlite3_exec(handle, text.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK, text);
-}
-
 std::vector<std::string> FieldNames(const CarriedFields& carried)
 {
     std::vector<std::string> names;
     for (const CarriedField& field : carried)
-        names.push_back(field.field);
+        names.emplace_back(field.field);
     return names;
 }
 
@@ -158,37 +157,89 @@ std::string CopyTable(std::string_view table, std::vector<std::string> fields, b
                        fmt::join(from, ","));
 }
 
-void TransferBySets(benchmark::State& state)
+/// The tables with a record for each employee, in their order, with the fields that are carried.
+std::vector<std::pair<std::string_view, std::vector<std::string>>> TablesOfAnEmployee()
 {
     const LastYearRecord nothing = [](std::string_view) { return std::string_view(); };
-    std::vector<std::string> statements;
     const CurrencyRates noRates;
     const auto none = [&noRates]() -> const CurrencyRates& { return noRates; };
+    std::vector<std::pair<std::string_view, std::vector<std::string>>> tables;
     for (const TransferTable& row : TransferTables)
-        statements.push_back(CopyTable(row.table, FieldNames(Carry(row.carries, nothing, none)), true));
+        tables.emplace_back(row.table, FieldNames(Carry(row.carries, nothing, none)));
     const CarriedCars cars = CarryCars(nullptr, nullptr);
     auto ofPage = FieldNames(cars.p11d);
     for (const std::string& field : FieldNames(CarryIdentity(nothing)))
         ofPage.push_back(field);
     ofPage.insert(ofPage.end(), {"FirstName", "Surname"});
-    statements.push_back(CopyTable("P11D", ofPage, true));
-    statements.push_back(CopyTable("ExtraCars", FieldNames(cars.extraCars), true));
-    statements.push_back(CopyTable("P11DB", FieldNames(CarryEmployer(nothing)), false));
-    statements.push_back(CopyTable("P11DBNotepad1", {}, false));
-    statements.push_back(CopyTable("P11DBNotepad2", {}, false));
+    tables.emplace_back("P11D", ofPage);
+    tables.emplace_back("ExtraCars", FieldNames(cars.extraCars));
+    return tables;
+}
 
+/// Does the work in one transaction of an empty database of this year with last year's beside it, and copies the
+/// employer.
+template<class Work>
+void OnBothDatabases(benchmark::State& state, Work work)
+{
+    const LastYearRecord nothing = [](std::string_view) { return std::string_view(); };
+    const std::array ofEmployer{CopyTable("P11DB", FieldNames(CarryEmployer(nothing)), false),
+                                CopyTable("P11DBNotepad1", {}, false), CopyTable("P11DBNotepad2", {}, false)};
     OnEmptyDatabases(state, [&](const std::filesystem::path& path) {
-        sqlite3* handle = nullptr;
-        Require(sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr) ==
-                    SQLITE_OK,
-                "cannot open");
-        Execute(handle, "PRAGMA synchronous=EXTRA");
-        Execute(handle, fmt::format("ATTACH '{}' AS lastyear", LastYear().string()));
-        Execute(handle, "BEGIN IMMEDIATE");
+        bench::Bare bare(path);
+        bare.Execute(fmt::format("ATTACH '{}' AS lastyear", LastYear().string()));
+        bare.Execute("BEGIN IMMEDIATE");
+        work(bare);
+        for (const std::string& statement : ofEmployer)
+            bare.Execute(statement);
+        bare.Execute("COMMIT");
+    });
+}
+
+void TransferBySets(benchmark::State& state)
+{
+    std::vector<std::string> statements;
+    for (const auto& [table, fields] : TablesOfAnEmployee())
+        statements.push_back(CopyTable(table, fields, true));
+    OnBothDatabases(state, [&](bench::Bare& bare) {
         for (const std::string& statement : statements)
-            Execute(handle, statement);
-        Execute(handle, "COMMIT");
-        sqlite3_close(handle);
+            bare.Execute(statement);
+    });
+}
+
+/// The statements that read last year's records of a table, one after the other, and add one.
+struct ReadAndAdd {
+    sqlite3_stmt *read, *add;
+
+    void CopyNext() const
+    {
+        Require(sqlite3_step(read) == SQLITE_ROW, "a record is missing");
+        for (int column = 0; column < sqlite3_column_count(read); ++column) {
+            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(read, column));
+            sqlite3_bind_text(add, column + 1, text, sqlite3_column_bytes(read, column), SQLITE_STATIC);
+        }
+        Require(sqlite3_step(add) == SQLITE_DONE, "a record is not added");
+        sqlite3_reset(add);
+    }
+};
+
+void TransferByRecords(benchmark::State& state)
+{
+    const auto tables = TablesOfAnEmployee();
+    OnBothDatabases(state, [&](bench::Bare& bare) {
+        std::vector<ReadAndAdd> statements;
+        for (const auto& [table, fields] : tables) {
+            const std::string copy = CopyTable(table, fields, true);
+            const std::size_t select = copy.find("SELECT");
+            const std::vector<std::string_view> places(fields.size() + 3, "?");
+            statements.push_back(
+                {bare.Prepared(copy.substr(select) + " ORDER BY rowid"),
+                 bare.Prepared(fmt::format("{} VALUES({})", copy.substr(0, select), fmt::join(places, ",")))});
+        }
+        for (int employee = 0; employee < Employees; ++employee)
+            for (const ReadAndAdd& table : statements)
+                table.CopyNext();
+        for (const ReadAndAdd& table : statements)
+            sqlite3_reset(table.read);
     });
 }
 
@@ -201,6 +252,7 @@ BENCHMARK_CAPTURE(TransferAll, unnoted, false)
     ->Unit(benchmark::kMillisecond)
     ->UseManualTime();
 BENCHMARK(TransferBySets)->Name("transfer 1,000 employees/sets")->Unit(benchmark::kMillisecond)->UseManualTime();
+BENCHMARK(TransferByRecords)->Name("transfer 1,000 employees/records")->Unit(benchmark::kMillisecond)->UseManualTime();
 
 } // namespace
 } // namespace quillmere

@@ -71,7 +71,7 @@ void AddFields(std::vector<LeftBehind>& left, const TransferTable& row, const Re
 {
     const LastYearRecord read = ReaderOf(records);
     static const CurrencyRates none{};
-    std::set<std::string> carried;
+    std::set<std::string_view> carried;
     for (const CarriedField& field : Carry(row.carries, read, []() -> const CurrencyRates& { return none; }))
         carried.insert(field.field);
     std::size_t count = 0;

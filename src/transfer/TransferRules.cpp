@@ -27,28 +27,69 @@ std::string_view TickText(bool set)
     return set ? "1" : "";
 }
 
-void CarryNumbered(CarriedFields& carried, const LastYearRecord& lastYear, std::string_view stem, int last)
-{
-    for (int number = 1; number <= last; ++number) {
-        std::string field = Numbered(stem, number);
-        const std::string_view text = lastYear(field);
-        carried.push_back({std::move(field), text});
+/// The names of numbered fields, such as "Description1" to "Description20": made once, not for each employee.
+template<int Last>
+class NumberedFields {
+public:
+    constexpr NumberedFields(const char* stem)
+    {
+        for (int number = 1; number <= Last; ++number) {
+            Name& name = Nth(names, number);
+            for (const char letter : std::string_view(stem))
+                name.letters[name.size++] = letter;
+            if (number > 9)
+                name.letters[name.size++] = static_cast<char>('0' + number / 10);
+            name.letters[name.size++] = static_cast<char>('0' + number % 10);
+        }
     }
-}
+    constexpr std::string_view operator()(int number) const
+    {
+        const Name& name = Nth(names, number);
+        return {name.letters.data(), name.size};
+    }
+
+private:
+    struct Name {
+        std::array<char, 24> letters{};
+        std::size_t size = 0;
+    };
+    static_assert(Last < 100);
+    std::array<Name, Last> names{};
+};
 
 void CarryNamed(CarriedFields& carried, const LastYearRecord& lastYear, std::string_view field)
 {
-    carried.push_back({std::string(field), lastYear(field)});
+    carried.push_back({field, lastYear(field)});
 }
+
+template<int Last>
+void CarryNumbered(CarriedFields& carried, const LastYearRecord& lastYear, const NumberedFields<Last>& fields)
+{
+    for (int number = 1; number <= Last; ++number)
+        CarryNamed(carried, lastYear, fields(number));
+}
+
+constexpr NumberedFields<DescriptionLines> Description = "Description";
+constexpr NumberedFields<AddressLines> Address = "Address";
+constexpr NumberedFields<EmployerAddressLines> EmployerAdd = "EmployerAdd", ReturnAdd = "ReturnAdd";
+constexpr NumberedFields<Vans> RegNumber = "RegNumber", VanDateTo = "DateTo1", BeforeApril = "BeforeApril";
+constexpr NumberedFields<Loans> Currency = "Currency", Index = "Index", InterestRate = "InterestRate",
+                                LoanDateTo = "DateTo", MaxBalanceEarlier = "MaxBalanceEarlier",
+                                MaxBalanceLater = "MaxBalanceLater";
 
 // ---- cars -----------------------------------------------------------------------------------------
 
 /// What a car takes along, apart from its two ticks.
-constexpr auto CarStems = std::to_array<std::string_view>(
-    {"FMakeModel", "FRegDate", "FC02", "FEngine", "FListPrice", "FAccessories", "FFuel", "FCaptContr", "FPrivateUse"});
+constexpr NumberedFields<Cars> FRegDate = "FRegDate", FListPrice = "FListPrice";
+constexpr auto CarFields = std::to_array<NumberedFields<Cars>>(
+    {"FMakeModel", FRegDate, "FC02", "FEngine", FListPrice, "FAccessories", "FFuel", "FCaptContr", "FPrivateUse"});
+constexpr NumberedFields<Cars> FNoC02 = "FNoC02", FFuelTick = "FFuelTick";
+/// What says whether a car runs on.
+constexpr NumberedFields<Cars> FDateTo = "FDateTo", FCashEqu = "FCashEqu", FDateWithdrawn = "FDateWithdrawn",
+                               FDateWithdrawnTick = "FDateWithdrawnTick", FWithdrawnTick = "FWithdrawnTick";
 
 struct Car {
-    std::array<std::string_view, CarStems.size()> texts;
+    std::array<std::string_view, CarFields.size()> texts;
     bool noC02 = false;
     bool fuel = false;
 };
@@ -56,9 +97,9 @@ struct Car {
 Car ReadCar(const LastYearRecord& lastYear, int number)
 {
     Car car;
-    for (std::size_t i = 0; i < CarStems.size(); ++i)
-        car.texts[i] = lastYear(Numbered(CarStems[i], number));
-    car.noC02 = IsSet(lastYear(Numbered("FNoC02", number)));
+    for (std::size_t i = 0; i < CarFields.size(); ++i)
+        car.texts[i] = lastYear(CarFields[i](number));
+    car.noC02 = IsSet(lastYear(FNoC02(number)));
     car.fuel = WhyFuelStays(lastYear, number).empty();
     return car;
 }
@@ -85,47 +126,40 @@ std::string_view WordsOf(Carries rule)
 
 std::string_view WhyCarStays(const LastYearRecord& lastYear, int car)
 {
-    const std::string_view last = lastYear(Numbered("FDateTo", car));
+    const std::string_view last = lastYear(FDateTo(car));
     // Kept: the fixed date is no date of any year; it stands for a car that was never given back.
     if (!last.empty() && last != Nth(edition::RunningOnDates, car))
         return "it was given back";
     // Kept: a car that had no cash equivalent last year is left behind with those that lack price or registration.
-    struct Required {
-        std::string_view field, why;
-    };
-    constexpr auto required = std::to_array<Required>({
-        {"FListPrice", "it had no list price"},
-        {"FRegDate", "it had no date of registration"},
-        {"FCashEqu", "it had no cash equivalent"},
-    });
-    for (const Required& row : required)
-        if (lastYear(Numbered(row.field, car)).empty())
-            return row.why;
-    return {};
+    if (lastYear(FListPrice(car)).empty())
+        return "it had no list price";
+    if (lastYear(FRegDate(car)).empty())
+        return "it had no date of registration";
+    return lastYear(FCashEqu(car)).empty() ? "it had no cash equivalent" : "";
 }
 
 std::string_view WhyFuelStays(const LastYearRecord& lastYear, int car)
 {
-    const std::string_view reinstated = car <= CarsInP11D ? "FDateWithdrawnTick" : "FWithdrawnTick";
-    if (!IsSet(lastYear(Numbered("FFuelTick", car))))
+    const NumberedFields<Cars>& reinstated = car <= CarsInP11D ? FDateWithdrawnTick : FWithdrawnTick;
+    if (!IsSet(lastYear(FFuelTick(car))))
         return "fuel was not ticked";
-    if (!lastYear(Numbered("FDateWithdrawn", car)).empty() && !IsSet(lastYear(Numbered(reinstated, car))))
+    if (!lastYear(FDateWithdrawn(car)).empty() && !IsSet(lastYear(reinstated(car))))
         return "fuel was withdrawn";
     return {};
 }
 
 std::string_view WhyVanStays(const LastYearRecord& lastYear, int van)
 {
-    if (lastYear(Numbered("RegNumber", van)).empty())
+    if (lastYear(RegNumber(van)).empty())
         return "it had no registration number";
-    return lastYear(Numbered("DateTo1", van)).empty() ? "" : "it was given back";
+    return lastYear(VanDateTo(van)).empty() ? "" : "it was given back";
 }
 
 std::string_view WhyLoanStays(const LastYearRecord& lastYear, int loan)
 {
-    if (!lastYear(Numbered("DateTo", loan)).empty())
+    if (!lastYear(LoanDateTo(loan)).empty())
         return "it was discharged";
-    return lastYear(Numbered("MaxBalanceEarlier", loan)).empty() ? "it had no balance at the end of last year" : "";
+    return lastYear(MaxBalanceEarlier(loan)).empty() ? "it had no balance at the end of last year" : "";
 }
 
 Amount CurrencyRates::RateOf(std::string_view currency) const
@@ -153,14 +187,14 @@ CarriedFields CarryDescriptions(const LastYearRecord& lastYear)
 {
     CarriedFields carried;
     carried.reserve(DescriptionLines);
-    CarryNumbered(carried, lastYear, "Description", DescriptionLines);
+    CarryNumbered(carried, lastYear, Description);
     return carried;
 }
 
 CarriedFields CarryAddress(const LastYearRecord& lastYear)
 {
     CarriedFields carried;
-    CarryNumbered(carried, lastYear, "Address", AddressLines);
+    CarryNumbered(carried, lastYear, Address);
     CarryNamed(carried, lastYear, "Postcode");
     return carried;
 }
@@ -173,15 +207,15 @@ CarriedFields CarryVans(const LastYearRecord& lastYear)
             runOn.push_back(van);
     CarriedFields carried;
     for (int slot = 1; slot <= Vans; ++slot) {
-        CarriedField number{Numbered("RegNumber", slot), {}};
-        CarriedField beforeApril{Numbered("BeforeApril", slot), {}};
+        CarriedField number{RegNumber(slot), {}};
+        CarriedField beforeApril{BeforeApril(slot), {}};
         if (slot <= static_cast<int>(runOn.size())) {
             const int van = Nth(runOn, slot);
-            number.text = lastYear(Numbered("RegNumber", van));
-            beforeApril.text = TickText(IsSet(lastYear(Numbered("BeforeApril", van))));
+            number.text = lastYear(RegNumber(van));
+            beforeApril.text = TickText(IsSet(lastYear(BeforeApril(van))));
         }
-        carried.push_back(std::move(number));
-        carried.push_back(std::move(beforeApril));
+        carried.push_back(number);
+        carried.push_back(beforeApril);
     }
     return carried;
 }
@@ -191,25 +225,25 @@ CarriedFields CarryLoans(const LastYearRecord& lastYear, const CurrencyRates& ra
     CarriedFields carried;
     std::vector<std::string_view> balances;
     for (int loan = 1; loan <= Loans; ++loan) {
-        const std::string_view currency = lastYear(Numbered("Currency", loan));
+        const std::string_view currency = lastYear(Currency(loan));
         // A loan that ended has its currency too: what is left empty would be taken for a currency without a rate.
         if (rates.RateOf(currency) <= Amount()) {
-            carried.push_back({Numbered("Currency", loan), edition::FirstCurrency});
-            carried.push_back({Numbered("Index", loan), "1"});
-            carried.push_back({Numbered("InterestRate", loan), rates.firstRate});
+            carried.push_back({Currency(loan), edition::FirstCurrency});
+            carried.push_back({Index(loan), "1"});
+            carried.push_back({InterestRate(loan), rates.firstRate});
         } else {
             // Kept: rate and place in the list are last year's, even where this year's list has others.
-            for (const std::string_view stem : {"Currency", "Index", "InterestRate"})
-                CarryNamed(carried, lastYear, Numbered(stem, loan));
+            for (const NumberedFields<Loans>* fields : {&Currency, &Index, &InterestRate})
+                CarryNamed(carried, lastYear, (*fields)(loan));
         }
         if (WhyLoanStays(lastYear, loan).empty())
-            balances.push_back(lastYear(Numbered("MaxBalanceEarlier", loan)));
+            balances.push_back(lastYear(MaxBalanceEarlier(loan)));
     }
     // Kept: balances are packed from the first loan on and change their column, while currency and rate stay with the
     // number of their loan.
     balances.resize(Loans);
     for (int loan = 1; loan <= Loans; ++loan)
-        carried.push_back({Numbered("MaxBalanceLater", loan), Nth(balances, loan)});
+        carried.push_back({MaxBalanceLater(loan), Nth(balances, loan)});
     return carried;
 }
 
@@ -243,10 +277,10 @@ CarriedCars CarryCars(const LastYearRecord* p11d, const LastYearRecord* extraCar
     for (int slot = 1; slot <= Cars; ++slot) {
         CarriedFields& record = slot <= CarsInP11D ? carried.p11d : carried.extraCars;
         const Car& car = Nth(runOn, slot);
-        for (std::size_t i = 0; i < CarStems.size(); ++i)
-            record.push_back({Numbered(CarStems[i], slot), car.texts[i]});
-        record.push_back({Numbered("FNoC02", slot), TickText(car.noC02)});
-        record.push_back({Numbered("FFuelTick", slot), TickText(car.fuel)});
+        for (std::size_t i = 0; i < CarFields.size(); ++i)
+            record.push_back({CarFields[i](slot), car.texts[i]});
+        record.push_back({FNoC02(slot), TickText(car.noC02)});
+        record.push_back({FFuelTick(slot), TickText(car.fuel)});
     }
     return carried;
 }
@@ -265,8 +299,8 @@ CarriedFields CarryEmployer(const LastYearRecord& p11db)
     CarriedFields carried;
     CarryNamed(carried, p11db, "EmployerReference");
     CarryNamed(carried, p11db, "AccountsOffReference");
-    CarryNumbered(carried, p11db, "EmployerAdd", EmployerAddressLines);
-    CarryNumbered(carried, p11db, "ReturnAdd", EmployerAddressLines);
+    CarryNumbered(carried, p11db, EmployerAdd);
+    CarryNumbered(carried, p11db, ReturnAdd);
     return carried;
 }
 

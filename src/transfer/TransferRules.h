@@ -61,9 +61,9 @@ inline constexpr auto TransferTables = std::to_array<TransferTable>({
 using LastYearRecord = std::function<std::string_view(std::string_view field)>;
 
 /// A field of this year's record with the text that it takes over; with an empty text it stays null. The text is last
-/// year's record's own, or the list of currencies', and lives as long as that.
+/// year's record's own, or the list of currencies', and lives as long as that; the name lives always.
 struct CarriedField {
-    std::string field;
+    std::string_view field;
     std::string_view text;
 
     friend bool operator==(const CarriedField&, const CarriedField&) = default;

@@ -255,13 +255,17 @@ void YearTransfer::AddRecords(const LastYearEmployee& employee, TransferMode mod
     for (std::size_t i = 0; i < TransferTables.size(); ++i)
         AddRecord(TransferTables[i], notepads[i], keys, mode);
     AddEmployeeAndCars(employee, keys, mode);
-    AddEmployer(keys);
-    AddEmployerSchedule(addedSchedule, keys);
-    AddEmployerSchedule(deductedSchedule, keys);
+    if (keys.employer == employerThere)
+        return;
+    const bool isAdded = AddEmployer(keys);
+    const bool areSchedulesAdded = AddEmployerSchedule(addedSchedule, keys);
+    if (AddEmployerSchedule(deductedSchedule, keys) && areSchedulesAdded && isAdded)
+        employerThere = keys.employer;
 }
 
 void YearTransfer::Commit()
 {
+    employerThere.clear();
     batch.Commit();
     notStored = 0;
 }
@@ -385,16 +389,16 @@ void YearTransfer::AddEmployeeAndCars(const LastYearEmployee& employee, const Ke
     });
 }
 
-void YearTransfer::AddEmployer(const Keys& keys)
+bool YearTransfer::AddEmployer(const Keys& keys)
 {
     bool isThere = false;
     if (!Attempt(EmployerError, [&] { isThere = Find(p11db, keys.employer); }) || isThere)
-        return;
+        return isThere;
     const auto find = [&] { return Find(lastYearP11DB, keys.employer) ? &lastYearP11DB : nullptr; };
     const auto carried = CarriedFrom(find, EmployerError, EmployerNotFound, CarryEmployer);
     if (!carried)
-        return;
-    Attempt(EmployerError, [&] {
+        return false;
+    return Attempt(EmployerError, [&] {
         p11db.AddNew();
         p11db.SetField("EmployerName", keys.employer);
         Write(p11db, *carried);
@@ -402,9 +406,9 @@ void YearTransfer::AddEmployer(const Keys& keys)
     });
 }
 
-void YearTransfer::AddEmployerSchedule(Recordset& schedule, const Keys& keys)
+bool YearTransfer::AddEmployerSchedule(Recordset& schedule, const Keys& keys)
 {
-    Attempt({}, [&] {
+    return Attempt({}, [&] {
         if (Find(schedule, keys.employer))
             return;
         schedule.AddNew();

@@ -131,8 +131,9 @@ private:
     void AddRecords(const LastYearEmployee& employee, TransferMode mode);
     void AddRecord(const TransferTable& row, Tables& tables, const Keys& keys, TransferMode mode);
     void AddEmployeeAndCars(const LastYearEmployee& employee, const Keys& keys, TransferMode mode);
-    void AddEmployer(const Keys& keys);
-    void AddEmployerSchedule(Recordset& schedule, const Keys& keys);
+    /// False if the employer's record is not there now.
+    bool AddEmployer(const Keys& keys);
+    bool AddEmployerSchedule(Recordset& schedule, const Keys& keys);
     /// Does the work of one table; a failure of the store ends that work alone, and makes this false.
     template<class Work>
     bool Attempt(std::string_view title, Work work);
@@ -156,6 +157,7 @@ private:
     std::optional<CurrencyRates> rates;
     std::vector<TransferNotice>* noticed = nullptr; ///< those of the caller
     const LastYearEmployee* inHand = nullptr;
+    std::string employerThere; ///< whose records are known to be there, as the transaction keeps them
     std::size_t notStored = 0; ///< employees since the last sync
     LastYearEmployee firstNotStored;
     WriteBatch batch; ///< last, so that it ends while the database is open

@@ -29,7 +29,7 @@ Fields Written(const CarriedFields& carried)
     for (const CarriedField& field : carried) {
         EXPECT_TRUE(written.emplace(field.field, field.text).second) << field.field << " twice";
         if (field.text.empty())
-            written.erase(field.field);
+            written.erase(std::string(field.field));
     }
     return written;
 }

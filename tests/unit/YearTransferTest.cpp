@@ -423,6 +423,30 @@ TEST_F(Transferring, ManyEmployeesCostOneSync)
     EXPECT_EQ(commits, 2);
 }
 
+TEST_F(Transferring, AnEmployerWhomSomebodyElseDeletesMeanwhileIsMadeAnew)
+{
+    {
+        Database lastYear = LastYear();
+        Create(lastYear, "Acme", "Jane", "Smith");
+        Create(lastYear, "Acme", "John", "Brown");
+    }
+    YearTransfer transfer(file, lastYearFile);
+    Notices notices;
+    for (const LastYearEmployee& employee : transfer.LastYearEmployees()) {
+        transfer.Transfer(employee, TransferMode::All, notices);
+        transfer.Commit();
+        Database another = Open();
+        for (const std::string_view table : {"P11DB", "P11DBNotepad1", "P11DBNotepad2"}) {
+            Recordset records = another.OpenRecordset(table);
+            records.MoveFirst();
+            EXPECT_FALSE(records.AtEnd()) << table << " of " << employee.employee;
+            if (employee.employee == "Jane Smith")
+                records.Delete();
+        }
+    }
+    EXPECT_EQ(notices, Notices());
+}
+
 TEST_F(Transferring, AFailureOfTheStoreCostsOneRecordAndTheNextRunGoesOn)
 {
     {
