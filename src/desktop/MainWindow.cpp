@@ -170,6 +170,8 @@ MainWindow::MainWindow(Screen& screen) : screen(screen)
     CaptionChanged();
     for (const auto& box : screen.Boxes())
         BoxChanged(*box);
+    isFilled = true;
+    LayOutPages();
     screen.SetView(this);
 
     const auto& placement = screen.Placement();
@@ -439,6 +441,8 @@ void MainWindow::TakeFocusFrom(const ScreenWindow& closing)
 
 void MainWindow::LayOutPages()
 {
+    if (!isFilled)
+        return;
     start->adjustSize();
     const QSize room = (desk->size() - start->size()).expandedTo(QSize(0, 0)) / 2;
     start->move(room.width(), std::min(40, room.height()));

@@ -81,6 +81,7 @@ private:
     std::unordered_map<const Box*, QWidget*> widgets;
     std::vector<ScreenWindow*> pages;
     bool detached = false;
+    bool isFilled = false; ///< what the empty desk offers has been put in, and can be laid out
 };
 
 } // namespace quillmere

@@ -1,5 +1,7 @@
 #include "clientdb/store/Schema.h"
 
+#include "clientdb/store/EachField.h"
+
 #include <fmt/format.h>
 #include <map>
 #include <set>
@@ -63,8 +65,13 @@ std::set<std::string, std::less<>> FieldsInFile(Database::Connection& connection
 std::string CreateTableText(const TableLayout& table)
 {
     std::string text = "CREATE TABLE " + Quoted(table.name) + "(";
-    for (const Field& field : FieldsOf(table).All())
-        text += Quoted(field.name) + " TEXT,";
+    // Each start goes through all fields of all tables here, so their names are not made one by one.
+    EachField(table, [&text](const FieldStem& field, int number) {
+        text.append("[").append(field.stem);
+        if (number != 0)
+            text.append(std::to_string(number));
+        text.append("] TEXT,");
+    });
     text.back() = ')';
     return text;
 }

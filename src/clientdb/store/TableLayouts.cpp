@@ -1,9 +1,12 @@
 #include "clientdb/store/TableLayouts.h"
 
+#include "clientdb/store/EachField.h"
 #include "clientdb/store/StoreErrors.h"
 #include "frame/Text.h"
 
 #include <algorithm>
+#include <mutex>
+#include <optional>
 
 namespace quillmere {
 namespace {
@@ -456,18 +459,15 @@ constexpr char LowerCase(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-std::string LowerCase(std::string_view name)
+bool IsSameName(std::string_view one, std::string_view other)
 {
-    std::string lower(name);
-    for (char& c : lower)
-        c = LowerCase(c);
-    return lower;
+    return std::ranges::equal(one, other, [](char a, char b) { return LowerCase(a) == LowerCase(b); });
 }
 
 const TableLayout& FindIn(std::span<const TableLayout> tables, std::string_view name)
 {
-    const auto found = std::ranges::find_if(
-        tables, [lower = LowerCase(name)](const TableLayout& table) { return LowerCase(table.name) == lower; });
+    const auto found =
+        std::ranges::find_if(tables, [name](const TableLayout& table) { return IsSameName(table.name, name); });
     if (found == tables.end())
         throw UnknownName("There is no table " + std::string(name));
     return *found;
@@ -502,35 +502,36 @@ const TableLayout& FindReferenceTable(std::string_view name)
 
 TableFields::TableFields(const TableLayout& layout)
 {
-    for (const FieldGroup& group : layout.groups)
-        for (int number = group.first; number <= group.last; ++number)
-            for (const FieldStem& field : group.stems)
-                fields.push_back(
-                    {group.first == 0 ? std::string(field.stem) : Numbered(field.stem, number), field.kind});
+    EachField(layout, [this](const FieldStem& field, int number) {
+        fields.push_back({number == 0 ? std::string(field.stem) : Numbered(field.stem, number), field.kind});
+    });
+    places.reserve(fields.size());
     for (const Field& field : fields)
-        places.emplace(LowerCase(field.name), places.size());
+        places.emplace(field.name, places.size());
 }
 
 std::size_t TableFields::Find(std::string_view name) const
 {
-    const auto found = places.find(LowerCase(name));
-    return found == places.end() ? None : found->second;
+    if (const auto found = places.find(name); found != places.end())
+        return found->second;
+    const auto found =
+        std::ranges::find_if(fields, [name](const Field& field) { return IsSameName(field.name, name); });
+    return found == fields.end() ? None : static_cast<std::size_t>(found - fields.begin());
 }
 
 const TableFields& FieldsOf(const TableLayout& table)
 {
-    static const auto all = [] {
-        std::vector<TableFields> made;
-        made.reserve(Tables.size() + CarTables.size());
-        for (const TableLayout& layout : Tables)
-            made.emplace_back(layout);
-        for (const TableLayout& layout : CarTables)
-            made.emplace_back(layout);
-        return made;
-    }();
-    if (table.level == TableLevel::Reference)
-        return all[Tables.size() + static_cast<std::size_t>(&table - CarTables.data())];
-    return all[static_cast<std::size_t>(&table - Tables.data())];
+    // Made when they are first wanted: a start wants those of one table.
+    struct Made {
+        std::once_flag once;
+        std::optional<TableFields> fields;
+    };
+    static std::array<Made, Tables.size() + CarTables.size()> all;
+    Made& made =
+        all[table.level == TableLevel::Reference ? Tables.size() + static_cast<std::size_t>(&table - CarTables.data())
+                                                 : static_cast<std::size_t>(&table - Tables.data())];
+    std::call_once(made.once, [&] { made.fields.emplace(table); });
+    return *made.fields;
 }
 
 } // namespace quillmere

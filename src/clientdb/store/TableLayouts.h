@@ -94,7 +94,7 @@ public:
 
 private:
     std::vector<Field> fields;
-    std::unordered_map<std::string, std::size_t> places; ///< of the names in small letters
+    std::unordered_map<std::string_view, std::size_t> places; ///< of the names as the fields have them
 };
 
 /// The fields of one of the tables above.

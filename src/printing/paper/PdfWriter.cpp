@@ -308,9 +308,7 @@ struct PdfWriter::State {
     std::vector<KeptPart> keptParts;
 };
 
-PdfWriter::PdfWriter() : state(std::make_unique<State>())
-{
-}
+PdfWriter::PdfWriter() = default;
 PdfWriter::~PdfWriter() = default;
 
 std::string PdfWriter::Write(const Document& document, const PdfOptions& options)
@@ -322,6 +320,9 @@ std::string PdfWriter::Write(const Document& document, const PdfOptions& options
 
 std::string PdfWriter::Write(const Document& document, std::span<const int> pages, const PdfOptions& options)
 {
+    // A program that writes nothing makes no tables for compressing.
+    if (state == nullptr)
+        state = std::make_unique<State>();
     PdfFile file(state->objectDeflate);
 
     // The same for all pages, but each names them itself.
