@@ -64,9 +64,27 @@ private:
     std::function<void()> then;
 };
 
+/// Does something behind all that waits for the event loop, the painting too.
+class BehindThePicture : public QObject {
+public:
+    explicit BehindThePicture(std::function<void()> work) : work(std::move(work)) {}
+
+protected:
+    void customEvent(QEvent*) override { work(); }
+
+private:
+    std::function<void()> work;
+};
+
 } // namespace
 
-DesktopHost::DesktopHost() : context(std::make_unique<QObject>()), desktopFont(QApplication::font())
+DesktopHost::DesktopHost()
+    : context(std::make_unique<BehindThePicture>([this] {
+          // What can wait does not keep the first window from being seen.
+          if (session != nullptr && !awaitsPicture)
+              session->screens.RunDeferred();
+      })),
+      desktopFont(QApplication::font())
 {
     look::Dress();
     TellRoles();
@@ -225,11 +243,7 @@ void DesktopHost::ShowHelp()
 
 void DesktopHost::WorkWaiting()
 {
-    QTimer::singleShot(0, context.get(), [this] {
-        // What can wait does not keep the first window from being seen.
-        if (session != nullptr && !awaitsPicture)
-            session->screens.RunDeferred();
-    });
+    QCoreApplication::postEvent(context.get(), new QEvent(QEvent::User), Qt::LowEventPriority - 1);
 }
 
 void DesktopHost::Zoom(int newPercent)

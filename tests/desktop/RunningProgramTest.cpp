@@ -55,5 +55,19 @@ TEST(ARunningProgram, IsSeenBeforeItDoesWhatCanWait)
     EXPECT_TRUE(done);
 }
 
+TEST(ARunningProgram, PaintsWhatHasChangedBeforeItDoesWhatCanWait)
+{
+    RunningProgram running;
+    Screen* const page = running.Show("Form3");
+    ASSERT_NE(page, nullptr);
+    QCoreApplication::processEvents();
+    Paints paints;
+    std::optional<bool> paintedBefore;
+    running.program.TheSession().screens.StartTimer(*page, "TestTimer", [&] { paintedBefore = paints.any; });
+    page->box("ADescriptionAsset").SetText("Desk");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(paintedBefore, true);
+}
+
 } // namespace
 } // namespace quillmere::test
