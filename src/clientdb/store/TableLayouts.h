@@ -84,6 +84,8 @@ const TableLayout& FindReferenceTable(std::string_view name);
 class TableFields {
 public:
     explicit TableFields(const TableLayout& layout);
+    TableFields(const TableFields&) = delete;
+    TableFields& operator=(const TableFields&) = delete;
 
     std::span<const Field> All() const { return fields; }
     std::size_t Count() const { return fields.size(); }
