@@ -186,6 +186,8 @@ LentDatabases::~LentDatabases()
 
 void LentDatabases::PutAt(const std::filesystem::path& file)
 {
+    // Those that wait for the databases of earlier tests would come to more than the server takes.
+    CloseIdleServerLinks();
     if (GivenBack().empty()) {
         schemas.push_back(NewTables());
     } else {
@@ -198,8 +200,10 @@ void LentDatabases::PutAt(const std::filesystem::path& file)
 
 void PutEmptyDatabase(const std::filesystem::path& file)
 {
-    if (OnServer())
+    if (OnServer()) {
+        CloseIdleServerLinks();
         return WriteService(SharedServer().Service(file, NewTables()));
+    }
     static const TemporaryFolder templates;
     const std::filesystem::path empty = templates.path / "template";
     if (!std::filesystem::exists(empty))
