@@ -21,6 +21,7 @@
 #include "clientdb/FindEmployee.h"
 #include "clientdb/FolderScreens.h"
 #include "clientdb/ShareFolder.h"
+#include "clientdb/store/KeptOpen.h"
 #include "declaration/AdjustmentNotepad.h"
 #include "declaration/P11DDeclaration.h"
 #include "edition/Edition.h"
@@ -74,6 +75,7 @@ Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
     session.typedJournal = &typedJournal;
     session.offerTyped = [this] { review::OfferTyped(session); };
     session.screens.SetHost(host);
+    session.screens.HoldWhileBusy([] { return std::make_shared<KeptOpen>(); });
 }
 
 Program::~Program()

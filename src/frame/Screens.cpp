@@ -13,10 +13,19 @@ Screens::~Screens()
     Abandon();
 }
 
+Screens::EventScope::EventScope(Screens& screens) : screens(screens)
+{
+    if (screens.depth == 0 && screens.holdWhileBusy)
+        screens.heldWhileBusy = screens.holdWhileBusy();
+    ++screens.depth;
+}
+
 Screens::EventScope::~EventScope()
 {
-    if (--screens.depth == 0)
-        screens.unloaded.clear();
+    if (--screens.depth > 0)
+        return;
+    screens.unloaded.clear();
+    screens.heldWhileBusy.reset();
 }
 
 const Screens::KnownScreen* Screens::FindKnown(std::string_view name) const

@@ -116,10 +116,13 @@ public:
     /// True while an event of a screen runs, in a message box that it shows too.
     bool IsBusy() const { return depth > 0; }
 
+    /// What `hold` gives is kept while an event of a screen runs.
+    void HoldWhileBusy(std::function<std::shared_ptr<void>()> hold) { holdWhileBusy = std::move(hold); }
+
     /// Held while an event of a screen runs: screens unloaded meanwhile live until the outermost event has ended.
     class EventScope {
     public:
-        explicit EventScope(Screens& screens) : screens(screens) { ++screens.depth; }
+        explicit EventScope(Screens& screens);
         ~EventScope();
         EventScope(const EventScope&) = delete;
         EventScope& operator=(const EventScope&) = delete;
@@ -159,6 +162,8 @@ private:
     std::vector<std::unique_ptr<Screen>> unloaded;
     std::deque<Timer> timers;
     std::vector<std::function<void()>> afterModal;
+    std::function<std::shared_ptr<void>()> holdWhileBusy;
+    std::shared_ptr<void> heldWhileBusy;
     int depth = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "clientdb/store/FileEngine.h"
 
 #include "clientdb/store/ChangeLog.h"
+#include "clientdb/store/KeptOpen.h"
 #include "clientdb/store/Schema.h"
 
 #include <fmt/format.h>
@@ -20,7 +21,7 @@ StoreError CannotBeOpened(const std::filesystem::path& path, const StoreError& f
             failure.Statement()};
 }
 
-std::shared_ptr<FileConnection> OpenFile(const std::filesystem::path& path, OpenMode mode)
+std::unique_ptr<FileConnection> OpenFile(const std::filesystem::path& path, OpenMode mode)
 {
     std::error_code error;
     const auto kind = std::filesystem::status(path, error).type();
@@ -29,14 +30,100 @@ std::shared_ptr<FileConnection> OpenFile(const std::filesystem::path& path, Open
     if (kind != std::filesystem::file_type::regular)
         throw StoreError(SQLITE_CANTOPEN, PathText(path) + " is not a file", "");
     // A file to be read is opened like one to be written, so that what a crash left in its journal can be put right.
-    auto connection = std::make_shared<FileConnection>(path, SQLITE_OPEN_READWRITE);
+    auto connection = std::make_unique<FileConnection>(path, SQLITE_OPEN_READWRITE);
     if (mode == OpenMode::ReadOnly)
         connection->Pragma("PRAGMA query_only=ON");
     connection->Pragma("PRAGMA cell_size_check=ON");
     return connection;
 }
 
+/// How a file stood at some moment: written to since then it stands otherwise.
+struct FileState {
+    explicit FileState(const std::filesystem::path& path)
+        : size(std::filesystem::file_size(path, error)), written(std::filesystem::last_write_time(path, error))
+    {
+    }
+    friend bool operator==(const FileState&, const FileState&) = default;
+
+    std::error_code error;
+    std::uintmax_t size;
+    std::filesystem::file_time_type written;
+};
+
+/// The connection that waits for the next opening of its file, and how that stood when it was closed.
+struct Waiting {
+    std::unique_ptr<FileConnection> connection;
+    OpenMode mode;
+    FileState left;
+};
+
+/// What is kept open, and for how many. As with the connections to a server, only a place that outlives the operations
+/// can hand something from the one to the next.
+struct Keeping {
+    int keepers = 0;
+    std::optional<Waiting> waiting;
+};
+
+Keeping& Kept()
+{
+    static Keeping keeping;
+    return keeping;
+}
+
+/// The connection for all who use it. The last of them leaves it to the next opening, if it is to be kept.
+std::shared_ptr<FileConnection> Lent(std::unique_ptr<FileConnection> connection, OpenMode mode)
+{
+    return {connection.release(), [mode](FileConnection* used) {
+                std::unique_ptr<FileConnection> closed(used);
+                if (Kept().keepers > 0 && closed->IsOpen() && !closed->InTransaction()) {
+                    const FileState left(closed->file);
+                    Kept().waiting = Waiting{.connection = std::move(closed), .mode = mode, .left = left};
+                }
+            }};
+}
+
+std::unique_ptr<FileConnection> TakeKept(const std::filesystem::path& path, OpenMode mode)
+{
+    std::optional<Waiting>& waiting = Kept().waiting;
+    if (!waiting || waiting->mode != mode || waiting->connection->file != path)
+        return nullptr;
+    Waiting taken = std::move(*waiting);
+    waiting.reset();
+    if (taken.left.error || taken.left != FileState(path) || taken.connection->HasMoved())
+        return nullptr;
+    return std::move(taken.connection);
+}
+
+/// Fails unless the file is a client database, whole as far as its ends show.
+void RequireClientFile(FileConnection& connection)
+{
+    if (connection.Pragma("PRAGMA application_id") != ApplicationId)
+        throw StoreError(SQLITE_NOTADB, "it is not a client database", "");
+    if (connection.Pragma("PRAGMA user_version") != LayoutVersion)
+        throw StoreError(SQLITE_NOTADB, "its tables are those of another version", "");
+    // The store itself reads a page that was cut off as if zeros followed.
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(connection.file, error);
+    if (error)
+        throw StoreError(SQLITE_CANTOPEN, error.message(), "");
+    if (size % static_cast<std::uintmax_t>(connection.Pragma("PRAGMA page_size")) != 0)
+        throw StoreError(SQLITE_CORRUPT, "its end is missing", "");
+}
+
 } // namespace
+
+// ---- what is kept open ----------------------------------------------------------------------------
+
+KeptOpen::KeptOpen()
+{
+    ++Kept().keepers;
+}
+
+KeptOpen::~KeptOpen()
+{
+    if (--Kept().keepers == 0)
+        Kept().waiting.reset();
+}
 
 // ---- statements -----------------------------------------------------------------------------------
 
@@ -130,6 +217,12 @@ std::int64_t FileConnection::Pragma(const std::string& text)
     return run.Step() ? run.Number(0) : 0;
 }
 
+bool FileConnection::HasMoved()
+{
+    int moved = 0;
+    return sqlite3_file_control(handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved) != SQLITE_OK || moved != 0;
+}
+
 void FileConnection::BeginFilling()
 {
     Pragma("PRAGMA journal_mode=MEMORY");
@@ -168,28 +261,24 @@ std::string FileConnection::TableWords(std::string_view table)
 std::shared_ptr<FileConnection> OpenClientFile(const std::filesystem::path& path, OpenMode mode,
                                                std::shared_ptr<OperationNote> note)
 {
-    auto connection = OpenFile(path, mode);
+    std::unique_ptr<FileConnection> connection = TakeKept(path, mode);
+    const bool isKept = connection != nullptr;
+    if (!isKept)
+        connection = OpenFile(path, mode);
     try {
-        if (connection->Pragma("PRAGMA application_id") != ApplicationId)
-            throw StoreError(SQLITE_NOTADB, "it is not a client database", "");
-        if (connection->Pragma("PRAGMA user_version") != LayoutVersion)
-            throw StoreError(SQLITE_NOTADB, "its tables are those of another version", "");
-        // The store itself reads a page that was cut off as if zeros followed.
-        std::error_code error;
-        const std::uintmax_t size = std::filesystem::file_size(path, error);
-        if (error)
-            throw StoreError(SQLITE_CANTOPEN, error.message(), "");
-        if (size % static_cast<std::uintmax_t>(connection->Pragma("PRAGMA page_size")) != 0)
-            throw StoreError(SQLITE_CORRUPT, "its end is missing", "");
-        connection->log->Begin(RequireClientTables(*connection), std::move(note));
-        if (mode == OpenMode::ReadWrite) {
+        if (!isKept)
+            RequireClientFile(*connection);
+        const HistoryState history = isKept ? connection->LookAtHistory() : RequireClientTables(*connection);
+        connection->log = std::make_unique<ChangeLog>(*connection);
+        connection->log->Begin(history, std::move(note));
+        if (mode == OpenMode::ReadWrite && !isKept) {
             connection->Pragma("PRAGMA journal_mode=DELETE");
             connection->Pragma("PRAGMA synchronous=EXTRA");
         }
     } catch (const StoreError& failure) {
         throw CannotBeOpened(path, failure);
     }
-    return connection;
+    return Lent(std::move(connection), mode);
 }
 
 std::shared_ptr<FileConnection> OpenReferenceFile(const std::filesystem::path& path, OpenMode mode)

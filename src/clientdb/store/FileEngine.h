@@ -74,6 +74,8 @@ struct FileConnection final : Database::Connection {
     void BeginFilling();
     /// Runs a statement once, which is not kept: the number that it gives.
     std::int64_t Pragma(const std::string& text);
+    /// True if the file is another one than that which stands at its path now.
+    bool HasMoved();
 
     sqlite3* handle = nullptr;
 
