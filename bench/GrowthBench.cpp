@@ -3,6 +3,7 @@
 // 300 employees, spread over the whole file; what is measured on a road is the same work at every size but where its
 // name says "all". Processor time; the program runs without windows.
 #include "Bare.h"
+#include "Engine.h"
 #include "ProcessorTime.h"
 #include "Require.h"
 #include "app/Program.h"
@@ -100,6 +101,7 @@ public:
         Start();
         Stop();
         FillDatabase(clients, employees);
+        bench::PutOnEngine(clients);
         Start();
     }
     ~Office() { Stop(); }
@@ -217,12 +219,17 @@ void PrintBatch(Office& office)
     Require(office.door.pages >= std::size_t{2} * OfBigEmployer, "not everybody has been printed");
 }
 
+/// The folder of this year, which is empty.
+void BeginThisYear(Office& office)
+{
+    CreateTables(office.ProgramFolder() / "this-year");
+    bench::PutOnEngine(office.ProgramFolder() / "this-year");
+}
+
 void TransferOne(Office& office)
 {
-    const test::TemporaryFolder folder;
-    CreateTables(folder / "this-year");
     std::vector<TransferNotice> notices;
-    YearTransfer transfer(folder / "this-year", office.clients);
+    YearTransfer transfer(office.ProgramFolder() / "this-year", office.clients);
     transfer.Transfer({std::string(BigEmployer), "Jane Surname0000000", "Jane", "Surname0000000"}, TransferMode::Single,
                       notices);
     transfer.Commit();
@@ -272,7 +279,8 @@ const std::vector<Road>& Roads()
              Require(!EmployerTotal(database, BigEmployer).IsZero(), "no total");
          }},
         {"batch of 300", PrintBatch},
-        {"transfer of one", TransferOne},
+        {"transfer of one employee", TransferOne, BeginThisYear,
+         [](Office& office) { std::filesystem::remove(office.ProgramFolder() / "this-year"); }},
         {"find, opening (all)",
          [](Office& office) {
              Database database = Database::OpenDatabase(office.clients);

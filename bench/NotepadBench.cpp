@@ -1,6 +1,7 @@
 // What a notepad's Ok costs: 83 fields, each in an edit and update of its own, beside one transaction of the bare C
 // interface of SQLite with the same single-field writes of the same texts. Both open the database each time; the texts
 // change from run to run, so that every write is one. "syncs" counts how often an Ok waits for the disk.
+#include "Engine.h"
 #include "Require.h"
 #include "clientdb/Employees.h"
 #include "clientdb/store/Template.h"
@@ -41,6 +42,7 @@ public:
                                           .surname = "Smith",
                                           .payeReference = "1"});
         }
+        bench::PutOnEngine(File());
         session.settings.path[1] = folder.path.string();
         session.settings.selectedFolder = 1;
         session.CurrentEmployer = Employer;

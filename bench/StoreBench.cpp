@@ -1,4 +1,5 @@
 #include "Bare.h"
+#include "Engine.h"
 #include "MadeDatabase.h"
 #include "ProcessorTime.h"
 #include "Require.h"
@@ -145,7 +146,7 @@ std::size_t Read(const Recordset& records, std::span<const std::string_view> nam
 
 void SeekStore(benchmark::State& state, std::span<const std::string_view> names)
 {
-    Database database = Database::OpenDatabase(TenThousand());
+    Database database = Database::OpenDatabase(bench::OnEngine(TenThousand()));
     Recordset records = database.OpenRecordset("P11D");
     records.Index("IndKey");
     std::minstd_rand random(1);
@@ -195,8 +196,9 @@ constexpr std::array<std::string_view, 13> Totalled = {
 
 void ScanStore(benchmark::State& state, std::span<const std::string_view> names)
 {
+    const std::filesystem::path& clients = bench::OnEngine(OneThousand());
     for (auto _ : state) {
-        Database database = Database::OpenDatabase(OneThousand());
+        Database database = Database::OpenDatabase(clients);
         Recordset records = database.OpenRecordset("P11D");
         std::size_t bytes = 0;
         for (records.MoveFirstOf("Big"); !records.AtEnd(); records.MoveNext())
@@ -220,7 +222,7 @@ void ScanBare(benchmark::State& state, const std::string& fields)
 /// The record that was added first of ten thousand, by a cursor that is opened for it.
 void FirstStore(benchmark::State& state)
 {
-    Database database = Database::OpenDatabase(TenThousand());
+    Database database = Database::OpenDatabase(bench::OnEngine(TenThousand()));
     for (auto _ : state) {
         Recordset records = database.OpenRecordset("P11D");
         records.Fetch({"EmployerName", "EmployeeName"});
@@ -233,8 +235,9 @@ void FirstStore(benchmark::State& state)
 
 void ListStore(benchmark::State& state)
 {
+    const std::filesystem::path& clients = bench::OnEngine(TenThousand());
     for (auto _ : state) {
-        Database database = Database::OpenDatabase(TenThousand());
+        Database database = Database::OpenDatabase(clients);
         Require(ListEmployers(database).size() == 200, "not all employers");
     }
 }
@@ -253,7 +256,7 @@ void ListBare(benchmark::State& state)
 
 // ---- creating an employee -----------------------------------------------------------------------
 
-/// A copy of a database for writing, gone with its end.
+/// A copy of a database for writing, in a file or on the engine that is asked for, gone with its end.
 enum class Noting { On, Off };
 class Copy {
 public:
@@ -263,6 +266,7 @@ public:
         if (noting == Noting::Off)
             Bare(path).Execute("DROP TABLE IF EXISTS HistoryOperation;DROP TABLE IF EXISTS HistoryChange;"
                                "CREATE TABLE HistoryChange(Foreign_)");
+        bench::PutOnEngine(path);
     }
     ~Copy() { std::filesystem::remove(path); }
     Copy(const Copy&) = delete;
@@ -440,14 +444,14 @@ void DeleteBare(benchmark::State& state)
 /// A safety copy of 1,000 employees with all their records: copied, synced, opened, looked through, thinned.
 void CopyBeforeADeletion(benchmark::State& state)
 {
-    const std::filesystem::path& file = ThousandAlone();
+    const std::filesystem::path& file = bench::OnEngine(ThousandAlone());
     for (auto _ : state) {
         std::filesystem::remove_all(CopiesFolder(file));
         const bench::ProcessorTime spent;
         MakeSafetyCopy(file, {.day = {}, .time = "12:00:00", .reason = CopyReason::Delete});
         state.SetIterationTime(spent.Seconds());
     }
-    state.counters["MB"] = static_cast<double>(std::filesystem::file_size(file)) / 1'000'000;
+    state.counters["MB"] = static_cast<double>(std::filesystem::file_size(ThousandAlone())) / 1'000'000;
 }
 
 /// The copying alone, page by page, as the yardstick of what it must cost.

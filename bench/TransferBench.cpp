@@ -1,4 +1,5 @@
 #include "Bare.h"
+#include "Engine.h"
 #include "MadeDatabase.h"
 #include "ProcessorTime.h"
 #include "Require.h"
@@ -89,6 +90,7 @@ public:
     explicit ThisYear(bool noted) : path(Folder() / "this-year")
     {
         CreateTables(path);
+        bench::PutOnEngine(path);
         if (noted)
             return;
         // Something else in its place turns the change history off.
@@ -122,8 +124,9 @@ void OnEmptyDatabases(benchmark::State& state, Work work, bool noted = true)
 
 void TransferAll(benchmark::State& state, bool noted)
 {
-    const auto transferAll = [](const std::filesystem::path& path) {
-        YearTransfer transfer(path, LastYear());
+    const std::filesystem::path& lastYear = bench::OnEngine(LastYear());
+    const auto transferAll = [&lastYear](const std::filesystem::path& path) {
+        YearTransfer transfer(path, lastYear);
         std::vector<TransferNotice> notices;
         for (const LastYearEmployee& employee : transfer.LastYearEmployees())
             transfer.Transfer(employee, TransferMode::All, notices);
