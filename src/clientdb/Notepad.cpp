@@ -403,7 +403,7 @@ std::vector<Overwritten> Notepad::Replaced(const Recordset& own) const
         if (entry.field.empty() || entry.box == nullptr || entry.box->ReadOnly())
             continue;
         const std::string_view theirs = own.Field(entry.field);
-        if (theirs != entry.stored && theirs != Reads(entry) && !Trim(theirs).empty())
+        if (theirs != entry.stored && Trim(theirs) != Trim(Reads(entry)) && !Trim(theirs).empty())
             replaced.emplace_back(*entry.box, theirs, Reads(entry));
     }
     return replaced;

@@ -3,6 +3,7 @@
 #include "clientdb/UserOperation.h"
 #include "clientdb/store/ServerService.h"
 #include "frame/CloseAll.h"
+#include "frame/Text.h"
 
 #include <algorithm>
 #include <utility>
@@ -191,7 +192,7 @@ std::vector<Overwritten> OpenRecord::WrittenOver(const Recordset& records, const
     std::vector<Overwritten> overwritten;
     for (const BoundBox* of : changed) {
         const std::string_view theirs = records.Field(of->box->Field());
-        if (theirs != of->stored && theirs != of->box->Stored() && of->box->IsByHand() && !of->box->ReadOnly())
+        if (theirs != of->stored && Trim(theirs) != Trim(of->box->Stored()) && of->box->IsByHand() && !of->box->ReadOnly())
             overwritten.emplace_back(*of->box, theirs, of->box->Stored());
     }
     return overwritten;

@@ -54,6 +54,17 @@ protected:
         return records.NoMatch() ? "no record" : std::string(records.Field("EmployerReference"));
     }
 
+    void StoreElsewhere(std::string_view employer, std::string_view text)
+    {
+        Database database = Open();
+        Recordset records = database.OpenRecordset("P11DB");
+        records.Index("PrimaryKey");
+        records.Seek(employer);
+        records.Edit();
+        records.SetField("EmployerReference", text);
+        records.Update();
+    }
+
     void DeleteRecord(std::string_view employer)
     {
         Database database = Open();
@@ -194,6 +205,28 @@ TEST_F(OpenRecordTest, WhatTheStoreRefusesWaitsInItsBox)
     EXPECT_EQ(Stored("Acme Ltd"), "123/A");
     EXPECT_TRUE(sheet.MayClose());
     EXPECT_EQ(Stored("Acme Ltd"), "456/B");
+}
+
+TEST_F(OpenRecordTest, TellsBothTextsWhereAnotherDeskHasStoredAnother)
+{
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
+    sheet.box("Reference").AcceptTyped("456/B");
+    StoreElsewhere("Acme Ltd", "789/C");
+    EXPECT_TRUE(record.Store());
+    EXPECT_EQ(Stored("Acme Ltd"), "456/B");
+    ASSERT_EQ(door.messages.size(), 1U);
+    EXPECT_EQ(door.messages[0].title, "The sheet");
+    EXPECT_NE(door.messages[0].text.find("Reference: \"789/C\" there, \"456/B\" here"), std::string::npos)
+        << door.messages[0].text;
+}
+
+TEST_F(OpenRecordTest, TellsNothingOfATextThatReadsTheSame)
+{
+    ASSERT_EQ(sheet.StoreAndShow("Loading"), Sought::Found);
+    sheet.box("Reference").AcceptTyped("456/B ");
+    StoreElsewhere("Acme Ltd", "456/B");
+    EXPECT_TRUE(record.Store());
+    EXPECT_TRUE(door.messages.empty()) << door.messages[0].text;
 }
 
 TEST_F(OpenRecordTest, ShowsOnOneScreenAtATime)
