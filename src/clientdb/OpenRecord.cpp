@@ -192,7 +192,8 @@ std::vector<Overwritten> OpenRecord::WrittenOver(const Recordset& records, const
     std::vector<Overwritten> overwritten;
     for (const BoundBox* of : changed) {
         const std::string_view theirs = records.Field(of->box->Field());
-        if (theirs != of->stored && Trim(theirs) != Trim(of->box->Stored()) && of->box->IsByHand() && !of->box->ReadOnly())
+        if (theirs != of->stored && Trim(theirs) != Trim(of->box->Stored()) && of->box->IsByHand() &&
+            !of->box->ReadOnly())
             overwritten.emplace_back(*of->box, theirs, of->box->Stored());
     }
     return overwritten;
