@@ -15,7 +15,10 @@
 
 #include <csignal>
 #include <fmt/format.h>
+#include <span>
 #include <string>
+#include <unistd.h>
+#include <vector>
 
 namespace quillmere::test {
 namespace {
@@ -117,6 +120,62 @@ TEST_F(Server, AConnectionThatIsLostWithoutAWordIsToldInOneLine)
         EXPECT_TRUE(failure.OutOfReach());
         EXPECT_STREQ(failure.what(), "The connection to the server is lost: server closed the connection unexpectedly");
     }
+}
+
+/// The library takes no more than 65,535 parameters.
+TEST_F(Server, WhatFailsOnThisSideIsNotToldAsALostConnection)
+{
+    ServerLink link(service);
+    const std::string ask = "SELECT 1";
+    const std::vector<ServerLink::Parameter> tooMany(65'536);
+    for (int times = 0; times < 2; ++times)
+        try {
+            static_cast<void>(link.Send(ask, ask, times == 0 ? std::span(tooMany) : std::span(tooMany).first(0), true));
+            ADD_FAILURE();
+        } catch (const StoreError& failure) {
+            EXPECT_FALSE(failure.OutOfReach());
+            EXPECT_STREQ(failure.what(), "The server's library cannot go on: number of parameters must be between 0 "
+                                         "and 65535");
+        }
+    EXPECT_FALSE(link.IsAlive()) << "the statement has been prepared, and nobody would take the answer to that";
+}
+
+/// The server stops reading while nobody takes its answers, and these come to more than the way there holds.
+TEST_F(Server, APipelineThatIsFullBothWaysDoesNotHang)
+{
+    constexpr int Statements = 2500, Rows = 3; // more than wait for each other
+    const std::string text(20'000, 'x'), ask = fmt::format("SELECT $1::text FROM generate_series(1,{})", Rows);
+    const ServerLink::Parameter sent{.data = text.data(), .size = text.size()};
+    ServerLink link(service);
+    const std::int64_t before = ServerLink::RoundTrips();
+    std::vector<ServerLink::Ticket> wanted;
+    ::alarm(300); // the end of a test that hangs
+    for (int statement = 0; statement < Statements; ++statement) {
+        const bool isWanted = statement % 100 == 99;
+        const ServerLink::Ticket ticket = link.Send(ask, ask, std::span(&sent, 1), isWanted);
+        if (isWanted)
+            wanted.push_back(ticket);
+    }
+    for (const ServerLink::Ticket ticket : wanted) {
+        const ServerLink::Result answer = link.Wait(ticket);
+        ASSERT_EQ(PQntuples(answer.get()), Rows);
+        EXPECT_EQ(std::string_view(PQgetvalue(answer.get(), Rows - 1, 0)), text);
+    }
+    ::alarm(0);
+    EXPECT_EQ(ServerLink::RoundTrips() - before, 2);
+}
+
+TEST_F(Server, ADatabaseThatIsClosedHoldsNothingOfWhatWasForeseenInIt)
+{
+    {
+        Database database = Open();
+        // So many that a part of them is on its way at once.
+        for (int employee = 0; employee < 400; ++employee)
+            database.WillSeek("P11D", "Acme", fmt::format("Jane {}", employee));
+    }
+    ServerLink other(service);
+    for (const char* statement : {"BEGIN", "LOCK TABLE \"P11D\" IN ACCESS EXCLUSIVE MODE", "ROLLBACK"})
+        EXPECT_NO_THROW(static_cast<void>(other.Wait(other.Send(statement, statement, {}, true)))) << statement;
 }
 
 TEST_F(Server, AConnectionThatBreaksIsMadeAnew)

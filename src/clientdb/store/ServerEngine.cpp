@@ -224,12 +224,21 @@ ServerConnection::ServerConnection(const ServerService& of, WithNewTables)
 
 void ServerConnection::Close()
 {
+    const bool wasAsked = !foreseen.empty();
     ForgetRecords();
     ForgetStatements();
     if (link == nullptr)
         return;
     GiveUpTransaction();
-    if (link != nullptr && link->IsAlive())
+    try {
+        // What has been asked for and was not sought may have come to the server in part: it would wait for the rest,
+        // or for somebody to take its answers, and hold the tables as long.
+        if (wasAsked)
+            link->Settle();
+    } catch (const StoreError&) {
+        // Nobody wants the answers.
+    }
+    if (link->IsAlive())
         Idle().emplace(service.Key(), std::move(link));
     link.reset();
 }

@@ -22,12 +22,6 @@ std::string WithoutEnd(std::string text)
     return text;
 }
 
-/// The library goes on with what may have been the reason, over several lines.
-StoreError LostConnection(const std::string& said)
-{
-    return StoreError(SQLITE_CANTOPEN, "The connection to the server is lost: " + said.substr(0, said.find('\n')), "");
-}
-
 } // namespace
 
 ServerLink::ServerLink(const ServerService& service)
@@ -111,6 +105,12 @@ void ServerLink::Flush()
         throw *std::exchange(failure, std::nullopt);
 }
 
+void ServerLink::Settle()
+{
+    if (!waiting.empty())
+        Flush();
+}
+
 ServerLink::Result ServerLink::Wait(Ticket ticket)
 {
     if (!results.contains(ticket))
@@ -160,7 +160,7 @@ void ServerLink::TakeAnswer(const Waiting& of)
             failure.emplace(FailureNumber(state), FailureWords(state, words != nullptr ? words : "", of.words),
                             of.words);
         else if (!failure)
-            failure.emplace(LostConnection(PQresultErrorMessage(result.get())));
+            failure.emplace(FailureHere(PQresultErrorMessage(result.get())));
     } else if (of.isWanted) {
         results.insert_or_assign(of.ticket, std::move(result));
     }
@@ -177,13 +177,27 @@ void ServerLink::Forget(const Waiting& of)
         names.erase(of.prepares);
 }
 
+/// What fails without a word of the server's: mostly the connection, else something on this side of it.
+StoreError ServerLink::FailureHere(const std::string& said)
+{
+    // The library goes on with what may have been the reason, over several lines.
+    const std::string words = said.substr(0, said.find('\n'));
+    if (IsAlive())
+        return StoreError(SQLITE_IOERR, "The server's library cannot go on: " + words, "");
+    return StoreError(SQLITE_CANTOPEN, "The connection to the server is lost: " + words, "");
+}
+
+/// Nobody knows which answer would come next, so there is no going on with the connection, even if it stands.
 void ServerLink::FailOfConnection()
 {
-    StoreError lost = failure ? *std::exchange(failure, std::nullopt) : LostConnection(PQerrorMessage(handle));
+    if (!lost)
+        lost = failure ? *failure : FailureHere(PQerrorMessage(handle));
+    failure.reset();
     waiting.clear();
     results.clear();
     sinceSync = 0;
-    throw lost;
+    PQfinish(std::exchange(handle, nullptr));
+    throw StoreError(*lost);
 }
 
 bool ServerLink::IsAlive()

@@ -49,6 +49,9 @@ public:
     /// Has the server begin with what waits, without waiting for it.
     void SendOff();
 
+    /// Waits for all that has been put there, if anything has. Throws StoreError.
+    void Settle();
+
     /// True if nothing is known to be wrong with the connection.
     bool IsAlive();
 
@@ -71,9 +74,11 @@ private:
     void TakeAnswers();
     void TakeAnswer(const Waiting& of);
     void Forget(const Waiting& of);
+    StoreError FailureHere(const std::string& said);
     [[noreturn]] void FailOfConnection();
 
-    PGconn* handle = nullptr;
+    PGconn* handle = nullptr;                           ///< null once it is lost
+    std::optional<StoreError> lost;                     ///< by what
     std::unordered_map<std::string, std::string> names; ///< of the prepared statements, by their text
     std::deque<Waiting> waiting;
     std::map<Ticket, Result> results;

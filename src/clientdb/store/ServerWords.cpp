@@ -114,7 +114,10 @@ std::optional<std::string> UncarriedText(std::string_view text)
 
 std::string FailureWords(std::string_view sqlState, std::string_view said, std::string_view statement)
 {
-    const bool isRefused = FailureNumber(sqlState) == SQLITE_READONLY;
+    const int number = FailureNumber(sqlState);
+    if (number == SQLITE_BUSY)
+        return fmt::format("A part of the database is locked by somebody else: {}", said);
+    const bool isRefused = number == SQLITE_READONLY;
     const bool onlyReads = statement.starts_with("SELECT") && !statement.ends_with("FOR UPDATE");
     if (!isRefused || onlyReads)
         return std::string(said);

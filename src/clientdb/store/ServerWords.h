@@ -18,7 +18,8 @@ std::optional<std::string> CarriedText(std::string_view text);
 /// The text as it was before. Nothing: as it is.
 std::optional<std::string> UncarriedText(std::string_view text);
 
-/// What the user is told of a failure: the server's words, and before them what a refused role comes to.
+/// What the user is told of a failure: the server's words, and before them what a refused role or somebody else's lock
+/// comes to.
 std::string FailureWords(std::string_view sqlState, std::string_view said, std::string_view statement);
 
 /// The file engine's number for a failure that the server names by five letters and digits.
