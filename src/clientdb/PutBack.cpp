@@ -212,8 +212,11 @@ bool PutBack(Session& session, const KeptCopy& copy)
             Title, fmt::format("The database as it is now cannot be kept.\n\n{}\n\nPut back all the same?", why),
             Icon::Question, Answer::No))
         return false;
+    std::string doubt;
     try {
         PutBackDatabase(copy.file, session.ClientDatabasePath());
+    } catch (const PutBackUnconfirmed& failure) {
+        doubt = failure.what();
     } catch (const Failure& failure) {
         session.messages.Tell(
             Title, fmt::format("The copy could not be put back. The database is as it was.\n\n{}", failure.what()));
@@ -221,6 +224,11 @@ bool PutBack(Session& session, const KeptCopy& copy)
     }
     ShowWhatIsBack(session);
     SetStatusNote(session, fmt::format("Put back: {}", InWords(copy)));
+    if (!doubt.empty())
+        session.messages.Tell(Title,
+                              fmt::format("The copy has been put back, but the disk has not confirmed it: look at "
+                                          "the database once more before you work on.\n\n{}",
+                                          doubt));
     return true;
 }
 

@@ -1,7 +1,10 @@
 #include "clientdb/SafetyCopies.h"
 
+#include "FolderSyncs.h"
 #include "clientdb/Employees.h"
+#include "clientdb/PutBack.h"
 #include "clientdb/store/OnlineCopy.h"
+#include "clientdb/store/StoreFaults.h"
 #include "support/ProgramFixture.h"
 #include "support/StoreFixture.h"
 
@@ -487,6 +490,52 @@ TEST_F(KeptCopies, ThatCannotBeMadeAreToldOfOnce)
     KeepCopy(Now(), CopyReason::Rename);
     EXPECT_TRUE(Note().starts_with("No safety copy, before Rename: ")) << "and again when it is another failure";
     EXPECT_TRUE(door.messages.empty()) << "no box";
+}
+
+/// Puts the first copy back, which is in its place although something fails then; that is what is told.
+class PutBackIsDoubtful : public KeptCopies {
+protected:
+    PutBackIsDoubtful() : database(Now().ClientDatabasePath())
+    {
+        Create("Acme", "Jane", "Smith");
+        KeepCopy(Now(), CopyReason::Delete);
+        Create("Acme", "Joe", "Miller");
+    }
+    ~PutBackIsDoubtful() override { SetStoreFaultHook({}); }
+
+    void PutsBack(std::string_view why)
+    {
+        door.answers = {Answer::Yes};
+        EXPECT_TRUE(PutBack(Now(), KeptCopiesOf(database).back()));
+        ASSERT_EQ(door.messages.size(), 2U);
+        const std::string told = door.TakeText();
+        EXPECT_TRUE(told.starts_with("The copy has been put back, but the disk has not confirmed it")) << told;
+        EXPECT_NE(told.find(why), std::string::npos) << told;
+        EXPECT_EQ(Note(), "Put back: 30/06/2011 12:00, before Delete");
+        SetStoreFaultHook({});
+        Database clients = Clients();
+        EXPECT_EQ(ListEmployees(clients, "Acme"), Words{"Jane Smith"});
+    }
+    std::filesystem::path database;
+};
+
+TEST_F(PutBackIsDoubtful, IfTheNameOfAFileThatWasNotThereIsNotSynced)
+{
+    std::filesystem::remove(database);
+    FailNextFolderSync();
+    PutsBack("Input/output error");
+    EXPECT_FALSE(AwaitsFolderSync());
+}
+
+TEST_F(PutBackIsDoubtful, IfItCannotBeLookedThrough)
+{
+    // The copy, the present state, the copy of that, the copy once more; and what has been put back.
+    SetStoreFaultHook([looks = 0](std::string_view statement) mutable {
+        constexpr int LookOfWhatIsBack = 5;
+        return statement.starts_with("PRAGMA integrity_check") && ++looks == LookOfWhatIsBack ? SQLITE_IOERR
+                                                                                              : SQLITE_OK;
+    });
+    PutsBack("disk I/O error");
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // A client folder goes from a file to a server and back; whatever fails on the way leaves it as it was.
 #include "clientdb/ShareFolder.h"
 
+#include "FolderSyncs.h"
 #include "clientdb/SafetyCopies.h"
 #include "clientdb/UserOperation.h"
 #include "clientdb/store/FileEngine.h"
@@ -16,32 +17,7 @@
 #include "support/Variable.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <fmt/format.h>
-#include <sys/stat.h>
-#include <sys/syscall.h>
-#include <unistd.h>
-#include <utility>
-
-namespace quillmere::test {
-namespace {
-
-/// The next sync of a folder fails.
-bool nextFolderSyncFails = false;
-
-} // namespace
-} // namespace quillmere::test
-
-extern "C" int fsync(int file)
-{
-    struct stat found {};
-    if (quillmere::test::nextFolderSyncFails && ::fstat(file, &found) == 0 && S_ISDIR(found.st_mode)) {
-        quillmere::test::nextFolderSyncFails = false;
-        errno = EIO;
-        return -1;
-    }
-    return static_cast<int>(::syscall(SYS_fsync, file));
-}
 
 namespace quillmere::test {
 namespace {
@@ -466,9 +442,9 @@ TEST_F(ShareFails, WhenTheServerGoesDown)
 /// The service is in the place of the file: nothing is taken back any more.
 TEST_F(ShareFails, NoLongerOnceTheServiceHasTakenThePlaceOfTheFile)
 {
-    const auto move = ShareFolderOnServer(service, [] { nextFolderSyncFails = true; });
+    const auto move = ShareFolderOnServer(service, FailNextFolderSync);
     Go(move);
-    EXPECT_FALSE(std::exchange(nextFolderSyncFails, false));
+    EXPECT_FALSE(AwaitsFolderSync());
     EXPECT_NE(move->Remark().find("power cut"), std::string::npos) << move->Remark();
     EXPECT_TRUE(ReadService(database));
     Set("Joe Miller", "on the server");
@@ -514,9 +490,9 @@ TEST_F(UnshareFails, NoLongerOnceTheFileHasTakenThePlaceOfTheService)
     Menu("mnuShare");
     Click("ShareFolder", "ShareGo");
     EXPECT_EQ(At("ShareFolder", "ShareCancel").Text(), "&Cancel");
-    nextFolderSyncFails = true;
+    FailNextFolderSync();
     Wait();
-    EXPECT_FALSE(std::exchange(nextFolderSyncFails, false));
+    EXPECT_FALSE(AwaitsFolderSync());
     EXPECT_EQ(Progress(), "The clients are in a file again. What was on the server is kept there.");
     EXPECT_EQ(At("ShareFolder", "ShareCancel").Text(), "&Close");
     EXPECT_NE(TakeMessage().text.find("power cut"), std::string::npos);

@@ -59,6 +59,15 @@ void WriteOver(const std::filesystem::path& copy, const std::filesystem::path& d
     CopyPages(from, into);
 }
 
+void MakeDatabase(const std::filesystem::path& copy, const std::filesystem::path& database)
+{
+    try {
+        CopyFileChecked(copy, database);
+    } catch (const NameNotSynced& failure) {
+        throw PutBackUnconfirmed(failure);
+    }
+}
+
 } // namespace
 
 DatabaseState CopyDatabase(const std::filesystem::path& database, const std::filesystem::path& copy)
@@ -83,7 +92,7 @@ void PutBackDatabase(const std::filesystem::path& copy, const std::filesystem::p
     if (const std::optional<ServerService> service = ReadService(database))
         return PutFileOnServer(copy, *service);
     if (!std::filesystem::exists(database))
-        return CopyFileChecked(copy, database);
+        return MakeDatabase(copy, database);
     try {
         WriteOver(copy, database, Found::Readable);
     } catch (const StoreError& failure) {
@@ -92,7 +101,11 @@ void PutBackDatabase(const std::filesystem::path& copy, const std::filesystem::p
             throw;
         WriteOver(copy, database, Found::BeyondReading);
     }
-    static_cast<void>(LookAtWhole(database));
+    try {
+        static_cast<void>(LookAtWhole(database));
+    } catch (const StoreError& failure) {
+        throw PutBackUnconfirmed(failure);
+    }
 }
 
 } // namespace quillmere
