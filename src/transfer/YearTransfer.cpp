@@ -197,8 +197,7 @@ YearTransfer::YearTransfer(const std::filesystem::path& thisYearFile, const std:
       p11db(thisYear.OpenRecordset("P11DB")),
       lastYearP11DB(lastYear.OpenRecordset("P11DB")),
       addedSchedule(thisYear.OpenRecordset("P11DBNotepad1")),
-      deductedSchedule(thisYear.OpenRecordset("P11DBNotepad2")),
-      batch(thisYear)
+      deductedSchedule(thisYear.OpenRecordset("P11DBNotepad2"))
 {
     notepads.reserve(TransferTables.size());
     for (const TransferTable& row : TransferTables)
@@ -210,6 +209,8 @@ YearTransfer::YearTransfer(const std::filesystem::path& thisYearFile, const std:
         if (const std::string_view employer = records.Field("EmployerName");
             !employer.empty() && employer != SampleEmployer)
             existing.Add(employer, records.Field("EmployeeName"));
+    // Nobody is to wait for what has only been looked at.
+    batch.emplace(thisYear);
 }
 
 YearTransfer::Tables YearTransfer::Open(std::string_view table)
@@ -266,7 +267,7 @@ void YearTransfer::AddRecords(const LastYearEmployee& employee, TransferMode mod
 void YearTransfer::Commit()
 {
     employerThere.clear();
-    batch.Commit();
+    batch->Commit();
     notStored = 0;
 }
 

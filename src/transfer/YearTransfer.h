@@ -160,7 +160,7 @@ private:
     std::string employerThere; ///< whose records are known to be there, as the transaction keeps them
     std::size_t notStored = 0; ///< employees since the last sync
     LastYearEmployee firstNotStored;
-    WriteBatch batch; ///< last, so that it ends while the database is open
+    std::optional<WriteBatch> batch; ///< last, so that it ends while the database is open
 };
 
 } // namespace quillmere

@@ -4,12 +4,14 @@
 #include "clientdb/store/ServerSchema.h"
 #include "clientdb/store/Template.h"
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <grp.h>
+#include <optional>
 #include <pwd.h>
 #include <stdexcept>
 #include <sys/prctl.h>
@@ -195,15 +197,22 @@ void LentDatabases::PutAt(const std::filesystem::path& file)
         GivenBack().pop_back();
         Empty(schemas.back());
     }
-    WriteService(SharedServer().Service(file, schemas.back()));
+    ServerService service = SharedServer().Service(file, schemas.back());
+    service.settings.insert(service.settings.end(), settings.begin(), settings.end());
+    WriteService(service);
+}
+
+void LentDatabases::MakeEmptyAt(const std::filesystem::path& file)
+{
+    const std::optional<ServerService> there = ReadService(file);
+    if (there && std::ranges::find(schemas, there->schema) != schemas.end())
+        Empty(there->schema);
+    else
+        PutAt(file);
 }
 
 void PutEmptyDatabase(const std::filesystem::path& file)
 {
-    if (OnServer()) {
-        CloseIdleServerLinks();
-        return WriteService(SharedServer().Service(file, NewTables()));
-    }
     static const TemporaryFolder templates;
     const std::filesystem::path empty = templates.path / "template";
     if (!std::filesystem::exists(empty))

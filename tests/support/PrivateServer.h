@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <sys/types.h>
+#include <utility>
 #include <vector>
 
 /// A database server of the tests' own: its data lie in a folder that goes away, and it is reached by a socket there.
@@ -41,23 +42,26 @@ private:
 /// True if the tests are to keep their client databases on a server (QUILLMERE_ENGINE=server).
 bool OnServer();
 
-/// Puts an empty client database at a path: a copy of the template, or a schema of its own on the one private server
-/// of this process and the file that names it.
+/// Puts an empty client database at a path where there is none: a copy of the template.
 void PutEmptyDatabase(const std::filesystem::path& file);
 
 /// Empty client databases on the private server of this process, each lent for as long as this lives: making the tables
 /// takes much longer than emptying them, so they are lent again.
 class LentDatabases {
 public:
-    LentDatabases() = default;
+    /// What their services say besides.
+    explicit LentDatabases(std::vector<ServerService::Setting> more = {}) : settings(std::move(more)) {}
     ~LentDatabases();
     LentDatabases(const LentDatabases&) = delete;
     LentDatabases& operator=(const LentDatabases&) = delete;
 
     /// Puts the file at a path that names one of them.
     void PutAt(const std::filesystem::path& file);
+    /// Empties the one that the file at a path names, or puts one there.
+    void MakeEmptyAt(const std::filesystem::path& file);
 
 private:
+    std::vector<ServerService::Setting> settings;
     std::vector<std::string> schemas;
 };
 

@@ -19,7 +19,16 @@ protected:
     explicit StoreFixture(const std::filesystem::path& in = std::filesystem::temp_directory_path()) : folder(in)
     {
         file = folder.path / "clients";
-        PutEmptyDatabase(file);
+        MakeEmpty(file);
+    }
+
+    /// Puts an empty database at a path, in the place of one that is there.
+    void MakeEmpty(const std::filesystem::path& at)
+    {
+        if (OnServer())
+            return lent.MakeEmptyAt(at);
+        std::filesystem::remove(at);
+        PutEmptyDatabase(at);
     }
 
     Database Open(OpenMode mode = OpenMode::ReadWrite) const { return Database::OpenDatabase(file, mode); }
@@ -44,6 +53,7 @@ protected:
         return texts;
     }
 
+    LentDatabases lent;
     TemporaryFolder folder;
     std::filesystem::path file;
 };

@@ -41,13 +41,6 @@ protected:
     void Execute(const std::string& statement) const { ExecuteRaw(file, statement); }
     std::vector<std::vector<std::string>> Rows(const std::string& query) const { return RawRows(file, query); }
 
-    /// An empty database in the place of the one that is there.
-    void BeginAnew() const
-    {
-        std::filesystem::remove(file);
-        PutEmptyDatabase(file);
-    }
-
     Contents All() const
     {
         std::vector<std::string> queries;
@@ -308,7 +301,7 @@ TEST_F(HistoryFile, TheRequiredTablesAreWhatTheyWouldBeWithoutIt)
     }
     const Contents with = All();
     EXPECT_FALSE(Operations().empty());
-    BeginAnew();
+    MakeEmpty(file);
     // Something else in its place: nothing is noted.
     Execute(fmt::format("CREATE TABLE {}(x)", OperationTable));
     {
@@ -330,7 +323,7 @@ TEST_F(HistoryFile, ForeignTablesTurnItOffAndTheWritesGoOn)
           CreateHistoryTableText(ChangeTable) + ";" + CreateHistoryTableText(OperationTable) +
               ";CREATE INDEX I ON HistoryChange(Operation)"}) {
         SCOPED_TRACE(foreign);
-        BeginAnew();
+        MakeEmpty(file);
         Execute(foreign);
         auto note = std::make_shared<OperationNote>();
         Database database = Database::OpenDatabase(file, OpenMode::ReadWrite, note);
@@ -397,7 +390,7 @@ TEST_F(HistoryTest, WhatAFailedWriteLeavesIsWhatTheHistorySays)
 {
     for (int failing = 1; failing <= 27; ++failing) {
         SCOPED_TRACE(failing);
-        BeginAnew();
+        MakeEmpty(file);
         const Contents before = All();
         {
             Database database = For("New employee");
@@ -691,7 +684,7 @@ TEST_F(HistoryTest, AnUndoneAdditionCountsWithItsFields)
 /// Adds, changes, renames and deletes records, each for an operation of its own or for one that goes on, and undoes.
 RC_GTEST_FIXTURE_PROP(HistoryTest, WhatAnOperationDidReadsTheSameEverAfter, ())
 {
-    BeginAnew();
+    MakeEmpty(file);
     const auto steps = *rc::gen::resize(12, rc::gen::arbitrary<std::vector<std::array<int, 4>>>());
     const auto goesOn = std::make_shared<OperationNote>();
     goesOn->words = "goes on";

@@ -16,7 +16,7 @@ using review::YearsCompared;
 
 class LastYear : public StoreFixture {
 protected:
-    LastYear() : priorFile(folder.path / "prior") { std::filesystem::copy_file(file, priorFile); }
+    LastYear() : priorFile(folder.path / "prior") { MakeEmpty(priorFile); }
 
     static void Create(const std::filesystem::path& path, std::string firstName, std::string surname)
     {

@@ -2,12 +2,10 @@
 
 #include "clientdb/Employees.h"
 #include "clientdb/store/StoreFaults.h"
-#include "clientdb/store/Template.h"
 #include "edition/Edition.h"
 #include "support/ScriptedDoor.h"
-#include "support/TemporaryFolder.h"
+#include "support/StoreFixture.h"
 
-#include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -18,7 +16,7 @@ namespace quillmere::test {
 namespace {
 
 /// The screen without a window, over two databases in a family root of its own.
-class TransferScreen : public ::testing::Test {
+class TransferScreen : public StoreFixture {
 protected:
     TransferScreen()
     {
@@ -27,8 +25,8 @@ protected:
         std::filesystem::create_directory(session.programFolder);
         std::filesystem::create_directory(priorFolder);
         session.settings.path[1] = session.programFolder.string();
-        CreateTables(session.ClientDatabasePath());
-        CreateTables(priorFolder / edition::PriorClientDatabaseName);
+        MakeEmpty(session.ClientDatabasePath());
+        MakeEmpty(priorFolder / edition::PriorClientDatabaseName);
         Store(priorFolder / SettingsFileName, fmt::format("FOLDER 1=Old\nPATH 1={}\n", priorFolder.string()));
         session.screens.Register("TransferList",
                                  [](Session& shared) { return std::make_unique<TransferList>(shared); });

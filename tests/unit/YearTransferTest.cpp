@@ -69,7 +69,7 @@ protected:
     Transferring()
     {
         lastYearFile = folder.path / "last year";
-        std::filesystem::copy_file(file, lastYearFile);
+        MakeEmpty(lastYearFile);
     }
     void TearDown() override { SetStoreFaultHook({}); }
 
@@ -210,11 +210,12 @@ TEST_F(Transferring, RecordsAreReadInOneOrderedPassAndTheSameInAnyOrder)
         notepads.Seek("Acme", "Jane 7");
         notepads.Delete();
         batch.Commit();
+    }
+    const auto putOneThere = [&] {
         Database database = Open();
         Create(database, "Acme", "Jane", "30");
-    }
-    const std::filesystem::path empty = folder.path / "empty";
-    std::filesystem::copy_file(file, empty);
+    };
+    putOneThere();
     int sought = 0;
     SetStoreFaultHook([&](std::string_view statement) {
         sought += statement.find("FROM [BNotepad] WHERE [Name]=?") != std::string_view::npos;
@@ -242,7 +243,8 @@ TEST_F(Transferring, RecordsAreReadInOneOrderedPassAndTheSameInAnyOrder)
         }
         batch.Commit();
     }
-    std::filesystem::copy_file(empty, file, std::filesystem::copy_options::overwrite_existing);
+    MakeEmpty(file);
+    putOneThere();
     EXPECT_EQ(TransferAll(), missing);
     EXPECT_EQ(Dump(file), inOrder);
 }
@@ -456,12 +458,10 @@ TEST_F(Transferring, AFailureOfTheStoreCostsOneRecordAndTheNextRunGoesOn)
             Create(lastYear, "Acme", "Jane", std::to_string(i));
         batch.Commit();
     }
-    const std::filesystem::path empty = folder.path / "empty";
-    std::filesystem::copy_file(file, empty);
     TransferAll();
     const auto whole = Dump(file);
     for (int failing = 1; failing <= 29; ++failing) {
-        std::filesystem::copy_file(empty, file, std::filesystem::copy_options::overwrite_existing);
+        MakeEmpty(file);
         int inserts = 0;
         std::string table;
         SetStoreFaultHook([&](std::string_view statement) {
@@ -515,13 +515,11 @@ TEST_F(Transferring, ARecordThatCannotBeReadIsMadeWithItsKeysAlone)
             Give(lastYear, table, field, "of last year");
         batch.Commit();
     }
-    const std::filesystem::path empty = folder.path / "empty";
-    std::filesystem::copy_file(file, empty);
     for (const TransferTable& row : TransferTables) {
         if (row.errorTitle.empty())
             continue;
         SCOPED_TRACE(row.table);
-        std::filesystem::copy_file(empty, file, std::filesystem::copy_options::overwrite_existing);
+        MakeEmpty(file);
         SetStoreFaultHook([&](std::string_view statement) {
             return statement.starts_with("SELECT") &&
                            statement.find(fmt::format("FROM [{}] ", row.table)) != std::string_view::npos
@@ -816,14 +814,9 @@ TEST_F(Transferring, WhatIsNeverCarriedIsNeverCarriedAndTwiceChangesNothing)
     };
     const std::set<std::string> descriptions = {"Description"};
     std::mt19937 random(20110405);
-    const auto empty = folder.path / "empty";
-    std::filesystem::rename(file, empty);
-    const auto emptyLastYear = folder.path / "empty last year";
-    std::filesystem::rename(lastYearFile, emptyLastYear);
     for (int round = 0; round < 12; ++round) {
-        using enum std::filesystem::copy_options;
-        std::filesystem::copy_file(empty, file, overwrite_existing);
-        std::filesystem::copy_file(emptyLastYear, lastYearFile, overwrite_existing);
+        MakeEmpty(file);
+        MakeEmpty(lastYearFile);
         {
             Database lastYear = LastYear();
             FillAtRandom(lastYear, 8, random);
