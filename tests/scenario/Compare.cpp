@@ -36,10 +36,12 @@ std::string Joined(const std::vector<const DrawnText*>& line, std::string_view b
 
 std::string WithPlaces(std::string_view text, const Places& places)
 {
-    const std::array<std::pair<std::string_view, const std::string*>, 4> names{{{"{program}", &places.program},
-                                                                                {"{root}", &places.root},
-                                                                                {"{client}", &places.client},
-                                                                                {"{server}", &places.server}}};
+    const std::array<std::pair<std::string_view, const std::string*>, 5> names{
+        {{"{program}", &places.program},
+         {"{root}", &places.root},
+         {"{client}", &places.client},
+         {"{server}", &places.server},
+         {"{may-not-write}", &places.mayNotWrite}}};
     std::string result;
     while (!text.empty()) {
         const auto* const found =

@@ -14,9 +14,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// What `{program}`, `{root}` and `{client}` stand for, without a separator at the end.
+/// What `{program}`, `{root}`, `{client}` and `{server}` stand for, without a separator at the end, and
+/// `{may-not-write}`: what the store says of a database that can only be read.
 struct Places {
-    std::string program, root, client, server = {};
+    std::string program, root, client, server = {}, mayNotWrite = {};
 };
 
 /// The text with the folders put in.

@@ -1,5 +1,7 @@
 #include "Faults.h"
 
+#include "clientdb/store/ServerLink.h"
+
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -57,6 +59,35 @@ void Execute(sqlite3* connection, const char* statement)
 constexpr auto TakeLock = "BEGIN EXCLUSIVE";
 constexpr auto GiveLock = "ROLLBACK";
 
+/// Takes all the tables of the schema, so that nobody else even reads them.
+constexpr auto LockTables = R"(DO $$
+DECLARE
+    it text;
+BEGIN
+    FOR it IN SELECT relname FROM pg_class WHERE relnamespace = current_schema()::regnamespace AND relkind = 'r' LOOP
+        EXECUTE format('LOCK TABLE %I IN ACCESS EXCLUSIVE MODE', it);
+    END LOOP;
+END $$)";
+
+constexpr std::string_view Options = "options";
+
+void Say(ServerLink& link, const char* statement)
+{
+    static_cast<void>(link.Wait(link.Send(statement, statement, {}, true)));
+}
+
+void ForbidWriting(const ServerService& service)
+{
+    constexpr std::string_view NobodyWrites = " -c default_transaction_read_only=on";
+    ServerService forbidden = service;
+    const auto found = std::ranges::find(forbidden.settings, Options, &ServerService::Setting::first);
+    if (found != forbidden.settings.end())
+        found->second += NobodyWrites;
+    else
+        forbidden.settings.emplace_back(Options, NobodyWrites);
+    WriteService(forbidden);
+}
+
 } // namespace
 
 Faults::Faults(std::filesystem::path folder) : keptFolder(std::move(folder))
@@ -77,8 +108,33 @@ void Faults::TakeRights(Fault& fault, const std::filesystem::path& file)
     std::filesystem::permissions(file, before & ~WriteRights);
 }
 
+/// Takes what was given up for a while.
+void Faults::LockAgain(Fault& fault)
+{
+    if (fault.connection != nullptr)
+        sqlite3_exec(fault.connection, TakeLock, nullptr, nullptr, nullptr);
+    if (fault.link != nullptr) {
+        Say(*fault.link, "BEGIN");
+        Say(*fault.link, LockTables);
+    }
+    if (fault.mayBeWritten && ReadService(fault.file))
+        ForbidWriting(*fault.mayBeWritten);
+}
+
+void Faults::Free(Fault& fault)
+{
+    if (fault.connection != nullptr)
+        sqlite3_exec(fault.connection, GiveLock, nullptr, nullptr, nullptr);
+    if (fault.link != nullptr)
+        Say(*fault.link, GiveLock);
+    if (fault.mayBeWritten && ReadService(fault.file))
+        WriteService(*fault.mayBeWritten);
+}
+
 void Faults::End(Fault& fault)
 {
+    if (fault.mayBeWritten)
+        Free(fault);
     if (fault.connection != nullptr)
         sqlite3_close(fault.connection);
     std::error_code ignored; // the file may be gone
@@ -91,7 +147,12 @@ void Faults::Lock(const std::filesystem::path& file)
     if (!std::filesystem::exists(file))
         throw std::runtime_error("there is no " + file.string());
     Fault fault{.file = file};
-    if (IsDatabase(file)) {
+    if (std::optional<ServerService> service = ReadService(file)) {
+        // Its wait for others is not cut short.
+        std::erase_if(service->settings, [](const auto& setting) { return setting.first == Options; });
+        fault.link = std::make_unique<ServerLink>(*service);
+        LockAgain(fault);
+    } else if (IsDatabase(file)) {
         if (sqlite3_open_v2(file.c_str(), &fault.connection, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
             sqlite3_close(fault.connection);
             throw std::runtime_error("cannot open " + file.string());
@@ -116,8 +177,12 @@ void Faults::MakeReadOnly(const std::filesystem::path& file)
     if (!std::filesystem::exists(file))
         throw std::runtime_error("there is no " + file.string());
     Fault fault{.file = file};
-    TakeRights(fault, file);
-    PassOverRights(false);
+    if ((fault.mayBeWritten = ReadService(file))) {
+        LockAgain(fault);
+    } else {
+        TakeRights(fault, file);
+        PassOverRights(false);
+    }
     faults.push_back(std::move(fault));
 }
 
@@ -136,10 +201,9 @@ Faults::Pause::Pause(Faults& pausedFaults) : faults(pausedFaults)
 {
     if (++faults.paused > 1)
         return;
-    for (const Fault& fault : faults.faults)
-        if (fault.connection != nullptr)
-            sqlite3_exec(fault.connection, GiveLock, nullptr, nullptr, nullptr);
     PassOverRights(true);
+    for (Fault& fault : faults.faults)
+        Free(fault);
 }
 
 Faults::Pause::~Pause()
@@ -147,10 +211,9 @@ Faults::Pause::~Pause()
     if (--faults.paused > 0)
         return;
     bool rights = false;
-    for (const Fault& fault : faults.faults) {
+    for (Fault& fault : faults.faults) {
         rights = rights || !fault.rights.empty();
-        if (fault.connection != nullptr)
-            sqlite3_exec(fault.connection, TakeLock, nullptr, nullptr, nullptr);
+        LockAgain(fault);
     }
     PassOverRights(!rights);
 }

@@ -1,15 +1,23 @@
 #pragma once
 
+#include "clientdb/store/ServerService.h"
+
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <vector>
 
 struct sqlite3;
 
+namespace quillmere {
+class ServerLink;
+}
+
 namespace quillmere::scenario {
 
 /// Files made unusable as another program or the file system would. A database is locked by an exclusive transaction of
-/// a second connection. Any other file loses its right to be written, and its folder too, since it is the folder that
+/// a second connection, and so are the tables of a shared folder, whose service says where it cannot be written that
+/// nobody may write. Any other file loses its right to be written, and its folder too, since it is the folder that
 /// lets a file be removed. While such a fault stands, a process of the system's administrator gives up the privilege
 /// that would let it pass over those rights, so that the faults work in a container as they do for any user.
 class Faults {
@@ -42,8 +50,12 @@ private:
     struct Fault {
         std::filesystem::path file;
         sqlite3* connection = nullptr;
+        std::unique_ptr<ServerLink> link;          ///< that holds the tables on a server
+        std::optional<ServerService> mayBeWritten; ///< as it was, where nobody may write on the server
         std::vector<std::pair<std::filesystem::path, std::filesystem::perms>> rights; ///< as they were
     };
+    static void LockAgain(Fault& fault);
+    static void Free(Fault& fault);
     static void TakeRights(Fault& fault, const std::filesystem::path& file);
     static void End(Fault& fault);
 

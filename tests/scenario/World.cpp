@@ -80,7 +80,9 @@ Places World::GetPlaces() const
     return {.program = WithoutEnd(program.string()),
             .root = WithoutEnd(root.string()),
             .client = WithoutEnd(ClientFolder().string()),
-            .server = server ? server->Socket().string() : std::string()};
+            .server = server ? server->Socket().string() : std::string(),
+            .mayNotWrite = test::OnServer() ? "The server lets you look, but not store anything"
+                                            : "attempt to write a readonly database"};
 }
 
 test::PrivateServer& World::Server()

@@ -74,7 +74,8 @@ private:
     std::vector<Given> given;
     Faults faults;
     std::optional<test::PrivateServer> server;
-    test::LentDatabases lent;
+    // Who holds a lock here never gives it up meanwhile, so nobody waits for it any longer than is sure to do.
+    test::LentDatabases lent{{{"options", "-c lock_timeout=50"}}};
 };
 
 /// Takes "CarC02:Figures" apart.
