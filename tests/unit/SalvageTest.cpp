@@ -38,6 +38,11 @@ using Records = std::map<std::int64_t, std::string>;
 
 class Salvaging : public StoreFixture {
 protected:
+    void SetUp() override
+    {
+        if (OnServer())
+            GTEST_SKIP() << "it is about the bytes of a file";
+    }
     Salvaging() : StoreFixture(QuickFolder()), target(folder / "salvaged"), emptyTemplate(folder / "empty")
     {
         CreateTables(emptyTemplate);
@@ -310,6 +315,11 @@ TEST_F(Salvaging, OfWhatIsNoDatabaseIsNothing)
 
 class DamagedDesk : public ProgramFixture {
 protected:
+    void SetUp() override
+    {
+        if (OnServer())
+            GTEST_SKIP() << "it is about the bytes of a file";
+    }
     void SpoilPage(std::size_t page)
     {
         std::string content = Content(Now().ClientDatabasePath());
