@@ -37,7 +37,7 @@ constexpr auto TotalBoxes = std::to_array<FormBox>({
 });
 
 constexpr auto LabelsAboveCars = std::to_array<Label>({
-    {{8, Weight::Bold}, At::Left, 9, 144, "Cars and car fuel"},
+    LabelAt({8, Weight::Bold}, 9, 144, "Cars and car fuel"),
     {{7.5, Weight::Italic},
      At::Indented,
      0,
@@ -51,61 +51,54 @@ constexpr auto Fuel = std::to_array<std::string_view>({"type of fuel or power"})
 constexpr auto Availability = std::to_array<std::string_view>({"from", "to"});
 
 constexpr auto CarLabels = std::to_array<Label>({
-    {{8}, At::Right, 74, 152.5, "Make and Model", 0, "FMakeModel"},
-    {{8}, At::Right, 74, 160, "Date first registered", 0, "FRegDate"},
-    {{8}, At::Right, 74, 165, "Approved CO   emissions figure for cars"},
-    {{8}, At::Left, 40, 166, "2"},
-    {{8}, At::Right, 62, 168.5, edition::form::CarsWithCO2Figure, 0, "FC02", Emissions},
-    {{8}, At::Right, 96, 171, "g/km"},
-    {{8}, At::Right, 155, 171, "g/km"},
-    {{7.5, Weight::Italic}, At::Right, 74, 168.5, "Tick"},
-    {{7.5, Weight::Italic}, At::Right, 74, 171.5, "box if the car does not have an approved CO   figure", 0, "FNoC02"},
-    {{7.5, Weight::Italic}, At::Left, 65, 172.5, "2"},
-    {{7, Weight::Italic}, At::Left, 106.5, 167, "See P11D Guide for"},
-    {{7, Weight::Italic}, At::Left, 106.5, 170.5, "details of cars that have"},
-    {{7, Weight::Italic}, At::Left, 106.5, 174, "no approved CO   figure"},
-    {{7, Weight::Italic}, At::Left, 124, 175, "2"},
-    {{7, Weight::Italic}, At::Left, 165.5, 167, "See P11D Guide for"},
-    {{7, Weight::Italic}, At::Left, 165.5, 170.5, "details of cars that have"},
-    {{7, Weight::Italic}, At::Left, 165.5, 174, "no approved CO   figure"},
-    {{7, Weight::Italic}, At::Left, 183, 175, "2"},
-    {{8}, At::Right, 74, 178, "Engine size", 0, "FEngine"},
-    {{8}, At::Right, 96, 178, "cc"},
-    {{8}, At::Right, 155, 178, "cc"},
-    {{8}, At::Right, 50, 182.5, "Type of fuel or power used"},
-    {{7.5, Weight::Italic}, At::Right, 74, 182.5, "Please use the"},
-    {{7.5, Weight::Italic}, At::Right, 74, 185.5, "key letter shown in the P11D Guide", 0, "FFuel", Fuel},
-    {{8}, At::Left, 12, 190.5, "Dates car was available", 0, "FDateFrom FDateTo", Availability},
-    {{7.5}, At::Right, 82, 190.5, "From", 0, {}, {}, Reads::Nothing},
+    LabelTo({8}, 74, 152.5, "Make and Model", "FMakeModel"),
+    LabelTo({8}, 74, 160, "Date first registered", "FRegDate"),
+    LabelTo({8}, 74, 165, "Approved CO   emissions figure for cars"),
+    LabelAt({8}, 40, 166, "2"),
+    LabelTo({8}, 62, 168.5, edition::form::CarsWithCO2Figure, "FC02", Emissions),
+    LabelTo({8}, 96, 171, "g/km"),
+    LabelTo({8}, 155, 171, "g/km"),
+    LabelTo({7.5, Weight::Italic}, 74, 168.5, "Tick"),
+    LabelTo({7.5, Weight::Italic}, 74, 171.5, "box if the car does not have an approved CO   figure", "FNoC02"),
+    LabelAt({7.5, Weight::Italic}, 65, 172.5, "2"),
+    LabelAt({7, Weight::Italic}, 106.5, 167, "See P11D Guide for"),
+    LabelAt({7, Weight::Italic}, 106.5, 170.5, "details of cars that have"),
+    LabelAt({7, Weight::Italic}, 106.5, 174, "no approved CO   figure"),
+    LabelAt({7, Weight::Italic}, 124, 175, "2"),
+    LabelAt({7, Weight::Italic}, 165.5, 167, "See P11D Guide for"),
+    LabelAt({7, Weight::Italic}, 165.5, 170.5, "details of cars that have"),
+    LabelAt({7, Weight::Italic}, 165.5, 174, "no approved CO   figure"),
+    LabelAt({7, Weight::Italic}, 183, 175, "2"),
+    LabelTo({8}, 74, 178, "Engine size", "FEngine"),
+    LabelTo({8}, 96, 178, "cc"),
+    LabelTo({8}, 155, 178, "cc"),
+    LabelTo({8}, 50, 182.5, "Type of fuel or power used"),
+    LabelTo({7.5, Weight::Italic}, 74, 182.5, "Please use the"),
+    LabelTo({7.5, Weight::Italic}, 74, 185.5, "key letter shown in the P11D Guide", "FFuel", Fuel),
+    LabelAt({8}, 12, 190.5, "Dates car was available", "FDateFrom FDateTo", Availability),
+    ReadAs(Reads::Nothing, LabelTo({7.5}, 82, 190.5, "From")),
     {{7.5}, At::Centre, 105, 190.5, "to", 109, {}, {}, Reads::Nothing},
-    {{7.5}, At::Right, 141, 190.5, "From", 0, {}, {}, Reads::Nothing},
+    ReadAs(Reads::Nothing, LabelTo({7.5}, 141, 190.5, "From")),
     {{7.5}, At::Centre, 164, 190.5, "to", 168, {}, {}, Reads::Nothing},
-    {{7.5, Weight::Italic}, At::Left, 50, 190.5, "Do not complete the"},
-    {{7.5, Weight::Italic}, At::Left, 12, 193.5, edition::form::CarFromBox},
-    {{7.5, Weight::Italic}, At::Left, 12, 196.5, edition::form::CarToBox},
-    {{7.5, Weight::Italic},
-     At::Left,
-     12,
-     199.5,
-     edition::form::CarStillAvailable,
-     0,
-     "FDateFrom FDateTo",
-     Availability},
-    {{8}, At::Left, 12, 203, "List price of car"},
-    {{7.5, Weight::Italic}, At::Run, 0, 0, " Including car and standard"},
-    {{7.5, Weight::Italic}, At::Left, 12, 206, "accessories only: if there is no list price, or if it is a"},
-    {{7.5, Weight::Italic}, At::Left, 12, 209, "classic car, employers see booklet 480", 0, "FListPrice"},
-    {{8}, At::Left, 12, 213, "Accessories "},
-    {{7.5, Weight::Italic}, At::Run, 0, 0, "All non-standard accessories,"},
-    {{7.5, Weight::Italic}, At::Left, 12, 216, "see P11D Guide", 0, "FAccessories"},
-    {{8}, At::Left, 12, 220.5, edition::form::CapitalContributions},
-    {{8}, At::Left, 12, 224, "the employee made towards the cost of"},
-    {{8}, At::Left, 12, 227.5, "car or accessories", 0, "FCaptContr"},
-    {{8}, At::Left, 12, 232.5, "Amount paid by employee for private use"},
-    {{8}, At::Left, 12, 236, "of the car", 0, "FPrivateUse"},
-    {{8}, At::Left, 12, 241, "Date free fuel was withdrawn", 0, "FDateWithdrawn"},
-    {{7.5, Weight::Italic}, At::Left, 12, 244, "Tick if reinstated in year (see P11D Guide)", 0, "FDateWithdrawnTick"},
-    {{8}, At::Left, 12, 249, "Cash equivalent of each car", 0, "FCashEqu"},
+    LabelAt({7.5, Weight::Italic}, 50, 190.5, "Do not complete the"),
+    LabelAt({7.5, Weight::Italic}, 12, 193.5, edition::form::CarFromBox),
+    LabelAt({7.5, Weight::Italic}, 12, 196.5, edition::form::CarToBox),
+    LabelAt({7.5, Weight::Italic}, 12, 199.5, edition::form::CarStillAvailable, "FDateFrom FDateTo", Availability),
+    LabelAt({8}, 12, 203, "List price of car"),
+    LabelOn({7.5, Weight::Italic}, " Including car and standard"),
+    LabelAt({7.5, Weight::Italic}, 12, 206, "accessories only: if there is no list price, or if it is a"),
+    LabelAt({7.5, Weight::Italic}, 12, 209, "classic car, employers see booklet 480", "FListPrice"),
+    LabelAt({8}, 12, 213, "Accessories "),
+    LabelOn({7.5, Weight::Italic}, "All non-standard accessories,"),
+    LabelAt({7.5, Weight::Italic}, 12, 216, "see P11D Guide", "FAccessories"),
+    LabelAt({8}, 12, 220.5, edition::form::CapitalContributions),
+    LabelAt({8}, 12, 224, "the employee made towards the cost of"),
+    LabelAt({8}, 12, 227.5, "car or accessories", "FCaptContr"),
+    LabelAt({8}, 12, 232.5, "Amount paid by employee for private use"),
+    LabelAt({8}, 12, 236, "of the car", "FPrivateUse"),
+    LabelAt({8}, 12, 241, "Date free fuel was withdrawn", "FDateWithdrawn"),
+    LabelAt({7.5, Weight::Italic}, 12, 244, "Tick if reinstated in year (see P11D Guide)", "FDateWithdrawnTick"),
+    LabelAt({8}, 12, 249, "Cash equivalent of each car", "FCashEqu"),
 });
 
 constexpr auto CarValues = std::to_array<FormValue>({
@@ -158,16 +151,16 @@ void DrawCarLabels(FormSheet& sheet, int firstCar, const CarSectionWords& words)
     const std::string first = Numbered("Car ", firstCar);
     const std::string second = Numbered("Car ", firstCar + 1);
     const auto heads = std::to_array<Label>({
-        {{8, Weight::Bold}, At::Left, 76, 147.5, first},
-        {{8, Weight::Bold}, At::Left, 76 + SecondCar, 147.5, second},
+        LabelAt({8, Weight::Bold}, 76, 147.5, first),
+        LabelAt({8, Weight::Bold}, 76 + SecondCar, 147.5, second),
     });
     const auto cars = std::to_array<FieldSuffix>({
         {std::to_string(firstCar), first},
         {std::to_string(firstCar + 1), second},
     });
-    const Label totalOfCars{{8, Weight::Bold}, At::Left, 12, 257, words.totalOfCars, 0, "FTotalCashCars"};
-    const Label fuelOfEachCar{{8}, At::Left, 12, 263, "Cash equivalent of fuel for each car", 0, "FFuelEqu"};
-    const Label totalOfFuel{{8, Weight::Bold}, At::Left, 12, 270, words.totalOfFuel, 0, "FTotalCashFuel"};
+    const Label totalOfCars = LabelAt({8, Weight::Bold}, 12, 257, words.totalOfCars, "FTotalCashCars");
+    const Label fuelOfEachCar = LabelAt({8}, 12, 263, "Cash equivalent of fuel for each car", "FFuelEqu");
+    const Label totalOfFuel = LabelAt({8, Weight::Bold}, 12, 270, words.totalOfFuel, "FTotalCashFuel");
     DrawLabels(sheet, LabelsAboveCars);
     DrawLabels(sheet, heads);
     DrawLabels(sheet, CarLabels, cars);

@@ -53,12 +53,7 @@ void DrawExtraCarSheet(PageLayer& page, const ExtraCarSheet& sheet, std::string_
     if (page.HasShading())
         DrawPanels(page, std::span(&CarPanel, 1), page.ColLight);
     page.vsFontName("Arial");
-    page.vsTextColor(page.ColBlack);
-    page.vsFont(9, true, true);
-    {
-        const BelongsTo element(page, Role::Paragraph);
-        page.vsTextRight(193, 1, nationalInsurance);
-    }
+    DrawNumberAtTop(page, nationalInsurance);
     DrawSectionMarks(form, std::span(&CarMark, 1));
     DrawCarBoxes(form);
     DrawCarLabels(form, sheet.firstCar,

@@ -2,8 +2,6 @@
 
 #include "frame/Text.h"
 
-#include <utility>
-
 namespace quillmere {
 
 namespace {
@@ -201,6 +199,14 @@ std::string FittingText(const PageLayer& page, std::string_view text, double roo
         fitting = Utf8(characters);
     } while (!characters.empty() && page.vsTextWidth(fitting) > room);
     return fitting;
+}
+
+void DrawNumberAtTop(PageLayer& page, std::string_view number)
+{
+    page.vsTextColor(page.ColBlack);
+    page.vsFont(9, true, true);
+    const BelongsTo element(page, Role::Paragraph);
+    page.vsTextRight(193, 1, number);
 }
 
 void DrawIdentifier(PageLayer& page, double y, std::string_view identifier)

@@ -68,33 +68,17 @@ void DrawBand(FormSheet& sheet, const Panel& band, std::span<const Label> words)
 // ---- the declaration side
 
 constexpr auto Headings = std::to_array<Label>({
-    {{11, Weight::Bold},
-     At::Left,
-     80,
-     9,
-     "Return of Class 1A National Insurance contributions due",
-     0,
-     {},
-     {},
-     Reads::Title},
-    {{11, Weight::Bold},
-     At::Left,
-     80,
-     14,
-     "Return of expenses and benefits - Employer declaration",
-     0,
-     {},
-     {},
-     Reads::Title},
-    {{17, Weight::Bold}, At::Left, 35, 7, "HM Revenue"},
-    {{17, Weight::Bold}, At::Left, 35, 14, "& Customs"},
-    {{8}, At::Left, 8, 21, "Employer PAYE"},
-    {{8}, At::Left, 8, 24, "reference", 0, "EmployerReference"},
-    {{8}, At::Left, 8, 30, "Accounts office"},
-    {{8}, At::Left, 8, 33, "reference", 0, "AccountsOffReference"},
+    ReadAs(Reads::Title, LabelAt({11, Weight::Bold}, 80, 9, "Return of Class 1A National Insurance contributions due")),
+    ReadAs(Reads::Title, LabelAt({11, Weight::Bold}, 80, 14, "Return of expenses and benefits - Employer declaration")),
+    LabelAt({17, Weight::Bold}, 35, 7, "HM Revenue"),
+    LabelAt({17, Weight::Bold}, 35, 14, "& Customs"),
+    LabelAt({8}, 8, 21, "Employer PAYE"),
+    LabelAt({8}, 8, 24, "reference", "EmployerReference"),
+    LabelAt({8}, 8, 30, "Accounts office"),
+    LabelAt({8}, 8, 33, "reference", "AccountsOffReference"),
 });
 
-constexpr Label YearEnded{{11, Weight::Bold}, At::Left, 142, 21, edition::form::DeclarationYear};
+constexpr Label YearEnded = LabelAt({11, Weight::Bold}, 142, 21, edition::form::DeclarationYear);
 
 /// One set of corner marks, for the employer's address; the other, for the return address, is the same further right.
 constexpr auto AddressCorners = std::to_array<FormLineRow>({
@@ -110,27 +94,19 @@ constexpr auto AddressCorners = std::to_array<FormLineRow>({
 constexpr double ReturnAddressCorners = 108;
 
 constexpr auto LinesToTopOfReturn = std::to_array<Label>({
-    {{9, Weight::BoldItalic},
-     At::Left,
-     8,
-     87,
-     "If this replaces a return that was issued automatically it may not show all of your details."},
-    {{9, Weight::Italic}, At::Left, 143.5, 87, " If this is so, please fill in the"},
+    LabelAt({9, Weight::BoldItalic}, 8, 87,
+            "If this replaces a return that was issued automatically it may not show all of your details."),
+    LabelAt({9, Weight::Italic}, 143.5, 87, " If this is so, please fill in the"),
 });
 
-constexpr Label TopOfReturn{
-    {9, Weight::Italic}, At::Left, 8, 91, "top of this return before you send it to your HM Revenue & Customs office."};
+constexpr Label TopOfReturn =
+    LabelAt({9, Weight::Italic}, 8, 91, "top of this return before you send it to your HM Revenue & Customs office.");
 
 constexpr auto LinesBelowAddresses = std::to_array<Label>({
-    {{9.5, Weight::Bold}, At::Left, 8, 95.5, "Please read the notes overleaf before completing this return."},
-    {{9.5}, At::Left, 8, 100, "Do not declare any amounts already reported under the Taxed Award Scheme arrangements."},
-    {{10, Weight::Bold},
-     At::Left,
-     104,
-     35,
-     "Please return this form to the address shown below",
-     0,
-     "ReturnAdd1 ReturnAdd2 ReturnAdd3 ReturnAdd4 ReturnAdd5 ReturnAdd6"},
+    LabelAt({9.5, Weight::Bold}, 8, 95.5, "Please read the notes overleaf before completing this return."),
+    LabelAt({9.5}, 8, 100, "Do not declare any amounts already reported under the Taxed Award Scheme arrangements."),
+    LabelAt({10, Weight::Bold}, 104, 35, "Please return this form to the address shown below",
+            "ReturnAdd1 ReturnAdd2 ReturnAdd3 ReturnAdd4 ReturnAdd5 ReturnAdd6"),
 });
 
 constexpr auto DarkPanels = std::to_array<Panel>({
@@ -171,76 +147,51 @@ constexpr auto Boxes = std::to_array<FormBox>({
 constexpr Panel SignatureBox{49, 229, 128, 241};
 constexpr Panel RateBand{158, 151.5, 190, 154};
 constexpr auto RateBandWords = std::to_array<Label>({
-    {BandFont, At::Left, 164, 154, "box A x rate in box B"},
+    LabelAt(BandFont, 164, 154, "box A x rate in box B"),
 });
 
 constexpr auto Section1Labels = std::to_array<Label>({
-    {{10, Weight::Bold}, At::Left, 15, 110.5, "Class 1A National Insurance contributions (NICs) due"},
-    {{8},
-     At::Left,
-     15,
-     118.5,
-     "Enter the total benefits liable to Class 1A NICs from forms P11D.  (This is the total of"},
-    {{8}, At::Left, 15, 122.5, "the Class 1A NICs boxes on forms P11D.  There is a quick guide on page 5 of CWG5"},
-    {{8}, At::Left, 15, 126.5, "if you are not sure.)", 0, "Section1ABox"},
-    {{8, Weight::Bold}, At::Left, 24, 133.5, "If you need to adjust the figures entered in box A, do not complete"},
-    {{8, Weight::Bold},
-     At::Left,
-     24,
-     137.5,
-     "box C below, tick this box and complete Section 4 overleaf.",
-     0,
-     "Section1Tick"},
-    {{8}, At::Left, 15, 147.5, "Multiply by Class 1A NICs rate", 0, "Section1Rate"},
-    {{8, Weight::Bold}, At::Left, 15, 158, "Class 1A NICs payable", 0, "Section1CBox"},
+    LabelAt({10, Weight::Bold}, 15, 110.5, "Class 1A National Insurance contributions (NICs) due"),
+    LabelAt({8}, 15, 118.5, "Enter the total benefits liable to Class 1A NICs from forms P11D.  (This is the total of"),
+    LabelAt({8}, 15, 122.5, "the Class 1A NICs boxes on forms P11D.  There is a quick guide on page 5 of CWG5"),
+    LabelAt({8}, 15, 126.5, "if you are not sure.)", "Section1ABox"),
+    LabelAt({8, Weight::Bold}, 24, 133.5, "If you need to adjust the figures entered in box A, do not complete"),
+    LabelAt({8, Weight::Bold}, 24, 137.5, "box C below, tick this box and complete Section 4 overleaf.",
+            "Section1Tick"),
+    LabelAt({8}, 15, 147.5, "Multiply by Class 1A NICs rate", "Section1Rate"),
+    LabelAt({8, Weight::Bold}, 15, 158, "Class 1A NICs payable", "Section1CBox"),
 });
 
 constexpr auto Section2Labels = std::to_array<Label>({
-    {{8, Weight::Italic}, At::Left, 11, 175, "Tick the relevant box and fill in the appropriate details"},
-    {{8},
-     At::Left,
-     18.5,
-     182,
-     "No expenses payments or benefits of the type to be returned on forms P11D have been or will be provided for the"},
-    {{8}, At::Left, 18.5, 186, edition::form::DeclarationNoForms, 0, "Section2Tick1"},
-    {{8},
-     At::Left,
-     18.5,
-     191,
-     "I confirm that all details of expenses payments and benefits that have to be returned on forms P11D for the year "
-     "ended"},
-    {{8}, At::Left, 18.5, 195, edition::LongYearEnd},
-    {{8, Weight::Bold}, At::Left, 35.5, 195, "are enclosed"},
-    {{8},
-     At::Left,
-     54,
-     195,
-     "with this declaration.  I declare that the details on these forms are fully and truly stated to the best"},
-    {{8}, At::Left, 18.5, 199, "of my knowledge and belief.", 0, "Section2Tick2"},
-    {{8}, At::Left, 18.5, 204, "Forms P11D for the year ended"},
-    {{8}, At::Left, 18.5, 208, edition::form::DeclarationSent, 0, "Section2Tick3 SentToBox"},
-    {{8}, At::Left, 115, 204, "HM Revenue"},
-    {{8}, At::Left, 115, 208, "& Customs office on", 0, "SentToDate"},
-    {{8},
-     At::Left,
-     11,
-     216.5,
-     "I confirm that details of expenses payments and benefits that have to be returned on forms P11D have been sent "
-     "to"},
-    {{8}, At::Left, 11, 220.5, "HM Revenue & Customs."},
-    {{8, Weight::Bold},
-     At::Left,
-     11,
-     225.5,
-     "I declare that all the details on this form are fully and truly stated to the best of my knowledge and belief."},
-    {{8, Weight::Bold}, At::Left, 11, 240.5, "Signature of employer"},
-    {{8, Weight::Bold}, At::Left, 135, 240.5, "Date"},
-    {{8, Weight::Italic},
-     At::Left,
-     11,
-     248.5,
-     "The declaration should be signed by the employer or any person authorised to do so."},
-    {{8, Weight::Bold}, At::Left, 11, 254, "Capacity in which signed"},
+    LabelAt({8, Weight::Italic}, 11, 175, "Tick the relevant box and fill in the appropriate details"),
+    LabelAt({8}, 18.5, 182,
+            "No expenses payments or benefits of the type to be returned on forms P11D have been or will be provided "
+            "for the"),
+    LabelAt({8}, 18.5, 186, edition::form::DeclarationNoForms, "Section2Tick1"),
+    LabelAt({8}, 18.5, 191,
+            "I confirm that all details of expenses payments and benefits that have to be returned on forms P11D for "
+            "the year ended"),
+    LabelAt({8}, 18.5, 195, edition::LongYearEnd),
+    LabelAt({8, Weight::Bold}, 35.5, 195, "are enclosed"),
+    LabelAt({8}, 54, 195,
+            "with this declaration.  I declare that the details on these forms are fully and truly stated to the best"),
+    LabelAt({8}, 18.5, 199, "of my knowledge and belief.", "Section2Tick2"),
+    LabelAt({8}, 18.5, 204, "Forms P11D for the year ended"),
+    LabelAt({8}, 18.5, 208, edition::form::DeclarationSent, "Section2Tick3 SentToBox"),
+    LabelAt({8}, 115, 204, "HM Revenue"),
+    LabelAt({8}, 115, 208, "& Customs office on", "SentToDate"),
+    LabelAt({8}, 11, 216.5,
+            "I confirm that details of expenses payments and benefits that have to be returned on forms P11D have been "
+            "sent to"),
+    LabelAt({8}, 11, 220.5, "HM Revenue & Customs."),
+    LabelAt({8, Weight::Bold}, 11, 225.5,
+            "I declare that all the details on this form are fully and truly stated to the best of my knowledge and "
+            "belief."),
+    LabelAt({8, Weight::Bold}, 11, 240.5, "Signature of employer"),
+    LabelAt({8, Weight::Bold}, 135, 240.5, "Date"),
+    LabelAt({8, Weight::Italic}, 11, 248.5,
+            "The declaration should be signed by the employer or any person authorised to do so."),
+    LabelAt({8, Weight::Bold}, 11, 254, "Capacity in which signed"),
 });
 
 constexpr auto Values = std::to_array<FormValue>({
@@ -328,142 +279,99 @@ constexpr auto Section4Boxes = std::to_array<FormBox>({
 
 constexpr Panel TotalBand{156.5, 223, 189, 225.5};
 constexpr auto TotalBandWords = std::to_array<Label>({
-    {BandFont, At::Left, 158, 225, "box A + box B"},
-    {{7, Weight::Italic}, At::Left, 174, 225, "minus"},
-    {BandFont, At::Left, 181, 225, "box C"},
+    LabelAt(BandFont, 158, 225, "box A + box B"),
+    LabelAt({7, Weight::Italic}, 174, 225, "minus"),
+    LabelAt(BandFont, 181, 225, "box C"),
 });
 constexpr Panel PayableBand{156.5, 260, 189, 262.5};
 constexpr auto PayableBandWords = std::to_array<Label>({
-    {BandFont, At::Left, 162, 262, "box D x rate in box E"},
+    LabelAt(BandFont, 162, 262, "box D x rate in box E"),
 });
 
 constexpr auto NotesToWebAddress = std::to_array<Label>({
-    {{11, Weight::Bold}, At::Left, 15, 4, "Notes for employer"},
-    {{9},
-     At::Left,
-     11.5,
-     15,
-     "You should give each employee or director a copy of their P11D information and send the completed forms P11D"},
-    {{9}, At::Left, 11.5, 19, "and P11D(b) to your HM Revenue & Customs office by "},
-    {{9, Weight::Bold}, At::Left, 90, 19, edition::form::NotesReturnDay},
-    {{9},
-     At::Left,
-     11.5,
-     23,
-     "Pay Class 1A NICs shown on the return to the accounts office.  Details on how to pay can be found on our "
-     "website, go to"},
+    LabelAt({11, Weight::Bold}, 15, 4, "Notes for employer"),
+    LabelAt(
+        {9}, 11.5, 15,
+        "You should give each employee or director a copy of their P11D information and send the completed forms P11D"),
+    LabelAt({9}, 11.5, 19, "and P11D(b) to your HM Revenue & Customs office by "),
+    LabelAt({9, Weight::Bold}, 90, 19, edition::form::NotesReturnDay),
+    LabelAt({9}, 11.5, 23,
+            "Pay Class 1A NICs shown on the return to the accounts office.  Details on how to pay can be found on our "
+            "website, go to"),
 });
 
 constexpr Colour Navy{0, 0, 128};
-constexpr Label WebAddress{{9, Weight::Bold}, At::Left, 11.5, 26.2, edition::Class1APaymentPage};
+constexpr Label WebAddress = LabelAt({9, Weight::Bold}, 11.5, 26.2, edition::Class1APaymentPage);
 
 constexpr auto NotesToGuide = std::to_array<Label>({
-    {{9}, At::Left, 83.5, 26, "You should pay by:"},
-    {{9, Weight::Bold}, At::Left, 14, 31, edition::form::NotesPostDay},
-    {{9}, At::Left, 26, 31, "if the payment is by post or cash, "},
-    {{9}, At::Left, 73, 31, "or"},
-    {{9, Weight::Bold}, At::Left, 14, 35, edition::ElectronicPaymentDueDay},
-    {{9}, At::Left, 26, 35, "if the payment is by an approved electronic method."},
-    {{9}, At::Left, 11.5, 40, "Where "},
-    {{9, Weight::Bold}, At::Left, 22, 40, edition::form::NotesElectronicDayWeekend},
-    {{9},
-     At::Left,
-     34,
-     40,
-     "falls on a weekend or bank holiday, your payment should reach our bank account no later than the last"},
-    {{9}, At::Left, 11.5, 44, "bank working day before "},
-    {{9, Weight::Bold}, At::Left, 47, 44, edition::form::NotesElectronicDayBefore},
-    {{9}, At::Left, 60, 44, edition::form::NotesLate},
-    {{9},
-     At::Left,
-     11.5,
-     48,
-     "penalties may be charged.  You may also be penalised or prosecuted if you make false statements."},
-    {{9, Weight::Bold},
-     At::Left,
-     11.5,
-     55,
-     "Please note if you have already indicated on your form P35 that forms P11D and P11D(b) are not due, there"},
-    {{9, Weight::Bold}, At::Left, 11.5, 59, "is no need to send this return. "},
-    {{9, Weight::Bold}, At::Left, 11.5, 66.5, "Class 1A National Insurance contributions (NICs) due"},
-    {{9},
-     At::Left,
-     11.5,
-     70.5,
-     "Employers pay Class 1A NICs on benefits which have to be returned on forms P11D except where Class 1 NICs or"},
-    {{9},
-     At::Left,
-     11.5,
-     74.5,
-     "Class 1B NICs are due.  To help you identify the benefits where Class 1A NICs are due, the boxes on the form "
-     "P11D"},
-    {{9},
-     At::Left,
-     11.5,
-     78.5,
-     "are marked 1A.  Before completing the forms P11D and this return, read the P11D(Guide) and booklet"},
+    LabelAt({9}, 83.5, 26, "You should pay by:"),
+    LabelAt({9, Weight::Bold}, 14, 31, edition::form::NotesPostDay),
+    LabelAt({9}, 26, 31, "if the payment is by post or cash, "),
+    LabelAt({9}, 73, 31, "or"),
+    LabelAt({9, Weight::Bold}, 14, 35, edition::ElectronicPaymentDueDay),
+    LabelAt({9}, 26, 35, "if the payment is by an approved electronic method."),
+    LabelAt({9}, 11.5, 40, "Where "),
+    LabelAt({9, Weight::Bold}, 22, 40, edition::form::NotesElectronicDayWeekend),
+    LabelAt({9}, 34, 40,
+            "falls on a weekend or bank holiday, your payment should reach our bank account no later than the last"),
+    LabelAt({9}, 11.5, 44, "bank working day before "),
+    LabelAt({9, Weight::Bold}, 47, 44, edition::form::NotesElectronicDayBefore),
+    LabelAt({9}, 60, 44, edition::form::NotesLate),
+    LabelAt({9}, 11.5, 48,
+            "penalties may be charged.  You may also be penalised or prosecuted if you make false statements."),
+    LabelAt(
+        {9, Weight::Bold}, 11.5, 55,
+        "Please note if you have already indicated on your form P35 that forms P11D and P11D(b) are not due, there"),
+    LabelAt({9, Weight::Bold}, 11.5, 59, "is no need to send this return. "),
+    LabelAt({9, Weight::Bold}, 11.5, 66.5, "Class 1A National Insurance contributions (NICs) due"),
+    LabelAt(
+        {9}, 11.5, 70.5,
+        "Employers pay Class 1A NICs on benefits which have to be returned on forms P11D except where Class 1 NICs or"),
+    LabelAt({9}, 11.5, 74.5,
+            "Class 1B NICs are due.  To help you identify the benefits where Class 1A NICs are due, the boxes on the "
+            "form P11D"),
+    LabelAt({9}, 11.5, 78.5,
+            "are marked 1A.  Before completing the forms P11D and this return, read the P11D(Guide) and booklet"),
 });
 
 constexpr auto NotesToReferences = std::to_array<Label>({
-    {{9, Weight::Italic},
-     At::Left,
-     31,
-     82.5,
-     "Class 1A National Insurance contributions on benefits in kind.  A guide for employers."},
-    {{9, Weight::Bold}, At::Left, 11.5, 88, "Forms P11D"},
-    {{9},
-     At::Left,
-     11.5,
-     92,
-     "As an employer you must complete a return of expenses payments and benefits, form P11D, for each employee paid"},
-    {{9}, At::Left, 11.5, 96, edition::form::NotesWhoReturns},
-    {{9},
-     At::Left,
-     14,
-     102,
-     "you have provided them with expenses or benefits which are not covered by a dispensation or"},
-    {{9}, At::Left, 14, 105.5, "PAYE Settlement Agreement"},
-    {{9}, At::Left, 14, 110.5, "you have arranged for expenses or benefits to be provided by a third party."},
-    {{9},
-     At::Left,
-     11.5,
-     115,
-     "Send this declaration with the completed forms P11D to your HM Revenue & Customs office.  If you choose to send"},
-    {{9}, At::Left, 11.5, 119, "the forms P11D in batches, send the declaration with the final batch."},
+    LabelAt({9, Weight::Italic}, 31, 82.5,
+            "Class 1A National Insurance contributions on benefits in kind.  A guide for employers."),
+    LabelAt({9, Weight::Bold}, 11.5, 88, "Forms P11D"),
+    LabelAt({9}, 11.5, 92,
+            "As an employer you must complete a return of expenses payments and benefits, form P11D, for each employee "
+            "paid"),
+    LabelAt({9}, 11.5, 96, edition::form::NotesWhoReturns),
+    LabelAt({9}, 14, 102,
+            "you have provided them with expenses or benefits which are not covered by a dispensation or"),
+    LabelAt({9}, 14, 105.5, "PAYE Settlement Agreement"),
+    LabelAt({9}, 14, 110.5, "you have arranged for expenses or benefits to be provided by a third party."),
+    LabelAt({9}, 11.5, 115,
+            "Send this declaration with the completed forms P11D to your HM Revenue & Customs office.  If you choose "
+            "to send"),
+    LabelAt({9}, 11.5, 119, "the forms P11D in batches, send the declaration with the final batch."),
 });
 
 constexpr auto NotesToEnd = std::to_array<Label>({
-    {{9}, At::Left, 11.5, 130, "of expenses payments and benefits by magnetic media to Shipley Data Centre."},
-    {{10, Weight::Bold}, At::Left, 15, 143, "Adjustments to Class 1A NICs"},
-    {{9, Weight::Bold},
-     At::Left,
-     11.5,
-     153,
-     "Complete this section if you need to adjust the total benefits shown as liable to Class 1A NICs."},
-    {{9},
-     At::Left,
-     11.5,
-     158,
-     "Paragraph 18 of CWG5 explains circumstances in which you may need to make adjustments."},
-    {{9},
-     At::Left,
-     19,
-     170,
-     "Enter the total benefits liable to Class 1A NICs from Section 1, box A overleaf",
-     0,
-     "Section4ABox"},
-    {{8}, At::Left, 16.5, 180, "Using the two boxes below enter any adjustment to the figures in box A"},
-    {{8}, At::Left, 24, 188, "Add any amounts not included in box A on which Class 1A NICs are due"},
-    {{8}, At::Left, 154.5, 188, "Amount to be added", 0, "Section4BBox"},
-    {{8}, At::Left, 24, 193, "Brief description", 0, "Section4BDesc"},
-    {{8}, At::Left, 24, 208, "Deduct any amounts included in box A on which Class 1A NICs are"},
-    {{8, Weight::Bold}, At::Left, 111.5, 208, "not"},
-    {{8}, At::Left, 117.5, 208, "due"},
-    {{8}, At::Left, 154, 208, "Amount to be deducted", 0, "Section4CBox"},
-    {{8}, At::Left, 24, 213, "Brief description", 0, "Section4CDesc"},
-    {{8, Weight::Bold}, At::Left, 19, 229, "Total of benefits on which Class 1A NICs are due", 0, "Section4DBox"},
-    {{8}, At::Left, 19, 246, "Multiply by Class 1A NICs rate", 0, "Section4Rate"},
-    {{8, Weight::Bold}, At::Left, 19, 267, "Class 1A NICs payable", 0, "Section4FBox"},
+    LabelAt({9}, 11.5, 130, "of expenses payments and benefits by magnetic media to Shipley Data Centre."),
+    LabelAt({10, Weight::Bold}, 15, 143, "Adjustments to Class 1A NICs"),
+    LabelAt({9, Weight::Bold}, 11.5, 153,
+            "Complete this section if you need to adjust the total benefits shown as liable to Class 1A NICs."),
+    LabelAt({9}, 11.5, 158, "Paragraph 18 of CWG5 explains circumstances in which you may need to make adjustments."),
+    LabelAt({9}, 19, 170, "Enter the total benefits liable to Class 1A NICs from Section 1, box A overleaf",
+            "Section4ABox"),
+    LabelAt({8}, 16.5, 180, "Using the two boxes below enter any adjustment to the figures in box A"),
+    LabelAt({8}, 24, 188, "Add any amounts not included in box A on which Class 1A NICs are due"),
+    LabelAt({8}, 154.5, 188, "Amount to be added", "Section4BBox"),
+    LabelAt({8}, 24, 193, "Brief description", "Section4BDesc"),
+    LabelAt({8}, 24, 208, "Deduct any amounts included in box A on which Class 1A NICs are"),
+    LabelAt({8, Weight::Bold}, 111.5, 208, "not"),
+    LabelAt({8}, 117.5, 208, "due"),
+    LabelAt({8}, 154, 208, "Amount to be deducted", "Section4CBox"),
+    LabelAt({8}, 24, 213, "Brief description", "Section4CDesc"),
+    LabelAt({8, Weight::Bold}, 19, 229, "Total of benefits on which Class 1A NICs are due", "Section4DBox"),
+    LabelAt({8}, 19, 246, "Multiply by Class 1A NICs rate", "Section4Rate"),
+    LabelAt({8, Weight::Bold}, 19, 267, "Class 1A NICs payable", "Section4FBox"),
 });
 
 struct Bullet {
@@ -511,19 +419,12 @@ void PrintP11DBDeclaration(PageLayer& page, DeclarationVariant variant, const Fi
     page.vsTriangle(page.ColBlack, 118, 37, 122, 37, 120, 39);
     page.vsTriangle(page.ColBlack, 176, 37, 180, 37, 178, 39);
 
-    DrawLabel(sheet, {{8, row.addressLabel},
-                      At::Left,
-                      8,
-                      40.5,
-                      "Employer name and address",
-                      0,
-                      "EmployerAdd1 EmployerAdd2 EmployerAdd3 EmployerAdd4 EmployerAdd5 EmployerAdd6"});
+    DrawLabel(sheet, LabelAt({8, row.addressLabel}, 8, 40.5, "Employer name and address",
+                             "EmployerAdd1 EmployerAdd2 EmployerAdd3 EmployerAdd4 EmployerAdd5 EmployerAdd6"));
     DrawLabels(sheet, LinesToTopOfReturn);
     DrawLabel(sheet, TopOfReturn);
-    Label again = TopOfReturn;
-    again.reads = Reads::Nothing;
     for (int line = 1; line < row.topOfReturnLines; ++line)
-        DrawLabel(sheet, again);
+        DrawLabel(sheet, ReadAs(Reads::Nothing, TopOfReturn));
     DrawLabels(sheet, LinesBelowAddresses);
 
     if (page.HasShading()) {
@@ -538,7 +439,7 @@ void PrintP11DBDeclaration(PageLayer& page, DeclarationVariant variant, const Fi
     DrawBand(sheet, RateBand, RateBandWords);
     page.vsFillBox(page.ColBlack, page.ColWhite, 0, SignatureBox.x1, SignatureBox.y1, SignatureBox.x2, SignatureBox.y2);
     DrawLabels(sheet, Section1Labels);
-    DrawLabel(sheet, {{10, Weight::Bold}, At::Left, 15, 167, row.heading});
+    DrawLabel(sheet, LabelAt({10, Weight::Bold}, 15, 167, row.heading));
     DrawLabels(sheet, Section2Labels);
 
     page.EndFixedPart();
@@ -576,9 +477,9 @@ void PrintP11DBNotes(PageLayer& page, DeclarationVariant variant, const FieldRea
     page.vsTextColor(Navy);
     DrawLabel(sheet, WebAddress);
     DrawLabels(sheet, NotesToGuide);
-    DrawLabel(sheet, {{9}, At::Left, 11.5, 82.5, row.guide});
+    DrawLabel(sheet, LabelAt({9}, 11.5, 82.5, row.guide));
     DrawLabels(sheet, NotesToReferences);
-    DrawLabel(sheet, {{9}, At::Left, 11.5, 126, row.references});
+    DrawLabel(sheet, LabelAt({9}, 11.5, 126, row.references));
     DrawLabels(sheet, NotesToEnd);
     for (const Bullet& bullet : Bullets)
         page.vsCircle(BulletColour, bullet.x, bullet.y, BulletRadius);

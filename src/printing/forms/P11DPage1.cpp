@@ -20,9 +20,9 @@ constexpr auto Panels = std::to_array<Panel>({
 });
 
 constexpr auto Headings = std::to_array<Label>({
-    {{13, Weight::BoldItalic}, At::Right, 193, 7, edition::form::P11DHeading, 0, {}, {}, Reads::Title},
-    {{14, Weight::Bold}, At::Left, 14, 7, "HM Revenue"},
-    {{14, Weight::Bold}, At::Left, 14, 12, "& Customs"},
+    ReadAs(Reads::Title, LabelTo({13, Weight::BoldItalic}, 193, 7, edition::form::P11DHeading)),
+    LabelAt({14, Weight::Bold}, 14, 7, "HM Revenue"),
+    LabelAt({14, Weight::Bold}, 14, 12, "& Customs"),
 });
 
 constexpr auto Sections = std::to_array<SectionMark>({
@@ -35,29 +35,25 @@ constexpr auto Sections = std::to_array<SectionMark>({
     {"1A", 153, 68.5}, // the legend of the indicator
 });
 
-constexpr auto Boxes = std::to_array<FormBox>({
-    {PrintedKind::Entry, 2, 22.5, 80},      // employer name
-    {PrintedKind::Entry, 2, 33.5, 80},      // employer PAYE reference
-    {PrintedKind::Entry, 2, 44, 80},        // surname
-    {PrintedKind::Entry, 2, 49.25, 80},     // first names
-    {PrintedKind::Entry, 119, 50, 125},     // director
-    {PrintedKind::Entry, 2, 59.5, 55},      // works number
-    {PrintedKind::Entry, 80, 59.5, 125},    // National Insurance number
-    {PrintedKind::Entry, 189.5, 59.5, 195}, // gender
-    {PrintedKind::Entry, 151, 50, 195},     // date of birth
-    {PrintedKind::Entry, 42, 81, 103},      // A
-    {PrintedKind::Pound, 105, 81},
-    {PrintedKind::Pound, 133, 81},
-    {PrintedKind::Number1A, 161, 81, 0, "  13"},
-    {PrintedKind::Entry, 42, 92, 159}, // B
-    {PrintedKind::Number, 161, 92, 0, "  15"},
-    {PrintedKind::Number, 161, 98, 0, "  15"},
-    {PrintedKind::Pound, 105, 111}, // C
-    {PrintedKind::Pound, 133, 111},
-    {PrintedKind::Number, 161, 111, 0, "  12"},
-    {PrintedKind::Number1A, 161, 122, 0, "  14"}, // D
-    {PrintedKind::Number, 161, 135, 0, "  12"},   // E
-});
+constexpr auto Boxes = RowList{
+    FormBox{PrintedKind::Entry, 2, 22.5, 80},      // employer name
+    FormBox{PrintedKind::Entry, 2, 33.5, 80},      // employer PAYE reference
+    FormBox{PrintedKind::Entry, 2, 44, 80},        // surname
+    FormBox{PrintedKind::Entry, 2, 49.25, 80},     // first names
+    FormBox{PrintedKind::Entry, 119, 50, 125},     // director
+    FormBox{PrintedKind::Entry, 2, 59.5, 55},      // works number
+    FormBox{PrintedKind::Entry, 80, 59.5, 125},    // National Insurance number
+    FormBox{PrintedKind::Entry, 189.5, 59.5, 195}, // gender
+    FormBox{PrintedKind::Entry, 151, 50, 195},     // date of birth
+    FormBox{PrintedKind::Entry, 42, 81, 103},      // A
+    ThreeBoxes(81, PrintedKind::Number1A, "  13"),
+    FormBox{PrintedKind::Entry, 42, 92, 159}, // B
+    FormBox{PrintedKind::Number, 161, 92, 0, "  15"},
+    FormBox{PrintedKind::Number, 161, 98, 0, "  15"},
+    ThreeBoxes(111, PrintedKind::Number, "  12"),        // C
+    FormBox{PrintedKind::Number1A, 161, 122, 0, "  14"}, // D
+    FormBox{PrintedKind::Number, 161, 135, 0, "  12"},   // E
+};
 
 /// What parts the cells of the National Insurance number and of the date of birth.
 constexpr auto CellLines = std::to_array<FormLineRow>({
@@ -85,109 +81,76 @@ constexpr auto PaymentColumns = std::to_array<std::string_view>({{}, "amount"});
 constexpr auto VoucherColumns =
     std::to_array<std::string_view>({"Gross amount", "Amount made good or from which tax deducted", "Cash equivalent"});
 
-constexpr auto Labels = std::to_array<Label>({
-    {{8, Weight::Bold}, At::Left, 103, 13, "Note to employer"},
-    {{7.5}, At::Left, 103, 16.5, "Complete this return for a director, or an employee who earned at a"},
-    {{7.5}, At::Left, 103, 20, edition::form::P11DWhoReturns},
-    {{7.5}, At::Left, 103, 23.5, edition::form::P11DWhenReturned},
-    {{8, Weight::Bold}, At::Left, 103, 30.5, "Note to employee"},
-    {{7.5}, At::Left, 103, 34, "Your employer has filled in this form, keep it in a safe place.  You will"},
-    {{7.5}, At::Left, 103, 37.5, edition::form::P11DTaxReturn},
-    {{7.5}, At::Left, 103, 41, "numberings on this P11D are the same as on the Employment Page of"},
-    {{7.5}, At::Left, 103, 44.5, "the tax return for example, boxes 13."},
-    {{9, Weight::Bold}, At::Left, 2, 16.5, "Please ensure your entries are clear on both sides of the form."},
-    {{8}, At::Left, 2, 21, "Employer name", 0, "EmployerName"},
-    {{8}, At::Left, 2, 43, "Employee name", 0, "Surname FirstName", EmployeeNames},
-    {{8}, At::Left, 150.5, 49, "Date of birth"},
-    {{8, Weight::Italic}, At::Left, 167.5, 49, "in figures (if known)", 0, "DOB"},
-    {{8}, At::Left, 150, 64, "Gender"},
-    {{8, Weight::Bold}, At::Left, 161, 64, "M - Male F - Female", 0, "SexTick"},
-    {{8}, At::Left, 2, 32.5, "Employer PAYE reference", 0, "PAYEBox"},
-    {{8}, At::Left, 2, 58, "Works number/department", 0, "WorkNumberBox"},
-    {{8}, At::Left, 80, 58, "National Insurance number", 0, "NatIns"},
-    {{7.5}, At::Left, 90, 54, "If a director tick here", 0, "DirectorTick"},
-    {{8},
-     At::Right,
-     152,
-     72,
-     "Employers pay Class 1A National Insurance contributions on most benefits. These are shown in boxes which have a"},
-    {{8}, At::Left, 159, 72, "indicator"},
-    {{8, Weight::Bold}, At::Left, 9, 79.5, "Assets transferred (cars, property, goods or other assets)"},
-    {{7}, At::Left, 105, 80, "Cost/Market value"},
-    {{7}, At::Left, 133, 77, "Amount made good or"},
-    {{7}, At::Left, 133, 80, "from which tax deducted"},
-    {{7}, At::Left, 161, 80, "Cash equivalent"},
-    {{8},
-     At::Left,
-     9,
-     85,
-     "Description of asset",
-     0,
-     "ADescriptionAsset ACostMarketBox AAmountGood ACashEqu",
-     AssetColumns},
-    {{8}, At::Left, 129.5, 85, "-"},
-    {{8}, At::Left, 157, 85, "="},
-    {{8, Weight::Bold}, At::Left, 9, 91, "Payments made on behalf of employee"},
-    {{8}, At::Left, 9, 96, "Description of payment", 0, "BDescriptionPayment B2", PaymentColumns},
-    {{8},
-     At::Left,
-     9,
-     102,
-     "Tax on notional payments not borne by employee within 90 days of receipt of each notional payment",
-     0,
-     "BNotTax"},
-    {{8, Weight::Bold}, At::Left, 9, 108, "Vouchers and credit cards"},
-    {{7}, At::Left, 105, 110, "Gross amount"},
-    {{7}, At::Left, 133, 107, "Amount made good or"},
-    {{7}, At::Left, 133, 110, "from which tax deducted"},
-    {{7}, At::Left, 161, 110, "Cash equivalent"},
-    {{8}, At::Left, 10, 113, "Value of vouchers and payments made using credit cards or tokens"},
-    {{8}, At::Left, 10, 116, edition::form::ChildcareVouchers, 0, "CGrossAmount CAmountGood CCashEqu", VoucherColumns},
-    {{8}, At::Left, 129.5, 115, "-"},
-    {{8}, At::Left, 157, 115, "="},
-    {{8, Weight::Bold}, At::Left, 9, 120.5, "Living accommodation"},
-    {{7}, At::Left, 161, 121, "Cash equivalent"},
-    {{8},
-     At::Left,
-     9,
-     126,
-     "Cash equivalent of accommodation provided for employee, or his/her family or household",
-     0,
-     "DCashEqu"},
-    {{8, Weight::Bold}, At::Left, 9, 132, "Mileage allowance and passenger payments"},
-    {{7}, At::Left, 161, 134, "Taxable amount"},
-    {{8},
-     At::Left,
-     9,
-     136.5,
-     "Amount of car and mileage allowances paid to employee for business travel in employee's own vehicle, and"},
-    {{8}, At::Left, 9, 140, "passenger payments, in excess of maximum exempt amounts"},
-    {{8, Weight::Italic}, At::Indented, 0, 0, edition::form::ExemptRates, 0, "ETaxAmount"},
-});
+constexpr auto Labels = RowList{
+    LabelAt({8, Weight::Bold}, 103, 13, "Note to employer"),
+    LabelAt({7.5}, 103, 16.5, "Complete this return for a director, or an employee who earned at a"),
+    LabelAt({7.5}, 103, 20, edition::form::P11DWhoReturns),
+    LabelAt({7.5}, 103, 23.5, edition::form::P11DWhenReturned),
+    LabelAt({8, Weight::Bold}, 103, 30.5, "Note to employee"),
+    LabelAt({7.5}, 103, 34, "Your employer has filled in this form, keep it in a safe place.  You will"),
+    LabelAt({7.5}, 103, 37.5, edition::form::P11DTaxReturn),
+    LabelAt({7.5}, 103, 41, "numberings on this P11D are the same as on the Employment Page of"),
+    LabelAt({7.5}, 103, 44.5, "the tax return for example, boxes 13."),
+    LabelAt({9, Weight::Bold}, 2, 16.5, "Please ensure your entries are clear on both sides of the form."),
+    LabelAt({8}, 2, 21, "Employer name", "EmployerName"),
+    LabelAt({8}, 2, 43, "Employee name", "Surname FirstName", EmployeeNames),
+    LabelAt({8}, 150.5, 49, "Date of birth"),
+    LabelAt({8, Weight::Italic}, 167.5, 49, "in figures (if known)", "DOB"),
+    LabelAt({8}, 150, 64, "Gender"),
+    LabelAt({8, Weight::Bold}, 161, 64, "M - Male F - Female", "SexTick"),
+    LabelAt({8}, 2, 32.5, "Employer PAYE reference", "PAYEBox"),
+    LabelAt({8}, 2, 58, "Works number/department", "WorkNumberBox"),
+    LabelAt({8}, 80, 58, "National Insurance number", "NatIns"),
+    LabelAt({7.5}, 90, 54, "If a director tick here", "DirectorTick"),
+    LabelTo({8}, 152, 72,
+            "Employers pay Class 1A National Insurance contributions on most benefits. These are shown in boxes which "
+            "have a"),
+    LabelAt({8}, 159, 72, "indicator"),
+    LabelAt({8, Weight::Bold}, 9, 79.5, "Assets transferred (cars, property, goods or other assets)"),
+    HeadsOver(80, "Cost/Market value", 161, "Cash equivalent"),
+    LabelAt({8}, 9, 85, "Description of asset", "ADescriptionAsset ACostMarketBox AAmountGood ACashEqu", AssetColumns),
+    SignsBetween(85),
+    LabelAt({8, Weight::Bold}, 9, 91, "Payments made on behalf of employee"),
+    LabelAt({8}, 9, 96, "Description of payment", "BDescriptionPayment B2", PaymentColumns),
+    LabelAt({8}, 9, 102,
+            "Tax on notional payments not borne by employee within 90 days of receipt of each notional payment",
+            "BNotTax"),
+    LabelAt({8, Weight::Bold}, 9, 108, "Vouchers and credit cards"),
+    HeadsOver(110, "Gross amount", 161, "Cash equivalent"),
+    LabelAt({8}, 10, 113, "Value of vouchers and payments made using credit cards or tokens"),
+    LabelAt({8}, 10, 116, edition::form::ChildcareVouchers, "CGrossAmount CAmountGood CCashEqu", VoucherColumns),
+    SignsBetween(115),
+    LabelAt({8, Weight::Bold}, 9, 120.5, "Living accommodation"),
+    LabelAt({7}, 161, 121, "Cash equivalent"),
+    LabelAt({8}, 9, 126, "Cash equivalent of accommodation provided for employee, or his/her family or household",
+            "DCashEqu"),
+    LabelAt({8, Weight::Bold}, 9, 132, "Mileage allowance and passenger payments"),
+    LabelAt({7}, 161, 134, "Taxable amount"),
+    LabelAt({8}, 9, 136.5,
+            "Amount of car and mileage allowances paid to employee for business travel in employee's own vehicle, and"),
+    LabelAt({8}, 9, 140, "passenger payments, in excess of maximum exempt amounts"),
+    Label{{8, Weight::Italic}, At::Indented, 0, 0, edition::form::ExemptRates, 0, "ETaxAmount"},
+};
 
-constexpr auto Values = std::to_array<FormValue>({
-    {"EmployerName", At::Left, 5, 27, 80},
-    {"PAYEBox", At::Left, 5, 37.5, 80},
-    {"Surname", At::Left, 5, 48, 80},
-    {"FirstName", At::Left, 5, 53, 80},
-    {"DirectorTick", At::Left, 121, 54, 0, ValueKind::Tick},
-    {"WorkNumberBox", At::Left, 5, 63.5, 55},
-    {"NatIns", At::Left, 80, 59.5, 0, ValueKind::NICells},
-    {"DOB", At::Left, 151, 50, 0, ValueKind::DateCells},
-    {"SexTick", At::Left, 191, 63.5, 195},
-    {"ADescriptionAsset", At::Left, 45, 85, 103},
-    {"ACostMarketBox", At::Right, 124, 85},
-    {"AAmountGood", At::Right, 152, 85},
-    {"ACashEqu", At::Right, 188, 85},
-    {"BDescriptionPayment", At::Left, 45, 96, 159},
-    {"B2", At::Right, 188, 96},
-    {"BNotTax", At::Right, 188, 102},
-    {"CGrossAmount", At::Right, 124, 115},
-    {"CAmountGood", At::Right, 152, 115},
-    {"CCashEqu", At::Right, 188, 115},
-    {"DCashEqu", At::Right, 188, 126},
-    {"ETaxAmount", At::Right, 188, 139},
-});
+constexpr auto Values = RowList{
+    FormValue{"EmployerName", At::Left, 5, 27, 80},
+    FormValue{"PAYEBox", At::Left, 5, 37.5, 80},
+    FormValue{"Surname", At::Left, 5, 48, 80},
+    FormValue{"FirstName", At::Left, 5, 53, 80},
+    FormValue{"DirectorTick", At::Left, 121, 54, 0, ValueKind::Tick},
+    FormValue{"WorkNumberBox", At::Left, 5, 63.5, 55},
+    FormValue{"NatIns", At::Left, 80, 59.5, 0, ValueKind::NICells},
+    FormValue{"DOB", At::Left, 151, 50, 0, ValueKind::DateCells},
+    FormValue{"SexTick", At::Left, 191, 63.5, 195},
+    FormValue{"ADescriptionAsset", At::Left, 45, 85, 103},
+    ThreeFigures(85, "ACostMarketBox", "AAmountGood", "ACashEqu"),
+    FormValue{"BDescriptionPayment", At::Left, 45, 96, 159},
+    FormValue{"B2", At::Right, 188, 96},
+    FormValue{"BNotTax", At::Right, 188, 102},
+    ThreeFigures(115, "CGrossAmount", "CAmountGood", "CCashEqu"),
+    FormValue{"DCashEqu", At::Right, 188, 126},
+    FormValue{"ETaxAmount", At::Right, 188, 139},
+};
 
 } // namespace
 
@@ -199,12 +162,7 @@ void PrintP11D1(PageLayer& page, const FieldReader& read)
         DrawPanels(page, Panels, page.ColLight);
 
     // Kept: in the font name left in force by whatever was drawn last, in an earlier document too.
-    page.vsTextColor(page.ColBlack);
-    page.vsFont(9, true, true);
-    {
-        const BelongsTo element(page, Role::Paragraph);
-        page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
-    }
+    DrawNumberAtTop(page, FieldText(read("NatIns"), 0));
 
     page.BeginFixedPart();
     DrawLabels(sheet, Headings);

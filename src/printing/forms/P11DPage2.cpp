@@ -32,66 +32,44 @@ constexpr auto Sections = std::to_array<SectionMark>({
     {"N", 2, 197, "Expenses payments made to, or on behalf of, the employee"},
 });
 
-constexpr auto Boxes = std::to_array<FormBox>({
-    {PrintedKind::Number1A, 161, 4, 0, "    9"}, // G
-    {PrintedKind::Number1A, 161, 11, 0, "  10"},
-    {PrintedKind::Entry, 133, 31, 145}, // H: joint borrowers
-    {PrintedKind::Entry, 169, 31, 181},
-    {PrintedKind::Pound, 133, 38.5}, // at the start of the year
-    {PrintedKind::Pound, 169, 38.5},
-    {PrintedKind::Pound, 133, 46}, // at its end
-    {PrintedKind::Pound, 169, 46},
-    {PrintedKind::Pound, 133, 53.5}, // maximum
-    {PrintedKind::Pound, 169, 53.5},
-    {PrintedKind::Pound, 133, 61}, // interest
-    {PrintedKind::Pound, 169, 61},
-    {PrintedKind::Entry, 133, 68.5, 155}, // date made
-    {PrintedKind::Entry, 169, 68.5, 191},
-    {PrintedKind::Entry, 133, 76, 155}, // date discharged
-    {PrintedKind::Entry, 169, 76, 191},
-    {PrintedKind::Number1A, 125, 83.5, 0, "  15"},
-    {PrintedKind::Number1A, 161, 83.5, 0, "  15"},
-    {PrintedKind::Pound, 105, 100}, // I
-    {PrintedKind::Pound, 133, 100},
-    {PrintedKind::Number1A, 161, 100, 0, "  11"},
-    {PrintedKind::Number1A, 161, 118, 0, "  15"}, // J
-    {PrintedKind::Pound, 105, 131},               // K
-    {PrintedKind::Pound, 133, 131},
-    {PrintedKind::Number1A, 161, 131, 0, "  15"},
-    {PrintedKind::Entry, 49, 148, 103}, // L
-    {PrintedKind::Pound, 105, 148},
-    {PrintedKind::Pound, 133, 148},
-    {PrintedKind::Number1A, 161, 148, 0, "  13"},
-    {PrintedKind::Entry, 49, 166, 103}, // M: items that bear Class 1A contributions
-    {PrintedKind::Pound, 105, 166},
-    {PrintedKind::Pound, 133, 166},
-    {PrintedKind::Number1A, 161, 166, 0, "  15"},
-    {PrintedKind::Entry, 49, 176, 103}, // items that do not
-    {PrintedKind::Pound, 105, 176},
-    {PrintedKind::Pound, 133, 176},
-    {PrintedKind::Number, 161, 176, 0, "  15"},
-    {PrintedKind::Number, 161, 186, 0, "  15"}, // tax paid
-    {PrintedKind::Pound, 105, 204},             // N: travelling
-    {PrintedKind::Pound, 133, 204},
-    {PrintedKind::Number, 161, 204, 0, "  16"},
-    {PrintedKind::Entry, 98, 213, 103.5}, // entertainment
-    {PrintedKind::Pound, 105, 213},
-    {PrintedKind::Pound, 133, 213},
-    {PrintedKind::Number, 161, 213, 0, "  16"},
-    {PrintedKind::Pound, 105, 222}, // general allowance
-    {PrintedKind::Pound, 133, 222},
-    {PrintedKind::Number, 161, 222, 0, "  16"},
-    {PrintedKind::Pound, 105, 231}, // telephone
-    {PrintedKind::Pound, 133, 231},
-    {PrintedKind::Number, 161, 231, 0, "  16"},
-    {PrintedKind::Pound, 105, 240}, // relocation
-    {PrintedKind::Pound, 133, 240},
-    {PrintedKind::Number, 161, 240, 0, "  16"},
-    {PrintedKind::Entry, 49, 249, 103}, // other
-    {PrintedKind::Pound, 105, 249},
-    {PrintedKind::Pound, 133, 249},
-    {PrintedKind::Number, 161, 249, 0, "  16"},
-});
+constexpr auto Boxes = RowList{
+    FormBox{PrintedKind::Number1A, 161, 4, 0, "    9"}, // G
+    FormBox{PrintedKind::Number1A, 161, 11, 0, "  10"},
+    FormBox{PrintedKind::Entry, 133, 31, 145}, // H: joint borrowers
+    FormBox{PrintedKind::Entry, 169, 31, 181},
+    FormBox{PrintedKind::Pound, 133, 38.5}, // at the start of the year
+    FormBox{PrintedKind::Pound, 169, 38.5},
+    FormBox{PrintedKind::Pound, 133, 46}, // at its end
+    FormBox{PrintedKind::Pound, 169, 46},
+    FormBox{PrintedKind::Pound, 133, 53.5}, // maximum
+    FormBox{PrintedKind::Pound, 169, 53.5},
+    FormBox{PrintedKind::Pound, 133, 61}, // interest
+    FormBox{PrintedKind::Pound, 169, 61},
+    FormBox{PrintedKind::Entry, 133, 68.5, 155}, // date made
+    FormBox{PrintedKind::Entry, 169, 68.5, 191},
+    FormBox{PrintedKind::Entry, 133, 76, 155}, // date discharged
+    FormBox{PrintedKind::Entry, 169, 76, 191},
+    FormBox{PrintedKind::Number1A, 125, 83.5, 0, "  15"},
+    FormBox{PrintedKind::Number1A, 161, 83.5, 0, "  15"},
+    ThreeBoxes(100, PrintedKind::Number1A, "  11"),      // I
+    FormBox{PrintedKind::Number1A, 161, 118, 0, "  15"}, // J
+    ThreeBoxes(131, PrintedKind::Number1A, "  15"),      // K
+    FormBox{PrintedKind::Entry, 49, 148, 103},           // L
+    ThreeBoxes(148, PrintedKind::Number1A, "  13"),
+    FormBox{PrintedKind::Entry, 49, 166, 103}, // M: items that bear Class 1A contributions
+    ThreeBoxes(166, PrintedKind::Number1A, "  15"),
+    FormBox{PrintedKind::Entry, 49, 176, 103}, // items that do not
+    ThreeBoxes(176, PrintedKind::Number, "  15"),
+    FormBox{PrintedKind::Number, 161, 186, 0, "  15"}, // tax paid
+    ThreeBoxes(204, PrintedKind::Number, "  16"),      // N: travelling
+    FormBox{PrintedKind::Entry, 98, 213, 103.5},       // entertainment
+    ThreeBoxes(213, PrintedKind::Number, "  16"),
+    ThreeBoxes(222, PrintedKind::Number, "  16"), // general allowance
+    ThreeBoxes(231, PrintedKind::Number, "  16"), // telephone
+    ThreeBoxes(240, PrintedKind::Number, "  16"), // relocation
+    FormBox{PrintedKind::Entry, 49, 249, 103},    // other
+    ThreeBoxes(249, PrintedKind::Number, "  16"),
+};
 
 constexpr auto Loans = std::to_array<std::string_view>({"Loan 1", "Loan 2"});
 
@@ -107,153 +85,76 @@ constexpr auto MarkedColumns =
     std::to_array<std::string_view>({"tick or cross", "Cost to you", MadeGood, "Taxable payment"});
 constexpr auto DescribedColumns = std::to_array<std::string_view>({{}, "Cost to you", MadeGood, "Taxable payment"});
 
-constexpr auto Labels = std::to_array<Label>({
-    {{8, Weight::Bold}, At::Left, 9, 4, "Vans and van fuel"},
-    {{8}, At::Left, 9, 9, edition::form::TotalOfVans, 0, "GVan"},
-    {{8}, At::Left, 9, 14, edition::form::TotalOfVanFuel, 0, "GVanFuel"},
-    {{8, Weight::Bold}, At::Left, 9, 21, "Interest-free and low interest loans"},
-    {{8, Weight::Italic}, At::Left, 9, 24.5, edition::form::SmallLoans},
-    {{8, Weight::Bold}, At::Left, 134, 30, "Loan 1"},
-    {{8, Weight::Bold}, At::Left, 170, 30, "Loan 2"},
-    {{8}, At::Left, 9, 36, "Number of joint borrowers"},
-    {{8, Weight::Italic}, At::Run, 0, 0, " (if applicable)", 0, "HJointBorrow1 HJointBorrow2", Loans},
-    {{8}, At::Left, 9, 43.5, edition::form::LoanAtStart, 0, "HOutstand1 HOutstand2", Loans},
-    {{8}, At::Left, 9, 51, edition::form::LoanAtEnd, 0, "HOutsand20031 HOutsand20032", Loans},
-    {{8}, At::Left, 9, 58.5, "Maximum amount outstanding at any time in the year", 0, "HMaxLoan1 HMaxLoan2", Loans},
-    {{8}, At::Left, 9, 66, edition::form::LoanInterestPaid},
-    {{8, Weight::Italic},
-     At::Run,
-     0,
-     0,
-     " - enter \"NIL\" if none was paid",
-     0,
-     "HLoanInterest1 HLoanInterest2",
-     Loans},
-    {{8}, At::Left, 9, 73.5, edition::form::LoanMade, 0, "HLoanDate1 HLoanDate2", Loans},
-    {{8}, At::Left, 9, 81, edition::form::LoanDischarged, 0, "HLoanDischarge1 HLoanDischarge2", Loans},
-    {{8},
-     At::Left,
-     9,
-     88.5,
-     "Cash equivalent of loans after deducting any interest paid by the borrower",
-     0,
-     "HLoanCashEqu1 HLoanCashEqu2",
-     Loans},
-    {{8, Weight::Bold}, At::Left, 9, 97, "Private medical treatment or insurance"},
-    {{8}, At::Left, 9, 105, "Private medical treatment or insurance", 0, "IMedCost IAmountGood ICashEqu", CostColumns},
-    {{7}, At::Left, 105, 99, "Cost to you"},
-    {{7}, At::Left, 133, 96, "Amount made good or"},
-    {{7}, At::Left, 133, 99, "from which tax deducted"},
-    {{7}, At::Left, 168, 99, "Cash equivalent"},
-    {{8}, At::Left, 129.5, 103, "-"},
-    {{8}, At::Left, 157, 103, "="},
-    {{8, Weight::Bold}, At::Left, 9, 113, "Qualifying relocation expenses payments and benefits"},
-    {{8, Weight::Italic}, At::Left, 9, 117, "Non-qualifying benefits and expenses go in sections M and N below"},
-    {{8}, At::Left, 9, 123, edition::form::RelocationExcess, 0, "JRelocationExp"},
-    {{8, Weight::Bold}, At::Left, 9, 130, "Services supplied"},
-    {{8}, At::Left, 9, 136, "Services supplied to the employee", 0, "KCostYou KAmountGood KCashEqu", CostColumns},
-    {{7}, At::Left, 105, 130.5, "Cost to you"},
-    {{7}, At::Left, 133, 127.5, "Amount made good or"},
-    {{7}, At::Left, 133, 130.5, "from which tax deducted"},
-    {{7}, At::Left, 168, 130.5, "Cash equivalent"},
-    {{8}, At::Left, 129.5, 134, "-"},
-    {{8}, At::Left, 157, 134, "="},
-    {{8, Weight::Bold}, At::Left, 9, 145, "Assets placed at the employee's disposal"},
-    {{8},
-     At::Left,
-     9,
-     153,
-     "Description of asset",
-     0,
-     "LDescriptAsset LAnnualValue LAmountGood LCashEqu",
-     AssetColumns},
-    {{7}, At::Left, 105, 144, "Annual value plus"},
-    {{7}, At::Left, 105, 147, "expenses incurred"},
-    {{7}, At::Left, 133, 144, "Amount made good or"},
-    {{7}, At::Left, 133, 147, "from which tax deducted"},
-    {{7}, At::Left, 168, 147, "Cash equivalent"},
-    {{8}, At::Left, 129.5, 151, "-"},
-    {{8}, At::Left, 157, 151, "="},
-    {{8, Weight::Bold}, At::Left, 9, 159.5, "Other items (including subscriptions and professional fees)"},
-    {{8}, At::Left, 9, 168, "Description of"},
-    {{8}, At::Left, 9, 171, "other items", 0, "NDescriptItems1 NCostYou1 NAmountGood1 NCashEqu1", ItemColumns},
-    {{7}, At::Left, 105, 164, "Cost to you"},
-    {{7}, At::Left, 133, 161, "Amount made good or"},
-    {{7}, At::Left, 133, 164, "from which tax deducted"},
-    {{7}, At::Left, 168, 164, "Cash equivalent"},
-    {{7}, At::Left, 168, 185, "Tax paid", 0, {}, {}, Reads::Nothing},
-    {{8}, At::Left, 9, 178, "Description of"},
-    {{8}, At::Left, 9, 181, "other items", 0, "NDescriptItems2 NCostYou2 NAmountGood2 NCashEqu2", ItemColumns},
-    {{8}, At::Left, 9, 189, "Income tax paid but not deducted from director's remuneration", 0, "NTaxPaid", TaxColumns},
-    {{8}, At::Left, 129.5, 169, "-"},
-    {{8}, At::Left, 157, 169, "="},
-    {{8}, At::Left, 129.5, 179, "-"},
-    {{8}, At::Left, 157, 179, "="},
-    {{8, Weight::Bold}, At::Left, 9, 201, "Expenses payments made to, or on behalf of, the employee"},
-    {{8}, At::Left, 9, 206, "Travelling and subsistence payments "},
-    {{8, Weight::Italic}, At::Left, 57.5, 206, "(except mileage allowance"},
-    {{8, Weight::Italic}, At::Left, 9, 209, "payments for employee's own car"},
-    {{8, Weight::Italic}, At::Run, 0, 0, " - see section E)", 0, "OCostYou1 OAmountGood1 OCashEqu1", ExpenseColumns},
-    {{7}, At::Left, 105, 202.5, "Cost to you"},
-    {{7}, At::Left, 133, 199.5, "Amount made good or"},
-    {{7}, At::Left, 133, 202.5, "from which tax deducted"},
-    {{7}, At::Left, 168, 202.5, "Taxable payment"},
-    {{8}, At::Left, 9, 215, "Entertainment"},
-    {{8, Weight::Italic}, At::Run, 0, 0, " (trading organisations read P11D Guide and then"},
-    {{8, Weight::Italic},
-     At::Left,
-     9,
-     218,
-     "enter a tick or a cross as appropriate here)",
-     0,
-     "OEntertainTick OCostYou2 OAmountGood2 OCashEqu2",
-     MarkedColumns},
-    {{8},
-     At::Left,
-     9,
-     226,
-     "General expenses allowance for business travel",
-     0,
-     "OCostYou3 OAmountGood3 OCashEqu3",
-     ExpenseColumns},
-    {{8},
-     At::Left,
-     9,
-     235,
-     "Payments for use of home telephone",
-     0,
-     "OCostYou4 OAmountGood4 OCashEqu4",
-     ExpenseColumns},
-    {{8}, At::Left, 9, 243, "Non-qualifying relocation expenses"},
-    {{7, Weight::Italic},
-     At::Run,
-     0,
-     0,
-     " (those not shown in sections J or M)",
-     0,
-     "OCostYou5 OAmountGood5 OCashEqu5",
-     ExpenseColumns},
-    {{8},
-     At::Left,
-     9,
-     253,
-     "Description of other expenses",
-     0,
-     "ODescExpenses OCostYou6 OAmountGood6 OCashEqu6",
-     DescribedColumns},
-    {{8}, At::Left, 129.5, 207, "-"},
-    {{8}, At::Left, 157, 207, "="},
-    {{8}, At::Left, 129.5, 216, "-"},
-    {{8}, At::Left, 157, 216, "="},
-    {{8}, At::Left, 129.5, 225, "-"},
-    {{8}, At::Left, 157, 225, "="},
-    {{8}, At::Left, 129.5, 234, "-"},
-    {{8}, At::Left, 157, 234, "="},
-    {{8}, At::Left, 129.5, 243, "-"},
-    {{8}, At::Left, 157, 243, "="},
-    {{8}, At::Left, 129.5, 252, "-"},
-    {{8}, At::Left, 157, 252, "="},
-});
+constexpr auto Labels = RowList{
+    LabelAt({8, Weight::Bold}, 9, 4, "Vans and van fuel"),
+    LabelAt({8}, 9, 9, edition::form::TotalOfVans, "GVan"),
+    LabelAt({8}, 9, 14, edition::form::TotalOfVanFuel, "GVanFuel"),
+    LabelAt({8, Weight::Bold}, 9, 21, "Interest-free and low interest loans"),
+    LabelAt({8, Weight::Italic}, 9, 24.5, edition::form::SmallLoans),
+    LabelAt({8, Weight::Bold}, 134, 30, "Loan 1"),
+    LabelAt({8, Weight::Bold}, 170, 30, "Loan 2"),
+    LabelAt({8}, 9, 36, "Number of joint borrowers"),
+    LabelOn({8, Weight::Italic}, " (if applicable)", "HJointBorrow1 HJointBorrow2", Loans),
+    LabelAt({8}, 9, 43.5, edition::form::LoanAtStart, "HOutstand1 HOutstand2", Loans),
+    LabelAt({8}, 9, 51, edition::form::LoanAtEnd, "HOutsand20031 HOutsand20032", Loans),
+    LabelAt({8}, 9, 58.5, "Maximum amount outstanding at any time in the year", "HMaxLoan1 HMaxLoan2", Loans),
+    LabelAt({8}, 9, 66, edition::form::LoanInterestPaid),
+    LabelOn({8, Weight::Italic}, " - enter \"NIL\" if none was paid", "HLoanInterest1 HLoanInterest2", Loans),
+    LabelAt({8}, 9, 73.5, edition::form::LoanMade, "HLoanDate1 HLoanDate2", Loans),
+    LabelAt({8}, 9, 81, edition::form::LoanDischarged, "HLoanDischarge1 HLoanDischarge2", Loans),
+    LabelAt({8}, 9, 88.5, "Cash equivalent of loans after deducting any interest paid by the borrower",
+            "HLoanCashEqu1 HLoanCashEqu2", Loans),
+    LabelAt({8, Weight::Bold}, 9, 97, "Private medical treatment or insurance"),
+    LabelAt({8}, 9, 105, "Private medical treatment or insurance", "IMedCost IAmountGood ICashEqu", CostColumns),
+    HeadsOver(99, "Cost to you", 168, "Cash equivalent"),
+    SignsBetween(103),
+    LabelAt({8, Weight::Bold}, 9, 113, "Qualifying relocation expenses payments and benefits"),
+    LabelAt({8, Weight::Italic}, 9, 117, "Non-qualifying benefits and expenses go in sections M and N below"),
+    LabelAt({8}, 9, 123, edition::form::RelocationExcess, "JRelocationExp"),
+    LabelAt({8, Weight::Bold}, 9, 130, "Services supplied"),
+    LabelAt({8}, 9, 136, "Services supplied to the employee", "KCostYou KAmountGood KCashEqu", CostColumns),
+    HeadsOver(130.5, "Cost to you", 168, "Cash equivalent"),
+    SignsBetween(134),
+    LabelAt({8, Weight::Bold}, 9, 145, "Assets placed at the employee's disposal"),
+    LabelAt({8}, 9, 153, "Description of asset", "LDescriptAsset LAnnualValue LAmountGood LCashEqu", AssetColumns),
+    LabelAt({7}, 105, 144, "Annual value plus"),
+    HeadsOver(147, "expenses incurred", 168, "Cash equivalent"),
+    SignsBetween(151),
+    LabelAt({8, Weight::Bold}, 9, 159.5, "Other items (including subscriptions and professional fees)"),
+    LabelAt({8}, 9, 168, "Description of"),
+    LabelAt({8}, 9, 171, "other items", "NDescriptItems1 NCostYou1 NAmountGood1 NCashEqu1", ItemColumns),
+    HeadsOver(164, "Cost to you", 168, "Cash equivalent"),
+    ReadAs(Reads::Nothing, LabelAt({7}, 168, 185, "Tax paid")),
+    LabelAt({8}, 9, 178, "Description of"),
+    LabelAt({8}, 9, 181, "other items", "NDescriptItems2 NCostYou2 NAmountGood2 NCashEqu2", ItemColumns),
+    LabelAt({8}, 9, 189, "Income tax paid but not deducted from director's remuneration", "NTaxPaid", TaxColumns),
+    SignsBetween(169),
+    SignsBetween(179),
+    LabelAt({8, Weight::Bold}, 9, 201, "Expenses payments made to, or on behalf of, the employee"),
+    LabelAt({8}, 9, 206, "Travelling and subsistence payments "),
+    LabelAt({8, Weight::Italic}, 57.5, 206, "(except mileage allowance"),
+    LabelAt({8, Weight::Italic}, 9, 209, "payments for employee's own car"),
+    LabelOn({8, Weight::Italic}, " - see section E)", "OCostYou1 OAmountGood1 OCashEqu1", ExpenseColumns),
+    HeadsOver(202.5, "Cost to you", 168, "Taxable payment"),
+    LabelAt({8}, 9, 215, "Entertainment"),
+    LabelOn({8, Weight::Italic}, " (trading organisations read P11D Guide and then"),
+    LabelAt({8, Weight::Italic}, 9, 218, "enter a tick or a cross as appropriate here)",
+            "OEntertainTick OCostYou2 OAmountGood2 OCashEqu2", MarkedColumns),
+    LabelAt({8}, 9, 226, "General expenses allowance for business travel", "OCostYou3 OAmountGood3 OCashEqu3",
+            ExpenseColumns),
+    LabelAt({8}, 9, 235, "Payments for use of home telephone", "OCostYou4 OAmountGood4 OCashEqu4", ExpenseColumns),
+    LabelAt({8}, 9, 243, "Non-qualifying relocation expenses"),
+    LabelOn({7, Weight::Italic}, " (those not shown in sections J or M)", "OCostYou5 OAmountGood5 OCashEqu5",
+            ExpenseColumns),
+    LabelAt({8}, 9, 253, "Description of other expenses", "ODescExpenses OCostYou6 OAmountGood6 OCashEqu6",
+            DescribedColumns),
+    SignsBetween(207),
+    SignsBetween(216),
+    SignsBetween(225),
+    SignsBetween(234),
+    SignsBetween(243),
+    SignsBetween(252),
+};
 
 /// The cash equivalent of the second loan stands between these two lists.
 constexpr auto ValuesToLoans = std::to_array<FormValue>({
@@ -276,40 +177,24 @@ constexpr auto ValuesToLoans = std::to_array<FormValue>({
     {"HLoanCashEqu1", At::Right, 152, 87.5},
 });
 
-constexpr auto Values = std::to_array<FormValue>({
-    {"IMedCost", At::Right, 124, 104},     {"IAmountGood", At::Right, 152, 104},
-    {"ICashEqu", At::Right, 188, 104},     {"JRelocationExp", At::Right, 188, 122},
-    {"KCostYou", At::Right, 124, 135},     {"KAmountGood", At::Right, 152, 135},
-    {"KCashEqu", At::Right, 188, 135},     {"LDescriptAsset", At::Left, 52, 152, 103},
-    {"LAnnualValue", At::Right, 124, 152}, {"LAmountGood", At::Right, 152, 152},
-    {"LCashEqu", At::Right, 188, 152},     {"NDescriptItems1", At::Left, 52, 170, 103},
-    {"NCostYou1", At::Right, 124, 170},    {"NAmountGood1", At::Right, 152, 170},
-    {"NCashEqu1", At::Right, 188, 170},    {"NDescriptItems2", At::Left, 52, 180, 103},
-    {"NCostYou2", At::Right, 124, 180},    {"NAmountGood2", At::Right, 152, 180},
-    {"NCashEqu2", At::Right, 188, 180},    {"NTaxPaid", At::Right, 188, 190},
-    {"OCostYou1", At::Right, 124, 208},    {"OAmountGood1", At::Right, 152, 208},
-    {"OCashEqu1", At::Right, 188, 208},
-});
+constexpr auto Values = RowList{
+    ThreeFigures(104, "IMedCost", "IAmountGood", "ICashEqu"),     FormValue{"JRelocationExp", At::Right, 188, 122},
+    ThreeFigures(135, "KCostYou", "KAmountGood", "KCashEqu"),     FormValue{"LDescriptAsset", At::Left, 52, 152, 103},
+    ThreeFigures(152, "LAnnualValue", "LAmountGood", "LCashEqu"), FormValue{"NDescriptItems1", At::Left, 52, 170, 103},
+    ThreeFigures(170, "NCostYou1", "NAmountGood1", "NCashEqu1"),  FormValue{"NDescriptItems2", At::Left, 52, 180, 103},
+    ThreeFigures(180, "NCostYou2", "NAmountGood2", "NCashEqu2"),  FormValue{"NTaxPaid", At::Right, 188, 190},
+    ThreeFigures(208, "OCostYou1", "OAmountGood1", "OCashEqu1"),
+};
 
 // The entertainment mark stands between.
-constexpr auto ValuesFromEntertainment = std::to_array<FormValue>({
-    {"OCostYou2", At::Right, 124, 217},
-    {"OAmountGood2", At::Right, 152, 217},
-    {"OCashEqu2", At::Right, 188, 217},
-    {"OCostYou3", At::Right, 124, 226},
-    {"OAmountGood3", At::Right, 152, 226},
-    {"OCashEqu3", At::Right, 188, 226},
-    {"OCostYou4", At::Right, 124, 235},
-    {"OAmountGood4", At::Right, 152, 235},
-    {"OCashEqu4", At::Right, 188, 235},
-    {"OCostYou5", At::Right, 124, 244},
-    {"OAmountGood5", At::Right, 152, 244},
-    {"OCashEqu5", At::Right, 188, 244},
-    {"ODescExpenses", At::Left, 52, 253, 103},
-    {"OCostYou6", At::Right, 124, 253},
-    {"OAmountGood6", At::Right, 152, 253},
-    {"OCashEqu6", At::Right, 188, 253},
-});
+constexpr auto ValuesFromEntertainment = RowList{
+    ThreeFigures(217, "OCostYou2", "OAmountGood2", "OCashEqu2"),
+    ThreeFigures(226, "OCostYou3", "OAmountGood3", "OCashEqu3"),
+    ThreeFigures(235, "OCostYou4", "OAmountGood4", "OCashEqu4"),
+    ThreeFigures(244, "OCostYou5", "OAmountGood5", "OCashEqu5"),
+    FormValue{"ODescExpenses", At::Left, 52, 253, 103},
+    ThreeFigures(253, "OCostYou6", "OAmountGood6", "OCashEqu6"),
+};
 
 /// The box of the second loan holds its figure or, with more than two loans, words that have no room in it.
 void DrawSecondLoan(FormSheet& sheet, std::string_view value)
@@ -352,12 +237,7 @@ void PrintP11D2(PageLayer& page, const FieldReader& read)
     page.EndFixedPart();
 
     // Each side of the form carries the number.
-    page.vsTextColor(page.ColBlack);
-    page.vsFont(9, true, true);
-    {
-        const BelongsTo element(page, Role::Paragraph);
-        page.vsTextRight(193, 1, FieldText(read("NatIns"), 0));
-    }
+    DrawNumberAtTop(page, FieldText(read("NatIns"), 0));
 
     page.BeginFixedPart();
     DrawLabels(sheet, Labels);

@@ -4,7 +4,6 @@
 #include "frame/Amount.h"
 #include "frame/ScheduleLines.h"
 #include "frame/Text.h"
-#include "printing/forms/ReportPage.h"
 
 #include <algorithm>
 #include <array>
@@ -61,64 +60,40 @@ constexpr auto DeductedColumns = std::to_array<ReportColumn>({
 constexpr std::string_view OtherItems = "Other Items (Including subscriptions and professional fees)";
 constexpr std::string_view Expenses = "Expenses payments made to, or on behalf of, the employee";
 
+constexpr ScheduleReport Of(std::string_view table, std::string_view heading, std::string_view section,
+                            std::span<const ReportColumn> columns, std::string_view loadingError)
+{
+    return {.table = table, .heading = heading, .section = section, .columns = columns, .loadingError = loadingError};
+}
+
 constexpr ScheduleReport OtherItemsReport(std::string_view table, std::string_view loadingError)
 {
-    return {.table = table,
-            .heading = OtherItems,
-            .section = "Section M - Page 2",
-            .columns = CostColumns,
-            .loadingError = loadingError};
+    return Of(table, OtherItems, "Section M - Page 2", CostColumns, loadingError);
 }
 
 constexpr ScheduleReport ExpensesReport(std::string_view table, std::string_view loadingError,
                                         std::string_view subHeading)
 {
-    return {.table = table,
-            .heading = Expenses,
-            .subHeading = subHeading,
-            .section = "Section N - Page 2",
-            .columns = ExpenseColumns,
-            .loadingError = loadingError};
+    ScheduleReport report = Of(table, Expenses, "Section N - Page 2", ExpenseColumns, loadingError);
+    report.subHeading = subHeading;
+    return report;
 }
 
 constexpr auto Reports = std::to_array<ScheduleReport>({
-    {.table = "ANotepad",
-     .heading = "Assets transferred (cars, property goods or other assets)",
-     .section = "Section A - Page 1",
-     .columns = AssetColumns,
-     .loadingError = "A Notepad - loading error"},
-    {.table = "BNotepad",
-     .heading = "Payments made on behalf of employee",
-     .section = "Section B - Page 1",
-     .columns = PaymentColumns,
-     .loadingError = "B Notepad - loading error"},
-    {.table = "CNotepad",
-     .heading = "Vouchers or credit cards",
-     .section = "Section C - Page 1",
-     .columns = VoucherColumns,
-     .loadingError = "C Notepad - loading error"},
-    {.table = "INotepad",
-     .heading = "Private medical treatment or insurance",
-     .section = "Section I - Page 2",
-     .columns = CostColumns,
-     .loadingError = "I Notepad - loading error"},
-    {.table = "KNotepad",
-     .heading = "Services supplied",
-     .section = "Section K - Page 2",
-     .columns = CostColumns,
-     .loadingError = "K Notepad - loading error"},
-    {.table = "LNotepad",
-     .heading = "Assets placed at the employee's disposal",
-     .section = "Section L - Page 2",
-     .columns = AnnualValueColumns,
-     .loadingError = "L Notepad - loading error"},
+    Of("ANotepad", "Assets transferred (cars, property goods or other assets)", "Section A - Page 1", AssetColumns,
+       "A Notepad - loading error"),
+    Of("BNotepad", "Payments made on behalf of employee", "Section B - Page 1", PaymentColumns,
+       "B Notepad - loading error"),
+    Of("CNotepad", "Vouchers or credit cards", "Section C - Page 1", VoucherColumns, "C Notepad - loading error"),
+    Of("INotepad", "Private medical treatment or insurance", "Section I - Page 2", CostColumns,
+       "I Notepad - loading error"),
+    Of("KNotepad", "Services supplied", "Section K - Page 2", CostColumns, "K Notepad - loading error"),
+    Of("LNotepad", "Assets placed at the employee's disposal", "Section L - Page 2", AnnualValueColumns,
+       "L Notepad - loading error"),
     OtherItemsReport("NNotepad1", "N1 Notepad - loading error"),
     OtherItemsReport("NNotepad2", "N2 Notepad - loading error"),
-    {.table = "NNotepad3",
-     .heading = "Income tax paid but not deducted from director's remuneration",
-     .section = "Section M - Page 2",
-     .columns = TaxColumns,
-     .loadingError = "N3 Notepad - loading error"},
+    Of("NNotepad3", "Income tax paid but not deducted from director's remuneration", "Section M - Page 2", TaxColumns,
+       "N3 Notepad - loading error"),
     ExpensesReport("ONotepad1", "O1 Notepad - loading error",
                    "Travelling and subsistence payments (except mileage allowance payments for employee's own car)"),
     ExpensesReport("ONotepad2", "O2 Notepad - loading error", "Entertainment"),

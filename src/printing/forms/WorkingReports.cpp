@@ -10,7 +10,6 @@
 #include "frame/Text.h"
 #include "frame/Tick.h"
 #include "printing/forms/FormPrimitives.h"
-#include "printing/forms/ReportPage.h"
 
 #include <algorithm>
 #include <array>
