@@ -85,7 +85,32 @@ struct StepRow {
     std::string_view sum = {};
     Rounding rounding = Rounding::None;
     std::string_view source = {};
-    bool (*when)(const Worked&) = nullptr; ///< of several rows for one figure only one holds; none: always
+    using When = bool (*)(const Worked&);
+    When when = nullptr; ///< of several rows for one figure only one holds; none: always
+
+    /// What was entered: its own box shows it as it is.
+    static constexpr StepRow Fact(std::string_view name, std::string_view says, std::string_view source = {},
+                                  When when = nullptr)
+    {
+        return {.name = name, .says = says, .source = source, .when = when};
+    }
+    /// What was looked up or counted, or why there is no figure.
+    static constexpr StepRow Words(std::string_view name, std::string_view box, std::string_view says,
+                                   std::string_view source = {}, When when = nullptr)
+    {
+        return {.name = name, .box = box, .says = says, .source = source, .when = when};
+    }
+    static constexpr StepRow Sum(std::string_view name, std::string_view box, std::string_view says,
+                                 std::string_view sum, std::string_view source = {}, When when = nullptr)
+    {
+        return {.name = name, .box = box, .says = says, .sum = sum, .source = source, .when = when};
+    }
+    constexpr StepRow Rounded(Rounding to) const
+    {
+        StepRow rounded = *this;
+        rounded.rounding = to;
+        return rounded;
+    }
 };
 
 /// A difference from the authority's rule.
@@ -147,6 +172,10 @@ Explained FillIn(const Worked& worked, std::span<const FigureRow<Worked>> figure
 std::string FigureText(Amount amount);
 /// A whole number: "18,000".
 std::string FigureText(std::int64_t number);
+inline std::string FigureText(int number)
+{
+    return FigureText(std::int64_t{number});
+}
 /// A number with decimals as it was typed: "12,345.5".
 std::string DecimalFigureText(double number);
 /// Days both of which count, as a count of days: "(first day to last day)".
