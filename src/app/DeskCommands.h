@@ -20,6 +20,31 @@ struct DeskCommand {
     bool separatorBefore = false;
     bool ofEmployee = false;                  ///< in use only while an employee is open
     std::string (*words)(Session&) = nullptr; ///< what it says once its menu opens, if that changes
+
+    constexpr DeskCommand AlsoBy(std::string_view theOtherKey) const
+    {
+        DeskCommand command = *this;
+        command.otherKey = theOtherKey;
+        return command;
+    }
+    constexpr DeskCommand Parted() const
+    {
+        DeskCommand command = *this;
+        command.separatorBefore = true;
+        return command;
+    }
+    constexpr DeskCommand OfEmployee() const
+    {
+        DeskCommand command = *this;
+        command.ofEmployee = true;
+        return command;
+    }
+    constexpr DeskCommand Saying(std::string (*its)(Session&)) const
+    {
+        DeskCommand command = *this;
+        command.words = its;
+        return command;
+    }
 };
 
 /// All of them, in the order of their menus.

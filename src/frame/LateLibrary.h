@@ -1,7 +1,7 @@
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
+#include "frame/TextParameter.h"
+
 #include <string>
 
 namespace quillmere {
@@ -20,15 +20,8 @@ private:
     std::string why; ///< it is not
 };
 
-/// The name of a function, as a parameter of a template.
-template<std::size_t Size>
-struct FunctionName {
-    consteval FunctionName(const char (&of)[Size]) { std::ranges::copy(of, text); }
-    char text[Size];
-};
-
 /// A function of such a library, called as if it were linked.
-template<const LateLibrary& (*Library)(), FunctionName Name, class Function>
+template<const LateLibrary& (*Library)(), TextParameter Name, class Function>
 struct LateFunction {
     operator Function*() const
     {

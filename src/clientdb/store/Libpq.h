@@ -9,7 +9,7 @@ namespace quillmere {
 
 const LateLibrary& Libpq();
 
-template<FunctionName Name, class Function>
+template<TextParameter Name, class Function>
 using LibpqFunction = LateFunction<Libpq, Name, Function>;
 
 // clang-format off

@@ -9,7 +9,7 @@ namespace quillmere {
 
 const LateLibrary& Cups();
 
-template<FunctionName Name, class Function>
+template<TextParameter Name, class Function>
 using CupsFunction = LateFunction<Cups, Name, Function>;
 
 // clang-format off

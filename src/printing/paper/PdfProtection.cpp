@@ -17,7 +17,7 @@ const LateLibrary& Qpdf()
     return library;
 }
 
-template<FunctionName Name, class Function>
+template<TextParameter Name, class Function>
 using QpdfFunction = LateFunction<Qpdf, Name, Function>;
 
 // clang-format off
