@@ -29,12 +29,10 @@ std::string With(std::string_view words, std::string_view label)
     return std::string(words) + std::string(label);
 }
 
-/// One line of a working sheet: letter, caption, how it is worked out, box.
+/// One line of a working sheet: letter, caption, box, how it is worked out.
 struct SheetLine {
-    std::string_view letter = {};
-    std::string caption;
+    std::string_view letter, caption, box;
     std::string_view formula = {};
-    std::string_view box = {};
     int boxWidth = 0; ///< 0: as wide as the sheet's amounts
 };
 
@@ -174,42 +172,27 @@ void Finish(Layout& layout, const Sheet& sheet, int top = Margin)
 void VanLines(Sheet& van)
 {
     van.Title("Van benefit");
-    van.Line({.caption = "Registration Number", .box = "VanRegNumber"});
-    van.Line({.letter = "A", .caption = std::string(edition::notepad::VanStandardCharge), .box = "ABox"});
+    van.Line({"", "Registration Number", "VanRegNumber"});
+    van.Line({"A", edition::notepad::VanStandardCharge, "ABox"});
     van.Words("If the van was not available for the whole of the tax year, state the dates between which it was "
               "available.  The unavailable days will be calculated in box B");
     van.Dates("Dates between which the van was available", "DateFrom1", "DateTo1");
-    van.Line({.letter = "B", .caption = "Days for which the van was unavailable", .box = "BBox"});
+    van.Line({"B", "Days for which the van was unavailable", "BBox"});
     van.Words("If there were any other periods of at least 30 continuous days for which the van was not available to "
               "the employee, complete the boxes below");
     van.Period("C", "Second period for which the van was not available", "DateFrom2", "DateTo2", "CBox");
     van.Period("D", "Third period for which the van was not available", "DateFrom3", "DateTo3", "DBox");
-    van.Line({.letter = "E",
-              .caption = "Total Days for which the van was unavailable",
-              .formula = "B + C + D",
-              .box = "EBox"});
-    van.Line({.letter = "F",
-              .caption = "Reduction for unavailability (round up to nearest whole number)",
-              .formula = edition::notepad::VanReductionFormula,
-              .box = "FBox"},
+    van.Line({"E", "Total Days for which the van was unavailable", "EBox", "B + C + D"});
+    van.Line({"F", "Reduction for unavailability (round up to nearest whole number)", "FBox",
+              edition::notepad::VanReductionFormula},
              "FFormula");
-    van.Line({.letter = "G",
-              .caption = "Van benefit charge after reduction for unavailability",
-              .formula = "A minus F",
-              .box = "GBox"});
-    van.Line({.letter = "H", .caption = "Percentage reduction", .box = "HBox"});
-    van.Line({.letter = "J",
-              .caption = "Reduction for sharing (rounded up to next whole number)",
-              .formula = "G x H",
-              .box = "JBox"});
-    van.Line({.letter = "K",
-              .caption = "Van benefit charge after reduction for sharing",
-              .formula = "G minus J",
-              .box = "KBox"});
-    van.Line({.letter = "L",
-              .caption = "Enter any payments the employee was required to, and did, make for private use of this van "
-                         "in the year",
-              .box = "LBox"});
+    van.Line({"G", "Van benefit charge after reduction for unavailability", "GBox", "A minus F"});
+    van.Line({"H", "Percentage reduction", "HBox"});
+    van.Line({"J", "Reduction for sharing (rounded up to next whole number)", "JBox", "G x H"});
+    van.Line({"K", "Van benefit charge after reduction for sharing", "KBox", "G minus J"});
+    van.Line({"L",
+              "Enter any payments the employee was required to, and did, make for private use of this van in the year",
+              "LBox"});
 }
 
 void VanFuelLines(Sheet& fuel, Layout& layout)
@@ -218,23 +201,14 @@ void VanFuelLines(Sheet& fuel, Layout& layout)
     layout.Place("VanFuelTick", fuel.CaptionX(), fuel.Bottom(), 240);
     layout.Looks(Caption);
     fuel.Space(Layout::BoxHeight + RowGap);
-    fuel.Line({.letter = "P", .caption = "Fuel Benefit charge for the whole tax year", .box = "PBox"});
-    fuel.Line({.caption = "Date the provision of fuel was withdrawn (if applicable)", .box = "DateWithdrawn"});
-    fuel.Line({.letter = "R",
-               .caption = "Additional days after fuel was withdrawn not already counted in box E",
-               .box = "RBox"});
-    fuel.Line(
-        {.letter = "S", .caption = "Total days for which no fuel benefit applies", .formula = "E + R", .box = "SBox"});
-    fuel.Line({.letter = "T",
-               .caption = "Reduction round up to next whole number",
-               .formula = edition::notepad::VanFuelReductionFormula,
-               .box = "TBox"},
+    fuel.Line({"P", "Fuel Benefit charge for the whole tax year", "PBox"});
+    fuel.Line({"", "Date the provision of fuel was withdrawn (if applicable)", "DateWithdrawn"});
+    fuel.Line({"R", "Additional days after fuel was withdrawn not already counted in box E", "RBox"});
+    fuel.Line({"S", "Total days for which no fuel benefit applies", "SBox", "E + R"});
+    fuel.Line({"T", "Reduction round up to next whole number", "TBox", edition::notepad::VanFuelReductionFormula},
               "TFormula");
-    fuel.Line({.letter = "V",
-               .caption = "Van fuel benefit charge after reduction for unavailability",
-               .formula = "P minus T",
-               .box = "VBox"});
-    fuel.Line({.letter = "W", .caption = "Reduction for sharing of this van", .formula = "V x H", .box = "WBox"});
+    fuel.Line({"V", "Van fuel benefit charge after reduction for unavailability", "VBox", "P minus T"});
+    fuel.Line({"W", "Reduction for sharing of this van", "WBox", "V x H"});
 }
 
 } // namespace
@@ -253,12 +227,8 @@ Layout GNotepad()
 
     layout.footTop = van.Bottom();
     fuel.Space(van.Bottom() - fuel.Bottom());
-    van.Line(
-        {.letter = "M", .caption = std::string(edition::notepad::VanResult), .formula = "K minus L", .box = "MBox"});
-    fuel.Line({.letter = "X",
-               .caption = std::string(edition::notepad::VanFuelResult),
-               .formula = "V minus W",
-               .box = "XBox"});
+    van.Line({"M", edition::notepad::VanResult, "MBox", "K minus L"});
+    fuel.Line({"X", edition::notepad::VanFuelResult, "XBox", "V minus W"});
     const int bottom = van.Bottom() + Gap;
     PanelBehind(layout, Margin, Top, PanelWidth, bottom - Top);
     PanelBehind(layout, SecondX, Top, PanelWidth, bottom - Top);
@@ -273,20 +243,18 @@ Layout ENotepad()
     constexpr int Top = Margin + TabHeight + Gap;
     Sheet sheet = OnlySheet(layout, Top);
     sheet.Title("Mileage allowance");
-    sheet.Line({.letter = "A", .caption = std::string(edition::notepad::MileagePaid), .box = "ABox"});
-    sheet.Line({.letter = "B", .caption = "Amounts from which tax has been deducted", .box = "BBox"});
-    sheet.Line({.letter = "C", .caption = "Net mileage allowance paid", .formula = "A - B", .box = "CBox"});
-    sheet.Line({.letter = "D", .caption = std::string(edition::notepad::MileageMiles), .box = "DBox"});
-    sheet.Line({.letter = "J", .caption = "Total approved mileage allowance payments", .box = "JBox"});
+    sheet.Line({"A", edition::notepad::MileagePaid, "ABox"});
+    sheet.Line({"B", "Amounts from which tax has been deducted", "BBox"});
+    sheet.Line({"C", "Net mileage allowance paid", "CBox", "A - B"});
+    sheet.Line({"D", edition::notepad::MileageMiles, "DBox"});
+    sheet.Line({"J", "Total approved mileage allowance payments", "JBox"});
     sheet.Space(Gap);
     sheet.Title("Passenger Payments (only to be completed once)");
-    sheet.Line({.letter = "K",
-                .caption = "Total of any passenger payments to the employee in " + std::string(edition::YearLabel),
-                .box = "KBox"});
-    sheet.Line({.letter = "L", .caption = "Number of business miles for which passenger payments made", .box = "LBox"});
-    sheet.Line({.letter = "M", .caption = std::string(edition::notepad::MileagePassengers), .box = "MBox"});
+    sheet.Line({"K", "Total of any passenger payments to the employee in " + std::string(edition::YearLabel), "KBox"});
+    sheet.Line({"L", "Number of business miles for which passenger payments made", "LBox"});
+    sheet.Line({"M", edition::notepad::MileagePassengers, "MBox"});
     sheet.Space(Gap);
-    sheet.Line({.letter = "Q", .caption = "Total taxable payments", .box = "QBox"});
+    sheet.Line({"Q", "Total taxable payments", "QBox"});
     Finish(layout, sheet, Top);
     return layout;
 }
@@ -296,21 +264,21 @@ Layout JNotepad()
     Layout layout{.width = 720};
     Sheet sheet = OnlySheet(layout);
     sheet.Title("Qualifying expenses payments");
-    sheet.Line({.letter = "A", .caption = "Gross amount of all expenses payments", .box = "ABox"});
+    sheet.Line({"A", "Gross amount of all expenses payments", "ABox"});
     sheet.Space(Gap);
     sheet.Title("Qualifying benefits");
-    sheet.Line({.caption = "The cost to you as an employer of any qualifying benefits", .box = "EmployerCost"});
-    sheet.Line({.caption = "Less anything paid towards the cost by the employee", .box = "EmployeeCost"});
-    sheet.Line({.letter = "B", .caption = "Amount of qualifying benefits", .box = "BBox"});
-    sheet.Line({.letter = "C", .caption = "Enter the cost of qualifying living accommodation provided", .box = "CBox"});
-    sheet.Line({.letter = "D", .caption = "Total of expenses and benefits ", .formula = "A + B + C", .box = "DBox"});
+    sheet.Line({"", "The cost to you as an employer of any qualifying benefits", "EmployerCost"});
+    sheet.Line({"", "Less anything paid towards the cost by the employee", "EmployeeCost"});
+    sheet.Line({"B", "Amount of qualifying benefits", "BBox"});
+    sheet.Line({"C", "Enter the cost of qualifying living accommodation provided", "CBox"});
+    sheet.Line({"D", "Total of expenses and benefits ", "DBox", "A + B + C"});
     sheet.Space(Gap);
     sheet.Title("Calculating the exempt amount");
     sheet.Words(edition::notepad::RelocationExempt);
-    sheet.Line({.caption = std::string(edition::notepad::RelocationPriorYear), .box = "QualExp"});
-    sheet.Line({.letter = "E", .caption = "Exempt amount for this employee", .box = "EBox"});
+    sheet.Line({"", edition::notepad::RelocationPriorYear, "QualExp"});
+    sheet.Line({"E", "Exempt amount for this employee", "EBox"});
     sheet.Space(Gap);
-    sheet.Line({.letter = "F", .caption = "D - E", .box = "FBox"});
+    sheet.Line({"F", "D - E", "FBox"});
     Finish(layout, sheet);
     return layout;
 }
@@ -387,8 +355,7 @@ Layout DNotepad()
     sheet.Title("Give the address of the accommodation provided ");
     constexpr int AddressWidth = 420;
     for (const std::string_view line : {"1", "2", "3", "4", "5"})
-        sheet.Line(
-            {.caption = With("Address Line ", line), .box = "Address" + std::string(line), .boxWidth = AddressWidth});
+        sheet.Line({"", With("Address Line ", line), "Address" + std::string(line), "", AddressWidth});
     layout.Text(sheet.CaptionX(), sheet.Bottom() + 3, 200, "Postcode", Caption);
     layout.Place("Postcode", sheet.Right() - AddressWidth, sheet.Bottom(), AmountWidth, Layout::BoxHeight, "Postcode");
     sheet.Space(Layout::BoxHeight + RowGap);
@@ -402,21 +369,17 @@ Layout DNotepad()
     layout.Looks(Caption);
     sheet.Space(Layout::BoxHeight + RowGap + Gap);
     sheet.Title("The basic charge");
-    sheet.Line({.letter = "A",
-                .caption = "Amount of rent paid for the year (or part of the year) by you or any other person at whose "
-                           "cost the accommodation is provided to the employee",
-                .box = "BasicChargeA"});
-    sheet.Line({.letter = "B",
-                .caption = "Enter the annual value (or part of the annual value) of the accommodation ",
-                .box = "BasicChargeB"});
-    sheet.Line({.letter = "C", .caption = "Greater of A and B", .box = "BasicChargeC"});
-    sheet.Line({.letter = "D",
-                .caption = "Enter any amount made good to you by the employee for the living accommodation (If this "
-                           "amount is more than C, enter the amount at C here.)",
-                .box = "BasicChargeD"});
-    sheet.Line({.letter = "E",
-                .caption = "The figure at E is the cash equivalent of the basic charge.  Subtract D from C",
-                .box = "BasicChargeE"});
+    sheet.Line({"A",
+                "Amount of rent paid for the year (or part of the year) by you or any other person at whose cost the "
+                "accommodation is provided to the employee",
+                "BasicChargeA"});
+    sheet.Line({"B", "Enter the annual value (or part of the annual value) of the accommodation ", "BasicChargeB"});
+    sheet.Line({"C", "Greater of A and B", "BasicChargeC"});
+    sheet.Line({"D",
+                "Enter any amount made good to you by the employee for the living accommodation (If this amount is "
+                "more than C, enter the amount at C here.)",
+                "BasicChargeD"});
+    sheet.Line({"E", "The figure at E is the cash equivalent of the basic charge.  Subtract D from C", "BasicChargeE"});
     sheet.Space(Gap);
     layout.Place("Image1", sheet.Left() - 1, sheet.Bottom() - 2, 26, 26);
     layout.Text(sheet.CaptionX(), sheet.Bottom() + 3, 400, "Calculate Additional Charge (if needed)", Caption);
@@ -430,28 +393,27 @@ Layout D2Notepad()
     Layout layout{.width = 760};
     Sheet sheet = OnlySheet(layout);
     sheet.Title("The additional charge");
-    sheet.Line({.letter = "F", .caption = "Cost of accommodation (including the cost of improvements)", .box = "FBox"});
+    sheet.Line({"F", "Cost of accommodation (including the cost of improvements)", "FBox"});
     layout.Place("Info", sheet.CaptionX(), sheet.Bottom(), 170, 24);
     sheet.Space(24 + RowGap);
-    sheet.Line({.letter = "G",
-                .caption = "Payments made by the employee towards the cost or for the grant of tenancy",
-                .box = "GBox"});
-    sheet.Line({.letter = "H", .caption = "(F less G)", .box = "HBox"});
-    sheet.Line({.letter = "J", .caption = std::string(edition::notepad::AccommodationExcess), .box = "JBox"});
-    sheet.Line({.letter = "K", .caption = std::string(edition::notepad::AccommodationRate), .box = "KBox"});
-    sheet.Line({.caption = "If the accommodation was provided for part of the tax year only, enter the number of days "
-                           "it was provided here",
-                .box = "AddChargeDays"});
-    sheet.Line({.letter = "L", .caption = std::string(edition::notepad::AccommodationDays), .box = "LBox"});
-    sheet.Line({.letter = "M", .caption = "Enter the rent paid by the employee for the accommodation", .box = "MBox"});
-    sheet.Line({.letter = "N", .caption = "Enter any rent which you have included in box D", .box = "NBox"});
-    sheet.Line({.letter = "P", .caption = "(M less N)", .box = "PBox"});
-    sheet.Line({.letter = "Q",
-                .caption = "Subtract P from K (if the accommodation was provided throughout the tax year), or Subtract "
-                           "P from L (if the accommodation was provided for only part of the tax year)",
-                .box = "QBox"});
-    sheet.Line({.letter = "E", .caption = "Enter the amount shown in box E on the front of this form", .box = "EBox"});
-    sheet.Line({.letter = "R", .caption = "Total of Q and E", .box = "RBox"});
+    sheet.Line({"G", "Payments made by the employee towards the cost or for the grant of tenancy", "GBox"});
+    sheet.Line({"H", "(F less G)", "HBox"});
+    sheet.Line({"J", edition::notepad::AccommodationExcess, "JBox"});
+    sheet.Line({"K", edition::notepad::AccommodationRate, "KBox"});
+    sheet.Line({"",
+                "If the accommodation was provided for part of the tax year only, enter the number of days it was "
+                "provided here",
+                "AddChargeDays"});
+    sheet.Line({"L", edition::notepad::AccommodationDays, "LBox"});
+    sheet.Line({"M", "Enter the rent paid by the employee for the accommodation", "MBox"});
+    sheet.Line({"N", "Enter any rent which you have included in box D", "NBox"});
+    sheet.Line({"P", "(M less N)", "PBox"});
+    sheet.Line({"Q",
+                "Subtract P from K (if the accommodation was provided throughout the tax year), or Subtract P from L "
+                "(if the accommodation was provided for only part of the tax year)",
+                "QBox"});
+    sheet.Line({"E", "Enter the amount shown in box E on the front of this form", "EBox"});
+    sheet.Line({"R", "Total of Q and E", "RBox"});
     Finish(layout, sheet);
     return layout;
 }

@@ -4,64 +4,58 @@
 
 namespace quillmere {
 
+namespace {
+
+constexpr TextLook InCentre(int size)
+{
+    return {.size = size, .bold = true, .align = TextLook::Align::Centre};
+}
+
+void Draw(Layout& layout, Layout::Drawn::What what, int x, int y, int width, int height, std::string_view text = {},
+          const TextLook& look = {})
+{
+    layout.drawn.push_back({.what = what,
+                            .x = x,
+                            .y = y,
+                            .width = width,
+                            .height = height,
+                            .text = std::string(text),
+                            .look = look,
+                            .page = layout.page});
+}
+
+} // namespace
+
 void Layout::Panel(int x, int y, int w, int h)
 {
-    drawn.push_back({.what = Drawn::What::Panel, .x = x, .y = y, .width = w, .height = h, .page = page});
+    Draw(*this, Drawn::What::Panel, x, y, w, h);
 }
 
 void Layout::Frame(int x, int y, int w, int h, std::string_view title)
 {
-    drawn.push_back({.what = Drawn::What::Frame,
-                     .x = x,
-                     .y = y,
-                     .width = w,
-                     .height = h,
-                     .text = std::string(title),
-                     .look = {.size = 12, .bold = true, .align = TextLook::Align::Centre},
-                     .page = page});
+    Draw(*this, Drawn::What::Frame, x, y, w, h, title, InCentre(12));
 }
 
 void Layout::Letter(int x, int y, std::string_view letter)
 {
-    drawn.push_back({.what = Drawn::What::Letter,
-                     .x = x,
-                     .y = y,
-                     .width = 22,
-                     .height = 22,
-                     .text = std::string(letter),
-                     .look = {.size = 15, .bold = true, .align = TextLook::Align::Centre},
-                     .page = page});
+    Draw(*this, Drawn::What::Letter, x, y, 22, 22, letter, InCentre(15));
 }
 
 void Layout::Tag(int x, int y, std::string_view text)
 {
-    drawn.push_back({.what = Drawn::What::Tag,
-                     .x = x,
-                     .y = y,
-                     .width = 24,
-                     .height = BoxHeight,
-                     .text = std::string(text),
-                     .look = {.size = 12, .bold = true, .align = TextLook::Align::Centre},
-                     .page = page});
+    Draw(*this, Drawn::What::Tag, x, y, 24, BoxHeight, text, InCentre(12));
 }
 
 void Layout::Text(int x, int y, int w, std::string_view text, TextLook look, int h)
 {
     const auto lines = 1 + std::ranges::count(text, '\n');
     const int textHeight = static_cast<int>(lines) * (look.size + 4);
-    drawn.push_back({.what = Drawn::What::Text,
-                     .x = x,
-                     .y = y,
-                     .width = w,
-                     .height = h > 0 ? h : textHeight,
-                     .text = std::string(text),
-                     .look = look,
-                     .page = page});
+    Draw(*this, Drawn::What::Text, x, y, w, h > 0 ? h : textHeight, text, look);
 }
 
 void Layout::Line(int x, int y, int w, int h)
 {
-    drawn.push_back({.what = Drawn::What::Line, .x = x, .y = y, .width = w, .height = h, .page = page});
+    Draw(*this, Drawn::What::Line, x, y, w, h);
 }
 
 void Layout::Place(std::string_view box, int x, int y, int w, int h, std::string_view spoken)
