@@ -1,6 +1,5 @@
 #pragma once
 
-#include "frame/LibraryInUse.h"
 #include "frame/Screen.h"
 
 #include <string>

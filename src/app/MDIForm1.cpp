@@ -11,13 +11,11 @@
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"
 #include "frame/Folders.h"
-#include "frame/Session.h"
 #include "frame/Settings.h"
 #include "screens/P11DPage.h"
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <fmt/format.h>
 #include <string>
 

@@ -8,7 +8,6 @@
 #include "review/StatusTalk.h"
 
 #include <filesystem>
-#include <functional>
 #include <optional>
 
 namespace quillmere {

@@ -7,7 +7,6 @@
 #include "edition/SampleClients.h"
 #include "frame/CloseAll.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 #include <vector>
 

@@ -3,8 +3,6 @@
 #include "calculators/LoanBenefit.h"
 #include "frame/Explained.h"
 
-#include <string_view>
-
 namespace quillmere {
 
 /// How the cash equivalent of a loan came about, box by box of the loan calculator. `others` is what the employee's

@@ -1,7 +1,6 @@
 #include "calculators/VanBenefit.h"
 
 #include "edition/Edition.h"
-#include "frame/Dates.h"
 #include "frame/Text.h"
 
 #include <algorithm>

@@ -7,7 +7,6 @@
 #include <array>
 #include <cstddef>
 #include <string>
-#include <string_view>
 #include <vector>
 
 /// The van benefit and van fuel benefit of one van, its dates, and what the three vans come to. ITEPA 2003 s.154 to

@@ -3,7 +3,6 @@
 #include "cars/CO2Calculations.h"
 #include "cars/WholeNumbers.h"
 #include "edition/CarRates.h"
-#include "edition/Edition.h"
 
 #include <algorithm>
 

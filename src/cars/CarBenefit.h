@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 /// The car benefit and the car fuel benefit of one car, and the totals of the six. ITEPA 2003 s.114 to s.153.

@@ -11,8 +11,6 @@
 #include "frame/Nth.h"
 #include "frame/Text.h"
 
-#include <array>
-
 namespace quillmere {
 
 namespace {

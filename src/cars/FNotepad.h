@@ -4,7 +4,6 @@
 #include "cars/CarSheet.h"
 #include "clientdb/Notepad.h"
 
-#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>

@@ -1,7 +1,6 @@
 #include "clientdb/Employees.h"
 
 #include "clientdb/store/FormMarks.h"
-#include "clientdb/store/TableLayouts.h"
 #include "frame/Text.h"
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 #include "clientdb/EmployerScreens.h"
 
 #include "clientdb/BoundScreen.h"
-#include "clientdb/Employees.h"
 #include "clientdb/RecentEmployees.h"
 #include "clientdb/SafetyCopies.h"
 #include "clientdb/TypedJournal.h"
@@ -13,7 +12,6 @@
 
 #include <array>
 #include <fmt/format.h>
-#include <optional>
 
 namespace quillmere {
 

@@ -7,7 +7,6 @@
 #include "frame/Session.h"
 
 #include <fmt/format.h>
-#include <optional>
 
 namespace quillmere {
 

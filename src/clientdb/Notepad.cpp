@@ -1,6 +1,5 @@
 #include "clientdb/Notepad.h"
 
-#include "clientdb/CurrentRecord.h"
 #include "clientdb/FurtherCars.h"
 #include "clientdb/OpenRecord.h"
 #include "clientdb/UserOperation.h"

@@ -3,7 +3,6 @@
 #include "clientdb/SafetyCopies.h"
 #include "clientdb/store/DatabaseState.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>

@@ -8,7 +8,6 @@
 #include "frame/Text.h"
 
 #include <algorithm>
-#include <array>
 #include <fmt/format.h>
 #include <sstream>
 

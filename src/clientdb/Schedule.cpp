@@ -4,8 +4,6 @@
 #include "frame/KeyFilters.h"
 #include "frame/Text.h"
 
-#include <algorithm>
-
 namespace quillmere {
 
 Schedule::Schedule(Screen& screen, std::span<const ScheduleColumn> columns) : screen(screen), columns(columns)

@@ -7,7 +7,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// Schedules: lists of up to twenty lines behind one box of a form, stored as numbered fields of one record. What the
 /// schedules of the pages and those of the declaration have in common.

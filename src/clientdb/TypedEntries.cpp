@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <optional>
 #include <system_error>
 
 namespace quillmere {

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quillmere {

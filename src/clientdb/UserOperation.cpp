@@ -1,7 +1,6 @@
 #include "clientdb/UserOperation.h"
 
 #include "frame/CloseAll.h"
-#include "frame/Dates.h"
 
 #include <algorithm>
 #include <array>

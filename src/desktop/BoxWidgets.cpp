@@ -1,15 +1,11 @@
 #include "desktop/BoxWidgets.h"
 
-#include "desktop/Look.h"
-
 #include <QFocusEvent>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <utility>
 
 namespace quillmere {
 

@@ -19,7 +19,6 @@
 #include <QStyle>
 #include <QSysInfo>
 #include <QTimer>
-#include <QUrl>
 
 #include <algorithm>
 #include <chrono>

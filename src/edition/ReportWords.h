@@ -5,8 +5,6 @@
 #include "edition/JoinedText.h"
 #include "edition/MileageRates.h"
 
-#include <string_view>
-
 /// The words of the section reports that belong to the year: its label, and the limits and rates that a label names.
 /// The labels that stay from year to year are in the tables of printing/.
 namespace quillmere::edition::report {

@@ -3,6 +3,7 @@
 #include "exchange/Csv.h"
 #include "frame/CellEntry.h"
 #include "screens/Form3.h"
+#include "screens/Side2Form1.h"
 
 #include <algorithm>
 #include <fmt/format.h>

@@ -3,14 +3,12 @@
 #include "cars/CarColumn.h"
 #include "frame/Session.h"
 #include "screens/ScheduleNotepad.h"
-#include "screens/Side2Form1.h"
 
 #include <deque>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace quillmere::exchange {
 

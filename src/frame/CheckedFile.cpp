@@ -7,14 +7,12 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <linux/magic.h>
-#include <memory>
 #include <optional>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
-#include <vector>
 
 namespace quillmere {
 

@@ -6,7 +6,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 
 namespace quillmere::review {
 

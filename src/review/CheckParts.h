@@ -2,7 +2,6 @@
 
 #include "edition/Edition.h"
 #include "frame/Amount.h"
-#include "frame/Text.h"
 #include "review/Checks.h"
 
 #include <optional>

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <fmt/format.h>
-#include <system_error>
 #include <utility>
 
 namespace quillmere::review {

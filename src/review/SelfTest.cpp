@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <set>
 #include <stdexcept>
 #include <utility>

@@ -2,7 +2,6 @@
 
 #include "edition/Edition.h"
 
-#include <string>
 #include <vector>
 
 namespace quillmere {

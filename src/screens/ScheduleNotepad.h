@@ -4,9 +4,7 @@
 #include "clientdb/Schedule.h"
 
 #include <array>
-#include <cstddef>
 #include <span>
-#include <string>
 #include <string_view>
 
 namespace quillmere {

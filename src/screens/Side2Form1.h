@@ -2,8 +2,6 @@
 
 #include "screens/P11DPage.h"
 
-#include <string_view>
-
 namespace quillmere {
 
 /// Page 2: the second side of the form P11D for one employee, with sections G to O.

@@ -10,7 +10,6 @@
 #include "frame/Session.h"
 
 #include <array>
-#include <cerrno>
 #include <fmt/format.h>
 
 namespace quillmere {

@@ -7,7 +7,6 @@
 #include "frame/Tick.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace quillmere {
 

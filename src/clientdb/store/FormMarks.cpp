@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <fmt/format.h>
 #include <set>
-#include <string>
 
 namespace quillmere {
 namespace {

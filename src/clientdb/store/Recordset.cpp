@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <fmt/format.h>
-#include <optional>
 #include <utility>
 
 namespace quillmere {

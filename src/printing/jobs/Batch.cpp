@@ -6,7 +6,6 @@
 #include "printing/jobs/JobSequence.h"
 #include "printing/jobs/PrinterBatch.h"
 
-#include <algorithm>
 #include <exception>
 #include <set>
 #include <utility>

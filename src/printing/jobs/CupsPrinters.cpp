@@ -7,7 +7,6 @@
 #include <future>
 #include <memory>
 #include <optional>
-#include <string_view>
 #include <strings.h>
 #include <thread>
 #include <utility>

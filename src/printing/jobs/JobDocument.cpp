@@ -8,7 +8,6 @@
 #include "printing/jobs/HeldFile.h"
 
 #include <fmt/format.h>
-#include <system_error>
 
 namespace quillmere {
 

@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <utility>
+#include <variant>
 
 namespace quillmere {
 

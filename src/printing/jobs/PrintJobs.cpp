@@ -10,7 +10,6 @@
 
 #include <fmt/format.h>
 #include <functional>
-#include <string>
 #include <utility>
 
 namespace quillmere {

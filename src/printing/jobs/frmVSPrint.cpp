@@ -4,7 +4,6 @@
 #include "frame/Amount.h"
 #include "frame/CheckedFile.h"
 #include "frame/CloseAll.h"
-#include "frame/Folders.h"
 #include "frame/Session.h"
 #include "frame/ShellOpen.h"
 #include "printing/jobs/PdfNames.h"
@@ -14,7 +13,6 @@
 #include <algorithm>
 #include <array>
 #include <fmt/format.h>
-#include <vector>
 
 namespace quillmere {
 

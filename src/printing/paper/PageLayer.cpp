@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <fmt/format.h>
-#include <utility>
 
 namespace quillmere {
 

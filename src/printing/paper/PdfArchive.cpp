@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <fmt/format.h>
 #include <initializer_list>
-#include <vector>
 
 namespace quillmere {
 

@@ -7,7 +7,6 @@
 #include <hb-subset.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <fmt/format.h>
 #include <memory>
