@@ -1,6 +1,6 @@
 #include "calculators/D2Notepad.h"
 
-#include "calculators/AccommodationBenefit.h"
+#include "calculators/CalculatorFacts.h"
 #include "calculators/DNotepad.h"
 #include "edition/NotepadWords.h"
 
@@ -92,12 +92,7 @@ void D2Notepad::ShowBasicCharge(const Recordset& records)
 
 void D2Notepad::Recalculate()
 {
-    const AdditionalChargeWorking working = AdditionalCharge({.FBox = TextOf("FBox"),
-                                                              .GBox = TextOf("GBox"),
-                                                              .AddChargeDays = TextOf("AddChargeDays"),
-                                                              .MBox = TextOf("MBox"),
-                                                              .NBox = TextOf("NBox"),
-                                                              .EBox = TextOf("EBox")});
+    const AdditionalChargeWorking working = AdditionalCharge(ReadAdditionalCharge(OnScreen(*this), TextOf("EBox")));
     if (!working.computed)
         return ClearBoxes(Computed);
     SetAmount("FBox", working.F);

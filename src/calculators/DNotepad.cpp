@@ -1,6 +1,6 @@
 #include "calculators/DNotepad.h"
 
-#include "calculators/AccommodationBenefit.h"
+#include "calculators/CalculatorFacts.h"
 
 #include <array>
 
@@ -62,9 +62,7 @@ DNotepad::DNotepad(Session& session)
 
 void DNotepad::Recalculate()
 {
-    const BasicChargeWorking working = BasicCharge({.BasicChargeA = TextOf("BasicChargeA"),
-                                                    .BasicChargeB = TextOf("BasicChargeB"),
-                                                    .BasicChargeD = TextOf("BasicChargeD")});
+    const BasicChargeWorking working = BasicCharge(ReadBasicCharge(OnScreen(*this)));
     if (!working.computed) {
         for (const std::string_view emptied : {"BasicChargeC", "BasicChargeD", "BasicChargeE"})
             box(emptied).Clear();

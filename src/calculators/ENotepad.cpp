@@ -1,6 +1,6 @@
 #include "calculators/ENotepad.h"
 
-#include "calculators/MileageBenefit.h"
+#include "calculators/CalculatorFacts.h"
 #include "edition/NotepadWords.h"
 
 namespace quillmere {
@@ -55,12 +55,7 @@ void ENotepad::TabShown()
 
 void ENotepad::Recalculate()
 {
-    const MileageWorking working = MileageBenefit({.vehicle = static_cast<Vehicle>(Tab() - 1),
-                                                   .ABox = TextOf("ABox"),
-                                                   .BBox = TextOf("BBox"),
-                                                   .DBox = TextOf("DBox"),
-                                                   .KBox = TextOf("KBox"),
-                                                   .LBox = TextOf("LBox")});
+    const MileageWorking working = MileageBenefit(ReadMileage(OnScreen(*this), static_cast<Vehicle>(Tab() - 1)));
     SetAmount("ABox", working.A);
     SetAmount("BBox", working.B);
     SetAmount("CBox", working.C);

@@ -1,5 +1,6 @@
 #include "calculators/GNotepad.h"
 
+#include "calculators/CalculatorFacts.h"
 #include "edition/Edition.h"
 #include "edition/NotepadWords.h"
 #include "frame/Dates.h"
@@ -124,11 +125,7 @@ VanDates GNotepad::Dates() const
 
 void GNotepad::Recalculate()
 {
-    Put(VanBenefit({.registrationNumber = TextOf("VanRegNumber"),
-                    .dates = Dates(),
-                    .percentage = TextOf("HBox"),
-                    .payments = TextOf("LBox"),
-                    .fuelTick = box("VanFuelTick").Ticked()}));
+    Put(VanBenefit(ReadVan(OnScreen(*this))));
 }
 
 void GNotepad::Put(const VanWorking& working)

@@ -1,5 +1,6 @@
 #include "calculators/HNotepad.h"
 
+#include "calculators/CalculatorFacts.h"
 #include "edition/Edition.h"
 #include "frame/Nth.h"
 #include "frame/Text.h"
@@ -213,13 +214,7 @@ void HNotepad::Recalculate(int loan)
     const auto amount = [&](std::string_view boxName, Amount value) {
         at(boxName).SetText(AmountText(value, edition::FormatMoneyBlankZero));
     };
-    const LoanWorking working = LoanBenefit({.ABox = at("ABox").Text(),
-                                             .BBox = at("BBox").Text(),
-                                             .interestRate = at("GBox").Text(),
-                                             .interestPaid = at("JBox").Text(),
-                                             .maxAmount = at("MaxAmount").Text(),
-                                             .dateFrom = at("DateFrom").Text(),
-                                             .dateTo = at("DateTo").Text()});
+    const LoanWorking working = LoanBenefit(ReadLoan(OnScreen(*this, loan)));
     if (!working.computed) {
         for (const std::string_view emptied : {"MaxAmount", "CBox", "DBox", "CashEq"})
             at(emptied).Clear();

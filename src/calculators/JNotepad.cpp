@@ -1,6 +1,6 @@
 #include "calculators/JNotepad.h"
 
-#include "calculators/RelocationBenefit.h"
+#include "calculators/CalculatorFacts.h"
 
 #include <array>
 
@@ -31,7 +31,7 @@ constexpr auto WritingOrder = std::to_array<std::string_view>({
     "QualExp",
 });
 
-constexpr std::string_view PageField = "JRelocationExp";
+constexpr std::string_view FieldOfPage = "JRelocationExp";
 
 constexpr std::string_view LoadingErrorTitle = "Notepad J - loading error";
 
@@ -55,16 +55,12 @@ JNotepad::JNotepad(Session& session)
 
 void JNotepad::ShowPage(const Recordset& page)
 {
-    box("FBox").SetText(page.Field(PageField));
+    box("FBox").SetText(page.Field(FieldOfPage));
 }
 
 void JNotepad::Recalculate()
 {
-    const RelocationWorking working = RelocationBenefit({.ABox = TextOf("ABox"),
-                                                         .EmployerCost = TextOf("EmployerCost"),
-                                                         .EmployeeCost = TextOf("EmployeeCost"),
-                                                         .CBox = TextOf("CBox"),
-                                                         .QualExp = TextOf("QualExp")});
+    const RelocationWorking working = RelocationBenefit(ReadRelocation(OnScreen(*this)));
     if (!working.computed)
         return;
     SetAmount("ABox", working.A);
@@ -87,7 +83,7 @@ void JNotepad::LeaveEmployeeCost(Box& cost)
 
 std::vector<Notepad::Result> JNotepad::Results(const Recordset& /*own*/) const
 {
-    return {{.field = std::string(PageField), .stored = TextOf("FBox"), .shown = TextOf("FBox")}};
+    return {{.field = std::string(FieldOfPage), .stored = TextOf("FBox"), .shown = TextOf("FBox")}};
 }
 
 void JNotepad::Delete()

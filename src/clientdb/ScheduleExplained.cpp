@@ -71,4 +71,19 @@ Explained ExplainSchedule(const ScheduleShape& shape, const std::vector<std::str
     return explained;
 }
 
+Explained ExplainSchedule(const ScheduleShape& shape, const ScheduleColumn& description, const ScheduleCells& cells,
+                          std::string_view source)
+{
+    const auto text = [&](const ScheduleColumn& column, int line) {
+        return column.Exists() ? cells(column, line) : std::string();
+    };
+    std::vector<std::string> descriptions;
+    std::vector<ScheduleLine> lines;
+    for (int line = 1; line <= LinesOfASchedule; ++line) {
+        descriptions.push_back(text(description, line));
+        lines.push_back({text(shape.cost, line), text(shape.tax, line), text(shape.cash, line)});
+    }
+    return ExplainSchedule(shape, descriptions, lines, source);
+}
+
 } // namespace quillmere

@@ -1,6 +1,7 @@
 #include "review/Explaining.h"
 
 #include "calculators/AccommodationExplained.h"
+#include "calculators/CalculatorFacts.h"
 #include "calculators/LoanExplained.h"
 #include "calculators/MileageExplained.h"
 #include "calculators/RelocationExplained.h"
@@ -11,7 +12,6 @@
 #include "edition/Edition.h"
 #include "frame/Text.h"
 #include "review/PageExplained.h"
-#include "review/ScreenFacts.h"
 #include "screens/ScheduleNotepad.h"
 
 #include <algorithm>
@@ -89,16 +89,9 @@ Explained OfRelocation(const Asked& asked)
 Explained ListOn(const Screen& screen, const ScheduleShape& shape, const ScheduleColumn& description,
                  std::string_view source)
 {
-    const auto text = [&](const ScheduleColumn& column, int line) {
-        return column.Exists() ? screen.box(column.box, line).Text() : std::string();
-    };
-    std::vector<std::string> descriptions;
-    std::vector<ScheduleLine> lines;
-    for (int line = 1; line <= LinesOfASchedule; ++line) {
-        descriptions.push_back(text(description, line));
-        lines.push_back({text(shape.cost, line), text(shape.tax, line), text(shape.cash, line)});
-    }
-    return ExplainSchedule(shape, descriptions, lines, source);
+    return ExplainSchedule(
+        shape, description,
+        [&screen](const ScheduleColumn& column, int line) { return screen.box(column.box, line).Text(); }, source);
 }
 
 /// The cells of a column that is typed in are told of by their total.

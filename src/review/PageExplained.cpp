@@ -1,6 +1,7 @@
 #include "review/PageExplained.h"
 
 #include "calculators/AccommodationExplained.h"
+#include "calculators/CalculatorFacts.h"
 #include "calculators/LoanExplained.h"
 #include "calculators/MileageExplained.h"
 #include "calculators/RelocationExplained.h"
@@ -10,7 +11,6 @@
 #include "clientdb/CurrentRecord.h"
 #include "clientdb/ScheduleExplained.h"
 #include "frame/Text.h"
-#include "review/ScreenFacts.h"
 #include "screens/ScheduleNotepad.h"
 
 #include <algorithm>
@@ -155,7 +155,7 @@ Explained MileageBehind(const Session& session, const Box& box)
 Explained AccommodationBehind(const Session& session, const Box& box)
 {
     const Stored stored(session, "DNotepad");
-    const FieldText field = InRecord(stored.record);
+    const FactReader field = InRecord(stored.record);
     const std::string basicCharge = field("BasicChargeE");
     Parts charges;
     if (const BasicChargeFacts basic = ReadBasicCharge(field);
@@ -293,18 +293,11 @@ Explained ExplainStoredList(const Session& session, std::string_view field)
         return {};
     const NotepadMember& notepad = *total.notepad;
     const Stored stored(session, notepad.name);
-    const auto text = [&](const ScheduleColumn& column, int line) {
-        return column.Exists() ? InRecord(stored.record, line)(column.field) : std::string();
-    };
-    std::vector<std::string> descriptions;
-    std::vector<ScheduleLine> lines;
-    for (int line = 1; line <= LinesOfASchedule; ++line) {
-        descriptions.push_back(text(notepad.columns.front(), line));
-        lines.push_back({text(notepad.Cost(), line), text(notepad.Tax(), line), text(notepad.Cash(), line)});
-    }
-    const Explained list =
-        ExplainSchedule({.cost = notepad.Cost(), .tax = notepad.Tax(), .cash = notepad.Cash(), .kind = notepad.kind},
-                        descriptions, lines, ActOfSection(notepad.name.front()));
+    const Explained list = ExplainSchedule(
+        {.cost = notepad.Cost(), .tax = notepad.Tax(), .cash = notepad.Cash(), .kind = notepad.kind},
+        notepad.columns.front(),
+        [&stored](const ScheduleColumn& column, int line) { return InRecord(stored.record, line)(column.field); },
+        ActOfSection(notepad.name.front()));
     return list.ChainTo(notepad.columns.at(total.column).total);
 }
 

@@ -1,13 +1,13 @@
-#include "review/ScreenFacts.h"
+#include "calculators/CalculatorFacts.h"
 
 #include "frame/Text.h"
 #include "frame/Tick.h"
 
 #include <algorithm>
 
-namespace quillmere::review {
+namespace quillmere {
 
-FieldText OnScreen(const Screen& screen, int index)
+FactReader OnScreen(const Screen& screen, int index)
 {
     return [&screen, index](std::string_view field) {
         const auto found = std::ranges::find_if(
@@ -16,7 +16,7 @@ FieldText OnScreen(const Screen& screen, int index)
     };
 }
 
-FieldText InRecord(const Recordset& record, int number)
+FactReader InRecord(const Recordset& record, int number)
 {
     return [&record, number](std::string_view field) {
         if (record.NoMatch())
@@ -25,7 +25,7 @@ FieldText InRecord(const Recordset& record, int number)
     };
 }
 
-VanFacts ReadVan(const FieldText& field)
+VanFacts ReadVan(const FactReader& field)
 {
     return {.registrationNumber = field("RegNumber"),
             .dates = {.texts = {field("DateFrom1"), field("DateTo1"), field("DateFrom2"), field("DateTo2"),
@@ -35,7 +35,7 @@ VanFacts ReadVan(const FieldText& field)
             .fuelTick = IsSet(field("FuelVanTick"))};
 }
 
-LoanFacts ReadLoan(const FieldText& field)
+LoanFacts ReadLoan(const FactReader& field)
 {
     return {.ABox = field("MaxBalanceLater"),
             .BBox = field("MaxBalanceEarlier"),
@@ -46,14 +46,14 @@ LoanFacts ReadLoan(const FieldText& field)
             .dateTo = field("DateTo")};
 }
 
-BasicChargeFacts ReadBasicCharge(const FieldText& field)
+BasicChargeFacts ReadBasicCharge(const FactReader& field)
 {
     return {.BasicChargeA = field("BasicChargeA"),
             .BasicChargeB = field("BasicChargeB"),
             .BasicChargeD = field("BasicChargeD")};
 }
 
-AdditionalChargeFacts ReadAdditionalCharge(const FieldText& field, std::string_view basicCharge)
+AdditionalChargeFacts ReadAdditionalCharge(const FactReader& field, std::string_view basicCharge)
 {
     return {.FBox = field("AddChargeF"),
             .GBox = field("AddChargeG"),
@@ -63,7 +63,7 @@ AdditionalChargeFacts ReadAdditionalCharge(const FieldText& field, std::string_v
             .EBox = std::string(basicCharge)};
 }
 
-MileageFacts ReadMileage(const FieldText& field, Vehicle vehicle)
+MileageFacts ReadMileage(const FactReader& field, Vehicle vehicle)
 {
     return {.vehicle = vehicle,
             .ABox = field("ABox"),
@@ -73,7 +73,7 @@ MileageFacts ReadMileage(const FieldText& field, Vehicle vehicle)
             .LBox = field("LBox")};
 }
 
-RelocationFacts ReadRelocation(const FieldText& field)
+RelocationFacts ReadRelocation(const FactReader& field)
 {
     return {.ABox = field("ABox"),
             .EmployerCost = field("EmployerCost"),
@@ -82,4 +82,4 @@ RelocationFacts ReadRelocation(const FieldText& field)
             .QualExp = field("QualExp")};
 }
 
-} // namespace quillmere::review
+} // namespace quillmere
