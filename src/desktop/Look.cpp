@@ -158,6 +158,25 @@ void LoadFonts()
     static_cast<void>(loaded);
 }
 
+Tones MakeTones(Shade shade)
+{
+    const auto pick = [shade](QRgb light, QRgb dark) { return QColor(shade == Shade::Light ? light : dark); };
+    return {.ground = pick(0xF7F8FA, 0x24272B),
+            .panel = pick(0xE9EBEE, 0x2E3238),
+            .sheet = pick(0xFFFFFF, 0x3B4149),
+            .workedOut = pick(0xDDEAFA, 0x243750),
+            .computed = pick(0xE2E6DC, 0x292E26),
+            .ink = pick(0x1A1A1A, 0xECEEF1),
+            .faint = pick(0x5A616A, 0xAEB5BE),
+            .frame = pick(0x9AA1AB, 0x7A828C),
+            .letter = pick(0x000000, 0xDDE0E5),
+            .letterInk = pick(0xFFFFFF, 0x121416),
+            .desk = pick(0xC9CED4, 0x3A4048),
+            .deskInk = pick(0x3C434C, 0xD2D7DE),
+            .fault = pick(0xD01C1C, 0xFF6B6B),
+            .mark = pick(0xB34F00, 0xFFB04A)};
+}
+
 /// What a widget's part looks like, in use and out of use.
 struct ColourRow {
     QPalette::ColorRole role;
@@ -282,34 +301,7 @@ Shade ShadeInUse()
 
 const Tones& TonesOf(Shade shade)
 {
-    static const Tones light{.ground = QColor(0xF7, 0xF8, 0xFA),
-                             .panel = QColor(0xE9, 0xEB, 0xEE),
-                             .sheet = QColor(0xFF, 0xFF, 0xFF),
-                             .workedOut = QColor(0xDD, 0xEA, 0xFA),
-                             .computed = QColor(0xE2, 0xE6, 0xDC),
-                             .ink = QColor(0x1A, 0x1A, 0x1A),
-                             .faint = QColor(0x5A, 0x61, 0x6A),
-                             .frame = QColor(0x9A, 0xA1, 0xAB),
-                             .letter = QColor(0x00, 0x00, 0x00),
-                             .letterInk = QColor(0xFF, 0xFF, 0xFF),
-                             .desk = QColor(0xC9, 0xCE, 0xD4),
-                             .deskInk = QColor(0x3C, 0x43, 0x4C),
-                             .fault = QColor(0xD0, 0x1C, 0x1C),
-                             .mark = QColor(0xB3, 0x4F, 0x00)};
-    static const Tones dark{.ground = QColor(0x24, 0x27, 0x2B),
-                            .panel = QColor(0x2E, 0x32, 0x38),
-                            .sheet = QColor(0x3B, 0x41, 0x49),
-                            .workedOut = QColor(0x24, 0x37, 0x50),
-                            .computed = QColor(0x29, 0x2E, 0x26),
-                            .ink = QColor(0xEC, 0xEE, 0xF1),
-                            .faint = QColor(0xAE, 0xB5, 0xBE),
-                            .frame = QColor(0x7A, 0x82, 0x8C),
-                            .letter = QColor(0xDD, 0xE0, 0xE5),
-                            .letterInk = QColor(0x12, 0x14, 0x16),
-                            .desk = QColor(0x3A, 0x40, 0x48),
-                            .deskInk = QColor(0xD2, 0xD7, 0xDE),
-                            .fault = QColor(0xFF, 0x6B, 0x6B),
-                            .mark = QColor(0xFF, 0xB0, 0x4A)};
+    static const Tones light = MakeTones(Shade::Light), dark = MakeTones(Shade::Dark);
     return shade == Shade::Dark ? dark : light;
 }
 
