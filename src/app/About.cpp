@@ -10,7 +10,6 @@
 #include "printing/jobs/CupsPrinters.h"
 #include "printing/paper/PaperLibraries.h"
 
-#include <algorithm>
 #include <array>
 #include <fmt/format.h>
 
@@ -20,7 +19,7 @@ namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "AboutTitle", .kind = BoxKind::Label, .text = edition::AppTitle},
-    {.name = "AboutFacts", .kind = BoxKind::Table, .spoken = "About the program", .columns = "What\tWhich"},
+    TableBoxRow("AboutFacts", "About the program", "What\tWhich"),
     {.name = "AboutCopy", .kind = BoxKind::Button, .text = "C&opy", .key = "Ctrl+C"},
     {.name = "AboutClose", .kind = BoxKind::Button, .text = "&Close"},
 });

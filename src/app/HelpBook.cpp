@@ -13,10 +13,7 @@ namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "HelpSought", .spoken = "Words to look for in the guide", .movesIn = "HelpContents"},
-    {.name = "HelpContents",
-     .kind = BoxKind::Table,
-     .spoken = "Chapters and sections of the guide",
-     .columns = "Section"},
+    TableBoxRow("HelpContents", "Chapters and sections of the guide", "Section"),
     {.name = "HelpText", .kind = BoxKind::Surface, .spoken = "Text of the section"},
     {.name = "HelpClose", .kind = BoxKind::Button, .text = "&Close"},
 });

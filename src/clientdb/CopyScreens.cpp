@@ -12,10 +12,7 @@ namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "InUse", .kind = BoxKind::Label},
-    {.name = "Copies",
-     .kind = BoxKind::Table,
-     .spoken = "Copies of the client database",
-     .columns = "When\tWhy\t>Size\tCheck"},
+    TableBoxRow("Copies", "Copies of the client database", "When\tWhy\t>Size\tCheck"),
     {.name = "CopyPutBack", .kind = BoxKind::Button, .text = "&Put Back"},
     {.name = "CopiesAgain", .kind = BoxKind::Button, .text = "Look &Again"},
     {.name = "CopiesClose", .kind = BoxKind::Button, .text = "&Close"},

@@ -18,7 +18,7 @@ namespace {
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "DamagedWords", .kind = BoxKind::Label},
     {.name = "Offer", .kind = BoxKind::Label},
-    {.name = "Faults", .kind = BoxKind::Table, .spoken = "What is wrong", .columns = "What is wrong"},
+    TableBoxRow("Faults", "What is wrong", "What is wrong"),
     {.name = "DamagedPutBack", .kind = BoxKind::Button, .text = "&Put Back"},
     {.name = "DamagedSalvage", .kind = BoxKind::Button, .text = "S&alvage"},
     {.name = "DamagedCopies", .kind = BoxKind::Button, .text = "Safet&y Copies..."},

@@ -57,10 +57,7 @@ bool ExportScreen::Load()
 
 const ExportRow& ExportScreen::Chosen() const
 {
-    std::size_t chosen = 0;
-    while (chosen + 1 < Exports().size() && !box("ExportWhat", static_cast<int>(chosen)).Ticked())
-        ++chosen;
-    return Exports()[chosen];
+    return Exports()[static_cast<std::size_t>(ChosenOption("ExportWhat").value_or(0))];
 }
 
 std::filesystem::path ExportScreen::ProposedFile() const

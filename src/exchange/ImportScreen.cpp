@@ -28,10 +28,7 @@ constexpr std::string_view NoTarget = "(not taken over)", NoEmployer = "(none)";
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "ImportFile", .kind = BoxKind::Label},
     {.name = "ImportEmployer", .kind = BoxKind::DropDown, .spoken = "Employer of rows that name none"},
-    {.name = "ImportColumns",
-     .kind = BoxKind::Table,
-     .spoken = "Columns of the file",
-     .columns = "Column\tFirst entry\tGoes to"},
+    TableBoxRow("ImportColumns", "Columns of the file", "Column\tFirst entry\tGoes to"),
     {.name = "ImportTarget", .kind = BoxKind::DropDown, .spoken = "The chosen column goes to"},
     {.name = "ImportRows",
      .kind = BoxKind::Table,

@@ -74,6 +74,12 @@ constexpr BoxRow OptionRow(std::string_view name, int index, std::string_view ca
     return {.name = name, .kind = BoxKind::Option, .text = caption, .letter = letter, .first = index, .last = index};
 }
 
+/// The row of a list with columns.
+constexpr BoxRow TableBoxRow(std::string_view name, std::string_view spoken, std::string_view columns)
+{
+    return {.name = name, .kind = BoxKind::Table, .spoken = spoken, .columns = columns};
+}
+
 /// By which column the lines of a table stand in order, -1 for none.
 struct Sorting {
     int column = -1;

@@ -362,6 +362,20 @@ void Screen::CloseRequested()
         session.screens.Unload(name);
 }
 
+std::optional<int> Screen::ChosenOption(std::string_view group) const
+{
+    const auto chosen =
+        std::ranges::find_if(boxes, [group](const auto& box) { return box->Name() == group && box->Ticked(); });
+    return chosen == boxes.end() ? std::nullopt : std::optional((*chosen)->Index());
+}
+
+void Screen::ChooseOption(std::string_view group, int index)
+{
+    for (const auto& option : boxes)
+        if (option->Name() == group)
+            option->SetTicked(option->Index() == index);
+}
+
 void Screen::Focus(Box& box)
 {
     if (view != nullptr)

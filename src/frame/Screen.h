@@ -117,6 +117,10 @@ public:
 
     /// Moves the focus to a control.
     void Focus(Box& box);
+    /// The option of a group that is ticked; nothing if none is.
+    std::optional<int> ChosenOption(std::string_view group) const;
+    /// Ticks that option of a group, and no other.
+    void ChooseOption(std::string_view group, int index);
 
     // What the window tells. Failures that a handler lets through end in the general error box.
     /// Passes one typed or pasted character through the box's guard and filter. Sounds the beep of a refused one.

@@ -12,10 +12,7 @@ namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "Summary", .kind = BoxKind::Label},
-    {.name = "Examples",
-     .kind = BoxKind::Table,
-     .spoken = "Published examples",
-     .columns = "Example\tResult\tExpected\tGot\tFacts\tHolds\tSource"},
+    TableBoxRow("Examples", "Published examples", "Example\tResult\tExpected\tGot\tFacts\tHolds\tSource"),
     {.name = "Chosen", .kind = BoxKind::Label},
     {.name = "CalculatorCheckPrint", .kind = BoxKind::Button, .text = "&Print", .key = "Ctrl+P"},
     {.name = "CalculatorCheckClose", .kind = BoxKind::Button, .text = "&Close"},

@@ -72,15 +72,9 @@ bool CheckList::Load()
 {
     // With nobody open there is still the folder.
     if (session.CurrentEmployer.empty())
-        TickScope(EveryEmployer);
+        ChooseOption("Scope", EveryEmployer);
     Start();
     return true;
-}
-
-void CheckList::TickScope(Scope ticked)
-{
-    for (const Scope scope : {ThisEmployee, ThisEmployer, EveryEmployer})
-        box("Scope", scope).SetTicked(scope == ticked);
 }
 
 void CheckList::Start()

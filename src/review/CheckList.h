@@ -28,7 +28,6 @@ private:
         Finding finding;
     };
 
-    void TickScope(Scope ticked);
     void Start();
     void GoOn();
     void Take(const std::string& employer, const FindingList& findings);

@@ -2,7 +2,6 @@
 
 #include "frame/Session.h"
 
-#include <algorithm>
 #include <array>
 #include <fmt/format.h>
 #include <iterator>
@@ -16,10 +15,7 @@ constexpr std::string_view WindowName = "Explanation";
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "Heading", .kind = BoxKind::Label},
-    {.name = "Steps",
-     .kind = BoxKind::Table,
-     .spoken = "Steps of the working",
-     .columns = "Box\tWhat it is\tHow it is worked out\tFigure\tSource"},
+    TableBoxRow("Steps", "Steps of the working", "Box\tWhat it is\tHow it is worked out\tFigure\tSource"),
     {.name = "Words", .kind = BoxKind::Label},
     {.name = "ExplainCopy", .kind = BoxKind::Button, .text = "C&opy", .key = "Ctrl+C"},
     {.name = "ExplainPrint", .kind = BoxKind::Button, .text = "&Print", .key = "Ctrl+P"},

@@ -193,10 +193,7 @@ void TypedStrip::Activate()
 TypedList::TypedList(Session& session) : Screen(session, "TypedList", ShowMode::Window, "Typed and not stored")
 {
     static constexpr auto Rows = std::to_array<BoxRow>({
-        {.name = "TypedLines",
-         .kind = BoxKind::Table,
-         .spoken = "What was typed and not stored",
-         .columns = "Where\tBox\tTyped\tStored"},
+        TableBoxRow("TypedLines", "What was typed and not stored", "Where\tBox\tTyped\tStored"),
         {.name = "TypedWords", .kind = BoxKind::Label},
         {.name = "TypedBack", .kind = BoxKind::Button, .text = "&Bring Back"},
         {.name = "TypedForget", .kind = BoxKind::Button, .text = "&Forget"},

@@ -38,6 +38,16 @@ void BatchRun::Stop()
     screen.box(words).SetText("Ending ...");
 }
 
+void BatchRun::EndsBy(std::string_view button)
+{
+    screen.OnClick(button, [this](Box&) {
+        if (IsRunning())
+            Stop();
+        else
+            session.screens.Unload(screen.Name());
+    });
+}
+
 void BatchRun::SayInHand()
 {
     screen.box(words).SetText(fmt::format("{}, {} of {}", batch->InHand(), batch->NumberInHand(), batch->Documents()));

@@ -21,6 +21,8 @@ public:
     bool IsRunning() const { return batch != nullptr; }
     /// The batch ends before its next document.
     void Stop();
+    /// Puts the batch's end, and while none runs the screen's own, behind one of its buttons.
+    void EndsBy(std::string_view button);
 
 private:
     void GoOnLater();

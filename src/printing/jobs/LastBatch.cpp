@@ -17,10 +17,7 @@ namespace {
 
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "BatchWords", .kind = BoxKind::Label},
-    {.name = "BatchLines",
-     .kind = BoxKind::Table,
-     .spoken = "Documents of the batch",
-     .columns = "Document\t>Pages\tWhat became of it"},
+    TableBoxRow("BatchLines", "Documents of the batch", "Document\t>Pages\tWhat became of it"),
     {.name = "BatchNow", .kind = BoxKind::Label, .spoken = "Being printed"},
     {.name = "BatchFolder", .kind = BoxKind::Button, .text = "Show in &Folder", .hidden = true},
     {.name = "BatchAgain",
@@ -58,12 +55,7 @@ LastBatch::LastBatch(Session& session, PrintSystem& printing)
         if (ShellOpenFailed(result))
             this->session.messages.Tell(edition::AppTitle, ShellErrorMessage(result));
     });
-    OnClick("BatchClose", [this](Box&) {
-        if (run.IsRunning())
-            run.Stop();
-        else
-            this->session.screens.Unload(Name());
-    });
+    run.EndsBy("BatchClose");
 }
 
 bool LastBatch::Load()

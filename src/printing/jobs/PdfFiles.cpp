@@ -74,12 +74,7 @@ PdfFiles::PdfFiles(Session& session, PrintSystem& printing)
                                          : "");
     });
     OnClick("PdfWrite", [this](Box&) { Write(); });
-    OnClick("PdfCancel", [this](Box&) {
-        if (run.IsRunning())
-            run.Stop();
-        else
-            this->session.screens.Unload(Name());
-    });
+    run.EndsBy("PdfCancel");
 }
 
 bool PdfFiles::Load()
@@ -140,9 +135,8 @@ void PdfFiles::Write()
         order.files->replaces = answer == Answer::Yes;
     }
     const DeskMemory memory(session.programFolder);
-    for (std::size_t index = 0; index < KindNames.size(); ++index)
-        if (box("PdfKind", static_cast<int>(index)).Ticked())
-            memory.Remember(KindKey, KindNames[index]);
+    if (const auto kind = ChosenOption("PdfKind"))
+        memory.Remember(KindKey, KindNames.at(static_cast<std::size_t>(*kind)));
     RememberPdfFolder(session, files.folder);
     for (const auto& other : Boxes())
         if (other->Kind() != BoxKind::Label && other->Name() != "PdfCancel")

@@ -77,12 +77,7 @@ PrePrint::PrePrint(Session& session, PrintSystem& printing)
     OnClick("P11D", [this](Box& forms) { box("P11DB").SetTicked(forms.Ticked()); });
     OnClick("Print", [this](Box&) { Print(); });
     OnClick("ToPdfFiles", [this](Box&) { ToPdfFiles(); });
-    OnClick("Cancel", [this](Box&) {
-        if (run.IsRunning())
-            run.Stop();
-        else
-            this->session.screens.Unload(Name());
-    });
+    run.EndsBy("Cancel");
 }
 
 bool PrePrint::Load()

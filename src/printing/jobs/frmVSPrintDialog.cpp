@@ -83,17 +83,9 @@ bool frmVSPrintDialog::Load()
     return true;
 }
 
-int frmVSPrintDialog::Chosen(std::string_view options) const
-{
-    int index = 0;
-    while (index < 2 && !box(options, index).Ticked())
-        ++index;
-    return index;
-}
-
 void frmVSPrintDialog::RangeChosen()
 {
-    const int range = Chosen("optRange");
+    const auto range = ChosenOption("optRange");
     const bool passes = range == AllPages && preview->PageCount() >= 2;
     box("fraDuplex").SetEnabled(passes);
     for (int index = 0; index <= 2; ++index) {
@@ -109,7 +101,7 @@ void frmVSPrintDialog::RangeChosen()
 
 std::optional<std::string> frmVSPrintDialog::PageList() const
 {
-    switch (Chosen("optRange")) {
+    switch (ChosenOption("optRange").value_or(AllPages)) {
     case CurrentPage:
         return std::to_string(preview->PageShown());
     case Pages:
@@ -117,7 +109,7 @@ std::optional<std::string> frmVSPrintDialog::PageList() const
     default:
         break;
     }
-    return PageListOf(static_cast<ManualDuplex>(Chosen("optDuplex")), preview->PageCount(), preview->IsReversed());
+    return PageListOf(static_cast<ManualDuplex>(ChosenOption("optDuplex").value_or(0)), preview->PageCount(), preview->IsReversed());
 }
 
 bool frmVSPrintDialog::HasFirstPage() const
@@ -158,7 +150,7 @@ void frmVSPrintDialog::Print()
 /// Nothing has gone to the printer; where a page list is the cause, it can be mended.
 void frmVSPrintDialog::TellNothingToPrint()
 {
-    if (Chosen("optRange") != Pages) {
+    if (ChosenOption("optRange") != Pages) {
         session.messages.Tell(edition::AppTitle, "The document has no pages to print.");
         return;
     }

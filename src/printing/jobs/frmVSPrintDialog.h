@@ -16,7 +16,6 @@ public:
 
 private:
     void RangeChosen();
-    int Chosen(std::string_view options) const;
     /// The page list as text; nothing for the whole document.
     std::optional<std::string> PageList() const;
     bool HasFirstPage() const;

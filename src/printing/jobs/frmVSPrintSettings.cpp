@@ -5,7 +5,6 @@
 #include "printing/jobs/PrintSystem.h"
 
 #include <array>
-#include <string>
 #include <vector>
 
 namespace quillmere {
@@ -145,8 +144,8 @@ void frmVSPrintSettings::ShowSettings(const Settings& settings)
     for (const auto& row : WholeNumbers)
         box(row.box).SetText(std::to_string(settings.*row.setting));
     for (const ChoiceRow& row : Choices)
-        SetOption(row.box, settings.*row.setting);
-    SetOption("optFont", settings.reportFont == TimesNewRoman ? 1 : 0);
+        ChooseOption(row.box, settings.*row.setting);
+    ChooseOption("optFont", settings.reportFont == TimesNewRoman ? 1 : 0);
     box("txtFile").SetText(settings.vsPdfFileName);
     box("chkDuplexPadding").SetTicked(settings.reportPadding);
     box("chkShading").SetTicked(settings.reportShading);
@@ -181,21 +180,6 @@ std::string frmVSPrintSettings::ChosenPrinter() const
 {
     const Box& list = box("cmbPrinter");
     return list.Selected() < 0 ? printer : list.Text();
-}
-
-void frmVSPrintSettings::SetOption(std::string_view name, int index)
-{
-    for (const auto& option : Boxes())
-        if (option->Kind() == BoxKind::Option && option->Name() == name)
-            option->SetTicked(option->Index() == index);
-}
-
-std::optional<int> frmVSPrintSettings::ChosenOption(std::string_view name) const
-{
-    for (const auto& option : Boxes())
-        if (option->Kind() == BoxKind::Option && option->Name() == name && option->Ticked())
-            return option->Index();
-    return std::nullopt;
 }
 
 void frmVSPrintSettings::Defaults()

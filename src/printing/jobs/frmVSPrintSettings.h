@@ -26,11 +26,6 @@ private:
     /// Lists the printers of now, with one of them chosen: the default one if none is given.
     void FillPrinters(std::optional<std::string> chosen);
     void Defaults();
-    /// Ticks the option of that index; none if there is no such option.
-    void SetOption(std::string_view name, int index);
-    /// The index of the ticked option; none if the setting had a value without one.
-    std::optional<int> ChosenOption(std::string_view name) const;
-
     /// The printer chosen in the list; while none is, the one of the settings.
     std::string ChosenPrinter() const;
 
