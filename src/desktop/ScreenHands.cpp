@@ -203,34 +203,39 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event)
         if (mouse.buttons().testFlag(Qt::LeftButton))
             listHands.Drag(box, mouse.globalPosition().toPoint());
     } else if (event->type() == QEvent::KeyPress) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (AsksAbout(box, *key))
-            return true;
-        if (box.Kind() == BoxKind::Text && AsksForChoices(*key) &&
-            OfferChoices(screen, box, static_cast<BoxEdit&>(*widget)))
-            return true;
-        if (listHands.Key(box, *key))
-            return true;
-        if (box.Kind() == BoxKind::Text && KeyInEdit(box, static_cast<BoxEdit&>(*widget), *key))
-            return true;
-        if (box.Kind() == BoxKind::Picture && KeyOnPicture(*static_cast<QAbstractButton*>(watched), *key))
-            return true;
-        if (key->key() == Qt::Key_F4 && OpenPictureOf(box))
-            return true;
-        if (MovesInList(box, *key))
-            return true;
-        if ((key->key() == Qt::Key_Up || key->key() == Qt::Key_Down) &&
-            MoveBetweenLines(box, key->key() == Qt::Key_Up ? -1 : 1))
-            return true;
-        const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-        if (enter && screen.IsDoubleClickable(box) && box.Selected() >= 0) {
-            screen.DoubleClick(box);
-            return true;
-        }
-        if (enter && (box.Kind() == BoxKind::Button || (box.Kind() == BoxKind::Label && screen.IsClickable(box)))) {
-            static_cast<QAbstractButton*>(watched)->click();
-            return true;
-        }
+        return KeyIn(box, *widget, static_cast<QKeyEvent&>(*event));
+    }
+    return false;
+}
+
+/// A key before the widget in use takes it itself; true if the widget does not get it.
+bool ScreenWindow::KeyIn(Box& box, QWidget& widget, QKeyEvent& key)
+{
+    if (AsksAbout(box, key))
+        return true;
+    if (box.Kind() == BoxKind::Text && AsksForChoices(key) && OfferChoices(screen, box, static_cast<BoxEdit&>(widget)))
+        return true;
+    if (listHands.Key(box, key))
+        return true;
+    if (box.Kind() == BoxKind::Text && KeyInEdit(box, static_cast<BoxEdit&>(widget), key))
+        return true;
+    if (box.Kind() == BoxKind::Picture && KeyOnPicture(static_cast<QAbstractButton&>(widget), key))
+        return true;
+    if (key.key() == Qt::Key_F4 && OpenPictureOf(box))
+        return true;
+    if (MovesInList(box, key))
+        return true;
+    if ((key.key() == Qt::Key_Up || key.key() == Qt::Key_Down) &&
+        MoveBetweenLines(box, key.key() == Qt::Key_Up ? -1 : 1))
+        return true;
+    const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (enter && screen.IsDoubleClickable(box) && box.Selected() >= 0) {
+        screen.DoubleClick(box);
+        return true;
+    }
+    if (enter && (box.Kind() == BoxKind::Button || (box.Kind() == BoxKind::Label && screen.IsClickable(box)))) {
+        static_cast<QAbstractButton&>(widget).click();
+        return true;
     }
     return false;
 }

@@ -92,6 +92,7 @@ private:
     void CompleteClick(QObject& pressed, const QMouseEvent& press);
     bool AsksAbout(Box& box, const QKeyEvent& key);
     void ShowMenuOf(Box& box, QWidget& widget, const QPoint& place);
+    bool KeyIn(Box& box, QWidget& widget, QKeyEvent& key);
     bool KeyInEdit(Box& box, BoxEdit& edit, const QKeyEvent& key);
     bool KeyOnPicture(QAbstractButton& picture, QKeyEvent& key);
     bool OpenPictureOf(const Box& box);
