@@ -200,7 +200,7 @@ Layout P11DDeclaration()
     layout.Panel(0, 0, layout.width, 41);
     layout.Line(0, 41, layout.width, 1);
     layout.Text(SectionX, 12, 500, "P11D(b)  " + std::string(edition::YearLabelLong), {.size = 16, .bold = true});
-    ButtonRow(layout, SectionX + SectionWidth, 7, std::to_array<std::string_view>({"Print", "Cancel"}));
+    ButtonRow(layout, SectionX + SectionWidth, 7, {"Print", "Cancel"});
 
     int y = 54;
     Heads(layout, y);

@@ -10,7 +10,7 @@ Layout FindEmployee()
     layout.Place("Sought", 16, 36, 688, 26);
     layout.Place("Found", 16, 72, 688, 342);
     layout.Place("Count", 16, 428, 420);
-    ButtonRow(layout, 704, 426, std::to_array<std::string_view>({"FindOpen", "FindCancel"}));
+    ButtonRow(layout, 704, 426, {"FindOpen", "FindCancel"});
     return layout;
 }
 
@@ -20,7 +20,7 @@ Layout CheckList()
     layout.PlaceAt("Scope", 0, 16, 6, 130, 26);
     layout.PlaceAt("Scope", 1, 154, 6, 166, 26);
     layout.PlaceAt("Scope", 2, 328, 6, 124, 26);
-    ButtonRow(layout, 764, 5, std::to_array<std::string_view>({"CheckGo", "CheckAgain", "CheckClose"}));
+    ButtonRow(layout, 764, 5, {"CheckGo", "CheckAgain", "CheckClose"});
     layout.Place("Findings", 16, 40, 748, 164);
     layout.Place("Summary", 16, 209, 400);
     return layout;
@@ -36,8 +36,7 @@ Layout OverviewList()
     layout.Place("Lines", 16, 48, 948, 322);
     layout.Place("Foot", 16, 376, 948, 40);
     ButtonRow(layout, 964, 422,
-              std::to_array<std::string_view>({"OverviewOpen", "OverviewSort", "OverviewAgain", "OverviewReviewed",
-                                               "OverviewPrint", "OverviewClose"}));
+              {"OverviewOpen", "OverviewSort", "OverviewAgain", "OverviewReviewed", "OverviewPrint", "OverviewClose"});
     return layout;
 }
 
@@ -49,7 +48,7 @@ Layout ExportTable()
     layout.Text(16, 178, 80, "Employer:", {.size = 13});
     layout.Place("ExportEmployer", 100, 174, 444, 26);
     layout.Place("ExportWords", 16, 212, 528, 26);
-    ButtonRow(layout, 544, 248, std::to_array<std::string_view>({"ExportSave", "ExportClose"}));
+    ButtonRow(layout, 544, 248, {"ExportSave", "ExportClose"});
     return layout;
 }
 
@@ -66,7 +65,7 @@ Layout ImportTable()
     layout.Place("ImportRows", 16, 206, Width - 32, 222);
     layout.Place("ImportWords", 16, 434, Width - 32, 40);
     layout.Place("ImportCounts", 16, 486, 600);
-    ButtonRow(layout, Width - 16, 482, std::to_array<std::string_view>({"ImportGo", "ImportCancel"}));
+    ButtonRow(layout, Width - 16, 482, {"ImportGo", "ImportCancel"});
     return layout;
 }
 
@@ -75,7 +74,7 @@ Layout SafetyCopies()
     Layout layout{.width = 820, .height = 430, .growing = "Copies"};
     layout.Place("InUse", 16, 12, 788);
     layout.Place("Copies", 16, 40, 788, 342);
-    ButtonRow(layout, 804, 394, std::to_array<std::string_view>({"CopyPutBack", "CopiesAgain", "CopiesClose"}));
+    ButtonRow(layout, 804, 394, {"CopyPutBack", "CopiesAgain", "CopiesClose"});
     return layout;
 }
 
@@ -99,7 +98,7 @@ Layout ShareFolder()
     }
     layout.Place("SharePassword", 16, top + 4, 608, 40);
     layout.Place("ShareProgress", 16, top + 52, 608, 20);
-    ButtonRow(layout, 624, 318, std::to_array<std::string_view>({"ShareGo", "ShareCancel"}), 120);
+    ButtonRow(layout, 624, 318, {"ShareGo", "ShareCancel"}, 120);
     return layout;
 }
 
@@ -109,9 +108,7 @@ Layout DamagedDatabase()
     layout.Place("DamagedWords", 16, 8, 748);
     layout.Place("Offer", 16, 30, 748);
     layout.Place("Faults", 16, 56, 748, 142);
-    ButtonRow(layout, 764, 204,
-              std::to_array<std::string_view>({"DamagedPutBack", "DamagedSalvage", "DamagedCopies", "DamagedClose"}),
-              120);
+    ButtonRow(layout, 764, 204, {"DamagedPutBack", "DamagedSalvage", "DamagedCopies", "DamagedClose"}, 120);
     return layout;
 }
 
@@ -121,7 +118,7 @@ Layout CalculatorCheck()
     layout.Place("Summary", 16, 10, 948);
     layout.Place("Examples", 16, 38, 948, 322);
     layout.Place("Chosen", 16, 366, 948, 60);
-    ButtonRow(layout, 964, 432, std::to_array<std::string_view>({"CalculatorCheckPrint", "CalculatorCheckClose"}));
+    ButtonRow(layout, 964, 432, {"CalculatorCheckPrint", "CalculatorCheckClose"});
     return layout;
 }
 
@@ -133,8 +130,7 @@ Layout Explanation()
     layout.Looks({.size = 14, .bold = true});
     layout.Place("Steps", 16, 44, Width - 32, 344);
     layout.Place("Words", 16, 396, Width - 32, WordsHeight);
-    ButtonRow(layout, Width - 16, 496,
-              std::to_array<std::string_view>({"ExplainCopy", "ExplainPrint", "ExplainClose"}));
+    ButtonRow(layout, Width - 16, 496, {"ExplainCopy", "ExplainPrint", "ExplainClose"});
     return layout;
 }
 
@@ -145,7 +141,7 @@ Layout HelpBook()
     layout.Place("HelpSought", 16, 36, 312, 26);
     layout.Place("HelpContents", 16, 72, 312, 424);
     layout.Place("HelpText", 344, 14, 620, 442);
-    ButtonRow(layout, 964, 468, std::to_array<std::string_view>({"HelpClose"}));
+    ButtonRow(layout, 964, 468, {"HelpClose"});
     return layout;
 }
 
@@ -157,7 +153,7 @@ Layout LastYearSheet()
     layout.Place("Years", 16, 40, 728, 276);
     layout.Place("LastYearWords", 16, 322, 728);
     layout.Place("LeftBehind", 16, 348, 728, 138);
-    ButtonRow(layout, 744, 498, std::to_array<std::string_view>({"LastYearCopy", "LastYearPrint", "LastYearClose"}));
+    ButtonRow(layout, 744, 498, {"LastYearCopy", "LastYearPrint", "LastYearClose"});
     return layout;
 }
 
@@ -167,7 +163,7 @@ Layout About()
     layout.Place("AboutTitle", 16, 12, 688, 26);
     layout.Looks({.size = 16, .bold = true});
     layout.Place("AboutFacts", 16, 48, 688, 316);
-    ButtonRow(layout, 704, 378, std::to_array<std::string_view>({"AboutCopy", "AboutClose"}));
+    ButtonRow(layout, 704, 378, {"AboutCopy", "AboutClose"});
     return layout;
 }
 
@@ -175,7 +171,7 @@ Layout TypedStrip()
 {
     Layout layout{.width = 780, .height = 40};
     layout.Place("StripWords", 16, 11, 440);
-    ButtonRow(layout, 764, 6, std::to_array<std::string_view>({"StripShow", "StripBack", "StripForget"}));
+    ButtonRow(layout, 764, 6, {"StripShow", "StripBack", "StripForget"});
     return layout;
 }
 
@@ -184,7 +180,7 @@ Layout TypedList()
     Layout layout{.width = 720, .height = 380, .growing = "TypedLines"};
     layout.Place("TypedLines", 16, 16, 688, 310);
     layout.Place("TypedWords", 16, 343, 380);
-    ButtonRow(layout, 704, 338, std::to_array<std::string_view>({"TypedBack", "TypedForget", "TypedClose"}));
+    ButtonRow(layout, 704, 338, {"TypedBack", "TypedForget", "TypedClose"});
     return layout;
 }
 
@@ -199,7 +195,7 @@ Layout ChangeHistory()
     layout.Place("Operations", 16, 46, 748, 190);
     layout.Place("Changes", 16, 246, 748, 200);
     layout.Place("Summary", 16, 462, 500);
-    ButtonRow(layout, 764, 458, std::to_array<std::string_view>({"HistoryUndo", "HistoryClose"}));
+    ButtonRow(layout, 764, 458, {"HistoryUndo", "HistoryClose"});
     return layout;
 }
 

@@ -28,7 +28,8 @@ void Button(Layout& layout, int right, int y, std::string_view button)
     ButtonRow(layout, right, y, {&button, 1});
 }
 
-void TakeTurns(Layout& layout, int right, int y, std::span<const std::string_view> accepting, std::string_view cancel)
+void TakeTurns(Layout& layout, int right, int y, std::initializer_list<std::string_view> accepting,
+               std::string_view cancel)
 {
     for (const std::string_view button : accepting)
         Button(layout, right - ButtonWidth - ButtonGap, y, button);

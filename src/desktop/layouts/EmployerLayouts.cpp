@@ -9,7 +9,7 @@ Layout NewFileCheck()
     layout.Text(20, 18, 400, "Please choose one of the options below", {.size = 13, .bold = true});
     layout.Place("Option1", 24, 48, 400, 24);
     layout.Place("Option2", 24, 78, 400, 24);
-    ButtonRow(layout, 420, 124, std::to_array<std::string_view>({"NewFileOk", "NewFileCancel"}));
+    ButtonRow(layout, 420, 124, {"NewFileOk", "NewFileCancel"});
     return layout;
 }
 
@@ -21,7 +21,7 @@ Layout NewFile()
     layout.Field(52, 20, 210, "PAYE Reference", "PAYE", 236, 160);
     layout.Field(84, 20, 210, "Enter New Employee Firstname", "EmployeeName", 236, 264);
     layout.Field(116, 20, 210, "Enter New Employee Surname", "EmployeeSurname", 236, 264);
-    TakeTurns(layout, 500, 162, std::to_array<std::string_view>({"OkEmp", "OkEmp2"}), "CancelEmp");
+    TakeTurns(layout, 500, 162, {"OkEmp", "OkEmp2"}, "CancelEmp");
     return layout;
 }
 
@@ -32,8 +32,7 @@ Layout EmployerList()
     layout.Place("EmployerList", 16, 48, 428, 346);
     layout.Place("ListCount", 16, 400, 428, 20);
     Button(layout, 236, 430, "EmpSelect");
-    TakeTurns(layout, 444, 430, std::to_array<std::string_view>({"EmpOpen", "EmpOpen2", "EmpSelect2", "EmpDelete"}),
-              "EmpCancel");
+    TakeTurns(layout, 444, 430, {"EmpOpen", "EmpOpen2", "EmpSelect2", "EmpDelete"}, "EmpCancel");
     return layout;
 }
 
@@ -43,7 +42,7 @@ Layout EmployeeList()
     FilterLine(layout, 16, 14, 428);
     layout.Place("EmployeeList", 16, 48, 428, 346);
     layout.Place("ListCount", 16, 400, 428, 20);
-    TakeTurns(layout, 444, 430, std::to_array<std::string_view>({"EmployeeOpen", "EmpeDelete"}), "EmployeeCancel");
+    TakeTurns(layout, 444, 430, {"EmployeeOpen", "EmpeDelete"}, "EmployeeCancel");
     return layout;
 }
 
@@ -56,7 +55,7 @@ Layout RenameEmp()
     layout.Place("NewEmployer", 110, 314, 334);
     layout.Place("NewReference", 16, 346, 90);
     layout.Place("NewPAYE", 110, 346, 180);
-    TakeTurns(layout, 444, 392, std::to_array<std::string_view>({"Rename", "Rename2"}), "Command1");
+    TakeTurns(layout, 444, 392, {"Rename", "Rename2"}, "Command1");
     return layout;
 }
 

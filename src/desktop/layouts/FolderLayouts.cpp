@@ -16,7 +16,7 @@ Layout frmFolderManager()
         layout.PlaceAt("txtName", slot, 44, y, 180);
         layout.PlaceAt("txtPath", slot, 236, y, 408);
     }
-    ButtonRow(layout, 644, layout.height - 44, std::to_array<std::string_view>({"cmdOK", "cmdCancel"}));
+    ButtonRow(layout, 644, layout.height - 44, {"cmdOK", "cmdCancel"});
     return layout;
 }
 
@@ -26,7 +26,7 @@ Layout frmBackup()
     layout.Text(16, 18, 590,
                 "Click on the 'Save' button to save a backup copy of your client database file:", {.size = 13});
     layout.Place("lblSource", 16, 36, 588, 40, "Client database");
-    ButtonRow(layout, 604, 92, std::to_array<std::string_view>({"cmdSave", "cmdCancel"}));
+    ButtonRow(layout, 604, 92, {"cmdSave", "cmdCancel"});
     return layout;
 }
 

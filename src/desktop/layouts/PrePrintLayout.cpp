@@ -28,7 +28,7 @@ Layout PrePrint()
 
     layout.Place("BatchNow", 372, 366, 412, 44);
     layout.Place("ToPdfFiles", 452, 476, 116, ButtonHeight);
-    ButtonRow(layout, 784, 476, std::to_array<std::string_view>({"Print", "Cancel"}));
+    ButtonRow(layout, 784, 476, {"Print", "Cancel"});
     return layout;
 }
 
@@ -46,7 +46,7 @@ Layout PdfFiles()
     layout.Field(168, left, box - left - 8, "Password", "PdfWord", box, width);
     layout.Place("PdfRemark", box, 196, width, 40);
     layout.Place("PdfNow", left, 250, 574, 22);
-    ButtonRow(layout, 590, 286, std::to_array<std::string_view>({"PdfWrite", "PdfCancel"}));
+    ButtonRow(layout, 590, 286, {"PdfWrite", "PdfCancel"});
     return layout;
 }
 
@@ -56,8 +56,7 @@ Layout LastBatch()
     layout.Place("BatchWords", 16, 12, 788, 40);
     layout.Place("BatchLines", 16, 58, 788, 334);
     layout.Place("BatchNow", 16, 398, 788);
-    ButtonRow(layout, 804, 430,
-              std::to_array<std::string_view>({"BatchFolder", "BatchAgain", "BatchSheet", "BatchClose"}));
+    ButtonRow(layout, 804, 430, {"BatchFolder", "BatchAgain", "BatchSheet", "BatchClose"});
     return layout;
 }
 

@@ -89,7 +89,7 @@ Layout frmVSPrintSettings()
         layout.Field(line += LineHeight, left + 12, 84, field.caption, field.box, left + 94, 84);
 
     layout.page = 0;
-    ButtonRow(layout, 588, 462, std::to_array<std::string_view>({"cmdDefaults", "cmdClose"}));
+    ButtonRow(layout, 588, 462, {"cmdDefaults", "cmdClose"});
     return layout;
 }
 
@@ -138,7 +138,7 @@ Layout frmVSPrintDialog()
     group("fraDuplex", 286, 110);
     for (int index = 0; index <= 2; ++index)
         layout.PlaceAt("optDuplex", index, x + 14, 300 + index * 30, 300);
-    ButtonRow(layout, 404, 412, std::to_array<std::string_view>({"cmdPrint", "cmdCancel"}));
+    ButtonRow(layout, 404, 412, {"cmdPrint", "cmdCancel"});
     return layout;
 }
 

@@ -242,7 +242,7 @@ Layout GNotepad2()
                 Italic, 34);
 
     constexpr int ButtonTop = Last + 40;
-    TakeTurns(layout, layout.width - 16, ButtonTop, std::to_array<std::string_view>({"Ok", "OK2", "OK3"}), "Cancel");
+    TakeTurns(layout, layout.width - 16, ButtonTop, {"Ok", "OK2", "OK3"}, "Cancel");
     layout.height = ButtonTop + ButtonHeight + 16;
     return layout;
 }
