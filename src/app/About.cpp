@@ -66,7 +66,6 @@ About::About(Session& session) : Screen(session, "About", ShowMode::Window, "Abo
             text += fmt::format("{}\t{}\n", fact.what, fact.which);
         this->session.platform.CopyText(text);
     });
-    OnClick("AboutClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool About::Load()

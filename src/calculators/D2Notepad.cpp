@@ -137,7 +137,6 @@ D2InfoNotepad::D2InfoNotepad(Session& session)
 {
     AddBox({.kind = BoxKind::Button, .text = "&Close Box"}, "Close");
     SetButtons("Close", "Close");
-    OnClick("Close", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 } // namespace quillmere

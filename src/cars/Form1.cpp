@@ -70,7 +70,6 @@ Form1::Form1(Session& session) : Screen(session, "Form1", ShowMode::Modal, "CO2 
         EmptyAll();
         RestoreOpeningState();
     });
-    OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool Form1::Load()

@@ -31,7 +31,6 @@ SafetyCopies::SafetyCopies(Session& session) : Screen(session, "SafetyCopies", S
     SetButtons("CopiesClose", {});
     OnClick("CopyPutBack", [this](Box&) { PutBackChosen(); });
     OnClick("CopiesAgain", [this](Box&) { Fill(); });
-    OnClick("CopiesClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool SafetyCopies::Load()

@@ -48,7 +48,6 @@ DamagedDatabase::DamagedDatabase(Session& session)
     OnClick("DamagedPutBack", [this](Box&) { PutBackOffer(); });
     OnClick("DamagedSalvage", [this](Box&) { Salvage(); });
     OnClick("DamagedCopies", [this](Box&) { this->session.screens.Show("SafetyCopies"); });
-    OnClick("DamagedClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool DamagedDatabase::Load()

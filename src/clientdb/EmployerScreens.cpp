@@ -103,7 +103,6 @@ NewFileCheck::NewFileCheck(Session& session) : Screen(session, "NewFileCheck", S
     OnClick("Option1", [this](Box&) { box("Option2").SetTicked(false); });
     OnClick("Option2", [this](Box&) { box("Option1").SetTicked(false); });
     OnClick("NewFileOk", [this](Box&) { Accept(); });
-    OnClick("NewFileCancel", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 void NewFileCheck::Accept()

@@ -41,7 +41,6 @@ FindEmployee::FindEmployee(Session& session) : Screen(session, "FindEmployee", S
     OnType("Sought", [this](Box&) { Search(); });
     OnDoubleClick("Found", [this](Box&) { OpenChosen(); });
     OnClick("FindOpen", [this](Box&) { OpenChosen(); });
-    OnClick("FindCancel", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool FindEmployee::Load()

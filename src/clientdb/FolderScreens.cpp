@@ -78,7 +78,6 @@ frmFolderManager::frmFolderManager(Session& session)
     AddBox({.kind = BoxKind::Button, .text = "&Cancel"}, "cmdCancel");
     SetButtons("cmdCancel", "cmdOK");
     OnClick("cmdOK", [this](Box&) { Accept(); });
-    OnClick("cmdCancel", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool frmFolderManager::Load()

@@ -96,7 +96,6 @@ void Notepad::BindButtons(std::string_view ok, std::string_view remove, std::str
     OnClick(ok, [this](Box&) { Ok(); });
     if (!remove.empty())
         OnClick(remove, [this](Box&) { Delete(); });
-    OnClick(cancel, [this](Box&) { session.screens.Unload(Name()); });
 }
 
 void Notepad::Keep(std::string_view field, Box* box, int thing, int tab)

@@ -38,7 +38,6 @@ ExportScreen::ExportScreen(Session& session) : Screen(session, "ExportTable", Sh
     box("ExportWhat", 0).SetTicked(true);
     SetButtons("ExportClose", "ExportSave");
     OnClick("ExportSave", [this](Box&) { Save(); });
-    OnClick("ExportClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool ExportScreen::Load()

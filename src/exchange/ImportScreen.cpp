@@ -75,7 +75,6 @@ ImportScreen::ImportScreen(Session& session) : Screen(session, "ImportTable", Sh
     OnSort("ImportRows", [this](Box&) { Arrange(); });
     OnSelect("ImportRows", [this](Box&) { ShowWords(); });
     OnClick("ImportGo", [this](Box&) { Import(); });
-    OnClick("ImportCancel", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool ImportScreen::Load()

@@ -341,6 +341,8 @@ void Screen::SetButtons(std::string_view cancel, std::string_view accept)
 {
     cancelButton = cancel;
     defaultButton = accept;
+    if (!cancel.empty())
+        clickOperations.try_emplace(Known(cancel), [this](Box&) { session.screens.Unload(name); });
 }
 
 Box* Screen::DefaultButton()

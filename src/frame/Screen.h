@@ -192,7 +192,7 @@ public:
 
 protected:
     virtual void CloseRequested();
-    /// Names of the buttons that Escape and Enter press.
+    /// Names of the buttons that Escape and Enter press. The first closes the screen where it is tied to nothing else.
     void SetButtons(std::string_view cancel, std::string_view accept);
 
     /// Reports a failure in the general error box, as the handler of an operation with no message of its own.

@@ -57,7 +57,6 @@ CalculatorCheck::CalculatorCheck(Session& session)
     SetButtons("CalculatorCheckClose", {});
     OnSelect("Examples", [this](Box&) { ShowChosen(); });
     OnClick("CalculatorCheckPrint", [this](Box&) { this->session.printTable(AsTable()); });
-    OnClick("CalculatorCheckClose", [this](Box&) { this->session.screens.Unload(Name()); });
     if (!session.printTable)
         box("CalculatorCheckPrint").SetEnabled(false);
 }

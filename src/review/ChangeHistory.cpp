@@ -88,7 +88,6 @@ ChangeHistory::ChangeHistory(Session& session) : Screen(session, "ChangeHistory"
     OnLeave("Day", [this](Box&) { LeaveDay(); });
     OnSelect("Operations", [this](Box&) { ShowChanges(); });
     OnClick("HistoryUndo", [this](Box&) { UndoChosen(); });
-    OnClick("HistoryClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool ChangeHistory::Load()

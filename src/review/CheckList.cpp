@@ -65,7 +65,6 @@ CheckList::CheckList(Session& session)
     OnClick("CheckAgain", [this](Box&) { Start(); });
     OnClick("CheckGo", [this](Box&) { GoToChosen(); });
     OnDoubleClick("Findings", [this](Box&) { GoToChosen(); });
-    OnClick("CheckClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool CheckList::Load()

@@ -56,7 +56,6 @@ LastYearSheet::LastYearSheet(Session& session)
     OnClick("LastYearScope", [this](Box&) { Start(); });
     OnClick("LastYearCopy", [this](Box&) { this->session.platform.CopyText(AsText()); });
     OnClick("LastYearPrint", [this](Box&) { this->session.printTable(AsTable()); });
-    OnClick("LastYearClose", [this](Box&) { this->session.screens.Unload(Name()); });
     if (!session.printTable)
         box("LastYearPrint").SetEnabled(false);
 }

@@ -119,7 +119,6 @@ OverviewList::OverviewList(Session& session)
     OnClick("OverviewPrint", [this](Box&) { this->session.printTable(ControlSheet()); });
     if (!session.printTable)
         box("OverviewPrint").SetEnabled(false);
-    OnClick("OverviewClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool OverviewList::Load()

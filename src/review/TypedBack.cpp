@@ -203,7 +203,6 @@ TypedList::TypedList(Session& session) : Screen(session, "TypedList", ShowMode::
     SetButtons("TypedClose", {});
     OnClick("TypedBack", [this](Box&) { BringTypedBack(this->session); });
     OnClick("TypedForget", [this](Box&) { ForgetTyped(this->session, this->session.typedJournal->Waiting()); });
-    OnClick("TypedClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool TypedList::Load()

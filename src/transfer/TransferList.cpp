@@ -68,7 +68,6 @@ TransferList::TransferList(Session& session) : Screen(session, "TransferList", S
         if (Confirmed("Transfer All", AllQuestion))
             TransferAll();
     });
-    OnClick("Cancel", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool TransferList::ShowLastYearClients()

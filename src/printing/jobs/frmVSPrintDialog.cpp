@@ -65,7 +65,6 @@ frmVSPrintDialog::frmVSPrintDialog(Session& session, PrintSystem& printing)
     });
     OnClick("optRange", [this](Box&) { RangeChosen(); });
     OnClick("cmdPrint", [this](Box&) { Print(); });
-    OnClick("cmdCancel", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool frmVSPrintDialog::Load()

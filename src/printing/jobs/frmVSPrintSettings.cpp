@@ -126,7 +126,6 @@ frmVSPrintSettings::frmVSPrintSettings(Session& session, PrintSystem& printing)
         FillPrinters(ChosenPrinter());
     });
     OnClick("cmdDefaults", [this](Box&) { Defaults(); });
-    OnClick("cmdClose", [this](Box&) { this->session.screens.Unload(Name()); });
 }
 
 bool frmVSPrintSettings::Load()
