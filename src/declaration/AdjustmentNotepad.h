@@ -25,15 +25,16 @@ struct AdjustmentSchedule {
 inline constexpr ScheduleColumn AdjustmentDescription{
     .box = "Description", .field = "Description", .caption = "Description", .use = ScheduleColumn::Use::Description};
 
+constexpr ScheduleColumn AdjustmentAmount(std::string_view box, std::string_view caption, std::string_view total)
+{
+    return {.box = box, .field = box, .caption = caption, .total = total};
+}
+
 inline constexpr auto AdjustmentSchedules = std::to_array<AdjustmentSchedule>({
     {.name = "P11DBNotepad1",
      .caption = "P11D (B) Notepad 1",
      .timer = "BNotepad1",
-     .columns = {AdjustmentDescription,
-                 {.box = "AmountAdded",
-                  .field = "AmountAdded",
-                  .caption = words::AmountToBeAdded,
-                  .total = "AmountAddedTotal"}},
+     .columns = {AdjustmentDescription, AdjustmentAmount("AmountAdded", words::AmountToBeAdded, "AmountAddedTotal")},
      .target = "Section4BBox",
      .targetDescription = "Section4BDesc",
      .loadingError = "P11D(B) Notepad 1 - loading error"},
@@ -41,10 +42,7 @@ inline constexpr auto AdjustmentSchedules = std::to_array<AdjustmentSchedule>({
      .caption = "P11D (B) Notepad 2",
      .timer = "BNotepad2",
      .columns = {AdjustmentDescription,
-                 {.box = "AmountDeducted",
-                  .field = "AmountDeducted",
-                  .caption = words::AmountToBeDeducted,
-                  .total = "AmountDeductedTotal"}},
+                 AdjustmentAmount("AmountDeducted", words::AmountToBeDeducted, "AmountDeductedTotal")},
      .target = "Section4CBox",
      .targetDescription = "Section4CDesc",
      .loadingError = "P11D(B) Notepad 2 - loading error"},

@@ -14,6 +14,13 @@ namespace quillmere {
 
 namespace {
 
+/// A figure that is worked out; one with a filter may be typed over while there are adjustments.
+constexpr BoxRow FigureRow(std::string_view name, std::string_view field, std::string_view spoken,
+                           KeyFilter filter = nullptr)
+{
+    return {.name = name, .field = field, .filter = filter, .spoken = spoken, .readOnly = true, .amount = true};
+}
+
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "EmployerRef", .field = "EmployerReference", .spoken = "Employer PAYE reference"},
     {.name = "AccOfficeRef", .field = "AccountsOffReference", .spoken = "Accounts office reference"},
@@ -42,11 +49,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .spoken = "Section 1 box B, Class 1A NICs rate",
      .readOnly = true,
      .amount = true},
-    {.name = "Section1BoxC",
-     .field = "Section1CBox",
-     .spoken = "Section 1 box C, Class 1A NICs payable",
-     .readOnly = true,
-     .amount = true},
+    FigureRow("Section1BoxC", "Section1CBox", "Section 1 box C, Class 1A NICs payable"),
 
     {.name = "NoBenefitTick", .kind = BoxKind::Tick, .field = "Section2Tick1"},
     {.name = "DeclarationTick", .kind = BoxKind::Tick, .field = "Section2Tick2"},
@@ -71,12 +74,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .field = "Section4BDesc",
      .spoken = "Section 4 box B, brief description",
      .readOnly = true},
-    {.name = "Section4BoxB",
-     .field = "Section4BBox",
-     .filter = MoneyKeyFilter,
-     .spoken = "Section 4 box B, amount to be added",
-     .readOnly = true,
-     .amount = true},
+    FigureRow("Section4BoxB", "Section4BBox", "Section 4 box B, amount to be added", MoneyKeyFilter),
     {.name = "Image2",
      .kind = BoxKind::Picture,
      .spoken = "Amounts to be deducted: list of items",
@@ -86,27 +84,14 @@ constexpr auto Rows = std::to_array<BoxRow>({
      .field = "Section4CDesc",
      .spoken = "Section 4 box C, brief description",
      .readOnly = true},
-    {.name = "Section4BoxC",
-     .field = "Section4CBox",
-     .filter = MoneyKeyFilter,
-     .spoken = "Section 4 box C, amount to be deducted",
-     .readOnly = true,
-     .amount = true},
-    {.name = "Section4BoxD",
-     .field = "Section4DBox",
-     .spoken = "Section 4 box D, total of benefits on which Class 1A NICs are due",
-     .readOnly = true,
-     .amount = true},
+    FigureRow("Section4BoxC", "Section4CBox", "Section 4 box C, amount to be deducted", MoneyKeyFilter),
+    FigureRow("Section4BoxD", "Section4DBox", "Section 4 box D, total of benefits on which Class 1A NICs are due"),
     {.name = "Section4BoxE",
      .text = edition::Class1ARateText,
      .spoken = "Section 4 box E, Class 1A NICs rate",
      .readOnly = true,
      .amount = true},
-    {.name = "Section4BoxF",
-     .field = "Section4FBox",
-     .spoken = "Section 4 box F, Class 1A NICs payable",
-     .readOnly = true,
-     .amount = true},
+    FigureRow("Section4BoxF", "Section4FBox", "Section 4 box F, Class 1A NICs payable"),
 
     {.name = "Print", .kind = BoxKind::Button, .text = "&Print", .tip = "Print this declaration"},
     {.name = "Cancel", .kind = BoxKind::Button, .text = "&Cancel", .tip = "Close the declaration"},

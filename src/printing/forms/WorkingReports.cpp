@@ -310,6 +310,20 @@ constexpr WorkingReport CarReport(std::string_view name, std::string_view table)
             .labelsRight = true};
 }
 
+constexpr WorkingReport Paper(std::string_view name, std::string_view heading, std::string_view section,
+                              std::string_view loadingError, std::span<const std::string_view> entered,
+                              std::span<const WorkingRow> rows, std::span<const std::string_view> items = {})
+{
+    return {.name = name,
+            .table = name,
+            .heading = heading,
+            .section = section,
+            .loadingError = loadingError,
+            .items = items,
+            .entered = entered,
+            .rows = rows};
+}
+
 constexpr auto Reports = std::to_array<WorkingReport>({
     {.name = "DNotepad",
      .table = "DNotepad",
@@ -319,39 +333,15 @@ constexpr auto Reports = std::to_array<WorkingReport>({
      .loadingError = "D Notepad - loading error",
      .entered = AccommodationEntered,
      .rows = AccommodationRows},
-    {.name = "ENotepad",
-     .table = "ENotepad",
-     .heading = "Mileage allowance and passenger payments",
-     .section = "Section E - Page 1",
-     .loadingError = "E Notepad - loading error",
-     .items = VehicleItems,
-     .entered = VehicleEntered,
-     .rows = VehicleRows},
+    Paper("ENotepad", "Mileage allowance and passenger payments", "Section E - Page 1", "E Notepad - loading error",
+          VehicleEntered, VehicleRows, VehicleItems),
     CarReport("Cars 1 and 2", "P11D"),
     CarReport("Cars 3 to 6", "ExtraCars"),
-    {.name = "GNotepad",
-     .table = "GNotepad",
-     .heading = "Vans",
-     .section = "Section G - Page 2",
-     .loadingError = "G Notepad - loading error",
-     .items = VanItems,
-     .entered = VanEntered,
-     .rows = VanRows},
-    {.name = "HNotepad",
-     .table = "HNotepad",
-     .heading = "Interest-free and low interest loans",
-     .section = "Section H - Page 2",
-     .loadingError = "H Notepad - loading error",
-     .items = LoanItems,
-     .entered = LoanEntered,
-     .rows = LoanRows},
-    {.name = "JNotepad",
-     .table = "JNotepad",
-     .heading = "Qualifying relocation expenses payments and benefits",
-     .section = "Section J - Page 2",
-     .loadingError = "J Notepad - loading error",
-     .entered = RelocationEntered,
-     .rows = RelocationRows},
+    Paper("GNotepad", "Vans", "Section G - Page 2", "G Notepad - loading error", VanEntered, VanRows, VanItems),
+    Paper("HNotepad", "Interest-free and low interest loans", "Section H - Page 2", "H Notepad - loading error",
+          LoanEntered, LoanRows, LoanItems),
+    Paper("JNotepad", "Qualifying relocation expenses payments and benefits", "Section J - Page 2",
+          "J Notepad - loading error", RelocationEntered, RelocationRows),
 });
 
 constexpr double LabelLeft = 12;

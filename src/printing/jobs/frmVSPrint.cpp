@@ -18,31 +18,22 @@ namespace quillmere {
 
 namespace {
 
+/// A button that turns to a page.
+constexpr BoxRow TurningRow(std::string_view name, std::string_view sign, std::string_view page, char letter)
+{
+    return {.name = name, .kind = BoxKind::Button, .text = sign, .spoken = page, .tip = page, .letter = letter};
+}
+
 /// The surface comes first: it has the focus when the window opens, so that the arrow keys move the page.
 constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "vp", .kind = BoxKind::Surface, .spoken = "Page"},
     {.name = "picControls", .kind = BoxKind::Frame},
     {.name = "cmbPrint", .kind = BoxKind::DropDown, .spoken = "Page Order"},
-    {.name = "cmdFirst",
-     .kind = BoxKind::Button,
-     .text = "<<",
-     .spoken = "First Page",
-     .tip = "First Page",
-     .letter = 'F'},
-    {.name = "cmdPrevious",
-     .kind = BoxKind::Button,
-     .text = "<",
-     .spoken = "Previous Page",
-     .tip = "Previous Page",
-     .letter = 'V'},
+    TurningRow("cmdFirst", "<<", "First Page", 'F'),
+    TurningRow("cmdPrevious", "<", "Previous Page", 'V'),
     {.name = "lblPage", .kind = BoxKind::Label, .spoken = "Page shown"},
-    {.name = "cmdNext", .kind = BoxKind::Button, .text = ">", .spoken = "Next Page", .tip = "Next Page", .letter = 'N'},
-    {.name = "cmdLast",
-     .kind = BoxKind::Button,
-     .text = ">>",
-     .spoken = "Last Page",
-     .tip = "Last Page",
-     .letter = 'L'},
+    TurningRow("cmdNext", ">", "Next Page", 'N'),
+    TurningRow("cmdLast", ">>", "Last Page", 'L'),
     {.name = "cmbZoomMode", .kind = BoxKind::DropDown, .spoken = "Zoom"},
     {.name = "cmbPercent", .kind = BoxKind::DropDown, .spoken = "Percentage"},
     {.name = "cmdPrint", .kind = BoxKind::Button, .text = "&Print"},
@@ -81,7 +72,6 @@ frmVSPrint::frmVSPrint(Session& session, PrintSystem& printing)
     OnClick("cmdLast", [this](Box&) { TurnTo(PageCount()); });
     OnChoose("cmbZoomMode", [this](Box&) { ZoomModeChosen(); });
     OnClick("cmdPrint", [this](Box&) { this->session.screens.Show("frmVSPrintDialog"); });
-    OnClick("cmdClose", [this](Box&) { this->session.screens.Unload(Name()); });
     OnClick("SavePdf", [this](Box&) { SavePdf(); });
     OnClick("cmdInside", [this](Box&) { MoveInside(); });
     OnClick("ShowInFolder", [this](Box&) {

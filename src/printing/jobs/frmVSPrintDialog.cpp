@@ -108,7 +108,8 @@ std::optional<std::string> frmVSPrintDialog::PageList() const
     default:
         break;
     }
-    return PageListOf(static_cast<ManualDuplex>(ChosenOption("optDuplex").value_or(0)), preview->PageCount(), preview->IsReversed());
+    return PageListOf(static_cast<ManualDuplex>(ChosenOption("optDuplex").value_or(0)), preview->PageCount(),
+                      preview->IsReversed());
 }
 
 bool frmVSPrintDialog::HasFirstPage() const
