@@ -3,7 +3,10 @@
 #include "clientdb/store/FileEngine.h"
 #include "clientdb/store/ServerEngine.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <fmt/format.h>
+#include <system_error>
 
 namespace quillmere {
 
@@ -12,9 +15,16 @@ namespace {
 /// More than that nobody reads.
 constexpr std::string_view LookThrough = "PRAGMA integrity_check(20)";
 
-/// It goes from each record of a table into its indexes and back, in another order than theirs: what it has seen is not
-/// to be read from the file again for each. So many kibibytes hold a table of some hundred thousand employees.
-constexpr std::string_view RoomForAnIndex = "PRAGMA cache_size=-131072";
+/// It goes from each record of a table into its indexes and back, in another order than theirs: what it has seen of
+/// them is not to be read from the file again for each. A sixty-fourth of the file holds those of one table. More would
+/// cost time, for what is kept of the records is read once.
+std::string RoomForAnIndex(const std::filesystem::path& file)
+{
+    constexpr std::uintmax_t Usual = 2000, Most = 131'072; // kibibytes
+    std::error_code unknown;
+    const std::uintmax_t size = std::filesystem::file_size(file, unknown);
+    return fmt::format("PRAGMA cache_size=-{}", unknown ? Usual : std::clamp(size / 1024 / 64, Usual, Most));
+}
 
 /// With what the store begins its list.
 constexpr std::string_view Heading = "*** in database main ***\n";
@@ -36,7 +46,7 @@ DatabaseState LookAtDatabase(const std::filesystem::path& file)
     try {
         Database::OpenDatabase(file, OpenMode::ReadOnly).Close();
         FileConnection connection(file, SQLITE_OPEN_READWRITE);
-        connection.Pragma(std::string(RoomForAnIndex));
+        connection.Pragma(RoomForAnIndex(file));
         Run look(connection.Prepare(std::string(LookThrough)));
         while (look.Step())
             if (const std::string_view found = look.Text(0); found != "ok")
