@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/store/FolderMove.h"
+#include "clientdb/store/IdleLinks.h"
 #include "clientdb/store/ServerEngine.h"
 #include "support/PrivateServer.h"
 

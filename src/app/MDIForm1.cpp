@@ -49,6 +49,7 @@ constexpr auto Rows = std::to_array<BoxRow>({
     {.name = "StartWithEmployers", .kind = BoxKind::Frame},
     {.name = "StartWithNone", .kind = BoxKind::Frame, .hidden = true},
     {.name = "StatusWho", .kind = BoxKind::Label},
+    {.name = "StatusAlso", .kind = BoxKind::Label, .hidden = true},
     {.name = "StatusBox", .kind = BoxKind::Label},
     {.name = "StatusNote", .kind = BoxKind::Label},
 });

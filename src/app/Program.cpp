@@ -60,6 +60,7 @@ Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
       statusTalk(session),
       boxNotes(session),
       typedJournal(session),
+      alsoOpen(session),
       places(std::move(places))
 {
     RegisterScreens(session.screens, printing);
@@ -71,7 +72,7 @@ Program::Program(Platform& platform, ScreenHost* host, ProgramPlaces places)
     session.thingsToLookAt = [this](const std::string& employer, const std::string& employee) {
         return review::ThingsToLookAt(session, employer, employee);
     };
-    session.onlookers = {&statusTalk, &boxNotes, &typedJournal};
+    session.onlookers = {&statusTalk, &boxNotes, &typedJournal, &alsoOpen};
     session.typedJournal = &typedJournal;
     session.offerTyped = [this] { review::OfferTyped(session); };
     session.screens.SetHost(host);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/AlsoOpen.h"
 #include "clientdb/TypedJournal.h"
 #include "frame/Session.h"
 #include "frame/SingleInstance.h"
@@ -50,6 +51,7 @@ private:
     review::StatusTalk statusTalk;
     review::BoxNotes boxNotes;
     TypedJournal typedJournal;
+    AlsoOpen alsoOpen;
     ProgramPlaces places;
     std::optional<SingleInstance> instance;
 };

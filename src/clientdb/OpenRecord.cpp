@@ -63,6 +63,8 @@ OpenRecord::Sought OpenRecord::StoreAndShow(Screen& on, std::string_view errorTi
     if (!Telling(&on, [&] { Seek(on); }))
         return Sought::Failed;
     ShowNote();
+    for (Onlooker* onlooker : session.onlookers)
+        onlooker->Shown();
     if (isThere)
         return Sought::Found;
     session.messages.Tell(errorTitle, "Employee not found");

@@ -136,6 +136,7 @@ struct StatusPanel {
 constexpr auto StatusPanels = std::to_array<StatusPanel>({
     {"StatusBar1", 0},
     {"StatusWho", 3},
+    {"StatusAlso", 2},
     {"StatusBox", 5},
     {"StatusNote", 4},
 });
@@ -309,6 +310,7 @@ void MainWindow::MakeStatusBar()
         label->setTextFormat(Qt::PlainText);
         label->setMargin(3);
         statusBar()->addWidget(label, panel->share);
+        label->setVisible(box->Visible());
         widgets.emplace(box.get(), label);
     }
     progress = new QProgressBar(this);
@@ -353,6 +355,8 @@ void MainWindow::BoxChanged(const Box& box)
             desk->setFocus(); // not to the button after it
         made->second->setEnabled(box.Enabled());
         const bool isLine = dynamic_cast<StatusLine*>(made->second) != nullptr;
+        if (isLine)
+            made->second->setVisible(box.Visible());
         made->second->setToolTip(isLine ? look::Text(box.Text()) : look::TipOf(box));
         if (made->second == start)
             start->setVisible(box.Visible());
@@ -361,7 +365,7 @@ void MainWindow::BoxChanged(const Box& box)
             label->setText(look::Text(box.Text()));
             if (box.Name() == "StartWords")
                 LayOutPages();
-            if (box.Name() == "StatusNote" && !box.Empty())
+            if ((box.Name() == "StatusNote" || box.Name() == "StatusAlso") && !box.Empty())
                 Announce(*label);
         }
     } else if (box.Name() == "picToolbar" && toolbar != nullptr) {

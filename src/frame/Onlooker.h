@@ -34,6 +34,8 @@ public:
     virtual void GivenUp(const Screen& /*screen*/) {}
     /// A screen has gone; its boxes are not there any more.
     virtual void Closed() {}
+    /// A page shows the open employee, or anew.
+    virtual void Shown() {}
     /// The store has taken what was typed.
     virtual void Stored() {}
 };

@@ -115,5 +115,20 @@ TEST_F(Desk, SaysWhatHasJustHappenedToAScreenReaderWholeAndCutsWhatHasNoRoom)
     EXPECT_EQ(note->toolTip().toStdString(), "");
 }
 
+TEST_F(Desk, SaysWhoElseHasTheEmployeeOpenAndTakesNoRoomOtherwise)
+{
+    auto* also = At<QLabel>("MDIForm1.StatusAlso");
+    ASSERT_NE(also, nullptr);
+    EXPECT_TRUE(also->isHidden());
+    Box& box = *Now().screens.FindBox("MDIForm1", "StatusAlso");
+    box.SetText("Also open: ben@desk");
+    box.SetVisible(true);
+    EXPECT_FALSE(also->isHidden());
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(also)->text(QAccessible::Name), "Also open: ben@desk");
+    box.SetText("");
+    box.SetVisible(false);
+    EXPECT_TRUE(also->isHidden());
+}
+
 } // namespace
 } // namespace quillmere

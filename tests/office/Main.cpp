@@ -5,6 +5,7 @@
 #include "Audit.h"
 #include "Folder.h"
 #include "Relay.h"
+#include "clientdb/store/IdleLinks.h"
 #include "clientdb/store/ServerEngine.h"
 #include "clientdb/store/ServerSchema.h"
 #include "support/PrivateServer.h"

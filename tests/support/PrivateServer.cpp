@@ -1,5 +1,6 @@
 #include "support/PrivateServer.h"
 
+#include "clientdb/store/IdleLinks.h"
 #include "clientdb/store/ServerEngine.h"
 #include "clientdb/store/ServerSchema.h"
 #include "clientdb/store/Template.h"

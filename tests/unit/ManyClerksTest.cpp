@@ -3,6 +3,7 @@
 #include "clientdb/TypedEntries.h"
 #include "clientdb/store/History.h"
 #include "clientdb/store/ServerEngine.h"
+#include "frame/CloseAll.h"
 #include "support/ProgramFixture.h"
 #include "support/RawDatabase.h"
 
@@ -138,6 +139,134 @@ TEST_F(ManyClerks, AreToldByANotepadAsWell)
     EXPECT_NE(otherDoor.messages[0].text.find("\"Desk\" there, \"Lamp\" here"), std::string::npos)
         << otherDoor.messages[0].text;
     EXPECT_EQ(Stored("KNotepad", "Description1"), "Lamp");
+}
+
+// ---- who else is there ----------------------------------------------------------------------------
+
+/// The other desk has a client folder of its own, with a file of its own that names the same tables: its connections
+/// are its own.
+class AlsoOpenAtTwoDesks : public ManyClerks {
+protected:
+    AlsoOpenAtTwoDesks()
+    {
+        ServerService service = *ReadService(Now().ClientDatabasePath());
+        const std::filesystem::path folder = OtherFolder() / "Clients";
+        std::filesystem::create_directories(folder);
+        Other().settings.path.at(static_cast<std::size_t>(Other().settings.selectedFolder)) = folder.string();
+        service.file = Other().ClientDatabasePath();
+        service.settings.emplace_back("connect_timeout", "7");
+        WriteService(service);
+        door.deskName = "anna@desk";
+        Create(Employer, "Joe", "Brown");
+        Leave(Now());
+        Leave(Other());
+    }
+
+    static void OpenAt(Session& session, const std::string& employee)
+    {
+        ASSERT_TRUE(quillmere::OpenEmployee(session, Employer, employee));
+        session.screens.RunDeferred();
+    }
+    static void Leave(Session& session)
+    {
+        ASSERT_TRUE(CloseAllScreens(session));
+        session.screens.RunDeferred();
+    }
+    void LetTimePass()
+    {
+        for (ScriptedDoor* passing : {&door, &otherDoor})
+            passing->LetTimePass();
+        for (Session* session : {&Now(), &Other()})
+            session->screens.RunDeferred();
+    }
+    static std::string Says(Session& session)
+    {
+        const Box* const panel = session.screens.FindBox("MDIForm1", "StatusAlso");
+        EXPECT_EQ(panel->Visible(), !panel->Text().empty());
+        return panel->Text();
+    }
+};
+
+TEST_F(AlsoOpenAtTwoDesks, EachIsToldOfTheOtherAndOfNobodyElse)
+{
+    OpenAt(Now(), Employee);
+    EXPECT_EQ(Says(Now()), "");
+    OpenAt(Other(), Employee);
+    EXPECT_EQ(Says(Other()), "Also open: anna@desk");
+    // Whoever was there first is told without doing anything.
+    EXPECT_EQ(Says(Now()), "");
+    LetTimePass();
+    EXPECT_EQ(Says(Now()), "Also open: ben@desk");
+    OpenAt(Other(), "Joe Brown");
+    EXPECT_EQ(Says(Other()), "");
+    Turn(Now(), "Form3", "Page2");
+    EXPECT_EQ(Says(Now()), "");
+}
+
+TEST_F(AlsoOpenAtTwoDesks, NobodyIsOnceHeHasClosedOrItsDeskHasGone)
+{
+    OpenAt(Now(), Employee);
+    OpenAt(Other(), Employee);
+    Leave(Now());
+    EXPECT_EQ(Says(Now()), "");
+    LetTimePass();
+    EXPECT_EQ(Says(Other()), "");
+    OpenAt(Now(), Employee);
+    LetTimePass();
+    EXPECT_EQ(Says(Other()), "Also open: anna@desk");
+    // A desk that dies takes leave of nobody.
+    ExecuteRaw(Now().ClientDatabasePath(),
+               "SELECT pg_terminate_backend(pid,5000) FROM pg_stat_activity WHERE application_name LIKE '%anna@desk'");
+    otherDoor.LetTimePass();
+    EXPECT_EQ(Says(Other()), "");
+    // It was the line alone: the next look is over a new one.
+    LetTimePass();
+    LetTimePass();
+    EXPECT_EQ(Says(Other()), "Also open: anna@desk");
+    EXPECT_TRUE(door.messages.empty());
+    EXPECT_TRUE(otherDoor.messages.empty());
+}
+
+TEST_F(AlsoOpenAtTwoDesks, ASecondConnectionOfADeskTellsNothingOld)
+{
+    // Those that wait are taken in turn: whichever of them it is.
+    for (int turns = 0; turns < 2; ++turns) {
+        OpenAt(Now(), Employee);
+        {
+            const Database first = Clients(), second = Clients();
+        }
+        for (int turn = 0; turn < turns; ++turn)
+            static_cast<void>(Clients());
+        OpenAt(Now(), "Joe Brown");
+        OpenAt(Other(), Employee);
+        EXPECT_EQ(Says(Other()), "") << turns;
+        OpenAt(Other(), "Joe Brown");
+        EXPECT_EQ(Says(Other()), "Also open: anna@desk") << turns;
+    }
+}
+
+TEST_F(AlsoOpenAtTwoDesks, AskedForWithNoTripInAnOpeningOrATurn)
+{
+    OpenAt(Now(), Employee);
+    const std::int64_t before = ServerLink::RoundTrips();
+    Now().screens.Find("Form3")->Click(Now().screens.Find("Form3")->box("Page2"));
+    const std::int64_t turned = ServerLink::RoundTrips();
+    EXPECT_LE(turned - before, 2);
+    EXPECT_TRUE(Now().screens.HasDeferred());
+}
+
+TEST_F(AlsoOpenAtTwoDesks, NothingWaitsForAServerThatIsAway)
+{
+    OpenAt(Now(), Employee);
+    OpenAt(Other(), Employee);
+    EXPECT_EQ(Says(Other()), "Also open: anna@desk");
+    ServerService away = *ReadService(Other().ClientDatabasePath());
+    away.settings.front().second = "/nowhere";
+    WriteService(away);
+    LetTimePass();
+    EXPECT_EQ(Says(Other()), "");
+    EXPECT_TRUE(otherDoor.messages.empty());
+    EXPECT_TRUE(otherDoor.later.empty());
 }
 
 // ---- the connection -------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include "clientdb/store/Backup.h"
 #include "clientdb/store/FormMarks.h"
 #include "clientdb/store/History.h"
+#include "clientdb/store/IdleLinks.h"
 #include "clientdb/store/OnlineCopy.h"
 #include "clientdb/store/OperationNote.h"
 #include "clientdb/store/ServerEngine.h"

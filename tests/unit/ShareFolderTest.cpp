@@ -7,6 +7,7 @@
 #include "clientdb/store/FileEngine.h"
 #include "clientdb/store/FormMarks.h"
 #include "clientdb/store/History.h"
+#include "clientdb/store/IdleLinks.h"
 #include "clientdb/store/OnlineCopy.h"
 #include "clientdb/store/ServerEngine.h"
 #include "clientdb/store/TableCopy.h"

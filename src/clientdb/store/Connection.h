@@ -98,6 +98,12 @@ struct Database::Connection {
     virtual std::string TableWords(std::string_view table) = 0;
     /// Records that were added with numbers of their own: the next one gets a number behind theirs.
     virtual void CountOn(std::string_view /*table*/, std::string_view /*number*/) {}
+    /// Says which employee is open at this desk, none for an empty name, and gives the other desks that have him open.
+    virtual std::vector<std::string> OthersAt(std::string_view /*desk*/, std::string_view /*employer*/,
+                                              std::string_view /*employee*/)
+    {
+        return {};
+    }
 
     /// Throws StoreError unless the connection is open.
     void RequireOpen() const;

@@ -2,6 +2,7 @@
 
 #include "clientdb/store/DatabaseState.h"
 #include "clientdb/store/FileEngine.h"
+#include "clientdb/store/IdleLinks.h"
 #include "clientdb/store/ServerEngine.h"
 #include "clientdb/store/TableCopy.h"
 #include "clientdb/store/Template.h"

@@ -35,6 +35,11 @@ Database Database::OpenReferenceDatabase(const std::filesystem::path& path, Open
     return Database(OpenReferenceFile(path, mode));
 }
 
+std::vector<std::string> Database::OthersAt(std::string_view desk, std::string_view employer, std::string_view employee)
+{
+    return connection->OthersAt(desk, employer, employee);
+}
+
 void Database::Close()
 {
     connection->Close();

@@ -47,6 +47,10 @@ public:
     /// Records with no employer are passed over.
     std::vector<std::string> EmployersInOrder(std::string_view table);
 
+    /// Says to the other desks of a shared folder which employee is open at this one, none for an empty name, and gives
+    /// those of them that have him open, too. Of a file nobody knows.
+    std::vector<std::string> OthersAt(std::string_view desk, std::string_view employer, std::string_view employee);
+
     /// Closes the file. Its cursors can do nothing any more but end.
     void Close();
 

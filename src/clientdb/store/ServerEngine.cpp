@@ -1,6 +1,7 @@
 #include "clientdb/store/ServerEngine.h"
 
 #include "clientdb/store/ChangeLog.h"
+#include "clientdb/store/IdleLinks.h"
 #include "clientdb/store/Schema.h"
 #include "clientdb/store/ServerSchema.h"
 #include "clientdb/store/ServerWords.h"
@@ -14,28 +15,6 @@
 
 namespace quillmere {
 namespace {
-
-/// Connections that wait for the next opening, by what they are connected to. A database is opened for each operation,
-/// and connecting takes longer than most of them; so this is the one thing of the store that outlives a closing.
-using IdleLinks = std::multimap<std::string, std::unique_ptr<ServerLink>>;
-
-IdleLinks& Idle()
-{
-    static IdleLinks idle;
-    return idle;
-}
-
-std::unique_ptr<ServerLink> TakeLink(const ServerService& service)
-{
-    const std::string key = service.Key();
-    for (auto found = Idle().find(key); found != Idle().end(); found = Idle().find(key)) {
-        std::unique_ptr<ServerLink> link = std::move(found->second);
-        Idle().erase(found);
-        if (link->IsAlive())
-            return link;
-    }
-    return std::make_unique<ServerLink>(service);
-}
 
 bool IsWrite(std::string_view words)
 {
@@ -68,11 +47,6 @@ std::int64_t NumberIn(const PGresult* result, int row, int column)
 }
 
 } // namespace
-
-void CloseIdleServerLinks()
-{
-    Idle().clear();
-}
 
 // ---- statements -----------------------------------------------------------------------------------
 
@@ -239,7 +213,7 @@ void ServerConnection::Close()
         // Nobody wants the answers.
     }
     if (link->IsAlive())
-        Idle().emplace(service.Key(), std::move(link));
+        KeepLink(service, std::move(link));
     link.reset();
 }
 
@@ -550,6 +524,30 @@ void ServerConnection::CountOn(std::string_view table, std::string_view number)
         fmt::format("SELECT setval('\"{0}_{1}_seq\"',top) FROM (SELECT max(\"{1}\") AS top FROM \"{0}\") AS all_of, "
                     "\"{0}_{1}_seq\" WHERE top>last_value OR (top=last_value AND NOT is_called)",
                     table, number));
+}
+
+std::vector<std::string> ServerConnection::OthersAt(std::string_view desk, std::string_view employer,
+                                                    std::string_view employee)
+{
+    RequireOpen();
+    const Presence presence{.desk = std::string(desk),
+                            .schema = service.schema,
+                            .employer = std::string(employer),
+                            .employee = std::string(employee)};
+    SilenceIdleLinks(service);
+    SayPresence(*link, presence);
+    std::vector<std::string> others;
+    if (employee.empty())
+        return others;
+    const std::string beginning = presence.Beginning();
+    Run run(Own(fmt::format("SELECT DISTINCT substr(application_name,{0}) FROM pg_stat_activity WHERE "
+                            "datname=current_database() AND left(application_name,{0}-1)=? ORDER BY 1",
+                            beginning.size() + 1)));
+    run.Bind(beginning);
+    while (run.Step())
+        if (run.Text(0) != presence.Desk())
+            others.emplace_back(run.Text(0));
+    return others;
 }
 
 bool ServerConnection::OwnsSchema()

@@ -98,6 +98,8 @@ struct ServerConnection final : Database::Connection {
     HistoryState LookAtHistory() override;
     std::string TableWords(std::string_view table) override;
     void CountOn(std::string_view table, std::string_view number) override;
+    std::vector<std::string> OthersAt(std::string_view desk, std::string_view employer,
+                                      std::string_view employee) override;
     /// True if the role may take the schema away from the others, and what does it, within a transaction that is alone.
     bool OwnsSchema();
     void RenameSchema(std::string_view newName);
@@ -151,8 +153,5 @@ std::shared_ptr<ServerConnection> OpenServer(const ServerService& service, OpenM
 void CreateServerTables(const ServerService& service);
 /// Takes all of them away again. Throws StoreError.
 void DropServerTables(const ServerService& service, NewSchema schema);
-
-/// Ends the connections that wait for the next opening.
-void CloseIdleServerLinks();
 
 } // namespace quillmere

@@ -33,7 +33,8 @@ ServerLink::ServerLink(const ServerService& service)
         settings.push_back(name);
         values.push_back(value);
     };
-    set("fallback_application_name", "quillmere");
+    const std::string silent(SilentLink);
+    set("application_name", silent.c_str());
     set("client_encoding", "UTF8");
     set("connect_timeout", "5");
     set("keepalives_idle", "30");

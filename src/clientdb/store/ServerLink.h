@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clientdb/store/Libpq.h"
+#include "clientdb/store/Presence.h"
 #include "clientdb/store/ServerService.h"
 #include "clientdb/store/StoreErrors.h"
 
@@ -60,6 +61,9 @@ public:
 
     /// What the look at the schema has found, once for each connection.
     std::optional<std::map<std::string, std::string, std::less<>>> tableWords;
+
+    /// By which the server knows it, as it was told last.
+    std::string saidName{SilentLink};
 
 private:
     struct Waiting {
