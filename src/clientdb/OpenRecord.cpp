@@ -1,11 +1,14 @@
 #include "clientdb/OpenRecord.h"
 
+#include "clientdb/Renamed.h"
 #include "clientdb/UserOperation.h"
 #include "clientdb/store/ServerService.h"
 #include "frame/CloseAll.h"
 #include "frame/Text.h"
 
 #include <algorithm>
+#include <fmt/format.h>
+#include <optional>
 #include <utility>
 
 namespace quillmere {
@@ -13,7 +16,7 @@ namespace quillmere {
 namespace {
 
 /// What the status bar says.
-constexpr std::string_view Gone = "This record is no longer there: what is typed is not stored";
+constexpr std::string_view Gone = "This record is no longer there: ", NotStored = "what is typed is not stored";
 
 } // namespace
 
@@ -43,9 +46,9 @@ bool OpenRecord::Telling(const Screen* under, const std::function<void()>& work)
 void OpenRecord::ShowNote() const
 {
     ClearStatusNote(session, Gone);
-    if (std::ranges::any_of(OpenRecords(session),
-                            [](const auto& record) { return record->screen != nullptr && !record->isThere; }))
-        SetStatusNote(session, Gone);
+    for (const auto& record : OpenRecords(session))
+        if (record->screen != nullptr && !record->isThere)
+            return SetStatusNote(session, std::string(Gone) + record->goneWords);
 }
 
 // ---- what is shown
@@ -90,7 +93,12 @@ void OpenRecord::Seek(Screen& on)
     // Until the store has answered, the record shows where it did: what is typed meanwhile is not lost.
     Database opened = Database::OpenDatabase(to.database);
     Recordset records = opened.OpenRecordset(source.table);
+    const bool wasThere = isThere && to == key;
     isThere = Position(records, to);
+    if (!isThere && wasThere)
+        LoseRecord(opened);
+    else if (isThere || to != key)
+        goneWords = NotStored;
     key = std::move(to);
     screen = &on;
     bound.clear();
@@ -172,7 +180,8 @@ void OpenRecord::WriteChanged(const std::vector<BoundBox*>& changed)
     batch.Begin();
     Recordset records = opened.OpenRecordset(source.table);
     if (!Position(records, key)) {
-        isThere = false;
+        batch.Commit(); // nobody waits for what is locked while it is looked for
+        LoseRecord(opened);
         ShowNote();
         throw RecordGone();
     }
@@ -243,12 +252,40 @@ void OpenRecord::StoreOrKeep()
         } catch (const RecordGone&) {
             // There is nothing that it could come back to.
         } catch (const StoreError&) {
-            std::vector<TypedEntries::Line> typed = Typed();
-            for (TypedEntries::Line& line : typed)
-                line.entry.moment = MomentNow(session);
-            TypedEntries(key.database).Keep(typed);
+            KeepTyped(key.record);
         }
     }));
+    isThere = false;
+}
+
+void OpenRecord::KeepTyped(const TypedEntries::Record& of) const
+{
+    std::vector<TypedEntries::Line> typed = Typed();
+    for (TypedEntries::Line& line : typed) {
+        line.record = of;
+        line.entry.moment = MomentNow(session);
+    }
+    TypedEntries(key.database).Keep(typed);
+}
+
+void OpenRecord::LoseRecord(Database& database)
+{
+    goneWords = NotStored;
+    isThere = true; // for whoever asks what is typed
+    try {
+        std::optional<TypedEntries::Record> renamed = RenamedTo(database, key.record);
+        Recordset records = database.OpenRecordset(source.table);
+        if (renamed && !Position(records, {.database = key.database, .record = *renamed}))
+            renamed.reset();
+        KeepTyped(renamed.value_or(key.record));
+        if (renamed)
+            goneWords =
+                fmt::format("it is that of {} now, where what is typed waits",
+                            renamed->employee.empty() ? renamed->employer
+                                                      : fmt::format("{} ({})", renamed->employee, renamed->employer));
+    } catch (const Failure&) {
+        // It is gone all the same, and that is told.
+    }
     isThere = false;
 }
 

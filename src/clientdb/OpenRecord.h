@@ -13,6 +13,7 @@
 
 namespace quillmere {
 
+class Database;
 class Recordset;
 
 /// A record that is open, the employee's or the employer's: it shows in the boxes of one screen at a time that name its
@@ -92,6 +93,10 @@ private:
     std::vector<BoundBox*> Changed();
     static std::vector<Overwritten> WrittenOver(const Recordset& records, const std::vector<BoundBox*>& changed);
     void ShowNote() const;
+    /// The record is gone while it was open: what is typed of it is kept for whoever opens it when it is back, or under
+    /// its new name.
+    void LoseRecord(Database& database);
+    void KeepTyped(const TypedEntries::Record& of) const;
     /// Does the work; false if it fails, with the words of the failure under the screen's caption.
     [[nodiscard]] bool Telling(const Screen* under, const std::function<void()>& work) const;
 
@@ -100,7 +105,8 @@ private:
     Screen* screen = nullptr; ///< that it shows on
     std::vector<BoundBox> bound;
     Key key;
-    bool isThere = false; ///< only on a screen
+    bool isThere = false;  ///< only on a screen
+    std::string goneWords; ///< what is said of one that is gone
 };
 
 /// The record of the open employee, form P11D, and that of the employer, form P11D(b): made by whoever first asks.

@@ -1,6 +1,8 @@
 // Several clerks in one shared folder, each at a desk of his own.
 #include "clientdb/EmployerScreens.h"
 #include "clientdb/TypedEntries.h"
+#include "clientdb/TypedJournal.h"
+#include "clientdb/UserOperation.h"
 #include "clientdb/store/History.h"
 #include "clientdb/store/ServerEngine.h"
 #include "frame/CloseAll.h"
@@ -139,6 +141,120 @@ TEST_F(ManyClerks, AreToldByANotepadAsWell)
     EXPECT_NE(otherDoor.messages[0].text.find("\"Desk\" there, \"Lamp\" here"), std::string::npos)
         << otherDoor.messages[0].text;
     EXPECT_EQ(Stored("KNotepad", "Description1"), "Lamp");
+}
+
+// ---- who is gone ----------------------------------------------------------------------------------
+
+class GoneMeanwhile : public ManyClerks {
+protected:
+    GoneMeanwhile() { Create("Bolt", "Ann", "Baker"); }
+
+    /// What somebody else does is done at once, whoever has the record open.
+    template<class Work>
+    void Meanwhile(Work work)
+    {
+        constexpr std::chrono::seconds NotWaited(1);
+        const auto start = std::chrono::steady_clock::now();
+        {
+            const UserOperation operation(Now(), "Meanwhile");
+            Database database = OpenClients(Now());
+            work(database);
+        }
+        EXPECT_LT(std::chrono::steady_clock::now() - start, NotWaited);
+    }
+    static void Delete(Database& database) { DeleteEmployee(database, Employer, Employee); }
+    static void Rename(Database& database) { RenameEmployee(database, Employer, Employee, "Jane Jones"); }
+    static void DeleteAll(Database& database) { DeleteEmployer(database, Employer); }
+    static void RenameAll(Database& database) { RenameEmployer(database, Employer, "Apex", "9/Z"); }
+
+    /// How many records there are of somebody in the tables of employees.
+    int RecordsOf(std::string_view employer, std::string_view employee)
+    {
+        Database database = Clients();
+        int found = 0;
+        for (const TableLayout* const layout : NewEmployeeTables()) {
+            if (layout->level != TableLevel::Employee)
+                continue;
+            Recordset records = database.OpenRecordset(layout->name);
+            records.Index("IndKey");
+            records.Seek(employer, employee);
+            found += records.NoMatch() ? 0 : 1;
+        }
+        return found;
+    }
+    int WholeEmployee() { return RecordsOf("Bolt", "Ann Baker"); }
+
+    std::vector<TypedEntries::Line> Kept() { return TypedEntries(Now().ClientDatabasePath()).All(); }
+    std::string Note() { return Other().screens.FindBox("MDIForm1", "StatusNote")->Text(); }
+
+    struct Case {
+        void (*work)(Database&);
+        std::string_view employer, employee; ///< under which he is found, and what waits; none if he is deleted
+    };
+    static constexpr std::array<Case, 4> Cases = {
+        {{Delete, {}, {}}, {Rename, Employer, "Jane Jones"}, {DeleteAll, {}, {}}, {RenameAll, "Apex", Employee}}};
+};
+
+TEST_F(GoneMeanwhile, WhatIsTypedOnAPageIsToldOfAndKept)
+{
+    for (const Case& of : Cases) {
+        SCOPED_TRACE(&of - Cases.data());
+        ASSERT_TRUE(quillmere::OpenEmployee(Other(), Employer, Employee));
+        Type(Other(), "Form3", "ADescriptionAsset", "Lamp");
+        Meanwhile(of.work);
+        Turn(Other(), "Form3", "Page2");
+        ASSERT_FALSE(otherDoor.messages.empty());
+        EXPECT_EQ(otherDoor.messages.front().text, "Employee not found");
+        EXPECT_TRUE(Note().starts_with("This record is no longer there: ")) << Note();
+        EXPECT_EQ(RecordsOf(Employer, Employee), 0);
+        ASSERT_EQ(Kept().size(), 1U);
+        EXPECT_EQ(Kept()[0].entry.typed, "Lamp");
+        if (!of.employer.empty()) {
+            EXPECT_EQ(RecordsOf(of.employer, of.employee), WholeEmployee());
+            EXPECT_EQ(Kept()[0].record.employer, of.employer);
+            EXPECT_EQ(Kept()[0].record.employee, of.employee);
+            EXPECT_NE(Note().find(fmt::format("it is that of {} ({}) now", of.employee, of.employer)),
+                      std::string::npos)
+                << Note();
+        }
+        // Whoever opens him when he is back, or as he is called now, is offered it.
+        if (of.employer.empty())
+            Create(Employer, "Jane", "Smith");
+        ASSERT_TRUE(quillmere::OpenEmployee(Other(), std::string(of.employer.empty() ? Employer : of.employer),
+                                            std::string(of.employer.empty() ? Employee : of.employee)));
+        EXPECT_EQ(Other().typedJournal->Waiting().size(), 1U);
+        Other().typedJournal->Forget(Other().typedJournal->Waiting());
+        ASSERT_TRUE(CloseAllScreens(Other()));
+        otherDoor.messages.clear();
+        if (!of.employer.empty())
+            Create(Employer, "Jane", "Smith");
+    }
+}
+
+TEST_F(GoneMeanwhile, WhatIsTypedInANotepadIsToldOfAndStaysThere)
+{
+    int gone = 0;
+    for (const Case& of : Cases) {
+        SCOPED_TRACE(gone++);
+        ASSERT_TRUE(quillmere::OpenEmployee(Other(), Employer, Employee));
+        Screen* const notepad = Other().screens.Show("KNotepad");
+        notepad->box("Description", 1).SetText("Lamp");
+        Meanwhile(of.work);
+        notepad->Click(notepad->box("cmdOK"));
+        ASSERT_FALSE(otherDoor.messages.empty());
+        EXPECT_EQ(RecordsOf(Employer, Employee), 0);
+        if (!of.employer.empty())
+            EXPECT_EQ(RecordsOf(of.employer, of.employee), WholeEmployee());
+        ASSERT_NE(Other().screens.Find("KNotepad"), nullptr) << "what is typed stays in sight";
+        otherDoor.LetTimePass();
+        ASSERT_EQ(Kept().size(), 1U);
+        EXPECT_EQ(Kept()[0].entry.typed, "Lamp");
+        Other().screens.Unload("KNotepad");
+        static_cast<void>(CloseAllScreens(Other()));
+        otherDoor.LetTimePass();
+        otherDoor.messages.clear();
+        Create(Employer, "Jane", "Smith");
+    }
 }
 
 // ---- who else is there ----------------------------------------------------------------------------
