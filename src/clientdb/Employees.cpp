@@ -156,6 +156,15 @@ RecordsNotMade::RecordsNotMade(const StoreError& failure, std::string_view faile
 {
 }
 
+void EmployeeRecords::WillMake(const NewEmployee& employee)
+{
+    inHand = NewEmployeeTables().front()->name;
+    database.WillAdd(NewEmployeeTables());
+    for (const TableLayout* const layout : NewEmployeeTables())
+        if (layout->level == TableLevel::Employer)
+            database.WillSeek(layout->name, employee.employer);
+}
+
 void EmployeeRecords::Make(const NewEmployee& employee, std::span<const RecordText> texts)
 {
     const std::string name = EmployeeName(employee.firstName, employee.surname);
@@ -196,19 +205,39 @@ Recordset& EmployeeRecords::At(const TableLayout& table)
                                  : tables.emplace(table.name, database.OpenRecordset(table.name)).first->second;
 }
 
-void CreateEmployee(Database& database, const NewEmployee& employee)
+namespace {
+
+enum class Adding { AtOnce, OneByOne };
+
+void Create(Database& database, const NewEmployee& employee, Adding adding)
 {
     EmployeeRecords records(database);
     try {
         WriteBatch batch(database);
+        if (adding == Adding::AtOnce)
+            records.WillMake(employee);
         records.Make(employee);
         batch.Commit();
     } catch (const StoreError& failure) {
-        const bool isLost = dynamic_cast<const BatchLost*>(&failure) != nullptr;
+        const auto* const lost = dynamic_cast<const BatchLost*>(&failure);
+        if (lost != nullptr && lost->IsUntold())
+            throw;
         const std::vector<std::string> made(records.Made().begin(), records.Made().end());
-        throw RecordsNotMade(
-            failure, records.InHand(),
-            Stored(database, made, isLost, employee.employer, EmployeeName(employee.firstName, employee.surname)));
+        throw RecordsNotMade(failure, records.InHand(),
+                             Stored(database, made, lost != nullptr, employee.employer,
+                                    EmployeeName(employee.firstName, employee.surname)));
+    }
+}
+
+} // namespace
+
+void CreateEmployee(Database& database, const NewEmployee& employee)
+{
+    try {
+        Create(database, employee, Adding::AtOnce);
+    } catch (const BatchLost&) {
+        // Nothing is stored. One after the other it is told which is refused, and those before it stay.
+        Create(database, employee, Adding::OneByOne);
     }
 }
 

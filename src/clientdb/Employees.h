@@ -72,6 +72,8 @@ class EmployeeRecords {
 public:
     explicit EmployeeRecords(Database& database) : database(database) {}
 
+    /// Says that the next Make is all that the batch does, and need not wait for each record: Database::WillAdd.
+    void WillMake(const NewEmployee& employee);
     /// Makes the employee's records in every table of NewEmployeeTables, in that order, with their keys and these texts
     /// set and all else null; the employer's own three only if they are not there yet.
     void Make(const NewEmployee& employee, std::span<const RecordText> texts = {});

@@ -77,6 +77,38 @@ TEST_F(RoundTrips, OpeningAnEmployeeTakesFour)
     }
 }
 
+TEST_F(RoundTrips, CreatingAnEmployeeTakesTwo)
+{
+    Database database = Clients();
+    // The first of an employer has three records more, and whoever is first prepares.
+    for (const std::string_view employer : {"Acme", "Zinc"})
+        for (const std::string_view name : {"One", "Two"}) {
+            const NewEmployee employee{std::string(employer), "New", std::string(name), "123/A456"};
+            EXPECT_EQ(Trips([&] { CreateEmployee(database, employee); }), 2) << employer << name;
+            for (const TableLayout* const table : NewEmployeeTables()) {
+                Recordset records = database.OpenRecordset(table->name);
+                records.MoveFirstOf(employer);
+                EXPECT_FALSE(records.AtEnd()) << table->name;
+            }
+        }
+}
+
+TEST_F(RoundTrips, CreatingAnEmployeeInHisWindowAndOpeningHimTakesSeven)
+{
+    for (const std::string name : {"One", "Two"}) {
+        Menu("New");
+        Click("NewFileCheck", "Option2");
+        Click("NewFileCheck", "NewFileOk");
+        At("NewFile", "EmployerName").SetText("Zinc " + name);
+        At("NewFile", "PAYE").SetText("123/A456");
+        At("NewFile", "EmployeeName").SetText("New");
+        At("NewFile", "EmployeeSurname").SetText(name);
+        const std::int64_t trips = Trips([&] { Click("NewFile", "OkEmp"); });
+        EXPECT_LE(trips, 7) << name;
+        EXPECT_TRUE(Shows("Form3"));
+    }
+}
+
 TEST_F(RoundTrips, AllThatAFormIsMadeOfIsReadInOne)
 {
     Database database = Clients();

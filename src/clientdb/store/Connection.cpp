@@ -195,7 +195,7 @@ void Database::Connection::AfterFailedWrite(const StoreError& failure)
         return DropSingleWrite();
     // A full disk, for one, takes the transaction along with the write.
     if (!InTransaction())
-        throw BatchLost(failure);
+        throw BatchLost(failure, isUntold);
     log->StoreOrGiveUp();
     try {
         Commit();
@@ -219,7 +219,7 @@ void Database::Connection::Commit()
         CommitWithHistory();
     } catch (const StoreError& failure) {
         RollBack();
-        throw BatchLost(failure);
+        throw BatchLost(failure, isUntold);
     }
 }
 

@@ -93,6 +93,10 @@ struct Database::Connection {
     /// that has the answer, with all fields, until the next one is asked for; nullptr where it has not been asked for.
     virtual void Foresee(TableStatements&, const TableIndex&, const Key&) {}
     virtual Prepared* Foreseen(const TableStatements&, const TableIndex&, const Key&) { return nullptr; }
+    /// Says that records will be added to these tables: their numbers are asked for along with what is asked next.
+    virtual void ForeseeAdding(std::span<const TableLayout* const>) {}
+    /// The number that the next record of the table will have; 0: it gets one as it is added.
+    virtual std::int64_t NumberForRecord(const TableLayout&) { return 0; }
     virtual HistoryState LookAtHistory() = 0;
     /// What made a table that stands beside those of the layouts; empty for none.
     virtual std::string TableWords(std::string_view table) = 0;
@@ -138,6 +142,8 @@ struct Database::Connection {
     std::filesystem::path file;
     bool reference = false;
     int batches = 0;
+    bool addsAhead = false;     ///< the batch adds records without waiting: one that is refused takes all of it back
+    bool isUntold = false;      ///< which it has done
     bool isSingleWrite = false; ///< the transaction is that of one write
     std::unique_ptr<ChangeLog> log;
 

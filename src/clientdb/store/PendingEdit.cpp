@@ -44,7 +44,10 @@ int PendingEdit::Write(TableStatements& statements, std::int64_t rowid, bool isH
     written.reserve(count);
     for (const Change& change : Changes())
         written.push_back(change.column);
-    Run run(IsNewRecord() ? statements.Insert(written) : statements.Update(written));
+    const bool isNumbered = IsNewRecord() && rowid != 0;
+    Run run(IsNewRecord() ? statements.Insert(written, isNumbered) : statements.Update(written));
+    if (isNumbered)
+        run.Bind(rowid);
     for (const Change& change : Changes())
         if (change.isNull)
             run.BindNull();
@@ -58,7 +61,7 @@ int PendingEdit::Write(TableStatements& statements, std::int64_t rowid, bool isH
             return name == index.part1 || name == index.part2;
         });
     };
-    if (!isHeld || std::ranges::any_of(Changes(), isOfKey))
+    if (!isNumbered && (!isHeld || std::ranges::any_of(Changes(), isOfKey)))
         return run.Change();
     run.Post();
     return 1;

@@ -29,7 +29,7 @@ public:
     const Change* Find(std::size_t column) const;
     std::span<const Change> Changes() const { return std::span(changes).first(count); }
     /// Writes the record, or adds it: the number of records written. A record that is held is there: unless its key is
-    /// written, which may be refused, its writing can be posted.
+    /// written, which may be refused, its writing can be posted; so can the adding of one that has a number already.
     int Write(TableStatements& statements, std::int64_t rowid, bool isHeld) const;
 
 private:

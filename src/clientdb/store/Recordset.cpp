@@ -150,12 +150,13 @@ void Recordset::State::WriteNow()
     if (!isNew)
         connection->log->LookAt(statements, position.Rowid(), edit.Changes());
     const bool isHeld = !isNew && connection->Held(statements.Layout(), position.Rowid()) != nullptr;
-    const int written = edit.Write(statements, position.Rowid(), isHeld);
+    const std::int64_t foreseen = isNew ? connection->NumberForRecord(statements.Layout()) : 0;
+    const int written = edit.Write(statements, isNew ? foreseen : position.Rowid(), isHeld);
     if (!isNew && written == 0) {
         position.Leave(Place::OnDeleted);
         position.RequireRecord();
     }
-    const std::int64_t record = isNew ? connection->LastAdded() : position.Rowid();
+    const std::int64_t record = !isNew ? position.Rowid() : foreseen != 0 ? foreseen : connection->LastAdded();
     if (isNew)
         connection->log->NoteAdded(statements, record, edit.Changes());
     else
@@ -237,6 +238,14 @@ void Database::WillSeek(std::string_view table, std::string_view part1, std::opt
     for (const TableIndex& index : layout.indexes)
         if (index.part2.empty() != part2.has_value())
             return connection->Foresee(connection->Statements(layout), index, {part1, part2});
+}
+
+void Database::WillAdd(std::span<const TableLayout* const> tables)
+{
+    if (!connection->IsShared() || connection->batches != 1 || connection->InTransaction())
+        return;
+    connection->addsAhead = true;
+    connection->ForeseeAdding(tables);
 }
 
 std::vector<std::string> Database::EmployersInOrder(std::string_view table)
@@ -417,6 +426,7 @@ WriteBatch::~WriteBatch()
     } catch (const StoreError&) {
         // Whoever must know calls Commit; here another failure is already on its way.
     }
+    connection->addsAhead = connection->isUntold = false;
 }
 
 ReadBatch::ReadBatch(Database& database) : connection(database.connection), begun(false)

@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,7 @@ namespace quillmere {
 
 class Recordset;
 struct OperationNote;
+struct TableLayout;
 
 /// The place of a field among those of its table.
 enum class FieldPlace : std::size_t {};
@@ -42,6 +44,11 @@ public:
     /// Says that a record will be sought by its key, one part or two. Where each question is a journey to a server, all
     /// that is said so is asked in one, with what is sought next; a file answers each as it comes.
     void WillSeek(std::string_view table, std::string_view part1, std::optional<std::string_view> part2 = std::nullopt);
+
+    /// Says that a record will be added to each of these tables in the batch that is about to begin. Where each answer
+    /// is a journey to a server, none of them is waited for then: what is refused is told later, at the latest by the
+    /// commit, and takes the whole batch along (BatchLost::IsUntold). Says nothing within a greater batch.
+    void WillAdd(std::span<const TableLayout* const> tables);
 
     /// The different employers of a table, in the order in which a scan of it in the order of adding meets them.
     /// Records with no employer are passed over.

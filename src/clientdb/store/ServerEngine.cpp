@@ -263,12 +263,16 @@ ServerLink::Result ServerConnection::Wait(ServerLink::Ticket ticket)
 {
     try {
         return link->Wait(ticket);
-    } catch (const StoreError&) {
+    } catch (const StoreError& failure) {
         ForgetRecords();
         if (operationAsked && !link->HasAnswer(*operationAsked))
             operationAsked.reset();
         if (!link->IsAlive()) {
             Over();
+        } else if (addsAhead) {
+            GiveUpTransaction();
+            isUntold = true;
+            throw BatchLost(failure, true);
         } else if (transaction == Transaction::Writing && everMarked) {
             Say("ROLLBACK TO SAVEPOINT Statement");
             isMarked = true;
@@ -288,8 +292,11 @@ void ServerConnection::Over() noexcept
 {
     transaction = Transaction::None;
     ForgetRecords();
-    if (operationAsked)
-        link->Drop(*std::exchange(operationAsked, std::nullopt));
+    for (std::optional<ServerLink::Ticket>* const asked : {&operationAsked, &addingAsked})
+        if (*asked)
+            link->Drop(*std::exchange(*asked, std::nullopt));
+    adding.clear();
+    addingNumbers.reset();
     everMarked = isMarked = false;
 }
 
@@ -336,11 +343,14 @@ void ServerConnection::BeginAlone()
 void ServerConnection::EndTransaction()
 {
     FailIfAsked("COMMIT");
+    constexpr std::string_view NotStored = "The server has not stored what was written.";
+    if (transaction == Transaction::None) // it has been given up meanwhile
+        throw StoreError(SQLITE_IOERR, std::string(NotStored), "COMMIT");
     const ServerLink::Ticket ended = link->Send("COMMIT", "COMMIT", {}, true);
     const ServerLink::Result result = Wait(ended);
     Over();
     if (std::string_view(PQcmdStatus(result.get())) != "COMMIT")
-        throw StoreError(SQLITE_IOERR, "The server has not stored what was written.", "COMMIT");
+        throw StoreError(SQLITE_IOERR, std::string(NotStored), "COMMIT");
 }
 
 void ServerConnection::GiveUpTransaction() noexcept
@@ -498,6 +508,30 @@ Prepared* ServerConnection::Foreseen(const TableStatements& statements, const Ta
     answering = std::move(found->prepared);
     foreseen.erase(found);
     return answering.get();
+}
+
+// ---- records that will be added
+
+void ServerConnection::ForeseeAdding(std::span<const TableLayout* const> tables)
+{
+    BeforeSeek();
+    std::vector<std::string> numbers;
+    for (const TableLayout* const table : tables)
+        numbers.push_back(fmt::format("nextval('\"{}_rowid_seq\"')", table->name));
+    const std::string next = fmt::format("SELECT {}", fmt::join(numbers, ","));
+    addingAsked = Send(next, next, {}, false, true);
+    adding.assign(tables.begin(), tables.end());
+}
+
+std::int64_t ServerConnection::NumberForRecord(const TableLayout& table)
+{
+    const auto found = std::ranges::find(adding, &table);
+    if (found == adding.end())
+        return 0;
+    if (addingAsked)
+        addingNumbers = Wait(*std::exchange(addingAsked, std::nullopt));
+    *found = nullptr; // the next one after it is added by itself
+    return NumberIn(addingNumbers.get(), 0, static_cast<int>(found - adding.begin()));
 }
 
 // ---- the tables that are there

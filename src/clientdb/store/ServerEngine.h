@@ -95,6 +95,8 @@ struct ServerConnection final : Database::Connection {
     void BeforeSeek() override;
     void Foresee(TableStatements& statements, const TableIndex& index, const Key& key) override;
     Prepared* Foreseen(const TableStatements& statements, const TableIndex& index, const Key& key) override;
+    void ForeseeAdding(std::span<const TableLayout* const> tables) override;
+    std::int64_t NumberForRecord(const TableLayout& table) override;
     HistoryState LookAtHistory() override;
     std::string TableWords(std::string_view table) override;
     void CountOn(std::string_view table, std::string_view number) override;
@@ -138,6 +140,9 @@ private:
     bool isNumberAsked = false;
     std::optional<ServerLink::Ticket> operationAsked; ///< the answer is a number for the history
     std::optional<std::int64_t> historyBytes;         ///< that came along with it
+    std::vector<const TableLayout*> adding;           ///< tables to which a record will be added
+    std::optional<ServerLink::Ticket> addingAsked;    ///< the answer is a number for each of them
+    ServerLink::Result addingNumbers{nullptr, PQclear};
     HeldRecords held;
     std::vector<Question> foreseen;
     std::unique_ptr<Prepared> answering; ///< the question that was asked for last

@@ -25,7 +25,12 @@ private:
 /// A batch of writes cannot begin or cannot be committed: nothing that it has written since its last commit is stored.
 class BatchLost : public StoreError {
 public:
-    explicit BatchLost(const StoreError& reason) : StoreError(reason) {}
+    explicit BatchLost(const StoreError& reason, bool isUntold = false) : StoreError(reason), isUntold(isUntold) {}
+    /// True if the store has refused one of several records that were added without waiting: it is not known which.
+    bool IsUntold() const { return isUntold; }
+
+private:
+    bool isUntold;
 };
 
 /// The record that is open has been deleted by somebody else: what was changed in its boxes has no place.

@@ -115,14 +115,16 @@ Prepared& TableStatements::Exists()
     return Shape('e', {}, [&] { return fmt::format("SELECT 1 FROM {} WHERE rowid=?", table); });
 }
 
-Prepared& TableStatements::Insert(std::span<const std::uint16_t> columns)
+Prepared& TableStatements::Insert(std::span<const std::uint16_t> columns, bool withRowid)
 {
-    return Shape('i', columns, [&] {
-        if (columns.empty())
+    return Shape(withRowid ? 'N' : 'i', columns, [&] {
+        if (columns.empty() && !withRowid)
             return fmt::format("INSERT INTO {} DEFAULT VALUES{}", table, connection.AddedWords());
-        const std::vector<std::string_view> places(columns.size(), "?");
-        return fmt::format("INSERT INTO {}({}) VALUES({}){}", table, Columns(columns, false, ","),
-                           fmt::join(places, ","), connection.AddedWords());
+        const std::vector<std::string_view> places(columns.size() + (withRowid ? 1 : 0), "?");
+        const std::string_view rowid = columns.empty() ? "rowid" : "rowid,";
+        return fmt::format("INSERT INTO {}({}{}) VALUES({}){}", table, withRowid ? rowid : "",
+                           columns.empty() ? std::string() : Columns(columns, false, ","), fmt::join(places, ","),
+                           connection.AddedWords());
     });
 }
 

@@ -39,8 +39,8 @@ public:
     /// SELECT of the rowids in the order of the index (nullptr: as they come), of one employer or of all.
     Prepared& Order(const TableIndex* index, bool ofEmployer);
     Prepared& Exists();
-    /// INSERT and UPDATE of the columns; the rowid is UPDATE's last parameter.
-    Prepared& Insert(std::span<const std::uint16_t> columns);
+    /// INSERT and UPDATE of the columns; the rowid is UPDATE's last parameter, and INSERT's first where it is given.
+    Prepared& Insert(std::span<const std::uint16_t> columns, bool withRowid);
     Prepared& Update(std::span<const std::uint16_t> columns);
     /// INSERT of all fields, with the rowid in front or with the next one.
     Prepared& InsertWhole(bool withRowid);
