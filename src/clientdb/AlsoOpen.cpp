@@ -27,6 +27,13 @@ void ShowOthers(Session& session, const std::vector<std::string>& others)
 
 } // namespace
 
+/// Nobody is open any more once page 1 has gone.
+void AlsoOpen::Closed()
+{
+    if (isTold && session.screens.Find("Form3") == nullptr)
+        LookSoon();
+}
+
 /// Once the keys have been dealt with.
 void AlsoOpen::LookSoon()
 {

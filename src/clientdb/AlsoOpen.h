@@ -14,7 +14,7 @@ public:
     explicit AlsoOpen(Session& session) : session(session) {}
 
     void Shown() override { LookSoon(); }
-    void Closed() override { LookSoon(); }
+    void Closed() override;
     void Stored() override { LookSoon(); }
 
 private:

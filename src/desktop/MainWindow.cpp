@@ -80,8 +80,13 @@ private:
 /// A panel of the status bar: what has no room is cut, and stands in the tip.
 class StatusLine : public QLabel {
 public:
-    using QLabel::QLabel;
-    QSize minimumSizeHint() const override { return {0, QLabel::minimumSizeHint().height()}; }
+    /// So many letters of it show in any case.
+    StatusLine(QWidget* parent, int lettersKept) : QLabel(parent), lettersKept(lettersKept) {}
+    QSize minimumSizeHint() const override
+    {
+        const int kept = lettersKept * fontMetrics().averageCharWidth();
+        return {std::min(kept, QLabel::sizeHint().width()), QLabel::minimumSizeHint().height()};
+    }
 
 protected:
     void paintEvent(QPaintEvent* event) override
@@ -92,6 +97,9 @@ protected:
                          fontMetrics().elidedText(text(), Qt::ElideRight, room.width()));
         event->accept();
     }
+
+private:
+    int lettersKept;
 };
 
 /// A panel at the foot: closing it closes its screen.
@@ -132,11 +140,12 @@ private:
 struct StatusPanel {
     std::string_view box;
     int share;
+    int lettersKept = 0; ///< that show however narrow the window is
 };
 constexpr auto StatusPanels = std::to_array<StatusPanel>({
     {"StatusBar1", 0},
     {"StatusWho", 3},
-    {"StatusAlso", 2},
+    {"StatusAlso", 2, 30},
     {"StatusBox", 5},
     {"StatusNote", 4},
 });
@@ -305,7 +314,7 @@ void MainWindow::MakeStatusBar()
         const auto panel = std::ranges::find(StatusPanels, box->Name(), &StatusPanel::box);
         if (panel == StatusPanels.end())
             continue;
-        QLabel* label = panel->share == 0 ? new QLabel(this) : new StatusLine(this);
+        QLabel* label = panel->share == 0 ? new QLabel(this) : new StatusLine(this, panel->lettersKept);
         label->setObjectName(look::Text(screen.Name() + "." + box->FullName()));
         label->setTextFormat(Qt::PlainText);
         label->setMargin(3);

@@ -125,6 +125,8 @@ TEST_F(Desk, SaysWhoElseHasTheEmployeeOpenAndTakesNoRoomOtherwise)
     box.SetVisible(true);
     EXPECT_FALSE(also->isHidden());
     EXPECT_EQ(QAccessible::queryAccessibleInterface(also)->text(QAccessible::Name), "Also open: ben@desk");
+    EXPECT_GE(also->minimumSizeHint().width(), also->fontMetrics().horizontalAdvance(also->text()))
+        << "a name is whole";
     box.SetText("");
     box.SetVisible(false);
     EXPECT_TRUE(also->isHidden());

@@ -143,6 +143,12 @@ void StartServer(Stage& stage, const Step& /*step*/)
     stage.world.Server().Start();
 }
 
+void OtherDesk(Stage& stage, const Step& step)
+{
+    const std::vector<std::string> words = stage.Texts(step, 0);
+    stage.world.OpenAtOtherDesk(words[0], words[1], words[2]);
+}
+
 } // namespace
 
 std::vector<StepRow> GivenSteps()
@@ -174,6 +180,7 @@ std::vector<StepRow> GivenSteps()
         {"given-server", {}, GivenServer, Gives},
         {"stop-server", {}, StopServer, Acts},
         {"start-server", {}, StartServer, Acts},
+        {"other-desk", {Text, Text, Text}, OtherDesk, Acts},
     };
 }
 

@@ -92,6 +92,13 @@ test::PrivateServer& World::Server()
     return *server;
 }
 
+void World::OpenAtOtherDesk(std::string_view desk, std::string_view employer, std::string_view employee)
+{
+    if (!otherDesk)
+        otherDesk.emplace(Open(Store::ThisYear, OpenMode::ReadWrite));
+    static_cast<void>(otherDesk->OthersAt(desk, employer, employee));
+}
+
 std::filesystem::path World::File(std::string_view name) const
 {
     return WithoutEnd((program / name).lexically_normal().string());

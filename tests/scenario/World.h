@@ -54,6 +54,8 @@ public:
     Faults& GetFaults() { return faults; }
     /// The server of this world alone, started by the first question.
     test::PrivateServer& Server();
+    /// Another desk has an employee of the shared folder open, or for an empty name nobody any more.
+    void OpenAtOtherDesk(std::string_view desk, std::string_view employer, std::string_view employee);
 
 private:
     std::filesystem::path DatabaseFile(Store store) const;
@@ -76,6 +78,7 @@ private:
     std::optional<test::PrivateServer> server;
     // Who holds a lock here never gives it up meanwhile, so nobody waits for it any longer than is sure to do.
     test::LentDatabases lent{{{"options", "-c lock_timeout=50"}}};
+    std::optional<Database> otherDesk;
 };
 
 /// Takes "CarC02:Figures" apart.
