@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clientdb/TypedEntries.h"
 #include "clientdb/store/Recordset.h"
 #include "clientdb/store/TableLayouts.h"
 #include "frame/CloseAll.h"
@@ -23,6 +24,19 @@ inline std::string SubjectOf(std::string_view table, const Session& session)
     default:
         return {};
     }
+}
+
+/// A cursor over its table, on the record of whomever it names; NoMatch if there is none.
+inline Recordset OpenAt(Database& database, const TypedEntries::Record& record)
+{
+    Recordset records = database.OpenRecordset(record.table);
+    const bool isOfEmployee = !record.employee.empty();
+    records.Index(isOfEmployee ? "IndKey" : "PrimaryKey");
+    if (isOfEmployee)
+        records.Seek(record.employer, record.employee);
+    else
+        records.Seek(record.employer);
+    return records;
 }
 
 /// A cursor over the table, on the open employee's record; NoMatch if there is none.

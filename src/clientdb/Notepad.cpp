@@ -1,6 +1,7 @@
 #include "clientdb/Notepad.h"
 
 #include "clientdb/FurtherCars.h"
+#include "clientdb/GoneRecord.h"
 #include "clientdb/OpenRecord.h"
 #include "clientdb/UserOperation.h"
 #include "edition/Edition.h"
@@ -191,6 +192,7 @@ void Notepad::Unload()
 void Notepad::Open(Database& database)
 {
     if (const Recordset own = FindOwn(database, words.loading); !own.NoMatch()) {
+        wasThere = true;
         for (Entry& entry : entries)
             if (!entry.field.empty())
                 entry.stored = own.Field(entry.field);
@@ -320,6 +322,8 @@ bool Notepad::Store(std::vector<Result>& results)
         const bool isPageMissing = !words.okMissingPage.empty() && OpenCurrent(database, "P11D", session).NoMatch();
         if (isMissing || isPageMissing)
             batch.Commit(); // nobody waits for what is locked while a message stands
+        if (isMissing && wasThere)
+            Lose(database);
         if (isMissing && !words.okMissing.empty())
             session.messages.Tell(words.okMissing, "Employee not found");
         if (isMissing && words.missingEnds)
@@ -353,6 +357,15 @@ bool Notepad::Store(std::vector<Result>& results)
                               words.okFailure.empty() ? error.what() : words.okFailure, words.okIcon);
         return false;
     }
+}
+
+/// Another desk has taken the record away since it was opened.
+void Notepad::Lose(Database& database) const
+{
+    const std::vector<TypedEntries::Line> typed = Typed();
+    if (!typed.empty())
+        SetStatusNote(session,
+                      LoseRecord(session, database, session.ClientDatabasePath(), typed.front().record, typed));
 }
 
 void Notepad::StoreResults(const std::vector<Result>& results, Database& database) const

@@ -164,6 +164,7 @@ private:
     void Ok();
     [[nodiscard]] bool Store(std::vector<Result>& results);
     void StoreResults(const std::vector<Result>& results, Database& database) const;
+    void Lose(Database& database) const;
     void TakeOver(const Recordset& own);
     /// What another desk has stored since the opening and Write goes over.
     std::vector<Overwritten> Replaced(const Recordset& own) const;
@@ -173,6 +174,7 @@ private:
     Words words;
     std::vector<Entry> entries;
     int shownTab = 1;
+    bool wasThere = false; ///< its record, when it was opened
     bool isStored = false; ///< Ok has stored what it holds
 };
 

@@ -1,24 +1,15 @@
 #include "clientdb/OpenRecord.h"
 
-#include "clientdb/Renamed.h"
+#include "clientdb/GoneRecord.h"
 #include "clientdb/UserOperation.h"
 #include "clientdb/store/ServerService.h"
 #include "frame/CloseAll.h"
 #include "frame/Text.h"
 
 #include <algorithm>
-#include <fmt/format.h>
-#include <optional>
 #include <utility>
 
 namespace quillmere {
-
-namespace {
-
-/// What the status bar says.
-constexpr std::string_view Gone = "This record is no longer there: ", NotStored = "what is typed is not stored";
-
-} // namespace
 
 const std::vector<std::shared_ptr<OpenRecord>>& OpenRecords(Session& session)
 {
@@ -45,10 +36,10 @@ bool OpenRecord::Telling(const Screen* under, const std::function<void()>& work)
 /// What stands in front has the word.
 void OpenRecord::ShowNote() const
 {
-    ClearStatusNote(session, Gone);
+    ClearStatusNote(session, RecordGoneWords);
     for (const auto& record : OpenRecords(session))
         if (record->screen != nullptr && !record->isThere)
-            return SetStatusNote(session, std::string(Gone) + record->goneWords);
+            return SetStatusNote(session, record->goneWords);
 }
 
 // ---- what is shown
@@ -96,9 +87,9 @@ void OpenRecord::Seek(Screen& on)
     const bool wasThere = isThere && to == key;
     isThere = Position(records, to);
     if (!isThere && wasThere)
-        LoseRecord(opened);
+        Lose(opened);
     else if (isThere || to != key)
-        goneWords = NotStored;
+        goneWords = NotStoredWords;
     key = std::move(to);
     screen = &on;
     bound.clear();
@@ -181,7 +172,7 @@ void OpenRecord::WriteChanged(const std::vector<BoundBox*>& changed)
     Recordset records = opened.OpenRecordset(source.table);
     if (!Position(records, key)) {
         batch.Commit(); // nobody waits for what is locked while it is looked for
-        LoseRecord(opened);
+        Lose(opened);
         ShowNote();
         throw RecordGone();
     }
@@ -252,40 +243,16 @@ void OpenRecord::StoreOrKeep()
         } catch (const RecordGone&) {
             // There is nothing that it could come back to.
         } catch (const StoreError&) {
-            KeepTyped(key.record);
+            KeepTyped(session, key.database, key.record, Typed());
         }
     }));
     isThere = false;
 }
 
-void OpenRecord::KeepTyped(const TypedEntries::Record& of) const
+void OpenRecord::Lose(Database& database)
 {
-    std::vector<TypedEntries::Line> typed = Typed();
-    for (TypedEntries::Line& line : typed) {
-        line.record = of;
-        line.entry.moment = MomentNow(session);
-    }
-    TypedEntries(key.database).Keep(typed);
-}
-
-void OpenRecord::LoseRecord(Database& database)
-{
-    goneWords = NotStored;
     isThere = true; // for whoever asks what is typed
-    try {
-        std::optional<TypedEntries::Record> renamed = RenamedTo(database, key.record);
-        Recordset records = database.OpenRecordset(source.table);
-        if (renamed && !Position(records, {.database = key.database, .record = *renamed}))
-            renamed.reset();
-        KeepTyped(renamed.value_or(key.record));
-        if (renamed)
-            goneWords =
-                fmt::format("it is that of {} now, where what is typed waits",
-                            renamed->employee.empty() ? renamed->employer
-                                                      : fmt::format("{} ({})", renamed->employee, renamed->employer));
-    } catch (const Failure&) {
-        // It is gone all the same, and that is told.
-    }
+    goneWords = LoseRecord(session, database, key.database, key.record, Typed());
     isThere = false;
 }
 

@@ -95,8 +95,7 @@ private:
     void ShowNote() const;
     /// The record is gone while it was open: what is typed of it is kept for whoever opens it when it is back, or under
     /// its new name.
-    void LoseRecord(Database& database);
-    void KeepTyped(const TypedEntries::Record& of) const;
+    void Lose(Database& database);
     /// Does the work; false if it fails, with the words of the failure under the screen's caption.
     [[nodiscard]] bool Telling(const Screen* under, const std::function<void()>& work) const;
 

@@ -1,5 +1,6 @@
 #include "clientdb/TypedJournal.h"
 
+#include "clientdb/CurrentRecord.h"
 #include "clientdb/Notepad.h"
 #include "clientdb/OpenRecord.h"
 #include "clientdb/UserOperation.h"
@@ -51,23 +52,10 @@ bool Knows(const TypedEntries::Line& line)
     return layout != nullptr && FieldsOf(*layout).Find(line.entry.field) != TableFields::None;
 }
 
-/// A cursor on the record, if it is there.
-Recordset RecordsAt(Database& database, const TypedEntries::Record& record)
-{
-    Recordset records = database.OpenRecordset(record.table);
-    const bool isOfEmployee = !record.employee.empty();
-    records.Index(isOfEmployee ? "IndKey" : "PrimaryKey");
-    if (isOfEmployee)
-        records.Seek(record.employer, record.employee);
-    else
-        records.Seek(record.employer);
-    return records;
-}
-
 /// What the store holds in the line's field; nothing if the record is not there.
 std::optional<std::string> TextIn(Database& database, const TypedEntries::Line& line)
 {
-    const Recordset records = RecordsAt(database, line.record);
+    const Recordset records = OpenAt(database, line.record);
     return records.NoMatch() ? std::nullopt : std::optional<std::string>(records.Field(line.entry.field));
 }
 
@@ -235,7 +223,7 @@ void CarryWaiting(Session& session, Database& database, const TypedEntries::Reco
         entries.Rename([&](const TypedEntries::Record& record) {
             const bool isMeant =
                 record.employer == from.employer && (from.employee.empty() || record.employee == from.employee);
-            if (!isMeant || LayoutOf(record) == nullptr || !RecordsAt(database, record).NoMatch())
+            if (!isMeant || LayoutOf(record) == nullptr || !OpenAt(database, record).NoMatch())
                 return record;
             return TypedEntries::Record{.table = record.table,
                                         .employer = to.employer,

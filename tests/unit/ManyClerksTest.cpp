@@ -10,6 +10,7 @@
 #include "support/RawDatabase.h"
 
 #include <fmt/format.h>
+#include <thread>
 
 namespace quillmere::test {
 namespace {
@@ -193,6 +194,21 @@ protected:
     };
     static constexpr std::array<Case, 4> Cases = {
         {{Delete, {}, {}}, {Rename, Employer, "Jane Jones"}, {DeleteAll, {}, {}}, {RenameAll, "Apex", Employee}}};
+
+    /// Whoever opens him when he is back, or as he is called now, is offered it.
+    void IsOfferedWhenHeIsBack(const Case& of)
+    {
+        if (of.employer.empty())
+            Create(Employer, "Jane", "Smith");
+        ASSERT_TRUE(quillmere::OpenEmployee(Other(), std::string(of.employer.empty() ? Employer : of.employer),
+                                            std::string(of.employer.empty() ? Employee : of.employee)));
+        EXPECT_EQ(Other().typedJournal->Waiting().size(), 1U);
+        Other().typedJournal->Forget(Other().typedJournal->Waiting());
+        ASSERT_TRUE(CloseAllScreens(Other()));
+        otherDoor.messages.clear();
+        if (!of.employer.empty())
+            Create(Employer, "Jane", "Smith");
+    }
 };
 
 TEST_F(GoneMeanwhile, WhatIsTypedOnAPageIsToldOfAndKept)
@@ -217,43 +233,32 @@ TEST_F(GoneMeanwhile, WhatIsTypedOnAPageIsToldOfAndKept)
                       std::string::npos)
                 << Note();
         }
-        // Whoever opens him when he is back, or as he is called now, is offered it.
-        if (of.employer.empty())
-            Create(Employer, "Jane", "Smith");
-        ASSERT_TRUE(quillmere::OpenEmployee(Other(), std::string(of.employer.empty() ? Employer : of.employer),
-                                            std::string(of.employer.empty() ? Employee : of.employee)));
-        EXPECT_EQ(Other().typedJournal->Waiting().size(), 1U);
-        Other().typedJournal->Forget(Other().typedJournal->Waiting());
-        ASSERT_TRUE(CloseAllScreens(Other()));
-        otherDoor.messages.clear();
-        if (!of.employer.empty())
-            Create(Employer, "Jane", "Smith");
+        IsOfferedWhenHeIsBack(of);
     }
 }
 
-TEST_F(GoneMeanwhile, WhatIsTypedInANotepadIsToldOfAndStaysThere)
+TEST_F(GoneMeanwhile, WhatIsTypedInANotepadIsToldOfAndStaysThereAndIsKept)
 {
-    int gone = 0;
     for (const Case& of : Cases) {
-        SCOPED_TRACE(gone++);
+        SCOPED_TRACE(&of - Cases.data());
         ASSERT_TRUE(quillmere::OpenEmployee(Other(), Employer, Employee));
         Screen* const notepad = Other().screens.Show("KNotepad");
-        notepad->box("Description", 1).SetText("Lamp");
+        notepad->TypeIn(notepad->box("Description", 1), "Lamp");
         Meanwhile(of.work);
         notepad->Click(notepad->box("cmdOK"));
         ASSERT_FALSE(otherDoor.messages.empty());
         EXPECT_EQ(RecordsOf(Employer, Employee), 0);
+        ASSERT_NE(Other().screens.Find("KNotepad"), nullptr) << "what is typed stays in sight";
+        EXPECT_TRUE(Note().starts_with("This record is no longer there: ")) << Note();
         if (!of.employer.empty())
             EXPECT_EQ(RecordsOf(of.employer, of.employee), WholeEmployee());
-        ASSERT_NE(Other().screens.Find("KNotepad"), nullptr) << "what is typed stays in sight";
         otherDoor.LetTimePass();
-        ASSERT_EQ(Kept().size(), 1U);
-        EXPECT_EQ(Kept()[0].entry.typed, "Lamp");
-        Other().screens.Unload("KNotepad");
         static_cast<void>(CloseAllScreens(Other()));
         otherDoor.LetTimePass();
-        otherDoor.messages.clear();
-        Create(Employer, "Jane", "Smith");
+        // The desk has given the notepad up; what was typed there waits all the same.
+        ASSERT_EQ(Kept().size(), 1U);
+        EXPECT_EQ(Kept()[0].entry.typed, "Lamp");
+        IsOfferedWhenHeIsBack(of);
     }
 }
 
@@ -295,6 +300,16 @@ protected:
         for (Session* session : {&Now(), &Other()})
             session->screens.RunDeferred();
     }
+    /// No desk waits until the others know that it has closed somebody, so one may look too early once.
+    void OtherSaysNobodySoon()
+    {
+        constexpr int MostLooks = 50;
+        for (int looks = 0; looks < MostLooks && !Says(Other()).empty(); ++looks) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            LetTimePass();
+        }
+        EXPECT_EQ(Says(Other()), "");
+    }
     static std::string Says(Session& session)
     {
         const Box* const panel = session.screens.FindBox("MDIForm1", "StatusAlso");
@@ -325,8 +340,7 @@ TEST_F(AlsoOpenAtTwoDesks, NobodyIsOnceHeHasClosedOrItsDeskHasGone)
     OpenAt(Other(), Employee);
     Leave(Now());
     EXPECT_EQ(Says(Now()), "");
-    LetTimePass();
-    EXPECT_EQ(Says(Other()), "");
+    OtherSaysNobodySoon();
     OpenAt(Now(), Employee);
     LetTimePass();
     EXPECT_EQ(Says(Other()), "Also open: anna@desk");
@@ -355,7 +369,8 @@ TEST_F(AlsoOpenAtTwoDesks, ASecondConnectionOfADeskTellsNothingOld)
             static_cast<void>(Clients());
         OpenAt(Now(), "Joe Brown");
         OpenAt(Other(), Employee);
-        EXPECT_EQ(Says(Other()), "") << turns;
+        SCOPED_TRACE(turns);
+        OtherSaysNobodySoon();
         OpenAt(Other(), "Joe Brown");
         EXPECT_EQ(Says(Other()), "Also open: anna@desk") << turns;
     }
