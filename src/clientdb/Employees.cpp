@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fmt/ranges.h>
+#include <optional>
 #include <utility>
 
 namespace quillmere {
@@ -205,39 +206,20 @@ Recordset& EmployeeRecords::At(const TableLayout& table)
                                  : tables.emplace(table.name, database.OpenRecordset(table.name)).first->second;
 }
 
-namespace {
-
-enum class Adding { AtOnce, OneByOne };
-
-void Create(Database& database, const NewEmployee& employee, Adding adding)
-{
-    EmployeeRecords records(database);
-    try {
-        WriteBatch batch(database);
-        if (adding == Adding::AtOnce)
-            records.WillMake(employee);
-        records.Make(employee);
-        batch.Commit();
-    } catch (const StoreError& failure) {
-        const auto* const lost = dynamic_cast<const BatchLost*>(&failure);
-        if (lost != nullptr && lost->IsUntold())
-            throw;
-        const std::vector<std::string> made(records.Made().begin(), records.Made().end());
-        throw RecordsNotMade(failure, records.InHand(),
-                             Stored(database, made, lost != nullptr, employee.employer,
-                                    EmployeeName(employee.firstName, employee.surname)));
-    }
-}
-
-} // namespace
-
 void CreateEmployee(Database& database, const NewEmployee& employee)
 {
+    std::optional<EmployeeRecords> records;
     try {
-        Create(database, employee, Adding::AtOnce);
-    } catch (const BatchLost&) {
-        // Nothing is stored. One after the other it is told which is refused, and those before it stay.
-        Create(database, employee, Adding::OneByOne);
+        WriteAtOnce(database, [&] {
+            records.emplace(database).WillMake(employee);
+            records->Make(employee);
+        });
+    } catch (const StoreError& failure) {
+        const bool isLost = dynamic_cast<const BatchLost*>(&failure) != nullptr;
+        const std::vector<std::string> made(records->Made().begin(), records->Made().end());
+        throw RecordsNotMade(
+            failure, records->InHand(),
+            Stored(database, made, isLost, employee.employer, EmployeeName(employee.firstName, employee.surname)));
     }
 }
 
@@ -259,6 +241,9 @@ namespace {
 template<class Work>
 void ForEachRecordOf(Database& database, std::string_view employer, std::string_view employee, Work work)
 {
+    for (const TableLayout* const layout : NewEmployeeTables())
+        if (layout->level == TableLevel::Employee)
+            database.WillSeek(layout->name, employer, employee);
     for (const TableLayout* const layout : NewEmployeeTables()) {
         if (layout->level != TableLevel::Employee)
             continue;
@@ -275,10 +260,10 @@ void ForEachRecordOf(Database& database, std::string_view employer, std::string_
 
 void DeleteEmployee(Database& database, std::string_view employer, std::string_view employee)
 {
-    WriteBatch batch(database);
-    ForEachRecordOf(database, employer, employee, [](Recordset& records) { records.Delete(); });
-    FormMarks(database).Forget(employer, employee);
-    batch.Commit();
+    WriteAtOnce(database, [&] {
+        ForEachRecordOf(database, employer, employee, [](Recordset& records) { records.Delete(); });
+        FormMarks(database).Forget(employer, employee);
+    });
 }
 
 void RenameEmployer(Database& database, std::string_view employer, std::string_view newName,
@@ -310,15 +295,15 @@ void RenameEmployer(Database& database, std::string_view employer, std::string_v
 
 void RenameEmployee(Database& database, std::string_view employer, std::string_view employee, std::string_view newName)
 {
-    WriteBatch batch(database);
-    ForEachRecordOf(database, employer, employee, [&](Recordset& records) {
-        records.Edit();
-        records.SetField("EmployeeName", newName);
-        records.SetField("Name", JoinedName(employer, newName));
-        records.Update();
+    WriteAtOnce(database, [&] {
+        ForEachRecordOf(database, employer, employee, [&](Recordset& records) {
+            records.Edit();
+            records.SetField("EmployeeName", newName);
+            records.SetField("Name", JoinedName(employer, newName));
+            records.Update();
+        });
+        FormMarks(database).RenameEmployee(employer, employee, newName);
     });
-    FormMarks(database).RenameEmployee(employer, employee, newName);
-    batch.Commit();
 }
 
 } // namespace quillmere

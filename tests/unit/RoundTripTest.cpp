@@ -1,9 +1,11 @@
 // How often the program waits for the server, operation by operation.
+#include "clientdb/EmployerScreens.h"
 #include "clientdb/Notepad.h"
 #include "clientdb/store/ServerLink.h"
 #include "review/EmployeeForm.h"
 #include "support/ProgramFixture.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 namespace quillmere::test {
@@ -42,6 +44,19 @@ protected:
         const std::int64_t before = ServerLink::RoundTrips();
         work();
         return ServerLink::RoundTrips() - before;
+    }
+
+    /// In how many tables the employee has a record.
+    static std::ptrdiff_t TablesWith(Database& database, std::string_view employee)
+    {
+        return std::ranges::count_if(NewEmployeeTables(), [&](const TableLayout* table) {
+            if (table->level != TableLevel::Employee)
+                return false;
+            Recordset records = database.OpenRecordset(table->name);
+            records.Index("IndKey");
+            records.Seek("Acme", employee);
+            return !records.NoMatch();
+        });
     }
 
     /// The first time prepares, and may find more to store.
@@ -91,6 +106,44 @@ TEST_F(RoundTrips, CreatingAnEmployeeTakesTwo)
                 EXPECT_FALSE(records.AtEnd()) << table->name;
             }
         }
+}
+
+TEST_F(RoundTrips, DeletingAnEmployeeTakesTwoAndSoDoesRenamingHim)
+{
+    Database database = Clients();
+    for (const int employee : {2, 3}) {
+        const std::string name = fmt::format("Jane Smith {}", employee), newName = "New " + name;
+        EXPECT_LE(Trips([&] { RenameEmployee(database, "Acme", name, newName); }), 2) << name;
+        EXPECT_EQ(TablesWith(database, name), 0) << name;
+        EXPECT_EQ(TablesWith(database, newName), TablesWith(database, "Jane Smith 4"));
+        EXPECT_LE(Trips([&] { DeleteEmployee(database, "Acme", newName); }), 2) << name;
+        EXPECT_EQ(TablesWith(database, newName), 0) << name;
+    }
+}
+
+TEST_F(RoundTrips, ARenamingThatIsRefusedStaysUpToTheTableThatRefusesItAsInAFile)
+{
+    Database database = Clients();
+    // Somebody has the name in one table alone.
+    {
+        Recordset records = database.OpenRecordset("KNotepad");
+        records.Index("IndKey");
+        records.Seek("Acme", "Jane Smith 5");
+        records.Edit();
+        records.SetField("EmployeeName", "Taken");
+        records.Update();
+    }
+    EXPECT_THROW(RenameEmployee(database, "Acme", "Jane Smith 4", "Taken"), StoreError);
+    bool isBefore = true;
+    for (const TableLayout* const table : NewEmployeeTables()) {
+        if (table->level != TableLevel::Employee)
+            continue;
+        isBefore = isBefore && table->name != "KNotepad";
+        Recordset records = database.OpenRecordset(table->name);
+        records.Index("IndKey");
+        records.Seek("Acme", isBefore ? "Taken" : "Jane Smith 4");
+        EXPECT_FALSE(records.NoMatch()) << table->name;
+    }
 }
 
 TEST_F(RoundTrips, CreatingAnEmployeeInHisWindowAndOpeningHimTakesSeven)

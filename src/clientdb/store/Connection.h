@@ -142,9 +142,9 @@ struct Database::Connection {
     std::filesystem::path file;
     bool reference = false;
     int batches = 0;
-    bool addsAhead = false;     ///< the batch adds records without waiting: one that is refused takes all of it back
-    bool isUntold = false;      ///< which it has done
-    bool isSingleWrite = false; ///< the transaction is that of one write
+    bool waitsForNoAnswer = false; ///< the batch does not: what is refused takes all of it back
+    bool isUntold = false;         ///< which it has done
+    bool isSingleWrite = false;    ///< the transaction is that of one write
     std::unique_ptr<ChangeLog> log;
 
 protected:

@@ -135,7 +135,7 @@ void FormMarks::Forget(std::string_view employer, std::string_view employee) con
         Run(connection->Own("DELETE FROM [FormMarks] WHERE [EmployerName]=?1 AND (?2='' OR [EmployeeName]=?2)"))
             .Bind(employer)
             .Bind(employee)
-            .Change();
+            .Post();
 }
 
 void FormMarks::RenameEmployee(std::string_view employer, std::string_view employee, std::string_view newName) const
@@ -147,7 +147,7 @@ void FormMarks::RenameEmployee(std::string_view employer, std::string_view emplo
          {"DELETE FROM [FormMarks] WHERE [EmployeeName]=?1 AND [EmployerName]=?2 AND [EmployeeName]<>?3 AND [Mark] IN "
           "(SELECT [Mark] FROM [FormMarks] WHERE [EmployerName]=?2 AND [EmployeeName]=?3)",
           "UPDATE [FormMarks] SET [EmployeeName]=?1 WHERE [EmployerName]=?2 AND [EmployeeName]=?3"})
-        Run(connection->Own(std::string(text))).Bind(newName).Bind(employer).Bind(employee).Change();
+        Run(connection->Own(std::string(text))).Bind(newName).Bind(employer).Bind(employee).Post();
 }
 
 void FormMarks::RenameEmployer(std::string_view employer, std::string_view newName) const

@@ -38,7 +38,7 @@ const PendingEdit::Change* PendingEdit::Find(std::size_t column) const
     return found == Changes().end() ? nullptr : &*found;
 }
 
-int PendingEdit::Write(TableStatements& statements, std::int64_t rowid, bool isHeld) const
+int PendingEdit::Write(TableStatements& statements, std::int64_t rowid, bool isHeld, bool mayBeRefused) const
 {
     std::vector<std::uint16_t> written;
     written.reserve(count);
@@ -61,10 +61,7 @@ int PendingEdit::Write(TableStatements& statements, std::int64_t rowid, bool isH
             return name == index.part1 || name == index.part2;
         });
     };
-    if (!isNumbered && (!isHeld || std::ranges::any_of(Changes(), isOfKey)))
-        return run.Change();
-    run.Post();
-    return 1;
+    return run.ChangeOne(isNumbered || (isHeld && (mayBeRefused || std::ranges::none_of(Changes(), isOfKey))));
 }
 
 } // namespace quillmere

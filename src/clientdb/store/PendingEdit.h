@@ -28,9 +28,9 @@ public:
     /// The change of a field; nullptr if it stays as it is.
     const Change* Find(std::size_t column) const;
     std::span<const Change> Changes() const { return std::span(changes).first(count); }
-    /// Writes the record, or adds it: the number of records written. A record that is held is there: unless its key is
-    /// written, which may be refused, its writing can be posted; so can the adding of one that has a number already.
-    int Write(TableStatements& statements, std::int64_t rowid, bool isHeld) const;
+    /// Writes the record, or adds it: the number of records written. A record that is held is there: its writing can be
+    /// posted, that of its key only where it `mayBeRefused` later; so can the adding of one that has a number already.
+    int Write(TableStatements& statements, std::int64_t rowid, bool isHeld, bool mayBeRefused) const;
 
 private:
     enum class Writing { Nothing, Record, NewRecord };

@@ -85,6 +85,14 @@ public:
         Step();
         return statement.Changed();
     }
+    /// Runs a statement that changes one record; one that is known to be there without waiting.
+    int ChangeOne(bool isKnown)
+    {
+        if (!isKnown)
+            return Change();
+        Post();
+        return 1;
+    }
     /// Runs a statement whose failure may be told later, at the latest by the commit.
     void Post()
     {

@@ -69,7 +69,7 @@ struct Recordset::State {
     void Next();
     void Set(std::string_view name, std::string_view text, bool isNull) { edit.Set(Column(name), text, isNull); }
     bool Write(bool mayRefuse);
-    void WriteNow();
+    void WriteNow(bool mayRefuse);
     void Delete();
 
     std::shared_ptr<Database::Connection> connection;
@@ -142,7 +142,7 @@ void Recordset::State::Next()
         position.Leave(Place::AtEnd);
 }
 
-void Recordset::State::WriteNow()
+void Recordset::State::WriteNow(bool mayRefuse)
 {
     connection->BeforeWrite();
     const bool isFresh = ahead.IsFresh();
@@ -151,7 +151,8 @@ void Recordset::State::WriteNow()
         connection->log->LookAt(statements, position.Rowid(), edit.Changes());
     const bool isHeld = !isNew && connection->Held(statements.Layout(), position.Rowid()) != nullptr;
     const std::int64_t foreseen = isNew ? connection->NumberForRecord(statements.Layout()) : 0;
-    const int written = edit.Write(statements, isNew ? foreseen : position.Rowid(), isHeld);
+    const bool isToldLater = connection->waitsForNoAnswer && !mayRefuse;
+    const int written = edit.Write(statements, isNew ? foreseen : position.Rowid(), isHeld, isToldLater);
     if (!isNew && written == 0) {
         position.Leave(Place::OnDeleted);
         position.RequireRecord();
@@ -178,7 +179,7 @@ bool Recordset::State::Write(bool mayRefuse)
         throw std::logic_error("Update without Edit or AddNew");
     try {
         if (!edit.IsEmpty())
-            WriteNow();
+            WriteNow(mayRefuse);
     } catch (const StoreError& failure) {
         Forget();
         if (mayRefuse && (failure.Number() & 0xff) == SQLITE_CONSTRAINT) {
@@ -199,7 +200,9 @@ void Recordset::State::Delete()
         connection->BeforeWrite();
         const bool isFresh = ahead.IsFresh();
         connection->log->LookAtWhole(statements, position.Rowid());
-        const int deleted = Run(statements.Delete()).Bind(position.Rowid()).Change();
+        const bool isHeld = connection->Held(statements.Layout(), position.Rowid()) != nullptr;
+        Run run(statements.Delete());
+        const int deleted = run.Bind(position.Rowid()).ChangeOne(isHeld);
         connection->NoteDeleted(statements.Layout(), position.Rowid());
         if (deleted == 0) {
             position.Leave(Place::OnDeleted);
@@ -242,10 +245,8 @@ void Database::WillSeek(std::string_view table, std::string_view part1, std::opt
 
 void Database::WillAdd(std::span<const TableLayout* const> tables)
 {
-    if (!connection->IsShared() || connection->batches != 1 || connection->InTransaction())
-        return;
-    connection->addsAhead = true;
-    connection->ForeseeAdding(tables);
+    if (connection->waitsForNoAnswer)
+        connection->ForeseeAdding(tables);
 }
 
 std::vector<std::string> Database::EmployersInOrder(std::string_view table)
@@ -411,6 +412,11 @@ void WriteBatch::Begin()
     connection->BeforeWrite();
 }
 
+void WriteBatch::WaitForNoAnswer()
+{
+    connection->waitsForNoAnswer = connection->IsShared() && connection->batches == 1 && !connection->InTransaction();
+}
+
 void WriteBatch::Commit()
 {
     if (connection->batches == 1)
@@ -426,7 +432,23 @@ WriteBatch::~WriteBatch()
     } catch (const StoreError&) {
         // Whoever must know calls Commit; here another failure is already on its way.
     }
-    connection->addsAhead = connection->isUntold = false;
+    connection->waitsForNoAnswer = connection->isUntold = false;
+}
+
+void WriteAtOnce(Database& database, const std::function<void()>& writes)
+{
+    try {
+        WriteBatch batch(database);
+        batch.WaitForNoAnswer();
+        writes();
+        return batch.Commit();
+    } catch (const BatchLost& lost) {
+        if (!lost.IsUntold())
+            throw;
+    }
+    WriteBatch batch(database);
+    writes();
+    batch.Commit();
 }
 
 ReadBatch::ReadBatch(Database& database) : connection(database.connection), begun(false)

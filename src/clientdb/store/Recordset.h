@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -45,9 +46,8 @@ public:
     /// that is said so is asked in one, with what is sought next; a file answers each as it comes.
     void WillSeek(std::string_view table, std::string_view part1, std::optional<std::string_view> part2 = std::nullopt);
 
-    /// Says that a record will be added to each of these tables in the batch that is about to begin. Where each answer
-    /// is a journey to a server, none of them is waited for then: what is refused is told later, at the latest by the
-    /// commit, and takes the whole batch along (BatchLost::IsUntold). Says nothing within a greater batch.
+    /// Says that a record will be added to each of these tables: a batch that waits for no answer then need not wait
+    /// for their numbers either.
     void WillAdd(std::span<const TableLayout* const> tables);
 
     /// The different employers of a table, in the order in which a scan of it in the order of adding meets them.
@@ -142,6 +142,10 @@ public:
     explicit WriteBatch(Database& database);
     /// Locks the store now, so that what is read from here on is what is written over. Throws BatchLost if it cannot.
     void Begin();
+    /// Where each answer is a journey to a server, waits for none of the writes from here on: what is refused is told
+    /// later, at the latest by the commit, and takes the whole batch along (BatchLost::IsUntold). Nothing happens in a
+    /// file, or within a greater batch.
+    void WaitForNoAnswer();
     /// Commits now; throws BatchLost if the store cannot, and then nothing of the batch since the last commit is
     /// stored. A write of the batch throws it likewise.
     void Commit();
@@ -153,6 +157,10 @@ public:
 private:
     std::shared_ptr<Database::Connection> connection;
 };
+
+/// Does the writes as a batch that waits for no answer. If one is refused, nothing is stored, and they are done once
+/// more one after the other: so it is told which it was, and what was written before it stays. Throws StoreError.
+void WriteAtOnce(Database& database, const std::function<void()>& writes);
 
 /// Gathers the reads of one operation under one lock: they see one state of the database, and nobody writes to it until
 /// the batch ends.

@@ -269,7 +269,7 @@ ServerLink::Result ServerConnection::Wait(ServerLink::Ticket ticket)
             operationAsked.reset();
         if (!link->IsAlive()) {
             Over();
-        } else if (addsAhead) {
+        } else if (waitsForNoAnswer) {
             GiveUpTransaction();
             isUntold = true;
             throw BatchLost(failure, true);
