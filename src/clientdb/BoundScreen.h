@@ -22,7 +22,10 @@ public:
     std::string Subject() const override { return SubjectOf(Table(), session); }
 
     using Sought = OpenRecord::Sought;
-    [[nodiscard]] Sought StoreAndShow(std::string_view errorTitle) { return record.StoreAndShow(*this, errorTitle); }
+    [[nodiscard]] Sought StoreAndShow(std::string_view errorTitle, const FurtherCarsAlong* along = nullptr)
+    {
+        return record.StoreAndShow(*this, errorTitle, along);
+    }
     [[nodiscard]] bool MayClose() override { return !record.IsOn(*this) || record.MayClose(); }
     void Unload() override { record.Close(*this); }
 

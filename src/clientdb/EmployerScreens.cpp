@@ -1,6 +1,7 @@
 #include "clientdb/EmployerScreens.h"
 
 #include "clientdb/BoundScreen.h"
+#include "clientdb/FurtherCars.h"
 #include "clientdb/RecentEmployees.h"
 #include "clientdb/SafetyCopies.h"
 #include "clientdb/TypedJournal.h"
@@ -50,12 +51,14 @@ Screen* OpenPage1(Session& session, std::string_view errorTitle)
     session.screens.StopTimer("Form3", "OpenTimer");
     session.EmployeeOpenFlag = true;
     auto* page = session.screens.Load<BoundScreen>("Form3");
-    const BoundScreen::Sought sought = page->StoreAndShow(errorTitle);
+    const FurtherCarsAlong along(session);
+    const BoundScreen::Sought sought = page->StoreAndShow(errorTitle, &along);
     if (sought == BoundScreen::Sought::Failed) {
         session.EmployeeOpenFlag = false;
         return nullptr;
     }
     session.screens.Show("Form3");
+    along.Forget();
     session.EmployeeOpenFlag = false;
     EnableEmployeeCommands(session, true);
     SetMainCaption(session, OpenEmployeeCaption(session));

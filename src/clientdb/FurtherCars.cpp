@@ -34,6 +34,20 @@ FurtherCars::FurtherCars(Database& database, const Session& session)
         }
 }
 
+void FurtherCarsAlong::WillSeek(Database& database) const
+{
+    database.WillSeek("ExtraCars", session.CurrentEmployer, session.CurrentEmployee);
+}
+
+void FurtherCarsAlong::Read(Database& database) const
+{
+    try {
+        session.furtherCars = std::make_shared<const FurtherCars>(database, session);
+    } catch (const StoreError&) {
+        Forget();
+    }
+}
+
 std::string FurtherCars::Figure(std::string_view field) const
 {
     const auto found = figures.find(field);

@@ -67,12 +67,6 @@ bool MayReadFurtherCars(Database& database, std::string_view table, const Sessio
     }
 }
 
-/// What the Ok has read of the further cars is for those who come to the front by it.
-struct ForTheOk {
-    Session& session;
-    ~ForTheOk() { session.furtherCars.reset(); }
-};
-
 } // namespace
 
 Notepad::Notepad(Session& session, std::string_view name, std::string_view caption, std::string_view table,
@@ -282,7 +276,7 @@ void Notepad::WorkOut(const std::function<void()>& work)
 
 void Notepad::Ok()
 {
-    const ForTheOk forTheOk{session};
+    const FurtherCarsAlong forTheOk(session);
     std::vector<Result> results;
     if (MayStore() && Store(results) && HandOver(results))
         session.screens.Unload(Name());

@@ -1,5 +1,6 @@
 #include "clientdb/OpenRecord.h"
 
+#include "clientdb/FurtherCars.h"
 #include "clientdb/GoneRecord.h"
 #include "clientdb/UserOperation.h"
 #include "clientdb/store/ServerService.h"
@@ -52,9 +53,9 @@ OpenRecord::Key OpenRecord::Current() const
                        .employee = source.index == "IndKey" ? session.CurrentEmployee : std::string()}};
 }
 
-OpenRecord::Sought OpenRecord::StoreAndShow(Screen& on, std::string_view errorTitle)
+OpenRecord::Sought OpenRecord::StoreAndShow(Screen& on, std::string_view errorTitle, const FurtherCarsAlong* along)
 {
-    if (!Telling(&on, [&] { Seek(on); }))
+    if (!Telling(&on, [&] { Seek(on, along); }))
         return Sought::Failed;
     ShowNote();
     for (Onlooker* onlooker : session.onlookers)
@@ -71,7 +72,7 @@ void OpenRecord::StoreAndShowAgain(std::string_view errorTitle)
         static_cast<void>(StoreAndShow(*screen, errorTitle));
 }
 
-void OpenRecord::Seek(Screen& on)
+void OpenRecord::Seek(Screen& on, const FurtherCarsAlong* along)
 {
     Key to = Current();
     try {
@@ -83,6 +84,8 @@ void OpenRecord::Seek(Screen& on)
     }
     // Until the store has answered, the record shows where it did: what is typed meanwhile is not lost.
     Database opened = Database::OpenDatabase(to.database);
+    if (along != nullptr)
+        along->WillSeek(opened);
     Recordset records = opened.OpenRecordset(source.table);
     const bool wasThere = isThere && to == key;
     isThere = Position(records, to);
@@ -98,6 +101,8 @@ void OpenRecord::Seek(Screen& on)
             bound.push_back({.box = box.get(), .held = {}, .stored = {}});
     if (!isThere)
         return;
+    if (along != nullptr)
+        along->Read(opened);
     for (auto& [box, held, stored] : bound) {
         stored = records.Field(box->Field());
         box->ShowStored(stored);

@@ -14,6 +14,7 @@
 namespace quillmere {
 
 class Database;
+class FurtherCarsAlong;
 class Recordset;
 
 /// A record that is open, the employee's or the employer's: it shows in the boxes of one screen at a time that name its
@@ -43,7 +44,7 @@ public:
 
     /// Writes what has changed, then shows the record of the current employee or employer on the screen. If there is
     /// none "Employee not found" is told under `errorTitle`, and the boxes stay as they are.
-    [[nodiscard]] Sought StoreAndShow(Screen& on, std::string_view errorTitle);
+    [[nodiscard]] Sought StoreAndShow(Screen& on, std::string_view errorTitle, const FurtherCarsAlong* along = nullptr);
     /// The same on the screen that it shows on, if there is one.
     void StoreAndShowAgain(std::string_view errorTitle);
     /// Writes what has changed before the record is read elsewhere. False if the store fails; of a record that is gone
@@ -86,7 +87,7 @@ private:
     };
 
     Key Current() const;
-    void Seek(Screen& on);
+    void Seek(Screen& on, const FurtherCarsAlong* along);
     bool Position(Recordset& records, const Key& to) const;
     void Write();
     void WriteChanged(const std::vector<BoundBox*>& changed);

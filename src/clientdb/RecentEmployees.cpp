@@ -70,6 +70,11 @@ std::string InMenu(std::string_view name)
     return text;
 }
 
+bool IsOfAnEmployer(const EmployeeKey& key)
+{
+    return !key.employer.empty() && key.employer != SampleEmployer;
+}
+
 /// Whether there is anybody to open in the folder.
 enum class Folder { HasEmployers, HasNone, IsUnreadable };
 
@@ -120,7 +125,8 @@ ToOpen LookWhatIsThere(const Session& session)
     try {
         Database database = Database::OpenDatabase(session.ClientDatabasePath());
         found.recent = ThoseThere(database, Remembered(session));
-        found.folder = Look(database);
+        const bool isAnybody = std::ranges::any_of(found.recent, IsOfAnEmployer);
+        found.folder = isAnybody ? Folder::HasEmployers : Look(database);
     } catch (const Failure&) {
         // Nobody is known to be there.
     }

@@ -63,8 +63,8 @@ struct Session {
 
     /// The operation that the user is about, for the change history; nothing between two of them.
     std::shared_ptr<OperationNote> operation;
-    /// The further cars as the Ok that is under way has read them: whoever shows their figures by it looks for them no
-    /// more. Nothing between two of them.
+    /// The further cars as what is under way has read them (FurtherCarsAlong): whoever shows their figures by it looks
+    /// for them no more. Nothing otherwise.
     std::shared_ptr<const FurtherCars> furtherCars;
     bool noCopyTold = false;     ///< that no safety copy can be made has been said
     bool historyOffTold = false; ///< that this run's changes are not noted has been said

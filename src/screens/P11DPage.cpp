@@ -1,5 +1,6 @@
 #include "screens/P11DPage.h"
 
+#include "clientdb/FurtherCars.h"
 #include "edition/Edition.h"
 
 #include <algorithm>
@@ -71,7 +72,9 @@ void P11DPage::TurnTo(std::string_view page, std::string_view errorTitle)
         return;
     const int currentPage = session.CurrentPage;
     auto* other = session.screens.Load<P11DPage>(page);
-    if (other == nullptr || other->StoreAndShow(errorTitle) == Sought::Failed) {
+    const FurtherCarsAlong along(session);
+    const bool addsThemUp = page == "Form3";
+    if (other == nullptr || other->StoreAndShow(errorTitle, addsThemUp ? &along : nullptr) == Sought::Failed) {
         session.CurrentPage = currentPage;
         return;
     }
