@@ -10,6 +10,7 @@
 #include "clientdb/store/IdleLinks.h"
 #include "clientdb/store/OnlineCopy.h"
 #include "clientdb/store/ServerEngine.h"
+#include "clientdb/store/StoreFaults.h"
 #include "clientdb/store/TableCopy.h"
 #include "support/PrivateServer.h"
 #include "support/ProgramFixture.h"
@@ -19,6 +20,7 @@
 
 #include <algorithm>
 #include <fmt/format.h>
+#include <future>
 
 namespace quillmere::test {
 namespace {
@@ -438,6 +440,100 @@ TEST_F(ShareFails, WhenTheServerGoesDown)
         own.Start();
         EXPECT_FALSE(HasSchema("own")) << fails;
     }
+}
+
+/// The connection is lost while the server stores the copy: it waits for another server, which is not there, once the
+/// copy is on its own disk, and nobody hears of it.
+class AnswerIsLost : public ShareFails {
+protected:
+    AnswerIsLost()
+    {
+        const auto ask = [this](const std::string& statement) { RawRows(serviceFile, statement); };
+        service = own.Service(database, "own");
+        ServerService plain = own.Service(serviceFile, "public");
+        WriteService(plain);
+        ask("ALTER SYSTEM SET synchronous_standby_names='nobody'");
+        ask("SELECT pg_reload_conf()");
+        service.settings.emplace_back("options", "-c synchronous_commit=on");
+    }
+
+    /// Shares the folder on a thread of its own, and once the server waits does what breaks the connection.
+    std::string ShareUntil(const std::function<void()>& breaks)
+    {
+        std::future<std::string> shared = std::async(std::launch::async, [&] { return FailureOf([&] { Share(); }); });
+        const auto isOver = [&] { return shared.wait_for(std::chrono::milliseconds(20)) == std::future_status::ready; };
+        while (!isOver() &&
+               RawRows(serviceFile, "SELECT pid FROM pg_stat_activity WHERE wait_event='SyncRep'").empty()) {
+        }
+        EXPECT_FALSE(isOver()) << "the end was not waited for";
+        breaks();
+        return shared.get();
+    }
+    void Terminate(std::string_view which)
+    {
+        RawRows(serviceFile,
+                fmt::format("SELECT pg_terminate_backend(pid,5000) FROM pg_stat_activity WHERE {}", which));
+    }
+
+    PrivateServer own{PrivateServer::Sync::On};
+    std::filesystem::path serviceFile{root / "service"};
+};
+
+TEST_F(AnswerIsLost, AndTheCopyStandsSoTheFolderIsShared)
+{
+    EXPECT_EQ(ShareUntil([&] { Terminate("wait_event='SyncRep'"); }), "nothing");
+    ASSERT_TRUE(ReadService(database));
+    EXPECT_EQ(Reads("Joe Miller"), "2");
+    EXPECT_EQ(Reads("Jane Smith"), "a\xff\xf4\x8f\xbf\xbf\xc3\xa9");
+}
+
+TEST_F(AnswerIsLost, AndTheServerComesBackWithTheCopySoTheFolderIsShared)
+{
+    EXPECT_EQ(ShareUntil([&] {
+                  own.Kill();
+                  own.Start();
+              }),
+              "nothing");
+    ASSERT_TRUE(ReadService(database));
+    EXPECT_EQ(Reads("Joe Miller"), "2");
+}
+
+TEST_F(AnswerIsLost, AndTheServerDoesNotComeBackSoItIsToldWhatIsNotKnown)
+{
+    const std::string why = ShareUntil([&] { own.Kill(); });
+    EXPECT_NE(why.find("not known whether the server has stored the copy"), std::string::npos) << why;
+    EXPECT_NE(why.find("schema own"), std::string::npos) << why;
+    EXPECT_TRUE(Content(database) == before);
+    own.Start();
+    // It stands there; nobody has been told to use it, and it is not taken for the folder's or filled once more.
+    EXPECT_NE(FailureOf([&] { Share(); }).find("is not empty"), std::string::npos);
+    EXPECT_TRUE(Content(database) == before);
+    Set("Joe Miller", "7");
+    EXPECT_EQ(Reads("Joe Miller"), "7");
+}
+
+/// It is lost on the way there, and the server has stored nothing.
+TEST_F(ShareFails, WhereTheServerHasNeverHeardOfTheEnd)
+{
+    const PrivateServer::Sync sync = PrivateServer::Sync::On;
+    PrivateServer own(sync);
+    service = own.Service(database, "own");
+    const ServerService plain = own.Service(root / "service", "public");
+    WriteService(plain);
+    SetStoreFaultHook([&](std::string_view statement) {
+        if (statement == "COMMIT")
+            RawRows(plain.file, "SELECT pg_terminate_backend(pid,5000) FROM pg_stat_activity WHERE "
+                                "pid<>pg_backend_pid() AND backend_type='client backend'");
+        return SQLITE_OK;
+    });
+    const std::string why = FailureOf([&] { Share(); });
+    SetStoreFaultHook({});
+    EXPECT_NE(why.find("connection"), std::string::npos) << why;
+    EXPECT_EQ(why.find("not known"), std::string::npos) << why;
+    EXPECT_TRUE(Content(database) == before);
+    EXPECT_FALSE(HasSchema("own"));
+    Share();
+    EXPECT_EQ(Reads("Joe Miller"), "2");
 }
 
 /// The service is in the place of the file: nothing is taken back any more.

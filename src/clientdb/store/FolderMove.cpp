@@ -89,12 +89,29 @@ private:
     void Finish() override
     {
         keep();
-        server->EndTransaction();
+        StoreThere();
         try {
             TakePlace([&] { WriteService(service); });
         } catch (const FileError&) {
             DropServerTables(service, server->HasNewSchema());
             throw;
+        }
+    }
+
+    void StoreThere()
+    {
+        try {
+            server->EndTransactionForSure();
+        } catch (const OutcomeUnknown& failure) {
+            throw StoreError(
+                static_cast<int>(failure.Number()),
+                fmt::format(
+                    "It is not known whether the server has stored the copy: the connection was lost meanwhile, "
+                    "and cannot be made again. The clients are in the file, and nothing of them is lost.\n\n"
+                    "Before you share the folder again, have it looked whether there is a schema {0} on the "
+                    "server, and have it removed; or share the folder into a schema of another name.\n\n{1}",
+                    service.schema, failure.what()),
+                failure.Statement());
         }
     }
 
@@ -133,7 +150,7 @@ private:
         TakePlace(
             [&] { making.TakePlace([&](const std::filesystem::path& complete) { RequireSame(complete, there); }); });
         try {
-            server->EndTransaction();
+            server->EndTransactionForSure();
         } catch (const StoreError& failure) {
             AddRemark(fmt::format("On the server the tables may still be in the schema {}: {}", service.schema,
                                   failure.what()));

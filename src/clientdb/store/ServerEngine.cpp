@@ -9,8 +9,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
+#include <thread>
 #include <utility>
 
 namespace quillmere {
@@ -39,6 +41,27 @@ std::int64_t NumberIn(const PGresult* result, int row, int column)
     for (int at = 0; at < size; ++at)
         read = read << 8 | static_cast<unsigned char>(bytes[at]);
     return type == Int4 ? static_cast<std::int32_t>(read) : static_cast<std::int64_t>(read);
+}
+
+/// What has become of a transaction whose end the server was told and has not confirmed. It may have to come back
+/// first, or to find out that it has lost the old connection, so it is asked for a while.
+bool HasBeenStored(const ServerService& service, const std::string& transaction, const StoreError& lost)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::seconds Patience(8);
+    constexpr std::chrono::milliseconds BetweenQuestions(200);
+    const std::string ask = fmt::format("SELECT pg_xact_status('{}')::text", transaction);
+    for (const auto end = Clock::now() + Patience; Clock::now() < end; std::this_thread::sleep_for(BetweenQuestions))
+        try {
+            ServerLink link(service);
+            const ServerLink::Result result = link.Wait(link.Send(ask, ask, {}, true));
+            const std::string_view status = PQgetvalue(result.get(), 0, 0);
+            if (status == "committed" || status == "aborted")
+                return status == "committed";
+        } catch (const StoreError&) {
+            // It is not back yet.
+        }
+    throw OutcomeUnknown(lost);
 }
 
 [[noreturn]] void Fail(std::string_view table, std::string_view what)
@@ -351,6 +374,19 @@ void ServerConnection::EndTransaction()
     Over();
     if (std::string_view(PQcmdStatus(result.get())) != "COMMIT")
         throw StoreError(SQLITE_IOERR, std::string(NotStored), "COMMIT");
+}
+
+void ServerConnection::EndTransactionForSure()
+{
+    const std::string ask = "SELECT pg_current_xact_id()::text";
+    const ServerLink::Result asked = link->Wait(link->Send(ask, ask, {}, true));
+    const std::string number = PQgetvalue(asked.get(), 0, 0);
+    try {
+        EndTransaction();
+    } catch (const StoreError& failure) {
+        if (link->IsAlive() || !HasBeenStored(service, number, failure))
+            throw;
+    }
 }
 
 void ServerConnection::GiveUpTransaction() noexcept

@@ -70,6 +70,10 @@ struct ServerConnection final : Database::Connection {
     void EndReading() noexcept override;
     void BeginWriting() override;
     void EndTransaction() override;
+    /// The same of one that must not be left in doubt: if the connection is lost before the server has confirmed the
+    /// end, it is asked over a new one what has become of the transaction. Throws StoreError if it has not been stored,
+    /// and OutcomeUnknown if nobody can be asked.
+    void EndTransactionForSure();
     /// Begins a transaction that writes whole tables, and in which nothing goes on after a failure. Others read
     /// meanwhile what was before, and cannot write.
     void BeginAlone();

@@ -33,6 +33,12 @@ private:
     bool isUntold;
 };
 
+/// The connection was lost while a transaction was being stored, and the server cannot be asked whether it has been.
+class OutcomeUnknown : public StoreError {
+public:
+    explicit OutcomeUnknown(const StoreError& reason) : StoreError(reason) {}
+};
+
 /// The record that is open has been deleted by somebody else: what was changed in its boxes has no place.
 class RecordGone : public StoreError {
 public:
