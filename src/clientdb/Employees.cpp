@@ -208,7 +208,7 @@ Recordset& EmployeeRecords::At(const TableLayout& table)
 
 void CreateEmployee(Database& database, const NewEmployee& employee)
 {
-    std::optional<EmployeeRecords> records;
+    std::optional<EmployeeRecords> records(std::in_place, database);
     try {
         WriteAtOnce(database, [&] {
             records.emplace(database).WillMake(employee);
