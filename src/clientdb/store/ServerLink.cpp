@@ -4,6 +4,7 @@
 
 #include <sqlite3.h>
 
+#include <charconv>
 #include <fmt/format.h>
 #include <utility>
 #include <vector>
@@ -205,6 +206,25 @@ bool ServerLink::IsAlive()
 {
     // A server that ends the connection says so first; only behind its words the end is met.
     return PQconsumeInput(handle) == 1 && PQconsumeInput(handle) == 1 && PQstatus(handle) == CONNECTION_OK;
+}
+
+std::int64_t NumberIn(const PGresult* result, int row, int column)
+{
+    if (PQgetisnull(result, row, column) == 1)
+        return 0;
+    constexpr Oid Int8 = 20, Int4 = 23;
+    const char* const bytes = PQgetvalue(result, row, column);
+    const int size = PQgetlength(result, row, column);
+    const Oid type = PQftype(result, column);
+    std::int64_t number = 0;
+    if (type != Int8 && type != Int4) {
+        std::from_chars(bytes, bytes + size, number);
+        return number;
+    }
+    std::uint64_t read = 0;
+    for (int at = 0; at < size; ++at)
+        read = read << 8 | static_cast<unsigned char>(bytes[at]);
+    return type == Int4 ? static_cast<std::int32_t>(read) : static_cast<std::int64_t>(read);
 }
 
 } // namespace quillmere

@@ -92,4 +92,7 @@ private:
     inline static std::int64_t roundTrips = 0;
 };
 
+/// A number of an answer, sent as the bytes of a whole number, the highest first, or as a text; 0 where there is none.
+std::int64_t NumberIn(const PGresult* result, int row, int column);
+
 } // namespace quillmere
