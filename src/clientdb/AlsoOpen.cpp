@@ -7,7 +7,6 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace quillmere {
@@ -27,6 +26,10 @@ void ShowOthers(Session& session, const std::vector<std::string>& others)
 
 } // namespace
 
+AlsoOpen::AlsoOpen(Session& of) : session(of), looking(of.platform, BetweenLooks, [this] { Look(); })
+{
+}
+
 /// Nobody is open any more once page 1 has gone.
 void AlsoOpen::Closed()
 {
@@ -41,18 +44,6 @@ void AlsoOpen::LookSoon()
         session.screens.StartTimer(*main, "AlsoTimer", [this] { Look(); });
 }
 
-void AlsoOpen::LookLater()
-{
-    if (std::exchange(isScheduled, true))
-        return;
-    session.platform.After(BetweenLooks, [this, living = std::weak_ptr<int>(life)] {
-        if (living.expired())
-            return;
-        isScheduled = false;
-        Look();
-    });
-}
-
 void AlsoOpen::Look()
 {
     const bool isOpen = session.screens.Find("Form3") != nullptr;
@@ -65,7 +56,7 @@ void AlsoOpen::Look()
                                        isOpen ? std::string_view(session.CurrentEmployee) : std::string_view());
             isTold = isOpen;
             if (isOpen)
-                LookLater();
+                looking.Ask();
         }
     } catch (const Failure&) {
         // Whoever stores or opens something is told why; until then nobody waits for a server that is away.

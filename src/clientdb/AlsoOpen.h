@@ -1,8 +1,7 @@
 #pragma once
 
+#include "frame/OnceLater.h"
 #include "frame/Session.h"
-
-#include <memory>
 
 namespace quillmere {
 
@@ -11,7 +10,7 @@ namespace quillmere {
 /// between; of a folder that is not shared there is nobody to ask.
 class AlsoOpen : public Onlooker {
 public:
-    explicit AlsoOpen(Session& session) : session(session) {}
+    explicit AlsoOpen(Session& session);
 
     void Shown() override { LookSoon(); }
     void Closed() override;
@@ -19,13 +18,11 @@ public:
 
 private:
     void LookSoon();
-    void LookLater();
     void Look();
 
     Session& session;
-    bool isScheduled = false;
-    bool isTold = false;                                 ///< the others know of somebody who is open here
-    std::shared_ptr<int> life = std::make_shared<int>(); ///< what waits does nothing after it
+    bool isTold = false; ///< the others know of somebody who is open here
+    OnceLater looking;
 };
 
 } // namespace quillmere

@@ -61,6 +61,10 @@ std::optional<std::string> TextIn(Database& database, const TypedEntries::Line& 
 
 } // namespace
 
+TypedJournal::TypedJournal(Session& of) : session(of), writing(of.platform, BetweenWrites, [this] { Write(); })
+{
+}
+
 /// One run of the program at a time has its folder.
 std::string TypedJournal::Desk() const
 {
@@ -91,25 +95,13 @@ void TypedJournal::Closed()
 {
     std::erase_if(cancelled, [this](const TypedEntries::Line& line) { return !IsOpen(line.record); });
     WriteWhereKept();
-    WriteLater();
+    writing.Ask();
 }
 
 void TypedJournal::WriteWhereKept()
 {
     if (!written.empty())
         Write();
-}
-
-void TypedJournal::WriteLater()
-{
-    if (std::exchange(isScheduled, true))
-        return;
-    session.platform.After(BetweenWrites, [this, living = std::weak_ptr<int>(life)] {
-        if (living.expired())
-            return;
-        isScheduled = false;
-        Write();
-    });
 }
 
 std::vector<TypedEntries::Line> TypedJournal::Pending()

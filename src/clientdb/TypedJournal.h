@@ -2,10 +2,10 @@
 
 #include "clientdb/TypedEntries.h"
 #include "clientdb/store/Recordset.h"
+#include "frame/OnceLater.h"
 #include "frame/Session.h"
 
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,10 +19,10 @@ namespace quillmere {
 /// whoever opens the employee.
 class TypedJournal : public Onlooker {
 public:
-    explicit TypedJournal(Session& session) : session(session) {}
+    explicit TypedJournal(Session& session);
 
-    void Typed() override { WriteLater(); }
-    void Left(const Screen&, const Box&, std::span<const Rewritten>) override { WriteLater(); }
+    void Typed() override { writing.Ask(); }
+    void Left(const Screen&, const Box&, std::span<const Rewritten>) override { writing.Ask(); }
     void GivenUp(const Screen& screen) override;
     void Closed() override;
     void Stored() override { WriteWhereKept(); }
@@ -40,7 +40,6 @@ public:
 private:
     bool IsOpen(const TypedEntries::Record& record) const;
     std::vector<TypedEntries::Line> Pending();
-    void WriteLater();
     void WriteWhereKept();
     void TakeOver(const std::filesystem::path& database);
     std::string Desk() const;
@@ -50,8 +49,8 @@ private:
     std::vector<TypedEntries::Line> cancelled; ///< of notepads, for the open employee
     std::vector<TypedEntries::Line> written;   ///< what the file holds of this desk
     std::filesystem::path database;            ///< beside which it does; from its first use on
-    bool isScheduled = false, hasEnded = false, isTold = false;
-    std::shared_ptr<int> life = std::make_shared<int>(); ///< what waits does nothing after it
+    bool hasEnded = false, isTold = false;
+    OnceLater writing;
 };
 
 /// What waits for an employer, or for one of his employees, who has got another name in the store waits for him under
